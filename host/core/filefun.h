@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QString>
+
+/// Small helpers around files and folders.
+namespace filefun {
+
+bool file_exist(const QString& path);
+/// Makes the folder and those above it; true when it is there afterwards.
+bool create_path(const QString& folder);
+bool delete_file_or_dir(const QString& path);
+/// The file's name without its folder; `with_extension` 0 leaves the extension away too.
+QString get_pure_filename(const QString& path, int with_extension);
+
+} // namespace filefun

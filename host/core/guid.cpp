@@ -1,0 +1,3 @@
+#include "guid.h"
+
+const CGuid CGuid::s_gen_zero{};

@@ -1,0 +1,157 @@
+#include "journal.h"
+
+#include "model_object.h"
+
+#include <algorithm>
+
+namespace tarn {
+
+void Journal::begin(const QString& name, const QByteArray& merge_key)
+{
+    if (m_depth++ > 0)
+        return;
+    close_step();
+    m_open.name = name;
+    m_open.merge_key = merge_key;
+}
+
+void Journal::end()
+{
+    if (--m_depth == 0)
+        close_step();
+}
+
+void Journal::cancel()
+{
+    if (m_open.entries.empty())
+        return;
+    apply(m_open);
+    const Step undone = std::move(m_open);
+    m_open = {};
+    ++m_serial;
+    if (on_restored)
+        on_restored(undone);
+}
+
+void Journal::note(ModelObject& object, const StatePtr& before)
+{
+    if (!m_recording)
+        return;
+    m_open.entries.push_back({&object, before});
+}
+
+bool Journal::merges_into_last(const Step& step) const
+{
+    if (m_merge_broken || step.merge_key.isEmpty() || m_position == 0 || m_position != m_steps.size()
+        || m_saved_at == m_position)
+        return false;
+    const Step& last = m_steps.back();
+    return last.merge_key == step.merge_key
+        && std::equal(last.entries.begin(), last.entries.end(), step.entries.begin(), step.entries.end(),
+                      [](const Entry& a, const Entry& b) { return a.object == b.object; });
+}
+
+void Journal::close_step()
+{
+    if (m_open.entries.empty())
+        return;
+    Step step = std::move(m_open);
+    m_open = {};
+    ++m_serial;
+    if (!merges_into_last(step)) {
+        if (m_saved_at != never && m_saved_at > m_position)
+            m_saved_at = never;
+        m_steps.resize(m_position);
+        m_steps.push_back(std::move(step));
+        m_position = m_steps.size();
+    }
+    m_merge_broken = false;
+    if (on_changed)
+        on_changed();
+}
+
+void Journal::apply(Step& step)
+{
+    for (Entry& entry : step.entries)
+        entry.object->swap_state(entry.state);
+    for (Entry& entry : step.entries)
+        entry.object->state_changed();
+}
+
+bool Journal::can_undo() const
+{
+    return m_depth == 0 && (m_position > 0 || !m_open.entries.empty());
+}
+
+bool Journal::undo()
+{
+    if (m_depth > 0)
+        return false;
+    close_step();
+    if (m_position == 0)
+        return false;
+    Step& step = m_steps[--m_position];
+    apply(step);
+    m_merge_broken = true;
+    if (on_restored)
+        on_restored(step);
+    if (on_changed)
+        on_changed();
+    return true;
+}
+
+bool Journal::redo()
+{
+    if (m_depth > 0)
+        return false;
+    close_step();
+    if (m_position == m_steps.size())
+        return false;
+    Step& step = m_steps[m_position++];
+    apply(step);
+    m_merge_broken = true;
+    if (on_restored)
+        on_restored(step);
+    if (on_changed)
+        on_changed();
+    return true;
+}
+
+QString Journal::undo_name() const
+{
+    if (!m_open.entries.empty())
+        return m_open.name;
+    return m_position > 0 ? m_steps[m_position - 1].name : QString();
+}
+
+QString Journal::redo_name() const
+{
+    return m_position < m_steps.size() ? m_steps[m_position].name : QString();
+}
+
+void Journal::clear()
+{
+    m_steps.clear();
+    m_open = {};
+    m_position = 0;
+    m_saved_at = 0;
+    ++m_serial;
+    if (on_changed)
+        on_changed();
+}
+
+void Journal::mark_saved()
+{
+    if (m_depth == 0)
+        close_step();
+    m_saved_at = m_position;
+    if (on_changed)
+        on_changed();
+}
+
+bool Journal::is_saved() const
+{
+    return m_saved_at == m_position && m_open.entries.empty();
+}
+
+} // namespace tarn

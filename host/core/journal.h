@@ -1,0 +1,116 @@
+#pragma once
+
+#include "object_state.h"
+
+#include <QByteArray>
+#include <QString>
+
+#include <cstddef>
+#include <functional>
+#include <vector>
+
+namespace tarn {
+
+class ModelObject;
+
+/// Undo and redo of the model. Before an object's state is first changed inside a user action the journal keeps the
+/// old state; a step is the list of those. States are shared, so keeping one costs a reference until it is written.
+///
+/// A change made outside any action is a step of its own that ends where the next action begins.
+class Journal {
+public:
+    struct Entry {
+        ModelObject* object;
+        StatePtr state; ///< before the step while it is done, after it while it is undone
+    };
+    struct Step {
+        QString name;
+        QByteArray merge_key;
+        std::vector<Entry> entries;
+    };
+
+    /// Called after undo, redo and each finished step: the title and the Edit menu follow it.
+    std::function<void()> on_changed;
+    /// Called after undo and redo with the step whose objects took another state.
+    std::function<void(const Step&)> on_restored;
+
+    /// Actions nest; only the outermost makes a step. A step whose non-empty `merge_key` and objects equal those of
+    /// the step before it (typing into one field, for example) becomes part of that one.
+    void begin(const QString& name, const QByteArray& merge_key = {});
+    void end();
+    /// Undoes what the running outermost action did so far and ends it without a step.
+    void cancel();
+    /// The next step stays separate even if its merge key is the same.
+    void break_merge() { m_merge_broken = true; }
+    bool in_action() const { return m_depth > 0; }
+
+    bool can_undo() const;
+    bool can_redo() const { return m_depth == 0 && m_position < m_steps.size(); }
+    /// False when there was no step, or inside an action.
+    bool undo();
+    bool redo();
+    QString undo_name() const;
+    QString redo_name() const;
+
+    /// Forgets everything; the current state counts as saved.
+    void clear();
+    void mark_saved();
+    bool is_saved() const;
+
+    /// Changes are not recorded while recording is off (loading, for example).
+    void set_recording(bool on) { m_recording = on; }
+    bool recording() const { return m_recording; }
+
+private:
+    friend class ModelObject;
+    void note(ModelObject& object, const StatePtr& before);
+    std::size_t serial() const { return m_serial; }
+    void close_step();
+    bool merges_into_last(const Step& step) const;
+    void apply(Step& step);
+
+    static constexpr std::size_t never = static_cast<std::size_t>(-1);
+
+    std::vector<Step> m_steps;
+    std::size_t m_position = 0; ///< number of steps that are done
+    std::size_t m_saved_at = 0; ///< m_position when last saved; `never` once that state cannot be reached
+    std::size_t m_serial = 1;   ///< grows with each step; an object remembers in which one it was noted
+    Step m_open;
+    int m_depth = 0;
+    bool m_merge_broken = false;
+    bool m_recording = true;
+};
+
+/// A user action for the length of a scope.
+class UserAction {
+public:
+    explicit UserAction(Journal& journal, const QString& name = {}, const QByteArray& merge_key = {})
+        : m_journal(journal)
+    {
+        m_journal.begin(name, merge_key);
+    }
+    ~UserAction() { m_journal.end(); }
+    UserAction(const UserAction&) = delete;
+    UserAction& operator=(const UserAction&) = delete;
+
+private:
+    Journal& m_journal;
+};
+
+/// Turns recording off for the length of a scope.
+class RecordingOff {
+public:
+    explicit RecordingOff(Journal& journal) : m_journal(journal), m_before(journal.recording())
+    {
+        m_journal.set_recording(false);
+    }
+    ~RecordingOff() { m_journal.set_recording(m_before); }
+    RecordingOff(const RecordingOff&) = delete;
+    RecordingOff& operator=(const RecordingOff&) = delete;
+
+private:
+    Journal& m_journal;
+    bool m_before;
+};
+
+} // namespace tarn

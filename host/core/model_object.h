@@ -1,0 +1,76 @@
+#pragma once
+
+#include "field.h"
+#include "journal.h"
+#include "object_state.h"
+
+#include <memory>
+
+namespace tarn {
+
+/// An object of the model: a state described by a field table, whose changes go through the journal.
+class ModelObject : public std::enable_shared_from_this<ModelObject> {
+public:
+    ModelObject(Journal& journal, ObjectState* initial) : m_journal(journal), m_state(initial) {}
+    virtual ~ModelObject() = default;
+    ModelObject(const ModelObject&) = delete;
+    ModelObject& operator=(const ModelObject&) = delete;
+
+    quint32 id() const { return m_state->id; }
+    Journal& journal() const { return m_journal; }
+    const ObjectState& base_state() const { return *m_state; }
+    const FieldTable& fields() const { return m_state->fields(); }
+
+    /// The class name that automation shows.
+    virtual const char* class_name() const = 0;
+    /// Whether the object is part of the scene now (not deleted, or its deletion undone).
+    virtual bool is_attached() const = 0;
+
+    /// An attribute as the outside sees it. Objects override these where reading or writing does more than the state.
+    virtual Value property(const FieldBase& field) const { return field.get(*m_state); }
+    virtual Status set_property(const FieldBase& field, const Value& value);
+
+    /// Called after every change of the state, whoever made it, undo included: caches that hang on it go.
+    virtual void state_changed() {}
+
+    /// For loading and copying: takes over a finished state; not recorded.
+    void adopt_state(ObjectState* state);
+    /// Takes over a finished state; recorded like any change.
+    void replace_state(ObjectState* state);
+
+protected:
+    template <class State>
+    const State& state() const
+    {
+        return static_cast<const State&>(*m_state);
+    }
+    /// The state for writing; the journal keeps the old one. Call state_changed() when done.
+    template <class State>
+    State& edit()
+    {
+        return static_cast<State&>(edit_base());
+    }
+    ObjectState& edit_base();
+
+    /// Stores `value` into `member` unless it is there already; answers whether it changed anything.
+    template <class State, class Owner, class T, class V>
+    bool change(T Owner::*member, const V& value)
+    {
+        if (state<State>().*member == value)
+            return false;
+        edit<State>().*member = value;
+        state_changed();
+        return true;
+    }
+
+private:
+    friend class Journal;
+    void note_state();
+    void swap_state(StatePtr& other) { m_state.swap(other); }
+
+    Journal& m_journal;
+    StatePtr m_state;
+    std::size_t m_noted_in = 0; ///< the journal's serial when the state was last kept
+};
+
+} // namespace tarn

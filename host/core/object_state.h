@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QByteArray>
+#include <QExplicitlySharedDataPointer>
+#include <QList>
+#include <QSharedData>
+#include <QString>
+
+#include <utility>
+
+namespace tarn {
+
+class FieldTable;
+
+/// The data of a model object, apart from everything that can be worked out from it. States are shared between an
+/// object and the undo journal and copied when one of them is written.
+struct ObjectState : QSharedData {
+    quint32 id = 0;
+    /// Members of the saved object that this version does not know, kept as JSON text and written back.
+    QList<std::pair<QString, QByteArray>> unknown;
+
+    virtual ~ObjectState() = default;
+    virtual ObjectState* clone() const = 0;
+    virtual const FieldTable& fields() const = 0;
+
+protected:
+    ObjectState() = default;
+    ObjectState(const ObjectState&) = default;
+    ObjectState& operator=(const ObjectState&) = delete;
+};
+
+/// Gives a state class its clone() and fields(); `State` has a static `field_table()`.
+template <class State, class Base = ObjectState>
+struct StateOf : Base {
+    ObjectState* clone() const override { return new State(static_cast<const State&>(*this)); }
+    const FieldTable& fields() const override { return State::field_table(); }
+};
+
+} // namespace tarn
+
+template <>
+inline tarn::ObjectState* QExplicitlySharedDataPointer<tarn::ObjectState>::clone()
+{
+    return d->clone();
+}
+
+namespace tarn {
+using StatePtr = QExplicitlySharedDataPointer<ObjectState>;
+}

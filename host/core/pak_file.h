@@ -1,0 +1,47 @@
+#pragma once
+
+#include "file_io.h"
+#include "status.h"
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+
+#include <memory>
+
+/// A package file: a zip archive of named entries. A package is either being written, in memory until close() puts it
+/// in place as a whole, or being read.
+class CPakFile {
+public:
+    explicit CPakFile(tarn::FileIo& io = tarn::FileIo::system());
+    ~CPakFile();
+    CPakFile(const CPakFile&) = delete;
+    CPakFile& operator=(const CPakFile&) = delete;
+
+    /// Starts a new package that will stand at `path`; nothing is touched before close().
+    tarn::Status create(const QString& path);
+    /// Opens a package for reading. Its whole directory is checked first: names that leave the folder or appear twice,
+    /// sizes over the limits of PakLimits and archives that are cut off are refused with the entry's name. `mode` is 0.
+    tarn::Status open(const QString& path, int mode = 0);
+    /// Of a package being written: writes it in place of the old file. Does nothing otherwise.
+    tarn::Status close();
+
+    /// Adds an entry to a package being written. Entries that are compressed already (pictures) are stored as they are.
+    tarn::Status add_file(const QString& name, const QByteArray& content);
+    /// The content of an entry; fails with the entry's name when it is missing or its checksum is wrong.
+    tarn::Result<QByteArray> read_file(const QString& name) const;
+    bool has_file(const QString& name) const;
+    QStringList names() const; ///< of a package being read, in the order of the archive
+
+    const QString& path() const { return m_path; }
+    bool is_open() const;
+
+private:
+    struct Reader;
+    struct Writer;
+
+    tarn::FileIo& m_io;
+    QString m_path;
+    std::unique_ptr<Reader> m_reader;
+    std::unique_ptr<Writer> m_writer;
+};

@@ -1,0 +1,90 @@
+#include "control_state.h"
+
+#include "core/field.h"
+
+namespace tarn {
+
+namespace {
+
+constexpr double max_place = 1e6; ///< pixels; keeps sums of places exact in a float
+
+/// The table of a type that shows a text: the text's attributes, whose default alignment the type chooses, then `more`.
+template <class S, class... More>
+FieldTable text_table(int horizontal_align, int vertical_align, More... more)
+{
+    return FieldTable(&ControlState::field_table(), field<S>("text", &S::text),
+                      field<S>("text_color", &S::text_color, 0u), field<S>("font_size", &S::font_size, 0, range(0, 500)),
+                      field<S>("bold", &S::bold, false),
+                      field<S>("horizontal_align", &S::horizontal_align, horizontal_align, range(0, 2)),
+                      field<S>("vertical_align", &S::vertical_align, vertical_align, range(0, 2)),
+                      field<S>("word_wrap", &S::word_wrap, false), field<S>("shadow", &S::shadow, false),
+                      std::move(more)...);
+}
+
+} // namespace
+
+const FieldTable& ControlState::field_table()
+{
+    using S = ControlState;
+    static const FieldTable table(
+        nullptr, field<S>("id", &S::id, quint32(0), read_only()), field<S>("name", &S::name),
+        field<S>("type", &S::type, -1, read_only()), field<S>("dialog", &S::dialog, ObjectRef{}, read_only()),
+        field<S>("x", &S::x, 0.f, range(-max_place, max_place)),
+        field<S>("y", &S::y, 0.f, range(-max_place, max_place)),
+        field<S>("width", &S::width, 100.f, range(0, max_place)),
+        field<S>("height", &S::height, 24.f, range(0, max_place)), field<S>("visible", &S::visible, true),
+        field<S>("enabled", &S::enabled, true), field<S>("locked", &S::locked, false),
+        field<S>("color_tag", &S::color_tag, 0xffffffffu), field<S>("align_type", &S::align_type, 0, range(0, 9)),
+        field<S>("base_width", &S::base_width, 0.f, range(0, max_place)),
+        field<S>("base_height", &S::base_height, 0.f, range(0, max_place)));
+    return table;
+}
+
+const FieldTable& StaticState::field_table()
+{
+    static const FieldTable table = text_table<StaticState>(0, 0);
+    return table;
+}
+
+ButtonState::ButtonState()
+{
+    type = DXUT_CONTROL_BUTTON;
+    horizontal_align = 1;
+    vertical_align = 1;
+}
+
+const FieldTable& ButtonState::field_table()
+{
+    static const FieldTable table = text_table<ButtonState>(1, 1);
+    return table;
+}
+
+CheckBoxState::CheckBoxState()
+{
+    type = DXUT_CONTROL_CHECKBOX;
+    vertical_align = 1;
+}
+
+const FieldTable& CheckBoxState::field_table()
+{
+    using S = CheckBoxState;
+    static const FieldTable table = text_table<S>(0, 1, field<S>("checked", &S::checked, false));
+    return table;
+}
+
+PictureState::PictureState()
+{
+    type = DXUT_CONTROL_PICTURE;
+    horizontal_align = 1;
+    vertical_align = 1;
+}
+
+const FieldTable& PictureState::field_table()
+{
+    using S = PictureState;
+    static const FieldTable table
+        = text_table<S>(1, 1, field<S>("image", &S::image), field<S>("stretch", &S::stretch, true));
+    return table;
+}
+
+} // namespace tarn

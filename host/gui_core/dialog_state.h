@@ -1,0 +1,56 @@
+#pragma once
+
+#include "core/object_state.h"
+
+#include <QByteArray>
+#include <QList>
+#include <QMap>
+#include <QString>
+
+class CDXUTControl;
+class CDXUTDialog;
+
+namespace tarn {
+
+/// A dialog's data. Places and sizes are whole pixels of the screen that base_width and base_height tell; `y` is the top of
+/// the caption bar when it is shown, and `height` does not count it.
+struct DialogState : StateOf<DialogState> {
+    QString name;
+    QString caption;
+    int x = 0;
+    int y = 0;
+    int width = 200;
+    int height = 150;
+    int caption_height = 24;
+    bool caption_shown = true;
+    bool frame_shown = true;
+    bool minimize_button = false;
+    bool movable = true;
+    bool close_button = true;
+    int border_width = 0;
+    int align_type = 0;       ///< Anchor to the screen
+    int saved_align_type = 0; ///< the anchor from before scaling with the window was turned on
+    bool minimize_to_bottom = false;
+    bool always_on_top = false;
+    bool visible = true;
+    int base_width = 0; ///< screen that place and size are meant for; 0: the design size of the interface
+    int base_height = 0;
+
+    QList<CDXUTControl*> controls; ///< from the bottom layer to the top
+
+    static const FieldTable& field_table();
+};
+
+/// What the interface as a whole keeps.
+struct CoreState : StateOf<CoreState> {
+    int screen_width = 1280; ///< design size of the screen
+    int screen_height = 720;
+    quint32 next_id = 2; ///< ids from here on were never used; the root dialog has 1
+
+    QMap<QString, QByteArray> textures; ///< encoded pictures by name
+    QList<CDXUTDialog*> dialogs; ///< from the bottom layer to the top, without the root dialog
+
+    static const FieldTable& field_table();
+};
+
+} // namespace tarn

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "element_cache.h"
+#include "skin.h"
+
+#include <QRectF>
+
+class QImage;
+class QPainter;
+class CGuiCore;
+
+namespace tarn {
+
+/// What a control needs to draw itself.
+struct DrawContext {
+    QPainter& painter;
+    ElementCache& elements;
+    const CGuiCore& core;
+    double scale;       ///< device pixels for one pixel of the interface
+    bool editing = true; ///< place-holders for what is missing are drawn
+
+    void draw_element(Element element, VisualState state, const QRectF& area) const;
+};
+
+} // namespace tarn

@@ -1,0 +1,11 @@
+#pragma once
+
+#include "dxut_static.h"
+
+class CDXUTButton : public CDXUTStatic {
+public:
+    CDXUTButton(tarn::Journal& journal, CGuiCore& core);
+
+    void draw(tarn::DrawContext& context, const QRectF& area) const override;
+    bool is_interactive() const override { return true; }
+};

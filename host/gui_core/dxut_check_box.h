@@ -1,0 +1,15 @@
+#pragma once
+
+#include "dxut_static.h"
+
+class CDXUTCheckBox : public CDXUTStatic {
+public:
+    CDXUTCheckBox(tarn::Journal& journal, CGuiCore& core);
+
+    bool GetChecked() const { return state<tarn::CheckBoxState>().checked; }
+    bool SetChecked(bool checked);
+
+    void draw(tarn::DrawContext& context, const QRectF& area) const override;
+    bool is_interactive() const override { return true; }
+    void clicked() override { SetChecked(!GetChecked()); }
+};

@@ -1,0 +1,377 @@
+#include "dxut_dialog.h"
+
+#include "anchor.h"
+#include "draw_context.h"
+#include "dxut_control.h"
+#include "gui_core.h"
+
+#include <QPainter>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+using tarn::DialogState;
+using tarn::FieldBase;
+
+namespace {
+
+constexpr int button_gap = 4;     ///< pixels around the buttons of the caption
+constexpr int caption_margin = 8; ///< pixels beside the caption's text
+
+int caption_font_size(double bar_height)
+{
+    return std::clamp(int(bar_height * 0.6), 6, tarn::Skin::font_size);
+}
+
+struct PlaceFields {
+    const FieldBase* x = DialogState::field_table().find("x");
+    const FieldBase* y = DialogState::field_table().find("y");
+    const FieldBase* width = DialogState::field_table().find("width");
+    const FieldBase* height = DialogState::field_table().find("height");
+    const FieldBase* align_type = DialogState::field_table().find("align_type");
+};
+
+const PlaceFields& place_fields()
+{
+    static const PlaceFields fields;
+    return fields;
+}
+
+QRect whole(const QRectF& rect)
+{
+    return {int(std::trunc(rect.x())), int(std::trunc(rect.y())), int(std::trunc(rect.width())),
+            int(std::trunc(rect.height()))};
+}
+
+} // namespace
+
+CDXUTDialog::CDXUTDialog(tarn::Journal& journal, CGuiCore& core) : ModelObject(journal, new DialogState), m_core(core)
+{
+}
+
+bool CDXUTDialog::is_root() const
+{
+    return m_core.GetRootDialog() == this;
+}
+
+bool CDXUTDialog::set_name(const QString& name)
+{
+    static const int limit = DialogState::field_table().find("name")->rules().max_length;
+    return change<DialogState>(&DialogState::name, tarn::cut_text(name, limit));
+}
+
+bool CDXUTDialog::SetCaptionText(const QString& caption)
+{
+    return change<DialogState>(&DialogState::caption, caption);
+}
+
+bool CDXUTDialog::SetVisible(bool visible)
+{
+    return change<DialogState>(&DialogState::visible, visible);
+}
+
+QSizeF CDXUTDialog::base_size() const
+{
+    const DialogState& s = dialog_state();
+    return s.base_width > 0 && s.base_height > 0 ? QSizeF(s.base_width, s.base_height) : QSizeF(m_core.design_size());
+}
+
+QRect CDXUTDialog::rect() const
+{
+    if (is_root())
+        return QRect(QPoint(), m_core.screen_size());
+    const DialogState& s = dialog_state();
+    const QRect stored(s.x, s.y, s.width, s.height);
+    if (s.align_type == tarn::anchor_top_left)
+        return stored;
+    return whole(tarn::anchored(stored, base_size(), m_core.screen_size(), s.align_type));
+}
+
+double CDXUTDialog::scale_x() const
+{
+    return align_type() == tarn::anchor_scale && !is_root() ? m_core.screen_size().width() / base_size().width() : 1;
+}
+
+double CDXUTDialog::scale_y() const
+{
+    return align_type() == tarn::anchor_scale && !is_root() ? m_core.screen_size().height() / base_size().height() : 1;
+}
+
+QSizeF CDXUTDialog::client_size() const
+{
+    if (is_root())
+        return m_core.screen_size();
+    return QSizeF(dialog_state().width, dialog_state().height);
+}
+
+QRectF CDXUTDialog::caption_rect() const
+{
+    const DialogState& s = dialog_state();
+    if (!s.caption_shown || is_root())
+        return {};
+    const QRect place = rect();
+    const double height = s.caption_height * scale_y();
+    if (m_minimized && s.minimize_to_bottom)
+        return QRectF(place.x(), m_core.screen_size().height() - height, place.width(), height);
+    return QRectF(place.x(), place.y(), place.width(), height);
+}
+
+QRectF CDXUTDialog::client_rect() const
+{
+    const QRect place = rect();
+    const QRectF caption = caption_rect();
+    return QRectF(place).translated(0, caption.height());
+}
+
+QRectF CDXUTDialog::outer_rect() const
+{
+    return m_minimized ? caption_rect() : client_rect().united(caption_rect());
+}
+
+QRectF CDXUTDialog::to_screen(const QRectF& in_client) const
+{
+    const QPointF origin = client_rect().topLeft();
+    const double sx = scale_x();
+    const double sy = scale_y();
+    return {origin.x() + in_client.x() * sx, origin.y() + in_client.y() * sy, in_client.width() * sx,
+            in_client.height() * sy};
+}
+
+QPointF CDXUTDialog::to_client(const QPointF& on_screen) const
+{
+    const QPointF inside = on_screen - client_rect().topLeft();
+    return {inside.x() / scale_x(), inside.y() / scale_y()};
+}
+
+void CDXUTDialog::set_base_to_screen(DialogState& state) const
+{
+    const QSize screen = m_core.screen_size();
+    const bool design = screen == m_core.design_size();
+    state.base_width = design ? 0 : screen.width();
+    state.base_height = design ? 0 : screen.height();
+}
+
+bool CDXUTDialog::set_rect(const QRect& wanted)
+{
+    if (is_root() || wanted == rect())
+        return false;
+    const double sx = scale_x();
+    const double sy = scale_y();
+    auto& s = edit<DialogState>();
+    if (s.align_type == tarn::anchor_scale) {
+        s.x = int(std::lround(wanted.x() / sx));
+        s.y = int(std::lround(wanted.y() / sy));
+        s.width = int(std::lround(std::max(0, wanted.width()) / sx));
+        s.height = int(std::lround(std::max(0, wanted.height()) / sy));
+    } else {
+        s.x = wanted.x();
+        s.y = wanted.y();
+        s.width = std::max(0, wanted.width());
+        s.height = std::max(0, wanted.height());
+        if (s.align_type != tarn::anchor_top_left && base_size() != QSizeF(m_core.screen_size()))
+            set_base_to_screen(s);
+    }
+    state_changed();
+    return true;
+}
+
+bool CDXUTDialog::SetLocation(int x, int y)
+{
+    return set_rect(QRect(QPoint(x, y), rect().size()));
+}
+
+bool CDXUTDialog::SetSize(int width, int height)
+{
+    return set_rect(QRect(rect().topLeft(), QSize(std::max(0, width), std::max(0, height))));
+}
+
+void CDXUTDialog::on_pos_scale_changed()
+{
+    if (is_root() || align_type() == tarn::anchor_scale || base_size() == QSizeF(m_core.screen_size()))
+        return;
+    const QRect present = rect();
+    auto& s = edit<DialogState>();
+    s.x = present.x();
+    s.y = present.y();
+    set_base_to_screen(s);
+    state_changed();
+}
+
+bool CDXUTDialog::set_align_type(int anchor)
+{
+    anchor = std::clamp(anchor, 0, 9);
+    if (anchor == align_type())
+        return false;
+    const QRect present = rect();
+    auto& s = edit<DialogState>();
+    s.align_type = anchor;
+    s.x = present.x();
+    s.y = present.y();
+    s.width = present.width();
+    s.height = present.height();
+    if (base_size() != QSizeF(m_core.screen_size()))
+        set_base_to_screen(s);
+    state_changed();
+    return true;
+}
+
+QRectF CDXUTDialog::caption_button_rect(CaptionButton button) const
+{
+    const DialogState& s = dialog_state();
+    const QRectF bar = caption_rect();
+    if (bar.isEmpty() || (button == CaptionButton::Close ? !s.close_button : !s.minimize_button))
+        return {};
+    const double side = std::max(0.0, bar.height() - 2 * button_gap);
+    const int place = button == CaptionButton::Minimize && s.close_button ? 2 : 1;
+    return {bar.right() - place * (side + button_gap), bar.y() + button_gap, side, side};
+}
+
+void CDXUTDialog::set_minimized(bool minimized)
+{
+    if (minimized == m_minimized)
+        return;
+    m_minimized = minimized;
+    state_changed();
+}
+
+int CDXUTDialog::GetControlIndex(const CDXUTControl* control) const
+{
+    return int(controls().indexOf(control));
+}
+
+bool CDXUTDialog::move_control(CDXUTControl* control, int layer)
+{
+    const int now = GetControlIndex(control);
+    layer = std::clamp(layer, 0, std::max(0, GetControlNum() - 1));
+    if (now < 0 || now == layer)
+        return false;
+    edit<DialogState>().controls.move(now, layer);
+    state_changed();
+    return true;
+}
+
+bool CDXUTDialog::SetCtrlLayer(CDXUTControl* control, int where)
+{
+    return move_control(control, where == 0 ? GetControlNum() - 1 : 0);
+}
+
+bool CDXUTDialog::SetCtrlLayerUpDown(CDXUTControl* control, int up)
+{
+    const int now = GetControlIndex(control);
+    return now >= 0 && move_control(control, up ? now + 1 : std::max(0, now - 1));
+}
+
+void CDXUTDialog::insert_control(CDXUTControl* control, int layer)
+{
+    edit<DialogState>().controls.insert(layer, control);
+    control->m_dialog = this;
+    if (control->control_state().dialog.id != id())
+        control->edit<tarn::ControlState>().dialog = {id()};
+    state_changed();
+    control->state_changed();
+}
+
+void CDXUTDialog::remove_control(CDXUTControl* control)
+{
+    m_core.add_damage(control->screen_rect());
+    edit<DialogState>().controls.removeOne(control);
+    control->m_dialog = nullptr;
+    state_changed();
+}
+
+tarn::Value CDXUTDialog::property(const FieldBase& field) const
+{
+    const PlaceFields& place = place_fields();
+    if (&field == place.x)
+        return qint64(rect().x());
+    if (&field == place.y)
+        return qint64(rect().y());
+    if (&field == place.width)
+        return qint64(rect().width());
+    if (&field == place.height)
+        return qint64(rect().height());
+    return ModelObject::property(field);
+}
+
+tarn::Status CDXUTDialog::set_property(const FieldBase& field, const tarn::Value& value)
+{
+    const PlaceFields& place = place_fields();
+    const std::array moved{place.x, place.y, place.width, place.height, place.align_type};
+    if (std::find(moved.begin(), moved.end(), &field) == moved.end())
+        return ModelObject::set_property(field, value);
+    const std::unique_ptr<tarn::ObjectState> wanted(base_state().clone());
+    if (auto status = field.set(*wanted, value); !status)
+        return status;
+    const auto& s = static_cast<const DialogState&>(*wanted);
+    const QRect now = rect();
+    if (&field == place.align_type)
+        set_align_type(s.align_type);
+    else if (&field == place.x)
+        SetLocation(s.x, now.y());
+    else if (&field == place.y)
+        SetLocation(now.x(), s.y);
+    else if (&field == place.width)
+        SetSize(s.width, now.height());
+    else
+        SetSize(now.width(), s.height);
+    return {};
+}
+
+void CDXUTDialog::state_changed()
+{
+    m_caption_text.invalidate();
+    if (m_known_controls.constData() != controls().constData() || m_known_controls.size() != controls().size()) {
+        m_known_controls = controls();
+        m_core.structure_changed();
+    }
+    const QRectF bounds = m_core.dialog_bounds(*this);
+    m_core.add_damage(bounds);
+    if (bounds != m_last_bounds)
+        m_core.add_damage(m_last_bounds);
+    m_last_bounds = bounds;
+}
+
+void CDXUTDialog::draw(tarn::DrawContext& context) const
+{
+    using enum tarn::VisualState;
+    if (is_root())
+        return;
+    const DialogState& s = dialog_state();
+    const tarn::VisualState state = m_core.selection().current_dialog == this ? Focused : Normal;
+    if (s.frame_shown && !m_minimized) {
+        // The frame's picture is open at the top, where the caption bar goes.
+        const auto frame = s.caption_shown ? tarn::Element::Frame : tarn::Element::InfoPanel;
+        context.draw_element(frame, s.caption_shown ? state : Normal, client_rect());
+    }
+    if (s.border_width > 0 && !m_minimized) {
+        context.painter.setPen(QPen(QColor(0x6f, 0xd3, 0xe0, 150), s.border_width, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
+        context.painter.setBrush(Qt::NoBrush);
+        const double half = s.border_width / 2.0;
+        context.painter.drawRect(outer_rect().adjusted(half, half, -half, -half));
+    }
+    if (s.caption_shown)
+        draw_caption(context, state);
+}
+
+void CDXUTDialog::draw_caption(tarn::DrawContext& context, tarn::VisualState state) const
+{
+    const QRectF bar = caption_rect();
+    context.draw_element(tarn::Element::Caption, state, bar);
+    double right = bar.right();
+    for (const CaptionButton button : {CaptionButton::Close, CaptionButton::Minimize}) {
+        const QRectF place = caption_button_rect(button);
+        if (place.isEmpty())
+            continue;
+        const auto picture = button == CaptionButton::Close ? tarn::Element::CloseButton
+            : m_minimized                                    ? tarn::Element::RestoreButton
+                                                             : tarn::Element::MinimizeButton;
+        const tarn::LiveState& live = m_core.live();
+        const bool hot = live.caption_dialog == this && live.caption_button == int(button);
+        context.draw_element(picture, hot ? tarn::VisualState::Hover : tarn::VisualState::Normal, place);
+        right = std::min(right, place.left());
+    }
+    const QRectF text(bar.x() + caption_margin, bar.y(), right - bar.x() - 2 * caption_margin, bar.height());
+    m_caption_text.draw(context.painter, text, dialog_state().caption,
+                        {.color = 0xffe8eef0, .font_size = caption_font_size(bar.height()), .vertical_align = 1});
+}

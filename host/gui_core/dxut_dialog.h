@@ -1,0 +1,101 @@
+#pragma once
+
+#include "core/model_object.h"
+#include "dialog_state.h"
+#include "skin.h"
+#include "text_cache.h"
+
+#include <QRect>
+#include <QRectF>
+#include <QSizeF>
+
+class CDXUTControl;
+class CGuiCore;
+
+namespace tarn {
+struct DrawContext;
+}
+
+/// A dialog: a caption bar, a frame and controls in layers. Places and sizes are whole pixels of the screen and are read as they stand
+/// on the present screen, after anchoring. The root dialog has no frame and is as large as the screen.
+class CDXUTDialog : public tarn::ModelObject {
+public:
+    CDXUTDialog(tarn::Journal& journal, CGuiCore& core);
+
+    const QString& name() const { return dialog_state().name; }
+    /// Cut to 31 characters.
+    bool set_name(const QString& name);
+    const QString& caption() const { return dialog_state().caption; }
+    bool SetCaptionText(const QString& caption);
+    bool GetVisible() const { return dialog_state().visible; }
+    bool SetVisible(bool visible);
+    bool is_root() const;
+
+    /// Place of the top left corner (of the caption bar when it is shown) and size without the caption bar.
+    QRect rect() const;
+    /// The whole dialog with its caption bar, or the caption bar alone while it is minimised.
+    QRectF outer_rect() const;
+    /// The caption bar; empty when it is not shown.
+    QRectF caption_rect() const;
+    /// The client area in pixels of the screen.
+    QRectF client_rect() const;
+    /// Size of the client area in the pixels of its controls, which differ from the screen's while it scales.
+    QSizeF client_size() const;
+    QRectF to_screen(const QRectF& in_client) const;
+    QPointF to_client(const QPointF& on_screen) const;
+    double scale_x() const;
+    double scale_y() const;
+
+    bool SetLocation(int x, int y);
+    /// Negative sizes count as 0.
+    bool SetSize(int width, int height);
+    int align_type() const { return dialog_state().align_type; }
+    /// The dialog stays where it is; from now on it is anchored to the screen by `anchor` (0 to 9).
+    bool set_align_type(int anchor);
+    /// Takes the place and size on the present screen as the ones that are meant, so that a later change of the screen's
+    /// size is measured from here. A dialog that scales with the window keeps what it scales from.
+    void on_pos_scale_changed();
+
+    enum class CaptionButton { Close, Minimize };
+    /// Where a button of the caption bar is; empty when the dialog does not show it.
+    QRectF caption_button_rect(CaptionButton button) const;
+    /// While the interface runs: reduced to its caption bar. Not saved.
+    bool minimized() const { return m_minimized; }
+    void set_minimized(bool minimized);
+
+    const QList<CDXUTControl*>& controls() const { return dialog_state().controls; }
+    int GetControlNum() const { return int(controls().size()); }
+    /// The layer of `control`, 0 at the bottom; -1 when it belongs to another dialog.
+    int GetControlIndex(const CDXUTControl* control) const;
+    /// `where` 0 puts the control on top of the others, 1 below them.
+    bool SetCtrlLayer(CDXUTControl* control, int where);
+    /// `up` 1 moves the control one layer up, 0 one down.
+    bool SetCtrlLayerUpDown(CDXUTControl* control, int up);
+
+    void draw(tarn::DrawContext& context) const;
+
+    const char* class_name() const override { return "CDXUTDialog"; }
+    bool is_attached() const override { return m_attached; }
+    tarn::Value property(const tarn::FieldBase& field) const override;
+    tarn::Status set_property(const tarn::FieldBase& field, const tarn::Value& value) override;
+    void state_changed() override;
+
+    const tarn::DialogState& dialog_state() const { return state<tarn::DialogState>(); }
+
+private:
+    friend class CGuiCore;
+    QSizeF base_size() const;
+    bool set_rect(const QRect& rect);
+    void set_base_to_screen(tarn::DialogState& state) const;
+    void insert_control(CDXUTControl* control, int layer);
+    void remove_control(CDXUTControl* control);
+    bool move_control(CDXUTControl* control, int layer);
+    void draw_caption(tarn::DrawContext& context, tarn::VisualState state) const;
+
+    CGuiCore& m_core;
+    bool m_attached = false;
+    bool m_minimized = false;
+    QRectF m_last_bounds;
+    QList<CDXUTControl*> m_known_controls; ///< the list that the core's index was made from
+    mutable tarn::TextCache m_caption_text;
+};

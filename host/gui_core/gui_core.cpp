@@ -1,0 +1,348 @@
+#include "gui_core.h"
+
+#include "control_class.h"
+#include "dxut_control.h"
+#include "dxut_dialog.h"
+
+#include <algorithm>
+#include <utility>
+
+using tarn::CoreState;
+using tarn::DialogState;
+
+namespace {
+
+constexpr quint32 root_id = 1;
+
+tarn::DialogState* root_state()
+{
+    auto* state = new DialogState;
+    state->id = root_id;
+    state->name = QStringLiteral("ROOT");
+    state->caption_shown = false;
+    state->frame_shown = false;
+    return state;
+}
+
+} // namespace
+
+CGuiCore::CGuiCore(tarn::Journal& journal) : ModelObject(journal, new CoreState)
+{
+    m_root = std::make_shared<CDXUTDialog>(journal, *this);
+    m_root->adopt_state(root_state());
+    m_root->m_attached = true;
+}
+
+CGuiCore::~CGuiCore() = default;
+
+// Index ---------------------------------------------------------------------------------------------------------------
+
+const std::vector<CDXUTControl*>& CGuiCore::controls() const
+{
+    ensure_index();
+    return m_controls;
+}
+
+void CGuiCore::ensure_index() const
+{
+    if (!m_indexed)
+        const_cast<CGuiCore*>(this)->rebuild_index();
+}
+
+void CGuiCore::rebuild_index()
+{
+    m_indexed = true;
+    for (CDXUTControl* control : m_controls)
+        control->m_dialog = nullptr;
+    for (CDXUTDialog* dialog : m_attached_dialogs)
+        dialog->m_attached = false;
+    m_controls.clear();
+    m_attached_dialogs.assign(GetDialogs().begin(), GetDialogs().end());
+    attach(m_root.get());
+    for (CDXUTDialog* dialog : m_attached_dialogs)
+        attach(dialog);
+    std::sort(m_controls.begin(), m_controls.end(),
+              [](const CDXUTControl* a, const CDXUTControl* b) { return a->id() < b->id(); });
+    m_selection.prune();
+    for (CDXUTControl** control : {&m_live.hovered, &m_live.pressed, &m_live.focused})
+        if (*control && !(*control)->is_attached())
+            *control = nullptr;
+    m_live.caption_dialog = nullptr;
+}
+
+void CGuiCore::attach(CDXUTDialog* dialog)
+{
+    dialog->m_attached = true;
+    dialog->m_known_controls = dialog->controls();
+    for (CDXUTControl* control : dialog->controls()) {
+        control->m_dialog = dialog;
+        m_controls.push_back(control);
+    }
+}
+
+CDXUTDialog* CGuiCore::find_dialog(quint32 id) const
+{
+    if (id == root_id)
+        return m_root.get();
+    const auto& all = GetDialogs();
+    const auto found = std::find_if(all.begin(), all.end(), [id](const CDXUTDialog* d) { return d->id() == id; });
+    return found == all.end() ? nullptr : *found;
+}
+
+CDXUTControl* CGuiCore::find_control(quint32 id) const
+{
+    const auto& all = controls();
+    const auto place = std::lower_bound(all.begin(), all.end(), id,
+                                        [](const CDXUTControl* control, quint32 key) { return control->id() < key; });
+    return place != all.end() && (*place)->id() == id ? *place : nullptr;
+}
+
+void CGuiCore::state_changed()
+{
+    if (m_known_dialogs.constData() != GetDialogs().constData() || m_known_dialogs.size() != GetDialogs().size()) {
+        m_known_dialogs = GetDialogs();
+        structure_changed();
+    }
+    add_damage(QRectF(QPointF(), m_screen));
+}
+
+// Objects -------------------------------------------------------------------------------------------------------------
+
+quint32 CGuiCore::take_id()
+{
+    m_next_id = std::max(m_next_id, core_state().next_id);
+    const quint32 id = m_next_id++;
+    edit<CoreState>().next_id = m_next_id;
+    return id;
+}
+
+std::shared_ptr<CDXUTDialog> CGuiCore::make_dialog()
+{
+    return std::make_shared<CDXUTDialog>(journal(), *this);
+}
+
+std::shared_ptr<CDXUTControl> CGuiCore::make_control(int type)
+{
+    const tarn::ControlClass* row = tarn::control_class(type);
+    return row && row->create ? row->create(journal(), *this) : nullptr;
+}
+
+CDXUTDialog* CGuiCore::create_dialog(const QRect& rect, const QString& name)
+{
+    const auto dialog = make_dialog();
+    auto* fresh = new DialogState;
+    fresh->id = take_id();
+    fresh->name = name.isEmpty() ? QStringLiteral("Dialog%1").arg(fresh->id) : tarn::cut_text(name, 31);
+    fresh->caption = fresh->name;
+    fresh->x = rect.x();
+    fresh->y = rect.y();
+    fresh->width = std::max(0, rect.width());
+    fresh->height = std::max(0, rect.height());
+    keep(dialog);
+    dialog->adopt_state(fresh);
+    dialog->m_attached = true;
+    edit<CoreState>().dialogs.append(dialog.get());
+    state_changed();
+    return dialog.get();
+}
+
+CDXUTControl* CGuiCore::create_control(int type, CDXUTDialog* dialog, const QRectF& rect, const QString& name)
+{
+    const auto control = make_control(type);
+    if (!control || !dialog)
+        return nullptr;
+    auto* fresh = static_cast<tarn::ControlState*>(control->base_state().clone());
+    fresh->id = take_id();
+    fresh->name = name.isEmpty()
+        ? QLatin1String(tarn::control_class(type)->name_stem) + QString::number(fresh->id)
+        : name;
+    fresh->dialog = {dialog->id()};
+    fresh->x = float(rect.x());
+    fresh->y = float(rect.y());
+    fresh->width = float(std::max(0.0, rect.width()));
+    fresh->height = float(std::max(0.0, rect.height()));
+    keep(control);
+    control->adopt_state(fresh);
+    if (const tarn::FieldBase* text = control->fields().find("text"); text && type != DXUT_CONTROL_PICTURE)
+        (void)text->set(*fresh, tarn::Value(fresh->name));
+    dialog->insert_control(control.get(), dialog->GetControlNum());
+    return control.get();
+}
+
+void CGuiCore::remove_dialog(CDXUTDialog* dialog)
+{
+    if (!dialog || dialog == m_root.get() || !GetDialogs().contains(dialog))
+        return;
+    edit<CoreState>().dialogs.removeOne(dialog);
+    state_changed();
+    ensure_index();
+}
+
+void CGuiCore::remove_control(CDXUTControl* control)
+{
+    if (!control || !control->dialog())
+        return;
+    control->dialog()->remove_control(control);
+    m_selection.prune();
+}
+
+void CGuiCore::move_control_to(CDXUTControl* control, CDXUTDialog* dialog)
+{
+    if (!control || !dialog || !control->dialog() || control->dialog() == dialog)
+        return;
+    control->dialog()->remove_control(control);
+    dialog->insert_control(control, dialog->GetControlNum());
+    ensure_index();
+}
+
+bool CGuiCore::AdjustDialogLayer(CDXUTDialog* dialog, int down)
+{
+    const qsizetype now = GetDialogs().indexOf(dialog);
+    const qsizetype wanted = now + (down ? -1 : 1);
+    if (now < 0 || wanted < 0 || wanted >= GetDialogs().size())
+        return false;
+    edit<CoreState>().dialogs.move(now, wanted);
+    state_changed();
+    return true;
+}
+
+// Content as a whole --------------------------------------------------------------------------------------------------
+
+void CGuiCore::install(tarn::GuiContent content)
+{
+    auto* fresh = static_cast<CoreState*>(content.core->clone());
+    fresh->dialogs.clear();
+    for (auto& dialog : content.dialogs) {
+        fresh->dialogs.append(dialog.get());
+        keep(std::move(dialog));
+    }
+    for (auto& control : content.controls)
+        keep(std::move(control));
+    m_next_id = std::max(m_next_id, fresh->next_id);
+    m_selection.clear_controls();
+    m_selection.clear_dialogs();
+    m_root->replace_state(content.root->base_state().clone());
+    replace_state(fresh);
+    structure_changed();
+    ensure_index();
+}
+
+void CGuiCore::append(tarn::GuiContent content)
+{
+    auto& s = edit<CoreState>();
+    const auto& added = static_cast<const CoreState&>(*content.core);
+    for (auto texture = added.textures.begin(); texture != added.textures.end(); ++texture)
+        s.textures.insert(texture.key(), texture.value());
+    s.next_id = std::max(s.next_id, added.next_id);
+    m_next_id = std::max(m_next_id, s.next_id);
+    for (auto& dialog : content.dialogs) {
+        s.dialogs.append(dialog.get());
+        keep(std::move(dialog));
+    }
+    for (auto& control : content.controls)
+        keep(std::move(control));
+    state_changed();
+    ensure_index();
+}
+
+void CGuiCore::clear()
+{
+    tarn::GuiContent nothing;
+    nothing.core = tarn::StatePtr(new CoreState);
+    nothing.root = make_dialog();
+    nothing.root->adopt_state(root_state());
+    install(std::move(nothing));
+}
+
+void CGuiCore::forget_history()
+{
+    journal().clear();
+    ensure_index();
+    std::erase_if(m_pool, [](const auto& object) { return !object->is_attached(); });
+    m_next_id = core_state().next_id;
+}
+
+// Selection -----------------------------------------------------------------------------------------------------------
+
+void CGuiCore::SelectDialog(CDXUTDialog* dialog, bool add)
+{
+    if (!dialog)
+        return;
+    m_selection.clear_controls();
+    m_selection.controls_selected = false;
+    if (!add)
+        m_selection.clear_dialogs();
+    if (!m_selection.contains(dialog))
+        m_selection.dialogs.push_back(dialog);
+    m_selection.current_dialog = dialog;
+}
+
+void CGuiCore::ClearDialogSelection()
+{
+    m_selection.clear_dialogs();
+}
+
+void CGuiCore::SelectControl(CDXUTControl* control, bool add)
+{
+    if (!control)
+        return;
+    m_selection.dialogs.clear();
+    m_selection.controls_selected = true;
+    if (!add)
+        m_selection.clear_controls();
+    if (!m_selection.contains(control))
+        m_selection.controls.push_back(control);
+    m_selection.current_control = control;
+    m_selection.current_dialog = control->dialog();
+}
+
+void CGuiCore::ClearCtrlSelection()
+{
+    m_selection.clear_controls();
+}
+
+void CGuiCore::EnableGui(bool editing)
+{
+    m_selection.editing = editing;
+    m_live = {};
+}
+
+// Screen and drawing --------------------------------------------------------------------------------------------------
+
+void CGuiCore::set_screen_size(QSize size)
+{
+    size = size.expandedTo(QSize(1, 1));
+    if (size == m_screen)
+        return;
+    m_screen = size;
+    for (CDXUTDialog* dialog : GetDialogs())
+        dialog->state_changed();
+    add_damage(QRectF(QPointF(), m_screen));
+}
+
+const QImage& CGuiCore::texture(const QString& name) const
+{
+    static const QImage none;
+    const auto encoded = textures().find(name);
+    return encoded == textures().end() ? none : m_textures.image(name, *encoded);
+}
+
+void CGuiCore::set_texture(const QString& name, const QByteArray& encoded)
+{
+    edit<CoreState>().textures.insert(name, encoded);
+    state_changed();
+}
+
+QRectF CGuiCore::take_damage()
+{
+    return std::exchange(m_damage, {});
+}
+
+QRectF CGuiCore::dialog_bounds(const CDXUTDialog& dialog) const
+{
+    QRectF bounds = dialog.outer_rect();
+    if (!dialog.minimized())
+        for (const CDXUTControl* control : dialog.controls())
+            bounds |= dialog.to_screen(control->rect());
+    return bounds;
+}

@@ -1,0 +1,132 @@
+#pragma once
+
+#include "core/model_object.h"
+#include "dialog_state.h"
+#include "selection_record.h"
+#include "texture_cache.h"
+
+#include <QHash>
+#include <QRectF>
+#include <QSize>
+
+#include <memory>
+#include <vector>
+
+class CDXUTControl;
+class CDXUTDialog;
+
+namespace tarn {
+
+/// Where the mouse and the keyboard are while the interface runs. Not saved, not recorded.
+struct LiveState {
+    CDXUTControl* hovered = nullptr;
+    CDXUTControl* pressed = nullptr;
+    CDXUTControl* focused = nullptr;
+    const CDXUTDialog* caption_dialog = nullptr; ///< whose caption button is under the mouse
+    int caption_button = -1;                     ///< CDXUTDialog::CaptionButton
+};
+
+/// A whole interface that is not part of the scene yet: read from a package, or put together for a merge.
+struct GuiContent {
+    StatePtr core;                             ///< CoreState
+    std::shared_ptr<CDXUTDialog> root;         ///< its state becomes the root dialog's
+    std::vector<std::shared_ptr<CDXUTDialog>> dialogs;
+    std::vector<std::shared_ptr<CDXUTControl>> controls;
+};
+
+} // namespace tarn
+
+/// The model of the interface: its dialogs and controls, the selection, and the screen that it is laid out on.
+class CGuiCore : public tarn::ModelObject {
+public:
+    explicit CGuiCore(tarn::Journal& journal);
+    ~CGuiCore() override;
+
+    // Objects
+    const QList<CDXUTDialog*>& GetDialogs() const { return core_state().dialogs; }
+    CDXUTDialog* GetRootDialog() const { return m_root.get(); }
+    /// All controls in the order in which they were made.
+    const std::vector<CDXUTControl*>& controls() const;
+    CDXUTDialog* find_dialog(quint32 id) const; ///< null when no attached dialog has the id
+    CDXUTControl* find_control(quint32 id) const;
+
+    /// A new dialog on top of the others. Its name and caption are "Dialog<id>" when `name` is empty.
+    CDXUTDialog* create_dialog(const QRect& rect, const QString& name = {});
+    /// A new control on top of its dialog's; null when `type` cannot be made.
+    CDXUTControl* create_control(int type, CDXUTDialog* dialog, const QRectF& rect, const QString& name = {});
+    void remove_dialog(CDXUTDialog* dialog);
+    void remove_control(CDXUTControl* control);
+    void move_control_to(CDXUTControl* control, CDXUTDialog* dialog);
+    /// `down` 0 moves the dialog one layer up, 1 one down; false at the end of the order.
+    bool AdjustDialogLayer(CDXUTDialog* dialog, int down);
+
+    // Content as a whole
+    /// A control object of `type` that belongs to no dialog yet; null when the type cannot be made.
+    std::shared_ptr<CDXUTControl> make_control(int type);
+    std::shared_ptr<CDXUTDialog> make_dialog();
+    /// Replaces the whole interface; recorded like any change.
+    void install(tarn::GuiContent content);
+    /// Adds the dialogs of `content` above the present ones; ids have to be unused.
+    void append(tarn::GuiContent content);
+    /// An empty interface; recorded like any change.
+    void clear();
+    /// Forgets the undo history and every object that only it kept alive.
+    void forget_history();
+    quint32 take_id();
+
+    // Selection
+    tarn::SelectionRecord& selection() { return m_selection; }
+    const tarn::SelectionRecord& selection() const { return m_selection; }
+    void SelectDialog(CDXUTDialog* dialog, bool add);
+    void ClearDialogSelection();
+    void SelectControl(CDXUTControl* control, bool add);
+    void ClearCtrlSelection();
+    void EnableGui(bool editing);
+
+    // Screen
+    QSize screen_size() const { return m_screen; }
+    /// Dialogs and controls re-anchor; nothing of the saved state changes.
+    void set_screen_size(QSize size);
+    QSize design_size() const { return {core_state().screen_width, core_state().screen_height}; }
+
+    // Drawing
+    tarn::LiveState& live() { return m_live; }
+    const tarn::LiveState& live() const { return m_live; }
+    const QImage& texture(const QString& name) const;
+    const QMap<QString, QByteArray>& textures() const { return core_state().textures; }
+    void set_texture(const QString& name, const QByteArray& encoded);
+    /// The area of the screen that has to be drawn again since the last call.
+    QRectF take_damage();
+    void add_damage(const QRectF& area) { m_damage |= area; }
+    /// Everything that is drawn of a dialog, controls that stick out included.
+    QRectF dialog_bounds(const CDXUTDialog& dialog) const;
+
+    /// A list of dialogs or controls changed: the index is made anew when it is next needed.
+    void structure_changed() { m_indexed = false; }
+
+    const char* class_name() const override { return "CGuiCore"; }
+    bool is_attached() const override { return true; }
+    void state_changed() override;
+
+    const tarn::CoreState& core_state() const { return state<tarn::CoreState>(); }
+
+private:
+    void ensure_index() const;
+    void rebuild_index();
+    void attach(CDXUTDialog* dialog);
+    void keep(std::shared_ptr<tarn::ModelObject> object) { m_pool.push_back(std::move(object)); }
+
+    std::shared_ptr<CDXUTDialog> m_root;
+    /// Every object that is part of the scene or of its history.
+    std::vector<std::shared_ptr<tarn::ModelObject>> m_pool;
+    quint32 m_next_id = 2; ///< never goes back, not even by undo
+    std::vector<CDXUTControl*> m_controls;
+    std::vector<CDXUTDialog*> m_attached_dialogs;
+    QList<CDXUTDialog*> m_known_dialogs; ///< the list that the index was made from
+    bool m_indexed = false;
+    tarn::SelectionRecord m_selection;
+    tarn::LiveState m_live;
+    QSize m_screen{1280, 720};
+    QRectF m_damage;
+    mutable tarn::TextureCache m_textures;
+};

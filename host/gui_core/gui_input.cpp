@@ -1,0 +1,177 @@
+#include "gui_input.h"
+
+#include "dxut_control.h"
+#include "dxut_dialog.h"
+#include "gui_core.h"
+
+#include <algorithm>
+#include <vector>
+
+namespace tarn {
+
+namespace {
+
+/// Visible dialogs from the top layer to the bottom, the root dialog last.
+std::vector<CDXUTDialog*> from_top(const CGuiCore& core)
+{
+    std::vector<CDXUTDialog*> order;
+    for (const bool on_top : {true, false})
+        for (auto dialog = core.GetDialogs().crbegin(); dialog != core.GetDialogs().crend(); ++dialog)
+            if ((*dialog)->GetVisible() && (*dialog)->dialog_state().always_on_top == on_top)
+                order.push_back(*dialog);
+    if (core.GetRootDialog()->GetVisible())
+        order.push_back(core.GetRootDialog());
+    return order;
+}
+
+CDXUTControl* control_in(const CDXUTDialog& dialog, QPointF place)
+{
+    if (dialog.minimized())
+        return nullptr;
+    const QPointF inside = dialog.to_client(place);
+    const auto& controls = dialog.controls();
+    const auto found = std::find_if(controls.crbegin(), controls.crend(), [&](const CDXUTControl* control) {
+        return control->GetVisible() && control->rect().contains(inside);
+    });
+    return found == controls.crend() ? nullptr : *found;
+}
+
+void redraw(CGuiCore& core, CDXUTControl* control)
+{
+    if (control)
+        core.add_damage(control->screen_rect());
+}
+
+} // namespace
+
+CDXUTDialog* GuiInput::dialog_at(const CGuiCore& core, QPointF place)
+{
+    for (CDXUTDialog* dialog : from_top(core))
+        if (control_in(*dialog, place) || (!dialog->is_root() && dialog->outer_rect().contains(place)))
+            return dialog;
+    return nullptr;
+}
+
+CDXUTControl* GuiInput::control_at(const CGuiCore& core, QPointF place)
+{
+    for (const CDXUTDialog* dialog : from_top(core)) {
+        if (CDXUTControl* control = control_in(*dialog, place))
+            return control;
+        if (!dialog->is_root() && dialog->outer_rect().contains(place))
+            return nullptr;
+    }
+    return nullptr;
+}
+
+void GuiInput::set_hovered(CDXUTControl* control)
+{
+    LiveState& live = m_core.live();
+    if (live.hovered == control)
+        return;
+    redraw(m_core, live.hovered);
+    redraw(m_core, control);
+    live.hovered = control;
+}
+
+void GuiInput::set_focused(CDXUTControl* control)
+{
+    redraw(m_core, m_core.live().focused);
+    redraw(m_core, control);
+    m_core.live().focused = control;
+}
+
+bool GuiInput::mouse_moved(QPointF place)
+{
+    if (m_dragged) {
+        const QPoint corner = (place - m_grip).toPoint();
+        m_dragged->SetLocation(corner.x(), corner.y());
+        return true;
+    }
+    CDXUTDialog* dialog = dialog_at(m_core, place);
+    CDXUTControl* control = control_at(m_core, place);
+    const bool takes = control && control->is_interactive() && control->GetEnabled();
+    set_hovered(takes ? control : nullptr);
+
+    LiveState& live = m_core.live();
+    int button = -1;
+    for (const auto candidate : {CDXUTDialog::CaptionButton::Close, CDXUTDialog::CaptionButton::Minimize})
+        if (dialog && dialog->caption_button_rect(candidate).contains(place))
+            button = int(candidate);
+    if (button != live.caption_button || (button >= 0 && live.caption_dialog != dialog)) {
+        if (live.caption_dialog)
+            m_core.add_damage(live.caption_dialog->caption_rect());
+        live.caption_button = button;
+        live.caption_dialog = button < 0 ? nullptr : dialog;
+        if (dialog)
+            m_core.add_damage(dialog->caption_rect());
+    }
+    return dialog != nullptr;
+}
+
+bool GuiInput::press_caption(CDXUTDialog& dialog, QPointF place)
+{
+    if (!dialog.caption_rect().contains(place))
+        return false;
+    if (dialog.caption_button_rect(CDXUTDialog::CaptionButton::Close).contains(place))
+        dialog.SetVisible(false);
+    else if (dialog.caption_button_rect(CDXUTDialog::CaptionButton::Minimize).contains(place))
+        dialog.set_minimized(!dialog.minimized());
+    else if (dialog.dialog_state().movable && !dialog.minimized()) {
+        m_dragged = &dialog;
+        m_grip = place - QPointF(dialog.rect().topLeft());
+    }
+    return true;
+}
+
+bool GuiInput::mouse_pressed(QPointF place)
+{
+    mouse_moved(place);
+    CDXUTDialog* dialog = dialog_at(m_core, place);
+    if (!dialog)
+        return false;
+    CDXUTControl* hovered = m_core.live().hovered;
+    if (!hovered && press_caption(*dialog, place))
+        return true;
+    m_core.live().pressed = hovered;
+    set_focused(hovered);
+    redraw(m_core, hovered);
+    return true;
+}
+
+bool GuiInput::mouse_released(QPointF place)
+{
+    const bool dragged = std::exchange(m_dragged, nullptr) != nullptr;
+    CDXUTControl* pressed = std::exchange(m_core.live().pressed, nullptr);
+    mouse_moved(place);
+    redraw(m_core, pressed);
+    if (pressed && pressed == m_core.live().hovered)
+        pressed->clicked();
+    return dragged || pressed || m_core.live().hovered;
+}
+
+bool GuiInput::key_pressed(Key key)
+{
+    LiveState& live = m_core.live();
+    if (key == Key::Activate) {
+        if (!live.focused)
+            return false;
+        live.focused->clicked();
+        return true;
+    }
+    std::vector<CDXUTControl*> stops;
+    for (CDXUTControl* control : m_core.controls())
+        if (control->is_interactive() && control->GetVisible() && control->GetEnabled()
+            && control->dialog()->GetVisible())
+            stops.push_back(control);
+    if (stops.empty())
+        return false;
+    const auto now = std::find(stops.begin(), stops.end(), live.focused);
+    const auto count = static_cast<std::ptrdiff_t>(stops.size());
+    std::ptrdiff_t index = key == Key::Next ? 0 : count - 1;
+    if (now != stops.end())
+        index = ((now - stops.begin()) + (key == Key::Next ? 1 : count - 1)) % count;
+    set_focused(stops[static_cast<std::size_t>(index)]);
+    return true;
+}
+
+} // namespace tarn

@@ -1,0 +1,54 @@
+#include "gui_painter.h"
+
+#include "draw_context.h"
+#include "dxut_control.h"
+#include "dxut_dialog.h"
+#include "gui_core.h"
+
+#include <QPainter>
+
+namespace tarn {
+
+GuiPainter::GuiPainter() : m_elements(Skin::default_skin()) {}
+
+void GuiPainter::paint(QPainter& painter, const CGuiCore& core, const QRectF& clip, double scale)
+{
+    painter.save();
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.setRenderHint(QPainter::Antialiasing);
+    paint_dialog(painter, core, *core.GetRootDialog(), clip, scale);
+    for (const bool on_top : {false, true})
+        for (const CDXUTDialog* dialog : core.GetDialogs())
+            if (dialog->dialog_state().always_on_top == on_top)
+                paint_dialog(painter, core, *dialog, clip, scale);
+    painter.restore();
+}
+
+void GuiPainter::paint_dialog(QPainter& painter, const CGuiCore& core, const CDXUTDialog& dialog, const QRectF& clip,
+                              double scale)
+{
+    if (!dialog.GetVisible())
+        return;
+    DrawContext context{painter, m_elements, core, scale, core.selection().editing};
+    if (dialog.outer_rect().intersects(clip))
+        dialog.draw(context);
+    if (dialog.minimized())
+        return;
+    const QPointF origin = dialog.client_rect().topLeft();
+    const bool scaled = dialog.scale_x() != 1 || dialog.scale_y() != 1;
+    const QRectF visible(dialog.to_client(clip.topLeft()), dialog.to_client(clip.bottomRight()));
+    painter.save();
+    painter.translate(origin);
+    if (scaled) {
+        painter.scale(dialog.scale_x(), dialog.scale_y());
+        context.scale = scale * std::max(dialog.scale_x(), dialog.scale_y());
+    }
+    for (const CDXUTControl* control : dialog.controls()) {
+        const QRectF area = control->rect();
+        if (control->GetVisible() && area.intersects(visible))
+            control->draw(context, area);
+    }
+    painter.restore();
+}
+
+} // namespace tarn

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <vector>
+
+class CDXUTControl;
+class CDXUTDialog;
+
+namespace tarn {
+
+/// What the whole editor regards as selected. The lists are in selection order.
+struct SelectionRecord {
+    bool editing = true;            ///< the interface is edited; off while it runs
+    bool controls_selected = false; ///< the selection is of controls, otherwise of dialogs
+    bool menu_editing = false;      ///< the Menu tab is chosen
+    CDXUTDialog* current_dialog = nullptr;
+    CDXUTControl* current_control = nullptr;
+    std::vector<CDXUTDialog*> dialogs;
+    std::vector<CDXUTControl*> controls;
+
+    bool contains(const CDXUTDialog* dialog) const;
+    bool contains(const CDXUTControl* control) const;
+    void clear_dialogs();
+    void clear_controls();
+    /// Drops what is no longer part of the scene.
+    void prune();
+};
+
+} // namespace tarn

@@ -1,0 +1,33 @@
+#include "texture_cache.h"
+
+#include <QBuffer>
+#include <QImageReader>
+
+namespace tarn {
+
+namespace {
+
+QImage decode(const QByteArray& encoded)
+{
+    QBuffer buffer;
+    buffer.setData(encoded);
+    QImageReader reader(&buffer);
+    const QSize size = reader.size();
+    // The header is looked at first: a small file may claim a picture that fills the memory.
+    if (size.width() > TextureCache::max_side || size.height() > TextureCache::max_side)
+        return {};
+    const QImage image = reader.read();
+    return image.isNull() ? image : image.convertToFormat(QImage::Format_ARGB32_Premultiplied);
+}
+
+} // namespace
+
+const QImage& TextureCache::image(const QString& name, const QByteArray& encoded)
+{
+    Picture& known = m_pictures[name];
+    if (known.encoded.constData() != encoded.constData())
+        known = {encoded, decode(encoded)};
+    return known.image;
+}
+
+} // namespace tarn
