@@ -31,6 +31,7 @@ else()
     endif()
 endif()
 target_compile_definitions(tarn_options INTERFACE
+    TARN_VERSION="${PROJECT_VERSION}"
     QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_FOREACH QT_NO_KEYWORDS)
 
 if(TARN_SANITIZE)

@@ -20,6 +20,7 @@ struct FieldRules {
     double maximum = std::numeric_limits<double>::max();
     int max_length = std::numeric_limits<int>::max(); ///< of a text or of each text of a list, in UTF-16 units
     bool read_only = false;                           ///< set by the object itself only
+    bool picture = false;                             ///< a text that names one of the scene's pictures
 };
 
 inline FieldRules range(double minimum, double maximum)
@@ -29,6 +30,10 @@ inline FieldRules range(double minimum, double maximum)
 inline FieldRules max_length(int units)
 {
     return {.max_length = units};
+}
+inline FieldRules picture_name()
+{
+    return {.picture = true};
 }
 inline FieldRules read_only()
 {

@@ -41,6 +41,12 @@ void ModelObject::replace_state(ObjectState* state)
     state_changed();
 }
 
+Status ModelObject::load_state(JsonCursor& cursor)
+{
+    m_state.detach();
+    return read_state(*m_state, cursor);
+}
+
 void ModelObject::adopt_state(ObjectState* state)
 {
     m_state = StatePtr(state);

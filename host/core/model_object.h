@@ -35,6 +35,17 @@ public:
 
     /// For loading and copying: takes over a finished state; not recorded.
     void adopt_state(ObjectState* state);
+    /// Fills the fresh object's state from a JSON object; not recorded.
+    Status load_state(JsonCursor& cursor);
+    /// The state of an object that is not part of the scene yet, for putting it together.
+    ObjectState& raw_state()
+    {
+        m_state.detach();
+        return *m_state;
+    }
+    const StatePtr& shared_state() const { return m_state; }
+    /// Exchanges the state with `other`, past the journal; state_changed() is the caller's to call.
+    void swap_state(StatePtr& other) { m_state.swap(other); }
     /// Takes over a finished state; recorded like any change.
     void replace_state(ObjectState* state);
 
@@ -66,7 +77,6 @@ protected:
 private:
     friend class Journal;
     void note_state();
-    void swap_state(StatePtr& other) { m_state.swap(other); }
 
     Journal& m_journal;
     StatePtr m_state;

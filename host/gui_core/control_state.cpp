@@ -83,7 +83,7 @@ const FieldTable& PictureState::field_table()
 {
     using S = PictureState;
     static const FieldTable table
-        = text_table<S>(1, 1, field<S>("image", &S::image), field<S>("stretch", &S::stretch, true));
+        = text_table<S>(1, 1, field<S>("image", &S::image, QString(), picture_name()), field<S>("stretch", &S::stretch, true));
     return table;
 }
 

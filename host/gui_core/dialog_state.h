@@ -47,7 +47,10 @@ struct CoreState : StateOf<CoreState> {
     int screen_height = 720;
     quint32 next_id = 2; ///< ids from here on were never used; the root dialog has 1
 
-    QMap<QString, QByteArray> textures; ///< encoded pictures by name
+    /// Entries of the package beside the scene's own, by name: pictures under "textures/", and what this version does
+    /// not know, which is kept.
+    QMap<QString, QByteArray> files;
+    QMap<QString, QByteArray> styles; ///< named sets of appearances, each as JSON text
     QList<CDXUTDialog*> dialogs; ///< from the bottom layer to the top, without the root dialog
 
     static const FieldTable& field_table();

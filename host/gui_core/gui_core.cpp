@@ -231,8 +231,8 @@ void CGuiCore::append(tarn::GuiContent content)
 {
     auto& s = edit<CoreState>();
     const auto& added = static_cast<const CoreState&>(*content.core);
-    for (auto texture = added.textures.begin(); texture != added.textures.end(); ++texture)
-        s.textures.insert(texture.key(), texture.value());
+    s.files.insert(added.files);
+    s.styles.insert(added.styles);
     s.next_id = std::max(s.next_id, added.next_id);
     m_next_id = std::max(m_next_id, s.next_id);
     for (auto& dialog : content.dialogs) {
@@ -260,6 +260,30 @@ void CGuiCore::forget_history()
     ensure_index();
     std::erase_if(m_pool, [](const auto& object) { return !object->is_attached(); });
     m_next_id = core_state().next_id;
+}
+
+std::vector<tarn::Journal::Entry> CGuiCore::states() const
+{
+    std::vector<tarn::Journal::Entry> all;
+    const auto add = [&all](const ModelObject* object) {
+        all.push_back({const_cast<ModelObject*>(object), object->shared_state()});
+    };
+    add(this);
+    add(m_root.get());
+    for (const CDXUTDialog* dialog : GetDialogs())
+        add(dialog);
+    for (const CDXUTControl* control : controls())
+        add(control);
+    return all;
+}
+
+void CGuiCore::swap_states(std::vector<tarn::Journal::Entry>& states)
+{
+    for (tarn::Journal::Entry& entry : states)
+        entry.object->swap_state(entry.state);
+    for (tarn::Journal::Entry& entry : states)
+        entry.object->state_changed();
+    ensure_index();
 }
 
 // Selection -----------------------------------------------------------------------------------------------------------
@@ -323,13 +347,14 @@ void CGuiCore::set_screen_size(QSize size)
 const QImage& CGuiCore::texture(const QString& name) const
 {
     static const QImage none;
-    const auto encoded = textures().find(name);
-    return encoded == textures().end() ? none : m_textures.image(name, *encoded);
+    const auto& files = core_state().files;
+    const auto encoded = files.find(tarn::texture_entry(name));
+    return encoded == files.end() ? none : m_textures.image(name, *encoded);
 }
 
 void CGuiCore::set_texture(const QString& name, const QByteArray& encoded)
 {
-    edit<CoreState>().textures.insert(name, encoded);
+    edit<CoreState>().files.insert(tarn::texture_entry(name), encoded);
     state_changed();
 }
 

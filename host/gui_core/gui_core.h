@@ -73,6 +73,10 @@ public:
     /// Forgets the undo history and every object that only it kept alive.
     void forget_history();
     quint32 take_id();
+    /// The states of all objects as they are now, shared until one changes.
+    std::vector<tarn::Journal::Entry> states() const;
+    /// Exchanges the objects' states with `states`, past the journal.
+    void swap_states(std::vector<tarn::Journal::Entry>& states);
 
     // Selection
     tarn::SelectionRecord& selection() { return m_selection; }
@@ -93,7 +97,7 @@ public:
     tarn::LiveState& live() { return m_live; }
     const tarn::LiveState& live() const { return m_live; }
     const QImage& texture(const QString& name) const;
-    const QMap<QString, QByteArray>& textures() const { return core_state().textures; }
+    /// Takes an encoded picture into the scene, in place of one of that name.
     void set_texture(const QString& name, const QByteArray& encoded);
     /// The area of the screen that has to be drawn again since the last call.
     QRectF take_damage();

@@ -7,6 +7,12 @@
 
 namespace tarn {
 
+/// The package entry that holds the picture `name`.
+inline QString texture_entry(const QString& name)
+{
+    return QStringLiteral("textures/") + name;
+}
+
 /// Decoded pictures of a scene. The encoded bytes belong to the scene's state; a picture whose bytes were exchanged is
 /// decoded anew.
 class TextureCache {

@@ -1,0 +1,67 @@
+#include "base_world.h"
+
+#include <algorithm>
+
+CBaseWorld::CBaseWorld()
+{
+    for (const char* kind : {"ground", "camera"}) {
+        auto object = std::make_unique<tarn::SceneObject>();
+        object->kind = QLatin1String(kind);
+        object->name = object->kind;
+        object->id = CGuid::create();
+        m_objects.push_back(std::move(object));
+    }
+}
+
+CBaseWorld::~CBaseWorld() = default;
+
+void CBaseWorld::broadcast(int code)
+{
+    if (on_broadcast)
+        on_broadcast(code);
+    // By index: a listener may add or remove others while it hears the code.
+    for (std::size_t i = 0; i < m_listeners.size(); ++i)
+        m_listeners[i]->update_ui(code);
+}
+
+void CBaseWorld::add_listener(tarn::UiListener* listener)
+{
+    m_listeners.push_back(listener);
+}
+
+void CBaseWorld::remove_listener(tarn::UiListener* listener)
+{
+    std::erase(m_listeners, listener);
+}
+
+void CBaseWorld::update_all_views()
+{
+    if (on_redraw)
+        on_redraw();
+}
+
+void CBaseWorld::api_always_refresh(bool on)
+{
+    if (on_always_refresh)
+        on_always_refresh(on);
+}
+
+void CBaseWorld::set_mouse_tool(tarn::MouseTool* tool)
+{
+    if (m_tool && m_tool != tool)
+        m_tool->cancel();
+    m_tool = tool;
+}
+
+void CBaseWorld::set_default_mouse_tool(tarn::MouseTool* tool)
+{
+    m_default_tool = tool;
+    set_mouse_tool(tool);
+}
+
+void CBaseWorld::api_reset_mt()
+{
+    if (m_tool)
+        m_tool->cancel();
+    m_tool = m_default_tool;
+}

@@ -1,0 +1,79 @@
+#pragma once
+
+#include "mouse_tool.h"
+#include "orbit_camera.h"
+#include "plug_dll_man.h"
+#include "scene_selection.h"
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+namespace tarn {
+
+/// A part of the program that hears the notification codes.
+class UiListener {
+public:
+    virtual ~UiListener() = default;
+    virtual void update_ui(int code) = 0;
+};
+
+/// Notification codes that the host's own libraries send.
+enum NotificationCode : int {
+    ui_full_refresh = 1,
+    ui_scene_changed = 70000,
+    ui_dialog_properties = 70001,
+    ui_control_selected = 70002,
+    ui_control_properties = 70003,
+    ui_selection_changed = 70004,
+    ui_controls_changed = 70005,
+    ui_timebars_changed = 70007,
+    ui_timebar_content = 70008,
+};
+
+} // namespace tarn
+
+/// The 3D world and what connects the plug-ins that work on it.
+class CBaseWorld {
+public:
+    CBaseWorld();
+    ~CBaseWorld();
+
+    CPlugDllMan& plug_man() { return m_plug_man; }
+
+    /// Tells every listener, in the order in which they were added, before it returns; the sender hears it too.
+    void broadcast(int code);
+    void add_listener(tarn::UiListener* listener);
+    void remove_listener(tarn::UiListener* listener);
+
+    /// Asks every view to draw itself again. Cheap: views draw once for any number of calls.
+    void update_all_views();
+    /// While on, the views draw all the time.
+    void api_always_refresh(bool on);
+    /// Given by the program: what update_all_views() and api_always_refresh() reach.
+    std::function<void()> on_redraw;
+    std::function<void(bool)> on_always_refresh;
+    /// Hears every code before the listeners do.
+    std::function<void(int)> on_broadcast;
+
+    /// The tool of the left mouse button; null when there is none. The world does not own it.
+    tarn::MouseTool* mouse_tool() const { return m_tool; }
+    void set_mouse_tool(tarn::MouseTool* tool);
+    /// The tool that works when no other is set.
+    void set_default_mouse_tool(tarn::MouseTool* tool);
+    /// Back to the default tool; what is under way is cancelled.
+    void api_reset_mt();
+
+    tarn::OrbitCamera& camera() { return m_camera; }
+    CSelection& selection() { return m_selection; }
+    const std::vector<std::unique_ptr<tarn::SceneObject>>& objects() const { return m_objects; }
+
+private:
+    CPlugDllMan m_plug_man;
+    std::vector<tarn::UiListener*> m_listeners;
+    tarn::MouseTool* m_tool = nullptr;
+    tarn::MouseTool* m_default_tool = nullptr;
+    tarn::OrbitCamera m_camera;
+    CSelection m_selection;
+    std::vector<std::unique_ptr<tarn::SceneObject>> m_objects;
+};

@@ -1,0 +1,61 @@
+#include "orbit_camera.h"
+
+#include <QtMath>
+
+#include <algorithm>
+#include <cmath>
+
+namespace tarn {
+
+namespace {
+
+constexpr double degrees_per_pixel = 0.35;
+constexpr double field_of_view = 45; ///< degrees, vertical
+
+} // namespace
+
+void OrbitCamera::orbit(QPointF pixels)
+{
+    m_yaw = std::fmod(m_yaw - pixels.x() * degrees_per_pixel, 360.0);
+    m_pitch = std::clamp(m_pitch + pixels.y() * degrees_per_pixel, -89.0, 89.0);
+}
+
+void OrbitCamera::pan(QPointF pixels, double height)
+{
+    const double metres_per_pixel
+        = 2 * m_distance * std::tan(qDegreesToRadians(field_of_view / 2)) / std::max(1.0, height);
+    const QMatrix4x4 inverse = view_matrix().inverted();
+    m_target += inverse.mapVector(QVector3D(float(-pixels.x() * metres_per_pixel),
+                                            float(pixels.y() * metres_per_pixel), 0));
+}
+
+void OrbitCamera::zoom(double steps)
+{
+    m_distance = std::clamp(m_distance * std::pow(0.88, steps), 0.5, 400.0);
+}
+
+QVector3D OrbitCamera::eye() const
+{
+    const double yaw = qDegreesToRadians(m_yaw);
+    const double pitch = qDegreesToRadians(m_pitch);
+    return m_target
+        + QVector3D(float(m_distance * std::cos(pitch) * std::sin(yaw)), float(m_distance * std::sin(pitch)),
+                    float(m_distance * std::cos(pitch) * std::cos(yaw)));
+}
+
+QMatrix4x4 OrbitCamera::view_matrix() const
+{
+    QMatrix4x4 matrix;
+    matrix.lookAt(eye(), m_target, {0, 1, 0});
+    return matrix;
+}
+
+QMatrix4x4 OrbitCamera::projection_matrix(QSizeF view) const
+{
+    QMatrix4x4 matrix;
+    const double ratio = view.height() > 0 ? view.width() / view.height() : 1;
+    matrix.perspective(float(field_of_view), float(ratio), 0.1f, 1000.f);
+    return matrix;
+}
+
+} // namespace tarn

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "engine/mouse_tool.h"
+
+#include <QRectF>
+
+#include <optional>
+
+class CGuiPlugScene;
+
+namespace tarn {
+
+/// Draws the frame of a new dialog or control with the mouse. A click without a drag makes it in its usual size. When
+/// the object is made the scene goes back to selecting.
+class CreateTool : public MouseTool {
+public:
+    static constexpr int dialog = -1;
+
+    /// `type` is the control type to make, or `dialog`.
+    CreateTool(CGuiPlugScene& scene, int type) : m_scene(scene), m_type(type) {}
+
+    bool mouse(const MouseEvent& event) override;
+    bool key(int key, Qt::KeyboardModifiers modifiers) override;
+    void paint(QPainter& painter) override;
+    void cancel() override { m_start.reset(); }
+    Qt::CursorShape cursor() const override { return Qt::CrossCursor; }
+
+private:
+    QRectF frame() const;
+    void create(const QRectF& frame);
+
+    CGuiPlugScene& m_scene;
+    int m_type;
+    std::optional<QPointF> m_start;
+    QPointF m_end;
+};
+
+} // namespace tarn

@@ -1,0 +1,140 @@
+#include "gui_plug_scene.h"
+
+#include "core/language.h"
+#include "core/pak_file.h"
+#include "create_tool.h"
+#include "engine/base_world.h"
+#include "gui_core/dxut_control.h"
+#include "gui_core/dxut_dialog.h"
+#include "package_reader.h"
+#include "package_writer.h"
+#include "play_tool.h"
+#include "scene_merge.h"
+#include "select_tool.h"
+#include "tex_path_info.h"
+
+using tarn::lang;
+using tarn::Status;
+
+CGuiPlugScene::CGuiPlugScene()
+    : m_core(m_journal), m_select_tool(std::make_unique<tarn::SelectTool>(*this)),
+      m_play_tool(std::make_unique<tarn::PlayTool>(m_core))
+{
+}
+
+CGuiPlugScene::~CGuiPlugScene()
+{
+    if (m_world)
+        m_world->set_default_mouse_tool(nullptr);
+}
+
+void CGuiPlugScene::on_world_created(CBaseWorld* world)
+{
+    m_world = world;
+    world->set_default_mouse_tool(m_select_tool.get());
+}
+
+void CGuiPlugScene::clear()
+{
+    const tarn::UserAction action(m_journal, lang(u"清空界面", u"Clear Interface"));
+    m_core.clear();
+}
+
+Status CGuiPlugScene::save(CPakFile& package, const CSaveOpt& options)
+{
+    // What a running preview changed is not the author's: the authored states stand in while the package is written.
+    if (m_playing)
+        m_core.swap_states(m_authored);
+    auto status = tarn::write_package(package, m_core, options);
+    if (m_playing)
+        m_core.swap_states(m_authored);
+    return status;
+}
+
+Status CGuiPlugScene::load(const CPakFile& package, const CTexPathInfo&)
+{
+    auto content = tarn::read_package(package, m_core);
+    if (!content)
+        return content.status();
+    const tarn::UserAction action(m_journal, lang(u"导入界面", u"Import"));
+    m_core.install(std::move(content.value()));
+    return {};
+}
+
+Status CGuiPlugScene::on_merge_GUI(const QString& path, const QString& name, bool replace_styles)
+{
+    CPakFile package;
+    if (auto status = package.open(path); !status)
+        return status;
+    const CTexPathInfo textures(path, 1);
+    auto content = tarn::read_package(package, m_core);
+    if (!content)
+        return content.status();
+    const tarn::UserAction action(m_journal, lang(u"合并界面", u"Merge"));
+    tarn::merge_content(m_core, std::move(content.value()), name, replace_styles);
+    return {};
+}
+
+void CGuiPlugScene::RemoveDialog(CDXUTDialog* dialog)
+{
+    {
+        const tarn::UserAction action(m_journal, lang(u"删除窗口", u"Remove Dialog"));
+        m_core.remove_dialog(dialog);
+    }
+    if (m_world)
+        m_world->broadcast(tarn::ui_scene_changed);
+}
+
+void CGuiPlugScene::RemoveCtrl(CDXUTControl* control)
+{
+    const tarn::UserAction action(m_journal, lang(u"删除控件", u"Remove Control"));
+    m_core.remove_control(control);
+}
+
+void CGuiPlugScene::switch_ctrl_dialog()
+{
+    tarn::SelectionRecord& selection = m_core.selection();
+    selection.controls_selected = !selection.controls_selected;
+    if (m_world)
+        m_world->broadcast(tarn::ui_scene_changed);
+}
+
+void CGuiPlugScene::switch_ctrl_dialog(CDXUTControl* control, CDXUTDialog* dialog)
+{
+    const tarn::UserAction action(m_journal, lang(u"切换控件窗口", u"Switch Dialog"));
+    m_core.move_control_to(control, dialog);
+}
+
+void CGuiPlugScene::SetMTFunction(int kind, int type)
+{
+    if (!m_world || m_playing)
+        return;
+    m_function = kind;
+    if (kind == 0) {
+        m_world->api_reset_mt();
+        m_create_tool.reset();
+        return;
+    }
+    auto tool = std::make_unique<tarn::CreateTool>(*this, kind == 1 ? tarn::CreateTool::dialog : type);
+    m_world->set_mouse_tool(tool.get());
+    m_create_tool = std::move(tool);
+}
+
+void CGuiPlugScene::play(bool on)
+{
+    if (on == m_playing)
+        return;
+    if (on) {
+        SetMTFunction(0, 0);
+        m_authored = m_core.states();
+        m_journal.set_recording(false);
+    } else {
+        m_core.swap_states(m_authored);
+        m_authored.clear();
+        m_journal.set_recording(true);
+    }
+    m_playing = on;
+    m_core.EnableGui(!on);
+    if (m_world)
+        m_world->set_mouse_tool(on ? m_play_tool.get() : m_select_tool.get());
+}

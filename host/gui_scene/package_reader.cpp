@@ -1,0 +1,259 @@
+#include "package_reader.h"
+
+#include "core/json_reader.h"
+#include "core/language.h"
+#include "core/pak_file.h"
+#include "gui_core/control_class.h"
+#include "gui_core/dxut_control.h"
+#include "gui_core/dxut_dialog.h"
+#include "package_writer.h"
+#include "tex_path_info.h"
+
+#include <QHash>
+#include <QSet>
+
+#include <algorithm>
+
+namespace tarn {
+
+namespace {
+
+constexpr quint32 root_id = 1;
+constexpr quint32 max_id = 0x7fffffff;
+const QString manifest_name = QStringLiteral("manifest.json");
+const QString scene_name = QStringLiteral("scene.json");
+
+/// One read of scene.json.
+class SceneReader {
+public:
+    explicit SceneReader(CGuiCore& core) : m_core(core), m_state(new CoreState)
+    {
+        m_state->next_id = 2;
+        m_content.root = core.make_dialog();
+        auto& root = static_cast<DialogState&>(m_content.root->raw_state());
+        root.caption_shown = false;
+        root.frame_shown = false;
+    }
+
+    Status read(QByteArray text);
+    GuiContent take(const QMap<QString, QByteArray>& files);
+
+private:
+    Status read_member(std::string_view key, JsonCursor& value);
+    Status read_dialog(JsonCursor& value);
+    Status read_control(JsonCursor& value);
+    Status read_styles(JsonCursor& value);
+    Status claim_id(quint32 id, const JsonCursor& place);
+    Status link();
+
+    CGuiCore& m_core;
+    QExplicitlySharedDataPointer<CoreState> m_state;
+    GuiContent m_content;
+    QHash<quint32, CDXUTDialog*> m_dialogs;
+    QSet<quint32> m_ids;
+    quint32 m_highest = root_id;
+    bool m_root_seen = false;
+    bool m_dialogs_seen = false;
+    bool m_controls_seen = false;
+};
+
+Status SceneReader::claim_id(quint32 id, const JsonCursor& place)
+{
+    if (id == 0 || id > max_id)
+        return place.fail(lang(u"缺少有效的 \"id\"", u"a valid \"id\" is missing"));
+    if (m_ids.contains(id))
+        return place.fail(lang(u"编号 %1 出现了两次", u"the id %1 appears twice").arg(id));
+    m_ids.insert(id);
+    m_highest = std::max(m_highest, id);
+    return {};
+}
+
+Status SceneReader::read_dialog(JsonCursor& value)
+{
+    auto dialog = m_core.make_dialog();
+    if (auto status = dialog->load_state(value); !status)
+        return status;
+    if (auto status = claim_id(dialog->id(), value); !status)
+        return status;
+    m_dialogs.insert(dialog->id(), dialog.get());
+    m_content.dialogs.push_back(std::move(dialog));
+    return {};
+}
+
+Status SceneReader::read_control(JsonCursor& value)
+{
+    int type = -1;
+    if (auto status = value.peek_int("type", type); !status)
+        return status;
+    auto control = m_core.make_control(type);
+    if (!control)
+        return value.fail(lang(u"未知的控件类型 %1", u"the control type %1 is unknown").arg(type));
+    if (auto status = control->load_state(value); !status)
+        return status;
+    if (auto status = claim_id(control->id(), value); !status)
+        return status;
+    m_content.controls.push_back(std::move(control));
+    return {};
+}
+
+Status SceneReader::read_styles(JsonCursor& value)
+{
+    return value.each_member([this](std::string_view name, JsonCursor& style) {
+        QByteArray json;
+        auto status = style.read_raw(json);
+        m_state->styles.insert(QString::fromUtf8(name.data(), qsizetype(name.size())), json);
+        return status;
+    });
+}
+
+Status SceneReader::read_member(std::string_view key, JsonCursor& value)
+{
+    const auto once = [&](bool& seen) {
+        return std::exchange(seen, true)
+            ? value.fail(lang(u"\"%1\" 出现了两次", u"\"%1\" appears twice").arg(QLatin1String(key.data(), qsizetype(key.size()))))
+            : Status();
+    };
+    if (key == "root") {
+        if (auto status = once(m_root_seen); !status)
+            return status;
+        return m_content.root->load_state(value);
+    }
+    if (key == "dialogs") {
+        if (auto status = once(m_dialogs_seen); !status)
+            return status;
+        return value.each_element([this](JsonCursor& dialog) { return read_dialog(dialog); });
+    }
+    if (key == "controls") {
+        if (auto status = once(m_controls_seen); !status)
+            return status;
+        return value.each_element([this](JsonCursor& control) { return read_control(control); });
+    }
+    if (key == "styles")
+        return read_styles(value);
+    if (const FieldBase* field = CoreState::field_table().find(key))
+        return field->read(*m_state, value);
+    QByteArray json;
+    auto status = value.read_raw(json);
+    m_state->unknown.append({QString::fromUtf8(key.data(), qsizetype(key.size())), json});
+    return status;
+}
+
+Status SceneReader::link()
+{
+    auto& root = static_cast<DialogState&>(m_content.root->raw_state());
+    if (root.id == 0)
+        root.id = root_id;
+    if (root.id != root_id || m_ids.contains(root_id))
+        return Status::error(
+            lang(u"%1：编号 1 只能属于根窗口。", u"%1: the id 1 belongs to the root dialog alone.").arg(scene_name));
+    m_dialogs.insert(root_id, m_content.root.get());
+    for (const auto& control : m_content.controls) {
+        const auto& s = static_cast<const ControlState&>(control->base_state());
+        CDXUTDialog* dialog = m_dialogs.value(s.dialog.id);
+        if (!dialog)
+            return Status::error(lang(u"%1：控件 %2（“%3”）所属的窗口 %4 不存在。",
+                                      u"%1: control %2 (\"%3\") belongs to dialog %4, which does not exist.")
+                                     .arg(scene_name)
+                                     .arg(s.id)
+                                     .arg(s.name)
+                                     .arg(s.dialog.id));
+        static_cast<DialogState&>(dialog->raw_state()).controls.append(control.get());
+    }
+    m_state->next_id = std::clamp(m_state->next_id, m_highest + 1, max_id);
+    return {};
+}
+
+Status SceneReader::read(QByteArray text)
+{
+    JsonText json(std::move(text), scene_name);
+    auto status
+        = json.each_member([this](std::string_view key, JsonCursor& value) { return read_member(key, value); });
+    return status ? link() : status;
+}
+
+/// Pictures that are named but not in the package may lie beside it.
+void add_loose_pictures(const GuiContent& content, QMap<QString, QByteArray>& files)
+{
+    for (const auto& control : content.controls) {
+        for (const FieldBase* field : control->fields()) {
+            if (!field->rules().picture)
+                continue;
+            const QString name = std::get<QString>(field->get(control->base_state()));
+            if (name.isEmpty() || files.contains(texture_entry(name)))
+                continue;
+            const QByteArray loose = CTexPathInfo::find_loose(name);
+            if (!loose.isEmpty())
+                files.insert(texture_entry(name), loose);
+        }
+    }
+}
+
+GuiContent SceneReader::take(const QMap<QString, QByteArray>& files)
+{
+    m_state->files = files;
+    add_loose_pictures(m_content, m_state->files);
+    m_content.core = StatePtr(m_state.data());
+    return std::move(m_content);
+}
+
+Status check_manifest(QByteArray text)
+{
+    int format = 0;
+    JsonText json(std::move(text), manifest_name);
+    auto status = json.each_member([&](std::string_view key, JsonCursor& value) {
+        if (key == "format")
+            return value.read(format);
+        QByteArray ignored;
+        return value.read_raw(ignored);
+    });
+    if (!status)
+        return status;
+    if (format > package_format)
+        return Status::error(lang(u"它由更新版本的程序保存（格式 %1，本程序支持到 %2），请升级本程序",
+                                  u"it was saved by a newer version of the program (format %1; this one reads up to "
+                                  u"%2). Use the newer version to open it")
+                                 .arg(format)
+                                 .arg(package_format));
+    if (format < 1)
+        return Status::error(lang(u"%1 中缺少格式版本", u"%1 does not tell the format's version").arg(manifest_name));
+    return {};
+}
+
+} // namespace
+
+Result<GuiContent> read_content(QByteArray manifest, QByteArray scene, const QMap<QString, QByteArray>& files,
+                                CGuiCore& core)
+{
+    if (auto status = check_manifest(std::move(manifest)); !status)
+        return status;
+    SceneReader reader(core);
+    if (auto status = reader.read(std::move(scene)); !status)
+        return status;
+    return reader.take(files);
+}
+
+Result<GuiContent> read_package(const CPakFile& package, CGuiCore& core)
+{
+    auto manifest = package.read_file(manifest_name);
+    if (!manifest)
+        return manifest.status();
+    auto scene = package.read_file(scene_name);
+    if (!scene)
+        return scene.status();
+    QMap<QString, QByteArray> files;
+    for (const QString& name : package.names()) {
+        if (name == manifest_name || name == scene_name || name.endsWith(QLatin1Char('/')))
+            continue;
+        auto content = package.read_file(name);
+        if (!content)
+            return content.status();
+        files.insert(name, std::move(content.value()));
+    }
+    auto content = read_content(std::move(manifest.value()), std::move(scene.value()), files, core);
+    if (content)
+        return content;
+    return Status::error(lang(u"无法载入文件包 %1：%2", u"The package %1 cannot be loaded: %2")
+                             .arg(package.path(), content.status().message()));
+}
+
+} // namespace tarn

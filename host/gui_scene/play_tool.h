@@ -1,0 +1,24 @@
+#pragma once
+
+#include "engine/mouse_tool.h"
+#include "gui_core/gui_input.h"
+
+class CGuiCore;
+
+namespace tarn {
+
+/// Hands mouse and keyboard to the interface while it runs.
+class PlayTool : public MouseTool {
+public:
+    explicit PlayTool(CGuiCore& core) : m_input(core) {}
+
+    bool mouse(const MouseEvent& event) override;
+    bool key(int key, Qt::KeyboardModifiers modifiers) override;
+    void paint(QPainter&) override {}
+    void cancel() override {}
+
+private:
+    GuiInput m_input;
+};
+
+} // namespace tarn

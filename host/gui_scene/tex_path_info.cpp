@@ -1,0 +1,36 @@
+#include "tex_path_info.h"
+
+#include "core/appinfo.h"
+#include "core/pak_rules.h"
+
+#include <QFile>
+
+#include <utility>
+
+namespace {
+
+CTexPathInfo* innermost = nullptr;
+constexpr qint64 max_loose_size = 64 << 20; ///< bytes
+
+} // namespace
+
+CTexPathInfo::CTexPathInfo(const QString& path, int relative)
+    : m_outer(std::exchange(innermost, this)),
+      m_folder(relative ? appinfo::get_tarn_texture_path(path) : path)
+{
+}
+
+CTexPathInfo::~CTexPathInfo()
+{
+    innermost = m_outer;
+}
+
+QByteArray CTexPathInfo::find_loose(const QString& name)
+{
+    if (!innermost || !tarn::check_entry_name(name))
+        return {};
+    QFile file(innermost->m_folder + QLatin1Char('/') + name);
+    if (file.size() > max_loose_size || !file.open(QIODevice::ReadOnly))
+        return {};
+    return file.readAll();
+}

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "core/status.h"
+
+#include <QByteArray>
+#include <QString>
+
+/// While it lives, pictures that a package names but does not hold are looked for in the texture folder beside the
+/// package. Guards nest; the innermost counts.
+class CTexPathInfo {
+public:
+    /// `relative` 1 looks beside the package `path`; 0 takes `path` as the folder itself.
+    CTexPathInfo(const QString& path, int relative);
+    ~CTexPathInfo();
+    CTexPathInfo(const CTexPathInfo&) = delete;
+    CTexPathInfo& operator=(const CTexPathInfo&) = delete;
+
+    /// The content of the loose picture `name`; null when no guard lives, the name is unsafe or there is no such file.
+    static QByteArray find_loose(const QString& name);
+
+private:
+    CTexPathInfo* m_outer;
+    QString m_folder;
+};
