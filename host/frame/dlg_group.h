@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QStackedWidget>
+
+#include <vector>
+
+class CBaseWorld;
+class CChildDlg;
+
+/// Windows that share one place; one is shown. They are known by an identifier or by their index, in the order in which
+/// they were added.
+class CWndGroup : public QStackedWidget {
+    Q_OBJECT
+
+public:
+    explicit CWndGroup(QWidget* parent = nullptr);
+
+    void add_wnd(QWidget* window, int id);
+    /// Does nothing when the group has no such window.
+    virtual void show_wnd_by_id(int id);
+    void show_wnd_by_index(int index);
+    /// -1 when no window is shown.
+    int shown_id() const;
+    QWidget* find_wnd(int id) const;
+    /// Moves all windows to fill the rectangle.
+    void move_windows(const QRect& rect) { setGeometry(rect); }
+    void destroy_all();
+
+private:
+    std::vector<int> m_ids;
+};
+
+/// A group of pages: it hands world and notification codes to all of them, shown or not.
+class CDlgGroup : public CWndGroup {
+    Q_OBJECT
+
+public:
+    using CWndGroup::CWndGroup;
+
+    void show_wnd_by_id(int id) override;
+    void update_ui(int code);
+    void on_world_created(CBaseWorld* world);
+
+private:
+    std::vector<CChildDlg*> pages() const;
+};

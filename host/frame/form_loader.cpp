@@ -1,0 +1,52 @@
+#include "form_loader.h"
+
+#include "core/language.h"
+#include "widgets/button_st.h"
+#include "widgets/super_edit.h"
+
+#include <QFile>
+#include <QUiLoader>
+
+namespace tarn {
+
+namespace {
+
+class Loader : public QUiLoader {
+public:
+    explicit Loader(const WidgetMaker& maker) : m_maker(maker)
+    {
+        // Captions are translated when the page is initialised, under the page's own name.
+        setTranslationEnabled(false);
+    }
+
+    QWidget* createWidget(const QString& class_name, QWidget* parent, const QString& name) override
+    {
+        QWidget* widget = m_maker ? m_maker(class_name, parent) : nullptr;
+        if (!widget && class_name == QLatin1String("CButtonST"))
+            widget = new CButtonST(parent);
+        if (!widget && class_name == QLatin1String("CSuperEdit"))
+            widget = new CSuperEdit(parent);
+        if (!widget)
+            return QUiLoader::createWidget(class_name, parent, name);
+        widget->setObjectName(name);
+        return widget;
+    }
+
+private:
+    const WidgetMaker& m_maker;
+};
+
+} // namespace
+
+Result<QWidget*> load_form(const QString& path, QWidget* parent, const WidgetMaker& maker)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return Status::error(lang(u"界面模板 %1 无法读取：%2", u"The form %1 cannot be read: %2").arg(path, file.errorString()));
+    Loader loader(maker);
+    if (QWidget* form = loader.load(&file, parent))
+        return form;
+    return Status::error(lang(u"界面模板 %1 有误：%2", u"The form %1 is faulty: %2").arg(path, loader.errorString()));
+}
+
+} // namespace tarn

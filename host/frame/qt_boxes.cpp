@@ -1,0 +1,147 @@
+#include "qt_boxes.h"
+
+#include "core/language.h"
+
+#include <QApplication>
+#include <QColorDialog>
+#include <QDialogButtonBox>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace tarn::boxes {
+
+namespace {
+
+QMessageBox::StandardButton standard(Button button)
+{
+    switch (button) {
+    case Button::Ok: return QMessageBox::Ok;
+    case Button::Cancel: return QMessageBox::Cancel;
+    case Button::Yes: return QMessageBox::Yes;
+    case Button::No: return QMessageBox::No;
+    }
+    return QMessageBox::Ok;
+}
+
+QString caption(Button button)
+{
+    switch (button) {
+    case Button::Ok: return lang(u"确定", u"OK");
+    case Button::Cancel: return lang(u"取消", u"Cancel");
+    case Button::Yes: return lang(u"是", u"Yes");
+    case Button::No: return lang(u"否", u"No");
+    }
+    return {};
+}
+
+QString title_or_name(const QString& title)
+{
+    return title.isEmpty() ? QApplication::applicationDisplayName() : title;
+}
+
+} // namespace
+
+QStringList name_filters(const QString& filter)
+{
+    QStringList filters;
+    const QStringList parts = filter.split(QLatin1Char('|'), Qt::SkipEmptyParts);
+    for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
+        const QString patterns = QString(parts[i + 1]).replace(QLatin1Char(';'), QLatin1Char(' '));
+        const QString label = parts[i].section(QLatin1Char('('), 0, 0).trimmed();
+        // "*.*" leaves files without an extension out on this platform.
+        filters.append(QStringLiteral("%1 (%2)").arg(label, patterns == QLatin1String("*.*") ? QStringLiteral("*") : patterns));
+    }
+    return filters;
+}
+
+Button QtBoxes::message(QWidget* parent, const Message& box)
+{
+    QMessageBox window(parent);
+    window.setIcon(box.is_error               ? QMessageBox::Warning
+                       : box.buttons.size() > 1 ? QMessageBox::Question
+                                                : QMessageBox::Information);
+    window.setWindowTitle(title_or_name(box.title));
+    window.setText(box.text);
+    for (const Button button : box.buttons)
+        window.addButton(standard(button))->setText(caption(button));
+    window.setDefaultButton(standard(box.buttons.front()));
+    const int chosen = window.exec();
+    for (const Button button : box.buttons)
+        if (standard(button) == chosen)
+            return button;
+    return box.buttons.size() > 1 ? Button::Cancel : Button::Ok;
+}
+
+std::optional<QString> QtBoxes::prompt(QWidget* parent, const Prompt& box)
+{
+    QDialog window(parent);
+    window.setWindowTitle(title_or_name(box.title));
+    QVBoxLayout layout(&window);
+    QLabel label(box.text);
+    QLineEdit edit(box.initial);
+    edit.setMaxLength(box.max_length);
+    edit.selectAll();
+    edit.setMinimumWidth(300);
+    QDialogButtonBox buttons(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
+    buttons.button(QDialogButtonBox::Ok)->setText(caption(Button::Ok));
+    buttons.button(QDialogButtonBox::Cancel)->setText(caption(Button::Cancel));
+    layout.addWidget(&label);
+    layout.addWidget(&edit);
+    layout.addWidget(&buttons);
+    QObject::connect(&buttons, &QDialogButtonBox::accepted, &window, &QDialog::accept);
+    QObject::connect(&buttons, &QDialogButtonBox::rejected, &window, &QDialog::reject);
+    if (window.exec() != QDialog::Accepted)
+        return std::nullopt;
+    return edit.text();
+}
+
+QString QtBoxes::file(QWidget* parent, const File& box)
+{
+    QFileDialog window(parent, box.title, box.initial);
+    window.setAcceptMode(box.save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+    window.setFileMode(box.save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+    window.setNameFilters(name_filters(box.filter));
+    if (box.save) {
+        const QString pattern = box.filter.section(QLatin1Char('|'), 1, 1).section(QLatin1Char(';'), 0, 0);
+        window.setDefaultSuffix(QFileInfo(pattern).suffix());
+    }
+    return window.exec() == QDialog::Accepted ? window.selectedFiles().value(0) : QString();
+}
+
+int QtBoxes::menu(QWidget* parent, const Menu& menu)
+{
+    QMenu window(parent);
+    for (const MenuItem& item : menu.items) {
+        if (item.id == 0) {
+            window.addSeparator();
+            continue;
+        }
+        // A name may hold an ampersand; it is no shortcut.
+        QAction* action = window.addAction(QString(item.text).replace(QLatin1Char('&'), QStringLiteral("&&")));
+        action->setData(item.id);
+        action->setEnabled(item.enabled);
+        action->setCheckable(item.checked);
+        action->setChecked(item.checked);
+    }
+    const QAction* chosen = window.exec(menu.place);
+    return chosen ? chosen->data().toInt() : 0;
+}
+
+std::optional<QColor> QtBoxes::color(QWidget* parent, const QColor& initial)
+{
+    const QColor chosen = QColorDialog::getColor(initial, parent);
+    return chosen.isValid() ? std::optional(chosen) : std::nullopt;
+}
+
+int QtBoxes::dialog(QDialog& dialog)
+{
+    return dialog.exec();
+}
+
+} // namespace tarn::boxes

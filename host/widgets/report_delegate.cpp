@@ -1,0 +1,121 @@
+#include "widgets/report_delegate.h"
+
+#include "widgets/report_list.h"
+
+#include <QHelpEvent>
+#include <QPainter>
+#include <QToolTip>
+
+#include <algorithm>
+
+namespace tarn {
+namespace {
+
+constexpr int text_margin = 5;
+constexpr int icon_size = 16;
+
+QColor hover_color(const QPalette& palette)
+{
+    QColor color = palette.color(QPalette::Highlight);
+    color.setAlpha(38);
+    return color;
+}
+
+// Measuring a text costs as much as drawing it; one of few letters is known to fit without.
+QString shortened(const QString& text, const QFontMetrics& metrics, int width)
+{
+    const bool is_latin = std::all_of(text.begin(), text.end(), [](QChar c) { return c.unicode() < 256; });
+    const int widest_letter = is_latin ? metrics.horizontalAdvance(QLatin1Char('W')) : metrics.height() + 2;
+    return text.size() * widest_letter <= width ? text : metrics.elidedText(text, Qt::ElideRight, width);
+}
+
+// Icons of the desktop's theme know no colours for selected rows, and what Qt makes of them can hardly be seen.
+QPixmap tinted(const QIcon& icon, const QColor& color, qreal ratio)
+{
+    QPixmap pixmap = icon.pixmap(QSize(icon_size, icon_size), ratio);
+    QPainter painter(&pixmap);
+    painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+    painter.fillRect(pixmap.rect(), color);
+    return pixmap;
+}
+
+void paint_icon(QPainter& painter, const QIcon& icon, const QRect& place, bool enabled, bool selected,
+    const QColor& selected_color)
+{
+    if (selected && enabled && !icon.name().isEmpty())
+        painter.drawPixmap(place, tinted(icon, selected_color, painter.device()->devicePixelRatio()));
+    else
+        icon.paint(&painter, place, Qt::AlignCenter,
+            !enabled ? QIcon::Disabled : selected ? QIcon::Selected : QIcon::Normal);
+}
+
+} // namespace
+
+ReportDelegate::ReportDelegate(CReportList* list)
+    : QStyledItemDelegate(list)
+    , m_list(list)
+{
+}
+
+QRect ReportDelegate::text_rect(const QStyleOptionViewItem& option, const QModelIndex& index) const
+{
+    const bool icon_column = index.column() == 0 && m_list->has_icons();
+    return option.rect.adjusted(text_margin + (icon_column ? icon_size + 3 : 0), 0, -text_margin, 0);
+}
+
+void ReportDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const
+{
+    const bool enabled = option.state & QStyle::State_Enabled;
+    const bool selected = option.state & QStyle::State_Selected;
+    const bool active = option.state & QStyle::State_Active;
+    const QPalette::ColorGroup group = !enabled ? QPalette::Disabled : active ? QPalette::Active : QPalette::Inactive;
+
+    if (selected)
+        painter->fillRect(option.rect, option.palette.brush(group, QPalette::Highlight));
+    else if (index.row() == m_list->hovered_row() && enabled)
+        painter->fillRect(option.rect, hover_color(option.palette));
+
+    if (index.column() == 0) {
+        const QIcon icon = m_list->row_icon(index.row());
+        if (!icon.isNull()) {
+            const QRect place(option.rect.left() + text_margin - 1,
+                option.rect.center().y() - icon_size / 2 + 1, icon_size, icon_size);
+            paint_icon(*painter, icon, place, enabled, selected,
+                option.palette.color(group, QPalette::HighlightedText));
+        }
+    }
+
+    const QString caption = m_list->item_caption(index.row(), index.column());
+    const QRect place = text_rect(option, index);
+    if (!caption.isEmpty() && place.width() > 0) {
+        const int side = m_list->is_number_column(index.column()) ? Qt::AlignRight : Qt::AlignLeft;
+        painter->setPen(option.palette.color(group, selected ? QPalette::HighlightedText : QPalette::Text));
+        painter->setFont(option.font);
+        painter->drawText(place, side | Qt::AlignVCenter | Qt::TextSingleLine,
+            shortened(caption, option.fontMetrics, place.width()));
+    }
+
+    painter->save();
+    m_list->draw_additional(*painter, option.rect, index.row(), index.column());
+    painter->restore();
+}
+
+QSize ReportDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const
+{
+    const int margins = option.rect.width() - text_rect(option, index).width();
+    const QString caption = m_list->item_caption(index.row(), index.column());
+    return {option.fontMetrics.horizontalAdvance(caption) + margins + 1, option.fontMetrics.height() + 4};
+}
+
+bool ReportDelegate::helpEvent(
+    QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option, const QModelIndex& index)
+{
+    if (event->type() != QEvent::ToolTip || !index.isValid())
+        return QStyledItemDelegate::helpEvent(event, view, option, index);
+    const QString caption = m_list->item_caption(index.row(), index.column());
+    const bool fits = option.fontMetrics.horizontalAdvance(caption) <= text_rect(option, index).width();
+    QToolTip::showText(event->globalPos(), fits ? QString() : caption, view->viewport(), option.rect);
+    return true;
+}
+
+} // namespace tarn

@@ -1,0 +1,385 @@
+#include "widgets/report_list.h"
+
+#include "widgets/iconfun.h"
+#include "widgets/report_delegate.h"
+#include "widgets/report_model.h"
+#include "widgets/report_sort.h"
+
+#include <QCollator>
+#include <QHeaderView>
+#include <QScrollBar>
+
+#include <algorithm>
+#include <unordered_set>
+
+// While one lives, changes come from the program and are not reported as the user's.
+class CReportList::CodeScope {
+public:
+    explicit CodeScope(CReportList& list)
+        : m_list(list)
+    {
+        ++m_list.m_code_depth;
+    }
+    ~CodeScope() { --m_list.m_code_depth; }
+    CodeScope(const CodeScope&) = delete;
+    CodeScope& operator=(const CodeScope&) = delete;
+
+private:
+    CReportList& m_list;
+};
+
+CReportList::CReportList(QWidget* parent)
+    : QTableView(parent)
+    , m_model(new tarn::ReportModel(this))
+{
+    const CodeScope scope(*this);
+    setModel(m_model);
+    setItemDelegate(new tarn::ReportDelegate(this));
+    setSelectionBehavior(SelectRows);
+    setSelectionMode(SingleSelection);
+    setEditTriggers(NoEditTriggers);
+    setAlternatingRowColors(true);
+    setShowGrid(false);
+    setWordWrap(false);
+    setTabKeyNavigation(false);
+    setCornerButtonEnabled(false);
+    setVerticalScrollMode(ScrollPerPixel);
+    setHorizontalScrollMode(ScrollPerPixel);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    viewport()->setAttribute(Qt::WA_Hover);
+    set_up_headers();
+}
+
+CReportList::~CReportList() = default;
+
+int CReportList::get_item_icon(void*) const
+{
+    return -1;
+}
+
+void CReportList::draw_additional(QPainter&, const QRect&, int, int) const
+{
+}
+
+bool CReportList::selects_on_click(int) const
+{
+    return true;
+}
+
+void CReportList::set_up_headers()
+{
+    // Rows of one fixed height: nothing ever asks all rows how tall they are.
+    verticalHeader()->hide();
+    verticalHeader()->setMinimumSectionSize(1);
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    update_row_height();
+
+    QHeaderView* header = horizontalHeader();
+    header->setSectionResizeMode(QHeaderView::Interactive);
+    header->setMinimumSectionSize(16);
+    header->setHighlightSections(false);
+    header->setTextElideMode(Qt::ElideRight);
+    header->setSectionsClickable(true);
+    header->setSortIndicatorShown(true);
+    header->setSortIndicator(-1, Qt::AscendingOrder);
+    connect(header, &QHeaderView::sectionClicked, this, &CReportList::on_header_clicked);
+    connect(header, &QHeaderView::sectionResized, this, &CReportList::on_section_resized);
+}
+
+void CReportList::update_row_height()
+{
+    verticalHeader()->setDefaultSectionSize(std::max(fontMetrics().height() + 4, 20));
+    verticalScrollBar()->setSingleStep(verticalHeader()->defaultSectionSize());
+}
+
+void CReportList::insert_column(int index, const QString& title, int width_share, ColumnKind kind)
+{
+    const CodeScope scope(*this);
+    m_model->insert_column(
+        std::clamp(index, 0, m_model->columnCount()), {title, std::max(width_share, 1), kind == Number});
+    apply_width_shares();
+}
+
+void CReportList::set_column_title(int column, const QString& title)
+{
+    if (column >= 0 && column < m_model->columnCount())
+        m_model->set_column_title(column, title);
+}
+
+QStringList CReportList::column_captions() const
+{
+    QStringList titles;
+    for (const auto& column : m_model->columns())
+        titles.append(column.title);
+    return titles;
+}
+
+bool CReportList::is_number_column(int column) const
+{
+    return column >= 0 && column < m_model->columnCount() && m_model->columns()[size_t(column)].is_number;
+}
+
+void CReportList::apply_width_shares()
+{
+    if (!m_keeps_shares)
+        return;
+    const CodeScope scope(*this);
+    int shares_left = 0;
+    for (const auto& column : m_model->columns())
+        shares_left += column.share;
+    int width_left = viewport()->width();
+    for (int i = 0; i < m_model->columnCount(); ++i) {
+        const int share = m_model->columns()[size_t(i)].share;
+        const int width = int(qint64(width_left) * share / shares_left);
+        setColumnWidth(i, width);
+        width_left -= width;
+        shares_left -= share;
+    }
+}
+
+void CReportList::on_section_resized()
+{
+    if (m_code_depth > 0)
+        return;
+    m_keeps_shares = false;
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+}
+
+void CReportList::refill_list(const std::vector<void*>& items)
+{
+    const CodeScope scope(*this);
+    horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
+    if (items == m_model->items()) {
+        refresh_all_item_caption();
+        return;
+    }
+    const std::vector<void*> chosen = selected_items();
+    void* const current = get_binded_ptr(currentIndex().row());
+    const int scrolled = verticalScrollBar()->value();
+
+    m_model->set_items(items);
+
+    std::vector<int> rows;
+    const std::unordered_set<void*> wanted(chosen.begin(), chosen.end());
+    for (size_t i = 0; i < items.size() && !wanted.empty(); ++i)
+        if (wanted.contains(items[i]))
+            rows.push_back(int(i));
+    const auto at = current ? std::find(items.begin(), items.end(), current) : items.end();
+    replace_selection(rows, at == items.end() ? -1 : int(at - items.begin()));
+
+    executeDelayedItemsLayout();
+    verticalScrollBar()->setValue(scrolled);
+}
+
+int CReportList::row_count() const
+{
+    return int(m_model->items().size());
+}
+
+void* CReportList::get_binded_ptr(int row) const
+{
+    return row >= 0 && row < row_count() ? m_model->items()[size_t(row)] : nullptr;
+}
+
+QString CReportList::item_caption(int row, int column) const
+{
+    if (row < 0 || row >= row_count() || column < 0 || column >= m_model->columnCount())
+        return {};
+    return get_item_caption(m_model->items()[size_t(row)], column);
+}
+
+int CReportList::icon_index(int row) const
+{
+    if (row < 0 || row >= row_count() || m_icons.isEmpty())
+        return -1;
+    const int index = get_item_icon(m_model->items()[size_t(row)]);
+    return index >= 0 && index < m_icons.size() ? index : -1;
+}
+
+QIcon CReportList::row_icon(int row) const
+{
+    const int index = icon_index(row);
+    return index < 0 ? QIcon() : m_icons.at(index);
+}
+
+void CReportList::set_icon_list(const QList<int>& icon_numbers)
+{
+    m_icon_numbers = icon_numbers;
+    reload_icons();
+}
+
+void CReportList::reload_icons()
+{
+    m_icons.clear();
+    for (const int number : m_icon_numbers)
+        m_icons.append(iconfun::icon(number));
+    viewport()->update();
+}
+
+void CReportList::refresh_all_item_caption()
+{
+    viewport()->update();
+}
+
+void CReportList::refresh_item_caption(void* item)
+{
+    const std::vector<void*>& items = m_model->items();
+    const auto at = std::find(items.begin(), items.end(), item);
+    if (at != items.end())
+        update_row(int(at - items.begin()));
+}
+
+void CReportList::update_row(int row)
+{
+    if (row >= 0 && row < row_count())
+        viewport()->update(0, rowViewportPosition(row), viewport()->width(), rowHeight(row));
+}
+
+void CReportList::selecte_item_by_ptr_binded(void* item)
+{
+    const std::vector<void*>& items = m_model->items();
+    const auto at = item ? std::find(items.begin(), items.end(), item) : items.end();
+    if (at == items.end()) {
+        const CodeScope scope(*this);
+        clearSelection();
+        return;
+    }
+    const int row = int(at - items.begin());
+    if (selected_rows() == std::vector<int>{row} && currentIndex().row() == row)
+        return;
+    const CodeScope scope(*this);
+    replace_selection({row}, row);
+    scrollTo(m_model->index(row, 0));
+}
+
+void CReportList::selecte_items_by_ptr_binded(const std::vector<void*>& items, bool clear_first)
+{
+    const std::unordered_set<void*> present(m_model->items().begin(), m_model->items().end());
+    if (selectionMode() == SingleSelection) {
+        const auto last = std::find_if(items.rbegin(), items.rend(), [&](void* item) { return present.contains(item); });
+        if (last != items.rend() || clear_first)
+            selecte_item_by_ptr_binded(last == items.rend() ? nullptr : *last);
+        return;
+    }
+    std::unordered_set<void*> wanted(items.begin(), items.end());
+    if (!clear_first)
+        for (void* item : selected_items())
+            wanted.insert(item);
+    std::vector<int> rows;
+    for (int row = 0; row < row_count(); ++row)
+        if (wanted.contains(get_binded_ptr(row)))
+            rows.push_back(row);
+    if (rows == selected_rows())
+        return;
+    const CodeScope scope(*this);
+    replace_selection(rows, rows.empty() ? -1 : rows.front());
+    if (!rows.empty())
+        scrollTo(m_model->index(rows.front(), 0));
+}
+
+// The selection model compares every old range with every new one; starting from nothing keeps that linear.
+void CReportList::replace_selection(const std::vector<int>& sorted_rows, int current_row)
+{
+    selectionModel()->reset();
+    viewport()->update();
+    if (m_model->columnCount() == 0)
+        return;
+    QItemSelection selection;
+    const int last_column = m_model->columnCount() - 1;
+    for (size_t i = 0; i < sorted_rows.size();) {
+        size_t end = i + 1;
+        while (end < sorted_rows.size() && sorted_rows[end] == sorted_rows[end - 1] + 1)
+            ++end;
+        selection.append(QItemSelectionRange(
+            m_model->index(sorted_rows[i], 0), m_model->index(sorted_rows[end - 1], last_column)));
+        i = end;
+    }
+    if (!selection.isEmpty())
+        selectionModel()->select(selection, QItemSelectionModel::Select);
+    if (current_row >= 0)
+        selectionModel()->setCurrentIndex(m_model->index(current_row, 0), QItemSelectionModel::NoUpdate);
+}
+
+std::vector<int> CReportList::selected_rows() const
+{
+    std::vector<int> rows;
+    for (const QItemSelectionRange& range : selectionModel()->selection())
+        for (int row = range.top(); row <= range.bottom(); ++row)
+            rows.push_back(row);
+    std::sort(rows.begin(), rows.end());
+    rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
+    return rows;
+}
+
+int CReportList::get_first_sel_index() const
+{
+    const std::vector<int> rows = selected_rows();
+    return rows.empty() ? -1 : rows.front();
+}
+
+int CReportList::get_last_sel_index() const
+{
+    const std::vector<int> rows = selected_rows();
+    return rows.empty() ? -1 : rows.back();
+}
+
+std::vector<void*> CReportList::selected_items() const
+{
+    std::vector<void*> items;
+    for (const int row : selected_rows())
+        items.push_back(get_binded_ptr(row));
+    return items;
+}
+
+void CReportList::set_multi_selection(bool multi)
+{
+    setSelectionMode(multi ? ExtendedSelection : SingleSelection);
+    const int first = get_first_sel_index();
+    if (!multi && first != get_last_sel_index()) {
+        const CodeScope scope(*this);
+        replace_selection({first}, first);
+    }
+}
+
+void CReportList::sort_by_column(int column, bool ascending)
+{
+    if (column < 0 || column >= m_model->columnCount())
+        return;
+    const CodeScope scope(*this);
+    std::vector<QString> captions;
+    captions.reserve(size_t(row_count()));
+    for (void* item : m_model->items())
+        captions.push_back(get_item_caption(item, column));
+    const std::vector<int> order = m_model->columns()[size_t(column)].is_number
+        ? tarn::number_order(captions, ascending)
+        : tarn::text_order(captions, ascending, tarn::reading_collator());
+
+    std::vector<bool> was_selected(order.size(), false);
+    for (const int row : selected_rows())
+        was_selected[size_t(row)] = true;
+    const int current = currentIndex().row();
+    selectionModel()->reset();
+    m_model->reorder(order);
+
+    std::vector<int> rows;
+    int new_current = -1;
+    for (size_t i = 0; i < order.size(); ++i) {
+        if (was_selected[size_t(order[i])])
+            rows.push_back(int(i));
+        if (order[i] == current)
+            new_current = int(i);
+    }
+    replace_selection(rows, new_current);
+    horizontalHeader()->setSortIndicator(column, ascending ? Qt::AscendingOrder : Qt::DescendingOrder);
+}
+
+void CReportList::set_use_match_info(bool use)
+{
+    m_use_match_info = use;
+}
+
+void CReportList::set_empty_hint(const QString& hint)
+{
+    m_empty_hint = hint;
+    viewport()->update();
+}

@@ -1,0 +1,206 @@
+// What the user does to a CReportList: mouse, keyboard, header.
+
+#include "widgets/report_list.h"
+
+#include "widgets/report_model.h"
+
+#include <QApplication>
+#include <QDateTime>
+#include <QHeaderView>
+#include <QMetaMethod>
+#include <QMouseEvent>
+#include <QPainter>
+
+#include <algorithm>
+
+CReportList::Cell CReportList::cell_at(const QPoint& pos) const
+{
+    const QModelIndex index = indexAt(pos);
+    return index.isValid() ? Cell{index.row(), index.column()} : Cell{};
+}
+
+void CReportList::get_item_index_under_mouse(int& row, int& column) const
+{
+    const Cell cell = m_clicked.row < row_count() ? m_clicked : Cell{};
+    row = cell.row;
+    column = cell.column;
+}
+
+void CReportList::mousePressEvent(QMouseEvent* event)
+{
+    m_pressed = m_clicked = cell_at(event->position().toPoint());
+    m_was_double_click = false;
+    m_press_is_ours = m_pressed.row < 0 || !selects_on_click(m_pressed.column);
+    if (!m_press_is_ours)
+        QTableView::mousePressEvent(event);
+    else if (m_pressed.row < 0)
+        clearSelection();
+}
+
+void CReportList::mouseMoveEvent(QMouseEvent* event)
+{
+    if (!(m_press_is_ours && event->buttons()))
+        QTableView::mouseMoveEvent(event);
+}
+
+void CReportList::mouseReleaseEvent(QMouseEvent* event)
+{
+    m_clicked = cell_at(event->position().toPoint());
+    if (!m_press_is_ours)
+        QTableView::mouseReleaseEvent(event);
+    m_press_is_ours = false;
+    const bool is_click = event->button() == Qt::LeftButton && m_clicked == m_pressed && !m_was_double_click;
+    if (is_click)
+        Q_EMIT item_clicked(m_clicked.row, m_clicked.column);
+}
+
+void CReportList::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    const Cell cell = cell_at(event->position().toPoint());
+    if (cell.row < 0 || !selects_on_click(cell.column)) {
+        mousePressEvent(event);
+        return;
+    }
+    QTableView::mouseDoubleClickEvent(event);
+    m_pressed = m_clicked = cell;
+    m_press_is_ours = false;
+    m_was_double_click = true;
+    if (event->button() == Qt::LeftButton)
+        Q_EMIT item_double_clicked(cell.row, cell.column);
+}
+
+void CReportList::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected)
+{
+    QTableView::selectionChanged(selected, deselected);
+    if (m_code_depth == 0 && !(selected.isEmpty() && deselected.isEmpty()))
+        Q_EMIT selection_changed_by_user();
+}
+
+void CReportList::on_header_clicked(int column)
+{
+    // The header has turned its indicator already.
+    sort_by_column(column, horizontalHeader()->sortIndicatorOrder() == Qt::AscendingOrder);
+}
+
+bool CReportList::hears_delete() const
+{
+    static const QMetaMethod signal = QMetaMethod::fromSignal(&CReportList::delete_pressed);
+    return isSignalConnected(signal);
+}
+
+bool CReportList::event(QEvent* event)
+{
+    // Otherwise a Delete shortcut of the main window would win over the list that has the focus.
+    if (event->type() == QEvent::ShortcutOverride && hears_delete()) {
+        const auto* key = static_cast<QKeyEvent*>(event);
+        if (key->key() == Qt::Key_Delete && key->modifiers() == Qt::NoModifier) {
+            event->accept();
+            return true;
+        }
+    }
+    return QTableView::event(event);
+}
+
+void CReportList::keyPressEvent(QKeyEvent* event)
+{
+    if (event->key() == Qt::Key_Delete && event->modifiers() == Qt::NoModifier) {
+        if (hears_delete())
+            Q_EMIT delete_pressed();
+        else
+            event->ignore();
+        return;
+    }
+    QTableView::keyPressEvent(event);
+}
+
+QModelIndex CReportList::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers)
+{
+    // A list is gone through by rows; a table would go to the first and the last column.
+    if (row_count() > 0 && action == MoveHome)
+        return m_model->index(0, 0);
+    if (row_count() > 0 && action == MoveEnd)
+        return m_model->index(row_count() - 1, 0);
+    if (action == MoveLeft || action == MoveRight)
+        return currentIndex();
+    return QTableView::moveCursor(action, modifiers);
+}
+
+void CReportList::keyboardSearch(const QString& text)
+{
+    if (!m_use_match_info || row_count() == 0)
+        return;
+    const qint64 now = QDateTime::currentMSecsSinceEpoch();
+    const bool goes_on = now - m_typed_at <= QApplication::keyboardInputInterval();
+    m_typed = goes_on ? m_typed + text : text;
+    m_typed_at = now;
+
+    // The same letter again and again goes through the rows that begin with it.
+    const bool same_letter = std::all_of(m_typed.begin(), m_typed.end(), [&](QChar c) { return c == m_typed.front(); });
+    const QString wanted = same_letter ? m_typed.left(1) : m_typed;
+    const int current = currentIndex().row();
+    const int start = same_letter ? current + 1 : std::max(current, 0);
+    for (int i = 0; i < row_count(); ++i) {
+        const int row = (start + i) % row_count();
+        if (item_caption(row, 0).startsWith(wanted, Qt::CaseInsensitive)) {
+            setCurrentIndex(m_model->index(row, 0));
+            return;
+        }
+    }
+}
+
+void CReportList::set_hovered_row(int row)
+{
+    if (row == m_hovered_row)
+        return;
+    update_row(m_hovered_row);
+    m_hovered_row = row;
+    update_row(row);
+}
+
+bool CReportList::viewportEvent(QEvent* event)
+{
+    if (event->type() == QEvent::HoverMove || event->type() == QEvent::HoverEnter)
+        set_hovered_row(cell_at(static_cast<QHoverEvent*>(event)->position().toPoint()).row);
+    else if (event->type() == QEvent::HoverLeave || event->type() == QEvent::Leave)
+        set_hovered_row(-1);
+    return QTableView::viewportEvent(event);
+}
+
+void CReportList::reset()
+{
+    m_hovered_row = -1;
+    QTableView::reset();
+}
+
+void CReportList::changeEvent(QEvent* event)
+{
+    QTableView::changeEvent(event);
+    switch (event->type()) {
+    case QEvent::FontChange:
+        update_row_height();
+        break;
+    case QEvent::PaletteChange:
+    case QEvent::StyleChange:
+    case QEvent::ThemeChange:
+        reload_icons();
+        break;
+    default:
+        break;
+    }
+}
+
+void CReportList::resizeEvent(QResizeEvent* event)
+{
+    QTableView::resizeEvent(event);
+    apply_width_shares();
+}
+
+void CReportList::paintEvent(QPaintEvent* event)
+{
+    QTableView::paintEvent(event);
+    if (row_count() > 0 || m_empty_hint.isEmpty())
+        return;
+    QPainter painter(viewport());
+    painter.setPen(palette().color(QPalette::PlaceholderText));
+    painter.drawText(viewport()->rect().adjusted(8, 8, -8, -8), Qt::AlignCenter | Qt::TextWordWrap, m_empty_hint);
+}

@@ -1,0 +1,231 @@
+#include "widgets/super_edit.h"
+
+#include <QLineEdit>
+#include <QSignalSpy>
+#include <QStyleOptionSpinBox>
+#include <QTest>
+#include <QWheelEvent>
+
+#include <gtest/gtest.h>
+
+#include <clocale>
+#include <limits>
+
+namespace {
+
+class OpenEdit : public CSuperEdit {
+public:
+    QLineEdit& line() const { return *lineEdit(); }
+    QPoint up_arrow() const
+    {
+        QStyleOptionSpinBox option;
+        initStyleOption(&option);
+        return style()->subControlRect(QStyle::CC_SpinBox, &option, QStyle::SC_SpinBoxUp, this).center();
+    }
+};
+
+class SuperEditTest : public testing::Test {
+protected:
+    SuperEditTest()
+    {
+        edit.resize(120, 24);
+        edit.show();
+        edit.activateWindow();
+        edit.setFocus();
+        QTest::qWait(1);
+        QObject::connect(&edit, &CSuperEdit::text_changed_by_user, [this](double pos) { typed.push_back(pos); });
+    }
+
+    void type(const QString& text)
+    {
+        edit.line().selectAll();
+        QTest::keyClick(&edit, Qt::Key_Delete);
+        for (const QChar c : text)
+            QTest::sendKeyEvent(QTest::Click, &edit, Qt::Key_unknown, QString(c), Qt::NoModifier);
+    }
+
+    QString shown() const { return edit.line().text(); }
+
+    OpenEdit edit;
+    std::vector<double> typed;
+};
+
+using Numbers = std::vector<double>;
+
+} // namespace
+
+TEST_F(SuperEditTest, TypingReportsEveryTextThatIsANumber)
+{
+    edit.set_range(-100, 100, 1);
+    QSignalSpy changes(&edit, &CSuperEdit::value_changed);
+    type(QStringLiteral("-1.5"));
+    EXPECT_EQ(typed, (Numbers{-1, -1, -1.5})) << "nothing for the empty text and the lone sign";
+    EXPECT_EQ(changes.count(), 2);
+    EXPECT_EQ(edit.get_pos(), -1.5);
+
+    typed.clear();
+    type(QStringLiteral("1e"));
+    EXPECT_EQ(typed, (Numbers{1}));
+    QTest::keyClick(&edit, Qt::Key_Return);
+    EXPECT_EQ(shown(), QStringLiteral("1"));
+    type(QString());
+    QTest::keyClick(&edit, Qt::Key_Return);
+    EXPECT_EQ(shown(), QStringLiteral("1")) << "an emptied edit shows its value again";
+}
+
+TEST_F(SuperEditTest, TypingTheHiddenNumberIntoAMixedEditCounts)
+{
+    edit.set_pos(5);
+    EXPECT_TRUE(edit.set_empty());
+    EXPECT_FALSE(edit.set_empty());
+    EXPECT_EQ(shown(), QString());
+    EXPECT_EQ(edit.value(), std::nullopt);
+    EXPECT_EQ(edit.get_pos(), 0);
+    QTest::keyClick(&edit, Qt::Key_Return);
+    EXPECT_EQ(edit.value(), std::nullopt) << "looking at it leaves it mixed";
+    QSignalSpy changes(&edit, &CSuperEdit::value_changed);
+    type(QStringLiteral("5"));
+    EXPECT_EQ(typed, Numbers{5});
+    EXPECT_EQ(changes.count(), 1);
+
+    edit.set_range(10, 20, 1);
+    edit.set_empty();
+    EXPECT_EQ(edit.get_pos(), 10) << "within the range also when empty";
+}
+
+TEST_F(SuperEditTest, TheValueIsHeldToTheRangeWhileTheTextWaitsForTheEnd)
+{
+    edit.set_range(10, 200, 1);
+    type(QStringLiteral("5"));
+    EXPECT_EQ(typed, Numbers{10});
+    EXPECT_EQ(shown(), QStringLiteral("5"));
+    edit.set_pos(10);
+    EXPECT_EQ(shown(), QStringLiteral("5")) << "the object's echo does not disturb typing";
+    QSignalSpy finished(&edit, &CSuperEdit::editing_finished);
+    QTest::keyClick(&edit, Qt::Key_Return);
+    EXPECT_EQ(shown(), QStringLiteral("10"));
+    EXPECT_EQ(finished.count(), 1);
+
+    edit.set_pos(1000);
+    EXPECT_EQ(edit.get_pos(), 200);
+    edit.set_range(50, 0, -3);
+    EXPECT_EQ(edit.get_min(), 0);
+    EXPECT_EQ(edit.get_step(), 1);
+    EXPECT_EQ(edit.get_pos(), 50);
+    EXPECT_EQ(shown(), QStringLiteral("50"));
+}
+
+TEST_F(SuperEditTest, AnEchoThroughA32BitFloatDoesNotDisturbTypingButAnotherValueDoes)
+{
+    type(QStringLiteral("1.10"));
+    edit.set_pos(double(1.1f));
+    EXPECT_EQ(shown(), QStringLiteral("1.10"));
+    edit.set_pos(2);
+    EXPECT_EQ(shown(), QStringLiteral("2"));
+}
+
+TEST_F(SuperEditTest, RefusesWhatIsNotFinite)
+{
+    edit.set_pos(7);
+    edit.set_pos(std::numeric_limits<double>::quiet_NaN());
+    edit.set_pos(std::numeric_limits<double>::infinity());
+    edit.set_range(0, std::numeric_limits<double>::infinity(), 1);
+    EXPECT_EQ(edit.get_max(), 100);
+    type(QStringLiteral("nan"));
+    type(QStringLiteral("inf"));
+    EXPECT_EQ(edit.get_pos(), 7);
+    EXPECT_TRUE(typed.empty());
+    for (const char* text : {"1e999", "0x10", "1 2", "1,2,3", "--1", "+-1", ".", "1f", "nan", "infinity"})
+        EXPECT_FALSE(tarn::parse_number(QString::fromLatin1(text))) << text;
+}
+
+TEST_F(SuperEditTest, ReadsCommasAndDigitsOfOtherScripts)
+{
+    type(QStringLiteral("3,25"));
+    EXPECT_EQ(edit.get_pos(), 3.25);
+    type(QStringLiteral("１２．５"));
+    EXPECT_EQ(edit.get_pos(), 12.5);
+    QTest::keyClick(&edit, Qt::Key_Return);
+    EXPECT_EQ(shown(), QStringLiteral("12.5"));
+    EXPECT_EQ(tarn::parse_number(u"－７"), -7);
+    EXPECT_EQ(tarn::parse_number(u" +.5 "), 0.5);
+}
+
+TEST_F(SuperEditTest, FormatsShowTheValueAndTrapsFallBack)
+{
+    edit.set_range(-1e9, 1e9, 0.1);
+    const struct {
+        const char* format;
+        double value;
+        const char* shown;
+    } cases[] = {{"%.0f", 2.6, "3"}, {"%0.0f", -0.3, "0"}, {"%1.0f", 41, "41"}, {"%.2f", 1, "1.00"}, {"%f", 1, "1.000000"},
+        {"%05.1f", -2.5, "-02.5"}, {"%+.1f", 2, "+2.0"}, {"%.f", 2.2, "2"}, {"%g", 0.1, "0.1"}, {"%lf", 1, "1.000000"},
+        {"%s", 2.5, "2.5"}, {"%n", 2.5, "2.5"}, {"%f%f", 2.5, "2.5"}, {"%.2f%s", 2.5, "2.5"}, {"%*f", 2.5, "2.5"},
+        {"%.999999f", 2.5, "2.5"}, {"%d", 2.5, "2.5"}, {"", 2.5, "2.5"}, {"%%", 2.5, "2.5"}, {"%a", 2.5, "2.5"},
+        {"%.2f\n", 2.5, "2.5"}};
+    for (const auto& c : cases) {
+        edit.set_format_string(QLatin1String(c.format));
+        edit.set_pos(c.value);
+        EXPECT_EQ(shown(), QLatin1String(c.shown)) << c.format;
+        EXPECT_EQ(edit.get_pos(), c.value) << c.format;
+    }
+    edit.set_format_string(QStringLiteral("%.1f"));
+    type(QStringLiteral("2.349"));
+    EXPECT_EQ(edit.get_pos(), 2.3) << "what is typed is what will be shown";
+
+    edit.set_format_string(QStringLiteral("%.2f"));
+    const std::string before = std::setlocale(LC_NUMERIC, nullptr);
+    std::setlocale(LC_NUMERIC, "de_DE.UTF-8");
+    edit.set_pos(1.5);
+    EXPECT_EQ(shown(), QStringLiteral("1.50"));
+    std::setlocale(LC_NUMERIC, before.c_str());
+}
+
+TEST_F(SuperEditTest, StepsByKeysStayInRangeAndFreeOfNoise)
+{
+    edit.set_range(0, 1, 0.1);
+    edit.set_pos(0.1);
+    QTest::keyClick(&edit, Qt::Key_Up);
+    QTest::keyClick(&edit, Qt::Key_Up);
+    EXPECT_EQ(edit.get_pos(), 0.3);
+    QTest::keyClick(&edit, Qt::Key_PageUp);
+    EXPECT_EQ(edit.get_pos(), 1);
+    QTest::keyClick(&edit, Qt::Key_Up);
+    EXPECT_EQ(typed, (Numbers{0.2, 0.3, 1})) << "nothing at the limit";
+}
+
+TEST_F(SuperEditTest, TheWheelNeedsTheFocus)
+{
+    const auto roll = [this] {
+        QWheelEvent event(QPointF(5, 5), QPointF(5, 5), {}, {0, 120}, Qt::NoButton, {}, Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(&edit, &event);
+        return event.isAccepted();
+    };
+    edit.clearFocus();
+    EXPECT_FALSE(roll()) << "left to the page, which scrolls";
+    EXPECT_TRUE(typed.empty());
+    edit.setFocus();
+    roll();
+    EXPECT_EQ(typed, Numbers{1});
+}
+
+TEST_F(SuperEditTest, DraggingFromAnArrowChangesTheValue)
+{
+    edit.set_range(0, 1000, 1);
+    edit.set_pos(50);
+    const QPoint start = edit.up_arrow();
+    const auto move = [&](int dx) {
+        const QPointF pos = start + QPoint(dx, 0);
+        QMouseEvent event(QEvent::MouseMove, pos, edit.mapToGlobal(pos), Qt::NoButton, Qt::LeftButton, {});
+        QCoreApplication::sendEvent(&edit, &event);
+    };
+    QTest::mousePress(&edit, Qt::LeftButton, {}, start);
+    EXPECT_EQ(edit.get_pos(), 51);
+    move(60);
+    EXPECT_EQ(edit.get_pos(), 70);
+    move(-60);
+    EXPECT_EQ(edit.get_pos(), 30);
+    QTest::mouseRelease(&edit, Qt::LeftButton, {}, start);
+    move(90);
+    EXPECT_EQ(edit.get_pos(), 30);
+}
