@@ -2,6 +2,7 @@
 
 #include "mouse_tool.h"
 #include "orbit_camera.h"
+#include "overlay.h"
 #include "plug_dll_man.h"
 #include "scene_selection.h"
 
@@ -64,6 +65,10 @@ public:
     /// Back to the default tool; what is under way is cancelled.
     void api_reset_mt();
 
+    /// What lies over the world in the views; null for nothing. The world does not own it.
+    tarn::Overlay* overlay() const { return m_overlay; }
+    void set_overlay(tarn::Overlay* overlay) { m_overlay = overlay; }
+
     tarn::OrbitCamera& camera() { return m_camera; }
     CSelection& selection() { return m_selection; }
     const std::vector<std::unique_ptr<tarn::SceneObject>>& objects() const { return m_objects; }
@@ -73,6 +78,7 @@ private:
     std::vector<tarn::UiListener*> m_listeners;
     tarn::MouseTool* m_tool = nullptr;
     tarn::MouseTool* m_default_tool = nullptr;
+    tarn::Overlay* m_overlay = nullptr;
     tarn::OrbitCamera m_camera;
     CSelection m_selection;
     std::vector<std::unique_ptr<tarn::SceneObject>> m_objects;

@@ -37,6 +37,14 @@ class CDlgGroup : public CWndGroup {
 public:
     using CWndGroup::CWndGroup;
 
+    /// Makes a page of class `Page` from a template and adds it under the template's number.
+    template <class Page>
+    void create_page(int template_id)
+    {
+        auto* page = new Page(this);
+        page->Create(template_id, this);
+        add_wnd(page, template_id);
+    }
     void show_wnd_by_id(int id) override;
     void update_ui(int code);
     void on_world_created(CBaseWorld* world);

@@ -5,6 +5,7 @@
 #include "widgets/super_edit.h"
 
 #include <QFile>
+#include <QTabBar>
 #include <QUiLoader>
 
 namespace tarn {
@@ -26,6 +27,8 @@ public:
             widget = new CButtonST(parent);
         if (!widget && class_name == QLatin1String("CSuperEdit"))
             widget = new CSuperEdit(parent);
+        if (!widget && class_name == QLatin1String("QTabBar"))
+            widget = new QTabBar(parent);
         if (!widget)
             return QUiLoader::createWidget(class_name, parent, name);
         widget->setObjectName(name);

@@ -10,6 +10,7 @@
 #include "package_writer.h"
 #include "play_tool.h"
 #include "scene_merge.h"
+#include "scene_overlay.h"
 #include "select_tool.h"
 #include "tex_path_info.h"
 
@@ -24,14 +25,18 @@ CGuiPlugScene::CGuiPlugScene()
 
 CGuiPlugScene::~CGuiPlugScene()
 {
-    if (m_world)
-        m_world->set_default_mouse_tool(nullptr);
+    if (!m_world)
+        return;
+    m_world->set_default_mouse_tool(nullptr);
+    m_world->set_overlay(nullptr);
 }
 
 void CGuiPlugScene::on_world_created(CBaseWorld* world)
 {
     m_world = world;
     world->set_default_mouse_tool(m_select_tool.get());
+    m_overlay = std::make_unique<tarn::SceneOverlay>(m_core);
+    world->set_overlay(m_overlay.get());
 }
 
 void CGuiPlugScene::clear()
@@ -59,6 +64,49 @@ Status CGuiPlugScene::load(const CPakFile& package, const CTexPathInfo&)
     const tarn::UserAction action(m_journal, lang(u"导入界面", u"Import"));
     m_core.install(std::move(content.value()));
     return {};
+}
+
+void CGuiPlugScene::new_scene()
+{
+    play(false);
+    clear();
+    m_core.forget_history();
+    m_file_name.clear();
+    SetMTFunction(0, 0);
+    if (m_world)
+        m_world->broadcast(tarn::ui_full_refresh);
+}
+
+Status CGuiPlugScene::open_scene(const QString& path)
+{
+    CPakFile package;
+    if (auto status = package.open(path); !status)
+        return status;
+    const CTexPathInfo textures(path, 1);
+    auto content = tarn::read_package(package, m_core);
+    if (!content)
+        return content.status();
+    play(false);
+    m_core.install(std::move(content.value()));
+    m_core.forget_history();
+    m_file_name = path;
+    SetMTFunction(0, 0);
+    if (m_world)
+        m_world->broadcast(tarn::ui_full_refresh);
+    return {};
+}
+
+Status CGuiPlugScene::save_scene(const QString& path)
+{
+    CPakFile package;
+    auto status = package.create(path);
+    if (status)
+        status = save(package, {});
+    if (status)
+        status = package.close();
+    if (status)
+        m_journal.mark_saved();
+    return status;
 }
 
 Status CGuiPlugScene::on_merge_GUI(const QString& path, const QString& name, bool replace_styles)

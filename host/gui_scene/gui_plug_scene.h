@@ -3,29 +3,33 @@
 #include "core/journal.h"
 #include "core/status.h"
 #include "engine/mouse_tool.h"
-#include "engine/plug_info.h"
+#include "engine/scene_plug.h"
 #include "gui_core/gui_core.h"
+#include "gui_scene_model.h"
 #include "save_opt.h"
 
-#include <functional>
 #include <memory>
 
 class CBaseWorld;
 class CPakFile;
 class CTexPathInfo;
 
+namespace tarn {
+class SceneOverlay;
+}
+
 /// The interface of a scene: its model, its packages, and the mouse tools that work on it in the views.
-class CGuiPlugScene : public CPlugInfo {
+class CGuiPlugScene : public CScenePlug {
 public:
     CGuiPlugScene();
     ~CGuiPlugScene() override;
 
     CGuiCore& gui_core() { return m_core; }
     const CGuiCore& gui_core() const { return m_core; }
-    tarn::Journal& journal() { return m_journal; }
+    tarn::Journal& journal() override { return m_journal; }
+    tarn::SceneModel& model() override { return m_model; }
 
-    /// The world exists now: the scene's tool becomes the mouse tool of the views.
-    void on_world_created(CBaseWorld* world);
+    void on_world_created(CBaseWorld* world) override;
     CBaseWorld* world() const { return m_world; }
 
     // The scene as a whole
@@ -37,6 +41,10 @@ public:
     tarn::Status on_merge_GUI(const QString& path, const QString& name, bool replace_styles);
     void set_openfile_name(const QString& path) { m_file_name = path; }
     const QString& openfile_name() const { return m_file_name; }
+
+    void new_scene() override;
+    tarn::Status open_scene(const QString& path) override;
+    tarn::Status save_scene(const QString& path) override;
 
     // Objects
     void RemoveDialog(CDXUTDialog* dialog);
@@ -51,13 +59,14 @@ public:
     int mouse_function() const { return m_function; }
 
     // Preview
-    /// Runs the interface, or ends that: everything takes the state again that it had before.
-    void play(bool on);
-    bool is_playing() const { return m_playing; }
+    void play(bool on) override;
+    bool is_playing() const override { return m_playing; }
 
 private:
     tarn::Journal m_journal;
     CGuiCore m_core;
+    tarn::GuiSceneModel m_model{*this};
+    std::unique_ptr<tarn::SceneOverlay> m_overlay; ///< made with the world: it needs the fonts and pictures of a program with a display
     CBaseWorld* m_world = nullptr;
     QString m_file_name;
     int m_function = 0;

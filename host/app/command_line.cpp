@@ -1,0 +1,128 @@
+#include "command_line.h"
+
+namespace tarn {
+
+namespace {
+
+const char16_t usage[] = uR"(Usage: tarn-studio [OPTION...] [FILE.tarn]
+
+Opens FILE, or an empty scene.
+
+  --lang zh|en             language of the program
+  --theme light|dark       colours of the program
+  --render FILE.png        draws the interface of FILE.tarn into a picture and exits
+  --size WxH               size of that picture in pixels (1280x720)
+  --script FILE.lua [ARG]  runs a script and exits with 0, or 1 when it fails;
+                           whatever follows FILE.lua goes to the script
+  --plugins DIR            folder of the plug-ins
+  --help                   shows this text and exits
+  --version                shows the version and exits
+)";
+
+/// Takes the arguments one by one.
+class Parser {
+public:
+    explicit Parser(const QStringList& arguments) : m_rest(arguments) {}
+    CommandLine parse();
+
+private:
+    bool next(QString& argument)
+    {
+        if (m_rest.isEmpty())
+            return false;
+        argument = m_rest.takeFirst();
+        return true;
+    }
+    void option(const QString& name);
+    bool parameter(const QString& name, QString& value);
+    void parse_size(const QString& text);
+    void fail(const QString& what);
+
+    QStringList m_rest;
+    CommandLine m_line;
+    bool m_failed = false;
+};
+
+void Parser::fail(const QString& what)
+{
+    m_failed = true;
+    m_line.action = CommandLine::Action::PrintAndExit;
+    m_line.status = 2;
+    m_line.output = QStringLiteral("tarn-studio: %1\n%2\n")
+                        .arg(what, lang(u"使用 --help 查看用法。", u"Try --help."));
+}
+
+bool Parser::parameter(const QString& name, QString& value)
+{
+    if (next(value) && !value.isEmpty())
+        return true;
+    fail(lang(u"%1 缺少参数", u"%1 needs a value").arg(name));
+    return false;
+}
+
+void Parser::parse_size(const QString& text)
+{
+    const QStringList parts = text.split(QLatin1Char('x'));
+    const QSize size(parts.value(0).toInt(), parts.value(1).toInt());
+    if (parts.size() != 2 || size.width() < 1 || size.height() < 1 || size.width() > 16384 || size.height() > 16384)
+        fail(lang(u"“%1”不是尺寸（例如 1280x720）", u"\"%1\" is not a size (such as 1280x720)").arg(text));
+    m_line.size = size;
+}
+
+void Parser::option(const QString& name)
+{
+    QString value;
+    if (name == QLatin1String("--help")) {
+        m_line.action = CommandLine::Action::PrintAndExit;
+        m_line.output = QString::fromUtf16(usage);
+    } else if (name == QLatin1String("--version")) {
+        m_line.action = CommandLine::Action::PrintAndExit;
+        m_line.output = QStringLiteral("tarn-studio " TARN_VERSION "\n");
+    } else if (name == QLatin1String("--lang") && parameter(name, value)) {
+        if (value != QLatin1String("zh") && value != QLatin1String("en"))
+            return fail(lang(u"语言“%1”不可用（zh 或 en）", u"there is no language \"%1\" (zh or en)").arg(value));
+        m_line.language = value == QLatin1String("zh") ? Language::Chinese : Language::English;
+    } else if (name == QLatin1String("--theme") && parameter(name, value)) {
+        if (value != QLatin1String("light") && value != QLatin1String("dark"))
+            return fail(lang(u"主题“%1”不可用（light 或 dark）", u"there is no theme \"%1\" (light or dark)").arg(value));
+        m_line.theme = value == QLatin1String("dark") ? Theme::Dark : Theme::Light;
+    } else if (name == QLatin1String("--render") && parameter(name, value)) {
+        m_line.action = CommandLine::Action::Render;
+        m_line.render_target = value;
+    } else if (name == QLatin1String("--size") && parameter(name, value)) {
+        parse_size(value);
+    } else if (name == QLatin1String("--plugins") && parameter(name, value)) {
+        m_line.plug_ins = value;
+    } else if (name == QLatin1String("--script") && parameter(name, value)) {
+        m_line.action = CommandLine::Action::Script;
+        m_line.script = value;
+        m_line.script_args = std::exchange(m_rest, {});
+    } else if (!m_failed) {
+        fail(lang(u"未知选项 %1", u"unknown option %1").arg(name));
+    }
+}
+
+CommandLine Parser::parse()
+{
+    QString argument;
+    while (!m_failed && m_line.action != CommandLine::Action::PrintAndExit && next(argument)) {
+        if (argument.startsWith(QLatin1Char('-')))
+            option(argument);
+        else if (m_line.file.isEmpty())
+            m_line.file = argument;
+        else
+            fail(lang(u"只能打开一个文件", u"only one file can be opened"));
+    }
+    if (m_line.action == CommandLine::Action::Render && m_line.file.isEmpty())
+        fail(lang(u"--render 需要一个 .tarn 文件", u"--render needs a .tarn file"));
+    return m_line;
+}
+
+} // namespace
+
+CommandLine parse_command_line(const QStringList& arguments)
+{
+    return Parser(arguments).parse();
+}
+
+} // namespace tarn

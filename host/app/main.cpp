@@ -1,0 +1,103 @@
+// tarn-studio: an editor of 2D interfaces in a 3D world.
+
+#include "automation/automation.h"
+#include "command_line.h"
+#include "core/appinfo.h"
+#include "frame/boxes.h"
+#include "main_window.h"
+#include "render.h"
+#include "settings.h"
+#include "studio.h"
+
+#include <QApplication>
+#include <QTimer>
+#include <QTranslator>
+
+#include <cstdio>
+
+using tarn::CommandLine;
+
+namespace {
+
+void print(std::FILE* stream, const QString& text)
+{
+    std::fputs(text.toLocal8Bit().constData(), stream);
+}
+
+void set_up_language(QApplication& app, const CommandLine& line)
+{
+    const auto chosen = line.language ? line.language : tarn::settings::language();
+    VLCMsgIniW::set_language(chosen.value_or(tarn::settings::system_language()));
+    if (VLCMsgIniW::language() != tarn::Language::English)
+        return;
+    // The forms' captions are Chinese; the plug-in of the windows brings their translation along.
+    auto* translator = new QTranslator(&app);
+    if (translator->load(QStringLiteral(":/gui_ui/i18n/tarn_en.qm")))
+        QApplication::installTranslator(translator);
+}
+
+int render(Studio& studio, const CommandLine& line)
+{
+    studio.start_world();
+    if (const QString failure = studio.open_file(line.file); !failure.isEmpty()) {
+        print(stderr, failure + QLatin1Char('\n'));
+        return 1;
+    }
+    const QSize size = line.size.isEmpty() ? QSize(1280, 720) : line.size;
+    if (auto status = tarn::render_to_file(studio.world(), line.render_target, size); !status) {
+        print(stderr, status.message() + QLatin1Char('\n'));
+        return 1;
+    }
+    return 0;
+}
+
+int run(QApplication& app, Studio& studio, const QStringList& failures, const CommandLine& line)
+{
+    MainWindow window(studio);
+    studio.start_world();
+    window.show();
+    if (line.action == CommandLine::Action::Script) {
+        QTimer::singleShot(0, &app, [&] {
+            Automation automation(studio, window);
+            QApplication::exit(automation.run(line.script, line.script_args));
+        });
+        for (const QString& failure : failures)
+            print(stderr, failure + QLatin1Char('\n'));
+        return QApplication::exec();
+    }
+    QTimer::singleShot(0, &window, [&] {
+        for (const QString& failure : failures)
+            tarn::boxes::error(&window, failure);
+        if (!line.file.isEmpty())
+            window.open_file(line.file);
+    });
+    return QApplication::exec();
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QApplication app(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("tarn-studio"));
+    QApplication::setApplicationDisplayName(QStringLiteral("Tarn studio"));
+    QApplication::setApplicationVersion(QStringLiteral(TARN_VERSION));
+
+    VLCMsgIniW::set_language(tarn::settings::system_language());
+    const CommandLine line = tarn::parse_command_line(QApplication::arguments().mid(1));
+    if (line.action == CommandLine::Action::PrintAndExit) {
+        print(line.status ? stderr : stdout, line.output);
+        return line.status;
+    }
+    if (line.action != CommandLine::Action::Run)
+        tarn::settings::forget_all();
+
+    Studio studio;
+    const QStringList failures
+        = studio.load_plug_ins(line.plug_ins.isEmpty() ? appinfo::get_data_path(QStringLiteral("plugins")) : line.plug_ins);
+    set_up_language(app, line);
+    tarn::apply_theme(app, line.theme.value_or(tarn::settings::theme()));
+    if (line.action == CommandLine::Action::Render)
+        return render(studio, line);
+    return run(app, studio, failures, line);
+}

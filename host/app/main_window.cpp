@@ -1,0 +1,283 @@
+#include "main_window.h"
+
+#include "core/language.h"
+#include "frame/boxes.h"
+#include "frame/child_dlg.h"
+#include "frame/control_bar.h"
+#include "frame/dlg_group.h"
+#include "frame/filedlg.h"
+#include "settings.h"
+#include "studio.h"
+#include "view/view3d.h"
+#include "widgets/iconfun.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QDockWidget>
+#include <QFileInfo>
+#include <QStackedWidget>
+#include <QStatusBar>
+#include <QTabBar>
+#include <QVBoxLayout>
+
+using tarn::lang;
+using tarn::boxes::Button;
+
+namespace {
+
+constexpr int program_icon = 100;
+constexpr QSize usual_size(1440, 900);
+constexpr int side_panel_width = 240; ///< pixels
+constexpr const char* geometry_key = "window/geometry";
+constexpr const char* places_key = "window/places";
+
+QString file_filter()
+{
+    return lang(u"TARN文件", u"TARN file") + QStringLiteral("(*.tarn)|*.tarn|")
+        + lang(u"所有文件", u"All files") + QStringLiteral("(*.*)|*.*||");
+}
+
+filter_man filter()
+{
+    filter_man filter;
+    filter.add_filter(file_filter(), {});
+    return filter;
+}
+
+/// The page in front within a window: of a group the one that is shown, otherwise the window itself.
+CChildDlg* front_page(QWidget* window)
+{
+    if (!window)
+        return nullptr;
+    if (auto* group = window->findChild<CDlgGroup*>())
+        return qobject_cast<CChildDlg*>(group->currentWidget());
+    return qobject_cast<CChildDlg*>(window);
+}
+
+} // namespace
+
+MainWindow::MainWindow(Studio& studio) : m_studio(studio)
+{
+    setWindowIcon(iconfun::icon(program_icon));
+    auto* centre = new QWidget(this);
+    auto* layout = new QVBoxLayout(centre);
+    layout->setContentsMargins({});
+    layout->setSpacing(0);
+    m_top_area = new QStackedWidget(centre);
+    m_top_area->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
+    m_view = new CView3D(studio.world(), centre);
+    layout->addWidget(m_top_area);
+    layout->addWidget(m_view, 1);
+    setCentralWidget(centre);
+    resize(usual_size);
+
+    studio.world().on_redraw = [this] { m_view->schedule_redraw(); };
+    studio.world().on_always_refresh = [this](bool on) { m_view->set_always_refresh(on); };
+    connect(m_view, &CView3D::gl_unavailable, this, [this](const QString& message) { statusBar()->showMessage(message); });
+
+    make_side_panel();
+    make_plug_in_windows();
+    make_menus();
+    connect(&studio, &Studio::document_changed, this, &MainWindow::update_document);
+    update_document();
+    restore_places();
+    if (!m_modes.empty())
+        on_mode_chosen(0);
+}
+
+MainWindow::~MainWindow()
+{
+    m_studio.world().on_redraw = nullptr;
+    m_studio.world().on_always_refresh = nullptr;
+    for (CBasePlugUi* plug_in : m_studio.ui_plug_ins())
+        plug_in->destroy_windows();
+}
+
+void MainWindow::make_side_panel()
+{
+    auto* dock = new QDockWidget(lang(u"对象面板", u"Objects"), this);
+    dock->setObjectName(QStringLiteral("side_panel"));
+    auto* inside = new QWidget(dock);
+    auto* layout = new QVBoxLayout(inside);
+    layout->setContentsMargins({});
+    layout->setSpacing(0);
+    m_mode_strip = new QTabBar(inside);
+    m_mode_strip->setExpanding(true);
+    m_side_area = new QStackedWidget(inside);
+    m_side_area->setMinimumWidth(side_panel_width);
+    layout->addWidget(m_mode_strip);
+    layout->addWidget(m_side_area, 1);
+    dock->setWidget(inside);
+    addDockWidget(Qt::LeftDockWidgetArea, dock);
+    // The side panel and the property bar keep the window's full height.
+    setCorner(Qt::BottomLeftCorner, Qt::LeftDockWidgetArea);
+    setCorner(Qt::BottomRightCorner, Qt::RightDockWidgetArea);
+}
+
+void MainWindow::make_plug_in_windows()
+{
+    for (CBasePlugUi* plug_in : m_studio.ui_plug_ins()) {
+        // The bars come first: the windows of the modes are given pointers to them.
+        plug_in->create_control_bars(this);
+        plug_in->create_tab_windows(m_top_area, m_side_area);
+        for (const auto& mode : plug_in->mode_tabs()) {
+            m_modes.push_back(mode.get());
+            m_mode_strip->addTab(iconfun::icon(mode->first_icon), mode->title);
+            m_side_area->addWidget(mode->side_window);
+            if (mode->top_window)
+                m_top_area->addWidget(mode->top_window);
+        }
+    }
+    connect(m_mode_strip, &QTabBar::currentChanged, this, &MainWindow::on_mode_chosen);
+}
+
+void MainWindow::on_mode_chosen(int index)
+{
+    if (index < 0 || index >= int(m_modes.size()))
+        return;
+    const CMyTabDlg& mode = *m_modes[std::size_t(index)];
+    for (int i = 0; i < int(m_modes.size()); ++i) {
+        const CMyTabDlg& tab = *m_modes[std::size_t(i)];
+        m_mode_strip->setTabIcon(i, iconfun::icon(i == index ? tab.second_icon : tab.first_icon));
+    }
+    m_side_area->setCurrentWidget(mode.side_window);
+    m_top_area->setVisible(mode.top_window != nullptr);
+    if (mode.top_window)
+        m_top_area->setCurrentWidget(mode.top_window);
+    // The property bar belongs to both modes, the timeline bar to the one of the timebars.
+    for (CBasePlugUi* plug_in : m_studio.ui_plug_ins())
+        for (CMyControlBar* bar : plug_in->control_bars())
+            bar->show_bar(bar->allowedAreas().testFlag(Qt::RightDockWidgetArea)
+                          || mode.name == QLatin1String("Timebar"));
+}
+
+bool MainWindow::activate_mode(const QString& name)
+{
+    for (int i = 0; i < int(m_modes.size()); ++i) {
+        if (m_modes[std::size_t(i)]->name != name)
+            continue;
+        m_mode_strip->setCurrentIndex(i);
+        return true;
+    }
+    return false;
+}
+
+QString MainWindow::active_mode() const
+{
+    const int index = m_mode_strip->currentIndex();
+    return index >= 0 && index < int(m_modes.size()) ? m_modes[std::size_t(index)]->name : QString();
+}
+
+CChildDlg* MainWindow::property_page() const
+{
+    for (CBasePlugUi* plug_in : m_studio.ui_plug_ins())
+        for (CMyControlBar* bar : plug_in->control_bars())
+            if (bar->allowedAreas().testFlag(Qt::RightDockWidgetArea))
+                return front_page(bar);
+    return nullptr;
+}
+
+CChildDlg* MainWindow::side_page() const
+{
+    return front_page(m_side_area->currentWidget());
+}
+
+// Files ---------------------------------------------------------------------------------------------------------------
+
+void MainWindow::update_document()
+{
+    const QString& path = m_studio.file_name();
+    const QString name = path.isEmpty() ? lang(u"未命名", u"Untitled") : QFileInfo(path).fileName();
+    const QString playing = m_studio.is_playing() ? lang(u" [预览]", u" [Preview]") : QString();
+    setWindowTitle(QStringLiteral("%1[*]%2 - Tarn studio").arg(name, playing));
+    setWindowModified(m_studio.is_changed());
+    update_edit_menu();
+}
+
+bool MainWindow::report(const QString& failure)
+{
+    if (failure.isEmpty())
+        return true;
+    tarn::boxes::error(this, failure);
+    return false;
+}
+
+bool MainWindow::new_file()
+{
+    return report(m_studio.new_file());
+}
+
+bool MainWindow::open_file(const QString& path)
+{
+    return report(m_studio.open_file(path));
+}
+
+bool MainWindow::save_file(const QString& path)
+{
+    return report(m_studio.save_file(path));
+}
+
+bool MainWindow::may_discard()
+{
+    if (!m_studio.is_changed())
+        return true;
+    const QString name = m_studio.file_name().isEmpty() ? lang(u"未命名", u"Untitled")
+                                                        : QFileInfo(m_studio.file_name()).fileName();
+    const Button answer = tarn::boxes::message(
+        this, {.text = lang(u"“%1”已修改。要保存吗？", u"\"%1\" was changed. Save it?").arg(name), .title = {},
+               .buttons = {Button::Yes, Button::No, Button::Cancel}});
+    return answer == Button::No || (answer == Button::Yes && save());
+}
+
+void MainWindow::ask_and_new()
+{
+    if (may_discard())
+        new_file();
+}
+
+void MainWindow::ask_and_open()
+{
+    if (!may_discard())
+        return;
+    const QString path = filedlg::pop_file_dlg(filter(), filedlg::mode_open, this,
+                                               QFileInfo(m_studio.file_name()).absolutePath());
+    if (!path.isEmpty())
+        open_file(path);
+}
+
+bool MainWindow::ask_and_save()
+{
+    const QString path = filedlg::pop_file_dlg(filter(), filedlg::mode_save, this, m_studio.file_name());
+    return !path.isEmpty() && save_file(path);
+}
+
+bool MainWindow::save()
+{
+    return m_studio.file_name().isEmpty() ? ask_and_save() : save_file(m_studio.file_name());
+}
+
+void MainWindow::closeEvent(QCloseEvent* event)
+{
+    if (!may_discard()) {
+        event->ignore();
+        return;
+    }
+    save_places();
+    event->accept();
+}
+
+// Places --------------------------------------------------------------------------------------------------------------
+
+void MainWindow::restore_places()
+{
+    QSettings& store = tarn::settings::store();
+    restoreGeometry(store.value(QLatin1String(geometry_key)).toByteArray());
+    restoreState(store.value(QLatin1String(places_key)).toByteArray());
+}
+
+void MainWindow::save_places()
+{
+    QSettings& store = tarn::settings::store();
+    store.setValue(QLatin1String(geometry_key), saveGeometry());
+    store.setValue(QLatin1String(places_key), saveState());
+}

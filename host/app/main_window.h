@@ -1,0 +1,75 @@
+#pragma once
+
+#include "frame/base_plug_ui.h"
+
+#include <QMainWindow>
+
+class CChildDlg;
+class CView3D;
+class QAction;
+class QMenu;
+class QStackedWidget;
+class QTabBar;
+class Studio;
+
+/// The program's window: menus, the 3D view with the strip of the active mode above it, the side panel with the tabs of
+/// the modes, and the plug-ins' bars.
+class MainWindow : public QMainWindow {
+    Q_OBJECT
+
+public:
+    explicit MainWindow(Studio& studio);
+    ~MainWindow() override;
+
+    CView3D& view() { return *m_view; }
+
+    /// Activates the mode of that name ("GUI", "Timebar"); false when there is none.
+    bool activate_mode(const QString& name);
+    QString active_mode() const;
+    /// The page that the property bar shows; null when there is no such bar.
+    CChildDlg* property_page() const;
+    /// The page that the side panel shows; null when there are no modes.
+    CChildDlg* side_page() const;
+
+    /// As File > New, Open and Save As do, without asking for the file. Failures are shown in a box; false then.
+    bool new_file();
+    bool open_file(const QString& path);
+    bool save_file(const QString& path);
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void make_menus();
+    void make_file_menu();
+    void make_edit_menu();
+    void make_view_menu();
+    void make_help_menu();
+    void make_side_panel();
+    void make_plug_in_windows();
+    void on_mode_chosen(int index);
+    void update_document();
+    void update_edit_menu();
+    void fill_recent_files();
+    void restore_places();
+    void save_places();
+
+    bool report(const QString& failure);
+    /// Asks what to do with unsaved changes; true when the scene may be given up.
+    bool may_discard();
+    void ask_and_new();
+    void ask_and_open();
+    bool ask_and_save();
+    bool save();
+
+    Studio& m_studio;
+    CView3D* m_view;
+    QStackedWidget* m_top_area;
+    QStackedWidget* m_side_area = nullptr;
+    QTabBar* m_mode_strip = nullptr;
+    std::vector<CMyTabDlg*> m_modes;
+    QMenu* m_recent_menu = nullptr;
+    QAction* m_undo = nullptr;
+    QAction* m_redo = nullptr;
+    QAction* m_play = nullptr;
+};

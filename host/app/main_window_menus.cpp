@@ -1,0 +1,182 @@
+// The menus of the main window.
+
+#include "core/journal.h"
+#include "core/language.h"
+#include "engine/scene_plug.h"
+#include "frame/boxes.h"
+#include "main_window.h"
+#include "settings.h"
+#include "studio.h"
+#include "widgets/iconfun.h"
+
+#include <QActionGroup>
+#include <QApplication>
+#include <QDir>
+#include <QDockWidget>
+#include <QFileInfo>
+#include <QMenu>
+#include <QMenuBar>
+
+using tarn::lang;
+
+namespace {
+
+// Numbers in the icon table.
+enum Icon : int { icon_new = 10, icon_open, icon_save, icon_undo, icon_redo, icon_play, icon_stop };
+
+QAction* add(QMenu* menu, int icon, const QString& text, const QKeySequence& keys)
+{
+    QAction* action = menu->addAction(text);
+    if (icon)
+        action->setIcon(iconfun::icon(icon));
+    action->setShortcut(keys);
+    return action;
+}
+
+/// A choice among several; the one in force is checked.
+QAction* add_choice(QMenu* menu, QActionGroup* group, const QString& text, bool chosen)
+{
+    QAction* action = menu->addAction(text);
+    action->setCheckable(true);
+    action->setChecked(chosen);
+    group->addAction(action);
+    return action;
+}
+
+QString with_step(const QString& verb, const QString& step)
+{
+    return step.isEmpty() ? verb : verb + QLatin1Char(' ') + QString(step).replace(QLatin1Char('&'), QLatin1String("&&"));
+}
+
+} // namespace
+
+void MainWindow::make_menus()
+{
+    make_file_menu();
+    make_edit_menu();
+    make_view_menu();
+    make_help_menu();
+}
+
+void MainWindow::make_file_menu()
+{
+    QMenu* menu = menuBar()->addMenu(lang(u"文件(&F)", u"&File"));
+    connect(add(menu, icon_new, lang(u"新建(&N)", u"&New"), QKeySequence::New), &QAction::triggered, this,
+            &MainWindow::ask_and_new);
+    connect(add(menu, icon_open, lang(u"打开(&O)...", u"&Open..."), QKeySequence::Open), &QAction::triggered, this,
+            &MainWindow::ask_and_open);
+    m_recent_menu = menu->addMenu(lang(u"最近的文件(&R)", u"Open &Recent"));
+    connect(m_recent_menu, &QMenu::aboutToShow, this, &MainWindow::fill_recent_files);
+    menu->addSeparator();
+    connect(add(menu, icon_save, lang(u"保存(&S)", u"&Save"), QKeySequence::Save), &QAction::triggered, this,
+            &MainWindow::save);
+    connect(add(menu, 0, lang(u"另存为(&A)...", u"Save &As..."), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S)),
+            &QAction::triggered, this, &MainWindow::ask_and_save);
+    menu->addSeparator();
+    connect(add(menu, 0, lang(u"退出(&Q)", u"&Quit"), QKeySequence(Qt::CTRL | Qt::Key_Q)), &QAction::triggered, this,
+            &QWidget::close);
+}
+
+void MainWindow::fill_recent_files()
+{
+    m_recent_menu->clear();
+    const QStringList files = m_studio.recent_files();
+    for (const QString& path : files) {
+        QAction* action = m_recent_menu->addAction(QDir::toNativeSeparators(path).replace(QLatin1Char('&'), QLatin1String("&&")));
+        action->setEnabled(QFileInfo::exists(path));
+        connect(action, &QAction::triggered, this, [this, path] {
+            if (may_discard())
+                open_file(path);
+        });
+    }
+    if (files.isEmpty())
+        m_recent_menu->addAction(lang(u"（没有）", u"(none)"))->setEnabled(false);
+}
+
+void MainWindow::make_edit_menu()
+{
+    QMenu* menu = menuBar()->addMenu(lang(u"编辑(&E)", u"&Edit"));
+    m_undo = add(menu, icon_undo, {}, QKeySequence::Undo);
+    m_redo = add(menu, icon_redo, {}, QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z));
+    m_redo->setShortcuts({QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z), QKeySequence(Qt::CTRL | Qt::Key_Y)});
+    connect(m_undo, &QAction::triggered, this, [this] { m_studio.undo(); });
+    connect(m_redo, &QAction::triggered, this, [this] { m_studio.redo(); });
+}
+
+void MainWindow::update_edit_menu()
+{
+    if (!m_undo)
+        return;
+    const CScenePlug* scene = m_studio.scene();
+    const tarn::Journal* journal = scene ? &m_studio.scene()->journal() : nullptr;
+    const bool editing = journal && !m_studio.is_playing();
+    m_undo->setText(with_step(lang(u"撤销(&U)", u"&Undo"), journal ? journal->undo_name() : QString()));
+    m_redo->setText(with_step(lang(u"重做(&R)", u"&Redo"), journal ? journal->redo_name() : QString()));
+    m_undo->setEnabled(editing && journal->can_undo());
+    m_redo->setEnabled(editing && journal->can_redo());
+    m_play->setText(m_studio.is_playing() ? lang(u"停止预览(&P)", u"Stop &Preview") : lang(u"预览(&P)", u"&Preview"));
+    m_play->setIcon(iconfun::icon(m_studio.is_playing() ? icon_stop : icon_play));
+    m_play->setEnabled(scene != nullptr);
+}
+
+void MainWindow::make_view_menu()
+{
+    using tarn::Language;
+    using tarn::Theme;
+    QMenu* menu = menuBar()->addMenu(lang(u"视图(&V)", u"&View"));
+    m_play = add(menu, icon_play, {}, QKeySequence(Qt::Key_F5));
+    connect(m_play, &QAction::triggered, this, [this] { m_studio.set_playing(!m_studio.is_playing()); });
+    menu->addSeparator();
+    for (QDockWidget* dock : findChildren<QDockWidget*>())
+        menu->addAction(dock->toggleViewAction());
+    menu->addSeparator();
+
+    QMenu* themes = menu->addMenu(lang(u"主题(&T)", u"&Theme"));
+    auto* theme_group = new QActionGroup(this);
+    const auto add_theme = [&](const QString& text, Theme theme) {
+        connect(add_choice(themes, theme_group, text, tarn::settings::theme() == theme), &QAction::triggered, this,
+                [theme] {
+                    tarn::settings::set_theme(theme);
+                    tarn::apply_theme(*qApp, theme);
+                });
+    };
+    add_theme(lang(u"跟随系统", u"System"), Theme::System);
+    add_theme(lang(u"浅色", u"Light"), Theme::Light);
+    add_theme(lang(u"深色", u"Dark"), Theme::Dark);
+
+    QMenu* languages = menu->addMenu(lang(u"语言(&L) / Language", u"&Language / 语言"));
+    auto* language_group = new QActionGroup(this);
+    const auto add_language = [&](const QString& text, std::optional<Language> language) {
+        connect(add_choice(languages, language_group, text, tarn::settings::language() == language),
+                &QAction::triggered, this, [this, language] {
+                    tarn::settings::set_language(language);
+                    tarn::boxes::message(this, {.text = lang(u"语言将在下次启动时改变。",
+                                                             u"The language changes at the next start."),
+                                                .title = {}});
+                });
+    };
+    add_language(lang(u"跟随系统", u"System"), std::nullopt);
+    add_language(QStringLiteral("中文"), Language::Chinese);
+    add_language(QStringLiteral("English"), Language::English);
+}
+
+void MainWindow::make_help_menu()
+{
+    QMenu* menu = menuBar()->addMenu(lang(u"帮助(&H)", u"&Help"));
+    connect(menu->addAction(lang(u"视图中的操作(&M)", u"&Mouse and Keys in the View")), &QAction::triggered, this, [this] {
+        tarn::boxes::message(
+            this,
+            {.text = lang(u"左键：选择、移动；拖动手柄调整大小\nCtrl+左键：加选\nEsc：取消拖动\n"
+                          u"中键：平移相机　右键：旋转相机　滚轮：缩放\nF5：预览",
+                          u"Left button: select and move; drag a handle to resize\nCtrl + left button: add to the "
+                          u"selection\nEsc: drop a drag\nMiddle button: pan the camera. Right button: turn it. Wheel: "
+                          u"zoom\nF5: preview"),
+             .title = {}});
+    });
+    connect(menu->addAction(lang(u"关于 Tarn studio(&A)", u"&About Tarn studio")), &QAction::triggered, this, [this] {
+        tarn::boxes::message(this, {.text = lang(u"Tarn studio %1\n三维世界中二维界面的编辑器。",
+                                                 u"Tarn studio %1\nAn editor of 2D interfaces in a 3D world.")
+                                                .arg(QStringLiteral(TARN_VERSION)),
+                                    .title = {}});
+    });
+}

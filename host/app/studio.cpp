@@ -1,0 +1,156 @@
+#include "studio.h"
+
+#include "core/journal.h"
+#include "core/language.h"
+#include "engine/scene_plug.h"
+#include "frame/base_plug_ui.h"
+#include "settings.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+using tarn::lang;
+
+namespace {
+
+constexpr const char* recent_key = "recent_files";
+constexpr int recent_limit = 10;
+
+} // namespace
+
+Studio::Studio(QObject* parent) : QObject(parent) {}
+
+Studio::~Studio()
+{
+    stop();
+}
+
+QStringList Studio::load_plug_ins(const QString& folder)
+{
+    QStringList failures;
+    for (const tarn::Status& status : m_world.plug_man().load_folder(folder))
+        failures.append(status.message());
+    for (const auto& module : m_world.plug_man().modules()) {
+        if (auto* scene = dynamic_cast<CScenePlug*>(module->main_object()); scene && !m_scene)
+            m_scene = scene;
+        if (auto* ui = dynamic_cast<CBasePlugUi*>(module->main_object()))
+            m_ui_plug_ins.push_back(ui);
+    }
+    return failures;
+}
+
+void Studio::start_world()
+{
+    if (m_scene) {
+        m_scene->journal().on_changed = [this] { Q_EMIT document_changed(); };
+        m_scene->on_world_created(&m_world);
+    }
+    for (CBasePlugUi* plug_in : m_ui_plug_ins) {
+        m_world.add_listener(plug_in);
+        plug_in->on_world_created(&m_world);
+        plug_in->create_mt_after_world_run();
+    }
+    m_world.broadcast(tarn::ui_full_refresh);
+}
+
+void Studio::stop()
+{
+    for (CBasePlugUi* plug_in : m_ui_plug_ins)
+        m_world.remove_listener(plug_in);
+    m_ui_plug_ins.clear();
+    if (m_scene)
+        m_scene->journal().on_changed = nullptr;
+    m_scene = nullptr;
+    m_world.plug_man().unload_all();
+}
+
+bool Studio::is_changed() const
+{
+    return m_scene && !m_scene->journal().is_saved();
+}
+
+QString Studio::new_file()
+{
+    if (!m_scene)
+        return lang(u"没有场景插件，无法新建。", u"There is no scene plug-in; nothing can be made.");
+    m_scene->new_scene();
+    m_file_name.clear();
+    m_world.update_all_views();
+    Q_EMIT document_changed();
+    return {};
+}
+
+QString Studio::open_file(const QString& path)
+{
+    if (!m_scene)
+        return lang(u"没有场景插件，无法打开文件。", u"There is no scene plug-in; no file can be opened.");
+    if (auto status = m_scene->open_scene(path); !status)
+        return status.message();
+    m_file_name = QFileInfo(path).absoluteFilePath();
+    remember_file(m_file_name);
+    m_world.update_all_views();
+    Q_EMIT document_changed();
+    return {};
+}
+
+QString Studio::save_file(const QString& path)
+{
+    if (!m_scene)
+        return lang(u"没有场景插件，无法保存。", u"There is no scene plug-in; nothing can be saved.");
+    if (auto status = m_scene->save_scene(path); !status)
+        return status.message();
+    m_file_name = QFileInfo(path).absoluteFilePath();
+    remember_file(m_file_name);
+    Q_EMIT document_changed();
+    return {};
+}
+
+void Studio::after_undo()
+{
+    m_world.broadcast(tarn::ui_scene_changed);
+    m_world.update_all_views();
+}
+
+bool Studio::undo()
+{
+    if (!m_scene || m_scene->is_playing() || !m_scene->journal().undo())
+        return false;
+    after_undo();
+    return true;
+}
+
+bool Studio::redo()
+{
+    if (!m_scene || m_scene->is_playing() || !m_scene->journal().redo())
+        return false;
+    after_undo();
+    return true;
+}
+
+void Studio::set_playing(bool on)
+{
+    if (!m_scene || m_scene->is_playing() == on)
+        return;
+    m_scene->play(on);
+    m_world.broadcast(tarn::ui_scene_changed);
+    m_world.update_all_views();
+    Q_EMIT document_changed();
+}
+
+bool Studio::is_playing() const
+{
+    return m_scene && m_scene->is_playing();
+}
+
+QStringList Studio::recent_files() const
+{
+    return tarn::settings::store().value(QLatin1String(recent_key)).toStringList();
+}
+
+void Studio::remember_file(const QString& path)
+{
+    QStringList files = recent_files();
+    files.removeAll(path);
+    files.prepend(path);
+    tarn::settings::store().setValue(QLatin1String(recent_key), QStringList(files.mid(0, recent_limit)));
+}

@@ -1,0 +1,55 @@
+#pragma once
+
+#include "ground_look.h"
+
+#include <QOpenGLExtraFunctions>
+#include <QOpenGLFramebufferObject>
+#include <QOpenGLShaderProgram>
+#include <QOpenGLVertexArrayObject>
+#include <QRect>
+
+#include <array>
+#include <memory>
+
+class QImage;
+
+namespace tarn {
+
+/// Draws a view with OpenGL 3.3. Lives in one context, which is current in every call, the destructor too.
+class GroundScene : private QOpenGLExtraFunctions {
+public:
+    /// The flat pictures over the world, lowest first.
+    enum Layer { overlay_layer, tool_layer, layer_count };
+
+    GroundScene();
+    ~GroundScene();
+    GroundScene(const GroundScene&) = delete;
+    GroundScene& operator=(const GroundScene&) = delete;
+
+    /// False when the driver does not accept the programs; then nothing else may be called.
+    bool initialize();
+    /// Gives the layer its picture, of which `changed` differs from the one before.
+    void set_layer(Layer layer, const QImage& image, const QRect& changed);
+    /// Draws everything into the framebuffer. The world is drawn again only when the camera or the size changed.
+    void draw(const GroundLook& look, GLuint framebuffer);
+
+private:
+    struct Texture {
+        GLuint id = 0;
+        QSize size;
+    };
+
+    void set_look(const GroundLook& look);
+    void draw_world(const GroundLook& look);
+    void bind(int unit, GLuint texture);
+
+    QOpenGLShaderProgram m_ground;
+    QOpenGLShaderProgram m_compose;
+    QOpenGLVertexArrayObject m_no_vertices;
+    std::array<Texture, layer_count> m_layers;
+    Texture m_rows;
+    std::unique_ptr<QOpenGLFramebufferObject> m_world;
+    GroundLook m_drawn; ///< what m_world shows
+};
+
+} // namespace tarn

@@ -1,0 +1,57 @@
+#include "plain_surface.h"
+
+#include "engine/base_world.h"
+#include "ground_raster.h"
+
+#include <QPainter>
+
+namespace tarn {
+
+namespace {
+
+/// Copies device pixels to device pixels; QPainter takes its fast way only when neither side is scaled.
+void draw_pixels(QPainter& painter, const QImage& image)
+{
+    const double dpr = painter.device()->devicePixelRatioF();
+    painter.save();
+    painter.scale(1 / dpr, 1 / dpr);
+    painter.drawImage(0, 0,
+                      QImage(image.constBits(), image.width(), image.height(), image.bytesPerLine(), image.format()));
+    painter.restore();
+}
+
+} // namespace
+
+const QImage& GroundCache::image(const GroundLook& look)
+{
+    if (look != m_look) {
+        m_image = ground_raster(look);
+        m_look = look;
+    }
+    return m_image;
+}
+
+void paint_over(QPainter& painter, const QImage& overlay, CBaseWorld& world)
+{
+    draw_pixels(painter, overlay);
+    if (MouseTool* tool = world.mouse_tool())
+        tool->paint(painter);
+}
+
+PlainSurface::PlainSurface(CBaseWorld& world, OverlayBuffer& overlay, QWidget* parent) :
+    QWidget(parent), m_world(world), m_overlay(overlay)
+{
+    setAttribute(Qt::WA_OpaquePaintEvent);
+}
+
+void PlainSurface::paintEvent(QPaintEvent*)
+{
+    const double dpr = devicePixelRatioF();
+    m_overlay.update(m_world.overlay(), size(), dpr);
+    const GroundLook look = ground_look(m_world.camera(), device_size(size(), dpr), dpr);
+    QPainter painter(this);
+    draw_pixels(painter, m_ground.image(look));
+    paint_over(painter, m_overlay.image(), m_world);
+}
+
+} // namespace tarn

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "ground_look.h"
+#include "overlay_buffer.h"
+
+#include <QImage>
+#include <QWidget>
+
+class CBaseWorld;
+
+namespace tarn {
+
+/// The world's picture, drawn again only when the camera or the size changed.
+class GroundCache {
+public:
+    const QImage& image(const GroundLook& look);
+
+private:
+    GroundLook m_look;
+    QImage m_image;
+};
+
+/// Paints what lies over the ground. The painter's logical pixels are those of the view.
+void paint_over(QPainter& painter, const QImage& overlay, CBaseWorld& world);
+
+/// What a view shows where there is no OpenGL.
+class PlainSurface : public QWidget {
+public:
+    PlainSurface(CBaseWorld& world, OverlayBuffer& overlay, QWidget* parent);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    CBaseWorld& m_world;
+    OverlayBuffer& m_overlay;
+    GroundCache m_ground;
+};
+
+} // namespace tarn

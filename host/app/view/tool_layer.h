@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QImage>
+#include <QRect>
+
+namespace tarn {
+
+class MouseTool;
+
+/// What the mouse tool paints over a view, as a picture. Tools do not say what they change, so it is painted for
+/// every frame; what reaches the graphics card is only the part where something stands or stood.
+class ToolLayer {
+public:
+    /// Paints the tool (null: nothing) and answers the device pixels that may differ from those before.
+    QRect update(MouseTool* tool, QSize logical, double dpr);
+
+    const QImage& image() const { return m_image; }
+
+private:
+    void clear(const QRect& part);
+
+    QImage m_image;
+    QRect m_painted;
+};
+
+/// The smallest rectangle around all pixels that are not fully transparent.
+QRect painted_rect(const QImage& image);
+
+} // namespace tarn

@@ -1,0 +1,247 @@
+#include "view3d.h"
+
+#include "core/language.h"
+#include "engine/base_world.h"
+#include "gl_surface.h"
+#include "ground_raster.h"
+#include "plain_surface.h"
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+
+#include <chrono>
+#include <utility>
+
+using tarn::MouseEvent;
+
+namespace {
+
+constexpr auto refresh_interval = std::chrono::milliseconds(16);
+/// Where the mouse is for the tool while it is not over the view.
+constexpr QPointF nowhere(-1e6, -1e6);
+constexpr double wheel_step = 120; ///< eighths of a degree, as mice count
+
+} // namespace
+
+CView3D::CView3D(CBaseWorld& world, QWidget* parent) :
+    QWidget(parent), m_world(world), m_uses_gl(tarn::GlSurface::available())
+{
+    if (m_uses_gl)
+        m_surface = new tarn::GlSurface(world, m_overlay, this);
+    else
+        m_surface = new tarn::PlainSurface(world, m_overlay, this);
+    // The view hears the mouse itself, also beside a surface that is smaller than the window.
+    m_surface->setAttribute(Qt::WA_TransparentForMouseEvents);
+    setFocusPolicy(Qt::StrongFocus);
+    setMouseTracking(true);
+    setMinimumSize(160, 120);
+    m_refresh.setInterval(refresh_interval);
+    m_refresh.setTimerType(Qt::PreciseTimer);
+    connect(&m_refresh, &QTimer::timeout, this, &CView3D::schedule_redraw);
+    if (m_uses_gl)
+        return;
+    // Later, when somebody listens.
+    const auto tell = [this] {
+        Q_EMIT gl_unavailable(tarn::lang(u"无法使用 OpenGL 3.3：三维世界以简化方式显示。",
+                                         u"OpenGL 3.3 is not available: the 3D world is shown in a simple way."));
+    };
+    QMetaObject::invokeMethod(this, tell, Qt::QueuedConnection);
+}
+
+CView3D::~CView3D()
+{
+    // Before the overlay's picture, which it refers to.
+    delete m_surface;
+}
+
+void CView3D::set_fixed_view_size(QSize size)
+{
+    m_fixed_size = size;
+    place_surface();
+}
+
+QSize CView3D::surface_size() const
+{
+    return m_fixed_size.isEmpty() ? size() : m_fixed_size;
+}
+
+QRect CView3D::surface_rect() const
+{
+    const QSize room = (size() - surface_size()).expandedTo({0, 0});
+    return {QPoint(room.width() / 2, room.height() / 2), surface_size()};
+}
+
+void CView3D::place_surface()
+{
+    if (m_surface->geometry() == surface_rect())
+        return;
+    m_surface->setGeometry(surface_rect());
+    if (auto* overlay = m_world.overlay())
+        overlay->set_screen_size(surface_size());
+    schedule_redraw();
+}
+
+void CView3D::resizeEvent(QResizeEvent*)
+{
+    place_surface();
+}
+
+void CView3D::schedule_redraw()
+{
+    m_surface->update();
+}
+
+void CView3D::set_always_refresh(bool on)
+{
+    on ? m_refresh.start() : m_refresh.stop();
+}
+
+QImage CView3D::grab_view()
+{
+    // A view that was never shown has not heard of its size yet.
+    place_surface();
+    return m_surface->grab().toImage().convertToFormat(QImage::Format_RGB32);
+}
+
+QImage CView3D::render(CBaseWorld& world, QSize size, double dpr)
+{
+    tarn::OverlayBuffer overlay;
+    overlay.paint_all(world.overlay(), size, dpr);
+    const QSize pixels = tarn::device_size(size, dpr);
+    QImage picture = tarn::ground_raster(tarn::ground_look(world.camera(), pixels, dpr));
+    picture.setDevicePixelRatio(dpr);
+    QPainter painter(&picture);
+    tarn::paint_over(painter, overlay.image(), world);
+    return picture;
+}
+
+QPointF CView3D::on_surface(QPointF place) const
+{
+    return place - QPointF(surface_rect().topLeft());
+}
+
+bool CView3D::on_screen(QPointF place) const
+{
+    return QRectF(QPointF(), QSizeF(surface_size())).contains(place);
+}
+
+void CView3D::show_cursor(Qt::CursorShape shape)
+{
+    if (cursor().shape() != shape)
+        setCursor(shape);
+}
+
+void CView3D::redraw_if(bool taken)
+{
+    if (m_overlay.has_damage(m_world.overlay()) || taken)
+        schedule_redraw();
+}
+
+bool CView3D::send_mouse(const MouseEvent& event)
+{
+    auto* tool = m_world.mouse_tool();
+    const bool taken = tool && tool->mouse(event);
+    // The event may have put another tool in its place.
+    tool = m_world.mouse_tool();
+    show_cursor(tool && (m_held == Qt::LeftButton || on_screen(event.place)) ? tool->cursor() : Qt::ArrowCursor);
+    redraw_if(taken);
+    return taken;
+}
+
+bool CView3D::send_key(int key, Qt::KeyboardModifiers modifiers)
+{
+    auto* tool = m_world.mouse_tool();
+    const bool taken = tool && tool->key(key, modifiers);
+    redraw_if(taken);
+    return taken;
+}
+
+void CView3D::send_wheel(QPointF, double steps)
+{
+    m_world.camera().zoom(steps);
+    schedule_redraw();
+}
+
+void CView3D::camera_drag(Qt::MouseButton button, QPointF from, QPointF to)
+{
+    if (button == Qt::MiddleButton)
+        m_world.camera().pan(to - from, surface_size().height());
+    else if (button == Qt::RightButton)
+        m_world.camera().orbit(to - from);
+    else
+        return;
+    schedule_redraw();
+}
+
+void CView3D::end_lost_press(const QMouseEvent& event)
+{
+    // A window that a press opened keeps the release to itself.
+    if (m_held == Qt::NoButton || event.buttons() & m_held)
+        return;
+    if (std::exchange(m_held, Qt::NoButton) == Qt::LeftButton)
+        send_mouse({MouseEvent::Kind::Release, on_surface(event.position()), Qt::LeftButton, event.modifiers()});
+}
+
+void CView3D::press(QMouseEvent* event, MouseEvent::Kind kind)
+{
+    end_lost_press(*event);
+    const QPointF place = on_surface(event->position());
+    const bool known = event->button() & (Qt::LeftButton | Qt::MiddleButton | Qt::RightButton);
+    if (m_held != Qt::NoButton || !known || !on_screen(place))
+        return;
+    m_held = event->button();
+    m_camera_place = place;
+    if (m_held == Qt::LeftButton)
+        send_mouse({kind, place, m_held, event->modifiers()});
+    else
+        show_cursor(Qt::ClosedHandCursor);
+}
+
+void CView3D::mousePressEvent(QMouseEvent* event)
+{
+    press(event, MouseEvent::Kind::Press);
+}
+
+void CView3D::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    press(event, MouseEvent::Kind::DoubleClick);
+}
+
+void CView3D::mouseMoveEvent(QMouseEvent* event)
+{
+    end_lost_press(*event);
+    const QPointF place = on_surface(event->position());
+    if (m_held == Qt::MiddleButton || m_held == Qt::RightButton)
+        camera_drag(m_held, std::exchange(m_camera_place, place), place);
+    else
+        send_mouse({MouseEvent::Kind::Move, place, Qt::NoButton, event->modifiers()});
+}
+
+void CView3D::mouseReleaseEvent(QMouseEvent* event)
+{
+    if (event->button() != m_held)
+        return;
+    m_held = Qt::NoButton;
+    const QPointF place = on_surface(event->position());
+    if (event->button() == Qt::LeftButton)
+        send_mouse({MouseEvent::Kind::Release, place, Qt::LeftButton, event->modifiers()});
+    else // the tool's cursor is back, for what is now under the mouse
+        send_mouse({MouseEvent::Kind::Move, place, Qt::NoButton, event->modifiers()});
+}
+
+void CView3D::leaveEvent(QEvent*)
+{
+    send_mouse({MouseEvent::Kind::Move, nowhere, Qt::NoButton, Qt::NoModifier});
+}
+
+void CView3D::wheelEvent(QWheelEvent* event)
+{
+    send_wheel(on_surface(event->position()), event->angleDelta().y() / wheel_step);
+}
+
+void CView3D::keyPressEvent(QKeyEvent* event)
+{
+    if (!send_key(event->key(), event->modifiers()))
+        QWidget::keyPressEvent(event);
+}

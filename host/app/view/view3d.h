@@ -1,0 +1,78 @@
+#pragma once
+
+#include "overlay_buffer.h"
+
+#include "engine/mouse_tool.h"
+
+#include <QTimer>
+#include <QWidget>
+
+class CBaseWorld;
+
+/// The view of the 3D world with the interface over it. Draws with OpenGL where it can, and without it elsewhere.
+///
+/// All places are logical pixels of the drawing surface, which are those of the interface's screen.
+class CView3D : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit CView3D(CBaseWorld& world, QWidget* parent = nullptr);
+    ~CView3D() override;
+
+    /// Makes the drawing surface exactly this large, whatever room the window gives; empty: it fills the view.
+    void set_fixed_view_size(QSize size);
+    QSize surface_size() const;
+    /// Where the drawing surface lies in this widget; it may be larger than the widget.
+    QRect surface_rect() const;
+    bool uses_gl() const { return m_uses_gl; }
+
+    /// Cheap: the view draws once for any number of calls.
+    void schedule_redraw();
+    /// While on, the view draws all the time.
+    void set_always_refresh(bool on);
+
+    /// What the view shows, in device pixels; shown or not.
+    QImage grab_view();
+    /// A picture of this size in logical pixels, without any window and the same on every computer.
+    static QImage render(CBaseWorld& world, QSize size, double dpr);
+
+    /// What the mouse and the keyboard do, for automation too. True when the tool took it.
+    bool send_mouse(const tarn::MouseEvent& event);
+    bool send_key(int key, Qt::KeyboardModifiers modifiers);
+    /// Positive steps come nearer.
+    void send_wheel(QPointF place, double steps);
+    /// The middle button moves the camera, the right one turns it.
+    void camera_drag(Qt::MouseButton button, QPointF from, QPointF to);
+
+Q_SIGNALS:
+    /// Comes once, soon after the view was made, when it has to do without OpenGL.
+    void gl_unavailable(const QString& message);
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void leaveEvent(QEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    void place_surface();
+    void press(QMouseEvent* event, tarn::MouseEvent::Kind kind);
+    void end_lost_press(const QMouseEvent& event);
+    QPointF on_surface(QPointF place) const;
+    bool on_screen(QPointF place) const;
+    void show_cursor(Qt::CursorShape shape);
+    void redraw_if(bool taken);
+
+    CBaseWorld& m_world;
+    tarn::OverlayBuffer m_overlay;
+    QWidget* m_surface = nullptr;
+    bool m_uses_gl = false;
+    QSize m_fixed_size;
+    QTimer m_refresh;
+    Qt::MouseButton m_held = Qt::NoButton; ///< the one button whose press counts until its release
+    QPointF m_camera_place;                ///< of the mouse when the camera last followed it
+};

@@ -1,0 +1,66 @@
+#pragma once
+
+#include "core/status.h"
+#include "plug_info.h"
+
+#include <QRectF>
+#include <QString>
+
+#include <vector>
+
+class CBaseWorld;
+
+namespace tarn {
+
+class Journal;
+class ModelObject;
+
+/// The model of a scene plug-in as the program's automation sees it: objects with properties, and what is selected.
+class SceneModel {
+public:
+    struct Selection {
+        bool editing = false;
+        bool controls_selected = false;
+        bool menu_editing = false;
+        ModelObject* dialog = nullptr; ///< the current one; null for none
+        ModelObject* control = nullptr;
+        std::vector<ModelObject*> dialogs; ///< in selection order
+        std::vector<ModelObject*> controls;
+    };
+
+    virtual ~SceneModel() = default;
+    virtual std::vector<ModelObject*> dialogs() const = 0; ///< the top layer last
+    virtual ModelObject* root_dialog() const = 0;
+    virtual std::vector<ModelObject*> controls() const = 0; ///< in the scene's order
+    /// The controls of a dialog, the top layer last; empty for another kind of object.
+    virtual std::vector<ModelObject*> controls_of(const ModelObject& dialog) const = 0;
+    /// An empty name lets the scene choose one; sizes below 0 take the usual size.
+    virtual Result<ModelObject*> create_dialog(const QString& name, const QRectF& rect) = 0;
+    virtual Result<ModelObject*> create_control(int type, ModelObject& dialog, const QString& name,
+                                                const QRectF& rect)
+        = 0;
+    virtual Selection selection() const = 0;
+    /// Selects dialogs or controls, not both; the last becomes the current one. No object clears the selection.
+    virtual Status select(const std::vector<ModelObject*>& objects) = 0;
+};
+
+} // namespace tarn
+
+/// The main object of a plug-in that holds a scene's content: what the program needs of it to be its document.
+class CScenePlug : public CPlugInfo {
+public:
+    /// The world exists now: mouse tools and the overlay can be set up.
+    virtual void on_world_created(CBaseWorld* world) = 0;
+    virtual tarn::Journal& journal() = 0;
+    virtual tarn::SceneModel& model() = 0;
+
+    /// An empty scene; the undo history is forgotten, as with open_scene().
+    virtual void new_scene() = 0;
+    /// Replaces the scene by the file's; on failure nothing changes.
+    virtual tarn::Status open_scene(const QString& path) = 0;
+    virtual tarn::Status save_scene(const QString& path) = 0;
+
+    /// Runs the scene, or ends that: everything takes the state again that it had before.
+    virtual void play(bool on) = 0;
+    virtual bool is_playing() const = 0;
+};

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "engine/scene_plug.h"
+
+class CGuiPlugScene;
+
+namespace tarn {
+
+/// The interface's model for automation.
+class GuiSceneModel : public SceneModel {
+public:
+    explicit GuiSceneModel(CGuiPlugScene& scene) : m_scene(scene) {}
+
+    std::vector<ModelObject*> dialogs() const override;
+    ModelObject* root_dialog() const override;
+    std::vector<ModelObject*> controls() const override;
+    std::vector<ModelObject*> controls_of(const ModelObject& dialog) const override;
+    Result<ModelObject*> create_dialog(const QString& name, const QRectF& rect) override;
+    Result<ModelObject*> create_control(int type, ModelObject& dialog, const QString& name,
+                                        const QRectF& rect) override;
+    Selection selection() const override;
+    Status select(const std::vector<ModelObject*>& objects) override;
+
+private:
+    CGuiPlugScene& m_scene;
+};
+
+} // namespace tarn

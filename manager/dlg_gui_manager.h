@@ -1,0 +1,43 @@
+#pragma once
+
+#include "page_base/gui_child_dlg.h"
+
+class CDXUTDialog;
+class CReportListDialog;
+
+/// The list of dialogs: creating, ordering, showing and removing them, and exporting, importing and merging whole
+/// interfaces as package files.
+class CDlgGuiManager : public CGuiChildDlg {
+    Q_OBJECT
+
+public:
+    explicit CDlgGuiManager(QWidget* parent = nullptr);
+
+    void update_ui(int code) override;
+
+protected:
+    void OnInitDialog() override;
+    QWidget* create_widget(const QString& class_name, QWidget* parent) override;
+
+private:
+    void set_up_buttons();
+    void fill_list();
+    void select_current();
+    void update_buttons();
+    void release(int button_id);
+
+    void on_create_window();
+    void on_list_clicked(int row, int column);
+    void select_dialog(CDXUTDialog* dialog);
+    void move_layer(int down);
+    void on_remove();
+    void on_export();
+    void on_import();
+    void on_merge();
+
+    void export_to(const QString& path);
+    void import_from(const QString& path);
+    void merge_from(const QString& path);
+
+    CReportListDialog* m_list = nullptr;
+};

@@ -1,0 +1,119 @@
+#include "gui_ui.h"
+
+#include "core/language.h"
+#include "core/res_handle_man.h"
+#include "dlg_tool_main.h"
+#include "dlg_top_table.h"
+#include "prop_bar.h"
+#include "timeline/dlg_gui_manager_timer.h"
+#include "timer_control_bar.h"
+
+#include <QMainWindow>
+
+using tarn::lang;
+
+namespace {
+
+// Templates and icons of the modes.
+constexpr int template_tool_main = 6001;
+constexpr int template_top_table = 6103;
+constexpr int template_timebar_list = 6564;
+
+constexpr QSize prop_bar_size(230, 500);
+constexpr QSize timer_bar_size(800, 102);
+
+/// Both bars have the same number in the frame; their places are remembered by name.
+constexpr int bar_identifier = 59424;
+
+template <class Window>
+void destroy(Window*& window)
+{
+    delete window;
+    window = nullptr;
+}
+
+std::unique_ptr<CMyTabDlg> make_tab(const char* name, const QString& title, int first_icon, int second_icon,
+                                    CChildDlg* top, CChildDlg* side)
+{
+    auto tab = std::make_unique<CMyTabDlg>();
+    tab->name = QLatin1String(name);
+    tab->title = title;
+    tab->first_icon = first_icon;
+    tab->second_icon = second_icon;
+    tab->top_window = top;
+    tab->side_window = side;
+    return tab;
+}
+
+void set_up_bar(CMyControlBar& bar, const char* name, QSize size, Qt::DockWidgetAreas areas)
+{
+    bar.setObjectName(QLatin1String(name));
+    bar.setProperty("identifier", bar_identifier);
+    bar.set_stored_sizes(size.width(), size.height());
+    bar.setAllowedAreas(areas);
+}
+
+} // namespace
+
+CGuiUI::~CGuiUI()
+{
+    destroy_windows();
+}
+
+void CGuiUI::create_control_bars(QMainWindow* frame)
+{
+    m_prop_bar = new CPropBar(lang(u"Gui属性", u"Gui Property"), frame);
+    m_timer_bar = new CTimerControlBar(lang(u"时间轴", u"Timebar"), frame);
+
+    set_up_bar(*m_prop_bar, "CPropBar", prop_bar_size, Qt::LeftDockWidgetArea | Qt::RightDockWidgetArea);
+    m_prop_bar->create_pages();
+    frame->addDockWidget(Qt::RightDockWidgetArea, m_prop_bar);
+    add_control_bar(m_prop_bar);
+
+    set_up_bar(*m_timer_bar, "CTimerControlBar", timer_bar_size, Qt::TopDockWidgetArea | Qt::BottomDockWidgetArea);
+    m_timer_bar->create_page();
+    frame->addDockWidget(Qt::BottomDockWidgetArea, m_timer_bar);
+    add_control_bar(m_timer_bar);
+
+    m_prop_bar->show_bar(false);
+    m_timer_bar->set_owner_frame(frame);
+    m_timer_bar->show_bar(false);
+}
+
+void CGuiUI::create_tab_windows(QWidget* top_parent, QWidget* side_parent)
+{
+    const CResHandleMan guard(tarn::gui_ui_resources());
+    m_tool_main = new CDlgToolMain;
+    m_tool_main->Create(template_tool_main, side_parent);
+    m_top_table = new CDlgTopTable;
+    m_top_table->Create(template_top_table, top_parent);
+    m_timer_bar->linked_page_index = -1;
+    m_timebar_list = new CDlgGuiManagerTimer;
+    m_timebar_list->Create(template_timebar_list, side_parent);
+
+    add_mode_tab(make_tab("GUI", lang(u"高级界面", u"GUI"), 6104, 6074, m_top_table, m_tool_main));
+    add_mode_tab(make_tab("Timebar", lang(u"时间轴", u"Timebar"), 6073, 6075, nullptr, m_timebar_list));
+
+    m_top_table->set_tool_main(m_tool_main);
+    m_top_table->set_prop_bar(m_prop_bar);
+}
+
+void CGuiUI::destroy_windows()
+{
+    clear_windows();
+    destroy(m_tool_main);
+    destroy(m_top_table);
+    destroy(m_prop_bar);
+    destroy(m_timer_bar);
+    destroy(m_timebar_list);
+}
+
+QString CGuiUI::get_plug_group()
+{
+    return QStringLiteral("TARN-CORE-UI-Plugins");
+}
+
+QString CGuiUI::get_plug_name()
+{
+    return lang(u"TARN内部UI插件", u"TARN-GUI-UI");
+}

@@ -1,0 +1,65 @@
+// tarn-pack SOURCE OUT.tarn [PICTURES]: packs a folder of readable sources (manifest.json, scene.json, textures/) into a
+// package; PICTURES is a further folder of pictures. The scene is read and written as the program does it, so the
+// package holds the canonical text.
+
+#include "core/pak_file.h"
+#include "gui_scene/gui_plug_scene.h"
+#include "gui_scene/package_reader.h"
+
+#include <QCoreApplication>
+#include <QDirIterator>
+#include <QFile>
+
+#include <cstdio>
+
+namespace {
+
+QByteArray read(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+void add_pictures(const QString& folder, QMap<QString, QByteArray>& files)
+{
+    const QDir dir(folder);
+    QDirIterator all(folder, {QStringLiteral("*.png"), QStringLiteral("*.jpg")}, QDir::Files,
+                     QDirIterator::Subdirectories);
+    while (all.hasNext()) {
+        const QString path = all.next();
+        files.insert(QStringLiteral("textures/") + dir.relativeFilePath(path), read(path));
+    }
+}
+
+tarn::Status pack(const QStringList& arguments)
+{
+    const QString source = arguments.at(1);
+    QMap<QString, QByteArray> files;
+    add_pictures(source + QStringLiteral("/textures"), files);
+    if (arguments.size() > 3)
+        add_pictures(arguments.at(3), files);
+
+    CGuiPlugScene scene;
+    auto content = tarn::read_content(read(source + QStringLiteral("/manifest.json")),
+                                      read(source + QStringLiteral("/scene.json")), files, scene.gui_core());
+    if (!content)
+        return content.status();
+    scene.gui_core().install(std::move(content.value()));
+    return scene.save_scene(arguments.at(2));
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    const QCoreApplication app(argc, argv);
+    const QStringList arguments = QCoreApplication::arguments();
+    if (arguments.size() < 3) {
+        std::fprintf(stderr, "usage: tarn-pack SOURCE OUT.tarn [PICTURES]\n");
+        return 2;
+    }
+    const tarn::Status status = pack(arguments);
+    if (!status)
+        std::fprintf(stderr, "tarn-pack: %s\n", qPrintable(status.message()));
+    return status ? 0 : 1;
+}
