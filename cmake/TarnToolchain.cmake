@@ -26,6 +26,10 @@ if(MSVC)
 else()
     target_compile_options(tarn_options INTERFACE
         -Wall -Wextra -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-qual)
+    if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+        # GCC 12 takes moved std::optional values for uninitialised ones.
+        target_compile_options(tarn_options INTERFACE -Wno-maybe-uninitialized)
+    endif()
     if(TARN_WERROR)
         target_compile_options(tarn_options INTERFACE -Werror)
     endif()

@@ -128,6 +128,7 @@ void MainWindow::make_plug_in_windows()
                 m_top_area->addWidget(mode->top_window);
         }
     }
+    m_mode_strip->updateGeometry(); // A tab bar that is not shown yet does not tell its layout that it grew.
     connect(m_mode_strip, &QTabBar::currentChanged, this, &MainWindow::on_mode_chosen);
 }
 

@@ -126,7 +126,7 @@ QString Journal::undo_name() const
 
 QString Journal::redo_name() const
 {
-    return m_position < m_steps.size() ? m_steps[m_position].name : QString();
+    return m_open.entries.empty() && m_position < m_steps.size() ? m_steps[m_position].name : QString();
 }
 
 void Journal::clear()

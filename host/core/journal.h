@@ -45,7 +45,7 @@ public:
     bool in_action() const { return m_depth > 0; }
 
     bool can_undo() const;
-    bool can_redo() const { return m_depth == 0 && m_position < m_steps.size(); }
+    bool can_redo() const { return m_depth == 0 && m_position < m_steps.size() && m_open.entries.empty(); }
     /// False when there was no step, or inside an action.
     bool undo();
     bool redo();

@@ -2,6 +2,8 @@
 
 #include "language.h"
 
+// Without its exceptions the parser cannot be asked in a way that throws at a malformed text.
+#define SIMDJSON_EXCEPTIONS 0
 #include <simdjson.h>
 
 #include <algorithm>
@@ -205,8 +207,6 @@ Status JsonCursor::read_raw(QByteArray& json)
             error = array.raw_json().get(raw);
     } else {
         raw = m_impl.value.raw_json_token();
-        while (!raw.empty() && static_cast<unsigned char>(raw.back()) <= ' ')
-            raw.remove_suffix(1);
         // Reading moves the cursor on and checks the token.
         bool flag = false;
         double number = 0;
@@ -217,11 +217,13 @@ Status JsonCursor::read_raw(QByteArray& json)
             error = m_impl.value.get_double().get(number);
         else if (what == Kind::Bool)
             error = m_impl.value.get_bool().get(flag);
-        else
-            error = m_impl.value.is_null() ? simdjson::SUCCESS : simdjson::INCORRECT_TYPE;
+        else if (error = m_impl.value.is_null().get(flag); !error && !flag)
+            error = simdjson::INCORRECT_TYPE;
     }
     if (error)
         return fail(malformed(error));
+    while (!raw.empty() && static_cast<unsigned char>(raw.back()) <= ' ')
+        raw.remove_suffix(1);
     if (nesting_of(raw) + m_impl.depth > max_depth)
         return fail(too_deep());
     if (what == Kind::Object || what == Kind::Array) {

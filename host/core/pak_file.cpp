@@ -177,15 +177,16 @@ Status CPakFile::open(const QString& path, int)
 {
     m_writer.reset();
     m_path = path;
-    m_reader = std::make_unique<Reader>();
+    m_reader.reset();
     const QFileInfo info(path);
     if (!info.exists())
         return cannot_open(path, lang(u"文件不存在", u"there is no such file"));
     if (!info.isFile())
         return cannot_open(path, lang(u"这不是文件", u"it is not a file"));
     int code = 0;
-    m_reader->archive = zip_open(QFile::encodeName(path).constData(), ZIP_RDONLY, &code);
-    if (!m_reader->archive) {
+    auto reader = std::make_unique<Reader>();
+    reader->archive = zip_open(QFile::encodeName(path).constData(), ZIP_RDONLY, &code);
+    if (!reader->archive) {
         zip_error_t error;
         zip_error_init_with_code(&error, code);
         const QString reason = code == ZIP_ER_NOZIP
@@ -194,11 +195,10 @@ Status CPakFile::open(const QString& path, int)
         zip_error_fini(&error);
         return cannot_open(path, reason);
     }
-    auto status = m_reader->check_directory();
-    if (status)
-        return {};
-    m_reader.reset();
-    return cannot_open(path, status.message());
+    if (auto status = reader->check_directory(); !status)
+        return cannot_open(path, status.message());
+    m_reader = std::move(reader);
+    return {};
 }
 
 Status CPakFile::Reader::check_directory()

@@ -19,9 +19,14 @@ void CBaseWorld::broadcast(int code)
 {
     if (on_broadcast)
         on_broadcast(code);
-    // By index: a listener may add or remove others while it hears the code.
+    // By index: a listener may add others while it hears the code, or remove some, whose places stay empty until the
+    // outermost broadcast is through.
+    ++m_broadcasting;
     for (std::size_t i = 0; i < m_listeners.size(); ++i)
-        m_listeners[i]->update_ui(code);
+        if (m_listeners[i])
+            m_listeners[i]->update_ui(code);
+    if (--m_broadcasting == 0)
+        std::erase(m_listeners, nullptr);
 }
 
 void CBaseWorld::add_listener(tarn::UiListener* listener)
@@ -31,7 +36,10 @@ void CBaseWorld::add_listener(tarn::UiListener* listener)
 
 void CBaseWorld::remove_listener(tarn::UiListener* listener)
 {
-    std::erase(m_listeners, listener);
+    if (m_broadcasting)
+        std::replace(m_listeners.begin(), m_listeners.end(), listener, static_cast<tarn::UiListener*>(nullptr));
+    else
+        std::erase(m_listeners, listener);
 }
 
 void CBaseWorld::update_all_views()

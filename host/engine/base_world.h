@@ -75,7 +75,8 @@ public:
 
 private:
     CPlugDllMan m_plug_man;
-    std::vector<tarn::UiListener*> m_listeners;
+    std::vector<tarn::UiListener*> m_listeners; ///< null: removed while a code was being told
+    int m_broadcasting = 0;                     ///< broadcasts under way, one inside the other
     tarn::MouseTool* m_tool = nullptr;
     tarn::MouseTool* m_default_tool = nullptr;
     tarn::Overlay* m_overlay = nullptr;

@@ -38,7 +38,7 @@ const FieldTable& CoreState::field_table()
     using S = CoreState;
     static const FieldTable table(nullptr, field<S>("screen_width", &S::screen_width, 0, range(1, 32767)),
                                   field<S>("screen_height", &S::screen_height, 0, range(1, 32767)),
-                                  field<S>("next_id", &S::next_id, 0u));
+                                  field<S>("next_id", &S::next_id, 0u, read_only()));
     return table;
 }
 

@@ -6,9 +6,11 @@ namespace tarn {
 
 void DrawContext::draw_element(Element element, VisualState state, const QRectF& area) const
 {
-    const QSize size(qRound(area.width()), qRound(area.height()));
+    // Both sides are rounded, so that nothing is drawn beyond the pixels that the area touches.
+    const QPoint corner(qRound(area.left()), qRound(area.top()));
+    const QSize size(qRound(area.left() + area.width()) - corner.x(), qRound(area.top() + area.height()) - corner.y());
     if (!size.isEmpty())
-        painter.drawImage(QPointF(qRound(area.x()), qRound(area.y())), elements.image(element, state, size, scale));
+        painter.drawImage(corner, elements.image(element, state, size, scale));
 }
 
 } // namespace tarn

@@ -39,23 +39,30 @@ const char* CDXUTControl::class_name() const
     return tarn::control_class(GetType())->class_name;
 }
 
+CDXUTDialog* CDXUTControl::dialog() const
+{
+    m_core.ensure_links();
+    return m_dialog;
+}
+
 bool CDXUTControl::is_attached() const
 {
-    return m_dialog && m_dialog->is_attached();
+    const CDXUTDialog* home = dialog();
+    return home && home->is_attached();
 }
 
 QRectF CDXUTControl::rect() const
 {
     const ControlState& s = control_state();
     const QRectF stored(s.x, s.y, s.width, s.height);
-    if (s.align_type == tarn::anchor_top_left || !m_dialog)
+    if (s.align_type == tarn::anchor_top_left || !dialog())
         return stored;
     return tarn::anchored(stored, QSizeF(s.base_width, s.base_height), m_dialog->client_size(), s.align_type);
 }
 
 QRectF CDXUTControl::screen_rect() const
 {
-    return m_dialog ? m_dialog->to_screen(rect()) : QRectF();
+    return dialog() ? m_dialog->to_screen(rect()) : QRectF();
 }
 
 bool CDXUTControl::set_rect(const QRectF& wanted)
@@ -65,8 +72,8 @@ bool CDXUTControl::set_rect(const QRectF& wanted)
     auto& s = edit<ControlState>();
     s.x = float(wanted.x());
     s.y = float(wanted.y());
-    s.width = float(std::max(0.0, wanted.width()));
-    s.height = float(std::max(0.0, wanted.height()));
+    s.width = float(wanted.width());
+    s.height = float(wanted.height());
     if (s.align_type != tarn::anchor_top_left && m_dialog) {
         s.base_width = float(m_dialog->client_size().width());
         s.base_height = float(m_dialog->client_size().height());
@@ -82,7 +89,7 @@ bool CDXUTControl::SetLocation(float x, float y)
 
 bool CDXUTControl::SetSize(float width, float height)
 {
-    return set_rect(QRectF(rect().topLeft(), QSizeF(width, height)));
+    return set_rect(QRectF(rect().topLeft(), QSizeF(std::max(0.f, width), std::max(0.f, height))));
 }
 
 bool CDXUTControl::set_align_type(int anchor)
@@ -185,10 +192,10 @@ tarn::Status CDXUTControl::set_property(const FieldBase& field, const tarn::Valu
 
 void CDXUTControl::state_changed()
 {
-    if (!m_dialog)
+    if (!dialog())
         return;
     const QRectF present = rect();
-    m_core.add_damage(m_dialog->to_screen(present));
+    m_dialog->control_drawn_at(m_dialog->to_screen(present));
     if (m_last_rect != present)
         m_core.add_damage(m_dialog->to_screen(m_last_rect));
     m_last_rect = present;

@@ -22,7 +22,7 @@ public:
     const QString& name() const { return control_state().name; }
     bool set_name(const QString& name);
     /// Null while the control is not part of the scene.
-    CDXUTDialog* dialog() const { return m_dialog; }
+    CDXUTDialog* dialog() const;
 
     QRectF rect() const;
     float x() const { return float(rect().x()); }

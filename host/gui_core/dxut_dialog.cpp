@@ -44,10 +44,25 @@ QRect whole(const QRectF& rect)
             int(std::trunc(rect.height()))};
 }
 
+/// The stored number whose scaled and truncated value is `wanted`, or the nearest one where there is none.
+int unscaled(int wanted, double scale)
+{
+    const double exact = wanted / scale;
+    if (scale >= 1)
+        return int(std::lround(exact));
+    return int(exact < 0 ? std::floor(exact) : std::ceil(exact));
+}
+
 } // namespace
 
 CDXUTDialog::CDXUTDialog(tarn::Journal& journal, CGuiCore& core) : ModelObject(journal, new DialogState), m_core(core)
 {
+}
+
+bool CDXUTDialog::is_attached() const
+{
+    m_core.ensure_links();
+    return m_attached;
 }
 
 bool CDXUTDialog::is_root() const
@@ -158,12 +173,18 @@ bool CDXUTDialog::set_rect(const QRect& wanted)
         return false;
     const double sx = scale_x();
     const double sy = scale_y();
+    const QRect now = rect();
     auto& s = edit<DialogState>();
     if (s.align_type == tarn::anchor_scale) {
-        s.x = int(std::lround(wanted.x() / sx));
-        s.y = int(std::lround(wanted.y() / sy));
-        s.width = int(std::lround(std::max(0, wanted.width()) / sx));
-        s.height = int(std::lround(std::max(0, wanted.height()) / sy));
+        // Only what was asked for: the others would lose what scaling cut off.
+        if (wanted.x() != now.x())
+            s.x = unscaled(wanted.x(), sx);
+        if (wanted.y() != now.y())
+            s.y = unscaled(wanted.y(), sy);
+        if (wanted.width() != now.width())
+            s.width = unscaled(wanted.width(), sx);
+        if (wanted.height() != now.height())
+            s.height = unscaled(wanted.height(), sy);
     } else {
         s.x = wanted.x();
         s.y = wanted.y();
@@ -246,8 +267,8 @@ bool CDXUTDialog::move_control(CDXUTControl* control, int layer)
     layer = std::clamp(layer, 0, std::max(0, GetControlNum() - 1));
     if (now < 0 || now == layer)
         return false;
-    edit<DialogState>().controls.move(now, layer);
-    state_changed();
+    edit_controls().move(now, layer);
+    m_core.add_damage(control->screen_rect());
     return true;
 }
 
@@ -262,22 +283,35 @@ bool CDXUTDialog::SetCtrlLayerUpDown(CDXUTControl* control, int up)
     return now >= 0 && move_control(control, up ? now + 1 : std::max(0, now - 1));
 }
 
+QList<CDXUTControl*>& CDXUTDialog::edit_controls()
+{
+    // The copy that the index was made from would be copied with each change.
+    m_known_controls.clear();
+    m_core.structure_changed();
+    return edit<DialogState>().controls;
+}
+
 void CDXUTDialog::insert_control(CDXUTControl* control, int layer)
 {
-    edit<DialogState>().controls.insert(layer, control);
+    edit_controls().insert(layer, control);
     control->m_dialog = this;
+    m_core.linked(control);
     if (control->control_state().dialog.id != id())
         control->edit<tarn::ControlState>().dialog = {id()};
-    state_changed();
     control->state_changed();
 }
 
 void CDXUTDialog::remove_control(CDXUTControl* control)
 {
     m_core.add_damage(control->screen_rect());
-    edit<DialogState>().controls.removeOne(control);
+    edit_controls().removeOne(control);
     control->m_dialog = nullptr;
-    state_changed();
+}
+
+void CDXUTDialog::control_drawn_at(const QRectF& on_screen)
+{
+    m_last_bounds |= on_screen;
+    m_core.add_damage(on_screen);
 }
 
 tarn::Value CDXUTDialog::property(const FieldBase& field) const
@@ -321,15 +355,13 @@ tarn::Status CDXUTDialog::set_property(const FieldBase& field, const tarn::Value
 void CDXUTDialog::state_changed()
 {
     m_caption_text.invalidate();
-    if (m_known_controls.constData() != controls().constData() || m_known_controls.size() != controls().size()) {
-        m_known_controls = controls();
-        m_core.structure_changed();
-    }
-    const QRectF bounds = m_core.dialog_bounds(*this);
-    m_core.add_damage(bounds);
-    if (bounds != m_last_bounds)
-        m_core.add_damage(m_last_bounds);
-    m_last_bounds = bounds;
+    if (!m_known_controls.isSharedWith(controls()))
+        m_core.links_changed();
+    m_core.add_damage(m_last_bounds);
+    m_last_bounds = m_core.dialog_bounds(*this);
+    m_core.add_damage(m_last_bounds);
+    for (CDXUTControl* control : controls())
+        control->m_last_rect = control->rect(); // Its old place was inside the old bounds.
 }
 
 void CDXUTDialog::draw(tarn::DrawContext& context) const

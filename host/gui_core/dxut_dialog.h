@@ -75,7 +75,7 @@ public:
     void draw(tarn::DrawContext& context) const;
 
     const char* class_name() const override { return "CDXUTDialog"; }
-    bool is_attached() const override { return m_attached; }
+    bool is_attached() const override;
     tarn::Value property(const tarn::FieldBase& field) const override;
     tarn::Status set_property(const tarn::FieldBase& field, const tarn::Value& value) override;
     void state_changed() override;
@@ -84,9 +84,13 @@ public:
 
 private:
     friend class CGuiCore;
+    friend class CDXUTControl;
+    /// A control is drawn there from now on, perhaps outside the dialog's frame.
+    void control_drawn_at(const QRectF& on_screen);
     QSizeF base_size() const;
     bool set_rect(const QRect& rect);
     void set_base_to_screen(tarn::DialogState& state) const;
+    QList<CDXUTControl*>& edit_controls();
     void insert_control(CDXUTControl* control, int layer);
     void remove_control(CDXUTControl* control);
     bool move_control(CDXUTControl* control, int layer);
@@ -95,7 +99,7 @@ private:
     CGuiCore& m_core;
     bool m_attached = false;
     bool m_minimized = false;
-    QRectF m_last_bounds;
+    QRectF m_last_bounds; ///< where anything of the dialog was drawn last, to be redrawn when it moves
     QList<CDXUTControl*> m_known_controls; ///< the list that the core's index was made from
     mutable tarn::TextCache m_caption_text;
 };

@@ -5,6 +5,7 @@
 #include "dxut_dialog.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 using tarn::CoreState;
@@ -51,12 +52,13 @@ void CGuiCore::ensure_index() const
 
 void CGuiCore::rebuild_index()
 {
-    m_indexed = true;
+    m_indexed = m_linked = true;
     for (CDXUTControl* control : m_controls)
         control->m_dialog = nullptr;
     for (CDXUTDialog* dialog : m_attached_dialogs)
         dialog->m_attached = false;
     m_controls.clear();
+    m_known_dialogs = GetDialogs();
     m_attached_dialogs.assign(GetDialogs().begin(), GetDialogs().end());
     attach(m_root.get());
     for (CDXUTDialog* dialog : m_attached_dialogs)
@@ -99,9 +101,13 @@ CDXUTControl* CGuiCore::find_control(quint32 id) const
 
 void CGuiCore::state_changed()
 {
-    if (m_known_dialogs.constData() != GetDialogs().constData() || m_known_dialogs.size() != GetDialogs().size()) {
-        m_known_dialogs = GetDialogs();
-        structure_changed();
+    if (!m_known_dialogs.isSharedWith(GetDialogs())) {
+        std::vector<CDXUTDialog*> back;
+        std::copy_if(GetDialogs().begin(), GetDialogs().end(), std::back_inserter(back),
+                     [](const CDXUTDialog* dialog) { return !dialog->m_attached; });
+        links_changed();
+        for (CDXUTDialog* dialog : back)
+            dialog->state_changed(); // The screen may have changed while it was away.
     }
     add_damage(QRectF(QPointF(), m_screen));
 }
@@ -141,6 +147,7 @@ CDXUTDialog* CGuiCore::create_dialog(const QRect& rect, const QString& name)
     keep(dialog);
     dialog->adopt_state(fresh);
     dialog->m_attached = true;
+    m_attached_dialogs.push_back(dialog.get());
     edit<CoreState>().dialogs.append(dialog.get());
     state_changed();
     return dialog.get();
@@ -296,8 +303,7 @@ void CGuiCore::SelectDialog(CDXUTDialog* dialog, bool add)
     m_selection.controls_selected = false;
     if (!add)
         m_selection.clear_dialogs();
-    if (!m_selection.contains(dialog))
-        m_selection.dialogs.push_back(dialog);
+    m_selection.add(dialog);
     m_selection.current_dialog = dialog;
 }
 
@@ -310,12 +316,11 @@ void CGuiCore::SelectControl(CDXUTControl* control, bool add)
 {
     if (!control)
         return;
-    m_selection.dialogs.clear();
+    m_selection.clear_dialogs();
     m_selection.controls_selected = true;
     if (!add)
         m_selection.clear_controls();
-    if (!m_selection.contains(control))
-        m_selection.controls.push_back(control);
+    m_selection.add(control);
     m_selection.current_control = control;
     m_selection.current_dialog = control->dialog();
 }
@@ -338,7 +343,9 @@ void CGuiCore::set_screen_size(QSize size)
     size = size.expandedTo(QSize(1, 1));
     if (size == m_screen)
         return;
+    ensure_index();
     m_screen = size;
+    m_root->state_changed();
     for (CDXUTDialog* dialog : GetDialogs())
         dialog->state_changed();
     add_damage(QRectF(QPointF(), m_screen));

@@ -79,8 +79,16 @@ public:
     void swap_states(std::vector<tarn::Journal::Entry>& states);
 
     // Selection
-    tarn::SelectionRecord& selection() { return m_selection; }
-    const tarn::SelectionRecord& selection() const { return m_selection; }
+    tarn::SelectionRecord& selection()
+    {
+        ensure_links();
+        return m_selection;
+    }
+    const tarn::SelectionRecord& selection() const
+    {
+        ensure_links();
+        return m_selection;
+    }
     void SelectDialog(CDXUTDialog* dialog, bool add);
     void ClearDialogSelection();
     void SelectControl(CDXUTControl* control, bool add);
@@ -94,8 +102,16 @@ public:
     QSize design_size() const { return {core_state().screen_width, core_state().screen_height}; }
 
     // Drawing
-    tarn::LiveState& live() { return m_live; }
-    const tarn::LiveState& live() const { return m_live; }
+    tarn::LiveState& live()
+    {
+        ensure_links();
+        return m_live;
+    }
+    const tarn::LiveState& live() const
+    {
+        ensure_links();
+        return m_live;
+    }
     const QImage& texture(const QString& name) const;
     /// Takes an encoded picture into the scene, in place of one of that name.
     void set_texture(const QString& name, const QByteArray& encoded);
@@ -107,6 +123,16 @@ public:
 
     /// A list of dialogs or controls changed: the index is made anew when it is next needed.
     void structure_changed() { m_indexed = false; }
+    /// A list was exchanged as a whole (by undo): who belongs to whom, and what is still there to be selected, is found
+    /// out anew when it is next asked for.
+    void links_changed() { m_indexed = m_linked = false; }
+    void ensure_links() const
+    {
+        if (!m_linked)
+            ensure_index();
+    }
+    /// `control` was given to a dialog since the index was made.
+    void linked(CDXUTControl* control) { m_controls.push_back(control); }
 
     const char* class_name() const override { return "CGuiCore"; }
     bool is_attached() const override { return true; }
@@ -125,9 +151,10 @@ private:
     std::vector<std::shared_ptr<tarn::ModelObject>> m_pool;
     quint32 m_next_id = 2; ///< never goes back, not even by undo
     std::vector<CDXUTControl*> m_controls;
-    std::vector<CDXUTDialog*> m_attached_dialogs;
+    std::vector<CDXUTDialog*> m_attached_dialogs; ///< those of the index, and those made since
     QList<CDXUTDialog*> m_known_dialogs; ///< the list that the index was made from
     bool m_indexed = false;
+    bool m_linked = true;
     tarn::SelectionRecord m_selection;
     tarn::LiveState m_live;
     QSize m_screen{1280, 720};

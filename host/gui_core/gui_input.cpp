@@ -36,6 +36,12 @@ CDXUTControl* control_in(const CDXUTDialog& dialog, QPointF place)
     return found == controls.crend() ? nullptr : *found;
 }
 
+bool can_be_reached(const CDXUTControl& control)
+{
+    return control.is_interactive() && control.GetVisible() && control.GetEnabled() && control.dialog()
+        && control.dialog()->GetVisible() && !control.dialog()->minimized();
+}
+
 void redraw(CGuiCore& core, CDXUTControl* control)
 {
     if (control)
@@ -153,15 +159,14 @@ bool GuiInput::key_pressed(Key key)
 {
     LiveState& live = m_core.live();
     if (key == Key::Activate) {
-        if (!live.focused)
+        if (!live.focused || !can_be_reached(*live.focused))
             return false;
         live.focused->clicked();
         return true;
     }
     std::vector<CDXUTControl*> stops;
     for (CDXUTControl* control : m_core.controls())
-        if (control->is_interactive() && control->GetVisible() && control->GetEnabled()
-            && control->dialog()->GetVisible())
+        if (can_be_reached(*control))
             stops.push_back(control);
     if (stops.empty())
         return false;

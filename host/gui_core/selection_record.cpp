@@ -7,24 +7,34 @@
 
 namespace tarn {
 
-bool SelectionRecord::contains(const CDXUTDialog* dialog) const
+void SelectionRecord::add(CDXUTDialog* dialog)
 {
-    return std::find(dialogs.begin(), dialogs.end(), dialog) != dialogs.end();
+    if (m_members.contains(dialog))
+        return;
+    m_members.insert(dialog);
+    dialogs.push_back(dialog);
 }
 
-bool SelectionRecord::contains(const CDXUTControl* control) const
+void SelectionRecord::add(CDXUTControl* control)
 {
-    return std::find(controls.begin(), controls.end(), control) != controls.end();
+    if (m_members.contains(control))
+        return;
+    m_members.insert(control);
+    controls.push_back(control);
 }
 
 void SelectionRecord::clear_dialogs()
 {
+    for (const CDXUTDialog* dialog : dialogs)
+        m_members.remove(dialog);
     dialogs.clear();
     current_dialog = nullptr;
 }
 
 void SelectionRecord::clear_controls()
 {
+    for (const CDXUTControl* control : controls)
+        m_members.remove(control);
     controls.clear();
     current_control = nullptr;
 }
@@ -32,8 +42,9 @@ void SelectionRecord::clear_controls()
 void SelectionRecord::prune()
 {
     const auto is_gone = [](const auto* object) { return !object->is_attached(); };
-    std::erase_if(dialogs, is_gone);
-    std::erase_if(controls, is_gone);
+    const auto drop = [&](const auto* object) { return is_gone(object) && m_members.remove(object); };
+    std::erase_if(dialogs, drop);
+    std::erase_if(controls, drop);
     if (current_control && is_gone(current_control))
         current_control = controls.empty() ? nullptr : controls.back();
     if (current_dialog && is_gone(current_dialog))

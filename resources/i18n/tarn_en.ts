@@ -19,7 +19,7 @@
     <name>CDlgGuiManager</name>
     <message>
         <source>整体</source>
-        <translation>All</translation>
+        <translation>Interface</translation>
     </message>
     <message>
         <source>窗口</source>

@@ -51,10 +51,12 @@ bool GlSurface::available()
     return works;
 }
 
-GlSurface::GlSurface(CBaseWorld& world, OverlayBuffer& overlay, QWidget* parent) :
-    QOpenGLWidget(parent), m_world(world), m_overlay(overlay)
+GlSurface::GlSurface(CBaseWorld& world, OverlayBuffer& overlay, QWidget* parent)
+    : QOpenGLWidget(parent), m_world(world), m_overlay(overlay)
 {
     setFormat(wanted_format());
+    // Keeps the last frame, so that a frame costs what changed.
+    setUpdateBehavior(PartialUpdate);
 }
 
 GlSurface::~GlSurface()
@@ -79,6 +81,12 @@ void GlSurface::initializeGL()
         m_scene.reset();
     // A view that moves into another window gets a new context.
     connect(context(), &QOpenGLContext::aboutToBeDestroyed, this, &GlSurface::release);
+}
+
+void GlSurface::resizeGL(int, int)
+{
+    if (m_scene)
+        m_scene->invalidate();
 }
 
 void GlSurface::paintGL()

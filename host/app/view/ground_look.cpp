@@ -25,7 +25,7 @@ constexpr QVector3D rgb(int value)
 /// An evening after sunset. Dark enough for white text anywhere.
 const std::array stops{
     Stop{-90, rgb(0x161d2c)}, Stop{-50, rgb(0x1a2335)}, Stop{-26, rgb(0x212d44)}, Stop{-12, rgb(0x304162)},
-    Stop{-4, rgb(0x465b84)},  Stop{0, rgb(0x57699a)},   Stop{3, rgb(0x53659a)},   Stop{10, rgb(0x3f5288)},
+    Stop{-4, rgb(0x485b84)},  Stop{0, rgb(0x62689a)},   Stop{3, rgb(0x616398)},   Stop{10, rgb(0x445089)},
     Stop{22, rgb(0x2c3c6b)},  Stop{45, rgb(0x1b2749)},  Stop{90, rgb(0x111a33)},
 };
 

@@ -4,6 +4,8 @@
 
 #include <QImage>
 
+#include <utility>
+
 namespace tarn {
 
 namespace {
@@ -67,11 +69,13 @@ void GroundScene::set_layer(Layer layer, const QImage& image, const QRect& chang
                         image.constScanLine(part.y()) + part.x() * 4);
     glPixelStorei(GL_UNPACK_ROW_LENGTH, 0);
     texture.size = image.size();
+    texture.changed |= part;
 }
 
 void GroundScene::set_look(const GroundLook& look)
 {
     const std::vector<QVector3D> rows = background_rows(look);
+    static_assert(sizeof(QVector3D) == 3 * sizeof(float));
     bind(0, m_rows.id);
     glTexImage2D(GL_TEXTURE_2D, 0, GL_RGB32F, 1, look.pixels.height(), 0, GL_RGB, GL_FLOAT, rows.data());
     m_ground.setUniformValue("rows", 0);
@@ -102,7 +106,14 @@ void GroundScene::draw_world(const GroundLook& look)
     m_world->bind();
     glViewport(0, 0, look.pixels.width(), look.pixels.height());
     glDrawArrays(GL_TRIANGLES, 0, 3);
-    m_drawn = look;
+}
+
+void GroundScene::compose(const QRect& part)
+{
+    glEnable(GL_SCISSOR_TEST);
+    glScissor(part.x(), m_drawn.pixels.height() - part.y() - part.height(), part.width(), part.height());
+    glDrawArrays(GL_TRIANGLES, 0, 3);
+    glDisable(GL_SCISSOR_TEST);
 }
 
 void GroundScene::draw(const GroundLook& look, GLuint framebuffer)
@@ -114,8 +125,10 @@ void GroundScene::draw(const GroundLook& look, GLuint framebuffer)
         glDisable(state);
     glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_TRUE);
     m_no_vertices.bind();
-    if (look != m_drawn)
+    const bool all = look != m_drawn;
+    if (all)
         draw_world(look);
+    m_drawn = look;
     m_compose.bind();
     bind(1, m_layers[overlay_layer].id);
     bind(2, m_layers[tool_layer].id);
@@ -126,7 +139,11 @@ void GroundScene::draw(const GroundLook& look, GLuint framebuffer)
     m_compose.setUniformValue("height", look.pixels.height());
     glBindFramebuffer(GL_FRAMEBUFFER, framebuffer);
     glViewport(0, 0, look.pixels.width(), look.pixels.height());
-    glDrawArrays(GL_TRIANGLES, 0, 3);
+    if (all)
+        compose(QRect(QPoint(), look.pixels));
+    for (Texture& layer : m_layers)
+        if (const QRect part = std::exchange(layer.changed, {}); !all && !part.isEmpty())
+            compose(part);
     m_compose.release();
     m_no_vertices.release();
 }

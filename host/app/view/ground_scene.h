@@ -30,17 +30,21 @@ public:
     bool initialize();
     /// Gives the layer its picture, of which `changed` differs from the one before.
     void set_layer(Layer layer, const QImage& image, const QRect& changed);
-    /// Draws everything into the framebuffer. The world is drawn again only when the camera or the size changed.
+    /// The framebuffer lost what was drawn into it.
+    void invalidate() { m_drawn = {}; }
+    /// Brings the framebuffer up to date: draws what changed since the last time.
     void draw(const GroundLook& look, GLuint framebuffer);
 
 private:
     struct Texture {
         GLuint id = 0;
         QSize size;
+        QRect changed; ///< since the last draw()
     };
 
     void set_look(const GroundLook& look);
     void draw_world(const GroundLook& look);
+    void compose(const QRect& part);
     void bind(int unit, GLuint texture);
 
     QOpenGLShaderProgram m_ground;
@@ -49,7 +53,7 @@ private:
     std::array<Texture, layer_count> m_layers;
     Texture m_rows;
     std::unique_ptr<QOpenGLFramebufferObject> m_world;
-    GroundLook m_drawn; ///< what m_world shows
+    GroundLook m_drawn; ///< what the framebuffer shows
 };
 
 } // namespace tarn

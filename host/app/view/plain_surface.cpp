@@ -38,8 +38,8 @@ void paint_over(QPainter& painter, const QImage& overlay, CBaseWorld& world)
         tool->paint(painter);
 }
 
-PlainSurface::PlainSurface(CBaseWorld& world, OverlayBuffer& overlay, QWidget* parent) :
-    QWidget(parent), m_world(world), m_overlay(overlay)
+PlainSurface::PlainSurface(CBaseWorld& world, OverlayBuffer& overlay, QWidget* parent)
+    : QWidget(parent), m_world(world), m_overlay(overlay)
 {
     setAttribute(Qt::WA_OpaquePaintEvent);
 }

@@ -24,8 +24,8 @@ constexpr double wheel_step = 120; ///< eighths of a degree, as mice count
 
 } // namespace
 
-CView3D::CView3D(CBaseWorld& world, QWidget* parent) :
-    QWidget(parent), m_world(world), m_uses_gl(tarn::GlSurface::available())
+CView3D::CView3D(CBaseWorld& world, QWidget* parent)
+    : QWidget(parent), m_world(world), m_uses_gl(tarn::GlSurface::available())
 {
     if (m_uses_gl)
         m_surface = new tarn::GlSurface(world, m_overlay, this);
@@ -99,16 +99,19 @@ void CView3D::set_always_refresh(bool on)
 
 QImage CView3D::grab_view()
 {
-    // A view that was never shown has not heard of its size yet.
-    place_surface();
+    // An OpenGL surface without a window knows neither its size nor its pixels.
+    if (!isVisible())
+        return render(m_world, surface_size(), devicePixelRatioF());
     return m_surface->grab().toImage().convertToFormat(QImage::Format_RGB32);
 }
 
 QImage CView3D::render(CBaseWorld& world, QSize size, double dpr)
 {
+    const QSize pixels = tarn::device_size(size, dpr);
+    if (pixels.isEmpty())
+        return {};
     tarn::OverlayBuffer overlay;
     overlay.paint_all(world.overlay(), size, dpr);
-    const QSize pixels = tarn::device_size(size, dpr);
     QImage picture = tarn::ground_raster(tarn::ground_look(world.camera(), pixels, dpr));
     picture.setDevicePixelRatio(dpr);
     QPainter painter(&picture);

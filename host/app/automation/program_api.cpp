@@ -1,0 +1,168 @@
+#include "api.h"
+#include "core/language.h"
+#include "engine/base_world.h"
+#include "main_window.h"
+#include "page_handles.h"
+#include "studio.h"
+#include "user_input.h"
+#include "view/view3d.h"
+
+#include <QPixmap>
+
+namespace tarn::script {
+
+namespace {
+
+constexpr int largest_view = 32767; ///< pixels; Qt's own limit for a widget is not far above
+
+Data language(Automation&)
+{
+    return VLCMsgIniW::language() == Language::Chinese ? QStringLiteral("zh") : QStringLiteral("en");
+}
+
+Data settled(Automation& app, bool done)
+{
+    app.settle();
+    return done;
+}
+
+Data new_file(Automation& app)
+{
+    return settled(app, app.window().new_file());
+}
+
+Data open(Automation& app, QString path)
+{
+    return settled(app, app.window().open_file(path));
+}
+
+Data save(Automation& app, QString path)
+{
+    return settled(app, app.window().save_file(path));
+}
+
+Status resize(Automation& app, int w, int h)
+{
+    for (const auto& [name, length] : {std::pair("w", w), std::pair("h", h)})
+        if (length < 1 || length > largest_view)
+            return Status::error(QStringLiteral("bad argument \"%1\": 1 to %2 pixels are possible")
+                                     .arg(QLatin1String(name))
+                                     .arg(largest_view));
+    app.window().view().set_fixed_view_size(QSize(w, h));
+    app.settle();
+    return {};
+}
+
+Status process(Automation& app)
+{
+    app.settle();
+    return {};
+}
+
+Status wait(Automation& app, int ms)
+{
+    input::wait(std::max(0, ms));
+    app.settle();
+    return {};
+}
+
+/// The picture of a part of the program.
+Result<QImage> picture_of(Automation& app, const QString& what)
+{
+    if (what == QLatin1String("window"))
+        return app.window().grab().toImage();
+    if (what == QLatin1String("view"))
+        return app.window().view().grab_view();
+    if (what == QLatin1String("timeline"))
+        return Status::error(QStringLiteral("there is no timeline"));
+    CChildDlg* page = find_page(what);
+    if (!page)
+        return Status::error(QStringLiteral("there is no page %1").arg(what));
+    if (!is_shown(*page))
+        return Status::error(QStringLiteral("page %1 is not shown").arg(what));
+    return page->grab().toImage();
+}
+
+Status screenshot(Automation& app, QString path, std::optional<QString> what)
+{
+    app.settle();
+    const auto picture = picture_of(app, what.value_or(QStringLiteral("window")));
+    if (!picture)
+        return picture.status();
+    if (picture.value().isNull() || !picture.value().save(path, "PNG"))
+        return Status::error(QStringLiteral("the picture %1 could not be written").arg(path));
+    return {};
+}
+
+Data undo(Automation& app)
+{
+    return settled(app, app.studio().undo());
+}
+
+Data redo(Automation& app)
+{
+    return settled(app, app.studio().redo());
+}
+
+Result<Data> mode(Automation& app, std::optional<QString> name)
+{
+    if (!name)
+        return Data(app.window().active_mode());
+    if (!app.window().activate_mode(*name))
+        return Status::error(QStringLiteral("there is no mode \"%1\"").arg(*name));
+    app.settle();
+    return Data();
+}
+
+Status play(Automation& app, bool on)
+{
+    if (const auto model = app.model(); !model)
+        return model.status();
+    app.studio().set_playing(on);
+    app.settle();
+    return {};
+}
+
+Status broadcast(Automation& app, int code)
+{
+    app.world().broadcast(code);
+    app.settle();
+    return {};
+}
+
+Data codes(Automation& app)
+{
+    return list_of(app.take_codes(), [](int code) { return Data(code); });
+}
+
+Data redraws(Automation& app)
+{
+    return app.take_redraws();
+}
+
+constexpr Binding functions[] = {
+    {"language", "", binding<language>},
+    {"new", "", binding<new_file>},
+    {"open", "path", binding<open>},
+    {"save", "path", binding<save>},
+    {"resize", "w h", binding<resize>},
+    {"process", "", binding<process>},
+    {"wait", "ms", binding<wait>},
+    {"screenshot", "path what", binding<screenshot>},
+    {"undo", "", binding<undo>},
+    {"redo", "", binding<redo>},
+    {"mode", "name", binding<mode>},
+    {"play", "on", binding<play>},
+    {"broadcast", "code", binding<broadcast>},
+    {"codes", "", binding<codes>},
+    {"redraws", "", binding<redraws>},
+};
+
+} // namespace
+
+std::span<const Binding> program_functions()
+{
+    return functions;
+}
+
+} // namespace tarn::script

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "page_handles.h"
+
+// The methods of a control handle that only report lists have.
+namespace tarn::script {
+
+Result<Data> rows(Automation&, ControlHandle* self);
+Result<Data> columns(Automation&, ControlHandle* self);
+Result<Data> icons(Automation&, ControlHandle* self);
+Status select_rows(Automation& app, ControlHandle* self, Rest rest);
+Result<Data> selected_rows(Automation&, ControlHandle* self);
+Status click_cell(Automation& app, ControlHandle* self, int row, int column, std::optional<QString> mods);
+Status double_click_row(Automation& app, ControlHandle* self, int row);
+
+/// "shift", "ctrl" and "alt" in any combination.
+Result<Qt::KeyboardModifiers> read_modifiers(const std::optional<QString>& mods);
+
+} // namespace tarn::script

@@ -1,0 +1,181 @@
+#include "api.h"
+#include "mouse_surface.h"
+#include "report_list_api.h"
+#include "user_input.h"
+
+#include <QMetaEnum>
+
+#include <algorithm>
+#include <cmath>
+
+namespace tarn::script {
+
+namespace {
+
+using Text = std::optional<QString>;
+
+constexpr int hold_time = 120;      ///< milliseconds between the press and the first move of a drag
+constexpr double longest_step = 10; ///< pixels from one move of a drag to the next
+
+struct SurfaceHandle {
+    static constexpr const char* type_name = "studio.surface";
+    static constexpr const char* needed = "a mouse surface";
+
+    MouseSurface* surface;
+
+    bool operator==(const SurfaceHandle&) const = default;
+    MouseSurface* operator->() const { return surface; }
+};
+
+Result<Qt::MouseButton> read_button(const Text& name)
+{
+    if (!name || *name == QLatin1String("left"))
+        return Qt::LeftButton;
+    if (*name == QLatin1String("right"))
+        return Qt::RightButton;
+    if (*name == QLatin1String("middle"))
+        return Qt::MiddleButton;
+    return Status::error(QStringLiteral("bad argument \"button\": there is no mouse button \"%1\"").arg(*name));
+}
+
+/// What a button and modifiers stand for, both checked.
+struct Press {
+    Qt::MouseButton button;
+    Qt::KeyboardModifiers modifiers;
+};
+
+Result<Press> read_press(const Text& button, const Text& mods)
+{
+    const auto which = read_button(button);
+    if (!which)
+        return which.status();
+    const auto modifiers = read_modifiers(mods);
+    if (!modifiers)
+        return modifiers.status();
+    return Press{which.value(), modifiers.value()};
+}
+
+Status settled(Automation& app, Status status)
+{
+    app.settle();
+    return status;
+}
+
+Status press(Automation& app, SurfaceHandle* self, double x, double y, Text button, Text mods)
+{
+    const auto how = read_press(button, mods);
+    if (!how)
+        return how.status();
+    return settled(app, (*self)->press({x, y}, how.value().button, how.value().modifiers));
+}
+
+Status move(Automation& app, SurfaceHandle* self, double x, double y, Text mods)
+{
+    const auto modifiers = read_modifiers(mods);
+    if (!modifiers)
+        return modifiers.status();
+    return settled(app, (*self)->move({x, y}, modifiers.value()));
+}
+
+Status release(Automation& app, SurfaceHandle* self, double x, double y, Text button, Text mods)
+{
+    const auto how = read_press(button, mods);
+    if (!how)
+        return how.status();
+    return settled(app, (*self)->release({x, y}, how.value().button, how.value().modifiers));
+}
+
+Status click(Automation& app, SurfaceHandle* self, double x, double y, Text button, Text mods)
+{
+    if (auto status = press(app, self, x, y, button, mods); !status)
+        return status;
+    return release(app, self, x, y, button, mods);
+}
+
+Status double_click(Automation& app, SurfaceHandle* self, double x, double y)
+{
+    return settled(app, (*self)->double_click({x, y}));
+}
+
+Status drag(Automation& app, SurfaceHandle* self, double x1, double y1, double x2, double y2, Text mods)
+{
+    const QPointF from(x1, y1);
+    const QPointF way = QPointF(x2, y2) - from;
+    if (auto status = press(app, self, x1, y1, {}, mods); !status)
+        return status;
+    input::wait(hold_time);
+    const int steps = std::max(1, int(std::ceil(std::hypot(way.x(), way.y()) / longest_step)));
+    for (int step = 1; step <= steps; ++step) {
+        const QPointF place = from + way * (double(step) / steps);
+        if (auto status = move(app, self, place.x(), place.y(), mods); !status)
+            return status;
+    }
+    return release(app, self, x2, y2, {}, mods);
+}
+
+Status wheel(Automation& app, SurfaceHandle* self, double x, double y, double steps)
+{
+    return settled(app, (*self)->wheel({x, y}, steps));
+}
+
+Status key(Automation& app, SurfaceHandle* self, QString name, Text mods)
+{
+    const auto modifiers = read_modifiers(mods);
+    if (!modifiers)
+        return modifiers.status();
+    bool known = false;
+    const int code = QMetaEnum::fromType<Qt::Key>().keyToValue(("Key_" + name.toLatin1()).constData(), &known);
+    if (!known)
+        return Status::error(QStringLiteral("bad argument \"name\": there is no key \"%1\"").arg(name));
+    return settled(app, (*self)->key(code, modifiers.value()));
+}
+
+Several size(Automation&, SurfaceHandle* self)
+{
+    const QSize size = (*self)->size();
+    return {size.width(), size.height()};
+}
+
+constexpr Binding methods[] = {
+    {"press", "self x y button mods", binding<press>},
+    {"move", "self x y mods", binding<move>},
+    {"release", "self x y button mods", binding<release>},
+    {"click", "self x y button mods", binding<click>},
+    {"double_click", "self x y", binding<double_click>},
+    {"drag", "self x1 y1 x2 y2 mods", binding<drag>},
+    {"wheel", "self x y steps", binding<wheel>},
+    {"key", "self name mods", binding<key>},
+    {"size", "self", binding<size>},
+};
+
+} // namespace
+
+Result<Qt::KeyboardModifiers> read_modifiers(const std::optional<QString>& mods)
+{
+    static constexpr std::pair<const char*, Qt::KeyboardModifier> known[] = {
+        {"shift", Qt::ShiftModifier}, {"ctrl", Qt::ControlModifier}, {"alt", Qt::AltModifier}};
+    Qt::KeyboardModifiers modifiers;
+    QString rest = mods.value_or(QString());
+    for (const auto& [name, modifier] : known) {
+        if (!rest.contains(QLatin1String(name)))
+            continue;
+        rest.remove(QLatin1String(name));
+        modifiers |= modifier;
+    }
+    const bool only_separators = std::all_of(rest.begin(), rest.end(), [](QChar c) { return !c.isLetterOrNumber(); });
+    if (!only_separators)
+        return Status::error(QStringLiteral("bad argument \"mods\": there is no such key in \"%1\"").arg(*mods));
+    return modifiers;
+}
+
+void add_surface_type(lua_State* lua, Automation& app)
+{
+    add_type<SurfaceHandle>(lua, app, methods);
+}
+
+void push_view(lua_State* lua, Automation& app)
+{
+    to_lua(SurfaceHandle{&app.view()}).push(lua);
+}
+
+} // namespace tarn::script
