@@ -25,18 +25,6 @@ struct Thing {
     QString text(int column) const { return column == 0 ? name : column == 1 ? type : QString::number(number); }
 };
 
-void ensure_application()
-{
-    static int argc = 1;
-    static char name[] = "bench";
-    static char* argv[] = {name, nullptr};
-    if (qApp)
-        return;
-    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    new QApplication(argc, argv);
-}
-
 std::vector<Thing> make_things(int count)
 {
     const QString types[] = {QStringLiteral("Button"), QStringLiteral("Slider"), QStringLiteral("Check box")};
@@ -128,7 +116,6 @@ void fill(QTableWidget& table, const std::vector<Thing*>& things)
 
 void report_list_refill(benchmark::State& state)
 {
-    ensure_application();
     std::vector<Thing> things = make_things(int(state.range(0)));
     TwoFills<void*> fills(things);
     ThingList list;
@@ -141,7 +128,6 @@ void report_list_refill(benchmark::State& state)
 
 void table_widget_refill(benchmark::State& state)
 {
-    ensure_application();
     std::vector<Thing> things = make_things(int(state.range(0)));
     TwoFills<Thing*> fills(things);
     QTableWidget table(0, column_count);
@@ -154,7 +140,6 @@ void table_widget_refill(benchmark::State& state)
 
 void plain_model_refill(benchmark::State& state)
 {
-    ensure_application();
     std::vector<Thing> things = make_things(int(state.range(0)));
     TwoFills<Thing*> fills(things);
     PlainModel model;
@@ -169,7 +154,6 @@ void plain_model_refill(benchmark::State& state)
 
 void report_list_sort(benchmark::State& state)
 {
-    ensure_application();
     std::vector<Thing> things = make_things(int(state.range(0)));
     TwoFills<void*> fills(things);
     ThingList list;
@@ -186,7 +170,6 @@ void report_list_sort(benchmark::State& state)
 
 void table_widget_sort(benchmark::State& state)
 {
-    ensure_application();
     std::vector<Thing> things = make_things(int(state.range(0)));
     TwoFills<Thing*> fills(things);
     QTableWidget table(0, column_count);
@@ -203,7 +186,6 @@ void table_widget_sort(benchmark::State& state)
 
 void plain_model_sort(benchmark::State& state)
 {
-    ensure_application();
     std::vector<Thing> things = make_things(int(state.range(0)));
     TwoFills<Thing*> fills(things);
     PlainModel model;
@@ -225,11 +207,11 @@ void sizes(benchmark::internal::Benchmark* benchmark)
     benchmark->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
 }
 
-BENCHMARK(report_list_refill)->Name("ReportList/refill_paint")->Apply(sizes);
-BENCHMARK(table_widget_refill)->Name("QTableWidget/refill_paint")->Apply(sizes);
-BENCHMARK(plain_model_refill)->Name("PlainModel/refill_paint")->Apply(sizes);
-BENCHMARK(report_list_sort)->Name("ReportList/sort_text")->Apply(sizes);
-BENCHMARK(table_widget_sort)->Name("QTableWidget/sort_text")->Apply(sizes);
-BENCHMARK(plain_model_sort)->Name("PlainModel/sort_text")->Apply(sizes);
+BENCHMARK(report_list_refill)->Name("refill_paint/tarn")->Apply(sizes);
+BENCHMARK(table_widget_refill)->Name("refill_paint/QTableWidget")->Apply(sizes);
+BENCHMARK(plain_model_refill)->Name("refill_paint/plain_model")->Apply(sizes);
+BENCHMARK(report_list_sort)->Name("sort_text/tarn")->Apply(sizes);
+BENCHMARK(table_widget_sort)->Name("sort_text/QTableWidget")->Apply(sizes);
+BENCHMARK(plain_model_sort)->Name("sort_text/plain_model")->Apply(sizes);
 
 } // namespace

@@ -102,7 +102,7 @@ void MainWindow::make_side_panel()
     layout->setContentsMargins({});
     layout->setSpacing(0);
     m_mode_strip = new QTabBar(inside);
-    m_mode_strip->setExpanding(true);
+    m_mode_strip->setExpanding(false);
     m_side_area = new QStackedWidget(inside);
     m_side_area->setMinimumWidth(side_panel_width);
     layout->addWidget(m_mode_strip);

@@ -80,12 +80,17 @@ void Journal::apply(Step& step)
 
 bool Journal::can_undo() const
 {
-    return m_depth == 0 && (m_position > 0 || !m_open.entries.empty());
+    return m_depth == 0 && m_recording && (m_position > 0 || !m_open.entries.empty());
+}
+
+bool Journal::can_redo() const
+{
+    return m_depth == 0 && m_recording && m_position < m_steps.size() && m_open.entries.empty();
 }
 
 bool Journal::undo()
 {
-    if (m_depth > 0)
+    if (m_depth > 0 || !m_recording)
         return false;
     close_step();
     if (m_position == 0)
@@ -102,7 +107,7 @@ bool Journal::undo()
 
 bool Journal::redo()
 {
-    if (m_depth > 0)
+    if (m_depth > 0 || !m_recording)
         return false;
     close_step();
     if (m_position == m_steps.size())

@@ -45,8 +45,8 @@ public:
     bool in_action() const { return m_depth > 0; }
 
     bool can_undo() const;
-    bool can_redo() const { return m_depth == 0 && m_position < m_steps.size() && m_open.entries.empty(); }
-    /// False when there was no step, or inside an action.
+    bool can_redo() const;
+    /// False when there was no step, inside an action, and while recording is off.
     bool undo();
     bool redo();
     QString undo_name() const;

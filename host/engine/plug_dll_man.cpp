@@ -70,6 +70,11 @@ void CPlugDllMan::unload_all()
 
 Status CPlugDllMan::load(const QString& path)
 {
+    // Before it is loaded: a library has one main object, which a second module of it would destroy.
+    const QString file = QFileInfo(path).canonicalFilePath();
+    for (const auto& known : m_modules)
+        if (!file.isEmpty() && QFileInfo(known->path()).canonicalFilePath() == file)
+            return refused(path, lang(u"“%1”已经载入", u"\"%1\" is loaded already").arg(known->description()));
     auto module = PlugModule::load(path);
     if (!module)
         return module.status();

@@ -1,6 +1,7 @@
 #include "dxut_dialog.h"
 
 #include "anchor.h"
+#include "core/language.h"
 #include "draw_context.h"
 #include "dxut_control.h"
 #include "gui_core.h"
@@ -30,6 +31,8 @@ struct PlaceFields {
     const FieldBase* width = DialogState::field_table().find("width");
     const FieldBase* height = DialogState::field_table().find("height");
     const FieldBase* align_type = DialogState::field_table().find("align_type");
+    const FieldBase* caption_shown = DialogState::field_table().find("caption_shown");
+    const FieldBase* frame_shown = DialogState::field_table().find("frame_shown");
 };
 
 const PlaceFields& place_fields()
@@ -331,6 +334,9 @@ tarn::Value CDXUTDialog::property(const FieldBase& field) const
 tarn::Status CDXUTDialog::set_property(const FieldBase& field, const tarn::Value& value)
 {
     const PlaceFields& place = place_fields();
+    if (is_root() && (&field == place.caption_shown || &field == place.frame_shown))
+        return tarn::Status::error(
+            tarn::lang(u"根窗口没有标题栏和边框", u"the root dialog has no caption bar and no frame"));
     const std::array moved{place.x, place.y, place.width, place.height, place.align_type};
     if (std::find(moved.begin(), moved.end(), &field) == moved.end())
         return ModelObject::set_property(field, value);

@@ -334,6 +334,8 @@ void CGuiCore::EnableGui(bool editing)
 {
     m_selection.editing = editing;
     m_live = {};
+    for (CDXUTDialog* dialog : GetDialogs())
+        dialog->set_minimized(false);
 }
 
 // Screen and drawing --------------------------------------------------------------------------------------------------

@@ -20,6 +20,8 @@ public:
     bool mouse_moved(QPointF place);
     bool mouse_pressed(QPointF place);
     bool mouse_released(QPointF place);
+    /// Lets go of what is being dragged.
+    void cancel() { m_dragged = nullptr; }
     enum class Key { Next, Previous, Activate };
     bool key_pressed(Key key);
 

@@ -4,6 +4,7 @@
 #include "core/pak_file.h"
 #include "create_tool.h"
 #include "engine/base_world.h"
+#include "gui_core/control_class.h"
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
 #include "package_reader.h"
@@ -155,7 +156,7 @@ void CGuiPlugScene::switch_ctrl_dialog(CDXUTControl* control, CDXUTDialog* dialo
 
 void CGuiPlugScene::SetMTFunction(int kind, int type)
 {
-    if (!m_world || m_playing)
+    if (!m_world || m_playing || (kind == 2 && !tarn::control_class(type)))
         return;
     m_function = kind;
     if (kind == 0) {

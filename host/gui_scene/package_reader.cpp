@@ -13,6 +13,7 @@
 #include <QSet>
 
 #include <algorithm>
+#include <utility>
 
 namespace tarn {
 
@@ -23,6 +24,11 @@ constexpr quint32 max_id = 0x7fffffff;
 const QString manifest_name = QStringLiteral("manifest.json");
 const QString scene_name = QStringLiteral("scene.json");
 
+QString twice(const QString& name)
+{
+    return lang(u"\"%1\" 出现了两次", u"\"%1\" appears twice").arg(name);
+}
+
 /// One read of scene.json.
 class SceneReader {
 public:
@@ -30,9 +36,6 @@ public:
     {
         m_state->next_id = 2;
         m_content.root = core.make_dialog();
-        auto& root = static_cast<DialogState&>(m_content.root->raw_state());
-        root.caption_shown = false;
-        root.frame_shown = false;
     }
 
     Status read(QByteArray text);
@@ -40,6 +43,7 @@ public:
 
 private:
     Status read_member(std::string_view key, JsonCursor& value);
+    Status claim_key(std::string_view key, const JsonCursor& place);
     Status read_dialog(JsonCursor& value);
     Status read_control(JsonCursor& value);
     Status read_styles(JsonCursor& value);
@@ -52,9 +56,7 @@ private:
     QHash<quint32, CDXUTDialog*> m_dialogs;
     QSet<quint32> m_ids;
     quint32 m_highest = root_id;
-    bool m_root_seen = false;
-    bool m_dialogs_seen = false;
-    bool m_controls_seen = false;
+    QSet<QByteArray> m_keys;
 };
 
 Status SceneReader::claim_id(quint32 id, const JsonCursor& place)
@@ -65,6 +67,15 @@ Status SceneReader::claim_id(quint32 id, const JsonCursor& place)
         return place.fail(lang(u"编号 %1 出现了两次", u"the id %1 appears twice").arg(id));
     m_ids.insert(id);
     m_highest = std::max(m_highest, id);
+    return {};
+}
+
+Status SceneReader::claim_key(std::string_view key, const JsonCursor& place)
+{
+    const QByteArray name(key.data(), qsizetype(key.size()));
+    if (m_keys.contains(name))
+        return place.fail(twice(QString::fromUtf8(name)));
+    m_keys.insert(name);
     return {};
 }
 
@@ -98,36 +109,27 @@ Status SceneReader::read_control(JsonCursor& value)
 
 Status SceneReader::read_styles(JsonCursor& value)
 {
-    return value.each_member([this](std::string_view name, JsonCursor& style) {
+    return value.each_member([this](std::string_view key, JsonCursor& style) {
+        const QString name = QString::fromUtf8(key.data(), qsizetype(key.size()));
+        if (m_state->styles.contains(name))
+            return style.fail(twice(name));
         QByteArray json;
         auto status = style.read_raw(json);
-        m_state->styles.insert(QString::fromUtf8(name.data(), qsizetype(name.size())), json);
+        m_state->styles.insert(name, json);
         return status;
     });
 }
 
 Status SceneReader::read_member(std::string_view key, JsonCursor& value)
 {
-    const auto once = [&](bool& seen) {
-        return std::exchange(seen, true)
-            ? value.fail(lang(u"\"%1\" 出现了两次", u"\"%1\" appears twice").arg(QLatin1String(key.data(), qsizetype(key.size()))))
-            : Status();
-    };
-    if (key == "root") {
-        if (auto status = once(m_root_seen); !status)
-            return status;
+    if (auto status = claim_key(key, value); !status)
+        return status;
+    if (key == "root")
         return m_content.root->load_state(value);
-    }
-    if (key == "dialogs") {
-        if (auto status = once(m_dialogs_seen); !status)
-            return status;
+    if (key == "dialogs")
         return value.each_element([this](JsonCursor& dialog) { return read_dialog(dialog); });
-    }
-    if (key == "controls") {
-        if (auto status = once(m_controls_seen); !status)
-            return status;
+    if (key == "controls")
         return value.each_element([this](JsonCursor& control) { return read_control(control); });
-    }
     if (key == "styles")
         return read_styles(value);
     if (const FieldBase* field = CoreState::field_table().find(key))
@@ -143,6 +145,8 @@ Status SceneReader::link()
     auto& root = static_cast<DialogState&>(m_content.root->raw_state());
     if (root.id == 0)
         root.id = root_id;
+    root.caption_shown = false;
+    root.frame_shown = false;
     if (root.id != root_id || m_ids.contains(root_id))
         return Status::error(
             lang(u"%1：编号 1 只能属于根窗口。", u"%1: the id 1 belongs to the root dialog alone.").arg(scene_name));
@@ -159,7 +163,7 @@ Status SceneReader::link()
                                      .arg(s.dialog.id));
         static_cast<DialogState&>(dialog->raw_state()).controls.append(control.get());
     }
-    m_state->next_id = std::clamp(m_state->next_id, m_highest + 1, max_id);
+    m_state->next_id = std::max(std::min(m_state->next_id, max_id), m_highest + 1);
     return {};
 }
 
@@ -199,10 +203,11 @@ GuiContent SceneReader::take(const QMap<QString, QByteArray>& files)
 Status check_manifest(QByteArray text)
 {
     int format = 0;
+    bool told = false;
     JsonText json(std::move(text), manifest_name);
     auto status = json.each_member([&](std::string_view key, JsonCursor& value) {
         if (key == "format")
-            return value.read(format);
+            return std::exchange(told, true) ? value.fail(twice(QStringLiteral("format"))) : value.read(format);
         QByteArray ignored;
         return value.read_raw(ignored);
     });

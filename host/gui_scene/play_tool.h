@@ -15,7 +15,7 @@ public:
     bool mouse(const MouseEvent& event) override;
     bool key(int key, Qt::KeyboardModifiers modifiers) override;
     void paint(QPainter&) override {}
-    void cancel() override {}
+    void cancel() override { m_input.cancel(); }
 
 private:
     GuiInput m_input;

@@ -82,9 +82,9 @@ QString free_name(const QString& taken, const QMap<QString, QByteArray>& a, cons
 {
     const QFileInfo info(taken);
     const QString folder = info.path() == QLatin1String(".") ? QString() : info.path() + QLatin1Char('/');
+    const QString suffix = info.suffix().isEmpty() ? QString() : QLatin1Char('.') + info.suffix();
     for (int i = 2;; ++i) {
-        const QString name = QStringLiteral("%1%2-%3.%4")
-                                 .arg(folder, info.completeBaseName(), QString::number(i), info.suffix());
+        const QString name = folder + info.completeBaseName() + QLatin1Char('-') + QString::number(i) + suffix;
         if (!a.contains(name) && !b.contains(name))
             return name;
     }

@@ -71,7 +71,7 @@ Result<QWidget*> editor_of(const ControlHandle& control)
     return editor;
 }
 
-Status set_text(Automation& app, ControlHandle* self, QString text)
+Status set_text(Automation& app, ControlHandle* self, const QString& text)
 {
     const auto editor = editor_of(*self);
     if (!editor)

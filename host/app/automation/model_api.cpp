@@ -77,7 +77,7 @@ Result<Data> referred(Automation& app, quint32 id)
     });
 }
 
-Result<Data> get(Automation& app, ObjectHandle* self, QString property)
+Result<Data> get(Automation& app, ObjectHandle* self, const QString& property)
 {
     const auto object = alive(*self);
     if (!object)
@@ -91,7 +91,7 @@ Result<Data> get(Automation& app, ObjectHandle* self, QString property)
     return Data(object.value()->property(*field.value()));
 }
 
-Status set(Automation& app, ObjectHandle* self, QString property, Value value)
+Status set(Automation& app, ObjectHandle* self, const QString& property, const Value& value)
 {
     const auto object = alive(*self);
     if (!object)

@@ -85,7 +85,7 @@ Result<QWidget*> usable(const ControlHandle& handle)
 
 namespace {
 
-Result<Data> page(Automation&, QString class_name)
+Result<Data> page(Automation&, const QString& class_name)
 {
     if (CChildDlg* found = find_page(class_name))
         return page_handle(*found);

@@ -31,12 +31,12 @@ Data new_file(Automation& app)
     return settled(app, app.window().new_file());
 }
 
-Data open(Automation& app, QString path)
+Data open(Automation& app, const QString& path)
 {
     return settled(app, app.window().open_file(path));
 }
 
-Data save(Automation& app, QString path)
+Data save(Automation& app, const QString& path)
 {
     return settled(app, app.window().save_file(path));
 }
@@ -48,7 +48,10 @@ Status resize(Automation& app, int w, int h)
             return Status::error(QStringLiteral("bad argument \"%1\": 1 to %2 pixels are possible")
                                      .arg(QLatin1String(name))
                                      .arg(largest_view));
-    app.window().view().set_fixed_view_size(QSize(w, h));
+    CView3D& view = app.window().view();
+    view.set_fixed_view_size(QSize(w, h));
+    // The window follows, so that its pictures show the whole view and little around it.
+    app.window().resize(app.window().size() + QSize(w, h) - view.size());
     app.settle();
     return {};
 }
@@ -83,7 +86,7 @@ Result<QImage> picture_of(Automation& app, const QString& what)
     return page->grab().toImage();
 }
 
-Status screenshot(Automation& app, QString path, std::optional<QString> what)
+Status screenshot(Automation& app, const QString& path, const std::optional<QString>& what)
 {
     app.settle();
     const auto picture = picture_of(app, what.value_or(QStringLiteral("window")));
@@ -104,7 +107,7 @@ Data redo(Automation& app)
     return settled(app, app.studio().redo());
 }
 
-Result<Data> mode(Automation& app, std::optional<QString> name)
+Result<Data> mode(Automation& app, const std::optional<QString>& name)
 {
     if (!name)
         return Data(app.window().active_mode());

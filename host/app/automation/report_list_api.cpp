@@ -125,7 +125,7 @@ Status select_rows(Automation& app, ControlHandle* self, Rest rest)
     return {};
 }
 
-Status click_cell(Automation& app, ControlHandle* self, int row, int column, std::optional<QString> mods)
+Status click_cell(Automation& app, ControlHandle* self, int row, int column, const std::optional<QString>& mods)
 {
     const auto modifiers = read_modifiers(mods);
     if (!modifiers)

@@ -10,7 +10,7 @@ Result<Data> columns(Automation&, ControlHandle* self);
 Result<Data> icons(Automation&, ControlHandle* self);
 Status select_rows(Automation& app, ControlHandle* self, Rest rest);
 Result<Data> selected_rows(Automation&, ControlHandle* self);
-Status click_cell(Automation& app, ControlHandle* self, int row, int column, std::optional<QString> mods);
+Status click_cell(Automation& app, ControlHandle* self, int row, int column, const std::optional<QString>& mods);
 Status double_click_row(Automation& app, ControlHandle* self, int row);
 
 /// "shift", "ctrl" and "alt" in any combination.

@@ -61,7 +61,7 @@ Status settled(Automation& app, Status status)
     return status;
 }
 
-Status press(Automation& app, SurfaceHandle* self, double x, double y, Text button, Text mods)
+Status press(Automation& app, SurfaceHandle* self, double x, double y, const Text& button, const Text& mods)
 {
     const auto how = read_press(button, mods);
     if (!how)
@@ -69,7 +69,7 @@ Status press(Automation& app, SurfaceHandle* self, double x, double y, Text butt
     return settled(app, (*self)->press({x, y}, how.value().button, how.value().modifiers));
 }
 
-Status move(Automation& app, SurfaceHandle* self, double x, double y, Text mods)
+Status move(Automation& app, SurfaceHandle* self, double x, double y, const Text& mods)
 {
     const auto modifiers = read_modifiers(mods);
     if (!modifiers)
@@ -77,7 +77,7 @@ Status move(Automation& app, SurfaceHandle* self, double x, double y, Text mods)
     return settled(app, (*self)->move({x, y}, modifiers.value()));
 }
 
-Status release(Automation& app, SurfaceHandle* self, double x, double y, Text button, Text mods)
+Status release(Automation& app, SurfaceHandle* self, double x, double y, const Text& button, const Text& mods)
 {
     const auto how = read_press(button, mods);
     if (!how)
@@ -85,7 +85,7 @@ Status release(Automation& app, SurfaceHandle* self, double x, double y, Text bu
     return settled(app, (*self)->release({x, y}, how.value().button, how.value().modifiers));
 }
 
-Status click(Automation& app, SurfaceHandle* self, double x, double y, Text button, Text mods)
+Status click(Automation& app, SurfaceHandle* self, double x, double y, const Text& button, const Text& mods)
 {
     if (auto status = press(app, self, x, y, button, mods); !status)
         return status;
@@ -97,7 +97,7 @@ Status double_click(Automation& app, SurfaceHandle* self, double x, double y)
     return settled(app, (*self)->double_click({x, y}));
 }
 
-Status drag(Automation& app, SurfaceHandle* self, double x1, double y1, double x2, double y2, Text mods)
+Status drag(Automation& app, SurfaceHandle* self, double x1, double y1, double x2, double y2, const Text& mods)
 {
     const QPointF from(x1, y1);
     const QPointF way = QPointF(x2, y2) - from;
@@ -118,7 +118,7 @@ Status wheel(Automation& app, SurfaceHandle* self, double x, double y, double st
     return settled(app, (*self)->wheel({x, y}, steps));
 }
 
-Status key(Automation& app, SurfaceHandle* self, QString name, Text mods)
+Status key(Automation& app, SurfaceHandle* self, const QString& name, const Text& mods)
 {
     const auto modifiers = read_modifiers(mods);
     if (!modifiers)

@@ -40,7 +40,7 @@ Status select_objects(Automation& app, Rest rest)
 }
 
 /// A scene object has no methods, but three attributes.
-Result<Data> attribute(Automation& app, SceneObjectHandle* self, QString name)
+Result<Data> attribute(Automation& app, SceneObjectHandle* self, const QString& name)
 {
     const SceneObject* object = find_object(app, self->id);
     if (!object)

@@ -1,0 +1,239 @@
+// An interface of buttons drawn, beside a graphics view with an item a button, and beside the best single pieces: one
+// composed picture and one prepared text a button.
+
+#include "bench_scene.h"
+#include "gui_core/dxut_button.h"
+#include "gui_core/dxut_dialog.h"
+#include "gui_core/gui_core.h"
+#include "gui_core/gui_painter.h"
+#include "gui_core/skin.h"
+#include "gui_core/text_cache.h"
+
+#include <QGraphicsItem>
+#include <QGraphicsScene>
+#include <QGraphicsView>
+#include <QPainter>
+#include <QStaticText>
+#include <qdrawutil.h>
+
+#include <cmath>
+
+namespace {
+
+constexpr QSize screen(1920, 1080);
+constexpr QSize button_size(48, 20);
+constexpr int font_size = 10;
+constexpr QColor background(0x20, 0x28, 0x30);
+
+/// The buttons stand in rows all over the screen; where there are many, they overlap.
+std::vector<QPoint> places(int count)
+{
+    const int columns = int(std::ceil(std::sqrt(count * 16.0 / 9)));
+    const int rows = (count + columns - 1) / columns;
+    std::vector<QPoint> all;
+    for (int i = 0; i < count; ++i)
+        all.emplace_back(i % columns * (screen.width() - button_size.width()) / std::max(1, columns - 1),
+                         i / columns * (screen.height() - button_size.height()) / std::max(1, rows - 1));
+    return all;
+}
+
+QString label(int number)
+{
+    return QString::number(number);
+}
+
+class Canvas {
+public:
+    Canvas() : image(screen, QImage::Format_ARGB32_Premultiplied) { image.fill(background); }
+    QImage image;
+};
+
+/// The product's: fifty buttons to a dialog that shows neither caption nor frame.
+class Interface {
+public:
+    explicit Interface(int count) : m_core(m_journal)
+    {
+        const tarn::RecordingOff off(m_journal);
+        m_core.set_screen_size(screen);
+        m_core.EnableGui(false);
+        CDXUTDialog* dialog = nullptr;
+        for (const QPoint place : places(count)) {
+            const auto number = int(m_buttons.size());
+            if (number % 50 == 0)
+                dialog = make_dialog();
+            auto* button = static_cast<CDXUTButton*>(
+                m_core.create_control(DXUT_CONTROL_BUTTON, dialog, QRectF(place, button_size)));
+            (void)button->set_property(*button->fields().find("font_size"), qint64(font_size));
+            button->SetText(label(number));
+            m_buttons.push_back(button);
+        }
+        draw(QRectF(QPointF(), screen)); // From now on pictures and texts are there.
+        m_core.take_damage();
+    }
+
+    void draw(const QRectF& area)
+    {
+        QPainter painter(&m_canvas.image);
+        painter.setClipRect(area);
+        painter.fillRect(area, background);
+        m_painter.paint(painter, m_core, area, 1);
+    }
+    void draw_damage() { draw(QRectF(m_core.take_damage().toAlignedRect())); }
+    const std::vector<CDXUTButton*>& buttons() const { return m_buttons; }
+
+private:
+    CDXUTDialog* make_dialog()
+    {
+        CDXUTDialog* dialog = m_core.create_dialog(QRect(QPoint(), screen));
+        for (const char* part : {"caption_shown", "frame_shown"})
+            (void)dialog->set_property(*dialog->fields().find(part), false);
+        return dialog;
+    }
+
+    tarn::Journal m_journal;
+    CGuiCore m_core;
+    tarn::GuiPainter m_painter;
+    Canvas m_canvas;
+    std::vector<CDXUTButton*> m_buttons;
+};
+
+void draw_tarn(benchmark::State& state)
+{
+    Interface interface(int(state.range(0)));
+    for (auto _ : state)
+        interface.draw(QRectF(QPointF(), screen));
+}
+
+void change_text_tarn(benchmark::State& state)
+{
+    Interface interface(int(state.range(0)));
+    CDXUTButton* button = interface.buttons()[interface.buttons().size() / 2];
+    int number = 0;
+    for (auto _ : state) {
+        button->SetText(label(++number % 1000));
+        interface.draw_damage();
+    }
+}
+
+void change_place_tarn(benchmark::State& state)
+{
+    Interface interface(int(state.range(0)));
+    CDXUTButton* button = interface.buttons()[interface.buttons().size() / 2];
+    const auto home = button->rect().topLeft();
+    int number = 0;
+    for (auto _ : state) {
+        button->SetLocation(float(home.x()) + float(++number % 5), float(home.y()));
+        interface.draw_damage();
+    }
+}
+
+/// The skin's button picture, at one pixel for one of the screen.
+const QPixmap& button_pixmap()
+{
+    static const QPixmap pixmap = [] {
+        const tarn::Skin& skin = tarn::Skin::default_skin();
+        const QRect cell = tarn::Skin::picture(tarn::Element::Button, tarn::VisualState::Normal).rect;
+        const double units = skin.pixels_per_unit();
+        const QRect pixels(QPoint(int(cell.x() * units), int(cell.y() * units)), cell.size() * units);
+        const QImage picture = skin.atlas().copy(pixels);
+        return QPixmap::fromImage(picture.scaled(cell.size(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
+    }();
+    return pixmap;
+}
+
+/// The picture's edges are wider than half a button; they shrink to what fits.
+constexpr QMargins picture_edges(14, 14, 14, 14);
+constexpr QMargins button_edges(14, 10, 14, 10);
+
+class ButtonItem : public QGraphicsItem {
+public:
+    explicit ButtonItem(const QString& text) : m_text(text) {}
+
+    QRectF boundingRect() const override { return QRectF(QPointF(), button_size); }
+    void paint(QPainter* painter, const QStyleOptionGraphicsItem*, QWidget*) override
+    {
+        static const QFont font = tarn::interface_font(font_size, false);
+        const QRect area(QPoint(), button_size);
+        qDrawBorderPixmap(painter, area, button_edges, button_pixmap(), button_pixmap().rect(), picture_edges);
+        painter->setFont(font);
+        painter->setPen(Qt::white);
+        painter->drawText(area, Qt::AlignCenter, m_text);
+    }
+
+private:
+    QString m_text;
+};
+
+void draw_graphics_view(benchmark::State& state)
+{
+    QGraphicsScene scene(QRectF(QPointF(), screen));
+    scene.setItemIndexMethod(QGraphicsScene::NoIndex); // All items are drawn each time: an index would only cost.
+    scene.setBackgroundBrush(background);
+    int number = 0;
+    for (const QPoint place : places(int(state.range(0)))) {
+        auto* item = new ButtonItem(label(number++));
+        item->setPos(place);
+        scene.addItem(item);
+    }
+    QGraphicsView view(&scene);
+    view.setFrameStyle(QFrame::NoFrame);
+    view.setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    view.setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    view.setOptimizationFlags(QGraphicsView::DontSavePainterState | QGraphicsView::DontAdjustForAntialiasing);
+    view.setViewportUpdateMode(QGraphicsView::FullViewportUpdate);
+    view.resize(screen);
+    Canvas canvas;
+    view.viewport()->render(&canvas.image);
+    for (auto _ : state)
+        view.viewport()->render(&canvas.image);
+}
+
+void draw_pieces(benchmark::State& state)
+{
+    const auto all = places(int(state.range(0)));
+    QImage picture(button_size, QImage::Format_ARGB32_Premultiplied);
+    picture.fill(Qt::transparent);
+    {
+        QPainter painter(&picture);
+        qDrawBorderPixmap(&painter, picture.rect(), button_edges, button_pixmap(), button_pixmap().rect(),
+                          picture_edges);
+    }
+    const QFont font = tarn::interface_font(font_size, false);
+    std::vector<QStaticText> texts;
+    std::vector<QPoint> text_places;
+    for (int i = 0; i < int(all.size()); ++i) {
+        QStaticText text(label(i));
+        text.setTextFormat(Qt::PlainText);
+        text.setPerformanceHint(QStaticText::AggressiveCaching);
+        text.prepare({}, font);
+        const QSizeF spare = (QSizeF(button_size) - text.size()) / 2;
+        text_places.push_back(all[std::size_t(i)] + QPoint(qRound(spare.width()), qRound(spare.height())));
+        texts.push_back(std::move(text));
+    }
+    Canvas canvas;
+    const auto draw = [&] {
+        QPainter painter(&canvas.image);
+        painter.fillRect(canvas.image.rect(), background);
+        painter.setFont(font);
+        painter.setPen(Qt::white);
+        for (std::size_t i = 0; i < all.size(); ++i) {
+            painter.drawImage(all[i], picture);
+            painter.drawStaticText(text_places[i], texts[i]);
+        }
+    };
+    draw();
+    for (auto _ : state)
+        draw();
+}
+
+using bench::growing;
+
+BENCHMARK(draw_tarn)->Name("draw/tarn")->Apply(growing);
+BENCHMARK(draw_graphics_view)->Name("draw/QGraphicsView")->Apply(growing);
+BENCHMARK(draw_pieces)->Name("draw/pieces")->Apply(growing);
+BENCHMARK(change_text_tarn)->Name("draw_changed_text/tarn")->Apply(growing);
+BENCHMARK(draw_tarn)->Name("draw_changed_text/full")->Apply(growing);
+BENCHMARK(change_place_tarn)->Name("draw_changed_place/tarn")->Apply(growing);
+BENCHMARK(draw_tarn)->Name("draw_changed_place/full")->Apply(growing);
+
+} // namespace

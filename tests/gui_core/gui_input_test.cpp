@@ -1,0 +1,157 @@
+#include "gui_core/gui_input.h"
+
+#include "support/gui_fixture.h"
+
+using namespace tarn;
+using namespace tarn::test;
+
+namespace {
+
+class GuiInputTest : public GuiTest {
+protected:
+    GuiInputTest() { m_core.EnableGui(false); }
+    void click(QPointF place)
+    {
+        m_input.mouse_pressed(place);
+        m_input.mouse_released(place);
+    }
+    QPointF centre(const CDXUTControl* c) const { return c->screen_rect().center(); }
+
+    GuiInput m_input{m_core};
+    CDXUTDialog* m_home = dialog({100, 100, 300, 200});
+    CDXUTCheckBox* m_box = check_box(m_home, {20, 20, 120, 24});
+};
+
+} // namespace
+
+TEST_F(GuiInputTest, a_check_box_shows_what_the_mouse_does_and_changes_on_release)
+{
+    EXPECT_EQ(m_box->visual_state(), VisualState::Normal);
+    EXPECT_TRUE(m_input.mouse_moved(centre(m_box)));
+    EXPECT_EQ(m_box->visual_state(), VisualState::Hover);
+    m_input.mouse_pressed(centre(m_box));
+    EXPECT_EQ(m_box->visual_state(), VisualState::Pressed);
+    EXPECT_FALSE(m_box->GetChecked());
+    m_input.mouse_released(centre(m_box));
+    EXPECT_TRUE(m_box->GetChecked());
+    EXPECT_EQ(m_box->visual_state(), VisualState::Hover);
+    EXPECT_FALSE(m_input.mouse_moved({5, 5})) << "nothing is there";
+    EXPECT_EQ(m_box->visual_state(), VisualState::Focused);
+}
+
+TEST_F(GuiInputTest, a_press_that_is_released_elsewhere_is_no_click)
+{
+    CDXUTCheckBox* other = check_box(m_home, {20, 80, 120, 24});
+    m_input.mouse_pressed(centre(m_box));
+    m_input.mouse_moved(centre(other));
+    EXPECT_EQ(m_box->visual_state(), VisualState::Normal);
+    m_input.mouse_released(centre(other));
+    EXPECT_FALSE(m_box->GetChecked() || other->GetChecked());
+}
+
+TEST_F(GuiInputTest, disabled_and_hidden_controls_take_no_click)
+{
+    m_box->SetEnabled(false);
+    click(centre(m_box));
+    EXPECT_FALSE(m_box->GetChecked());
+    EXPECT_EQ(m_box->visual_state(), VisualState::Disabled);
+    m_box->SetEnabled(true);
+    m_box->SetVisible(false);
+    click(centre(m_box));
+    EXPECT_FALSE(m_box->GetChecked());
+    m_box->SetVisible(true);
+    m_home->SetVisible(false);
+    EXPECT_FALSE(m_input.mouse_pressed(centre(m_box)));
+    EXPECT_FALSE(m_box->GetChecked());
+}
+
+TEST_F(GuiInputTest, the_topmost_control_wins_and_a_dialog_hides_what_is_below)
+{
+    CDXUTCheckBox* above = check_box(m_home, m_box->rect());
+    click(centre(above));
+    EXPECT_TRUE(above->GetChecked() && !m_box->GetChecked());
+    CDXUTDialog* cover = dialog(QRect(90, 90, 200, 200));
+    click(centre(above));
+    EXPECT_TRUE(above->GetChecked()) << "covered";
+    EXPECT_EQ(GuiInput::dialog_at(m_core, centre(above)), cover);
+    m_core.AdjustDialogLayer(cover, 1);
+    click(centre(above));
+    EXPECT_FALSE(above->GetChecked());
+    ASSERT_TRUE(set(*cover, "always_on_top", true).ok());
+    EXPECT_EQ(GuiInput::control_at(m_core, centre(above)), nullptr);
+}
+
+TEST_F(GuiInputTest, the_root_dialog_lies_below_all_and_is_hit_only_on_its_controls)
+{
+    CDXUTCheckBox* on_root = check_box(m_core.GetRootDialog(), {100, 100, 400, 300});
+    EXPECT_EQ(GuiInput::control_at(m_core, {450, 350}), on_root);
+    EXPECT_EQ(GuiInput::dialog_at(m_core, {450, 350}), m_core.GetRootDialog());
+    EXPECT_EQ(GuiInput::control_at(m_core, m_home->client_rect().bottomRight() - QPointF(9, 9)), nullptr);
+    EXPECT_EQ(GuiInput::dialog_at(m_core, {1000, 600}), nullptr);
+}
+
+TEST_F(GuiInputTest, a_dialog_is_moved_by_its_caption_only_when_it_may)
+{
+    const QPointF grip(150, 110);
+    m_input.mouse_pressed(grip);
+    m_input.mouse_moved({250, 160});
+    EXPECT_TRUE(m_input.mouse_released({250, 160}));
+    EXPECT_EQ(m_home->rect(), QRect(200, 150, 300, 200));
+    m_input.mouse_moved({500, 500});
+    EXPECT_EQ(m_home->rect().topLeft(), QPoint(200, 150)) << "the drag has ended";
+    ASSERT_TRUE(set(*m_home, "movable", false).ok());
+    m_input.mouse_pressed({250, 160});
+    m_input.mouse_moved({300, 300});
+    m_input.mouse_released({300, 300});
+    EXPECT_EQ(m_home->rect().topLeft(), QPoint(200, 150));
+}
+
+TEST_F(GuiInputTest, the_buttons_of_the_caption_minimise_restore_and_close)
+{
+    using Button = CDXUTDialog::CaptionButton;
+    EXPECT_TRUE(m_home->caption_button_rect(Button::Minimize).isEmpty());
+    ASSERT_TRUE(set(*m_home, "minimize_button", true).ok());
+    EXPECT_FALSE(m_home->caption_button_rect(Button::Minimize).intersects(m_home->caption_button_rect(Button::Close)));
+    click(m_home->caption_button_rect(Button::Minimize).center());
+    EXPECT_TRUE(m_home->minimized());
+    EXPECT_EQ(m_home->outer_rect(), m_home->caption_rect());
+    EXPECT_EQ(GuiInput::control_at(m_core, {180, 156}), nullptr) << "its controls are away";
+    ASSERT_TRUE(set(*m_home, "minimize_to_bottom", true).ok());
+    EXPECT_EQ(m_home->caption_rect().bottom(), 720);
+    click(m_home->caption_button_rect(Button::Minimize).center());
+    EXPECT_FALSE(m_home->minimized());
+    click(m_home->caption_button_rect(Button::Close).center());
+    EXPECT_FALSE(m_home->GetVisible());
+}
+
+TEST_F(GuiInputTest, the_keyboard_goes_round_the_controls_that_can_be_reached)
+{
+    CDXUTCheckBox* disabled = check_box(m_home, {20, 50, 120, 24});
+    disabled->SetEnabled(false);
+    m_core.create_control(DXUT_CONTROL_STATIC, m_home, {20, 70, 50, 20});
+    CDXUTCheckBox* last = check_box(m_home, {20, 90, 120, 24});
+    CDXUTDialog* closed = dialog({500, 100, 200, 100});
+    check_box(closed, {0, 0, 50, 20});
+    closed->SetVisible(false);
+    EXPECT_FALSE(m_input.key_pressed(GuiInput::Key::Activate)) << "nothing has the focus yet";
+    std::vector<CDXUTControl*> visited;
+    for (const auto key : {GuiInput::Key::Next, GuiInput::Key::Next, GuiInput::Key::Next, GuiInput::Key::Previous}) {
+        m_input.key_pressed(key);
+        visited.push_back(m_core.live().focused);
+    }
+    EXPECT_EQ(visited, (std::vector<CDXUTControl*>{m_box, last, m_box, last}));
+    m_input.key_pressed(GuiInput::Key::Activate);
+    EXPECT_TRUE(last->GetChecked());
+}
+
+TEST_F(GuiInputTest, a_focused_control_that_can_no_longer_be_reached_does_not_hear_the_keyboard)
+{
+    click(centre(m_box));
+    ASSERT_EQ(m_core.live().focused, m_box);
+    m_home->SetVisible(false);
+    m_input.key_pressed(GuiInput::Key::Activate);
+    m_home->SetVisible(true);
+    m_box->SetEnabled(false);
+    m_input.key_pressed(GuiInput::Key::Activate);
+    EXPECT_TRUE(m_box->GetChecked());
+}

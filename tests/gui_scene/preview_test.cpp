@@ -1,0 +1,142 @@
+#include "support/scene_fixture.h"
+
+#include "gui_scene/create_tool.h"
+
+using namespace tarn;
+using namespace tarn::test;
+
+namespace {
+
+class PreviewTest : public SceneTest {
+protected:
+    PreviewTest()
+    {
+        read_sample(u"tiny"_s);
+        m_fire = static_cast<CDXUTCheckBox*>(core().find_control(12));
+        m_camp = core().find_dialog(2);
+    }
+    void mouse(MouseEvent::Kind kind, QPointF place)
+    {
+        const auto button = kind == MouseEvent::Kind::Move ? Qt::NoButton : Qt::LeftButton;
+        m_world.mouse_tool()->mouse({kind, place, button, {}});
+    }
+    void click(QPointF place)
+    {
+        mouse(MouseEvent::Kind::Press, place);
+        mouse(MouseEvent::Kind::Release, place);
+    }
+
+    CDXUTCheckBox* m_fire;
+    CDXUTDialog* m_camp;
+};
+
+} // namespace
+
+TEST_F(PreviewTest, runs_the_interface_and_gives_everything_back_as_it_was)
+{
+    const QByteArray authored = text();
+    ASSERT_TRUE(m_fire->GetChecked());
+    (void)m_camp->set_property(*m_camp->fields().find("minimize_button"), true);
+    m_scene.journal().undo();
+    m_scene.play(true);
+    click(m_fire->screen_rect().center());
+    EXPECT_FALSE(m_fire->GetChecked());
+    mouse(MouseEvent::Kind::Press, {60, 70});
+    mouse(MouseEvent::Kind::Move, {160, 170});
+    mouse(MouseEvent::Kind::Release, {160, 170});
+    EXPECT_EQ(m_camp->rect().topLeft(), QPoint(140, 160));
+    click(m_camp->caption_button_rect(CDXUTDialog::CaptionButton::Close).center());
+    EXPECT_FALSE(m_camp->GetVisible());
+    EXPECT_FALSE(same_text(text(), authored));
+    m_scene.play(false);
+    EXPECT_TRUE(same_text(text(), authored));
+    EXPECT_FALSE(m_scene.journal().can_undo());
+    EXPECT_EQ(m_fire->visual_state(), VisualState::Normal);
+    click({600, 600});
+    EXPECT_TRUE(same_text(text(), authored)) << "the mouse edits again";
+}
+
+TEST_F(PreviewTest, saving_while_it_runs_writes_what_was_authored_and_the_preview_goes_on)
+{
+    const QByteArray authored = saved_bytes();
+    m_scene.play(true);
+    click(m_fire->screen_rect().center());
+    m_camp->SetLocation(500, 400);
+    EXPECT_TRUE(saved_bytes() == authored);
+    EXPECT_FALSE(m_fire->GetChecked());
+    EXPECT_EQ(m_camp->rect().topLeft(), QPoint(500, 400));
+    m_scene.play(false);
+    EXPECT_TRUE(saved_bytes() == authored);
+}
+
+TEST_F(PreviewTest, structure_changed_while_it_runs_is_given_back_too)
+{
+    const QByteArray authored = text();
+    m_scene.play(true);
+    CDXUTDialog* made = dialog({10, 10, 100, 100});
+    control(DXUT_CONTROL_BUTTON, made, {0, 0, 10, 10});
+    core().move_control_to(m_fire, made);
+    core().remove_dialog(m_camp);
+    core().SelectDialog(made, false);
+    m_scene.play(false);
+    EXPECT_TRUE(same_text(text(), authored));
+    EXPECT_EQ(m_fire->dialog(), m_camp);
+    EXPECT_TRUE(core().selection().dialogs.empty());
+}
+
+TEST_F(PreviewTest, a_minimised_dialog_is_restored_at_the_end)
+{
+    m_scene.play(true);
+    m_camp->set_minimized(true);
+    m_scene.play(false);
+    EXPECT_FALSE(m_camp->minimized());
+}
+
+TEST_F(PreviewTest, a_drag_under_way_when_it_ends_does_not_go_on_in_the_next_one)
+{
+    m_scene.play(true);
+    mouse(MouseEvent::Kind::Press, {60, 70});
+    m_scene.play(false);
+    m_scene.play(true);
+    mouse(MouseEvent::Kind::Move, {400, 400});
+    EXPECT_EQ(m_camp->rect().topLeft(), QPoint(40, 60));
+}
+
+TEST_F(PreviewTest, edits_before_it_can_be_undone_after_it)
+{
+    const QByteArray before = text();
+    act([&] { m_camp->SetLocation(300, 300); });
+    m_fire->SetChecked(false); // outside an action: its step is still open
+    m_scene.play(true);
+    click(m_fire->screen_rect().center());
+    m_camp->SetLocation(1, 1);
+    m_scene.play(false);
+    EXPECT_FALSE(m_fire->GetChecked());
+    EXPECT_TRUE(m_scene.journal().undo());
+    EXPECT_TRUE(m_fire->GetChecked());
+    EXPECT_TRUE(m_scene.journal().undo());
+    EXPECT_TRUE(same_text(text(), before));
+}
+
+TEST_F(PreviewTest, undo_is_not_to_be_had_while_it_runs)
+{
+    act([&] { m_camp->SetLocation(300, 300); });
+    const QByteArray authored = text();
+    m_scene.play(true);
+    m_scene.journal().undo();
+    m_scene.play(false);
+    EXPECT_TRUE(same_text(text(), authored));
+    EXPECT_TRUE(m_scene.journal().can_undo());
+}
+
+TEST_F(PreviewTest, a_tool_that_was_armed_is_put_away)
+{
+    m_scene.SetMTFunction(1, 0);
+    m_scene.play(true);
+    m_scene.SetMTFunction(2, DXUT_CONTROL_BUTTON);
+    const auto controls = core().controls().size();
+    click({600, 600});
+    EXPECT_EQ(core().controls().size(), controls);
+    m_scene.play(false);
+    EXPECT_EQ(m_scene.mouse_function(), 0);
+}
