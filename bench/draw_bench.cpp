@@ -48,7 +48,7 @@ public:
     QImage image;
 };
 
-/// The product's: fifty buttons to a dialog that shows neither caption nor frame.
+/// The product's: fifty buttons to a dialog that shows neither caption nor frame and is as large as they need.
 class Interface {
 public:
     explicit Interface(int count) : m_core(m_journal)
@@ -56,17 +56,9 @@ public:
         const tarn::RecordingOff off(m_journal);
         m_core.set_screen_size(screen);
         m_core.EnableGui(false);
-        CDXUTDialog* dialog = nullptr;
-        for (const QPoint place : places(count)) {
-            const auto number = int(m_buttons.size());
-            if (number % 50 == 0)
-                dialog = make_dialog();
-            auto* button = static_cast<CDXUTButton*>(
-                m_core.create_control(DXUT_CONTROL_BUTTON, dialog, QRectF(place, button_size)));
-            (void)button->set_property(*button->fields().find("font_size"), qint64(font_size));
-            button->SetText(label(number));
-            m_buttons.push_back(button);
-        }
+        const auto all = places(count);
+        for (std::size_t i = 0; i < all.size(); i += in_dialog)
+            add_dialog(all, i, std::min(i + in_dialog, all.size()));
         draw(QRectF(QPointF(), screen)); // From now on pictures and texts are there.
         m_core.take_damage();
     }
@@ -82,12 +74,23 @@ public:
     const std::vector<CDXUTButton*>& buttons() const { return m_buttons; }
 
 private:
-    CDXUTDialog* make_dialog()
+    static constexpr std::size_t in_dialog = 50;
+
+    void add_dialog(const std::vector<QPoint>& all, std::size_t from, std::size_t to)
     {
-        CDXUTDialog* dialog = m_core.create_dialog(QRect(QPoint(), screen));
+        QRect area;
+        for (std::size_t i = from; i < to; ++i)
+            area |= QRect(all[i], button_size);
+        CDXUTDialog* dialog = m_core.create_dialog(area);
         for (const char* part : {"caption_shown", "frame_shown"})
             (void)dialog->set_property(*dialog->fields().find(part), false);
-        return dialog;
+        for (std::size_t i = from; i < to; ++i) {
+            const QRectF place(all[i] - area.topLeft(), button_size);
+            auto* button = static_cast<CDXUTButton*>(m_core.create_control(DXUT_CONTROL_BUTTON, dialog, place));
+            (void)button->set_property(*button->fields().find("font_size"), qint64(font_size));
+            button->SetText(label(int(i)));
+            m_buttons.push_back(button);
+        }
     }
 
     tarn::Journal m_journal;

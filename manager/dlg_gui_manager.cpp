@@ -219,10 +219,11 @@ void CDlgGuiManager::export_to(const QString& path)
     CPakFile package;
     auto status = package.create(path);
     if (status)
-        status = scene()->save(package, {.prefix = {},
-                                         .selection_only = false,
-                                         .with_pictures = true,
-                                         .texture_path = appinfo::get_tarn_texture_path(path)});
+        status = scene()->save(package,
+                               {.prefix = {},
+                                .selection_only = false,
+                                .with_pictures = true,
+                                .texture_path = appinfo::get_tarn_texture_path(path)});
     if (status)
         status = package.close();
     if (!status)
@@ -231,8 +232,9 @@ void CDlgGuiManager::export_to(const QString& path)
 
 void CDlgGuiManager::on_import()
 {
-    if (tarn::boxes::confirm(this, lang(u"导入界面将会覆盖当前编辑的界面和风格，确定是否继续？",
-                                        u"Import a gui will overwrite all controls and dialogs,continue?"))) {
+    if (tarn::boxes::confirm(this,
+                             lang(u"导入界面将会覆盖当前编辑的界面和风格，确定是否继续？",
+                                  u"Import a gui will overwrite all controls and dialogs,continue?"))) {
         filter_man filter;
         filter.add_filter(QStringLiteral("TARN File"), open_filter());
         const QString path = filedlg::pop_file_dlg(filter, filedlg::mode_open, this);
@@ -280,8 +282,10 @@ void CDlgGuiManager::merge_from(const QString& path)
                         name_limit, 1))
         return;
     const Button answer = tarn::boxes::message(
-        this, {.text = lang(u"是否导入新的风格并替换原有风格？", u"Do you want to replace the style?"), .title = {},
-               .buttons = {Button::Yes, Button::No, Button::Cancel}});
+        this,
+        {.text = lang(u"是否导入新的风格并替换原有风格？", u"Do you want to replace the style?"),
+         .title = {},
+         .buttons = {Button::Yes, Button::No, Button::Cancel}});
     if (answer == Button::Cancel)
         return;
     if (auto status = scene()->on_merge_GUI(path, name, answer == Button::Yes); !status) {

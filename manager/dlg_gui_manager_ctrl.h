@@ -7,5 +7,7 @@ class CDlgGuiManagerCtrl : public CGuiChildDlg {
     Q_OBJECT
 
 public:
-    explicit CDlgGuiManagerCtrl(QWidget* parent = nullptr) : CGuiChildDlg(QStringLiteral("CDlgGuiManagerCtrl"), parent) {}
+    explicit CDlgGuiManagerCtrl(QWidget* parent = nullptr) : CGuiChildDlg(QStringLiteral("CDlgGuiManagerCtrl"), parent)
+    {
+    }
 };

@@ -7,5 +7,8 @@ class CDlgGuiManagerTimer : public CGuiChildDlg {
     Q_OBJECT
 
 public:
-    explicit CDlgGuiManagerTimer(QWidget* parent = nullptr) : CGuiChildDlg(QStringLiteral("CDlgGuiManagerTimer"), parent) {}
+    explicit CDlgGuiManagerTimer(QWidget* parent = nullptr)
+        : CGuiChildDlg(QStringLiteral("CDlgGuiManagerTimer"), parent)
+    {
+    }
 };

@@ -48,8 +48,7 @@ void Parser::fail(const QString& what)
     m_failed = true;
     m_line.action = CommandLine::Action::PrintAndExit;
     m_line.status = 2;
-    m_line.output = QStringLiteral("tarn-studio: %1\n%2\n")
-                        .arg(what, lang(u"使用 --help 查看用法。", u"Try --help."));
+    m_line.output = QStringLiteral("tarn-studio: %1\n%2\n").arg(what, lang(u"使用 --help 查看用法。", u"Try --help."));
 }
 
 bool Parser::parameter(const QString& name, QString& value)
@@ -84,7 +83,8 @@ void Parser::option(const QString& name)
         m_line.language = value == QLatin1String("zh") ? Language::Chinese : Language::English;
     } else if (name == QLatin1String("--theme") && parameter(name, value)) {
         if (value != QLatin1String("light") && value != QLatin1String("dark"))
-            return fail(lang(u"主题“%1”不可用（light 或 dark）", u"there is no theme \"%1\" (light or dark)").arg(value));
+            return fail(
+                lang(u"主题“%1”不可用（light 或 dark）", u"there is no theme \"%1\" (light or dark)").arg(value));
         m_line.theme = value == QLatin1String("dark") ? Theme::Dark : Theme::Light;
     } else if (name == QLatin1String("--render") && parameter(name, value)) {
         m_line.action = CommandLine::Action::Render;

@@ -21,7 +21,7 @@ struct CommandLine {
     QSize size;            ///< of Render; empty takes the usual size
     QString script;        ///< of Script
     QStringList script_args;
-    QString plug_ins;      ///< folder; empty takes the installed one
+    QString plug_ins; ///< folder; empty takes the installed one
     std::optional<Language> language;
     std::optional<Theme> theme;
 

@@ -93,8 +93,8 @@ int main(int argc, char** argv)
         tarn::settings::forget_all();
 
     Studio studio;
-    const QStringList failures
-        = studio.load_plug_ins(line.plug_ins.isEmpty() ? appinfo::get_data_path(QStringLiteral("plugins")) : line.plug_ins);
+    const QStringList failures = studio.load_plug_ins(
+        line.plug_ins.isEmpty() ? appinfo::get_data_path(QStringLiteral("plugins")) : line.plug_ins);
     set_up_language(app, line);
     tarn::apply_theme(app, line.theme.value_or(tarn::settings::theme()));
     if (line.action == CommandLine::Action::Render)

@@ -33,8 +33,8 @@ constexpr const char* places_key = "window/places";
 
 QString file_filter()
 {
-    return lang(u"TARN文件", u"TARN file") + QStringLiteral("(*.tarn)|*.tarn|")
-        + lang(u"所有文件", u"All files") + QStringLiteral("(*.*)|*.*||");
+    return lang(u"TARN文件", u"TARN file") + QStringLiteral("(*.tarn)|*.tarn|") + lang(u"所有文件", u"All files")
+        + QStringLiteral("(*.*)|*.*||");
 }
 
 filter_man filter()
@@ -73,7 +73,8 @@ MainWindow::MainWindow(Studio& studio) : m_studio(studio)
 
     studio.world().on_redraw = [this] { m_view->schedule_redraw(); };
     studio.world().on_always_refresh = [this](bool on) { m_view->set_always_refresh(on); };
-    connect(m_view, &CView3D::gl_unavailable, this, [this](const QString& message) { statusBar()->showMessage(message); });
+    connect(m_view, &CView3D::gl_unavailable, this,
+            [this](const QString& message) { statusBar()->showMessage(message); });
 
     make_side_panel();
     make_plug_in_windows();
@@ -225,8 +226,10 @@ bool MainWindow::may_discard()
     const QString name = m_studio.file_name().isEmpty() ? lang(u"未命名", u"Untitled")
                                                         : QFileInfo(m_studio.file_name()).fileName();
     const Button answer = tarn::boxes::message(
-        this, {.text = lang(u"“%1”已修改。要保存吗？", u"\"%1\" was changed. Save it?").arg(name), .title = {},
-               .buttons = {Button::Yes, Button::No, Button::Cancel}});
+        this,
+        {.text = lang(u"“%1”已修改。要保存吗？", u"\"%1\" was changed. Save it?").arg(name),
+         .title = {},
+         .buttons = {Button::Yes, Button::No, Button::Cancel}});
     return answer == Button::No || (answer == Button::Yes && save());
 }
 

@@ -45,7 +45,8 @@ QAction* add_choice(QMenu* menu, QActionGroup* group, const QString& text, bool 
 
 QString with_step(const QString& verb, const QString& step)
 {
-    return step.isEmpty() ? verb : verb + QLatin1Char(' ') + QString(step).replace(QLatin1Char('&'), QLatin1String("&&"));
+    return step.isEmpty() ? verb
+                          : verb + QLatin1Char(' ') + QString(step).replace(QLatin1Char('&'), QLatin1String("&&"));
 }
 
 } // namespace
@@ -82,7 +83,8 @@ void MainWindow::fill_recent_files()
     m_recent_menu->clear();
     const QStringList files = m_studio.recent_files();
     for (const QString& path : files) {
-        QAction* action = m_recent_menu->addAction(QDir::toNativeSeparators(path).replace(QLatin1Char('&'), QLatin1String("&&")));
+        QAction* action = m_recent_menu->addAction(
+            QDir::toNativeSeparators(path).replace(QLatin1Char('&'), QLatin1String("&&")));
         action->setEnabled(QFileInfo::exists(path));
         connect(action, &QAction::triggered, this, [this, path] {
             if (may_discard())
@@ -150,9 +152,10 @@ void MainWindow::make_view_menu()
         connect(add_choice(languages, language_group, text, tarn::settings::language() == language),
                 &QAction::triggered, this, [this, language] {
                     tarn::settings::set_language(language);
-                    tarn::boxes::message(this, {.text = lang(u"语言将在下次启动时改变。",
-                                                             u"The language changes at the next start."),
-                                                .title = {}});
+                    tarn::boxes::message(
+                        this,
+                        {.text = lang(u"语言将在下次启动时改变。", u"The language changes at the next start."),
+                         .title = {}});
                 });
     };
     add_language(lang(u"跟随系统", u"System"), std::nullopt);
@@ -163,20 +166,23 @@ void MainWindow::make_view_menu()
 void MainWindow::make_help_menu()
 {
     QMenu* menu = menuBar()->addMenu(lang(u"帮助(&H)", u"&Help"));
-    connect(menu->addAction(lang(u"视图中的操作(&M)", u"&Mouse and Keys in the View")), &QAction::triggered, this, [this] {
-        tarn::boxes::message(
-            this,
-            {.text = lang(u"左键：选择、移动；拖动手柄调整大小\nCtrl+左键：加选\nEsc：取消拖动\n"
-                          u"中键：平移相机　右键：旋转相机　滚轮：缩放\nF5：预览",
-                          u"Left button: select and move; drag a handle to resize\nCtrl + left button: add to the "
-                          u"selection\nEsc: drop a drag\nMiddle button: pan the camera. Right button: turn it. Wheel: "
-                          u"zoom\nF5: preview"),
-             .title = {}});
-    });
+    connect(menu->addAction(lang(u"视图中的操作(&M)", u"&Mouse and Keys in the View")), &QAction::triggered, this,
+            [this] {
+                tarn::boxes::message(
+                    this,
+                    {.text = lang(
+                         u"左键：选择、移动；拖动手柄调整大小\nCtrl+左键：加选\nEsc：取消拖动\n"
+                         u"中键：平移相机　右键：旋转相机　滚轮：缩放\nF5：预览",
+                         u"Left button: select and move; drag a handle to resize\nCtrl + left button: add to the "
+                         u"selection\nEsc: drop a drag\nMiddle button: pan the camera. Right button: turn it. Wheel: "
+                         u"zoom\nF5: preview"),
+                     .title = {}});
+            });
     connect(menu->addAction(lang(u"关于 Tarn studio(&A)", u"&About Tarn studio")), &QAction::triggered, this, [this] {
-        tarn::boxes::message(this, {.text = lang(u"Tarn studio %1\n三维世界中二维界面的编辑器。",
-                                                 u"Tarn studio %1\nAn editor of 2D interfaces in a 3D world.")
-                                                .arg(QStringLiteral(TARN_VERSION)),
-                                    .title = {}});
+        tarn::boxes::message(this,
+                             {.text = lang(u"Tarn studio %1\n三维世界中二维界面的编辑器。",
+                                           u"Tarn studio %1\nAn editor of 2D interfaces in a 3D world.")
+                                          .arg(QStringLiteral(TARN_VERSION)),
+                              .title = {}});
     });
 }

@@ -1,8 +1,8 @@
 #pragma once
 
 #include <QPointF>
-#include <QtGlobal>
 #include <Qt>
+#include <QtGlobal>
 
 class QPainter;
 

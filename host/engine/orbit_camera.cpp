@@ -22,11 +22,11 @@ void OrbitCamera::orbit(QPointF pixels)
 
 void OrbitCamera::pan(QPointF pixels, double height)
 {
-    const double metres_per_pixel
-        = 2 * m_distance * std::tan(qDegreesToRadians(field_of_view / 2)) / std::max(1.0, height);
+    const double metres_per_pixel = 2 * m_distance * std::tan(qDegreesToRadians(field_of_view / 2))
+        / std::max(1.0, height);
     const QMatrix4x4 inverse = view_matrix().inverted();
-    m_target += inverse.mapVector(QVector3D(float(-pixels.x() * metres_per_pixel),
-                                            float(pixels.y() * metres_per_pixel), 0));
+    m_target += inverse.mapVector(
+        QVector3D(float(-pixels.x() * metres_per_pixel), float(pixels.y() * metres_per_pixel), 0));
 }
 
 void OrbitCamera::zoom(double steps)

@@ -36,8 +36,7 @@ public:
     virtual std::vector<ModelObject*> controls_of(const ModelObject& dialog) const = 0;
     /// An empty name lets the scene choose one; sizes below 0 take the usual size.
     virtual Result<ModelObject*> create_dialog(const QString& name, const QRectF& rect) = 0;
-    virtual Result<ModelObject*> create_control(int type, ModelObject& dialog, const QString& name,
-                                                const QRectF& rect)
+    virtual Result<ModelObject*> create_control(int type, ModelObject& dialog, const QString& name, const QRectF& rect)
         = 0;
     virtual Selection selection() const = 0;
     /// Selects dialogs or controls, not both; the last becomes the current one. No object clears the selection.

@@ -20,14 +20,16 @@ namespace filedlg {
 QString pop_file_dlg(const filter_man& filter, int mode, QWidget* parent, const QString& initial)
 {
     const bool save = mode == mode_save;
-    const QString chosen = tarn::boxes::file(
-        parent,
-        {.save = save, .title = save ? lang(u"保存", u"Save") : lang(u"打开", u"Open"), .filter = filter.filter(),
-         .initial = initial});
+    const QString chosen = tarn::boxes::file(parent,
+                                             {.save = save,
+                                              .title = save ? lang(u"保存", u"Save") : lang(u"打开", u"Open"),
+                                              .filter = filter.filter(),
+                                              .initial = initial});
     if (chosen.isEmpty())
         return {};
     const QString suffix = QFileInfo(filter.filter().section(QLatin1Char('|'), 1, 1)).suffix();
-    const bool complete = !save || suffix.isEmpty() || suffix == QLatin1String("*") || !QFileInfo(chosen).suffix().isEmpty();
+    const bool complete = !save || suffix.isEmpty() || suffix == QLatin1String("*")
+        || !QFileInfo(chosen).suffix().isEmpty();
     return QDir().absoluteFilePath(complete ? chosen : chosen + QLatin1Char('.') + suffix);
 }
 

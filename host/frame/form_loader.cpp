@@ -45,7 +45,8 @@ Result<QWidget*> load_form(const QString& path, QWidget* parent, const WidgetMak
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
-        return Status::error(lang(u"界面模板 %1 无法读取：%2", u"The form %1 cannot be read: %2").arg(path, file.errorString()));
+        return Status::error(
+            lang(u"界面模板 %1 无法读取：%2", u"The form %1 cannot be read: %2").arg(path, file.errorString()));
     Loader loader(maker);
     if (QWidget* form = loader.load(&file, parent))
         return form;

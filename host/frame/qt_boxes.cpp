@@ -55,7 +55,8 @@ QStringList name_filters(const QString& filter)
         const QString patterns = QString(parts[i + 1]).replace(QLatin1Char(';'), QLatin1Char(' '));
         const QString label = parts[i].section(QLatin1Char('('), 0, 0).trimmed();
         // "*.*" leaves files without an extension out on this platform.
-        filters.append(QStringLiteral("%1 (%2)").arg(label, patterns == QLatin1String("*.*") ? QStringLiteral("*") : patterns));
+        filters.append(
+            QStringLiteral("%1 (%2)").arg(label, patterns == QLatin1String("*.*") ? QStringLiteral("*") : patterns));
     }
     return filters;
 }
@@ -63,7 +64,7 @@ QStringList name_filters(const QString& filter)
 Button QtBoxes::message(QWidget* parent, const Message& box)
 {
     QMessageBox window(parent);
-    window.setIcon(box.is_error               ? QMessageBox::Warning
+    window.setIcon(box.is_error                 ? QMessageBox::Warning
                        : box.buttons.size() > 1 ? QMessageBox::Question
                                                 : QMessageBox::Information);
     window.setWindowTitle(title_or_name(box.title));

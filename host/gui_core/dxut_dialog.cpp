@@ -288,8 +288,10 @@ bool CDXUTDialog::SetCtrlLayerUpDown(CDXUTControl* control, int up)
 
 QList<CDXUTControl*>& CDXUTDialog::edit_controls()
 {
-    // The copy that the index was made from would be copied with each change.
-    m_known_controls.clear();
+    // The copy that the index was made from would be copied with each change; an empty one would pass for the list of a
+    // dialog that undo leaves without controls.
+    static const QList<CDXUTControl*> unlike_any{nullptr};
+    m_known_controls = unlike_any;
     m_core.structure_changed();
     return edit<DialogState>().controls;
 }
@@ -383,7 +385,8 @@ void CDXUTDialog::draw(tarn::DrawContext& context) const
         context.draw_element(frame, s.caption_shown ? state : Normal, client_rect());
     }
     if (s.border_width > 0 && !m_minimized) {
-        context.painter.setPen(QPen(QColor(0x6f, 0xd3, 0xe0, 150), s.border_width, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
+        context.painter.setPen(
+            QPen(QColor(0x6f, 0xd3, 0xe0, 150), s.border_width, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
         context.painter.setBrush(Qt::NoBrush);
         const double half = s.border_width / 2.0;
         context.painter.drawRect(outer_rect().adjusted(half, half, -half, -half));
@@ -402,8 +405,8 @@ void CDXUTDialog::draw_caption(tarn::DrawContext& context, tarn::VisualState sta
         if (place.isEmpty())
             continue;
         const auto picture = button == CaptionButton::Close ? tarn::Element::CloseButton
-            : m_minimized                                    ? tarn::Element::RestoreButton
-                                                             : tarn::Element::MinimizeButton;
+            : m_minimized                                   ? tarn::Element::RestoreButton
+                                                            : tarn::Element::MinimizeButton;
         const tarn::LiveState& live = m_core.live();
         const bool hot = live.caption_dialog == this && live.caption_button == int(button);
         context.draw_element(picture, hot ? tarn::VisualState::Hover : tarn::VisualState::Normal, place);

@@ -73,6 +73,8 @@ public:
     bool SetCtrlLayerUpDown(CDXUTControl* control, int up);
 
     void draw(tarn::DrawContext& context) const;
+    /// Everything of the dialog is drawn inside it, controls that stick out included; it may be larger than that.
+    const QRectF& drawn_bounds() const { return m_last_bounds; }
 
     const char* class_name() const override { return "CDXUTDialog"; }
     bool is_attached() const override;
@@ -99,7 +101,7 @@ private:
     CGuiCore& m_core;
     bool m_attached = false;
     bool m_minimized = false;
-    QRectF m_last_bounds; ///< where anything of the dialog was drawn last, to be redrawn when it moves
+    QRectF m_last_bounds;                  ///< where anything of the dialog was drawn last, to be redrawn when it moves
     QList<CDXUTControl*> m_known_controls; ///< the list that the core's index was made from
     mutable tarn::TextCache m_caption_text;
 };

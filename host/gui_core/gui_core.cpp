@@ -63,9 +63,11 @@ void CGuiCore::rebuild_index()
     attach(m_root.get());
     for (CDXUTDialog* dialog : m_attached_dialogs)
         attach(dialog);
-    std::sort(m_controls.begin(), m_controls.end(),
-              [](const CDXUTControl* a, const CDXUTControl* b) { return a->id() < b->id(); });
-    m_selection.prune();
+    const auto by_id = [](const CDXUTControl* a, const CDXUTControl* b) { return a->id() < b->id(); };
+    if (!std::is_sorted(m_controls.begin(), m_controls.end(), by_id)) // Most often they are, and looking costs little.
+        std::sort(m_controls.begin(), m_controls.end(), by_id);
+    m_selection_stale = true;
+    prune_selection();
     for (CDXUTControl** control : {&m_live.hovered, &m_live.pressed, &m_live.focused})
         if (*control && !(*control)->is_attached())
             *control = nullptr;
@@ -80,6 +82,12 @@ void CGuiCore::attach(CDXUTDialog* dialog)
         control->m_dialog = dialog;
         m_controls.push_back(control);
     }
+}
+
+void CGuiCore::prune_selection()
+{
+    if (std::exchange(m_selection_stale, false))
+        m_selection.prune();
 }
 
 CDXUTDialog* CGuiCore::find_dialog(quint32 id) const
@@ -101,14 +109,16 @@ CDXUTControl* CGuiCore::find_control(quint32 id) const
 
 void CGuiCore::state_changed()
 {
-    if (!m_known_dialogs.isSharedWith(GetDialogs())) {
-        std::vector<CDXUTDialog*> back;
-        std::copy_if(GetDialogs().begin(), GetDialogs().end(), std::back_inserter(back),
-                     [](const CDXUTDialog* dialog) { return !dialog->m_attached; });
+    const bool listed = !m_known_dialogs.isSharedWith(GetDialogs());
+    const bool moved = std::exchange(m_known_design, design_size()) != design_size();
+    std::vector<CDXUTDialog*> elsewhere; // The screen may have changed while one was away.
+    if (listed || moved)
+        std::copy_if(GetDialogs().begin(), GetDialogs().end(), std::back_inserter(elsewhere),
+                     [moved](const CDXUTDialog* dialog) { return moved || !dialog->m_attached; });
+    if (listed)
         links_changed();
-        for (CDXUTDialog* dialog : back)
-            dialog->state_changed(); // The screen may have changed while it was away.
-    }
+    for (CDXUTDialog* dialog : elsewhere)
+        dialog->state_changed();
     add_damage(QRectF(QPointF(), m_screen));
 }
 
@@ -148,8 +158,13 @@ CDXUTDialog* CGuiCore::create_dialog(const QRect& rect, const QString& name)
     dialog->adopt_state(fresh);
     dialog->m_attached = true;
     m_attached_dialogs.push_back(dialog.get());
+    // Who belongs to whom stays known, so state_changed() need not find it out again. The copy of the list that the
+    // index was made from would be copied with each new dialog; an empty one would pass for the list of an empty scene.
+    static const QList<CDXUTDialog*> unlike_any{nullptr};
+    m_known_dialogs = unlike_any;
+    structure_changed();
     edit<CoreState>().dialogs.append(dialog.get());
-    state_changed();
+    add_damage(QRectF(QPointF(), m_screen));
     return dialog.get();
 }
 
@@ -160,9 +175,8 @@ CDXUTControl* CGuiCore::create_control(int type, CDXUTDialog* dialog, const QRec
         return nullptr;
     auto* fresh = static_cast<tarn::ControlState*>(control->base_state().clone());
     fresh->id = take_id();
-    fresh->name = name.isEmpty()
-        ? QLatin1String(tarn::control_class(type)->name_stem) + QString::number(fresh->id)
-        : name;
+    fresh->name = name.isEmpty() ? QLatin1String(tarn::control_class(type)->name_stem) + QString::number(fresh->id)
+                                 : name;
     fresh->dialog = {dialog->id()};
     fresh->x = float(rect.x());
     fresh->y = float(rect.y());
@@ -190,7 +204,7 @@ void CGuiCore::remove_control(CDXUTControl* control)
     if (!control || !control->dialog())
         return;
     control->dialog()->remove_control(control);
-    m_selection.prune();
+    m_selection_stale = true;
 }
 
 void CGuiCore::move_control_to(CDXUTControl* control, CDXUTDialog* dialog)

@@ -28,8 +28,8 @@ struct LiveState {
 
 /// A whole interface that is not part of the scene yet: read from a package, or put together for a merge.
 struct GuiContent {
-    StatePtr core;                             ///< CoreState
-    std::shared_ptr<CDXUTDialog> root;         ///< its state becomes the root dialog's
+    StatePtr core;                     ///< CoreState
+    std::shared_ptr<CDXUTDialog> root; ///< its state becomes the root dialog's
     std::vector<std::shared_ptr<CDXUTDialog>> dialogs;
     std::vector<std::shared_ptr<CDXUTControl>> controls;
 };
@@ -82,13 +82,10 @@ public:
     tarn::SelectionRecord& selection()
     {
         ensure_links();
+        prune_selection();
         return m_selection;
     }
-    const tarn::SelectionRecord& selection() const
-    {
-        ensure_links();
-        return m_selection;
-    }
+    const tarn::SelectionRecord& selection() const { return const_cast<CGuiCore*>(this)->selection(); }
     void SelectDialog(CDXUTDialog* dialog, bool add);
     void ClearDialogSelection();
     void SelectControl(CDXUTControl* control, bool add);
@@ -125,7 +122,11 @@ public:
     void structure_changed() { m_indexed = false; }
     /// A list was exchanged as a whole (by undo): who belongs to whom, and what is still there to be selected, is found
     /// out anew when it is next asked for.
-    void links_changed() { m_indexed = m_linked = false; }
+    void links_changed()
+    {
+        prune_selection(); // What undo brings back is not selected.
+        m_indexed = m_linked = false;
+    }
     void ensure_links() const
     {
         if (!m_linked)
@@ -144,6 +145,7 @@ private:
     void ensure_index() const;
     void rebuild_index();
     void attach(CDXUTDialog* dialog);
+    void prune_selection();
     void keep(std::shared_ptr<tarn::ModelObject> object) { m_pool.push_back(std::move(object)); }
 
     std::shared_ptr<CDXUTDialog> m_root;
@@ -152,12 +154,14 @@ private:
     quint32 m_next_id = 2; ///< never goes back, not even by undo
     std::vector<CDXUTControl*> m_controls;
     std::vector<CDXUTDialog*> m_attached_dialogs; ///< those of the index, and those made since
-    QList<CDXUTDialog*> m_known_dialogs; ///< the list that the index was made from
+    QList<CDXUTDialog*> m_known_dialogs;          ///< the list that the index was made from
     bool m_indexed = false;
     bool m_linked = true;
     tarn::SelectionRecord m_selection;
+    bool m_selection_stale = false; ///< controls were removed that it may hold; pruned once for any number of them
     tarn::LiveState m_live;
     QSize m_screen{1280, 720};
+    QSize m_known_design{1280, 720}; ///< the design size for which the dialogs know where they are drawn
     QRectF m_damage;
     mutable tarn::TextureCache m_textures;
 };

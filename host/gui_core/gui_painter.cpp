@@ -27,7 +27,7 @@ void GuiPainter::paint(QPainter& painter, const CGuiCore& core, const QRectF& cl
 void GuiPainter::paint_dialog(QPainter& painter, const CGuiCore& core, const CDXUTDialog& dialog, const QRectF& clip,
                               double scale)
 {
-    if (!dialog.GetVisible())
+    if (!dialog.GetVisible() || !(dialog.is_root() || dialog.drawn_bounds().intersects(clip)))
         return;
     DrawContext context{painter, m_elements, core, scale, core.selection().editing};
     if (dialog.outer_rect().intersects(clip))

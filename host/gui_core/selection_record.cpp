@@ -33,8 +33,12 @@ void SelectionRecord::clear_dialogs()
 
 void SelectionRecord::clear_controls()
 {
-    for (const CDXUTControl* control : controls)
-        m_members.remove(control);
+    if (dialogs.empty()) {
+        m_members.clear();
+    } else {
+        for (const CDXUTControl* control : controls)
+            m_members.remove(control);
+    }
     controls.clear();
     current_control = nullptr;
 }

@@ -59,8 +59,9 @@ void CreateTool::create(const QRectF& frame)
     CGuiCore& core = m_scene.gui_core();
     CBaseWorld* world = m_scene.world();
     {
-        const UserAction action(core.journal(), m_type == dialog ? lang(u"创建窗口", u"Create Dialog")
-                                                                 : lang(u"创建控件", u"Create Control"));
+        const UserAction action(core.journal(),
+                                m_type == dialog ? lang(u"创建窗口", u"Create Dialog")
+                                                 : lang(u"创建控件", u"Create Control"));
         if (m_type == dialog) {
             // The frame that was drawn is the whole dialog: the caption bar is part of it.
             CDXUTDialog* made = core.create_dialog(frame.toRect());

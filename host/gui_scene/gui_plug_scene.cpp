@@ -19,7 +19,8 @@ using tarn::lang;
 using tarn::Status;
 
 CGuiPlugScene::CGuiPlugScene()
-    : m_core(m_journal), m_select_tool(std::make_unique<tarn::SelectTool>(*this)),
+    : m_core(m_journal),
+      m_select_tool(std::make_unique<tarn::SelectTool>(*this)),
       m_play_tool(std::make_unique<tarn::PlayTool>(m_core))
 {
 }

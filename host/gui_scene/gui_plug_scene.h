@@ -66,7 +66,8 @@ private:
     tarn::Journal m_journal;
     CGuiCore m_core;
     tarn::GuiSceneModel m_model{*this};
-    std::unique_ptr<tarn::SceneOverlay> m_overlay; ///< made with the world: it needs the fonts and pictures of a program with a display
+    std::unique_ptr<tarn::SceneOverlay>
+        m_overlay; ///< made with the world: it needs the fonts and pictures of a program with a display
     CBaseWorld* m_world = nullptr;
     QString m_file_name;
     int m_function = 0;

@@ -72,13 +72,8 @@ Result<ModelObject*> GuiSceneModel::create_control(int type, ModelObject& dialog
 SceneModel::Selection GuiSceneModel::selection() const
 {
     const SelectionRecord& record = m_scene.gui_core().selection();
-    return {record.editing,
-            record.controls_selected,
-            record.menu_editing,
-            record.current_dialog,
-            record.current_control,
-            as_objects(record.dialogs),
-            as_objects(record.controls)};
+    return {record.editing,         record.controls_selected,   record.menu_editing,        record.current_dialog,
+            record.current_control, as_objects(record.dialogs), as_objects(record.controls)};
 }
 
 Status GuiSceneModel::select(const std::vector<ModelObject*>& objects)

@@ -170,8 +170,7 @@ Status SceneReader::link()
 Status SceneReader::read(QByteArray text)
 {
     JsonText json(std::move(text), scene_name);
-    auto status
-        = json.each_member([this](std::string_view key, JsonCursor& value) { return read_member(key, value); });
+    auto status = json.each_member([this](std::string_view key, JsonCursor& value) { return read_member(key, value); });
     return status ? link() : status;
 }
 

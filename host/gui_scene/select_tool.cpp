@@ -99,8 +99,7 @@ void SelectTool::drag(QPointF place)
     if (!m_action) {
         if (std::max(std::abs(offset.x()), std::abs(offset.y())) < drag_reach)
             return;
-        m_action.emplace(m_scene.journal(),
-                         m_handle < 0 ? lang(u"移动", u"Move") : lang(u"调整大小", u"Resize"));
+        m_action.emplace(m_scene.journal(), m_handle < 0 ? lang(u"移动", u"Move") : lang(u"调整大小", u"Resize"));
     }
     if (m_handle < 0)
         move_by(offset);
@@ -116,8 +115,8 @@ void SelectTool::move_by(QPointF offset)
             const QPoint corner = (start.rect.topLeft() + offset).toPoint();
             start.dialog->SetLocation(corner.x(), corner.y());
         } else if (const CDXUTDialog* home = start.control->dialog()) {
-            const QPointF corner
-                = start.rect.topLeft() + QPointF(offset.x() / home->scale_x(), offset.y() / home->scale_y());
+            const QPointF corner = start.rect.topLeft()
+                + QPointF(offset.x() / home->scale_x(), offset.y() / home->scale_y());
             start.control->SetLocation(float(corner.x()), float(corner.y()));
         }
     }

@@ -15,8 +15,7 @@ constexpr qint64 max_loose_size = 64 << 20; ///< bytes
 } // namespace
 
 CTexPathInfo::CTexPathInfo(const QString& path, int relative)
-    : m_outer(std::exchange(innermost, this)),
-      m_folder(relative ? appinfo::get_tarn_texture_path(path) : path)
+    : m_outer(std::exchange(innermost, this)), m_folder(relative ? appinfo::get_tarn_texture_path(path) : path)
 {
 }
 

@@ -25,8 +25,7 @@ QColor mixed(const QColor& a, const QColor& b, qreal part_of_b)
 
 } // namespace
 
-CButtonST::CButtonST(QWidget* parent)
-    : QPushButton(parent)
+CButtonST::CButtonST(QWidget* parent) : QPushButton(parent)
 {
     setAttribute(Qt::WA_Hover);
     setAutoDefault(false);
@@ -163,8 +162,8 @@ void CButtonST::changeEvent(QEvent* event)
 {
     QPushButton::changeEvent(event);
     const QEvent::Type type = event->type();
-    const bool theme_changed
-        = type == QEvent::PaletteChange || type == QEvent::StyleChange || type == QEvent::ThemeChange;
+    const bool theme_changed = type == QEvent::PaletteChange || type == QEvent::StyleChange
+        || type == QEvent::ThemeChange;
     if (theme_changed && m_icon_number > 0)
         SetIcon(m_icon_number);
 }
@@ -208,13 +207,13 @@ void CButtonST::paint_label(QPainter& painter) const
 {
     const Parts place = parts();
     icon().paint(&painter, place.icon, Qt::AlignCenter, isEnabled() ? QIcon::Normal : QIcon::Disabled,
-        isChecked() ? QIcon::On : QIcon::Off);
+                 isChecked() ? QIcon::On : QIcon::Off);
     QColor color = palette().color(QPalette::ButtonText);
     if (m_text_color != 0 && isEnabled())
         color = tarn::readable_on(QColor(m_text_color), palette().color(QPalette::Button), readable_contrast);
     painter.setPen(color);
     painter.drawText(place.text, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
-        fontMetrics().elidedText(plain_text(), Qt::ElideRight, place.text.width()));
+                     fontMetrics().elidedText(plain_text(), Qt::ElideRight, place.text.width()));
     if (menu()) {
         QStyleOption arrow;
         arrow.initFrom(this);

@@ -20,10 +20,7 @@ QColor stroke_color(QIcon::Mode mode)
 
 } // namespace
 
-SvgIconEngine::SvgIconEngine(QByteArray svg)
-    : m_svg(std::move(svg))
-{
-}
+SvgIconEngine::SvgIconEngine(QByteArray svg) : m_svg(std::move(svg)) {}
 
 void SvgIconEngine::paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State state)
 {

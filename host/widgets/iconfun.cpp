@@ -12,10 +12,10 @@ namespace {
 
 const QLatin1String own_prefix("own:");
 
-const char placeholder_svg[] =
-    "<svg xmlns='http://www.w3.org/2000/svg' viewBox='0 0 16 16' fill='none' stroke='currentColor'>"
-    "<rect x='2.5' y='2.5' width='11' height='11' rx='1.5' stroke-dasharray='2 1.5' stroke-opacity='0.7'/>"
-    "<path d='M5.5 10.5 L10.5 5.5' stroke-opacity='0.7'/></svg>";
+const char placeholder_svg[]
+    = "<svg xmlns='http://www.w3.org/2000/svg' viewBox='0 0 16 16' fill='none' stroke='currentColor'>"
+      "<rect x='2.5' y='2.5' width='11' height='11' rx='1.5' stroke-dasharray='2 1.5' stroke-opacity='0.7'/>"
+      "<path d='M5.5 10.5 L10.5 5.5' stroke-opacity='0.7'/></svg>";
 
 struct Table {
     QHash<int, QString> names;

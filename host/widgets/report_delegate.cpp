@@ -40,22 +40,20 @@ QPixmap tinted(const QIcon& icon, const QColor& color, qreal ratio)
 }
 
 void paint_icon(QPainter& painter, const QIcon& icon, const QRect& place, bool enabled, bool selected,
-    const QColor& selected_color)
+                const QColor& selected_color)
 {
     if (selected && enabled && !icon.name().isEmpty())
         painter.drawPixmap(place, tinted(icon, selected_color, painter.device()->devicePixelRatio()));
     else
         icon.paint(&painter, place, Qt::AlignCenter,
-            !enabled ? QIcon::Disabled : selected ? QIcon::Selected : QIcon::Normal);
+                   !enabled       ? QIcon::Disabled
+                       : selected ? QIcon::Selected
+                                  : QIcon::Normal);
 }
 
 } // namespace
 
-ReportDelegate::ReportDelegate(CReportList* list)
-    : QStyledItemDelegate(list)
-    , m_list(list)
-{
-}
+ReportDelegate::ReportDelegate(CReportList* list) : QStyledItemDelegate(list), m_list(list) {}
 
 QRect ReportDelegate::text_rect(const QStyleOptionViewItem& option, const QModelIndex& index) const
 {
@@ -78,10 +76,10 @@ void ReportDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option
     if (index.column() == 0) {
         const QIcon icon = m_list->row_icon(index.row());
         if (!icon.isNull()) {
-            const QRect place(option.rect.left() + text_margin - 1,
-                option.rect.center().y() - icon_size / 2 + 1, icon_size, icon_size);
+            const QRect place(option.rect.left() + text_margin - 1, option.rect.center().y() - icon_size / 2 + 1,
+                              icon_size, icon_size);
             paint_icon(*painter, icon, place, enabled, selected,
-                option.palette.color(group, QPalette::HighlightedText));
+                       option.palette.color(group, QPalette::HighlightedText));
         }
     }
 
@@ -92,7 +90,7 @@ void ReportDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option
         painter->setPen(option.palette.color(group, selected ? QPalette::HighlightedText : QPalette::Text));
         painter->setFont(option.font);
         painter->drawText(place, side | Qt::AlignVCenter | Qt::TextSingleLine,
-            shortened(caption, option.fontMetrics, place.width()));
+                          shortened(caption, option.fontMetrics, place.width()));
     }
 
     painter->save();
@@ -107,8 +105,8 @@ QSize ReportDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelI
     return {option.fontMetrics.horizontalAdvance(caption) + margins + 1, option.fontMetrics.height() + 4};
 }
 
-bool ReportDelegate::helpEvent(
-    QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option, const QModelIndex& index)
+bool ReportDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
+                               const QModelIndex& index)
 {
     if (event->type() != QEvent::ToolTip || !index.isValid())
         return QStyledItemDelegate::helpEvent(event, view, option, index);

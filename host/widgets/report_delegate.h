@@ -17,7 +17,7 @@ public:
     void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
     QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
     bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
-        const QModelIndex& index) override;
+                   const QModelIndex& index) override;
 
 private:
     QRect text_rect(const QStyleOptionViewItem& option, const QModelIndex& index) const;

@@ -15,11 +15,7 @@
 // While one lives, changes come from the program and are not reported as the user's.
 class CReportList::CodeScope {
 public:
-    explicit CodeScope(CReportList& list)
-        : m_list(list)
-    {
-        ++m_list.m_code_depth;
-    }
+    explicit CodeScope(CReportList& list) : m_list(list) { ++m_list.m_code_depth; }
     ~CodeScope() { --m_list.m_code_depth; }
     CodeScope(const CodeScope&) = delete;
     CodeScope& operator=(const CodeScope&) = delete;
@@ -28,9 +24,7 @@ private:
     CReportList& m_list;
 };
 
-CReportList::CReportList(QWidget* parent)
-    : QTableView(parent)
-    , m_model(new tarn::ReportModel(this))
+CReportList::CReportList(QWidget* parent) : QTableView(parent), m_model(new tarn::ReportModel(this))
 {
     const CodeScope scope(*this);
     setModel(m_model);
@@ -57,9 +51,7 @@ int CReportList::get_item_icon(void*) const
     return -1;
 }
 
-void CReportList::draw_additional(QPainter&, const QRect&, int, int) const
-{
-}
+void CReportList::draw_additional(QPainter&, const QRect&, int, int) const {}
 
 bool CReportList::selects_on_click(int) const
 {
@@ -95,8 +87,8 @@ void CReportList::update_row_height()
 void CReportList::insert_column(int index, const QString& title, int width_share, ColumnKind kind)
 {
     const CodeScope scope(*this);
-    m_model->insert_column(
-        std::clamp(index, 0, m_model->columnCount()), {title, std::max(width_share, 1), kind == Number});
+    m_model->insert_column(std::clamp(index, 0, m_model->columnCount()),
+                           {title, std::max(width_share, 1), kind == Number});
     apply_width_shares();
 }
 
@@ -256,7 +248,8 @@ void CReportList::selecte_items_by_ptr_binded(const std::vector<void*>& items, b
 {
     const std::unordered_set<void*> present(m_model->items().begin(), m_model->items().end());
     if (selectionMode() == SingleSelection) {
-        const auto last = std::find_if(items.rbegin(), items.rend(), [&](void* item) { return present.contains(item); });
+        const auto last = std::find_if(items.rbegin(), items.rend(),
+                                       [&](void* item) { return present.contains(item); });
         if (last != items.rend() || clear_first)
             selecte_item_by_ptr_binded(last == items.rend() ? nullptr : *last);
         return;
@@ -290,8 +283,8 @@ void CReportList::replace_selection(const std::vector<int>& sorted_rows, int cur
         size_t end = i + 1;
         while (end < sorted_rows.size() && sorted_rows[end] == sorted_rows[end - 1] + 1)
             ++end;
-        selection.append(QItemSelectionRange(
-            m_model->index(sorted_rows[i], 0), m_model->index(sorted_rows[end - 1], last_column)));
+        selection.append(
+            QItemSelectionRange(m_model->index(sorted_rows[i], 0), m_model->index(sorted_rows[end - 1], last_column)));
         i = end;
     }
     if (!selection.isEmpty())

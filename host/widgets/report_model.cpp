@@ -4,11 +4,7 @@
 
 namespace tarn {
 
-ReportModel::ReportModel(CReportList* list)
-    : QAbstractTableModel(list)
-    , m_list(list)
-{
-}
+ReportModel::ReportModel(CReportList* list) : QAbstractTableModel(list), m_list(list) {}
 
 void ReportModel::set_items(const std::vector<void*>& items)
 {

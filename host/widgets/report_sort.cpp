@@ -17,8 +17,7 @@ namespace {
 // and accents, which a collator looks at only when all letters are equal; such ties go to the collator itself.
 class RankTable {
 public:
-    RankTable(const std::vector<QString>& texts, const QCollator& collator)
-        : m_ranks(65536, 0)
+    RankTable(const std::vector<QString>& texts, const QCollator& collator) : m_ranks(65536, 0)
     {
         std::vector<bool> seen(65536, false);
         for (const QString& text : texts)
@@ -31,8 +30,7 @@ public:
     }
 
     /// For all characters of a keyboard.
-    explicit RankTable(const QCollator& collator)
-        : m_ranks(65536, 0)
+    explicit RankTable(const QCollator& collator) : m_ranks(65536, 0)
     {
         std::vector<bool> seen(65536, false);
         for (int unit = 0; unit < 128; ++unit)
@@ -111,7 +109,7 @@ private:
                 letters.push_back({base, char16_t(unit)});
         }
         std::sort(letters.begin(), letters.end(),
-            [&](const Letter& a, const Letter& b) { return collator.compare(a.base, b.base) < 0; });
+                  [&](const Letter& a, const Letter& b) { return collator.compare(a.base, b.base) < 0; });
         for (size_t i = 0; i < letters.size(); ++i) {
             if (i == 0 || collator.compare(letters[i - 1].base, letters[i].base) != 0)
                 ++m_count;

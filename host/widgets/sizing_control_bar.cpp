@@ -3,10 +3,7 @@
 #include <QMainWindow>
 #include <QResizeEvent>
 
-CSizingControlBar::CSizingControlBar(const QString& title, QWidget* parent)
-    : QDockWidget(title, parent)
-{
-}
+CSizingControlBar::CSizingControlBar(const QString& title, QWidget* parent) : QDockWidget(title, parent) {}
 
 void CSizingControlBar::set_stored_sizes(int horz, int vert)
 {

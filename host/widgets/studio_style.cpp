@@ -21,17 +21,14 @@ std::pair<int, int> slider_span(const QStyleOptionSlider& bar, int length)
         return {0, length};
     const int wanted = int(length * qint64(bar.pageStep) / (range + bar.pageStep));
     const int size = std::min(std::max(wanted, shortest_slider), length);
-    const int pos
-        = QStyle::sliderPositionFromValue(bar.minimum, bar.maximum, bar.sliderPosition, length - size, bar.upsideDown);
+    const int pos = QStyle::sliderPositionFromValue(bar.minimum, bar.maximum, bar.sliderPosition, length - size,
+                                                    bar.upsideDown);
     return {pos, size};
 }
 
 } // namespace
 
-StudioStyle::StudioStyle()
-    : QProxyStyle(QStringLiteral("Fusion"))
-{
-}
+StudioStyle::StudioStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
 
 int StudioStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const
 {
@@ -39,49 +36,36 @@ int StudioStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, con
     case PM_LayoutLeftMargin:
     case PM_LayoutRightMargin:
     case PM_LayoutTopMargin:
-    case PM_LayoutBottomMargin:
-        return 6;
+    case PM_LayoutBottomMargin: return 6;
     case PM_LayoutHorizontalSpacing:
-    case PM_LayoutVerticalSpacing:
-        return 4;
-    case PM_ScrollBarExtent:
-        return scroll_bar_extent;
-    case PM_ScrollBarSliderMin:
-        return shortest_slider;
-    case PM_ButtonMargin:
-        return 4;
-    case PM_HeaderMargin:
-        return 4;
-    case PM_DockWidgetTitleMargin:
-        return 3;
+    case PM_LayoutVerticalSpacing: return 4;
+    case PM_ScrollBarExtent: return scroll_bar_extent;
+    case PM_ScrollBarSliderMin: return shortest_slider;
+    case PM_ButtonMargin: return 4;
+    case PM_HeaderMargin: return 4;
+    case PM_DockWidgetTitleMargin: return 3;
     case PM_DockWidgetSeparatorExtent:
-    case PM_SplitterWidth:
-        return 4;
-    case PM_TabBarTabHSpace:
-        return 16;
-    case PM_TabBarTabVSpace:
-        return 6;
-    case PM_MenuBarItemSpacing:
-        return 4;
+    case PM_SplitterWidth: return 4;
+    case PM_TabBarTabHSpace: return 16;
+    case PM_TabBarTabVSpace: return 6;
+    case PM_MenuBarItemSpacing: return 4;
     case PM_ToolBarIconSize:
     case PM_ButtonIconSize:
-    case PM_SmallIconSize:
-        return 16;
-    default:
-        return QProxyStyle::pixelMetric(metric, option, widget);
+    case PM_SmallIconSize: return 16;
+    default: return QProxyStyle::pixelMetric(metric, option, widget);
     }
 }
 
-int StudioStyle::styleHint(
-    StyleHint hint, const QStyleOption* option, const QWidget* widget, QStyleHintReturn* data) const
+int StudioStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                           QStyleHintReturn* data) const
 {
     if (hint == SH_ScrollBar_LeftClickAbsolutePosition)
         return 0;
     return QProxyStyle::styleHint(hint, option, widget, data);
 }
 
-void StudioStyle::drawControl(
-    ControlElement element, const QStyleOption* option, QPainter* painter, const QWidget* widget) const
+void StudioStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                              const QWidget* widget) const
 {
     if (element == CE_HeaderSection || element == CE_HeaderEmptyArea) {
         QStyleOptionHeader header;
@@ -116,32 +100,22 @@ void StudioStyle::drawControl(
     QProxyStyle::drawControl(element, option, painter, widget);
 }
 
-void StudioStyle::drawPrimitive(
-    PrimitiveElement element, const QStyleOption* option, QPainter* painter, const QWidget* widget) const
+void StudioStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                                const QWidget* widget) const
 {
     switch (element) {
-    case PE_PanelTipLabel:
-        painter->fillRect(option->rect, option->palette.color(QPalette::ToolTipBase));
-        return;
-    case PE_IndicatorCheckBox:
-        draw_check_box(*option, *painter);
-        return;
-    case PE_IndicatorRadioButton:
-        draw_radio_button(*option, *painter);
-        return;
-    case PE_FrameTabWidget:
-        draw_tab_frame(*option, *painter);
-        return;
-    case PE_FrameTabBarBase:
-        return;
-    default:
-        break;
+    case PE_PanelTipLabel: painter->fillRect(option->rect, option->palette.color(QPalette::ToolTipBase)); return;
+    case PE_IndicatorCheckBox: draw_check_box(*option, *painter); return;
+    case PE_IndicatorRadioButton: draw_radio_button(*option, *painter); return;
+    case PE_FrameTabWidget: draw_tab_frame(*option, *painter); return;
+    case PE_FrameTabBarBase: return;
+    default: break;
     }
     QProxyStyle::drawPrimitive(element, option, painter, widget);
 }
 
-void StudioStyle::drawComplexControl(
-    ComplexControl control, const QStyleOptionComplex* option, QPainter* painter, const QWidget* widget) const
+void StudioStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
+                                     const QWidget* widget) const
 {
     const auto* bar = qstyleoption_cast<const QStyleOptionSlider*>(option);
     if (control != CC_ScrollBar || !bar) {
@@ -153,8 +127,8 @@ void StudioStyle::drawComplexControl(
     if (bar->maximum > bar->minimum) {
         const bool held = (bar->activeSubControls & SC_ScrollBarSlider) && (bar->state & State_Sunken);
         const bool hovered = (bar->activeSubControls & SC_ScrollBarSlider) && (bar->state & State_MouseOver);
-        const QRectF slider = QRectF(proxy()->subControlRect(control, option, SC_ScrollBarSlider, widget))
-                                  .adjusted(2, 2, -2, -2);
+        const QRectF slider
+            = QRectF(proxy()->subControlRect(control, option, SC_ScrollBarSlider, widget)).adjusted(2, 2, -2, -2);
         draw_scroll_bar_slider(*bar, slider, held, hovered, *painter);
     }
     painter->restore();
@@ -169,8 +143,8 @@ QIcon StudioStyle::standardIcon(StandardPixmap icon, const QStyleOption* option,
     return QProxyStyle::standardIcon(icon, option, widget);
 }
 
-QRect StudioStyle::subControlRect(
-    ComplexControl control, const QStyleOptionComplex* option, SubControl part, const QWidget* widget) const
+QRect StudioStyle::subControlRect(ComplexControl control, const QStyleOptionComplex* option, SubControl part,
+                                  const QWidget* widget) const
 {
     const auto* bar = qstyleoption_cast<const QStyleOptionSlider*>(option);
     if (control != CC_ScrollBar || !bar)
@@ -185,16 +159,11 @@ QRect StudioStyle::subControlRect(
         return lies ? visualRect(bar->direction, whole, rect) : rect;
     };
     switch (part) {
-    case SC_ScrollBarSlider:
-        return span(pos, size);
-    case SC_ScrollBarGroove:
-        return whole;
-    case SC_ScrollBarSubPage:
-        return span(0, pos);
-    case SC_ScrollBarAddPage:
-        return span(pos + size, length - pos - size);
-    default:
-        return {};
+    case SC_ScrollBarSlider: return span(pos, size);
+    case SC_ScrollBarGroove: return whole;
+    case SC_ScrollBarSubPage: return span(0, pos);
+    case SC_ScrollBarAddPage: return span(pos + size, length - pos - size);
+    default: return {};
     }
 }
 

@@ -60,8 +60,8 @@ void draw_header_section(const QStyleOptionHeader& header, QPainter& painter)
         painter.fillRect(header.rect, faint(palette, sunken ? 36 : 16));
     painter.setPen(faint(palette, 44));
     painter.drawLine(header.rect.bottomLeft(), header.rect.bottomRight());
-    const bool is_last
-        = header.position == QStyleOptionHeader::End || header.position == QStyleOptionHeader::OnlyOneSection;
+    const bool is_last = header.position == QStyleOptionHeader::End
+        || header.position == QStyleOptionHeader::OnlyOneSection;
     if (!is_last) {
         const int right = header.rect.right();
         painter.drawLine(right, header.rect.top() + 4, right, header.rect.bottom() - 4);
@@ -75,7 +75,7 @@ void draw_dock_title(const QStyleOptionDockWidget& dock, const QRect& text, QPai
     painter.drawLine(dock.rect.bottomLeft(), dock.rect.bottomRight());
     painter.setPen(dock.palette.color(QPalette::WindowText));
     painter.drawText(text, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
-        dock.fontMetrics.elidedText(dock.title, Qt::ElideRight, text.width()));
+                     dock.fontMetrics.elidedText(dock.title, Qt::ElideRight, text.width()));
 }
 
 void draw_check_box(const QStyleOption& option, QPainter& painter)
@@ -120,19 +120,12 @@ void draw_tab(const QStyleOptionTab& tab, QPainter& painter)
     QRect line = tab.rect;
     switch (tab.shape) {
     case QTabBar::RoundedSouth:
-    case QTabBar::TriangularSouth:
-        line.setTop(line.bottom() - 1);
-        break;
+    case QTabBar::TriangularSouth: line.setTop(line.bottom() - 1); break;
     case QTabBar::RoundedWest:
-    case QTabBar::TriangularWest:
-        line.setRight(line.left() + 1);
-        break;
+    case QTabBar::TriangularWest: line.setRight(line.left() + 1); break;
     case QTabBar::RoundedEast:
-    case QTabBar::TriangularEast:
-        line.setLeft(line.right() - 1);
-        break;
-    default:
-        line.setBottom(line.top() + 1);
+    case QTabBar::TriangularEast: line.setLeft(line.right() - 1); break;
+    default: line.setBottom(line.top() + 1);
     }
     painter.fillRect(line, palette.color(QPalette::Active, QPalette::Highlight));
 }
@@ -149,10 +142,12 @@ void draw_tab_frame(const QStyleOption& option, QPainter& painter)
 void draw_tool_bar(const QStyleOption& option, QPainter& painter)
 {
     painter.fillRect(option.rect, option.palette.color(QPalette::Window));
-    painter.fillRect(QRect(option.rect.left(), option.rect.bottom(), option.rect.width(), 1), faint(option.palette, 30));
+    painter.fillRect(QRect(option.rect.left(), option.rect.bottom(), option.rect.width(), 1),
+                     faint(option.palette, 30));
 }
 
-void draw_scroll_bar_slider(const QStyleOption& option, const QRectF& slider, bool held, bool hovered, QPainter& painter)
+void draw_scroll_bar_slider(const QStyleOption& option, const QRectF& slider, bool held, bool hovered,
+                            QPainter& painter)
 {
     const qreal radius = std::min(slider.width(), slider.height()) / 2;
     painter.setRenderHint(QPainter::Antialiasing);

@@ -20,7 +20,8 @@ void draw_radio_button(const QStyleOption& option, QPainter& painter);
 void draw_tab(const QStyleOptionTab& tab, QPainter& painter);
 void draw_tab_frame(const QStyleOption& option, QPainter& painter);
 void draw_tool_bar(const QStyleOption& option, QPainter& painter);
-void draw_scroll_bar_slider(const QStyleOption& option, const QRectF& slider, bool held, bool hovered, QPainter& painter);
+void draw_scroll_bar_slider(const QStyleOption& option, const QRectF& slider, bool held, bool hovered,
+                            QPainter& painter);
 QIcon close_icon();
 QIcon float_icon();
 

@@ -21,8 +21,7 @@ double without_noise(double number)
 
 } // namespace
 
-CSuperEdit::CSuperEdit(QWidget* parent)
-    : QAbstractSpinBox(parent)
+CSuperEdit::CSuperEdit(QWidget* parent) : QAbstractSpinBox(parent)
 {
     // Not WheelFocus: scrolling a page must not change the numbers that pass under the mouse.
     setFocusPolicy(Qt::StrongFocus);

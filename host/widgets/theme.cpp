@@ -18,19 +18,45 @@ struct Scheme {
     QRgb tip, tip_text;
 };
 
-constexpr Scheme light_scheme{
-    .window = 0xfff1f2f4, .base = 0xffffffff, .alternate = 0xfff6f7f9, .button = 0xfffbfbfc,
-    .text = 0xff1f2328, .dim_text = 0xff9a9fa6, .placeholder = 0xff8b9098,
-    .light = 0xffffffff, .midlight = 0xffe6e8eb, .mid = 0xffc4c7cc, .dark = 0xffa0a4aa, .shadow = 0xff6c7076,
-    .accent = 0xff3b74c9, .accent_text = 0xffffffff, .accent_inactive = 0xff7d9cca,
-    .link = 0xff2a66bd, .visited = 0xff7a4fae, .tip = 0xff2f3237, .tip_text = 0xfff2f3f5};
+constexpr Scheme light_scheme{.window = 0xfff1f2f4,
+                              .base = 0xffffffff,
+                              .alternate = 0xfff6f7f9,
+                              .button = 0xfffbfbfc,
+                              .text = 0xff1f2328,
+                              .dim_text = 0xff9a9fa6,
+                              .placeholder = 0xff8b9098,
+                              .light = 0xffffffff,
+                              .midlight = 0xffe6e8eb,
+                              .mid = 0xffc4c7cc,
+                              .dark = 0xffa0a4aa,
+                              .shadow = 0xff6c7076,
+                              .accent = 0xff3b74c9,
+                              .accent_text = 0xffffffff,
+                              .accent_inactive = 0xff7d9cca,
+                              .link = 0xff2a66bd,
+                              .visited = 0xff7a4fae,
+                              .tip = 0xff2f3237,
+                              .tip_text = 0xfff2f3f5};
 
-constexpr Scheme dark_scheme{
-    .window = 0xff2b2d31, .base = 0xff212226, .alternate = 0xff25262a, .button = 0xff3a3c42,
-    .text = 0xffdddfe3, .dim_text = 0xff74777d, .placeholder = 0xff84878e,
-    .light = 0xff4c4f56, .midlight = 0xff36383d, .mid = 0xff4a4d54, .dark = 0xff1a1b1e, .shadow = 0xff111214,
-    .accent = 0xff3f73bf, .accent_text = 0xffffffff, .accent_inactive = 0xff41566f,
-    .link = 0xff7aaef0, .visited = 0xffb79be6, .tip = 0xff45484f, .tip_text = 0xffe8eaed};
+constexpr Scheme dark_scheme{.window = 0xff2b2d31,
+                             .base = 0xff212226,
+                             .alternate = 0xff25262a,
+                             .button = 0xff3a3c42,
+                             .text = 0xffdddfe3,
+                             .dim_text = 0xff74777d,
+                             .placeholder = 0xff84878e,
+                             .light = 0xff4c4f56,
+                             .midlight = 0xff36383d,
+                             .mid = 0xff4a4d54,
+                             .dark = 0xff1a1b1e,
+                             .shadow = 0xff111214,
+                             .accent = 0xff3f73bf,
+                             .accent_text = 0xffffffff,
+                             .accent_inactive = 0xff41566f,
+                             .link = 0xff7aaef0,
+                             .visited = 0xffb79be6,
+                             .tip = 0xff45484f,
+                             .tip_text = 0xffe8eaed};
 
 QPalette palette_of(const Scheme& scheme)
 {
@@ -59,7 +85,7 @@ QPalette palette_of(const Scheme& scheme)
 
     palette.setColor(QPalette::Inactive, QPalette::Highlight, QColor(scheme.accent_inactive));
     for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::HighlightedText,
-             QPalette::PlaceholderText, QPalette::Link, QPalette::LinkVisited})
+                            QPalette::PlaceholderText, QPalette::Link, QPalette::LinkVisited})
         palette.setColor(QPalette::Disabled, role, QColor(scheme.dim_text));
     palette.setColor(QPalette::Disabled, QPalette::Base, QColor(scheme.window));
     palette.setColor(QPalette::Disabled, QPalette::Button, QColor(scheme.window));

@@ -15,10 +15,9 @@ CommandLine parse(const char* arguments)
 
 TEST(CommandLine, WrongLinesEndWithStatusTwoAndSayWhy)
 {
-    for (const char* wrong :
-         {"--nonsense", "--lang", "--lang fr", "--theme blue", "--render", "--render x.png", "a.tarn b.tarn",
-          "--render x.png --size 0x5 a.tarn", "--render x.png --size 10 a.tarn", "--render x.png --size 99999x9 a.tarn",
-          "--script"}) {
+    for (const char* wrong : {"--nonsense", "--lang", "--lang fr", "--theme blue", "--render", "--render x.png",
+                              "a.tarn b.tarn", "--render x.png --size 0x5 a.tarn", "--render x.png --size 10 a.tarn",
+                              "--render x.png --size 99999x9 a.tarn", "--script"}) {
         const CommandLine line = parse(wrong);
         EXPECT_EQ(line.action, Action::PrintAndExit) << wrong;
         EXPECT_EQ(line.status, 2) << wrong;

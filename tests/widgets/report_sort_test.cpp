@@ -53,11 +53,13 @@ TEST(ReportSort, KeysAgreeWithTheCollatorInEveryLanguage)
 {
     // Letter pairs that sort as one (cs), letters that stand for two (de), letters behind z (sv), Chinese, and text
     // beyond the basic plane.
-    const QStringList pieces{QStringLiteral("c"), QStringLiteral("ch"), QStringLiteral("h"), QStringLiteral("i"),
-        QStringLiteral("ß"), QStringLiteral("ss"), QStringLiteral("ä"), QStringLiteral("a"), QStringLiteral("Z"),
-        QStringLiteral("å"), QStringLiteral("æ"), QStringLiteral("按钮"), QStringLiteral("窗口"), QStringLiteral("一"),
-        QStringLiteral("0"), QStringLiteral("10"), QStringLiteral(" "), QStringLiteral("-"), QStringLiteral("_"),
-        QStringLiteral("😀"), QStringLiteral("e\u0301"), QStringLiteral("é"), QStringLiteral("한"), QStringLiteral("q\u0001")};
+    const QStringList pieces{
+        QStringLiteral("c"),       QStringLiteral("ch"), QStringLiteral("h"),  QStringLiteral("i"),
+        QStringLiteral("ß"),       QStringLiteral("ss"), QStringLiteral("ä"),  QStringLiteral("a"),
+        QStringLiteral("Z"),       QStringLiteral("å"),  QStringLiteral("æ"),  QStringLiteral("按钮"),
+        QStringLiteral("窗口"),    QStringLiteral("一"), QStringLiteral("0"),  QStringLiteral("10"),
+        QStringLiteral(" "),       QStringLiteral("-"),  QStringLiteral("_"),  QStringLiteral("😀"),
+        QStringLiteral("e\u0301"), QStringLiteral("é"),  QStringLiteral("한"), QStringLiteral("q\u0001")};
     const QStringList ascii = pieces.filter(QRegularExpression(QStringLiteral("^[ -~]+$")));
     std::mt19937 random(7);
     for (const char* name : {"en_US", "cs_CZ", "da_DK", "de_DE", "sv_SE", "zh_CN", "C"})
@@ -86,5 +88,5 @@ TEST(ReportSort, NumbersSortAsNumbersAndTheRestStandsLast)
     const auto up = sorted(texts, number_order(texts, true));
     EXPECT_EQ(up, texts_of(QStringLiteral("-1.5 0x 2.5秒 9 9 10 1e2 none  inf")));
     EXPECT_EQ(number_order({QStringLiteral("b"), QStringLiteral("1"), QStringLiteral("1"), QString()}, false),
-        (std::vector<int>{1, 2, 0, 3}));
+              (std::vector<int>{1, 2, 0, 3}));
 }
