@@ -21,8 +21,7 @@
 namespace {
 
 constexpr QSize screen(1920, 1080);
-constexpr QSize button_size(48, 20);
-constexpr int font_size = 10;
+constexpr QSize button_size(96, 28);
 constexpr QColor background(0x20, 0x28, 0x30);
 
 /// The buttons stand in rows all over the screen; where there are many, they overlap.
@@ -87,7 +86,6 @@ private:
         for (std::size_t i = from; i < to; ++i) {
             const QRectF place(all[i] - area.topLeft(), button_size);
             auto* button = static_cast<CDXUTButton*>(m_core.create_control(DXUT_CONTROL_BUTTON, dialog, place));
-            (void)button->set_property(*button->fields().find("font_size"), qint64(font_size));
             button->SetText(label(int(i)));
             m_buttons.push_back(button);
         }
@@ -144,9 +142,7 @@ const QPixmap& button_pixmap()
     return pixmap;
 }
 
-/// The picture's edges are wider than half a button; they shrink to what fits.
-constexpr QMargins picture_edges(14, 14, 14, 14);
-constexpr QMargins button_edges(14, 10, 14, 10);
+constexpr QMargins edges(14, 14, 14, 14);
 
 class ButtonItem : public QGraphicsItem {
 public:
@@ -155,9 +151,9 @@ public:
     QRectF boundingRect() const override { return QRectF(QPointF(), button_size); }
     void paint(QPainter* painter, const QStyleOptionGraphicsItem*, QWidget*) override
     {
-        static const QFont font = tarn::interface_font(font_size, false);
+        static const QFont font = tarn::interface_font(tarn::Skin::font_size, false);
         const QRect area(QPoint(), button_size);
-        qDrawBorderPixmap(painter, area, button_edges, button_pixmap(), button_pixmap().rect(), picture_edges);
+        qDrawBorderPixmap(painter, area, edges, button_pixmap());
         painter->setFont(font);
         painter->setPen(Qt::white);
         painter->drawText(area, Qt::AlignCenter, m_text);
@@ -198,10 +194,9 @@ void draw_pieces(benchmark::State& state)
     picture.fill(Qt::transparent);
     {
         QPainter painter(&picture);
-        qDrawBorderPixmap(&painter, picture.rect(), button_edges, button_pixmap(), button_pixmap().rect(),
-                          picture_edges);
+        qDrawBorderPixmap(&painter, picture.rect(), edges, button_pixmap());
     }
-    const QFont font = tarn::interface_font(font_size, false);
+    const QFont font = tarn::interface_font(tarn::Skin::font_size, false);
     std::vector<QStaticText> texts;
     std::vector<QPoint> text_places;
     for (int i = 0; i < int(all.size()); ++i) {

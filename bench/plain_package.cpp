@@ -77,45 +77,45 @@ bool get(od::value value, std::string& out)
 bool get_member(PlainControl& c, std::string_view key, od::value value)
 {
     // In the order in which they are written; one comparison of lengths passes most of them over.
-    return key == "id"               ? get(value, c.id)
-        : key == "name"              ? get(value, c.name)
-        : key == "type"              ? get(value, c.type)
-        : key == "dialog"            ? get(value, c.dialog)
-        : key == "x"                 ? get(value, c.x)
-        : key == "y"                 ? get(value, c.y)
-        : key == "width"             ? get(value, c.width)
-        : key == "height"            ? get(value, c.height)
-        : key == "text"              ? get(value, c.text)
-        : key == "visible"           ? get(value, c.visible)
-        : key == "enabled"           ? get(value, c.enabled)
-        : key == "locked"            ? get(value, c.locked)
-        : key == "color_tag"         ? get(value, c.color_tag)
-        : key == "align_type"        ? get(value, c.align_type)
-        : key == "base_width"        ? get(value, c.base_width)
-        : key == "base_height"       ? get(value, c.base_height)
-        : key == "text_color"        ? get(value, c.text_color)
-        : key == "font_size"         ? get(value, c.font_size)
-        : key == "bold"              ? get(value, c.bold)
-        : key == "horizontal_align"  ? get(value, c.horizontal_align)
-        : key == "vertical_align"    ? get(value, c.vertical_align)
-        : key == "word_wrap"         ? get(value, c.word_wrap)
-        : key == "shadow"            ? get(value, c.shadow)
-        : key == "checked"           ? get(value, c.checked)
-        : key == "image"             ? get(value, c.image)
-        : key == "stretch"           ? get(value, c.stretch)
-                                     : false;
+    return key == "id"              ? get(value, c.id)
+        : key == "name"             ? get(value, c.name)
+        : key == "type"             ? get(value, c.type)
+        : key == "dialog"           ? get(value, c.dialog)
+        : key == "x"                ? get(value, c.x)
+        : key == "y"                ? get(value, c.y)
+        : key == "width"            ? get(value, c.width)
+        : key == "height"           ? get(value, c.height)
+        : key == "text"             ? get(value, c.text)
+        : key == "visible"          ? get(value, c.visible)
+        : key == "enabled"          ? get(value, c.enabled)
+        : key == "locked"           ? get(value, c.locked)
+        : key == "color_tag"        ? get(value, c.color_tag)
+        : key == "align_type"       ? get(value, c.align_type)
+        : key == "base_width"       ? get(value, c.base_width)
+        : key == "base_height"      ? get(value, c.base_height)
+        : key == "text_color"       ? get(value, c.text_color)
+        : key == "font_size"        ? get(value, c.font_size)
+        : key == "bold"             ? get(value, c.bold)
+        : key == "horizontal_align" ? get(value, c.horizontal_align)
+        : key == "vertical_align"   ? get(value, c.vertical_align)
+        : key == "word_wrap"        ? get(value, c.word_wrap)
+        : key == "shadow"           ? get(value, c.shadow)
+        : key == "checked"          ? get(value, c.checked)
+        : key == "image"            ? get(value, c.image)
+        : key == "stretch"          ? get(value, c.stretch)
+                                    : false;
 }
 
 bool get_member(PlainDialog& d, std::string_view key, od::value value)
 {
-    return key == "id"      ? get(value, d.id)
-        : key == "name"     ? get(value, d.name)
-        : key == "caption"  ? get(value, d.caption)
-        : key == "x"        ? get(value, d.x)
-        : key == "y"        ? get(value, d.y)
-        : key == "width"    ? get(value, d.width)
-        : key == "height"   ? get(value, d.height)
-                            : false;
+    return key == "id"     ? get(value, d.id)
+        : key == "name"    ? get(value, d.name)
+        : key == "caption" ? get(value, d.caption)
+        : key == "x"       ? get(value, d.x)
+        : key == "y"       ? get(value, d.y)
+        : key == "width"   ? get(value, d.width)
+        : key == "height"  ? get(value, d.height)
+                           : false;
 }
 
 template <class Plain>
@@ -289,7 +289,8 @@ std::string format_plain(const PlainScene& scene)
     out.number(scene.screen_height);
     out.text += ",\"next_id\":";
     out.number(scene.next_id);
-    out.text += ",\n\"root\":{\"id\":1,\"name\":\"ROOT\",\"caption_shown\":false,\"frame_shown\":false},\n\"dialogs\":[";
+    out.text
+        += ",\n\"root\":{\"id\":1,\"name\":\"ROOT\",\"caption_shown\":false,\"frame_shown\":false},\n\"dialogs\":[";
     write_all(out, scene.dialogs);
     out.text += "\n],\n\"controls\":[";
     write_all(out, scene.controls);

@@ -28,8 +28,8 @@ struct Thing {
 std::vector<Thing> make_things(int count)
 {
     const QString types[] = {QStringLiteral("Button"), QStringLiteral("Slider"), QStringLiteral("Check box")};
-    const QString words[] = {QStringLiteral("left"), QStringLiteral("Title"), QStringLiteral("ok"),
-        QStringLiteral("Panel"), QStringLiteral("speed"), QStringLiteral("Name")};
+    const QString words[] = {QStringLiteral("left"),  QStringLiteral("Title"), QStringLiteral("ok"),
+                             QStringLiteral("Panel"), QStringLiteral("speed"), QStringLiteral("Name")};
     std::mt19937 random(1);
     std::vector<Thing> things;
     for (int i = 0; i < count; ++i)

@@ -12,9 +12,9 @@ namespace {
 
 Status failed(const QString& path, const QString& reason)
 {
-    return Status::error(lang(u"无法保存 %1：%2。原文件保持不变。",
-                              u"%1 could not be saved: %2. The file is as it was before.")
-                             .arg(QDir::toNativeSeparators(path), reason));
+    return Status::error(
+        lang(u"无法保存 %1：%2。原文件保持不变。", u"%1 could not be saved: %2. The file is as it was before.")
+            .arg(QDir::toNativeSeparators(path), reason));
 }
 
 Status write_temporary(const QString& path, const QByteArray& content, FileIo& io, const QString& target)

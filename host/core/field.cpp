@@ -204,8 +204,9 @@ Status read_state(ObjectState& state, JsonCursor& cursor)
         auto status = table.at(static_cast<std::size_t>(index))->read(state, value);
         if (status)
             return status;
-        return Status::error(QStringLiteral("%1 (\"%2\")").arg(
-            status.message(), QString::fromLatin1(table.at(static_cast<std::size_t>(index))->name())));
+        return Status::error(
+            QStringLiteral("%1 (\"%2\")")
+                .arg(status.message(), QString::fromLatin1(table.at(static_cast<std::size_t>(index))->name())));
     });
 }
 

@@ -242,8 +242,8 @@ Status JsonCursor::peek_int(std::string_view key, int& value)
     if (m_impl.open_object())
         return fail(lang(u"应为对象 { … }", u"an object { … } is expected here"));
     int64_t number = 0;
-    if (m_impl.object->find_field_unordered(key).get_int64().get(number)
-        || number < std::numeric_limits<int>::min() || number > std::numeric_limits<int>::max())
+    if (m_impl.object->find_field_unordered(key).get_int64().get(number) || number < std::numeric_limits<int>::min()
+        || number > std::numeric_limits<int>::max())
         return fail(lang(u"缺少整数 \"%1\"", u"the whole number \"%1\" is missing")
                         .arg(QString::fromUtf8(key.data(), static_cast<qsizetype>(key.size()))));
     value = static_cast<int>(number);
@@ -319,7 +319,8 @@ Status JsonText::read_root_impl(void* reader, JsonCursor::ElementVisitor read)
         return status;
     const char* beyond = nullptr;
     if (!text.document.current_location().get(beyond)) // there is a place left to read from
-        return text.fail_at(text.here(), lang(u"内容之后还有多余的文本", u"there is text after the end of the content"));
+        return text.fail_at(text.here(),
+                            lang(u"内容之后还有多余的文本", u"there is text after the end of the content"));
     return {};
 }
 

@@ -22,8 +22,8 @@ ObjectState& ModelObject::edit_base()
 Status ModelObject::set_property(const FieldBase& field, const Value& value)
 {
     if (field.rules().read_only)
-        return Status::error(lang(u"属性 %1 不能修改", u"the property %1 cannot be changed")
-                                 .arg(QString::fromLatin1(field.name())));
+        return Status::error(
+            lang(u"属性 %1 不能修改", u"the property %1 cannot be changed").arg(QString::fromLatin1(field.name())));
     StatePtr wanted(m_state->clone());
     if (auto status = field.set(*wanted, value); !status)
         return status;

@@ -123,10 +123,8 @@ Status CPakFile::add_file(const QString& name, const QByteArray& content)
         return Status::error(lang(u"文件包中“%1”重复", u"\"%1\" is in the package already.").arg(name));
     const QByteArray& kept = m_writer->contents.emplace_back(content);
     zip_t* archive = m_writer->archive;
-    zip_source_t* source
-        = zip_source_buffer(archive, kept.constData(), static_cast<zip_uint64_t>(kept.size()), 0);
-    const zip_int64_t index
-        = source ? zip_file_add(archive, name.toUtf8().constData(), source, ZIP_FL_ENC_UTF_8) : -1;
+    zip_source_t* source = zip_source_buffer(archive, kept.constData(), static_cast<zip_uint64_t>(kept.size()), 0);
+    const zip_int64_t index = source ? zip_file_add(archive, name.toUtf8().constData(), source, ZIP_FL_ENC_UTF_8) : -1;
     if (index < 0) {
         if (source)
             zip_source_free(source);
@@ -167,9 +165,9 @@ Status CPakFile::close()
     const auto writer = std::exchange(m_writer, nullptr);
     auto bytes = writer->finish();
     if (!bytes)
-        return Status::error(lang(u"无法保存 %1：%2。原文件保持不变。",
-                                  u"%1 could not be saved: %2. The file is as it was before.")
-                                 .arg(m_path, bytes.status().message()));
+        return Status::error(
+            lang(u"无法保存 %1：%2。原文件保持不变。", u"%1 could not be saved: %2. The file is as it was before.")
+                .arg(m_path, bytes.status().message()));
     return tarn::write_file_atomically(m_path, bytes.value(), m_io);
 }
 
@@ -242,8 +240,7 @@ bool CPakFile::has_file(const QString& name) const
 Result<QByteArray> CPakFile::read_file(const QString& name) const
 {
     if (!has_file(name))
-        return Status::error(
-            lang(u"文件包 %1 中缺少“%2”。", u"The package %1 has no entry \"%2\".").arg(m_path, name));
+        return Status::error(lang(u"文件包 %1 中缺少“%2”。", u"The package %1 has no entry \"%2\".").arg(m_path, name));
     const auto damaged = [&](const QString& reason) {
         return Status::error(lang(u"文件包 %1 中的“%2”已损坏：%3。", u"\"%2\" in the package %1 is damaged: %3.")
                                  .arg(m_path, name, reason));

@@ -12,9 +12,9 @@ namespace {
 
 bool is_bad_part(const QString& part)
 {
-    static const QStringList devices{
-        QStringLiteral("con"),  QStringLiteral("prn"),  QStringLiteral("aux"),  QStringLiteral("nul"),
-        QStringLiteral("com1"), QStringLiteral("com2"), QStringLiteral("lpt1"), QStringLiteral("lpt2")};
+    static const QStringList devices{QStringLiteral("con"),  QStringLiteral("prn"),  QStringLiteral("aux"),
+                                     QStringLiteral("nul"),  QStringLiteral("com1"), QStringLiteral("com2"),
+                                     QStringLiteral("lpt1"), QStringLiteral("lpt2")};
     return part.isEmpty() || part == QLatin1String(".") || part == QLatin1String("..")
         || part.endsWith(QLatin1Char('.')) || part.endsWith(QLatin1Char(' '))
         || devices.contains(part.section(QLatin1Char('.'), 0, 0).toLower());
@@ -49,9 +49,8 @@ Status check_entry_size(const QString& name, quint64 packed, quint64 unpacked)
     const bool bomb = unpacked > PakLimits::unsuspicious_size && unpacked / (packed + 1) > PakLimits::max_ratio;
     if (unpacked <= PakLimits::max_entry_size && !bomb)
         return {};
-    return Status::error(lang(u"条目“%1”过大（%2 字节）", u"the entry \"%1\" is too large (%2 bytes)")
-                             .arg(name)
-                             .arg(unpacked));
+    return Status::error(
+        lang(u"条目“%1”过大（%2 字节）", u"the entry \"%1\" is too large (%2 bytes)").arg(name).arg(unpacked));
 }
 
 } // namespace tarn

@@ -10,8 +10,8 @@ namespace tarn {
 /// memory or the disk.
 struct PakLimits {
     static constexpr qint64 max_entries = 100'000;
-    static constexpr quint64 max_entry_size = quint64(1) << 30;  ///< bytes, unpacked
-    static constexpr quint64 max_total_size = quint64(2) << 30;  ///< bytes, unpacked
+    static constexpr quint64 max_entry_size = quint64(1) << 30; ///< bytes, unpacked
+    static constexpr quint64 max_total_size = quint64(2) << 30; ///< bytes, unpacked
     static constexpr quint64 unsuspicious_size = quint64(16) << 20;
     static constexpr quint64 max_ratio = 400; ///< unpacked : packed, for entries over unsuspicious_size
 };

@@ -18,10 +18,7 @@ public:
     const QString& message() const { return m_message; } ///< null when all went well
 
 private:
-    explicit Status(QString message)
-        : m_message(message.isNull() ? QStringLiteral("?") : std::move(message))
-    {
-    }
+    explicit Status(QString message) : m_message(message.isNull() ? QStringLiteral("?") : std::move(message)) {}
     QString m_message;
 };
 

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QPointF>
+#include <QRectF>
+#include <QString>
 #include <Qt>
 #include <QtGlobal>
 
@@ -26,6 +28,12 @@ public:
     virtual bool mouse(const MouseEvent& event) = 0;
     /// A key was pressed in a view; true when the tool took it.
     virtual bool key(int key, Qt::KeyboardModifiers modifiers) = 0;
+    /// Text from the keyboard or an input method, and what that is about to put in; true when the tool took it.
+    virtual bool text(const QString&, const QString&) { return false; }
+    /// Where the next character goes, pixels of the view; empty when the tool takes no text now.
+    virtual QRectF text_caret() const { return {}; }
+    /// The wheel, positive steps away from the user; true when the tool took it.
+    virtual bool wheel(QPointF, double) { return false; }
     /// Draws what belongs to the tool over a view: outlines, handles, read-outs.
     virtual void paint(QPainter& painter) = 0;
     /// Ends what is under way as if it had not begun.

@@ -25,7 +25,7 @@ struct ControlClass {
     const char* name_stem; ///< new controls are named <stem><id>
     QSize default_size;    ///< pixels
     int icon;              ///< number in the icon table
-    Factory create;        ///< null: this version cannot make controls of the type
+    Factory create;
 };
 
 /// All types, by ascending number.

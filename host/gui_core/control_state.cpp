@@ -12,13 +12,12 @@ constexpr double max_place = 1e6; ///< pixels; keeps sums of places exact in a f
 template <class S, class... More>
 FieldTable text_table(int horizontal_align, int vertical_align, More... more)
 {
-    return FieldTable(&ControlState::field_table(), field<S>("text", &S::text),
-                      field<S>("text_color", &S::text_color, 0u), field<S>("font_size", &S::font_size, 0, range(0, 500)),
-                      field<S>("bold", &S::bold, false),
-                      field<S>("horizontal_align", &S::horizontal_align, horizontal_align, range(0, 2)),
-                      field<S>("vertical_align", &S::vertical_align, vertical_align, range(0, 2)),
-                      field<S>("word_wrap", &S::word_wrap, false), field<S>("shadow", &S::shadow, false),
-                      std::move(more)...);
+    return FieldTable(
+        &ControlState::field_table(), field<S>("text", &S::text), field<S>("text_color", &S::text_color, 0u),
+        field<S>("font_size", &S::font_size, 0, range(0, 500)), field<S>("bold", &S::bold, false),
+        field<S>("horizontal_align", &S::horizontal_align, horizontal_align, range(0, 2)),
+        field<S>("vertical_align", &S::vertical_align, vertical_align, range(0, 2)),
+        field<S>("word_wrap", &S::word_wrap, false), field<S>("shadow", &S::shadow, false), std::move(more)...);
 }
 
 } // namespace
@@ -59,16 +58,51 @@ const FieldTable& ButtonState::field_table()
     return table;
 }
 
-CheckBoxState::CheckBoxState()
+CheckBoxState::CheckBoxState(int control_type)
 {
-    type = DXUT_CONTROL_CHECKBOX;
+    type = control_type;
     vertical_align = 1;
 }
 
 const FieldTable& CheckBoxState::field_table()
 {
     using S = CheckBoxState;
-    static const FieldTable table = text_table<S>(0, 1, field<S>("checked", &S::checked, false));
+    static const FieldTable table = text_table<S>(
+        0, 1, field<S>("checked", &S::checked, false),
+        field<S>("image_unchecked", &S::image_unchecked, QString(), picture_name()),
+        field<S>("image_checked", &S::image_checked, QString(), picture_name()));
+    return table;
+}
+
+RadioButtonState::RadioButtonState()
+{
+    type = DXUT_CONTROL_RADIOBUTTON;
+}
+
+const FieldTable& RadioButtonState::field_table()
+{
+    using S = RadioButtonState;
+    static const FieldTable table(&CheckBoxState::field_table(), field<S>("group", &S::group, 0));
+    return table;
+}
+
+ImageButtonState::ImageButtonState()
+{
+    type = DXUT_CONTROL_BUTTONST;
+    horizontal_align = 1;
+    vertical_align = 1;
+}
+
+const FieldTable& ImageButtonState::field_table()
+{
+    using S = ImageButtonState;
+    static const FieldTable table = text_table<S>(
+        1, 1, field<S>("image_normal", &S::image_normal, QString(), picture_name()),
+        field<S>("image_hover", &S::image_hover, QString(), picture_name()),
+        field<S>("image_pressed", &S::image_pressed, QString(), picture_name()),
+        field<S>("annotation_mode", &S::annotation_mode, false),
+        field<S>("annotation_x", &S::annotation_x, 0, range(-9999, 9999)),
+        field<S>("annotation_y", &S::annotation_y, 0, range(-9999, 9999)));
     return table;
 }
 
@@ -82,8 +116,57 @@ PictureState::PictureState()
 const FieldTable& PictureState::field_table()
 {
     using S = PictureState;
-    static const FieldTable table
-        = text_table<S>(1, 1, field<S>("image", &S::image, QString(), picture_name()), field<S>("stretch", &S::stretch, true));
+    static const FieldTable table = text_table<S>(1, 1, field<S>("image", &S::image, QString(), picture_name()),
+                                                  field<S>("stretch", &S::stretch, true));
+    return table;
+}
+
+EditBoxState::EditBoxState()
+{
+    type = DXUT_CONTROL_EDITBOX;
+    vertical_align = 1;
+}
+
+const FieldTable& EditBoxState::field_table()
+{
+    using S = EditBoxState;
+    static const FieldTable table = text_table<S>(
+        0, 1, field<S>("spacing", &S::spacing, 4, range(0, 100)), field<S>("border", &S::border, 0, range(0, 100)),
+        field<S>("max_length", &S::max_length, 0, range(0, 10000)), field<S>("password", &S::password, false));
+    return table;
+}
+
+ProgressState::ProgressState()
+{
+    type = DXUT_CONTROL_PROGRESS;
+    horizontal_align = 1;
+    vertical_align = 1;
+}
+
+const FieldTable& ProgressState::field_table()
+{
+    using S = ProgressState;
+    static const FieldTable table = text_table<S>(
+        1, 1, field<S>("percent", &S::percent, 50.f, range(0, 100)),
+        field<S>("total", &S::total, 100, range(0, 999999)), field<S>("border", &S::border, 2, range(0, 10)),
+        field<S>("render_state", &S::render_state, true), field<S>("percent_display", &S::percent_display, true),
+        field<S>("info_display", &S::info_display, false), field<S>("texture_stretch", &S::texture_stretch, true),
+        field<S>("integer_display", &S::integer_display, false), field<S>("message", &S::message),
+        field<S>("image", &S::image, QString(), picture_name()));
+    return table;
+}
+
+InfoBoxState::InfoBoxState()
+{
+    type = DXUT_CONTROL_INFOBOX;
+}
+
+const FieldTable& InfoBoxState::field_table()
+{
+    using S = InfoBoxState;
+    static const FieldTable table = text_table<S>(0, 0, field<S>("lines", &S::lines),
+                                                  field<S>("line_height", &S::line_height, 18, range(6, 500)),
+                                                  field<S>("max_lines", &S::max_lines, 200, range(1, 100000)));
     return table;
 }
 

@@ -5,6 +5,7 @@
 #include "core/value.h"
 
 #include <QString>
+#include <QStringList>
 
 namespace tarn {
 
@@ -35,8 +36,8 @@ struct StaticState : StateOf<StaticState, ControlState> {
     explicit StaticState(int control_type = DXUT_CONTROL_STATIC) { type = control_type; }
 
     QString text;
-    quint32 text_color = 0;   ///< ARGB; 0 takes the skin's
-    int font_size = 0;        ///< pixels; 0 takes the skin's
+    quint32 text_color = 0; ///< ARGB; 0 takes the skin's
+    int font_size = 0;      ///< pixels; 0 takes the skin's
     bool bold = false;
     int horizontal_align = 0; ///< 0 left, 1 centre, 2 right
     int vertical_align = 0;   ///< 0 top, 1 middle, 2 bottom
@@ -51,10 +52,156 @@ struct ButtonState : StateOf<ButtonState, StaticState> {
     static const FieldTable& field_table();
 };
 
+/// A button that is a picture in each of its states.
+struct ImageButtonState : StateOf<ImageButtonState, StaticState> {
+    QString image_normal; ///< names in the scene's textures; an empty one falls back to the normal picture
+    QString image_hover;
+    QString image_pressed;
+    bool annotation_mode = false; ///< the caption stands in a bubble beside the button while the mouse is over it
+    int annotation_x = 0;         ///< pixels from the button's corner to the bubble
+    int annotation_y = 0;
+
+    ImageButtonState();
+    static const FieldTable& field_table();
+};
+
 struct CheckBoxState : StateOf<CheckBoxState, StaticState> {
     bool checked = false;
+    QString image_unchecked; ///< names in the scene's textures; empty draws the skin's box
+    QString image_checked;
 
-    CheckBoxState();
+    explicit CheckBoxState(int control_type = DXUT_CONTROL_CHECKBOX);
+    static const FieldTable& field_table();
+};
+
+struct RadioButtonState : StateOf<RadioButtonState, CheckBoxState> {
+    int group = 0; ///< of the radio buttons of one dialog with the same number, one is checked
+
+    RadioButtonState();
+    static const FieldTable& field_table();
+};
+
+/// A list of texts of which at most one is selected.
+struct ItemsState : ControlState {
+    QStringList items;
+    int selected = -1; ///< index of an item; -1 for none
+};
+
+struct ComboBoxState : StateOf<ComboBoxState, ItemsState> {
+    static constexpr int max_item_length = 255;
+
+    ComboBoxState() { type = DXUT_CONTROL_COMBOBOX; }
+    static const FieldTable& field_table();
+};
+
+struct ListBoxState : StateOf<ListBoxState, ItemsState> {
+    static constexpr int max_item_length = 254;
+
+    ListBoxState() { type = DXUT_CONTROL_LISTBOX; }
+    static const FieldTable& field_table();
+};
+
+struct SliderState : StateOf<SliderState, ControlState> {
+    int min = 0;
+    int max = 100;
+    int value = 50;
+
+    SliderState() { type = DXUT_CONTROL_SLIDER; }
+    static const FieldTable& field_table();
+};
+
+/// A scroll bar; it lies when it is wider than high and stands otherwise.
+struct ScrollBarState : StateOf<ScrollBarState, ControlState> {
+    int min = 0;
+    int max = 100;
+    int position = 0;
+    int page_size = 10; ///< how much of the range is seen at once; the thumb's share of the track
+
+    ScrollBarState() { type = DXUT_CONTROL_SCROLLBAR; }
+    static const FieldTable& field_table();
+};
+
+struct EditBoxState : StateOf<EditBoxState, StaticState> {
+    int spacing = 4;       ///< pixels between the frame and the text
+    int border = 0;        ///< pixels; width of a drawn border, 0 for none
+    int max_length = 0;    ///< characters that can be typed; 0 for any number
+    bool password = false; ///< dots instead of the characters
+
+    EditBoxState();
+    static const FieldTable& field_table();
+};
+
+struct ProgressState : StateOf<ProgressState, StaticState> {
+    float percent = 50;           ///< 0 to 100
+    int total = 100;              ///< what 100 per cent stand for
+    int border = 2;               ///< pixels between the frame and the filling
+    bool render_state = true;     ///< the filling grows; otherwise a part of the full one is uncovered
+    bool percent_display = true;  ///< show the percentage
+    bool info_display = false;    ///< show `message` instead
+    bool texture_stretch = true;  ///< the picture is scaled to the filling; otherwise cut off
+    bool integer_display = false; ///< numbers without decimals
+    QString message;              ///< with the placeholders <num>, <total> and <percent>
+    QString image;                ///< picture of the filling; empty takes the skin's
+
+    ProgressState();
+    static const FieldTable& field_table();
+};
+
+struct InfoBoxState : StateOf<InfoBoxState, StaticState> {
+    QStringList lines;
+    int line_height = 18; ///< pixels
+    int max_lines = 200;  ///< older lines are dropped
+
+    InfoBoxState();
+    static const FieldTable& field_table();
+};
+
+struct FlashState : StateOf<FlashState, ControlState> {
+    QString source; ///< file name of the movie among the package's movies, or a URL
+    bool source_local = true;
+    bool high_priority = false;
+    bool script_download = false;
+    bool keep_size = false;
+    bool transparent = false;
+    bool keep_global = false;
+    bool mouse_input = true;
+    bool keyboard_input = false;
+    bool chinese_input = false;
+
+    FlashState() { type = DXUT_CONTROL_FLASH; }
+    static const FieldTable& field_table();
+};
+
+/// A view into the world through another camera.
+struct PictureInPictureState : StateOf<PictureInPictureState, ControlState> {
+    QString camera; ///< identifier of the camera; empty for none
+    quint32 background_color = 0xff202830;
+    bool frame_shown = true;
+
+    PictureInPictureState() { type = DXUT_CONTROL_PIP; }
+    static const FieldTable& field_table();
+};
+
+/// A navigation map.
+struct MapState : StateOf<MapState, ControlState> {
+    QString image_map; ///< names in the scene's textures
+    QString image_surface;
+    QString image_base;
+    float range_top = 100; ///< edges of the part of the world that the map shows, in metres
+    float range_left = -100;
+    float range_bottom = -100;
+    float range_right = 100;
+    bool lock_center = true; ///< the map moves under the figure; otherwise the figure over the map
+    float default_scale = 1;
+    float zoom_rate = 1.2f;
+    int zoom_in_x = 8; ///< places of the two buttons, pixels from the map's corner
+    int zoom_in_y = 8;
+    int zoom_out_x = 8;
+    int zoom_out_y = 36;
+    bool eagle_eye = false;
+    QString camera_model; ///< identifier of the model that the eagle's eye collides with; empty for none
+
+    MapState() { type = DXUT_CONTROL_MAP; }
     static const FieldTable& field_table();
 };
 

@@ -51,7 +51,7 @@ struct CoreState : StateOf<CoreState> {
     /// not know, which is kept.
     QMap<QString, QByteArray> files;
     QMap<QString, QByteArray> styles; ///< named sets of appearances, each as JSON text
-    QList<CDXUTDialog*> dialogs; ///< from the bottom layer to the top, without the root dialog
+    QList<CDXUTDialog*> dialogs;      ///< from the bottom layer to the top, without the root dialog
 
     static const FieldTable& field_table();
 };

@@ -1,5 +1,7 @@
 #include "draw_context.h"
 
+#include "gui_core.h"
+
 #include <QPainter>
 
 namespace tarn {
@@ -11,6 +13,15 @@ void DrawContext::draw_element(Element element, VisualState state, const QRectF&
     const QSize size(qRound(area.left() + area.width()) - corner.x(), qRound(area.top() + area.height()) - corner.y());
     if (!size.isEmpty())
         painter.drawImage(corner, elements.image(element, state, size, scale));
+}
+
+bool DrawContext::draw_picture(const QString& name, const QRectF& area) const
+{
+    const QImage& picture = core.texture(name);
+    if (picture.isNull())
+        return false;
+    painter.drawImage(area, picture);
+    return true;
 }
 
 } // namespace tarn

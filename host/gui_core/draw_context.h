@@ -4,6 +4,7 @@
 #include "skin.h"
 
 #include <QRectF>
+#include <QString>
 
 class QImage;
 class QPainter;
@@ -16,10 +17,12 @@ struct DrawContext {
     QPainter& painter;
     ElementCache& elements;
     const CGuiCore& core;
-    double scale;       ///< device pixels for one pixel of the interface
+    double scale;        ///< device pixels for one pixel of the interface
     bool editing = true; ///< place-holders for what is missing are drawn
 
     void draw_element(Element element, VisualState state, const QRectF& area) const;
+    /// Draws one of the scene's pictures scaled into `area`; false when there is no such picture.
+    bool draw_picture(const QString& name, const QRectF& area) const;
 };
 
 } // namespace tarn

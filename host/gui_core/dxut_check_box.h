@@ -12,4 +12,8 @@ public:
     void draw(tarn::DrawContext& context, const QRectF& area) const override;
     bool is_interactive() const override { return true; }
     void clicked() override { SetChecked(!GetChecked()); }
+
+protected:
+    CDXUTCheckBox(tarn::Journal& journal, CGuiCore& core, tarn::CheckBoxState* state);
+    void draw_box(tarn::DrawContext& context, const QRectF& area, tarn::Element box, tarn::Element mark) const;
 };

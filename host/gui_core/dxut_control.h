@@ -54,6 +54,22 @@ public:
     virtual bool is_interactive() const { return false; }
     /// A click, or Space, while the interface runs.
     virtual void clicked() {}
+    /// The mouse went down in the control, and moved while it was down. Places are pixels from the control's corner.
+    virtual void mouse_pressed(QPointF) {}
+    virtual void mouse_dragged(QPointF) {}
+    /// True when the control took the wheel; positive steps go up.
+    virtual bool wheel_turned(double) { return false; }
+    /// A key, or text from the keyboard or an input method, while the control has the focus. `preedit` is what the
+    /// input method is about to put in. True when the control took it.
+    virtual bool key_pressed(int, Qt::KeyboardModifiers) { return false; }
+    virtual bool text_typed(const QString&, const QString&) { return false; }
+    /// Where the next character goes, in pixels of the client area; empty for a control that takes no text.
+    virtual QRectF caret_rect() const { return {}; }
+    /// Where the control takes the mouse beyond its frame, in pixels of the client area: a list that is dropped down.
+    virtual QRectF popup_rect() const { return {}; }
+    /// Draws that, above all other controls.
+    virtual void draw_popup(tarn::DrawContext&) const {}
+    virtual void close_popup() {}
 
     const char* class_name() const override;
     bool is_attached() const override;

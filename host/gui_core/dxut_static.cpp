@@ -4,10 +4,7 @@
 
 using tarn::StaticState;
 
-CDXUTStatic::CDXUTStatic(tarn::Journal& journal, CGuiCore& core)
-    : CDXUTStatic(journal, core, new StaticState)
-{
-}
+CDXUTStatic::CDXUTStatic(tarn::Journal& journal, CGuiCore& core) : CDXUTStatic(journal, core, new StaticState) {}
 
 CDXUTStatic::CDXUTStatic(tarn::Journal& journal, CGuiCore& core, StaticState* state)
     : CDXUTControl(journal, core, state)

@@ -68,7 +68,7 @@ void CGuiCore::rebuild_index()
         std::sort(m_controls.begin(), m_controls.end(), by_id);
     m_selection_stale = true;
     prune_selection();
-    for (CDXUTControl** control : {&m_live.hovered, &m_live.pressed, &m_live.focused})
+    for (CDXUTControl** control : {&m_live.hovered, &m_live.pressed, &m_live.focused, &m_live.popup})
         if (*control && !(*control)->is_attached())
             *control = nullptr;
     m_live.caption_dialog = nullptr;
@@ -346,6 +346,8 @@ void CGuiCore::ClearCtrlSelection()
 
 void CGuiCore::EnableGui(bool editing)
 {
+    if (m_live.popup)
+        m_live.popup->close_popup();
     m_selection.editing = editing;
     m_live = {};
     for (CDXUTDialog* dialog : GetDialogs())

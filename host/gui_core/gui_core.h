@@ -22,6 +22,7 @@ struct LiveState {
     CDXUTControl* hovered = nullptr;
     CDXUTControl* pressed = nullptr;
     CDXUTControl* focused = nullptr;
+    CDXUTControl* popup = nullptr;               ///< whose list is dropped down
     const CDXUTDialog* caption_dialog = nullptr; ///< whose caption button is under the mouse
     int caption_button = -1;                     ///< CDXUTDialog::CaptionButton
 };
@@ -104,6 +105,8 @@ public:
         ensure_links();
         return m_live;
     }
+    /// The control whose list is dropped down; null for none.
+    void set_popup(CDXUTControl* control) { m_live.popup = control; }
     const tarn::LiveState& live() const
     {
         ensure_links();

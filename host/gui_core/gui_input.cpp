@@ -81,6 +81,8 @@ void GuiInput::set_hovered(CDXUTControl* control)
 
 void GuiInput::set_focused(CDXUTControl* control)
 {
+    if (control && !control->GetEnabled())
+        control = nullptr;
     redraw(m_core, m_core.live().focused);
     redraw(m_core, control);
     m_core.live().focused = control;
@@ -93,6 +95,8 @@ bool GuiInput::mouse_moved(QPointF place)
         m_dragged->SetLocation(corner.x(), corner.y());
         return true;
     }
+    if (CDXUTControl* pressed = m_core.live().pressed)
+        pressed->mouse_dragged(pressed->dialog()->to_client(place) - pressed->rect().topLeft());
     CDXUTDialog* dialog = dialog_at(m_core, place);
     CDXUTControl* control = control_at(m_core, place);
     const bool takes = control && control->is_interactive() && control->GetEnabled();
@@ -129,8 +133,24 @@ bool GuiInput::press_caption(CDXUTDialog& dialog, QPointF place)
     return true;
 }
 
+/// A press while a list is dropped down goes to the list, or closes it.
+bool GuiInput::press_popup(QPointF place)
+{
+    CDXUTControl* owner = m_core.live().popup;
+    if (!owner || !owner->dialog())
+        return false;
+    const QPointF inside = owner->dialog()->to_client(place);
+    if (owner->popup_rect().contains(inside))
+        owner->mouse_pressed(inside - owner->rect().topLeft());
+    else
+        owner->close_popup();
+    return true;
+}
+
 bool GuiInput::mouse_pressed(QPointF place)
 {
+    if (press_popup(place))
+        return true;
     mouse_moved(place);
     CDXUTDialog* dialog = dialog_at(m_core, place);
     if (!dialog)
@@ -141,6 +161,8 @@ bool GuiInput::mouse_pressed(QPointF place)
     m_core.live().pressed = hovered;
     set_focused(hovered);
     redraw(m_core, hovered);
+    if (hovered)
+        hovered->mouse_pressed(hovered->dialog()->to_client(place) - hovered->rect().topLeft());
     return true;
 }
 
@@ -155,28 +177,61 @@ bool GuiInput::mouse_released(QPointF place)
     return dragged || pressed || m_core.live().hovered;
 }
 
-bool GuiInput::key_pressed(Key key)
+bool GuiInput::wheel_turned(QPointF place, double steps)
 {
-    LiveState& live = m_core.live();
-    if (key == Key::Activate) {
-        if (!live.focused || !can_be_reached(*live.focused))
-            return false;
-        live.focused->clicked();
+    if (CDXUTControl* popup = m_core.live().popup)
+        return popup->wheel_turned(steps);
+    CDXUTControl* control = control_at(m_core, place);
+    return control && control->is_interactive() && control->GetEnabled() && control->wheel_turned(steps);
+}
+
+bool GuiInput::key_pressed(int key, Qt::KeyboardModifiers modifiers)
+{
+    CDXUTControl* focused = m_core.live().focused;
+    if (key == Qt::Key_Escape && m_core.live().popup) {
+        m_core.live().popup->close_popup();
         return true;
     }
+    if (key == Qt::Key_Tab || key == Qt::Key_Backtab) {
+        move_focus(key == Qt::Key_Tab);
+        return true;
+    }
+    if (!focused || !can_be_reached(*focused))
+        return false;
+    if (focused->key_pressed(key, modifiers))
+        return true;
+    if (key != Qt::Key_Space && key != Qt::Key_Return && key != Qt::Key_Enter)
+        return false;
+    focused->clicked();
+    return true;
+}
+
+bool GuiInput::text_typed(const QString& text, const QString& preedit)
+{
+    CDXUTControl* focused = m_core.live().focused;
+    return focused && can_be_reached(*focused) && focused->text_typed(text, preedit);
+}
+
+QRectF GuiInput::caret() const
+{
+    const CDXUTControl* focused = m_core.live().focused;
+    return focused && can_be_reached(*focused) ? focused->dialog()->to_screen(focused->caret_rect()) : QRectF();
+}
+
+void GuiInput::move_focus(bool forward)
+{
     std::vector<CDXUTControl*> stops;
     for (CDXUTControl* control : m_core.controls())
         if (can_be_reached(*control))
             stops.push_back(control);
     if (stops.empty())
-        return false;
-    const auto now = std::find(stops.begin(), stops.end(), live.focused);
+        return;
+    const auto now = std::find(stops.begin(), stops.end(), m_core.live().focused);
     const auto count = static_cast<std::ptrdiff_t>(stops.size());
-    std::ptrdiff_t index = key == Key::Next ? 0 : count - 1;
+    std::ptrdiff_t index = forward ? 0 : count - 1;
     if (now != stops.end())
-        index = ((now - stops.begin()) + (key == Key::Next ? 1 : count - 1)) % count;
+        index = ((now - stops.begin()) + (forward ? 1 : count - 1)) % count;
     set_focused(stops[static_cast<std::size_t>(index)]);
-    return true;
 }
 
 } // namespace tarn

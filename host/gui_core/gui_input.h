@@ -1,8 +1,9 @@
 #pragma once
 
 #include <QPointF>
-
-#include <functional>
+#include <QRectF>
+#include <QString>
+#include <Qt>
 
 class CGuiCore;
 class CDXUTControl;
@@ -22,8 +23,14 @@ public:
     bool mouse_released(QPointF place);
     /// Lets go of what is being dragged.
     void cancel() { m_dragged = nullptr; }
-    enum class Key { Next, Previous, Activate };
-    bool key_pressed(Key key);
+    /// Positive steps turn the wheel away from the user.
+    bool wheel_turned(QPointF place, double steps);
+    /// A key of the keyboard, as Qt::Key; the focused control comes first.
+    bool key_pressed(int key, Qt::KeyboardModifiers modifiers);
+    /// Text from the keyboard or an input method.
+    bool text_typed(const QString& text, const QString& preedit);
+    /// Where the next character goes, pixels of the screen; empty when nothing takes text.
+    QRectF caret() const;
 
     /// The topmost visible dialog at `place`, the root dialog only over one of its controls; null for none.
     static CDXUTDialog* dialog_at(const CGuiCore& core, QPointF place);
@@ -31,6 +38,8 @@ public:
     static CDXUTControl* control_at(const CGuiCore& core, QPointF place);
 
 private:
+    bool press_popup(QPointF place);
+    void move_focus(bool forward);
     bool press_caption(CDXUTDialog& dialog, QPointF place);
     void set_hovered(CDXUTControl* control);
     void set_focused(CDXUTControl* control);

@@ -21,6 +21,12 @@ void GuiPainter::paint(QPainter& painter, const CGuiCore& core, const QRectF& cl
         for (const CDXUTDialog* dialog : core.GetDialogs())
             if (dialog->dialog_state().always_on_top == on_top)
                 paint_dialog(painter, core, *dialog, clip, scale);
+    if (const CDXUTControl* popup = core.live().popup; popup && popup->dialog()) {
+        painter.translate(popup->dialog()->client_rect().topLeft());
+        painter.scale(popup->dialog()->scale_x(), popup->dialog()->scale_y());
+        DrawContext context{painter, m_elements, core, scale, false};
+        popup->draw_popup(context);
+    }
     painter.restore();
 }
 

@@ -13,15 +13,20 @@ bool PlayTool::mouse(const MouseEvent& event)
     return m_input.mouse_pressed(event.place);
 }
 
-bool PlayTool::key(int key, Qt::KeyboardModifiers)
+bool PlayTool::key(int key, Qt::KeyboardModifiers modifiers)
 {
-    switch (key) {
-    case Qt::Key_Tab: return m_input.key_pressed(GuiInput::Key::Next);
-    case Qt::Key_Backtab: return m_input.key_pressed(GuiInput::Key::Previous);
-    case Qt::Key_Space:
-    case Qt::Key_Return: return m_input.key_pressed(GuiInput::Key::Activate);
-    default: return true; // None of the interface's keys reaches the editor.
-    }
+    m_input.key_pressed(key, modifiers);
+    return true; // None of the interface's keys reaches the editor.
+}
+
+bool PlayTool::text(const QString& text, const QString& preedit)
+{
+    return m_input.text_typed(text, preedit);
+}
+
+bool PlayTool::wheel(QPointF place, double steps)
+{
+    return m_input.wheel_turned(place, steps);
 }
 
 } // namespace tarn

@@ -14,6 +14,9 @@ public:
 
     bool mouse(const MouseEvent& event) override;
     bool key(int key, Qt::KeyboardModifiers modifiers) override;
+    bool text(const QString& text, const QString& preedit) override;
+    QRectF text_caret() const override { return m_input.caret(); }
+    bool wheel(QPointF place, double steps) override;
     void paint(QPainter&) override {}
     void cancel() override { m_input.cancel(); }
 

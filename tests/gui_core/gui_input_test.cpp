@@ -133,14 +133,14 @@ TEST_F(GuiInputTest, the_keyboard_goes_round_the_controls_that_can_be_reached)
     CDXUTDialog* closed = dialog({500, 100, 200, 100});
     check_box(closed, {0, 0, 50, 20});
     closed->SetVisible(false);
-    EXPECT_FALSE(m_input.key_pressed(GuiInput::Key::Activate)) << "nothing has the focus yet";
+    EXPECT_FALSE(m_input.key_pressed(Qt::Key_Space, Qt::NoModifier)) << "nothing has the focus yet";
     std::vector<CDXUTControl*> visited;
-    for (const auto key : {GuiInput::Key::Next, GuiInput::Key::Next, GuiInput::Key::Next, GuiInput::Key::Previous}) {
-        m_input.key_pressed(key);
+    for (const auto key : {Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Backtab}) {
+        m_input.key_pressed(key, Qt::NoModifier);
         visited.push_back(m_core.live().focused);
     }
     EXPECT_EQ(visited, (std::vector<CDXUTControl*>{m_box, last, m_box, last}));
-    m_input.key_pressed(GuiInput::Key::Activate);
+    m_input.key_pressed(Qt::Key_Space, Qt::NoModifier);
     EXPECT_TRUE(last->GetChecked());
 }
 
@@ -149,9 +149,9 @@ TEST_F(GuiInputTest, a_focused_control_that_can_no_longer_be_reached_does_not_he
     click(centre(m_box));
     ASSERT_EQ(m_core.live().focused, m_box);
     m_home->SetVisible(false);
-    m_input.key_pressed(GuiInput::Key::Activate);
+    m_input.key_pressed(Qt::Key_Space, Qt::NoModifier);
     m_home->SetVisible(true);
     m_box->SetEnabled(false);
-    m_input.key_pressed(GuiInput::Key::Activate);
+    m_input.key_pressed(Qt::Key_Space, Qt::NoModifier);
     EXPECT_TRUE(m_box->GetChecked());
 }

@@ -35,6 +35,7 @@ CView3D::CView3D(CBaseWorld& world, QWidget* parent)
     m_surface->setAttribute(Qt::WA_TransparentForMouseEvents);
     setFocusPolicy(Qt::StrongFocus);
     setMouseTracking(true);
+    setAttribute(Qt::WA_InputMethodEnabled);
     setMinimumSize(160, 120);
     m_refresh.setInterval(refresh_interval);
     m_refresh.setTimerType(Qt::PreciseTimer);
@@ -160,8 +161,22 @@ bool CView3D::send_key(int key, Qt::KeyboardModifiers modifiers)
     return taken;
 }
 
-void CView3D::send_wheel(QPointF, double steps)
+bool CView3D::send_text(const QString& text, const QString& preedit)
 {
+    auto* tool = m_world.mouse_tool();
+    const bool taken = tool && tool->text(text, preedit);
+    redraw_if(taken);
+    updateMicroFocus();
+    return taken;
+}
+
+void CView3D::send_wheel(QPointF place, double steps)
+{
+    auto* tool = m_world.mouse_tool();
+    if (tool && tool->wheel(place, steps)) {
+        redraw_if(true);
+        return;
+    }
     m_world.camera().zoom(steps);
     schedule_redraw();
 }
@@ -245,6 +260,29 @@ void CView3D::wheelEvent(QWheelEvent* event)
 
 void CView3D::keyPressEvent(QKeyEvent* event)
 {
-    if (!send_key(event->key(), event->modifiers()))
+    bool taken = send_key(event->key(), event->modifiers());
+    const QString text = event->text();
+    const bool types = !text.isEmpty() && text.front().isPrint()
+        && !(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier));
+    if (types)
+        taken |= send_text(text, {});
+    if (!taken)
         QWidget::keyPressEvent(event);
+}
+
+void CView3D::inputMethodEvent(QInputMethodEvent* event)
+{
+    send_text(event->commitString(), event->preeditString());
+    event->accept();
+}
+
+QVariant CView3D::inputMethodQuery(Qt::InputMethodQuery query) const
+{
+    const auto* tool = m_world.mouse_tool();
+    const QRectF caret = tool ? tool->text_caret() : QRectF();
+    if (query == Qt::ImEnabled)
+        return !caret.isEmpty();
+    if (query == Qt::ImCursorRectangle)
+        return caret.translated(surface_rect().topLeft());
+    return QWidget::inputMethodQuery(query);
 }

@@ -39,6 +39,8 @@ public:
     /// What the mouse and the keyboard do, for automation too. True when the tool took it.
     bool send_mouse(const tarn::MouseEvent& event);
     bool send_key(int key, Qt::KeyboardModifiers modifiers);
+    /// Text from the keyboard or an input method, and what that is about to put in.
+    bool send_text(const QString& text, const QString& preedit);
     /// Positive steps come nearer.
     void send_wheel(QPointF place, double steps);
     /// The middle button moves the camera, the right one turns it.
@@ -57,6 +59,10 @@ protected:
     void leaveEvent(QEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void inputMethodEvent(QInputMethodEvent* event) override;
+    QVariant inputMethodQuery(Qt::InputMethodQuery query) const override;
+    /// Tab is a key of the interface while that takes keys.
+    bool focusNextPrevChild(bool) override { return false; }
 
 private:
     void place_surface();

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "dxut_static.h"
+
+/// A button that is a picture in each of its states.
+class CDXUTButtonST : public CDXUTStatic {
+public:
+    CDXUTButtonST(tarn::Journal& journal, CGuiCore& core);
+
+    /// `slot` 0 normal, 1 mouse over, 2 pressed; an empty name clears the slot. False for another slot.
+    bool set_image(int slot, const QString& name);
+    QString image(int slot) const;
+
+    void draw(tarn::DrawContext& context, const QRectF& area) const override;
+    bool is_interactive() const override { return true; }
+};

@@ -1,0 +1,92 @@
+#include "dxut_combo_box.h"
+
+#include "draw_context.h"
+#include "dxut_dialog.h"
+#include "gui_core.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+constexpr int most_rows = 8; ///< of the list that drops down
+
+} // namespace
+
+CDXUTComboBox::CDXUTComboBox(tarn::Journal& journal, CGuiCore& core)
+    : CDXUTItems(journal, core, new tarn::ComboBoxState)
+{
+}
+
+void CDXUTComboBox::state_changed()
+{
+    m_text.invalidate();
+    CDXUTItems::state_changed();
+}
+
+void CDXUTComboBox::draw(tarn::DrawContext& context, const QRectF& area) const
+{
+    const tarn::VisualState look = visual_state();
+    const double side = std::min(area.height(), area.width());
+    const QRectF arrow(area.right() - side, area.y(), side, area.height());
+    context.draw_element(tarn::Element::ComboBox, look, area);
+    context.draw_element(tarn::Element::DropArrow, look, arrow.adjusted(4, 4, -4, -4));
+    m_text.draw(context.painter, area.adjusted(8, 0, -side, 0), GetSelectedItem(),
+                {.color = tarn::Skin::text_color(look, 0), .vertical_align = 1});
+}
+
+QRectF CDXUTComboBox::popup_rect() const
+{
+    if (!m_dropped || GetSize() == 0)
+        return {};
+    const QRectF frame = rect();
+    const double height = row_height * std::min(GetSize(), most_rows);
+    const QRectF below(frame.x(), frame.bottom(), frame.width(), height);
+    // Where the screen ends the list opens upwards.
+    if (dialog()->to_screen(below).bottom() > core().screen_size().height())
+        return QRectF(frame.x(), frame.top() - height, frame.width(), height);
+    return below;
+}
+
+void CDXUTComboBox::draw_popup(tarn::DrawContext& context) const
+{
+    const QRectF area = popup_rect();
+    context.draw_element(tarn::Element::InfoPanel, tarn::VisualState::Normal, area.adjusted(-3, -3, 3, 3));
+    draw_rows(context, area, -1);
+}
+
+void CDXUTComboBox::set_dropped(bool dropped)
+{
+    if (dropped == m_dropped)
+        return;
+    const QRectF before = popup_rect();
+    m_dropped = dropped;
+    m_first = std::clamp(GetSelectedIndex(), 0, std::max(0, GetSize() - most_rows));
+    const QRectF touched = before.united(popup_rect()).adjusted(-4, -4, 4, 4);
+    core().add_damage(dialog()->to_screen(touched));
+    core().set_popup(dropped ? this : nullptr);
+}
+
+void CDXUTComboBox::mouse_pressed(QPointF inside)
+{
+    if (m_dropped) {
+        const QRectF area = popup_rect();
+        const int row = row_at(area, inside + rect().topLeft() - area.topLeft());
+        if (row >= 0)
+            SetSelectedByIndex(row);
+        set_dropped(false);
+        return;
+    }
+    set_dropped(true);
+}
+
+bool CDXUTComboBox::wheel_turned(double steps)
+{
+    if (m_dropped) {
+        scroll_to(m_first - int(std::lround(steps)), popup_rect());
+        core().add_damage(dialog()->to_screen(popup_rect()));
+    } else if (GetSize() > 0) {
+        SetSelectedByIndex(std::clamp(GetSelectedIndex() - int(std::lround(steps)), 0, GetSize() - 1));
+    }
+    return true;
+}

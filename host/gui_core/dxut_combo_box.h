@@ -1,0 +1,24 @@
+#pragma once
+
+#include "dxut_items.h"
+
+class CDXUTComboBox : public CDXUTItems {
+public:
+    CDXUTComboBox(tarn::Journal& journal, CGuiCore& core);
+
+    bool is_dropped() const { return m_dropped; }
+
+    void draw(tarn::DrawContext& context, const QRectF& area) const override;
+    void mouse_pressed(QPointF inside) override;
+    bool wheel_turned(double steps) override;
+    QRectF popup_rect() const override;
+    void draw_popup(tarn::DrawContext& context) const override;
+    void close_popup() override { set_dropped(false); }
+    void state_changed() override;
+
+private:
+    void set_dropped(bool dropped);
+
+    bool m_dropped = false;
+    mutable tarn::TextCache m_text;
+};

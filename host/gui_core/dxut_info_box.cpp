@@ -1,0 +1,67 @@
+#include "dxut_info_box.h"
+
+#include "draw_context.h"
+#include "gui_core.h"
+
+#include <algorithm>
+#include <cmath>
+
+using tarn::InfoBoxState;
+
+namespace {
+
+constexpr double margin = 8; ///< pixels between the panel and the lines
+
+} // namespace
+
+CDXUTInfoBox::CDXUTInfoBox(tarn::Journal& journal, CGuiCore& core) : CDXUTStatic(journal, core, new InfoBoxState) {}
+
+void CDXUTInfoBox::AddString(const QString& text)
+{
+    auto& s = edit<InfoBoxState>();
+    s.lines.append(text);
+    if (s.lines.size() > s.max_lines)
+        s.lines.remove(0, s.lines.size() - s.max_lines);
+    m_back = 0;
+    state_changed();
+}
+
+void CDXUTInfoBox::state_changed()
+{
+    m_texts.clear();
+    CDXUTStatic::state_changed();
+}
+
+int CDXUTInfoBox::seen_lines() const
+{
+    return std::max(0, int((rect().height() - 2 * margin) / state<InfoBoxState>().line_height));
+}
+
+void CDXUTInfoBox::draw(tarn::DrawContext& context, const QRectF& area) const
+{
+    const auto& s = state<InfoBoxState>();
+    context.draw_element(tarn::Element::InfoPanel, tarn::VisualState::Normal, area);
+    const int end = std::max(0, int(s.lines.size()) - m_back);
+    const int begin = std::max(0, end - seen_lines());
+    m_texts.resize(std::size_t(end - begin));
+    for (int i = begin; i < end; ++i) {
+        const QRectF place(area.x() + margin, area.y() + margin + (i - begin) * s.line_height,
+                           area.width() - 2 * margin, s.line_height);
+        m_texts[std::size_t(i - begin)].draw(context.painter, place, s.lines[i],
+                                             {.color = tarn::Skin::text_color(visual_state(), s.text_color),
+                                              .font_size = s.font_size ? s.font_size : tarn::Skin::font_size,
+                                              .bold = s.bold,
+                                              .horizontal_align = s.horizontal_align,
+                                              .vertical_align = 1,
+                                              .shadow = s.shadow});
+    }
+}
+
+bool CDXUTInfoBox::wheel_turned(double steps)
+{
+    const int most = std::max(0, int(lines().size()) - seen_lines());
+    m_back = std::clamp(m_back + int(std::lround(steps)), 0, most);
+    m_texts.clear();
+    core().add_damage(screen_rect());
+    return true;
+}

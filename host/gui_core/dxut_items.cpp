@@ -1,0 +1,104 @@
+#include "dxut_items.h"
+
+#include "core/field.h"
+#include "draw_context.h"
+
+#include <QPainter>
+
+#include <algorithm>
+#include <cmath>
+
+using tarn::ItemsState;
+
+int CDXUTItems::item_limit() const
+{
+    return fields().find("items")->rules().max_length;
+}
+
+void CDXUTItems::AddItem(const QString& text)
+{
+    edit<ItemsState>().items.append(tarn::cut_text(text, item_limit()));
+    state_changed();
+}
+
+bool CDXUTItems::SetItemText(int index, const QString& text)
+{
+    const QString kept = tarn::cut_text(text, item_limit());
+    if (index < 0 || index >= GetSize() || items()[index] == kept)
+        return false;
+    edit<ItemsState>().items[index] = kept;
+    state_changed();
+    return true;
+}
+
+bool CDXUTItems::RemoveItem(int index)
+{
+    if (index < 0 || index >= GetSize())
+        return false;
+    auto& s = edit<ItemsState>();
+    s.items.removeAt(index);
+    if (s.selected > index || s.selected >= s.items.size())
+        --s.selected;
+    state_changed();
+    return true;
+}
+
+bool CDXUTItems::SelectItem(int index)
+{
+    return index >= -1 && index < GetSize() && change<ItemsState>(&ItemsState::selected, index);
+}
+
+void CDXUTItems::state_changed()
+{
+    m_texts.clear();
+    CDXUTControl::state_changed();
+}
+
+tarn::ScrollGeometry CDXUTItems::scroll(const QRectF& area) const
+{
+    return {.track = area.height(),
+            .total = double(GetSize()),
+            .seen = std::max(1.0, std::floor(area.height() / row_height))};
+}
+
+int CDXUTItems::row_at(const QRectF& area, QPointF inside) const
+{
+    const bool beside = !QRectF(QPointF(), area.size()).contains(inside)
+        || (scroll(area).can_scroll() && inside.x() > area.width() - scroll_width);
+    const int row = m_first + int(inside.y() / row_height);
+    return beside || row >= GetSize() ? -1 : row;
+}
+
+void CDXUTItems::scroll_to(int first, const QRectF& area)
+{
+    const int last = std::max(0, GetSize() - int(scroll(area).seen));
+    m_first = std::clamp(first, 0, last);
+    state_changed();
+}
+
+void CDXUTItems::draw_rows(tarn::DrawContext& context, const QRectF& area, int hovered) const
+{
+    const tarn::ScrollGeometry bar = scroll(area);
+    const double width = area.width() - (bar.can_scroll() ? scroll_width : 0);
+    const int count = std::min(GetSize() - m_first, int(std::ceil(area.height() / row_height)));
+    m_texts.resize(std::size_t(std::max(0, count)));
+    context.painter.save();
+    context.painter.setClipRect(area, Qt::IntersectClip);
+    for (int i = 0; i < count; ++i) {
+        const int row = m_first + i;
+        const QRectF place(area.x(), area.y() + i * row_height, width, row_height);
+        if (row == GetSelectedIndex())
+            context.draw_element(tarn::Element::SelectedRow, tarn::VisualState::Normal, place);
+        else if (row == hovered)
+            context.draw_element(tarn::Element::SelectedRow, tarn::VisualState::Disabled, place);
+        m_texts[std::size_t(i)].draw(context.painter, place.adjusted(6, 0, -4, 0), items()[row],
+                                     {.color = tarn::Skin::text_color(visual_state(), 0), .vertical_align = 1});
+    }
+    context.painter.restore();
+    if (!bar.can_scroll())
+        return;
+    const QRectF track(area.right() - scroll_width, area.y(), scroll_width, area.height());
+    context.draw_element(tarn::Element::ScrollTrack, tarn::VisualState::Normal, track);
+    context.draw_element(tarn::Element::ScrollThumb, tarn::VisualState::Normal,
+                         QRectF(track.x(), track.y() + bar.place_of(m_first), scroll_width, bar.thumb()));
+}

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "dxut_items.h"
+
+class CDXUTListBox : public CDXUTItems {
+public:
+    CDXUTListBox(tarn::Journal& journal, CGuiCore& core);
+
+    void draw(tarn::DrawContext& context, const QRectF& area) const override;
+    void mouse_pressed(QPointF inside) override;
+    void mouse_dragged(QPointF inside) override;
+    bool wheel_turned(double steps) override;
+
+private:
+    QRectF rows(const QRectF& area) const;
+
+    bool m_scrolling = false;
+};

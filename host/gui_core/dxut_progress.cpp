@@ -1,0 +1,85 @@
+#include "dxut_progress.h"
+
+#include "draw_context.h"
+#include "gui_core.h"
+
+#include <QPainter>
+
+#include <algorithm>
+
+using tarn::ProgressState;
+
+namespace {
+
+QString number(double value, bool integer)
+{
+    return integer ? QString::number(qint64(value)) : QString::number(value, 'f', 2);
+}
+
+} // namespace
+
+CDXUTProgress::CDXUTProgress(tarn::Journal& journal, CGuiCore& core) : CDXUTStatic(journal, core, new ProgressState) {}
+
+bool CDXUTProgress::SetPersent(float percent)
+{
+    return change<ProgressState>(&ProgressState::percent, std::clamp(percent, 0.f, 100.f));
+}
+
+bool CDXUTProgress::SetTotalNum(int total)
+{
+    return change<ProgressState>(&ProgressState::total, std::clamp(total, 0, 999999));
+}
+
+bool CDXUTProgress::SetBorder(int pixels)
+{
+    return change<ProgressState>(&ProgressState::border, std::clamp(pixels, 0, 10));
+}
+
+bool CDXUTProgress::SetShowMessage(const QString& format)
+{
+    return change<ProgressState>(&ProgressState::message, format);
+}
+
+void CDXUTProgress::state_changed()
+{
+    m_shown.invalidate();
+    CDXUTStatic::state_changed();
+}
+
+QString CDXUTProgress::shown_text() const
+{
+    const auto& s = state<ProgressState>();
+    const QString percent = number(double(s.percent), s.integer_display) + QLatin1Char('%');
+    if (!s.info_display)
+        return s.percent_display ? percent : s.text;
+    QString message = s.message;
+    message.replace(QLatin1String("<num>"), number(double(s.percent) * s.total / 100, s.integer_display));
+    message.replace(QLatin1String("<total>"), QString::number(s.total));
+    message.replace(QLatin1String("<percent>"), percent);
+    return message;
+}
+
+void CDXUTProgress::draw(tarn::DrawContext& context, const QRectF& area) const
+{
+    const auto& s = state<ProgressState>();
+    context.draw_element(tarn::Element::ProgressFrame, tarn::VisualState::Normal, area);
+    const QRectF inside = area.adjusted(s.border, s.border, -s.border, -s.border);
+    const QRectF filled(inside.x(), inside.y(), inside.width() * double(s.percent) / 100, inside.height());
+    if (filled.width() >= 1) {
+        // Uncovering shows a part of the full picture; growing squeezes the whole of it into the filled part.
+        const bool uncover = !s.render_state || !s.texture_stretch;
+        context.painter.save();
+        context.painter.setClipRect(filled, Qt::IntersectClip);
+        const QRectF target = uncover ? inside : filled;
+        if (s.image.isEmpty() || !context.draw_picture(s.image, target))
+            context.draw_element(tarn::Element::ProgressFill, tarn::VisualState::Normal, target);
+        context.painter.restore();
+    }
+    m_shown.draw(context.painter, area, shown_text(),
+                 {.color = tarn::Skin::text_color(visual_state(), s.text_color),
+                  .font_size = s.font_size ? s.font_size : tarn::Skin::font_size,
+                  .bold = s.bold,
+                  .horizontal_align = s.horizontal_align,
+                  .vertical_align = s.vertical_align,
+                  .shadow = s.shadow});
+}

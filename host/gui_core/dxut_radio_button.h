@@ -1,0 +1,17 @@
+#pragma once
+
+#include "dxut_check_box.h"
+
+/// One of a group: checking it clears the others of its dialog that have the same group number.
+class CDXUTRadioButton : public CDXUTCheckBox {
+public:
+    CDXUTRadioButton(tarn::Journal& journal, CGuiCore& core);
+
+    int group() const { return state<tarn::RadioButtonState>().group; }
+    bool set_group(int group);
+    /// Checking clears the others of the group.
+    bool SetChecked(bool checked);
+
+    void draw(tarn::DrawContext& context, const QRectF& area) const override;
+    void clicked() override { SetChecked(true); }
+};

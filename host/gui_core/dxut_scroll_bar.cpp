@@ -1,0 +1,70 @@
+#include "dxut_scroll_bar.h"
+
+#include "draw_context.h"
+
+#include <algorithm>
+#include <cmath>
+
+using tarn::ScrollBarState;
+
+CDXUTScrollBar::CDXUTScrollBar(tarn::Journal& journal, CGuiCore& core) : CDXUTControl(journal, core, new ScrollBarState)
+{
+}
+
+bool CDXUTScrollBar::SetTrackRange(int min, int max)
+{
+    bool changed = change<ScrollBarState>(&ScrollBarState::min, min);
+    changed |= change<ScrollBarState>(&ScrollBarState::max, max);
+    if (min <= max)
+        changed |= SetTrackPos(position());
+    return changed;
+}
+
+bool CDXUTScrollBar::SetTrackPos(int position)
+{
+    if (min() <= max())
+        position = std::clamp(position, min(), max());
+    return change<ScrollBarState>(&ScrollBarState::position, position);
+}
+
+tarn::ScrollGeometry CDXUTScrollBar::geometry() const
+{
+    const double page = state<ScrollBarState>().page_size;
+    return {.track = lies() ? rect().width() : rect().height(), .total = double(max()) - min() + page, .seen = page};
+}
+
+void CDXUTScrollBar::draw(tarn::DrawContext& context, const QRectF& area) const
+{
+    const tarn::VisualState look = visual_state();
+    context.draw_element(tarn::Element::ScrollTrack, look, area);
+    const tarn::ScrollGeometry track = geometry();
+    const double place = track.place_of(position() - double(min()));
+    const QRectF thumb = lies() ? QRectF(area.x() + place, area.y(), track.thumb(), area.height())
+                                : QRectF(area.x(), area.y() + place, area.width(), track.thumb());
+    context.draw_element(tarn::Element::ScrollThumb, look, thumb);
+}
+
+void CDXUTScrollBar::mouse_pressed(QPointF inside)
+{
+    const tarn::ScrollGeometry track = geometry();
+    const double thumb = track.place_of(position() - double(min()));
+    const double place = along(inside);
+    m_grip = place - thumb;
+    if (m_grip >= 0 && m_grip < track.thumb())
+        return;
+    // Beside the thumb a press turns a page towards the mouse.
+    m_grip = track.thumb() / 2;
+    const int page = state<ScrollBarState>().page_size;
+    SetTrackPos(position() + (place < thumb ? -page : page));
+}
+
+void CDXUTScrollBar::mouse_dragged(QPointF inside)
+{
+    SetTrackPos(min() + int(std::lround(geometry().position_at(along(inside) - m_grip))));
+}
+
+bool CDXUTScrollBar::wheel_turned(double steps)
+{
+    const int step = std::max(1, state<ScrollBarState>().page_size / 3);
+    return SetTrackPos(position() - int(std::lround(steps * step)));
+}

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "dxut_control.h"
+#include "scroll_geometry.h"
+
+/// A scroll bar; it lies when it is wider than high and stands otherwise.
+class CDXUTScrollBar : public CDXUTControl {
+public:
+    CDXUTScrollBar(tarn::Journal& journal, CGuiCore& core);
+
+    int min() const { return state<tarn::ScrollBarState>().min; }
+    int max() const { return state<tarn::ScrollBarState>().max; }
+    int position() const { return state<tarn::ScrollBarState>().position; }
+    /// A position outside the range goes to its nearer end; a range whose ends are crossed leaves the position alone.
+    bool SetTrackRange(int min, int max);
+    bool SetTrackPos(int position);
+
+    void draw(tarn::DrawContext& context, const QRectF& area) const override;
+    bool is_interactive() const override { return true; }
+    void mouse_pressed(QPointF inside) override;
+    void mouse_dragged(QPointF inside) override;
+    bool wheel_turned(double steps) override;
+
+private:
+    bool lies() const { return rect().width() > rect().height(); }
+    tarn::ScrollGeometry geometry() const;
+    double along(QPointF inside) const { return lies() ? inside.x() : inside.y(); }
+
+    double m_grip = 0; ///< pixels from the thumb's beginning to the mouse while it is dragged
+};

@@ -1,0 +1,60 @@
+#include "dxut_slider.h"
+
+#include "draw_context.h"
+
+#include <algorithm>
+#include <cmath>
+
+using tarn::SliderState;
+
+CDXUTSlider::CDXUTSlider(tarn::Journal& journal, CGuiCore& core) : CDXUTControl(journal, core, new SliderState) {}
+
+bool CDXUTSlider::SetRange(int min, int max)
+{
+    bool changed = change<SliderState>(&SliderState::min, min);
+    changed |= change<SliderState>(&SliderState::max, max);
+    if (min <= max)
+        changed |= SetValue(value());
+    return changed;
+}
+
+bool CDXUTSlider::SetValue(int value)
+{
+    if (min() <= max())
+        value = std::clamp(value, min(), max());
+    return change<SliderState>(&SliderState::value, value);
+}
+
+double CDXUTSlider::thumb_side() const
+{
+    return std::min(rect().height(), rect().width());
+}
+
+void CDXUTSlider::draw(tarn::DrawContext& context, const QRectF& area) const
+{
+    const tarn::VisualState look = visual_state();
+    const double side = thumb_side();
+    const double span = double(max()) - min();
+    const double share = span > 0 ? std::clamp((value() - double(min())) / span, 0.0, 1.0) : 0;
+    context.draw_element(tarn::Element::SliderTrack, look, area);
+    context.draw_element(
+        tarn::Element::SliderThumb, look,
+        QRectF(area.x() + share * (area.width() - side), area.y() + (area.height() - side) / 2, side, side));
+}
+
+void CDXUTSlider::mouse_dragged(QPointF inside)
+{
+    const double side = thumb_side();
+    const double way = rect().width() - side;
+    if (way <= 0)
+        return;
+    const double share = std::clamp((inside.x() - side / 2) / way, 0.0, 1.0);
+    SetValue(int(std::lround(min() + share * (double(max()) - min()))));
+}
+
+bool CDXUTSlider::wheel_turned(double steps)
+{
+    const double step = std::max(1.0, (double(max()) - min()) / 20);
+    SetValue(int(std::lround(value() + steps * step)));
+    return true;
+}

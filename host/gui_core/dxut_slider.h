@@ -1,0 +1,25 @@
+#pragma once
+
+#include "dxut_control.h"
+
+/// A thumb on a track that is dragged between two values.
+class CDXUTSlider : public CDXUTControl {
+public:
+    CDXUTSlider(tarn::Journal& journal, CGuiCore& core);
+
+    int min() const { return state<tarn::SliderState>().min; }
+    int max() const { return state<tarn::SliderState>().max; }
+    int value() const { return state<tarn::SliderState>().value; }
+    /// A value outside the range goes to its nearer end; a range whose ends are crossed leaves the value alone.
+    bool SetRange(int min, int max);
+    bool SetValue(int value);
+
+    void draw(tarn::DrawContext& context, const QRectF& area) const override;
+    bool is_interactive() const override { return true; }
+    void mouse_pressed(QPointF inside) override { mouse_dragged(inside); }
+    void mouse_dragged(QPointF inside) override;
+    bool wheel_turned(double steps) override;
+
+private:
+    double thumb_side() const;
+};

@@ -1,0 +1,117 @@
+#include "line_editor.h"
+
+#include "core/field.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QTextBoundaryFinder>
+
+#include <algorithm>
+
+namespace tarn {
+
+void LineEditor::set_text(const QString& text)
+{
+    m_text = text;
+    m_caret = std::min(m_caret, int(text.size()));
+    m_anchor = std::min(m_anchor, int(text.size()));
+}
+
+QString LineEditor::selected_text() const
+{
+    return m_text.mid(std::min(m_caret, m_anchor), std::abs(m_caret - m_anchor));
+}
+
+void LineEditor::select_all()
+{
+    m_anchor = 0;
+    m_caret = int(m_text.size());
+}
+
+void LineEditor::place_caret(int position, bool select)
+{
+    m_caret = std::clamp(position, 0, int(m_text.size()));
+    if (!select)
+        m_anchor = m_caret;
+}
+
+int LineEditor::next(int position, bool forward, bool word) const
+{
+    QTextBoundaryFinder finder(word ? QTextBoundaryFinder::Word : QTextBoundaryFinder::Grapheme, m_text);
+    finder.setPosition(position);
+    do {
+        position = int(forward ? finder.toNextBoundary() : finder.toPreviousBoundary());
+        if (position < 0)
+            return forward ? int(m_text.size()) : 0;
+        // A word move stops where a word begins, not at the blank before it.
+    } while (word && position > 0 && position < m_text.size() && m_text[position].isSpace());
+    return position;
+}
+
+bool LineEditor::remove(int from, int to)
+{
+    if (from > to)
+        std::swap(from, to);
+    m_text.remove(from, to - from);
+    m_caret = m_anchor = from;
+    return from != to;
+}
+
+bool LineEditor::insert(const QString& text)
+{
+    QString line = text;
+    for (QChar& c : line)
+        if (c == QLatin1Char('\n') || c == QLatin1Char('\r') || c == QLatin1Char('\t') || c == QChar::LineSeparator)
+            c = QLatin1Char(' ');
+    line.removeIf([](QChar c) { return c.category() == QChar::Other_Control; });
+    bool changed = remove(m_caret, m_anchor);
+    if (m_max_length > 0)
+        line = cut_text(line, std::max(0, m_max_length - int(m_text.size())));
+    m_text.insert(m_caret, line);
+    m_caret += int(line.size());
+    m_anchor = m_caret;
+    changed |= !line.isEmpty();
+    return changed;
+}
+
+bool LineEditor::key(int key, Qt::KeyboardModifiers modifiers, bool& changed)
+{
+    const bool select = modifiers & Qt::ShiftModifier;
+    const bool control = modifiers & Qt::ControlModifier;
+    QClipboard* clipboard = QGuiApplication::clipboard();
+    switch (key) {
+    case Qt::Key_Left:
+    case Qt::Key_Right:
+        if (has_selection() && !select && !control)
+            place_caret(key == Qt::Key_Left ? std::min(m_caret, m_anchor) : std::max(m_caret, m_anchor), false);
+        else
+            place_caret(next(m_caret, key == Qt::Key_Right, control), select);
+        return true;
+    case Qt::Key_Home: place_caret(0, select); return true;
+    case Qt::Key_End: place_caret(int(m_text.size()), select); return true;
+    case Qt::Key_Backspace:
+        changed = remove(m_anchor, has_selection() ? m_caret : next(m_caret, false, control));
+        return true;
+    case Qt::Key_Delete:
+        changed = remove(m_anchor, has_selection() ? m_caret : next(m_caret, true, control));
+        return true;
+    case Qt::Key_A:
+        if (control)
+            select_all();
+        return control;
+    case Qt::Key_C:
+    case Qt::Key_X:
+        if (control && has_selection()) {
+            clipboard->setText(selected_text());
+            changed = key == Qt::Key_X && remove(m_caret, m_anchor);
+        }
+        return control;
+    case Qt::Key_V:
+        if (control)
+            changed = insert(clipboard->text());
+        return control;
+    default: return false;
+    }
+}
+
+} // namespace tarn

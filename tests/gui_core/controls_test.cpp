@@ -1,0 +1,332 @@
+#include "support/gui_fixture.h"
+
+#include "gui_core/dxut_button_st.h"
+#include "gui_core/dxut_combo_box.h"
+#include "gui_core/dxut_edit_box.h"
+#include "gui_core/dxut_info_box.h"
+#include "gui_core/dxut_list_box.h"
+#include "gui_core/dxut_media.h"
+#include "gui_core/dxut_progress.h"
+#include "gui_core/dxut_radio_button.h"
+#include "gui_core/dxut_scroll_bar.h"
+#include "gui_core/dxut_slider.h"
+#include "gui_core/gui_input.h"
+#include "gui_core/gui_painter.h"
+#include "gui_core/scroll_geometry.h"
+#include "gui_core/swf_header.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QPainter>
+#include <QtEndian>
+
+namespace tarn::test {
+
+namespace {
+
+class ControlsTest : public GuiTest {
+protected:
+    template <class Control>
+    Control* add(int type, const QRectF& rect)
+    {
+        return control<Control>(m_home, type, rect);
+    }
+    /// A place inside the control, from its corner, as the mouse meets it.
+    QPointF at(const CDXUTControl* control, double x, double y)
+    {
+        return control->screen_rect().topLeft() + QPointF(x, y);
+    }
+    void press(QPointF place) { m_input.mouse_pressed(place); }
+    void click(QPointF place)
+    {
+        m_input.mouse_pressed(place);
+        m_input.mouse_released(place);
+    }
+
+    CDXUTDialog* m_home = dialog({0, 0, 800, 600});
+    GuiInput m_input{m_core};
+};
+
+TEST_F(ControlsTest, a_value_stays_in_its_range_unless_the_range_is_crossed)
+{
+    auto* slider = add<CDXUTSlider>(DXUT_CONTROL_SLIDER, {0, 0, 200, 20});
+    slider->SetRange(0, 10);
+    slider->SetValue(5);
+    EXPECT_TRUE(slider->SetRange(7, 10));
+    EXPECT_EQ(slider->value(), 7);
+    slider->SetRange(0, 3);
+    EXPECT_EQ(slider->value(), 3);
+    slider->SetRange(9, 3);
+    EXPECT_EQ(slider->value(), 3);
+    auto* bar = add<CDXUTScrollBar>(DXUT_CONTROL_SCROLLBAR, {0, 40, 200, 20});
+    bar->SetTrackPos(1000);
+    EXPECT_EQ(bar->position(), 100);
+}
+
+TEST_F(ControlsTest, dragging_reaches_both_ends_of_sliders_and_scroll_bars)
+{
+    auto* slider = add<CDXUTSlider>(DXUT_CONTROL_SLIDER, {20, 20, 200, 20});
+    auto* lying = add<CDXUTScrollBar>(DXUT_CONTROL_SCROLLBAR, {20, 60, 200, 20});
+    auto* standing = add<CDXUTScrollBar>(DXUT_CONTROL_SCROLLBAR, {300, 60, 20, 200});
+    press(at(slider, 100, 10));
+    EXPECT_EQ(slider->value(), 50);
+    for (const auto& [x, value] : {std::pair(900.0, 100), std::pair(-50.0, 0)}) {
+        m_input.mouse_moved(at(slider, x, 10));
+        EXPECT_EQ(slider->value(), value);
+    }
+    m_input.mouse_released(at(slider, 0, 10));
+    for (CDXUTScrollBar* bar : {lying, standing}) {
+        press(at(bar, 2, 2)); // On the thumb.
+        m_input.mouse_moved(at(bar, 900, 900));
+        EXPECT_EQ(bar->position(), 100);
+        m_input.mouse_moved(at(bar, -900, -900));
+        EXPECT_EQ(bar->position(), 0);
+        m_input.mouse_released(at(bar, 0, 0));
+        click(at(bar, bar == lying ? 190 : 5, bar == lying ? 5 : 190)); // Beside it: a page.
+        EXPECT_EQ(bar->position(), 10);
+    }
+}
+
+TEST_F(ControlsTest, a_scroll_thumb_covers_the_whole_way_and_no_more)
+{
+    for (const double total : {5.0, 11.0, 1000.0, 1e7}) {
+        const ScrollGeometry bar{.track = 200, .total = total, .seen = 10};
+        EXPECT_EQ(bar.can_scroll(), total > 10);
+        EXPECT_EQ(bar.place_of(0), 0);
+        if (!bar.can_scroll())
+            continue;
+        EXPECT_NEAR(bar.place_of(total - 10) + bar.thumb(), 200, 1e-9);
+        EXPECT_GE(bar.thumb(), ScrollGeometry::smallest_thumb);
+        EXPECT_NEAR(bar.position_at(bar.place_of((total - 10) / 2)), (total - 10) / 2, 1e-6 * total);
+    }
+}
+
+TEST_F(ControlsTest, one_radio_button_of_a_group_and_dialog_is_checked)
+{
+    const auto radio = [&](CDXUTDialog* home, int group) {
+        auto* made = control<CDXUTRadioButton>(home, DXUT_CONTROL_RADIOBUTTON, {0, 0, 50, 20});
+        made->set_group(group);
+        made->SetChecked(true);
+        return made;
+    };
+    CDXUTDialog* other = dialog({0, 0, 100, 100});
+    auto* a = radio(m_home, 1);
+    auto* apart = radio(m_home, 2);
+    auto* elsewhere = radio(other, 1);
+    auto* b = radio(m_home, 1);
+    EXPECT_FALSE(a->GetChecked());
+    EXPECT_TRUE(b->GetChecked() && apart->GetChecked() && elsewhere->GetChecked());
+    b->clicked();
+    EXPECT_TRUE(b->GetChecked()) << "a click does not clear a radio button";
+}
+
+TEST_F(ControlsTest, items_are_cut_to_the_limit_of_their_type_and_the_selection_follows_removals)
+{
+    auto* combo = add<CDXUTComboBox>(DXUT_CONTROL_COMBOBOX, {0, 0, 100, 24});
+    auto* list = add<CDXUTListBox>(DXUT_CONTROL_LISTBOX, {0, 40, 100, 200});
+    combo->AddItem(QString(300, u'a'));
+    list->AddItem(QString(300, u'a'));
+    EXPECT_EQ(combo->GetItem(0).size(), 255);
+    EXPECT_EQ(list->GetItem(0).size(), 254);
+    for (const auto* text : {u"b", u"c", u"d"})
+        list->AddItem(QString::fromUtf16(text));
+    EXPECT_FALSE(list->SelectItem(4));
+    ASSERT_TRUE(list->SelectItem(2));
+    EXPECT_TRUE(list->RemoveItem(0));
+    EXPECT_EQ(list->GetSelectedItem(), u"c"_s);
+    list->SelectItem(2);
+    EXPECT_TRUE(list->RemoveItem(2));
+    EXPECT_EQ(list->GetSelectedItem(), u"c"_s);
+    EXPECT_FALSE(list->RemoveItem(7));
+    EXPECT_FALSE(list->SetItemText(9, u"x"_s));
+}
+
+TEST_F(ControlsTest, a_list_selects_the_row_under_the_mouse_after_scrolling)
+{
+    auto* list = add<CDXUTListBox>(DXUT_CONTROL_LISTBOX, {10, 10, 120, 74}); // Three rows.
+    for (int i = 0; i < 30; ++i)
+        list->AddItem(QString::number(i));
+    click(at(list, 20, 4 + 22 + 5));
+    EXPECT_EQ(list->GetSelectedIndex(), 1);
+    m_input.wheel_turned(at(list, 20, 20), -2);
+    click(at(list, 20, 4 + 5));
+    EXPECT_EQ(list->GetSelectedIndex(), 6);
+    press(at(list, 112, 40)); // The scroll bar selects nothing.
+    m_input.mouse_moved(at(list, 112, 500));
+    m_input.mouse_released(at(list, 112, 500));
+    EXPECT_EQ(list->GetSelectedIndex(), 6);
+    click(at(list, 20, 4 + 5));
+    EXPECT_EQ(list->GetSelectedIndex(), 27);
+}
+
+TEST_F(ControlsTest, a_combo_box_drops_its_list_over_everything_and_opens_upwards_at_the_bottom)
+{
+    auto* combo = add<CDXUTComboBox>(DXUT_CONTROL_COMBOBOX, {10, 10, 120, 24});
+    auto* below = add<CDXUTCheckBox>(DXUT_CONTROL_CHECKBOX, {10, 34, 120, 60});
+    for (int i = 0; i < 3; ++i)
+        combo->AddItem(QString::number(i));
+    click(at(combo, 20, 10));
+    ASSERT_TRUE(combo->is_dropped());
+    click(at(combo, 20, 24 + 22 + 5));
+    EXPECT_EQ(combo->GetSelectedIndex(), 1);
+    EXPECT_FALSE(combo->is_dropped());
+    EXPECT_FALSE(below->GetChecked()) << "the click went through the list";
+    click(at(combo, 20, 10));
+    click(at(combo, 400, 300)); // Beside it.
+    EXPECT_FALSE(combo->is_dropped());
+    EXPECT_EQ(combo->GetSelectedIndex(), 1);
+
+    combo->SetLocation(10, 660);
+    click(at(combo, 20, 10));
+    EXPECT_LT(combo->popup_rect().bottom(), combo->rect().top() + 1);
+    m_core.remove_control(combo);
+    EXPECT_FALSE(m_core.controls().empty());
+    EXPECT_EQ(m_core.live().popup, nullptr);
+}
+
+class EditBoxTest : public ControlsTest {
+protected:
+    void SetUp() override
+    {
+        m_box->SetText(u""_s);
+        click(at(m_box, 20, 12));
+    }
+    void keys(std::initializer_list<Qt::Key> all, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+    {
+        for (const Qt::Key key : all)
+            m_input.key_pressed(key, modifiers);
+    }
+    void type(const QString& text, const QString& preedit = {}) { m_input.text_typed(text, preedit); }
+
+    CDXUTEditBox* m_box = add<CDXUTEditBox>(DXUT_CONTROL_EDITBOX, {10, 10, 200, 24});
+};
+
+TEST_F(EditBoxTest, editing_never_stops_inside_a_character)
+{
+    const QString family = u"👨‍👩‍👧"_s;
+    const QString accent = u"e\u0301"_s;
+    type(u"a"_s + family + accent);
+    keys({Qt::Key_Backspace});
+    EXPECT_EQ(m_box->text(), u"a"_s + family);
+    keys({Qt::Key_Left});
+    EXPECT_EQ(m_box->editor().caret(), 1);
+    keys({Qt::Key_Delete});
+    EXPECT_EQ(m_box->text(), u"a"_s);
+}
+
+TEST_F(EditBoxTest, selection_clipboard_and_words_work_as_in_any_field)
+{
+    type(u"one two three"_s);
+    keys({Qt::Key_Left}, Qt::ControlModifier);
+    keys({Qt::Key_Left}, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(m_box->editor().selected_text(), u"two "_s);
+    keys({Qt::Key_X}, Qt::ControlModifier);
+    EXPECT_EQ(m_box->text(), u"one three"_s);
+    keys({Qt::Key_End});
+    keys({Qt::Key_V}, Qt::ControlModifier);
+    EXPECT_EQ(m_box->text(), u"one threetwo "_s);
+    QGuiApplication::clipboard()->setText(u"line\nbreak\u0007"_s);
+    keys({Qt::Key_A}, Qt::ControlModifier);
+    keys({Qt::Key_V}, Qt::ControlModifier);
+    EXPECT_EQ(m_box->text(), u"line break"_s);
+}
+
+TEST_F(EditBoxTest, an_input_method_shows_what_it_composes_and_puts_in_what_it_commits)
+{
+    type(u""_s, u"ni"_s);
+    EXPECT_EQ(m_box->text(), u""_s);
+    EXPECT_EQ(m_box->editor().preedit(), u"ni"_s);
+    EXPECT_FALSE(m_input.caret().isEmpty());
+    type(u"你"_s);
+    EXPECT_EQ(m_box->text(), u"你"_s);
+    EXPECT_TRUE(m_box->editor().preedit().isEmpty());
+}
+
+TEST_F(EditBoxTest, a_limit_counts_what_is_there_and_a_disabled_field_takes_nothing)
+{
+    (void)set(*m_box, "max_length", qint64(4));
+    type(u"abcdefg"_s);
+    EXPECT_EQ(m_box->text(), u"abcd"_s);
+    m_box->SetEnabled(false);
+    keys({Qt::Key_Backspace});
+    type(u"x"_s);
+    EXPECT_EQ(m_box->text(), u"abcd"_s);
+}
+
+TEST_F(ControlsTest, progress_texts_fill_their_placeholders)
+{
+    auto* bar = add<CDXUTProgress>(DXUT_CONTROL_PROGRESS, {0, 0, 200, 20});
+    bar->SetPersent(250);
+    EXPECT_EQ(bar->GetPersent(), 100);
+    bar->SetPersent(12.5f);
+    bar->SetTotalNum(80);
+    EXPECT_EQ(bar->shown_text(), u"12.50%"_s);
+    bar->SetShowMessage(u"<num>/<total> (<percent>) <other>"_s);
+    (void)set(*bar, "info_display", true);
+    EXPECT_EQ(bar->shown_text(), u"10.00/80 (12.50%) <other>"_s);
+    (void)set(*bar, "integer_display", true);
+    EXPECT_EQ(bar->shown_text(), u"10/80 (12%) <other>"_s);
+}
+
+TEST_F(ControlsTest, an_info_box_drops_its_oldest_lines)
+{
+    auto* box = add<CDXUTInfoBox>(DXUT_CONTROL_INFOBOX, {0, 0, 200, 100});
+    (void)set(*box, "max_lines", qint64(3));
+    for (int i = 0; i < 5; ++i)
+        box->AddString(QString::number(i));
+    EXPECT_EQ(box->lines(), QStringList({u"2"_s, u"3"_s, u"4"_s}));
+}
+
+TEST(SwfHeader, tells_what_a_movie_says_and_why_it_cannot_be_read)
+{
+    // 550 x 400 pixels in twips with 15 bits each, 24 frames a second, 120 frames.
+    const QByteArray content = QByteArray::fromHex("7800055f00000fa000") + QByteArray::fromHex("00187800");
+    QByteArray length(4, '\0');
+    qToLittleEndian(quint32(8 + content.size()), length.data());
+    const QByteArray plain = "FWS\x06" + length + content;
+    QByteArray packed = qCompress(content).mid(4);
+    const QByteArray compressed = "CWS\x06" + length + packed;
+    for (const QByteArray& file : {plain, compressed}) {
+        const auto header = read_swf_header(file);
+        ASSERT_TRUE(header.ok());
+        EXPECT_EQ(header.value().version, 6);
+        EXPECT_EQ(header.value().size, QSizeF(550, 400));
+        EXPECT_EQ(header.value().frame_count, 120);
+        EXPECT_EQ(header.value().frame_rate, 24);
+        EXPECT_EQ(header.value().compressed, file[0] == 'C');
+    }
+    for (const QByteArray& bad : {QByteArray(), QByteArray("FWS"), QByteArray("PNG and what follows"), plain.left(12),
+                                  compressed.left(14), QByteArray("CWS\x06") + QByteArray(4, char(0xff)) + packed})
+        EXPECT_FALSE(read_swf_header(bad).ok());
+}
+
+TEST_F(ControlsTest, every_type_draws_itself_at_any_size)
+{
+    GuiPainter painter;
+    for (const ControlClass& row : control_classes()) {
+        for (const QSizeF size :
+             {QSizeF(row.default_size), QSizeF(0, 0), QSizeF(1, 1), QSizeF(3, 200), QSizeF(300, 3)}) {
+            CDXUTControl* made = m_core.create_control(row.type, m_home, QRectF(QPointF(50, 50), size));
+            ASSERT_NE(made, nullptr) << row.class_name;
+            QImage before(400, 300, QImage::Format_ARGB32_Premultiplied);
+            before.fill(Qt::transparent);
+            QImage after = before;
+            made->SetVisible(false);
+            {
+                QPainter on_before(&before);
+                painter.paint(on_before, m_core, QRectF(0, 0, 400, 300), 1);
+            }
+            made->SetVisible(true);
+            {
+                QPainter on_after(&after);
+                painter.paint(on_after, m_core, QRectF(0, 0, 400, 300), 1);
+            }
+            EXPECT_TRUE(size != QSizeF(row.default_size) || before != after) << row.class_name << " draws nothing";
+            m_core.remove_control(made);
+        }
+    }
+}
+
+} // namespace
+
+} // namespace tarn::test
