@@ -1,5 +1,6 @@
 #include "main_window.h"
 
+#include "core/filefun.h"
 #include "core/language.h"
 #include "frame/boxes.h"
 #include "frame/child_dlg.h"
@@ -189,7 +190,7 @@ CChildDlg* MainWindow::side_page() const
 void MainWindow::update_document()
 {
     const QString& path = m_studio.file_name();
-    const QString name = path.isEmpty() ? lang(u"未命名", u"Untitled") : QFileInfo(path).fileName();
+    const QString name = path.isEmpty() ? lang(u"未命名", u"Untitled") : filefun::get_pure_filename(path, 1);
     const QString playing = m_studio.is_playing() ? lang(u" [预览]", u" [Preview]") : QString();
     setWindowTitle(QStringLiteral("%1[*]%2 - Tarn studio").arg(name, playing));
     setWindowModified(m_studio.is_changed());
@@ -224,7 +225,7 @@ bool MainWindow::may_discard()
     if (!m_studio.is_changed())
         return true;
     const QString name = m_studio.file_name().isEmpty() ? lang(u"未命名", u"Untitled")
-                                                        : QFileInfo(m_studio.file_name()).fileName();
+                                                        : filefun::get_pure_filename(m_studio.file_name(), 1);
     const Button answer = tarn::boxes::message(
         this,
         {.text = lang(u"“%1”已修改。要保存吗？", u"\"%1\" was changed. Save it?").arg(name),

@@ -1,5 +1,6 @@
 // The menus of the main window.
 
+#include "core/filefun.h"
 #include "core/journal.h"
 #include "core/language.h"
 #include "engine/scene_plug.h"
@@ -13,7 +14,6 @@
 #include <QApplication>
 #include <QDir>
 #include <QDockWidget>
-#include <QFileInfo>
 #include <QMenu>
 #include <QMenuBar>
 
@@ -85,7 +85,7 @@ void MainWindow::fill_recent_files()
     for (const QString& path : files) {
         QAction* action = m_recent_menu->addAction(
             QDir::toNativeSeparators(path).replace(QLatin1Char('&'), QLatin1String("&&")));
-        action->setEnabled(QFileInfo::exists(path));
+        action->setEnabled(filefun::file_exist(path));
         connect(action, &QAction::triggered, this, [this, path] {
             if (may_discard())
                 open_file(path);

@@ -1,5 +1,6 @@
 #include "studio.h"
 
+#include "core/inifile.h"
 #include "core/journal.h"
 #include "core/language.h"
 #include "engine/scene_plug.h"
@@ -144,7 +145,7 @@ bool Studio::is_playing() const
 
 QStringList Studio::recent_files() const
 {
-    return tarn::settings::store().value(QLatin1String(recent_key)).toStringList();
+    return inifile::get_str_list_from_ini(tarn::settings::store().fileName(), QLatin1String(recent_key));
 }
 
 void Studio::remember_file(const QString& path)
@@ -152,5 +153,6 @@ void Studio::remember_file(const QString& path)
     QStringList files = recent_files();
     files.removeAll(path);
     files.prepend(path);
-    tarn::settings::store().setValue(QLatin1String(recent_key), QStringList(files.mid(0, recent_limit)));
+    inifile::set_str_list_to_ini(tarn::settings::store().fileName(), QLatin1String(recent_key),
+                                 files.mid(0, recent_limit));
 }

@@ -6,30 +6,27 @@
 CBasePlugUi::CBasePlugUi() = default;
 CBasePlugUi::~CBasePlugUi() = default;
 
-std::vector<CChildDlg*> CBasePlugUi::mode_windows() const
+template <class Call>
+void CBasePlugUi::for_each_mode_window(Call call) const
 {
-    std::vector<CChildDlg*> windows;
     for (const auto& tab : m_mode_tabs)
         for (CChildDlg* window : {tab->top_window, tab->side_window})
             if (window)
-                windows.push_back(window);
-    return windows;
+                call(*window);
 }
 
 void CBasePlugUi::on_ui_msg(int code, int, int)
 {
     for (CMyControlBar* bar : m_control_bars)
         bar->update_ui(code);
-    for (CChildDlg* window : mode_windows())
-        window->update_ui(code);
+    for_each_mode_window([code](CChildDlg& window) { window.update_ui(code); });
 }
 
 void CBasePlugUi::on_world_created(CBaseWorld* world)
 {
     for (CMyControlBar* bar : m_control_bars)
         bar->on_world_created(world);
-    for (CChildDlg* window : mode_windows())
-        window->on_world_created(world);
+    for_each_mode_window([world](CChildDlg& window) { window.on_world_created(world); });
 }
 
 void CBasePlugUi::clear_windows()

@@ -58,7 +58,8 @@ protected:
     void clear_windows();
 
 private:
-    std::vector<CChildDlg*> mode_windows() const;
+    template <class Call>
+    void for_each_mode_window(Call call) const;
 
     std::vector<CMyControlBar*> m_control_bars;
     std::vector<std::unique_ptr<CMyTabDlg>> m_mode_tabs;

@@ -47,13 +47,17 @@ void CWndGroup::destroy_all()
     m_ids.clear();
 }
 
-std::vector<CChildDlg*> CDlgGroup::pages() const
+void CDlgGroup::add_wnd(QWidget* window, int id)
 {
-    std::vector<CChildDlg*> all;
-    for (int i = 0; i < count(); ++i)
-        if (auto* page = qobject_cast<CChildDlg*>(widget(i)))
-            all.push_back(page);
-    return all;
+    CWndGroup::add_wnd(window, id);
+    if (auto* page = qobject_cast<CChildDlg*>(window))
+        m_pages.push_back(page);
+}
+
+void CDlgGroup::destroy_all()
+{
+    m_pages.clear();
+    CWndGroup::destroy_all();
 }
 
 void CDlgGroup::show_wnd_by_id(int id)
@@ -71,12 +75,12 @@ void CDlgGroup::show_wnd_by_id(int id)
 
 void CDlgGroup::update_ui(int code)
 {
-    for (CChildDlg* page : pages())
+    for (CChildDlg* page : m_pages)
         page->update_ui(code);
 }
 
 void CDlgGroup::on_world_created(CBaseWorld* world)
 {
-    for (CChildDlg* page : pages())
+    for (CChildDlg* page : m_pages)
         page->on_world_created(world);
 }

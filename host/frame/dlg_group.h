@@ -15,7 +15,7 @@ class CWndGroup : public QStackedWidget {
 public:
     explicit CWndGroup(QWidget* parent = nullptr);
 
-    void add_wnd(QWidget* window, int id);
+    virtual void add_wnd(QWidget* window, int id);
     /// Does nothing when the group has no such window.
     virtual void show_wnd_by_id(int id);
     void show_wnd_by_index(int index);
@@ -24,7 +24,7 @@ public:
     QWidget* find_wnd(int id) const;
     /// Moves all windows to fill the rectangle.
     void move_windows(const QRect& rect) { setGeometry(rect); }
-    void destroy_all();
+    virtual void destroy_all();
 
 private:
     std::vector<int> m_ids;
@@ -45,10 +45,12 @@ public:
         page->Create(template_id, this);
         add_wnd(page, template_id);
     }
+    void add_wnd(QWidget* window, int id) override;
     void show_wnd_by_id(int id) override;
+    void destroy_all() override;
     void update_ui(int code);
     void on_world_created(CBaseWorld* world);
 
 private:
-    std::vector<CChildDlg*> pages() const;
+    std::vector<CChildDlg*> m_pages; ///< those of the group's windows that are pages
 };

@@ -12,7 +12,8 @@ class CGuiCore;
 
 namespace tarn {
 struct DrawContext;
-}
+struct SelectionRecord;
+} // namespace tarn
 
 /// A control of the interface. Places and sizes are pixels of its dialog's client area; they are read as they stand on
 /// the present screen, after anchoring.
@@ -85,9 +86,11 @@ protected:
 private:
     friend class CDXUTDialog;
     friend class CGuiCore;
+    friend struct tarn::SelectionRecord;
     bool set_rect(const QRectF& rect);
 
     CGuiCore& m_core;
     CDXUTDialog* m_dialog = nullptr;
-    QRectF m_last_rect; ///< where the control was drawn last, to be redrawn when it moves
+    bool m_selected = false; ///< in the core's selection
+    QRectF m_last_rect;      ///< where the control was drawn last, to be redrawn when it moves
 };

@@ -14,7 +14,8 @@ class CGuiCore;
 
 namespace tarn {
 struct DrawContext;
-}
+struct SelectionRecord;
+} // namespace tarn
 
 /// A dialog: a caption bar, a frame and controls in layers. Places and sizes are whole pixels of the screen and are read as they stand
 /// on the present screen, after anchoring. The root dialog has no frame and is as large as the screen.
@@ -86,6 +87,7 @@ public:
 
 private:
     friend class CGuiCore;
+    friend struct tarn::SelectionRecord;
     friend class CDXUTControl;
     /// A control is drawn there from now on, perhaps outside the dialog's frame.
     void control_drawn_at(const QRectF& on_screen);
@@ -100,6 +102,7 @@ private:
 
     CGuiCore& m_core;
     bool m_attached = false;
+    bool m_selected = false; ///< in the core's selection
     bool m_minimized = false;
     QRectF m_last_bounds;                  ///< where anything of the dialog was drawn last, to be redrawn when it moves
     QList<CDXUTControl*> m_known_controls; ///< the list that the core's index was made from

@@ -3,42 +3,44 @@
 #include "dxut_control.h"
 #include "dxut_dialog.h"
 
-#include <algorithm>
+#include <utility>
 
 namespace tarn {
 
+bool SelectionRecord::contains(const CDXUTDialog* dialog) const
+{
+    return dialog && dialog->m_selected;
+}
+
+bool SelectionRecord::contains(const CDXUTControl* control) const
+{
+    return control && control->m_selected;
+}
+
 void SelectionRecord::add(CDXUTDialog* dialog)
 {
-    if (m_members.contains(dialog))
-        return;
-    m_members.insert(dialog);
-    dialogs.push_back(dialog);
+    if (!std::exchange(dialog->m_selected, true))
+        dialogs.push_back(dialog);
 }
 
 void SelectionRecord::add(CDXUTControl* control)
 {
-    if (m_members.contains(control))
-        return;
-    m_members.insert(control);
-    controls.push_back(control);
+    if (!std::exchange(control->m_selected, true))
+        controls.push_back(control);
 }
 
 void SelectionRecord::clear_dialogs()
 {
-    for (const CDXUTDialog* dialog : dialogs)
-        m_members.remove(dialog);
+    for (CDXUTDialog* dialog : dialogs)
+        dialog->m_selected = false;
     dialogs.clear();
     current_dialog = nullptr;
 }
 
 void SelectionRecord::clear_controls()
 {
-    if (dialogs.empty()) {
-        m_members.clear();
-    } else {
-        for (const CDXUTControl* control : controls)
-            m_members.remove(control);
-    }
+    for (CDXUTControl* control : controls)
+        control->m_selected = false;
     controls.clear();
     current_control = nullptr;
 }
@@ -46,7 +48,7 @@ void SelectionRecord::clear_controls()
 void SelectionRecord::prune()
 {
     const auto is_gone = [](const auto* object) { return !object->is_attached(); };
-    const auto drop = [&](const auto* object) { return is_gone(object) && m_members.remove(object); };
+    const auto drop = [&](auto* object) { return is_gone(object) && std::exchange(object->m_selected, false); };
     std::erase_if(dialogs, drop);
     std::erase_if(controls, drop);
     if (current_control && is_gone(current_control))

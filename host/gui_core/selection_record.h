@@ -1,7 +1,5 @@
 #pragma once
 
-#include <QSet>
-
 #include <vector>
 
 class CDXUTControl;
@@ -19,8 +17,9 @@ struct SelectionRecord {
     std::vector<CDXUTDialog*> dialogs; ///< changed through add() and clear_...() only
     std::vector<CDXUTControl*> controls;
 
-    bool contains(const CDXUTDialog* dialog) const { return m_members.contains(dialog); }
-    bool contains(const CDXUTControl* control) const { return m_members.contains(control); }
+    /// False for null. Objects know by themselves whether they are selected, so asking costs the same for any number.
+    bool contains(const CDXUTDialog* dialog) const;
+    bool contains(const CDXUTControl* control) const;
     /// Appends the object to its list; nothing happens when it is there already.
     void add(CDXUTDialog* dialog);
     void add(CDXUTControl* control);
@@ -28,9 +27,6 @@ struct SelectionRecord {
     void clear_controls();
     /// Drops what is no longer part of the scene.
     void prune();
-
-private:
-    QSet<const void*> m_members; ///< what is in the two lists
 };
 
 } // namespace tarn

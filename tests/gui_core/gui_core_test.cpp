@@ -78,6 +78,22 @@ TEST_F(GuiCoreTest, names_of_dialogs_are_cut_at_31_units_and_of_controls_never)
     EXPECT_EQ(c->name(), longer);
 }
 
+TEST_F(GuiCoreTest, undoing_the_first_control_of_a_dialog_takes_it_out_of_the_scene)
+{
+    CDXUTDialog* home = dialog({});
+    EXPECT_TRUE(m_core.controls().empty());
+    CDXUTControl* first = nullptr;
+    {
+        const UserAction action(m_journal);
+        first = button(home, {0, 0, 10, 10});
+    }
+    m_core.SelectControl(first, false);
+    m_journal.undo();
+    EXPECT_TRUE(m_core.selection().controls.empty());
+    EXPECT_FALSE(m_core.selection().contains(first));
+    EXPECT_FALSE(first->is_attached());
+}
+
 TEST_F(GuiCoreTest, what_cannot_be_made_leaves_no_trace)
 {
     CDXUTDialog* home = dialog({});
