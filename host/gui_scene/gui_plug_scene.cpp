@@ -18,6 +18,20 @@
 using tarn::lang;
 using tarn::Status;
 
+namespace {
+
+/// The content of the package at `path`, with the pictures that lie beside it.
+tarn::Result<tarn::GuiContent> read_file(const QString& path, CGuiCore& core)
+{
+    CPakFile package;
+    if (auto status = package.open(path); !status)
+        return status;
+    const CTexPathInfo textures(path, 1);
+    return tarn::read_package(package, core);
+}
+
+} // namespace
+
 CGuiPlugScene::CGuiPlugScene()
     : m_core(m_journal),
       m_select_tool(std::make_unique<tarn::SelectTool>(*this)),
@@ -81,11 +95,7 @@ void CGuiPlugScene::new_scene()
 
 Status CGuiPlugScene::open_scene(const QString& path)
 {
-    CPakFile package;
-    if (auto status = package.open(path); !status)
-        return status;
-    const CTexPathInfo textures(path, 1);
-    auto content = tarn::read_package(package, m_core);
+    auto content = read_file(path, m_core);
     if (!content)
         return content.status();
     play(false);
@@ -113,11 +123,7 @@ Status CGuiPlugScene::save_scene(const QString& path)
 
 Status CGuiPlugScene::on_merge_GUI(const QString& path, const QString& name, bool replace_styles)
 {
-    CPakFile package;
-    if (auto status = package.open(path); !status)
-        return status;
-    const CTexPathInfo textures(path, 1);
-    auto content = tarn::read_package(package, m_core);
+    auto content = read_file(path, m_core);
     if (!content)
         return content.status();
     const tarn::UserAction action(m_journal, lang(u"合并界面", u"Merge"));
