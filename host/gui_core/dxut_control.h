@@ -90,7 +90,7 @@ private:
     bool set_rect(const QRectF& rect);
 
     CGuiCore& m_core;
-    CDXUTDialog* m_dialog = nullptr;
-    bool m_selected = false; ///< in the core's selection
-    QRectF m_last_rect;      ///< where the control was drawn last, to be redrawn when it moves
+    CDXUTDialog* m_dialog = nullptr; ///< kept while that dialog is away from the scene
+    bool m_selected = false;         ///< in the core's selection
+    QRectF m_last_rect;              ///< where the control was drawn last, to be redrawn when it moves
 };

@@ -135,8 +135,6 @@ public:
         if (!m_linked)
             ensure_index();
     }
-    /// `control` was given to a dialog since the index was made.
-    void linked(CDXUTControl* control) { m_controls.push_back(control); }
 
     const char* class_name() const override { return "CGuiCore"; }
     bool is_attached() const override { return true; }
@@ -147,7 +145,7 @@ public:
 private:
     void ensure_index() const;
     void rebuild_index();
-    void attach(CDXUTDialog* dialog);
+    void relink();
     void prune_selection();
     void keep(std::shared_ptr<tarn::ModelObject> object) { m_pool.push_back(std::move(object)); }
 
