@@ -5,7 +5,9 @@
 #include "core/model_object.h"
 #include "skin.h"
 
+#include <QPolygonF>
 #include <QRectF>
+#include <QTransform>
 
 class CDXUTDialog;
 class CGuiCore;
@@ -38,6 +40,33 @@ public:
     int align_type() const { return control_state().align_type; }
     /// The control stays where it is; from now on it keeps that distance to the sides that `anchor` (0 to 9) names.
     bool set_align_type(int anchor);
+    /// 1 when place and size scale with the dialog, else 0. Turned off, the anchor from before is in force again.
+    int scale_mode() const;
+    bool set_scale_mode(int mode);
+
+    /// Degrees clockwise about center(), held to -7200 to 7200. rect() and what it is set by do not rotate.
+    float rotation() const { return control_state().extras->rotation; }
+    bool set_rotation(float degrees);
+    /// What the control is rotated about, pixels from its unrotated corner: its middle, wherever that is, until a point
+    /// is set.
+    QPointF center() const;
+    bool has_own_center() const { return control_state().extras->has_center; }
+    bool set_center(QPointF from_corner);
+    bool reset_center();
+    /// False for whole turns too.
+    bool is_rotated() const { return !control_state().extras.is_fresh() && turn() != 0; }
+
+    // Where a rotated control is seen; in_client are pixels of the client area.
+    QTransform rotation_transform() const; ///< from places in the unrotated control, in_client, to where they are seen
+    QPointF to_local(QPointF in_client) const; ///< pixels from the unrotated control's corner
+    bool contains(QPointF in_client) const;
+    QPolygonF outline() const; ///< the four corners, clockwise from the unrotated top left one
+    QRectF bounds() const;
+    QPolygonF screen_outline() const; ///< in pixels of the screen, like screen_bounds(); empty without a dialog
+    QRectF screen_bounds() const;
+    /// Nothing of the control is drawn outside.
+    QRectF drawn_bounds() const { return is_rotated() ? bounds().adjusted(-1, -1, 1, 1) : rect(); }
+    void redraw() const; ///< what is drawn of the control is damaged
 
     bool GetVisible() const { return control_state().visible; }
     bool SetVisible(bool visible);
@@ -68,6 +97,8 @@ public:
     virtual QRectF caret_rect() const { return {}; }
     /// Where the control takes the mouse beyond its frame, in pixels of the client area: a list that is dropped down.
     virtual QRectF popup_rect() const { return {}; }
+    /// The mouse went down there, in pixels of the client area.
+    virtual void popup_pressed(QPointF) {}
     /// Draws that, above all other controls.
     virtual void draw_popup(tarn::DrawContext&) const {}
     virtual void close_popup() {}
@@ -88,9 +119,11 @@ private:
     friend class CGuiCore;
     friend struct tarn::SelectionRecord;
     bool set_rect(const QRectF& rect);
+    void store_place(const QRectF& rect, QPointF pivot);
+    double turn() const; ///< the rotation without whole turns
 
     CGuiCore& m_core;
     CDXUTDialog* m_dialog = nullptr; ///< kept while that dialog is away from the scene
     bool m_selected = false;         ///< in the core's selection
-    QRectF m_last_rect;              ///< where the control was drawn last, to be redrawn when it moves
+    QRectF m_last_bounds;            ///< where the control was drawn last, to be redrawn when it moves
 };

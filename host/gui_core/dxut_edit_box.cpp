@@ -133,7 +133,7 @@ void CDXUTEditBox::after_edit(bool changed)
     if (changed)
         SetText(m_editor.text());
     scroll_to_caret();
-    core().add_damage(screen_rect());
+    redraw();
 }
 
 void CDXUTEditBox::mouse_pressed(QPointF inside)

@@ -62,6 +62,6 @@ bool CDXUTInfoBox::wheel_turned(double steps)
     const int most = std::max(0, int(lines().size()) - seen_lines());
     m_back = std::clamp(m_back + int(std::lround(steps)), 0, most);
     m_texts.clear();
-    core().add_damage(screen_rect());
+    redraw();
     return true;
 }

@@ -407,6 +407,6 @@ QRectF CGuiCore::dialog_bounds(const CDXUTDialog& dialog) const
     QRectF bounds = dialog.outer_rect();
     if (!dialog.minimized())
         tarn::walk(dialog.controls(),
-                   [&](const CDXUTControl* control) { bounds |= dialog.to_screen(control->rect()); });
+                   [&](const CDXUTControl* control) { bounds |= dialog.to_screen(control->drawn_bounds()); });
     return bounds;
 }

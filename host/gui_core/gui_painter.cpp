@@ -9,6 +9,20 @@
 
 namespace tarn {
 
+namespace {
+
+void draw_rotated(const CDXUTControl& control, DrawContext& context, const QRectF& visible)
+{
+    if (!control.drawn_bounds().intersects(visible))
+        return;
+    context.painter.save();
+    context.painter.setTransform(control.rotation_transform(), true);
+    control.draw(context, control.rect());
+    context.painter.restore();
+}
+
+} // namespace
+
 GuiPainter::GuiPainter() : m_elements(Skin::default_skin()) {}
 
 void GuiPainter::paint(QPainter& painter, const CGuiCore& core, const QRectF& clip, double scale)
@@ -50,8 +64,11 @@ void GuiPainter::paint_dialog(QPainter& painter, const CGuiCore& core, const CDX
         context.scale = scale * std::max(dialog.scale_x(), dialog.scale_y());
     }
     for (const CDXUTControl* control : dialog.controls()) {
-        const QRectF area = control->rect();
-        if (control->GetVisible() && area.intersects(visible))
+        if (!control->GetVisible())
+            continue;
+        if (control->is_rotated())
+            draw_rotated(*control, context, visible);
+        else if (const QRectF area = control->rect(); area.intersects(visible))
             control->draw(context, area);
     }
     painter.restore();

@@ -113,16 +113,13 @@ void follow_renamed(const std::vector<ModelObject*>& objects, const QHash<QStrin
     if (renamed.isEmpty())
         return;
     const auto prefix = texture_entry(QString()).size();
-    for (ModelObject* object : objects) {
-        for (const FieldBase* field : object->fields()) {
-            if (!field->rules().picture)
-                continue;
-            const QString entry = texture_entry(std::get<QString>(field->get(object->base_state())));
-            const auto found = renamed.find(entry);
-            if (found != renamed.end())
-                (void)field->set(object->raw_state(), Value(found->mid(prefix)));
-        }
-    }
+    const auto new_name = [&](const QString& name) {
+        const auto found = renamed.find(texture_entry(name));
+        return found == renamed.end() ? name : found->mid(prefix);
+    };
+    for (ModelObject* object : objects)
+        for (const FieldBase* field : object->fields())
+            field->rename_pictures(object->raw_state(), new_name);
 }
 
 } // namespace
