@@ -1,6 +1,7 @@
 #include "control_state.h"
 
 #include "anchor.h"
+#include "control_style.h"
 #include "core/field.h"
 
 namespace tarn {
@@ -90,7 +91,12 @@ const FieldTable& ControlState::field_table()
         computed_field<S, ScaleModeAccess>("scale_mode", {.minimum = 0, .maximum = 1, .derived = true}),
         field<S>("rotation", &S::extras, &E::rotation, range(-max_turn, max_turn)),
         computed_field<S, CenterAccess<&E::center_x, &S::width>>("center_x", range(-max_place, max_place)),
-        computed_field<S, CenterAccess<&E::center_y, &S::height>>("center_y", range(-max_place, max_place)));
+        computed_field<S, CenterAccess<&E::center_y, &S::height>>("center_y", range(-max_place, max_place)),
+        field<S>("style_images", &S::extras, &E::style_images, {.picture = true, .slots = style_slot_count}),
+        field<S>("style_colors", &S::extras, &E::style_colors, slots(style_slot_count)),
+        field<S>("style_text_colors", &S::extras, &E::style_text_colors, slots(style_state_count)),
+        field<S>("font_family", &S::extras, &E::font_family, max_length(100)),
+        field<S>("font_italic", &S::extras, &E::font_italic));
     return table;
 }
 

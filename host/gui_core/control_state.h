@@ -18,6 +18,13 @@ struct ControlExtras {
     float center_y = 0;
     int saved_align_type = 0; ///< the anchor from before scaling with the dialog was turned on
 
+    // What the author chose instead of the style's; see style_slot(). Beyond the end of a list nothing is chosen.
+    QStringList style_images;         ///< names in the scene's textures; empty for the style's
+    QList<quint32> style_colors;      ///< ARGB; 0 leaves the picture as it is
+    QList<quint32> style_text_colors; ///< ARGB by VisualState; 0 for the control's usual one
+    QString font_family;              ///< empty for the style's
+    bool font_italic = false;
+
     bool operator==(const ControlExtras&) const = default;
 };
 

@@ -31,8 +31,7 @@ void CDXUTComboBox::draw(tarn::DrawContext& context, const QRectF& area) const
     const QRectF arrow(area.right() - side, area.y(), side, area.height());
     context.draw_element(tarn::Element::ComboBox, look, area);
     context.draw_element(tarn::Element::DropArrow, look, arrow.adjusted(4, 4, -4, -4));
-    m_text.draw(context.painter, area.adjusted(8, 0, -side, 0), GetSelectedItem(),
-                {.color = tarn::Skin::text_color(look, 0), .vertical_align = 1});
+    m_text.draw(context.painter, area.adjusted(8, 0, -side, 0), GetSelectedItem(), text_look());
 }
 
 QRectF CDXUTComboBox::popup_rect() const

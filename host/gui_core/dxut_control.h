@@ -68,6 +68,28 @@ public:
     QRectF drawn_bounds() const { return is_rotated() ? bounds().adjusted(-1, -1, 1, 1) : rect(); }
     void redraw() const; ///< what is drawn of the control is damaged
 
+    // What the author chose instead of the style's looks; slots are those of tarn::style_slot(). Null texts and colours
+    // that are 0 take the style's.
+    QString style_image(int slot) const { return control_state().extras->style_images.value(slot); }
+    bool set_style_image(int slot, const QString& name);
+    /// The picture takes on this colour, ARGB: one of the author's is multiplied with it, one of the style's turned into
+    /// its shades.
+    quint32 style_color(int slot) const { return control_state().extras->style_colors.value(slot); }
+    bool set_style_color(int slot, quint32 argb);
+    quint32 style_text_color(tarn::VisualState look) const
+    {
+        return control_state().extras->style_text_colors.value(int(look));
+    }
+    bool set_style_text_color(tarn::VisualState look, quint32 argb);
+    const QString& font_family() const { return control_state().extras->font_family; }
+    bool set_font_family(const QString& family);
+    bool font_italic() const { return control_state().extras->font_italic; }
+    bool set_font_italic(bool italic);
+    /// Anything of that, or the text's own colour, size or weight.
+    bool has_style() const;
+    bool reset_style();
+    bool has_extras() const { return !control_state().extras.is_fresh(); }
+
     bool GetVisible() const { return control_state().visible; }
     bool SetVisible(bool visible);
     bool GetEnabled() const { return control_state().enabled; }
@@ -79,7 +101,7 @@ public:
 
     /// Draws the control into `area`, pixels of the client area.
     virtual void draw(tarn::DrawContext& context, const QRectF& area) const = 0;
-    tarn::VisualState visual_state() const;
+    virtual tarn::VisualState visual_state() const;
     /// Whether the control takes the mouse and the keyboard while the interface runs.
     virtual bool is_interactive() const { return false; }
     /// A click, or Space, while the interface runs.
@@ -113,12 +135,16 @@ protected:
     CDXUTControl(tarn::Journal& journal, CGuiCore& core, tarn::ControlState* state);
     const tarn::ControlState& control_state() const { return state<tarn::ControlState>(); }
     CGuiCore& core() const { return m_core; }
+    /// The colour of a text in that state; `authored` is the one of the control, 0 for none.
+    quint32 text_color_in(tarn::VisualState look, quint32 authored) const;
 
 private:
     friend class CDXUTDialog;
     friend class CGuiCore;
     friend struct tarn::SelectionRecord;
     bool set_rect(const QRectF& rect);
+    template <class T>
+    bool put_style(QList<T> tarn::ControlExtras::*list, int slot, const T& value);
     void store_place(const QRectF& rect, QPointF pivot);
     double turn() const; ///< the rotation without whole turns
 

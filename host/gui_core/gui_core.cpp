@@ -397,6 +397,30 @@ void CGuiCore::set_texture(const QString& name, const QByteArray& encoded)
     state_changed();
 }
 
+QStringList CGuiCore::texture_names() const
+{
+    const QString prefix = tarn::texture_entry(QString());
+    const auto& files = core_state().files;
+    QStringList names;
+    for (auto file = files.lowerBound(prefix); file != files.end() && file.key().startsWith(prefix); ++file)
+        names.append(file.key().mid(prefix.size()));
+    return names;
+}
+
+QString CGuiCore::add_texture(const QString& wanted, const QByteArray& encoded)
+{
+    const auto& files = core_state().files;
+    const QStringList names = texture_names();
+    for (const QString& name : names)
+        if (files.value(tarn::texture_entry(name)) == encoded)
+            return name;
+    QString name = wanted;
+    if (names.contains(wanted))
+        name = tarn::free_picture_name(wanted, [&](const QString& other) { return !names.contains(other); });
+    set_texture(name, encoded);
+    return name;
+}
+
 QRectF CGuiCore::take_damage()
 {
     return std::exchange(m_damage, {});

@@ -38,7 +38,7 @@ void GuiPainter::paint(QPainter& painter, const CGuiCore& core, const QRectF& cl
     if (const CDXUTControl* popup = core.live().popup; popup && popup->dialog()) {
         painter.translate(popup->dialog()->client_rect().topLeft());
         painter.scale(popup->dialog()->scale_x(), popup->dialog()->scale_y());
-        DrawContext context{painter, m_elements, core, scale, false};
+        DrawContext context{painter, m_elements, core, scale, false, popup->has_extras() ? popup : nullptr};
         popup->draw_popup(context);
     }
     painter.restore();
@@ -49,7 +49,7 @@ void GuiPainter::paint_dialog(QPainter& painter, const CGuiCore& core, const CDX
 {
     if (!dialog.GetVisible() || !(dialog.is_root() || dialog.drawn_bounds().intersects(clip)))
         return;
-    DrawContext context{painter, m_elements, core, scale, core.selection().editing};
+    DrawContext context{painter, m_elements, core, scale, core.selection().editing, nullptr};
     if (dialog.outer_rect().intersects(clip))
         dialog.draw(context);
     if (dialog.minimized())
@@ -66,6 +66,7 @@ void GuiPainter::paint_dialog(QPainter& painter, const CGuiCore& core, const CDX
     for (const CDXUTControl* control : dialog.controls()) {
         if (!control->GetVisible())
             continue;
+        context.styled = control->has_extras() ? control : nullptr;
         if (control->is_rotated())
             draw_rotated(*control, context, visible);
         else if (const QRectF area = control->rect(); area.intersects(visible))

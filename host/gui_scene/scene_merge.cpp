@@ -3,7 +3,6 @@
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
 
-#include <QFileInfo>
 #include <QHash>
 
 #include <algorithm>
@@ -78,18 +77,6 @@ void keep_design_size(GuiContent& content, const CGuiCore& core)
     }
 }
 
-QString free_name(const QString& taken, const QMap<QString, QByteArray>& a, const QMap<QString, QByteArray>& b)
-{
-    const QFileInfo info(taken);
-    const QString folder = info.path() == QLatin1String(".") ? QString() : info.path() + QLatin1Char('/');
-    const QString suffix = info.suffix().isEmpty() ? QString() : QLatin1Char('.') + info.suffix();
-    for (int i = 2;; ++i) {
-        const QString name = folder + info.completeBaseName() + QLatin1Char('-') + QString::number(i) + suffix;
-        if (!a.contains(name) && !b.contains(name))
-            return name;
-    }
-}
-
 /// Entries that are new to the scene; `renamed` tells under which name a picture went in.
 QMap<QString, QByteArray> new_files(const GuiContent& content, const CGuiCore& core, QHash<QString, QString>& renamed)
 {
@@ -100,7 +87,9 @@ QMap<QString, QByteArray> new_files(const GuiContent& content, const CGuiCore& c
         if (!present.contains(file.key())) {
             added.insert(file.key(), file.value());
         } else if (present.value(file.key()) != file.value()) {
-            const QString name = free_name(file.key(), present, theirs);
+            const QString name = free_picture_name(file.key(), [&](const QString& wanted) {
+                return !present.contains(wanted) && !theirs.contains(wanted);
+            });
             renamed.insert(file.key(), name);
             added.insert(name, file.value());
         }
