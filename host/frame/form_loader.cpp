@@ -2,6 +2,7 @@
 
 #include "core/language.h"
 #include "widgets/button_st.h"
+#include "widgets/color_swatch.h"
 #include "widgets/super_edit.h"
 
 #include <QFile>
@@ -25,6 +26,8 @@ public:
         QWidget* widget = m_maker ? m_maker(class_name, parent) : nullptr;
         if (!widget && class_name == QLatin1String("CButtonST"))
             widget = new CButtonST(parent);
+        if (!widget && class_name == QLatin1String("CColorSwatch"))
+            widget = new CColorSwatch(parent);
         if (!widget && class_name == QLatin1String("CSuperEdit"))
             widget = new CSuperEdit(parent);
         if (!widget && class_name == QLatin1String("QTabBar"))

@@ -58,6 +58,9 @@ public:
     void remove_dialog(CDXUTDialog* dialog);
     void remove_control(CDXUTControl* control);
     void move_control_to(CDXUTControl* control, CDXUTDialog* dialog);
+    /// The same for many controls, with one pass over the list of each dialog that loses any.
+    void remove_controls(const std::vector<CDXUTControl*>& controls);
+    void move_controls_to(const std::vector<CDXUTControl*>& controls, CDXUTDialog* dialog);
     /// `down` 0 moves the dialog one layer up, 1 one down; false at the end of the order.
     bool AdjustDialogLayer(CDXUTDialog* dialog, int down);
 
@@ -146,6 +149,9 @@ private:
     void ensure_index() const;
     void rebuild_index();
     void relink();
+    /// Takes those of the controls that are part of the scene, and do not belong to `stays`, out of their dialogs;
+    /// answers which.
+    std::vector<CDXUTControl*> take_out(const std::vector<CDXUTControl*>& controls, const CDXUTDialog* stays);
     void prune_selection();
     void keep(std::shared_ptr<tarn::ModelObject> object) { m_pool.push_back(std::move(object)); }
 

@@ -147,6 +147,12 @@ void CGuiPlugScene::RemoveCtrl(CDXUTControl* control)
     m_core.remove_control(control);
 }
 
+void CGuiPlugScene::RemoveCtrls(const std::vector<CDXUTControl*>& controls)
+{
+    const tarn::UserAction action(m_journal, lang(u"删除控件", u"Remove Control"));
+    m_core.remove_controls(controls);
+}
+
 void CGuiPlugScene::switch_ctrl_dialog()
 {
     tarn::SelectionRecord& selection = m_core.selection();
@@ -159,6 +165,12 @@ void CGuiPlugScene::switch_ctrl_dialog(CDXUTControl* control, CDXUTDialog* dialo
 {
     const tarn::UserAction action(m_journal, lang(u"切换控件窗口", u"Switch Dialog"));
     m_core.move_control_to(control, dialog);
+}
+
+void CGuiPlugScene::switch_ctrl_dialog(const std::vector<CDXUTControl*>& controls, CDXUTDialog* dialog)
+{
+    const tarn::UserAction action(m_journal, lang(u"切换控件窗口", u"Switch Dialog"));
+    m_core.move_controls_to(controls, dialog);
 }
 
 void CGuiPlugScene::SetMTFunction(int kind, int type)

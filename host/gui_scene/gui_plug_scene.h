@@ -49,9 +49,13 @@ public:
     // Objects
     void RemoveDialog(CDXUTDialog* dialog);
     void RemoveCtrl(CDXUTControl* control);
+    /// Removes many controls in one step of undo, at a cost that grows with their number and their dialogs' sizes only.
+    void RemoveCtrls(const std::vector<CDXUTControl*>& controls);
     /// Changes between the selection of controls and that of dialogs.
     void switch_ctrl_dialog();
     void switch_ctrl_dialog(CDXUTControl* control, CDXUTDialog* dialog);
+    /// The same for many controls; they come to lie on top of the dialog's own in the given order.
+    void switch_ctrl_dialog(const std::vector<CDXUTControl*>& controls, CDXUTDialog* dialog);
 
     /// What the left mouse button does in the views: `kind` 0 selects and moves, 1 draws a new dialog, 2 a new control of the type
     /// `type`.

@@ -95,4 +95,11 @@ double NumberFormat::rounded(double number) const
     return m_conversion == 'f' ? QString::number(number, 'f', m_precision).toDouble() : number;
 }
 
+double NumberFormat::truncated(double number) const
+{
+    const double near = rounded(number);
+    const double step = std::pow(10.0, -m_precision);
+    return std::abs(near) > std::abs(number) ? rounded(near - std::copysign(step, number)) : near;
+}
+
 } // namespace tarn

@@ -29,6 +29,8 @@ public:
     QString text(double number) const;
     /// The number as it is shown, where the format has a fixed count of decimals; otherwise the number itself.
     double rounded(double number) const;
+    /// The same without the decimals that are not shown: 12.9 under %.0f is 12.
+    double truncated(double number) const;
 
 private:
     char m_conversion = 'g';

@@ -108,7 +108,7 @@ void CSuperEdit::on_text_edited(const QString& text)
     const std::optional<double> typed = tarn::parse_number(text);
     if (!typed)
         return;
-    replace_value(held(m_format.rounded(*typed)));
+    replace_value(held(m_is_truncating ? m_format.truncated(*typed) : m_format.rounded(*typed)));
     Q_EMIT text_changed_by_user(get_pos());
 }
 

@@ -27,6 +27,8 @@ public:
     /// How the value is shown: exactly one printf conversion of %f, %e or %g. Another text counts as "%g".
     /// What is typed is rounded to the decimals of an %f conversion; values set by set_pos() are not.
     void set_format_string(const QString& printf_format);
+    /// From now on what is typed is cut to those decimals instead of rounded.
+    void set_truncating(bool truncating) { m_is_truncating = truncating; }
 
     /// Shows a value, held to the range. A number that is not finite is refused. The text that the user is typing is
     /// left alone when it stands for this very value. Returns whether the value changed.
@@ -83,4 +85,5 @@ private:
     tarn::NumberFormat m_format;
     std::optional<Drag> m_drag;
     bool m_is_typing = false;
+    bool m_is_truncating = false;
 };

@@ -9,12 +9,15 @@
 #include "page_base/gui_child_dlg.h"
 #include "shell/gui_ui.h"
 
+#include <QDialog>
 #include <QMainWindow>
 #include <QStackedWidget>
+#include <QTimer>
 
 #include <gtest/gtest.h>
 
 #include <deque>
+#include <functional>
 
 namespace tarn::test {
 
@@ -41,13 +44,33 @@ public:
         filters.append(box.filter);
         return take(files, QString());
     }
-    int menu(QWidget*, const boxes::Menu&) override { return 0; }
-    std::optional<QColor> color(QWidget*, const QColor&) override { return std::nullopt; }
-    int dialog(QDialog&) override { return 0; }
+    int menu(QWidget*, const boxes::Menu& menu) override
+    {
+        for (const boxes::MenuItem& item : menu.items)
+            texts.append(u"%1 %2"_s.arg(item.id).arg(item.text));
+        return take(commands, 0);
+    }
+    std::optional<QColor> color(QWidget*, const QColor& initial) override
+    {
+        texts.append(initial.name(QColor::HexArgb));
+        return take(colors, std::optional<QColor>());
+    }
+    /// Shows the dialog, lets the next visitor use it, and answers what it was ended with.
+    int dialog(QDialog& dialog) override
+    {
+        texts.append(dialog.windowTitle());
+        QTimer::singleShot(0, &dialog, [this, &dialog] {
+            take(dialogs, std::function<void(QDialog&)>([](QDialog& open) { open.reject(); }))(dialog);
+        });
+        return dialog.exec();
+    }
 
     std::deque<boxes::Button> buttons;
     std::deque<std::optional<QString>> prompts;
     std::deque<QString> files;
+    std::deque<int> commands;
+    std::deque<std::optional<QColor>> colors;
+    std::deque<std::function<void(QDialog&)>> dialogs;
     QStringList texts;
     QStringList filters;
 

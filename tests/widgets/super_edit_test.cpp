@@ -182,6 +182,23 @@ TEST_F(SuperEditTest, FormatsShowTheValueAndTrapsFallBack)
     std::setlocale(LC_NUMERIC, before.c_str());
 }
 
+TEST_F(SuperEditTest, CutsWhatIsTypedWhereRoundingIsOff)
+{
+    edit.set_range(-1000, 1000, 1);
+    edit.set_truncating(true);
+    edit.set_format_string(QStringLiteral("%.1f"));
+    struct Case {
+        const char* text;
+        double pos;
+    };
+    // A number that can be shown stays itself.
+    for (const Case& c :
+         {Case{"2.79", 2.7}, Case{"-2.79", -2.7}, Case{"2.3", 2.3}, Case{"0.3", 0.3}, Case{"-0.06", 0}}) {
+        type(QLatin1String(c.text));
+        EXPECT_EQ(edit.get_pos(), c.pos) << c.text;
+    }
+}
+
 TEST_F(SuperEditTest, StepsByKeysStayInRangeAndFreeOfNoise)
 {
     edit.set_range(0, 1, 0.1);
