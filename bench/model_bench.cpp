@@ -136,11 +136,7 @@ void remove_selected(benchmark::State& state)
     for (auto _ : state) {
         for (CDXUTControl* control : scene.controls)
             scene.core().SelectControl(control, true);
-        {
-            const tarn::UserAction action(scene.journal());
-            for (CDXUTControl* control : scene.controls)
-                scene.scene.RemoveCtrl(control);
-        }
+        scene.scene.RemoveCtrls(scene.controls);
         scene.journal().undo();
         benchmark::DoNotOptimize(scene.core().controls().size());
     }
