@@ -195,6 +195,16 @@ TEST_F(ControlList, RowsSelectControlsInTheirOrderAndTheClickedOneIsCurrent)
     EXPECT_EQ(core().selection().current_control, all[4]);
     EXPECT_EQ(core().selection().controls.size(), 2u);
 
+    const auto cell = [&](int row) { return list().visualRect(list().model()->index(row, 1)).center(); };
+    m_codes.clear();
+    QTest::mousePress(list().viewport(), Qt::LeftButton, {}, cell(1));
+    QTest::mouseMove(list().viewport(), cell(2));
+    QTest::mouseMove(list().viewport(), cell(3));
+    QTest::mouseRelease(list().viewport(), Qt::LeftButton, {}, cell(3));
+    EXPECT_EQ(core().selection().controls, (std::vector<CDXUTControl*>{all[1], all[2], all[3]})) << "by dragging";
+    EXPECT_EQ(m_codes, std::vector<int>{ui_selection_changed});
+    EXPECT_TRUE(all[3]->GetVisible()) << "a drag is no click";
+
     core().ClearCtrlSelection();
     tell(ui_selection_changed);
     EXPECT_TRUE(list().selected_controls().empty());
