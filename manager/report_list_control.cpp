@@ -18,8 +18,8 @@ const QList<int> icon_numbers{6146, 6023, 6149, 6327, 6331, 6022, 6329, 6025,
 constexpr int no_icon = 99; ///< beside the list
 
 /// Indexes into the icon list by control type. The last two icons stand the other way round than their types.
-constexpr std::array<int, control_type_count> type_icons{0,  1,  2,       3,  4,       5,       6,  no_icon, 7,  8,
-                                                         9,  10, no_icon, 11, no_icon, no_icon, 12, 13,      15, 14};
+constexpr std::array<int, control_type_count> type_icons{0, 1,  2,       3,  4,       5,       6,  no_icon, 7,  8,
+                                                         9, 10, no_icon, 11, no_icon, no_icon, 12, 13,      15, 14};
 
 /// Layers have as many digits as the topmost one of their dialog, so that they also sort as texts; one digit more from
 /// the last number of a length on.

@@ -237,7 +237,7 @@ std::vector<CDXUTControl*> CGuiCore::take_out(const std::vector<CDXUTControl*>& 
         CDXUTDialog* home = control->dialog();
         if (!home || home == stays)
             return;
-        add_damage(control->screen_rect());
+        add_damage(home->to_screen(control->m_last_rect));
         control->m_dialog = nullptr;
         taken.push_back(control);
         if (known_homes.insert(home).second)

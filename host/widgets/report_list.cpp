@@ -96,6 +96,7 @@ void CReportList::set_column_title(int column, const QString& title)
 {
     if (column >= 0 && column < m_model->columnCount())
         m_model->set_column_title(column, title);
+    update_header_height();
 }
 
 QStringList CReportList::column_captions() const
@@ -127,12 +128,29 @@ void CReportList::apply_width_shares()
         width_left -= width;
         shares_left -= share;
     }
+    update_header_height();
+}
+
+// Captions that are too long for their columns go over two lines, where they can be broken.
+void CReportList::update_header_height()
+{
+    QHeaderView* header = horizontalHeader();
+    const QFontMetrics metrics = header->fontMetrics();
+    const int margins = 2 * style()->pixelMetric(QStyle::PM_HeaderMargin, nullptr, header);
+    int height = metrics.height();
+    for (int i = 0; i < m_model->columnCount(); ++i) {
+        const QRect room(0, 0, columnWidth(i) - margins, 2 * metrics.lineSpacing());
+        const QRect text = metrics.boundingRect(room, Qt::TextWordWrap, m_model->columns()[size_t(i)].title);
+        height = std::max(height, std::min(text.height(), room.height()));
+    }
+    header->setFixedHeight(height + margins);
 }
 
 void CReportList::on_section_resized()
 {
     if (m_code_depth > 0)
         return;
+    update_header_height();
     m_keeps_shares = false;
     setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
 }

@@ -131,6 +131,7 @@ private:
     void on_header_clicked(int column);
     void on_section_resized();
     void apply_width_shares();
+    void update_header_height();
     void update_row_height();
     void reload_icons();
     Cell cell_at(const QPoint& pos) const;

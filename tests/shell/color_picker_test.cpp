@@ -11,7 +11,15 @@ namespace tarn::test {
 
 namespace {
 
-enum Id : int { id_ok = 1, id_cancel = 2, id_pick = 3, id_red = 6397, id_green = 6401, id_blue = 6405, id_alpha = 6411 };
+enum Id : int {
+    id_ok = 1,
+    id_cancel = 2,
+    id_pick = 3,
+    id_red = 6397,
+    id_green = 6401,
+    id_blue = 6405,
+    id_alpha = 6411
+};
 
 /// What a user finds in the open dialog.
 class OpenPicker {

@@ -95,9 +95,8 @@ TEST_F(ControlList, LayersGetAnotherDigitOneBeforeTheirNumberDoes)
     };
     int made = 0;
     for (const Case& c : {Case{8, u"1"_s, u"8"_s}, Case{9, u"01"_s, u"09"_s}, Case{98, u"01"_s, u"98"_s},
-                          Case{99, u"001"_s, u"099"_s}, Case{998, u"001"_s, u"998"_s},
-                          Case{999, u"0001"_s, u"0999"_s}, Case{9998, u"0001"_s, u"9998"_s},
-                          Case{9999, QString(), QString()}}) {
+                          Case{99, u"001"_s, u"099"_s}, Case{998, u"001"_s, u"998"_s}, Case{999, u"0001"_s, u"0999"_s},
+                          Case{9998, u"0001"_s, u"9998"_s}, Case{9999, QString(), QString()}}) {
         add(0, c.count - made);
         made = c.count;
         tell(ui_scene_changed);
@@ -196,6 +195,16 @@ TEST_F(ControlList, RowsSelectControlsInTheirOrderAndTheClickedOneIsCurrent)
     EXPECT_EQ(core().selection().current_control, all[4]);
     EXPECT_EQ(core().selection().controls.size(), 2u);
 
+    const auto cell = [&](int row) { return list().visualRect(list().model()->index(row, 1)).center(); };
+    m_codes.clear();
+    QTest::mousePress(list().viewport(), Qt::LeftButton, {}, cell(1));
+    QTest::mouseMove(list().viewport(), cell(2));
+    QTest::mouseMove(list().viewport(), cell(3));
+    QTest::mouseRelease(list().viewport(), Qt::LeftButton, {}, cell(3));
+    EXPECT_EQ(core().selection().controls, (std::vector<CDXUTControl*>{all[1], all[2], all[3]})) << "by dragging";
+    EXPECT_EQ(m_codes, std::vector<int>{ui_selection_changed});
+    EXPECT_TRUE(all[3]->GetVisible()) << "a drag is no click";
+
     core().ClearCtrlSelection();
     tell(ui_selection_changed);
     EXPECT_TRUE(list().selected_controls().empty());
@@ -274,8 +283,8 @@ TEST_F(ControlList, TheSwitchMenuMovesAllSelectedControlsSilently)
 
 TEST_F(ControlList, NamesOfAnyScriptAreShownAndNumbersSortAsNumbers)
 {
-    const QStringList names{u"确定按钮"_s, u"زر الموافقة"_s, u"👩‍🚀🚀"_s, u"e\u0301t\u0308é"_s, u"a&b\n%1"_s,
-                            QString(5000, u'名')};
+    const QStringList names{u"确定按钮"_s,        u"زر الموافقة"_s, u"👩‍🚀🚀"_s,
+                            u"e\u0301t\u0308é"_s, u"a&b\n%1"_s,     QString(5000, u'名')};
     add(0, 12);
     const auto controls = core().controls();
     for (int i = 0; i < int(names.size()); ++i)
