@@ -164,9 +164,8 @@ void CBoundPage::on_edited(const Row& bound, const Value& value)
     const QWidget* widget = control(bound.row.control);
     if (!has_selection() || (bound.row.gate == tarn::Gate::WithFocus && !widget->hasFocus()))
         return;
-    const QByteArray key = bound.editor->merges()
-        ? page_name().toLatin1() + '/' + QByteArray::number(bound.row.control)
-        : QByteArray();
+    const QByteArray key = bound.editor->merges() ? page_name().toLatin1() + '/' + QByteArray::number(bound.row.control)
+                                                  : QByteArray();
     run_action(
         [&] {
             const Writing writing(*this, bound);

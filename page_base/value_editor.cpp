@@ -78,8 +78,8 @@ public:
         m_widget.setEnabled(common.agreement != Agreement::None);
         m_widget.setPlaceholderText(common.agreement == Agreement::Mixed ? mixed_text() : QString());
         const QString text = common.agreement != Agreement::Same ? QString()
-            : m_is_list ? as<QStringList>(common.value).join(QLatin1Char('\n'))
-                        : as<QString>(common.value);
+            : m_is_list                                          ? as<QStringList>(common.value).join(QLatin1Char('\n'))
+                                                                 : as<QString>(common.value);
         if (m_widget.toPlainText() != text)
             m_widget.setPlainText(text);
     }
@@ -114,7 +114,9 @@ public:
         const bool mixed = common.agreement == Agreement::Mixed;
         m_widget.setEnabled(common.agreement != Agreement::None);
         m_widget.setTristate(mixed);
-        m_widget.setCheckState(mixed ? Qt::PartiallyChecked : number_or_flag(common.value) ? Qt::Checked : Qt::Unchecked);
+        m_widget.setCheckState(mixed                              ? Qt::PartiallyChecked
+                                   : number_or_flag(common.value) ? Qt::Checked
+                                                                  : Qt::Unchecked);
     }
     Value value() const override
     {
@@ -170,6 +172,9 @@ public:
             m_widget.set_pos(number_of(common.value));
         else
             m_widget.set_empty();
+        // There is no room for words.
+        m_widget.findChild<QLineEdit*>()->setPlaceholderText(common.agreement == Agreement::Mixed ? QStringLiteral("…")
+                                                                                                  : QString());
     }
     Value value() const override { return m_widget.value() ? Value(*m_widget.value()) : Value(); }
     bool merges() const override { return true; }

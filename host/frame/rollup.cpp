@@ -64,8 +64,8 @@ CChildDlg* CRollupCtrl::page(int index) const
 
 QToolButton* CRollupCtrl::heading_of(const CChildDlg* page) const
 {
-    const auto found
-        = std::find_if(m_sections.begin(), m_sections.end(), [page](const Section& s) { return s.page == page; });
+    const auto found = std::find_if(m_sections.begin(), m_sections.end(),
+                                    [page](const Section& s) { return s.page == page; });
     return found == m_sections.end() ? nullptr : found->heading;
 }
 

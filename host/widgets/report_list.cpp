@@ -202,14 +202,12 @@ int CReportList::icon_index(int row) const
 {
     if (row < 0 || row >= row_count() || m_icons.isEmpty())
         return -1;
-    const int index = get_item_icon(m_model->items()[size_t(row)]);
-    return index >= 0 && index < m_icons.size() ? index : -1;
+    return get_item_icon(m_model->items()[size_t(row)]);
 }
 
 QIcon CReportList::row_icon(int row) const
 {
-    const int index = icon_index(row);
-    return index < 0 ? QIcon() : m_icons.at(index);
+    return m_icons.value(icon_index(row));
 }
 
 void CReportList::set_icon_list(const QList<int>& icon_numbers)

@@ -51,7 +51,7 @@ public:
     void* get_binded_ptr(int row) const;
     /// Empty when there is no such cell.
     QString item_caption(int row, int column) const;
-    /// The index of the row's icon in the icon list; -1 when the row shows none.
+    /// What get_item_icon() says for the row; -1 when there is no such row or no icon list.
     int icon_index(int row) const;
     /// Shows all captions anew; the rows stay where they are.
     void refresh_all_item_caption();

@@ -116,7 +116,7 @@ TEST_F(ControlList, AHiddenControlHasNoIconUntilAClickBesideItsNumberShowsIt)
     CDXUTControl* second = list().control(1);
     click_rows({1}, CReportListControl::Type);
     EXPECT_FALSE(second->GetVisible());
-    EXPECT_EQ(list().icon_index(1), -1);
+    EXPECT_EQ(list().icon_index(1), 99);
     EXPECT_EQ(core().selection().current_control, second) << "it is selected too";
     EXPECT_EQ(m_codes, std::vector<int>{ui_selection_changed});
     click_rows({1}, CReportListControl::Layer);

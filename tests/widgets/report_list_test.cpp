@@ -373,7 +373,8 @@ TEST_F(ReportListTest, IconsOutsideTheIconListAreNotShown)
     list.set_icon_list({1});
     EXPECT_EQ(list.icon_index(0), 0);
     EXPECT_FALSE(list.row_icon(0).isNull());
-    EXPECT_EQ(list.icon_index(1), -1);
+    EXPECT_EQ(list.icon_index(1), 1);
+    EXPECT_TRUE(list.row_icon(1).isNull());
     EXPECT_TRUE(list.row_icon(2).isNull());
     EXPECT_EQ(list.icon_index(99), -1);
 }
