@@ -45,7 +45,8 @@ bool SelectTool::mouse(const MouseEvent& event)
 {
     if (!m_scene.gui_core().selection().editing)
         return false;
-    if (event.kind == MouseEvent::Kind::Press && event.button == Qt::LeftButton)
+    const bool pressed = event.kind == MouseEvent::Kind::Press || event.kind == MouseEvent::Kind::DoubleClick;
+    if (pressed && event.button == Qt::LeftButton)
         press(event);
     else if (event.kind == MouseEvent::Kind::Move && m_gesture)
         drag(event);

@@ -1,16 +1,20 @@
 #include "view3d.h"
 
 #include "core/language.h"
+#include "edit_commands.h"
 #include "engine/base_world.h"
 #include "gl_surface.h"
 #include "ground_raster.h"
+#include "inline_editor.h"
 #include "plain_surface.h"
 
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
 
+#include <algorithm>
 #include <chrono>
+#include <cmath>
 #include <utility>
 
 using tarn::MouseEvent;
@@ -21,6 +25,7 @@ constexpr auto refresh_interval = std::chrono::milliseconds(16);
 /// Where the mouse is for the tool while it is not over the view.
 constexpr QPointF nowhere(-1e6, -1e6);
 constexpr double wheel_step = 120; ///< eighths of a degree, as mice count
+constexpr double click_reach = 3;  ///< pixels that the mouse may move in a click of the right button
 
 } // namespace
 
@@ -77,6 +82,7 @@ void CView3D::place_surface()
 {
     if (m_surface->geometry() == surface_rect())
         return;
+    finish_text();
     m_surface->setGeometry(surface_rect());
     if (auto* overlay = m_world.overlay())
         overlay->set_screen_size(surface_size());
@@ -145,6 +151,7 @@ void CView3D::redraw_if(bool taken)
 bool CView3D::send_mouse(const MouseEvent& event)
 {
     auto* tool = m_world.mouse_tool();
+    m_place = event.place;
     const bool taken = tool && tool->mouse(event);
     // The event may have put another tool in its place.
     tool = m_world.mouse_tool();
@@ -204,12 +211,13 @@ void CView3D::end_lost_press(const QMouseEvent& event)
 void CView3D::press(QMouseEvent* event, MouseEvent::Kind kind)
 {
     end_lost_press(*event);
+    finish_text();
     const QPointF place = on_surface(event->position());
     const bool known = event->button() & (Qt::LeftButton | Qt::MiddleButton | Qt::RightButton);
     if (m_held != Qt::NoButton || !known || !on_screen(place))
         return;
     m_held = event->button();
-    m_camera_place = place;
+    m_camera_place = m_press_place = place;
     if (m_held == Qt::LeftButton)
         send_mouse({kind, place, m_held, event->modifiers()});
     else
@@ -223,7 +231,8 @@ void CView3D::mousePressEvent(QMouseEvent* event)
 
 void CView3D::mouseDoubleClickEvent(QMouseEvent* event)
 {
-    press(event, MouseEvent::Kind::DoubleClick);
+    if (event->button() != Qt::LeftButton || m_held != Qt::NoButton || !edit_text_at(on_surface(event->position())))
+        press(event, MouseEvent::Kind::DoubleClick);
 }
 
 void CView3D::mouseMoveEvent(QMouseEvent* event)
@@ -242,10 +251,14 @@ void CView3D::mouseReleaseEvent(QMouseEvent* event)
         return;
     m_held = Qt::NoButton;
     const QPointF place = on_surface(event->position());
+    const QPointF way = place - m_press_place;
+    const bool clicked = std::max(std::abs(way.x()), std::abs(way.y())) < click_reach;
     if (event->button() == Qt::LeftButton)
         send_mouse({MouseEvent::Kind::Release, place, Qt::LeftButton, event->modifiers()});
     else // the tool's cursor is back, for what is now under the mouse
         send_mouse({MouseEvent::Kind::Move, place, Qt::NoButton, event->modifiers()});
+    if (event->button() == Qt::RightButton && clicked)
+        pop_context_menu(place);
 }
 
 void CView3D::leaveEvent(QEvent*)
@@ -260,14 +273,75 @@ void CView3D::wheelEvent(QWheelEvent* event)
 
 void CView3D::keyPressEvent(QKeyEvent* event)
 {
+    if (m_text) { // The field had the key first and did not want it.
+        QWidget::keyPressEvent(event);
+        return;
+    }
+    drag_with_changed_modifiers(*event, true);
     bool taken = send_key(event->key(), event->modifiers());
     const QString text = event->text();
     const bool types = !text.isEmpty() && text.front().isPrint()
         && !(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier));
     if (types)
         taken |= send_text(text, {});
-    if (!taken)
+    if (!taken && !run_command(*event))
         QWidget::keyPressEvent(event);
+}
+
+void CView3D::keyReleaseEvent(QKeyEvent* event)
+{
+    drag_with_changed_modifiers(*event, false);
+    QWidget::keyReleaseEvent(event);
+}
+
+/// A drag follows Shift, Ctrl and Alt also while the mouse rests.
+void CView3D::drag_with_changed_modifiers(const QKeyEvent& event, bool pressed)
+{
+    const Qt::KeyboardModifier changed = event.key() == Qt::Key_Shift ? Qt::ShiftModifier
+        : event.key() == Qt::Key_Control                              ? Qt::ControlModifier
+        : event.key() == Qt::Key_Alt                                  ? Qt::AltModifier
+                                                                      : Qt::NoModifier;
+    if (changed == Qt::NoModifier || m_held != Qt::LeftButton)
+        return;
+    Qt::KeyboardModifiers modifiers = event.modifiers();
+    modifiers.setFlag(changed, pressed);
+    send_mouse({MouseEvent::Kind::Move, m_place, Qt::NoButton, modifiers});
+}
+
+bool CView3D::run_command(const QKeyEvent& event)
+{
+    if (!m_editor)
+        return false;
+    const auto commands = m_editor->commands();
+    const auto* command = tarn::command_for(commands, QKeySequence(event.keyCombination()));
+    if (command)
+        tarn::run_edit_command(window(), *m_editor, *command);
+    return command;
+}
+
+void CView3D::pop_context_menu(QPointF place)
+{
+    if (m_editor)
+        tarn::pop_edit_menu(window(), *m_editor, m_editor->context_commands(place),
+                            mapToGlobal(surface_rect().topLeft() + place.toPoint()));
+}
+
+bool CView3D::edit_text_at(QPointF place)
+{
+    finish_text();
+    auto text = m_editor && on_screen(place) ? m_editor->text_at(place) : std::nullopt;
+    if (!text)
+        return false;
+    const QRect rect = text->place.translated(surface_rect().topLeft()).toAlignedRect();
+    m_text = new tarn::InlineEditor(std::move(*text), rect, *this);
+    return true;
+}
+
+void CView3D::finish_text()
+{
+    if (m_text)
+        m_text->finish(true);
+    m_text = nullptr;
 }
 
 void CView3D::inputMethodEvent(QInputMethodEvent* event)
