@@ -32,7 +32,7 @@ void TextCache::prepare(const QSizeF& area, const QString& text, const TextLook&
         m_text.setText(metrics.elidedText(text, Qt::ElideRight, area.width()));
     } else {
         m_text.setTextWidth(area.width());
-        m_text.setText(text);
+        m_text.setText(QString(text).replace(QLatin1Char('\n'), QChar::LineSeparator));
     }
     m_text.prepare({}, m_font);
     const QSizeF size = m_text.size();

@@ -21,7 +21,8 @@ std::function<void(const QString&)> writer(CGuiPlugScene& scene, ModelObject& ob
 {
     return [&scene, &field, weak = object.weak_from_this()](const QString& text) {
         const auto target = weak.lock();
-        if (!scene.gui_core().selection().editing || !target || !target->is_attached() || std::get<QString>(field.get(target->base_state())) == text)
+        if (!scene.gui_core().selection().editing || !target || !target->is_attached()
+            || std::get<QString>(field.get(target->base_state())) == text)
             return;
         {
             const UserAction action(scene.journal(), lang(u"修改文字", u"Edit Text"));

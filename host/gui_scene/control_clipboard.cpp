@@ -24,7 +24,7 @@ namespace tarn {
 
 namespace {
 
-constexpr int clipboard_format = 1; ///< newer ones are refused
+constexpr int clipboard_format = 1;                  ///< newer ones are refused
 constexpr qsizetype max_text = qsizetype(256) << 20; ///< bytes
 constexpr std::size_t max_controls = 100'000;
 constexpr double paste_step = 10; ///< pixels from a control to its copy in the same place
@@ -105,8 +105,9 @@ Status read_content(const QByteArray& text, CGuiCore& core, Content& content)
     if (!status)
         return status;
     if (format < 1 || format > clipboard_format)
-        return Status::error(lang(u"它来自其他版本的程序（格式 %1）", u"it comes from another version of the program (format %1)")
-                                 .arg(format));
+        return Status::error(
+            lang(u"它来自其他版本的程序（格式 %1）", u"it comes from another version of the program (format %1)")
+                .arg(format));
     if (content.controls.empty())
         return Status::error(lang(u"其中没有控件", u"there are no controls in it"));
     return {};

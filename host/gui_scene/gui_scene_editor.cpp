@@ -67,8 +67,8 @@ void cut_selected(CGuiPlugScene& scene)
 
 EditCommand GuiSceneEditor::described(Command command) const
 {
-    const Row& row
-        = *std::find_if(std::begin(table), std::end(table), [&](const Row& entry) { return entry.id == command; });
+    const Row& row = *std::find_if(std::begin(table), std::end(table),
+                                   [&](const Row& entry) { return entry.id == command; });
     const bool of_dialogs = !m_scene.gui_core().selection().controls_selected;
     EditCommand described{.id = row.id,
                           .name = lang(row.chinese, row.english),
@@ -97,8 +97,10 @@ std::vector<EditCommand> GuiSceneEditor::context_commands(QPointF place)
     if (!core.selection().editing || m_scene.mouse_function() != 0)
         return {};
     const auto targets = targets_at(core, place);
-    const bool known = std::any_of(targets.begin(), targets.end(),
-                                   [&](const Target& target) { return is_selected(core, target); });
+    // A dialog that is selected does not keep its controls from being reached.
+    const bool known = std::any_of(targets.begin(), targets.end(), [&](const Target& target) {
+        return is_selected(core, target) && (target.control || target == targets.front());
+    });
     if (targets.empty())
         clear_selection(m_scene);
     else if (!known)

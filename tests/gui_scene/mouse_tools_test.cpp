@@ -1,4 +1,4 @@
-#include "support/scene_fixture.h"
+#include "mouse_fixture.h"
 
 #include "gui_scene/selection_overlay.h"
 
@@ -9,43 +9,6 @@ using namespace tarn;
 using namespace tarn::test;
 
 namespace {
-
-class MouseToolsTest : public SceneTest {
-protected:
-    using Kind = MouseEvent::Kind;
-
-    void mouse(Kind kind, QPointF place, Qt::KeyboardModifiers modifiers = {})
-    {
-        m_world.mouse_tool()->mouse({kind, place, kind == Kind::Move ? Qt::NoButton : Qt::LeftButton, modifiers});
-    }
-    void drag(QPointF from, QPointF to, bool release = true)
-    {
-        mouse(Kind::Press, from);
-        for (int i = 1; i <= 4; ++i)
-            mouse(Kind::Move, from + (to - from) * i / 4);
-        if (release)
-            mouse(Kind::Release, to);
-    }
-    void click(QPointF place, Qt::KeyboardModifiers modifiers = {})
-    {
-        mouse(Kind::Press, place, modifiers);
-        mouse(Kind::Release, place, modifiers);
-    }
-    bool escape() { return m_world.mouse_tool()->key(Qt::Key_Escape, {}); }
-    int undo_all()
-    {
-        int steps = 0;
-        while (m_scene.journal().undo())
-            ++steps;
-        return steps;
-    }
-    CDXUTDialog* home()
-    {
-        CDXUTDialog* made = dialog({100, 100, 400, 300}, u"home"_s);
-        core().forget_history();
-        return made;
-    }
-};
 
 struct Resize {
     Handle handle;

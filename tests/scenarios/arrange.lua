@@ -13,10 +13,13 @@ local function place(object)
     return {object:get("x"), object:get("y"), object:get("width"), object:get("height")}
 end
 
+-- Undo and redo of what was just done; what they bring back is not selected by itself.
 local function step(what)
     steps = steps + 1
+    local selection = studio.selection()
     t.same(studio.undo(), true, what .. " is undone")
     t.same(studio.redo(), true, what .. " is done again")
+    studio.select(table.unpack(selection.controls_selected and selection.controls or selection.dialogs))
 end
 
 -- Drawing a dialog and a control in it
@@ -119,6 +122,7 @@ view:click(ox + 28, oy + 153, "right")
 t.same(studio.controls(home)[3], check2, "on top")
 t.same(studio.codes(), {70005}, "code of a layer")
 step("bringing to the top")
+studio.codes()
 studio.answer(by_text[t.lang("锁定", "Lock")])
 view:click(ox + 28, oy + 153, "right")
 t.same({check2:get("locked"), studio.codes()}, {true, {70003}}, "locked")

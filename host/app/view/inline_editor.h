@@ -18,6 +18,7 @@ public:
     /// `place` is the text's place in `view`, which becomes the field's parent.
     InlineEditor(EditableText text, const QRect& place, QWidget& view);
 
+    QWidget& field() const { return *m_field; }
     /// Closes the field; the second call does nothing. This object deletes itself later.
     void finish(bool keep);
 

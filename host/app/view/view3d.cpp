@@ -109,7 +109,10 @@ QImage CView3D::grab_view()
     // An OpenGL surface without a window knows neither its size nor its pixels.
     if (!isVisible())
         return render(m_world, surface_size(), devicePixelRatioF());
-    return m_surface->grab().toImage().convertToFormat(QImage::Format_RGB32);
+    QPixmap picture = m_surface->grab();
+    if (m_text)
+        m_text->field().render(&picture, m_text->field().pos() - surface_rect().topLeft());
+    return picture.toImage().convertToFormat(QImage::Format_RGB32);
 }
 
 QImage CView3D::render(CBaseWorld& world, QSize size, double dpr)
