@@ -47,6 +47,12 @@ void PlaceGesture::drag(QPointF place, Qt::KeyboardModifiers modifiers)
     notify_properties(m_scene);
 }
 
+void PlaceGesture::finish()
+{
+    m_action.reset();
+    notify_properties(m_scene); // Commands wait for the end of the step.
+}
+
 void PlaceGesture::cancel()
 {
     m_scene.journal().cancel();

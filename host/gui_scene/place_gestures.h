@@ -17,7 +17,7 @@ public:
     explicit PlaceGesture(CGuiPlugScene& scene, QPointF start);
 
     void drag(QPointF place, Qt::KeyboardModifiers modifiers) override;
-    void finish() override { m_action.reset(); }
+    void finish() override;
     void cancel() override;
 
 protected:

@@ -17,9 +17,10 @@ namespace tarn {
 
 namespace {
 
-constexpr double handle_side = 8; ///< pixels
-constexpr double reach = 2;       ///< pixels around a handle that still hit it
-constexpr double label_gap = 8;   ///< pixels between a frame and its read-out
+constexpr double handle_side = 8;          ///< pixels
+constexpr double reach = 2;                ///< pixels around a handle that still hit it
+constexpr std::size_t shaded_frames = 200; ///< of more frames none has a shade: wide lines take long to draw
+constexpr double label_gap = 8;            ///< pixels between a frame and its read-out
 const QColor accent(0x2f, 0xb5, 0xc9);
 const QColor current_accent(0xff, 0xb0, 0x3a);
 
@@ -47,10 +48,12 @@ void outline(QPainter& painter, const std::vector<QRectF>& frames, const QColor&
     if (shown.empty())
         return;
     painter.setBrush(Qt::NoBrush);
-    for (const QPen& pen : {QPen(QColor(0, 0, 0, 110), 3), QPen(color, 1)}) {
-        painter.setPen(pen);
+    if (shown.size() <= shaded_frames) {
+        painter.setPen(QPen(QColor(0, 0, 0, 110), 3));
         painter.drawRects(shown.data(), int(shown.size()));
     }
+    painter.setPen(QPen(color, 1));
+    painter.drawRects(shown.data(), int(shown.size()));
 }
 
 /// One side of a frame after a drag that makes it `length` long. `seat` tells which end is held (0 or 2; 1: none).

@@ -90,8 +90,8 @@ TEST_F(ClipboardTest, pictures_come_along_into_another_scene_and_are_renamed_whe
     CDXUTDialog* d = home();
     for (const QString& name : {u"same.png"_s, u"differs.png"_s, u"unused.png"_s})
         core().set_texture(name, "theirs");
-    const QByteArray text
-        = copied({picture(d, u"same.png"_s), picture(d, u"differs.png"_s), picture(d, u"missing.png"_s)});
+    const QByteArray text = copied(
+        {picture(d, u"same.png"_s), picture(d, u"differs.png"_s), picture(d, u"missing.png"_s)});
     EXPECT_FALSE(text.contains("unused.png"));
     m_scene.new_scene();
     core().set_texture(u"same.png"_s, "theirs");

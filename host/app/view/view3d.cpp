@@ -1,7 +1,6 @@
 #include "view3d.h"
 
 #include "core/language.h"
-#include "edit_commands.h"
 #include "engine/base_world.h"
 #include "gl_surface.h"
 #include "ground_raster.h"
@@ -57,6 +56,8 @@ CView3D::CView3D(CBaseWorld& world, QWidget* parent)
 
 CView3D::~CView3D()
 {
+    if (m_text)
+        m_text->finish(false);
     // Before the overlay's picture, which it refers to.
     delete m_surface;
 }
@@ -87,6 +88,17 @@ void CView3D::place_surface()
     if (auto* overlay = m_world.overlay())
         overlay->set_screen_size(surface_size());
     schedule_redraw();
+}
+
+bool CView3D::event(QEvent* event)
+{
+    // Alt in a drag is the drag's; the menu bar would take the keyboard when it is let go.
+    if (event->type() == QEvent::ShortcutOverride && m_held == Qt::LeftButton
+        && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Alt) {
+        event->accept();
+        return true;
+    }
+    return QWidget::event(event);
 }
 
 void CView3D::resizeEvent(QResizeEvent*)
@@ -309,42 +321,6 @@ void CView3D::drag_with_changed_modifiers(const QKeyEvent& event, bool pressed)
     Qt::KeyboardModifiers modifiers = event.modifiers();
     modifiers.setFlag(changed, pressed);
     send_mouse({MouseEvent::Kind::Move, m_place, Qt::NoButton, modifiers});
-}
-
-bool CView3D::run_command(const QKeyEvent& event)
-{
-    if (!m_editor)
-        return false;
-    const auto commands = m_editor->commands();
-    const auto* command = tarn::command_for(commands, QKeySequence(event.keyCombination()));
-    if (command)
-        tarn::run_edit_command(window(), *m_editor, *command);
-    return command;
-}
-
-void CView3D::pop_context_menu(QPointF place)
-{
-    if (m_editor)
-        tarn::pop_edit_menu(window(), *m_editor, m_editor->context_commands(place),
-                            mapToGlobal(surface_rect().topLeft() + place.toPoint()));
-}
-
-bool CView3D::edit_text_at(QPointF place)
-{
-    finish_text();
-    auto text = m_editor && on_screen(place) ? m_editor->text_at(place) : std::nullopt;
-    if (!text)
-        return false;
-    const QRect rect = text->place.translated(surface_rect().topLeft()).toAlignedRect();
-    m_text = new tarn::InlineEditor(std::move(*text), rect, *this);
-    return true;
-}
-
-void CView3D::finish_text()
-{
-    if (m_text)
-        m_text->finish(true);
-    m_text = nullptr;
 }
 
 void CView3D::inputMethodEvent(QInputMethodEvent* event)

@@ -62,6 +62,7 @@ Q_SIGNALS:
     void gl_unavailable(const QString& message);
 
 protected:
+    bool event(QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
