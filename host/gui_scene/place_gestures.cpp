@@ -37,6 +37,8 @@ PlaceGesture::PlaceGesture(CGuiPlugScene& scene, QPointF start)
 
 void PlaceGesture::begin_step(const QString& name)
 {
+    // The selection may have changed since the press, by a key for example.
+    m_places = SelectionPlaces(m_scene.gui_core());
     m_action.emplace(m_scene.journal(), name);
 }
 
@@ -79,13 +81,14 @@ void MoveGesture::paint(QPainter& painter) const
 }
 
 ResizeGesture::ResizeGesture(CGuiPlugScene& scene, QPointF start, Handle handle)
-    : PlaceGesture(scene, start), m_handle(handle), m_frame(resizable_frame(scene.gui_core()))
+    : PlaceGesture(scene, start), m_handle(handle)
 {
 }
 
 void ResizeGesture::begin()
 {
     begin_step(lang(u"调整大小", u"Resize"));
+    m_frame = resizable_frame(m_scene.gui_core());
 }
 
 void ResizeGesture::change(QPointF offset, Qt::KeyboardModifiers modifiers)

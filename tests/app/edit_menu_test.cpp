@@ -41,10 +41,7 @@ protected:
         QCoreApplication::processEvents();
     }
     std::size_t controls() { return model().controls().size(); }
-    QString text()
-    {
-        return std::get<QString>(m_button->property(*m_button->fields().find("text")));
-    }
+    QString text() { return std::get<QString>(m_button->property(*m_button->fields().find("text"))); }
 
     QTemporaryDir m_folder;
     Studio m_studio;

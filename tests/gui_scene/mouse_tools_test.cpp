@@ -167,6 +167,19 @@ TEST_F(MouseToolsTest, what_is_removed_during_a_drag_is_let_go)
     EXPECT_TRUE(core().selection().dialogs.empty());
 }
 
+TEST_F(MouseToolsTest, what_is_removed_between_press_and_drag_is_not_moved)
+{
+    CDXUTDialog* d = home();
+    CDXUTControl* a = button(d, {20, 20, 60, 20});
+    const QPointF centre = a->screen_rect().center();
+    mouse(Kind::Press, centre);
+    EXPECT_TRUE(m_scene.editor().run(GuiSceneEditor::remove).ok());
+    mouse(Kind::Move, centre + QPointF(50, 50));
+    mouse(Kind::Release, centre + QPointF(50, 50));
+    EXPECT_EQ(undo_all(), 1);
+    EXPECT_EQ(a->rect(), QRectF(20, 20, 60, 20));
+}
+
 TEST_F(MouseToolsTest, locked_controls_are_left_alone)
 {
     CDXUTDialog* d = home();
