@@ -15,8 +15,9 @@ class CPakFile;
 class CTexPathInfo;
 
 namespace tarn {
+class GuiSceneEditor;
 class SceneOverlay;
-}
+} // namespace tarn
 
 /// The interface of a scene: its model, its packages, and the mouse tools that work on it in the views.
 class CGuiPlugScene : public CScenePlug {
@@ -28,6 +29,7 @@ public:
     const CGuiCore& gui_core() const { return m_core; }
     tarn::Journal& journal() override { return m_journal; }
     tarn::SceneModel& model() override { return m_model; }
+    tarn::SceneEditor& editor() override;
 
     void on_world_created(CBaseWorld* world) override;
     CBaseWorld* world() const { return m_world; }
@@ -70,6 +72,7 @@ private:
     tarn::Journal m_journal;
     CGuiCore m_core;
     tarn::GuiSceneModel m_model{*this};
+    std::unique_ptr<tarn::GuiSceneEditor> m_editor;
     std::unique_ptr<tarn::SceneOverlay>
         m_overlay; ///< made with the world: it needs the fonts and pictures of a program with a display
     CBaseWorld* m_world = nullptr;

@@ -2,8 +2,8 @@
 
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
+#include "picture_names.h"
 
-#include <QFileInfo>
 #include <QHash>
 
 #include <algorithm>
@@ -78,53 +78,6 @@ void keep_design_size(GuiContent& content, const CGuiCore& core)
     }
 }
 
-QString free_name(const QString& taken, const QMap<QString, QByteArray>& a, const QMap<QString, QByteArray>& b)
-{
-    const QFileInfo info(taken);
-    const QString folder = info.path() == QLatin1String(".") ? QString() : info.path() + QLatin1Char('/');
-    const QString suffix = info.suffix().isEmpty() ? QString() : QLatin1Char('.') + info.suffix();
-    for (int i = 2;; ++i) {
-        const QString name = folder + info.completeBaseName() + QLatin1Char('-') + QString::number(i) + suffix;
-        if (!a.contains(name) && !b.contains(name))
-            return name;
-    }
-}
-
-/// Entries that are new to the scene; `renamed` tells under which name a picture went in.
-QMap<QString, QByteArray> new_files(const GuiContent& content, const CGuiCore& core, QHash<QString, QString>& renamed)
-{
-    const auto& present = core.core_state().files;
-    const auto& theirs = static_cast<const CoreState&>(*content.core).files;
-    QMap<QString, QByteArray> added;
-    for (auto file = theirs.begin(); file != theirs.end(); ++file) {
-        if (!present.contains(file.key())) {
-            added.insert(file.key(), file.value());
-        } else if (present.value(file.key()) != file.value()) {
-            const QString name = free_name(file.key(), present, theirs);
-            renamed.insert(file.key(), name);
-            added.insert(name, file.value());
-        }
-    }
-    return added;
-}
-
-void follow_renamed(const std::vector<ModelObject*>& objects, const QHash<QString, QString>& renamed)
-{
-    if (renamed.isEmpty())
-        return;
-    const auto prefix = texture_entry(QString()).size();
-    for (ModelObject* object : objects) {
-        for (const FieldBase* field : object->fields()) {
-            if (!field->rules().picture)
-                continue;
-            const QString entry = texture_entry(std::get<QString>(field->get(object->base_state())));
-            const auto found = renamed.find(entry);
-            if (found != renamed.end())
-                (void)field->set(object->raw_state(), Value(found->mid(prefix)));
-        }
-    }
-}
-
 } // namespace
 
 void merge_content(CGuiCore& core, GuiContent content, const QString& name, bool replace_styles)
@@ -134,7 +87,7 @@ void merge_content(CGuiCore& core, GuiContent content, const QString& name, bool
     const auto objects = objects_by_id(content);
     issue_ids(objects, core);
     QHash<QString, QString> renamed;
-    auto files = new_files(content, core, renamed);
+    auto files = new_files(core_state(content).files, core, renamed);
     follow_renamed(objects, renamed);
     CoreState& theirs = core_state(content);
     theirs.files = std::move(files);
