@@ -21,16 +21,6 @@ void tell(CGuiPlugScene& scene, int code)
     scene.world()->update_all_views();
 }
 
-void remove_controls(CGuiPlugScene& scene, const std::vector<CDXUTControl*>& controls)
-{
-    {
-        const UserAction action(scene.journal(), lang(u"删除控件", u"Remove Control"));
-        for (CDXUTControl* control : controls)
-            scene.RemoveCtrl(control);
-    }
-    tell(scene, ui_control_selected);
-}
-
 bool moves_up(Layer where)
 {
     return where == Layer::Top || where == Layer::Up;
@@ -40,7 +30,7 @@ bool moves_up(Layer where)
 bool is_blocked(const CGuiCore& core, const CDXUTControl& control, Layer where)
 {
     const auto& layers = control.dialog()->controls();
-    const qsizetype next = layers.indexOf(&control) + (where == Layer::Up ? 1 : -1);
+    const int next = control.dialog()->GetControlIndex(&control) + (where == Layer::Up ? 1 : -1);
     return next < 0 || next >= layers.size() || core.selection().contains(layers[next]);
 }
 
@@ -89,7 +79,8 @@ void remove_selected(CGuiPlugScene& scene)
 {
     const auto controls = selected_controls(scene.gui_core(), true);
     if (!controls.empty()) {
-        remove_controls(scene, controls);
+        scene.RemoveCtrls(controls);
+        tell(scene, ui_control_selected);
         return;
     }
     const auto dialogs = selected_dialogs(scene.gui_core());
@@ -182,8 +173,7 @@ void toggle_locked(CGuiPlugScene& scene)
     const bool lock = !all_locked(scene.gui_core());
     {
         const UserAction action(scene.journal(), lock ? lang(u"锁定", u"Lock") : lang(u"解锁", u"Unlock"));
-        for (CDXUTControl* control : scene.gui_core().selection().controls)
-            control->set_locked(lock);
+        walk(scene.gui_core().selection().controls, [lock](CDXUTControl* control) { control->set_locked(lock); });
     }
     notify_properties(scene);
 }
@@ -192,8 +182,7 @@ void hide_selected(CGuiPlugScene& scene)
 {
     {
         const UserAction action(scene.journal(), lang(u"隐藏", u"Hide"));
-        for (CDXUTControl* control : selected_controls(scene.gui_core(), true))
-            control->SetVisible(false);
+        walk(selected_controls(scene.gui_core(), true), [](CDXUTControl* control) { control->SetVisible(false); });
         for (CDXUTDialog* dialog : selected_dialogs(scene.gui_core()))
             dialog->SetVisible(false);
     }

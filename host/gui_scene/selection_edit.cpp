@@ -61,8 +61,7 @@ void select_controls(CGuiPlugScene& scene, const std::vector<CDXUTControl*>& con
 {
     const SelectionChange change(scene);
     clear(scene.gui_core());
-    for (CDXUTControl* control : controls)
-        scene.gui_core().SelectControl(control, true);
+    walk_objects(controls, [&scene](CDXUTControl* control) { scene.gui_core().SelectControl(control, true); });
 }
 
 void deselect(CGuiPlugScene& scene, const Target& target)

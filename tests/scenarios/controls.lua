@@ -94,6 +94,34 @@ t.same(list:icons()[1], 99, "a click on the number only selects")
 list:click_cell(0, 4)
 t.same({list:icons()[1], studio.selection().control:get("visible")}, {0, true}, "it is shown again")
 
+-- What the selected controls have in common
+list:select(0, 1, 2)
+local page_of_controls = studio.page("CDlgPropControl")
+local chosen = studio.selection().controls
+studio.codes()
+page_of_controls:control(6396):set_text("工具 👩‍🚀 أداة")
+t.same(t.names(chosen), {"工具 👩‍🚀 أداة", "工具 👩‍🚀 أداة", "工具 👩‍🚀 أداة"}, "three renamed at once")
+t.same(column(name)[2], "工具 👩‍🚀 أداة", "the list shows the new name")
+page_of_controls:control(6355):click()
+t.same({chosen[1]:get("locked"), chosen[2]:get("locked"), chosen[3]:get("locked")}, {true, true, true}, "locked")
+t.same(studio.codes(), {70003, 70003}, "codes of renaming and locking")
+local swatch = page_of_controls:control(6199)
+studio.answer(function(picker)
+    for number, value in pairs{[6411] = 128, [6397] = 255, [6401] = 0, [6405] = 12.9} do
+        picker:control(number):set_value(value)
+    end
+    t.same(picker:control(6464):color(), 0x80ff000c, "the picker's swatch")
+    picker:control(1):click()
+end)
+swatch:click()
+t.same({swatch:color(), chosen[1]:get("color_tag"), chosen[3]:get("color_tag")}, {0x80ff000c, 0x80ff000c, 0x80ff000c},
+       "all recoloured")
+local location = studio.page("CChildCtrlDimension")
+location:unfold()
+location:control(6026):set_text("77")
+t.same({chosen[1]:get("width"), chosen[2]:get("width"), chosen[3]:get("width")}, {77, 77, 77}, "one width for all")
+location:fold()
+
 -- Another dialog
 list:select(0, 2)
 studio.codes()
