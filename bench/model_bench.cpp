@@ -30,8 +30,7 @@ void set_property_tarn(benchmark::State& state)
     for (auto _ : state) {
         {
             const tarn::UserAction action(scene.journal());
-            for (CDXUTControl* control : scene.controls)
-                control->SetVisible(!control->GetVisible());
+            tarn::walk(scene.controls, [](CDXUTControl* control) { control->SetVisible(!control->GetVisible()); });
         }
         scene.journal().undo();
     }
@@ -46,8 +45,9 @@ void set_named_tarn(benchmark::State& state)
         ++tag;
         {
             const tarn::UserAction action(scene.journal());
-            for (CDXUTControl* control : scene.controls)
+            tarn::walk(scene.controls, [tag](CDXUTControl* control) {
                 (void)control->set_property(*control->fields().find("color_tag"), tag);
+            });
         }
         scene.journal().undo();
     }
@@ -91,8 +91,8 @@ void select_one_by_one(benchmark::State& state)
 {
     FilledScene scene(state);
     for (auto _ : state) {
-        for (CDXUTControl* control : scene.controls)
-            scene.core().SelectControl(control, true);
+        tarn::walk_objects(scene.controls,
+                           [&scene](CDXUTControl* control) { scene.core().SelectControl(control, true); });
         scene.core().ClearCtrlSelection();
     }
 }
@@ -134,8 +134,8 @@ void remove_selected(benchmark::State& state)
 {
     FilledScene scene(state);
     for (auto _ : state) {
-        for (CDXUTControl* control : scene.controls)
-            scene.core().SelectControl(control, true);
+        tarn::walk_objects(scene.controls,
+                           [&scene](CDXUTControl* control) { scene.core().SelectControl(control, true); });
         scene.scene.RemoveCtrls(scene.controls);
         scene.journal().undo();
         benchmark::DoNotOptimize(scene.core().controls().size());

@@ -25,7 +25,7 @@ void Journal::cancel()
 {
     if (m_open.entries.empty())
         return;
-    apply(m_open);
+    swap_states(m_open.entries);
     const Step undone = std::move(m_open);
     m_open = {};
     ++m_serial;
@@ -61,7 +61,7 @@ void Journal::close_step()
     if (!merges_into_last(step)) {
         if (m_saved_at != never && m_saved_at > m_position)
             m_saved_at = never;
-        m_steps.resize(m_position);
+        drop_undone();
         m_steps.push_back(std::move(step));
         m_position = m_steps.size();
     }
@@ -70,12 +70,27 @@ void Journal::close_step()
         on_changed();
 }
 
-void Journal::apply(Step& step)
+void Journal::swap_states(std::vector<Entry>& entries)
 {
-    for (Entry& entry : step.entries)
-        entry.object->swap_state(entry.state);
-    for (Entry& entry : step.entries)
-        entry.object->state_changed();
+    walk(
+        entries, [](Entry& entry) { entry.object->swap_state(entry.state); }, &Entry::object);
+    // Only now: what an object works out from its state may hang on those of others.
+    walk(
+        entries, [](Entry& entry) { entry.object->state_changed(); }, &Entry::object);
+}
+
+void Journal::drop_undone()
+{
+    constexpr std::size_t ahead = 8;
+    for (std::size_t step = m_position; step < m_steps.size(); ++step) {
+        auto& entries = m_steps[step].entries;
+        for (std::size_t i = 0; i < entries.size(); ++i) {
+            if (i + ahead < entries.size())
+                prefetch(entries[i + ahead].state.constData(), ObjectState::usual_size);
+            entries[i].state.reset();
+        }
+    }
+    m_steps.resize(m_position);
 }
 
 bool Journal::can_undo() const
@@ -96,7 +111,7 @@ bool Journal::undo()
     if (m_position == 0)
         return false;
     Step& step = m_steps[--m_position];
-    apply(step);
+    swap_states(step.entries);
     m_merge_broken = true;
     if (on_restored)
         on_restored(step);
@@ -113,7 +128,7 @@ bool Journal::redo()
     if (m_position == m_steps.size())
         return false;
     Step& step = m_steps[m_position++];
-    apply(step);
+    swap_states(step.entries);
     m_merge_broken = true;
     if (on_restored)
         on_restored(step);

@@ -57,6 +57,9 @@ public:
     void mark_saved();
     bool is_saved() const;
 
+    /// Exchanges the objects' states with those in `entries`, past the journal.
+    static void swap_states(std::vector<Entry>& entries);
+
     /// Changes are not recorded while recording is off (loading, for example).
     void set_recording(bool on) { m_recording = on; }
     bool recording() const { return m_recording; }
@@ -67,7 +70,7 @@ private:
     std::size_t serial() const { return m_serial; }
     void close_step();
     bool merges_into_last(const Step& step) const;
-    void apply(Step& step);
+    void drop_undone();
 
     static constexpr std::size_t never = static_cast<std::size_t>(-1);
 

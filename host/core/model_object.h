@@ -4,6 +4,8 @@
 #include "journal.h"
 #include "object_state.h"
 
+#include <algorithm>
+#include <functional>
 #include <memory>
 
 namespace tarn {
@@ -44,6 +46,9 @@ public:
         return *m_state;
     }
     const StatePtr& shared_state() const { return m_state; }
+    /// The object's memory, and its state's once that of the object is there, are wanted soon.
+    void prefetch_object() const { prefetch(this, usual_size); }
+    void prefetch_state() const { prefetch(m_state.constData(), ObjectState::usual_size); }
     /// Exchanges the state with `other`, past the journal; state_changed() is the caller's to call.
     void swap_state(StatePtr& other) { m_state.swap(other); }
     /// Takes over a finished state; recorded like any change.
@@ -76,11 +81,49 @@ protected:
 
 private:
     friend class Journal;
+    static constexpr int usual_size = 128; ///< bytes of a control
+
     void note_state();
 
     Journal& m_journal;
     StatePtr m_state;
     std::size_t m_noted_in = 0; ///< the journal's serial when the state was last kept
 };
+
+/// Calls `visit` for each of `objects` in order and has the memory of those to come fetched meanwhile, but not that of
+/// their states.
+template <class Objects, class Visit>
+void walk_objects(const Objects& objects, Visit visit)
+{
+    constexpr decltype(objects.size()) ahead = 12;
+    const auto count = objects.size();
+    for (decltype(objects.size()) i = 0; i < std::min(ahead, count); ++i)
+        objects[i]->prefetch_object();
+    for (decltype(objects.size()) i = 0; i < count; ++i) {
+        if (i + ahead < count)
+            objects[i + ahead]->prefetch_object();
+        visit(objects[i]);
+    }
+}
+
+/// Calls `visit` for each element of `list` in order and has the memory of those to come fetched meanwhile. `object`
+/// gives the model object that an element stands for.
+template <class List, class Visit, class Object = std::identity>
+void walk(List&& list, Visit visit, Object object = {})
+{
+    constexpr decltype(list.size()) ahead = 6;
+    const auto count = list.size();
+    for (decltype(list.size()) i = 0; i < std::min(2 * ahead, count); ++i)
+        std::invoke(object, list[i])->prefetch_object();
+    for (decltype(list.size()) i = 0; i < std::min(ahead, count); ++i)
+        std::invoke(object, list[i])->prefetch_state();
+    for (decltype(list.size()) i = 0; i < count; ++i) {
+        if (i + 2 * ahead < count)
+            std::invoke(object, list[i + 2 * ahead])->prefetch_object();
+        if (i + ahead < count)
+            std::invoke(object, list[i + ahead])->prefetch_state();
+        visit(list[i]);
+    }
+}
 
 } // namespace tarn

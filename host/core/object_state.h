@@ -1,5 +1,7 @@
 #pragma once
 
+#include "object_pool.h"
+
 #include <QByteArray>
 #include <QExplicitlySharedDataPointer>
 #include <QList>
@@ -15,11 +17,16 @@ class FieldTable;
 /// The data of a model object, apart from everything that can be worked out from it. States are shared between an
 /// object and the undo journal and copied when one of them is written.
 struct ObjectState : QSharedData {
+    static constexpr int usual_size = 128; ///< bytes; what is worth fetching of a state ahead of its use
+
     quint32 id = 0;
     /// Members of the saved object that this version does not know, kept as JSON text and written back.
     QList<std::pair<QString, QByteArray>> unknown;
 
     virtual ~ObjectState() = default;
+    static void* operator new(std::size_t size) { return object_pool().allocate(size); }
+    static void operator delete(void* state, std::size_t size) { object_pool().deallocate(state, size); }
+
     virtual ObjectState* clone() const = 0;
     virtual const FieldTable& fields() const = 0;
 

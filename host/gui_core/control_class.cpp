@@ -23,7 +23,7 @@ namespace {
 template <class Control>
 std::shared_ptr<CDXUTControl> make(Journal& journal, CGuiCore& core)
 {
-    return std::make_shared<Control>(journal, core);
+    return std::allocate_shared<Control>(std::pmr::polymorphic_allocator<>(&object_pool()), journal, core);
 }
 
 // One type a line.

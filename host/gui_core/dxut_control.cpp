@@ -42,7 +42,7 @@ const char* CDXUTControl::class_name() const
 CDXUTDialog* CDXUTControl::dialog() const
 {
     m_core.ensure_links();
-    return m_dialog;
+    return m_dialog && m_dialog->m_attached ? m_dialog : nullptr;
 }
 
 bool CDXUTControl::is_attached() const

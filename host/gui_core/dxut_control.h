@@ -90,8 +90,8 @@ private:
     bool set_rect(const QRectF& rect);
 
     CGuiCore& m_core;
-    CDXUTDialog* m_dialog = nullptr;
-    bool m_selected = false;        ///< in the core's selection
-    mutable int m_layer_guess = -1; ///< where the dialog last found the control in its list; the dialog checks it
-    QRectF m_last_rect;             ///< where the control was drawn last, to be redrawn when it moves
+    CDXUTDialog* m_dialog = nullptr; ///< kept while that dialog is away from the scene
+    bool m_selected = false;         ///< in the core's selection
+    mutable int m_layer_guess = -1;  ///< where the dialog last found the control in its list; the dialog checks it
+    QRectF m_last_rect;              ///< where the control was drawn last, to be redrawn when it moves
 };

@@ -295,19 +295,30 @@ bool CDXUTDialog::SetCtrlLayerUpDown(CDXUTControl* control, int up)
 
 QList<CDXUTControl*>& CDXUTDialog::edit_controls()
 {
-    // The copy that the index was made from would be copied with each change; an empty one would pass for the list of a
-    // dialog that undo leaves without controls.
-    static const QList<CDXUTControl*> unlike_any{nullptr};
-    m_known_controls = unlike_any;
     m_core.structure_changed();
+    m_controls_edited = true;
     return edit<DialogState>().controls;
+}
+
+/// The controls that this dialog had when the index was made, and got since, forget it.
+void CDXUTDialog::unlink_controls()
+{
+    const auto unlink = [this](CDXUTControl* control) {
+        if (control->m_dialog == this)
+            control->m_dialog = nullptr;
+    };
+    tarn::walk_objects(m_known_controls, unlink);
+    tarn::walk_objects(m_added_controls, unlink);
+    m_known_controls = {};
+    m_added_controls.clear();
+    m_controls_edited = false;
 }
 
 void CDXUTDialog::insert_control(CDXUTControl* control, int layer)
 {
     edit_controls().insert(layer, control);
     control->m_dialog = this;
-    m_core.linked(control);
+    m_added_controls.push_back(control);
     if (control->control_state().dialog.id != id())
         control->edit<tarn::ControlState>().dialog = {id()};
     control->state_changed();
@@ -375,13 +386,14 @@ tarn::Status CDXUTDialog::set_property(const FieldBase& field, const tarn::Value
 void CDXUTDialog::state_changed()
 {
     m_caption_text.invalidate();
-    if (!m_known_controls.isSharedWith(controls()))
+    if (!knows_controls())
         m_core.links_changed();
     m_core.add_damage(m_last_bounds);
     m_last_bounds = m_core.dialog_bounds(*this);
     m_core.add_damage(m_last_bounds);
-    for (CDXUTControl* control : controls())
+    tarn::walk(controls(), [](CDXUTControl* control) {
         control->m_last_rect = control->rect(); // Its old place was inside the old bounds.
+    });
 }
 
 void CDXUTDialog::draw(tarn::DrawContext& context) const

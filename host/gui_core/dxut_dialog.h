@@ -9,6 +9,8 @@
 #include <QRectF>
 #include <QSizeF>
 
+#include <vector>
+
 class CDXUTControl;
 class CGuiCore;
 
@@ -96,6 +98,9 @@ private:
     bool set_rect(const QRect& rect);
     void set_base_to_screen(tarn::DialogState& state) const;
     QList<CDXUTControl*>& edit_controls();
+    /// Whether all controls of the list know that they belong to this dialog, and no others take it for theirs.
+    bool knows_controls() const { return !m_controls_edited && m_known_controls.isSharedWith(controls()); }
+    void unlink_controls();
     void insert_control(CDXUTControl* control, int layer);
     void remove_control(CDXUTControl* control);
     /// Drops all listed controls that no longer belong to the dialog.
@@ -109,5 +114,7 @@ private:
     bool m_minimized = false;
     QRectF m_last_bounds;                  ///< where anything of the dialog was drawn last, to be redrawn when it moves
     QList<CDXUTControl*> m_known_controls; ///< the list that the core's index was made from
+    std::vector<CDXUTControl*> m_added_controls; ///< and those that were put into the dialog since
+    bool m_controls_edited = false;              ///< since then, even if undo brought that very list back
     mutable tarn::TextCache m_caption_text;
 };

@@ -54,19 +54,7 @@ void CGuiCore::ensure_index() const
 void CGuiCore::rebuild_index()
 {
     m_indexed = m_linked = true;
-    for (CDXUTControl* control : m_controls)
-        control->m_dialog = nullptr;
-    for (CDXUTDialog* dialog : m_attached_dialogs)
-        dialog->m_attached = false;
-    m_controls.clear();
-    m_known_dialogs = GetDialogs();
-    m_attached_dialogs.assign(GetDialogs().begin(), GetDialogs().end());
-    attach(m_root.get());
-    for (CDXUTDialog* dialog : m_attached_dialogs)
-        attach(dialog);
-    const auto by_id = [](const CDXUTControl* a, const CDXUTControl* b) { return a->id() < b->id(); };
-    if (!std::is_sorted(m_controls.begin(), m_controls.end(), by_id)) // Most often they are, and looking costs little.
-        std::sort(m_controls.begin(), m_controls.end(), by_id);
+    relink();
     m_selection_stale = true;
     prune_selection();
     for (CDXUTControl** control : {&m_live.hovered, &m_live.pressed, &m_live.focused, &m_live.popup})
@@ -75,14 +63,38 @@ void CGuiCore::rebuild_index()
     m_live.caption_dialog = nullptr;
 }
 
-void CGuiCore::attach(CDXUTDialog* dialog)
+void CGuiCore::relink()
 {
-    dialog->m_attached = true;
-    dialog->m_known_controls = dialog->controls();
-    for (CDXUTControl* control : dialog->controls()) {
-        control->m_dialog = dialog;
-        m_controls.push_back(control);
+    m_known_dialogs = GetDialogs();
+    std::vector<CDXUTDialog*> present(GetDialogs().begin(), GetDialogs().end());
+    present.push_back(m_root.get());
+    std::vector<bool> changed; // The controls of all others know their dialog already.
+    changed.reserve(present.size());
+    for (CDXUTDialog* dialog : present) {
+        changed.push_back(!dialog->m_attached || !dialog->knows_controls());
+        if (!dialog->knows_controls())
+            dialog->unlink_controls();
     }
+    for (CDXUTDialog* dialog : m_attached_dialogs)
+        dialog->m_attached = false;
+    m_controls.clear();
+    quint32 last_id = 0;
+    bool sorted = true; // Most often they are, and looking costs little.
+    for (std::size_t i = 0; i < present.size(); ++i) {
+        CDXUTDialog* dialog = present[i];
+        dialog->m_attached = true;
+        dialog->m_known_controls = dialog->controls();
+        tarn::walk(dialog->controls(), [&, link = bool(changed[i])](CDXUTControl* control) {
+            if (link)
+                control->m_dialog = dialog;
+            sorted &= std::exchange(last_id, control->id()) < control->id();
+            m_controls.push_back(control);
+        });
+    }
+    if (!sorted)
+        std::sort(m_controls.begin(), m_controls.end(),
+                  [](const CDXUTControl* a, const CDXUTControl* b) { return a->id() < b->id(); });
+    m_attached_dialogs = std::move(present);
 }
 
 void CGuiCore::prune_selection()
@@ -118,8 +130,7 @@ void CGuiCore::state_changed()
                      [moved](const CDXUTDialog* dialog) { return moved || !dialog->m_attached; });
     if (listed)
         links_changed();
-    for (CDXUTDialog* dialog : elsewhere)
-        dialog->state_changed();
+    tarn::walk(elsewhere, [](CDXUTDialog* dialog) { dialog->state_changed(); });
     add_damage(QRectF(QPointF(), m_screen));
 }
 
@@ -222,16 +233,16 @@ std::vector<CDXUTControl*> CGuiCore::take_out(const std::vector<CDXUTControl*>& 
     std::vector<CDXUTControl*> taken;
     std::vector<CDXUTDialog*> homes;
     std::unordered_set<const CDXUTDialog*> known_homes;
-    for (CDXUTControl* control : controls) {
-        CDXUTDialog* home = control ? control->dialog() : nullptr;
+    tarn::walk_objects(controls, [&](CDXUTControl* control) {
+        CDXUTDialog* home = control->dialog();
         if (!home || home == stays)
-            continue;
+            return;
         add_damage(home->to_screen(control->m_last_rect));
         control->m_dialog = nullptr;
         taken.push_back(control);
         if (known_homes.insert(home).second)
             homes.push_back(home);
-    }
+    });
     for (CDXUTDialog* home : homes)
         home->drop_unlinked();
     return taken;
@@ -315,7 +326,13 @@ void CGuiCore::forget_history()
 {
     journal().clear();
     ensure_index();
-    std::erase_if(m_pool, [](const auto& object) { return !object->is_attached(); });
+    // All are asked before any goes: a control asks its dialog.
+    const auto gone = std::stable_partition(m_pool.begin(), m_pool.end(),
+                                            [](const auto& object) { return object->is_attached(); });
+    for (auto object = gone; object != m_pool.end(); ++object)
+        if (auto* dialog = dynamic_cast<CDXUTDialog*>(object->get()))
+            dialog->unlink_controls();
+    m_pool.erase(gone, m_pool.end());
     m_next_id = core_state().next_id;
 }
 
@@ -336,10 +353,7 @@ std::vector<tarn::Journal::Entry> CGuiCore::states() const
 
 void CGuiCore::swap_states(std::vector<tarn::Journal::Entry>& states)
 {
-    for (tarn::Journal::Entry& entry : states)
-        entry.object->swap_state(entry.state);
-    for (tarn::Journal::Entry& entry : states)
-        entry.object->state_changed();
+    tarn::Journal::swap_states(states);
     ensure_index();
 }
 
@@ -428,7 +442,7 @@ QRectF CGuiCore::dialog_bounds(const CDXUTDialog& dialog) const
 {
     QRectF bounds = dialog.outer_rect();
     if (!dialog.minimized())
-        for (const CDXUTControl* control : dialog.controls())
-            bounds |= dialog.to_screen(control->rect());
+        tarn::walk(dialog.controls(),
+                   [&](const CDXUTControl* control) { bounds |= dialog.to_screen(control->rect()); });
     return bounds;
 }

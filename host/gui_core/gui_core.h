@@ -58,7 +58,7 @@ public:
     void remove_dialog(CDXUTDialog* dialog);
     void remove_control(CDXUTControl* control);
     void move_control_to(CDXUTControl* control, CDXUTDialog* dialog);
-    /// The same for many controls, with one pass over the list of each dialog that loses any.
+    /// The same for many controls, none of them null, with one pass over the list of each dialog that loses any.
     void remove_controls(const std::vector<CDXUTControl*>& controls);
     void move_controls_to(const std::vector<CDXUTControl*>& controls, CDXUTDialog* dialog);
     /// `down` 0 moves the dialog one layer up, 1 one down; false at the end of the order.
@@ -138,8 +138,6 @@ public:
         if (!m_linked)
             ensure_index();
     }
-    /// `control` was given to a dialog since the index was made.
-    void linked(CDXUTControl* control) { m_controls.push_back(control); }
 
     const char* class_name() const override { return "CGuiCore"; }
     bool is_attached() const override { return true; }
@@ -150,7 +148,7 @@ public:
 private:
     void ensure_index() const;
     void rebuild_index();
-    void attach(CDXUTDialog* dialog);
+    void relink();
     /// Takes those of the controls that are part of the scene, and do not belong to `stays`, out of their dialogs;
     /// answers which.
     std::vector<CDXUTControl*> take_out(const std::vector<CDXUTControl*>& controls, const CDXUTDialog* stays);

@@ -39,8 +39,7 @@ void SelectionRecord::clear_dialogs()
 
 void SelectionRecord::clear_controls()
 {
-    for (CDXUTControl* control : controls)
-        control->m_selected = false;
+    walk_objects(controls, [](CDXUTControl* control) { control->m_selected = false; });
     controls.clear();
     current_control = nullptr;
 }

@@ -6,6 +6,8 @@
 #include <QStaticText>
 #include <QString>
 
+#include <memory>
+
 class QPainter;
 
 namespace tarn {
@@ -27,17 +29,21 @@ class TextCache {
 public:
     void draw(QPainter& painter, const QRectF& area, const QString& text, const TextLook& look);
     /// Before the text, the look or the size of the area changes.
-    void invalidate() { m_valid = false; }
+    void invalidate() { m_layout.reset(); }
 
 private:
-    void prepare(const QSizeF& area, const QString& text, const TextLook& look);
+    struct Layout {
+        bool overflows = false;
+        QSizeF area;
+        QPointF offset;
+        QStaticText text;
+        QFont font;
+    };
+    static std::unique_ptr<const Layout> prepared(const QSizeF& area, const QString& text, const TextLook& look);
 
-    bool m_valid = false;
-    bool m_overflows = false;
-    QSizeF m_area;
-    QPointF m_offset;
-    QStaticText m_text;
-    QFont m_font;
+    /// Apart from the object that owns the cache: most texts of a large scene are never drawn, and whoever walks the
+    /// objects should not have to step over it.
+    std::unique_ptr<const Layout> m_layout;
 };
 
 /// The font in which interfaces are drawn.

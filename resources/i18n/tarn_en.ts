@@ -169,13 +169,6 @@
     </message>
 </context>
 <context>
-    <name>CDlgPropControl</name>
-    <message>
-        <source>控件属性</source>
-        <translation>Control properties</translation>
-    </message>
-</context>
-<context>
     <name>CDlgPropDialogAll</name>
     <message>
         <source>窗口属性</source>
