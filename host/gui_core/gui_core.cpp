@@ -233,7 +233,7 @@ std::vector<CDXUTControl*> CGuiCore::take_out(const std::vector<CDXUTControl*>& 
     std::vector<CDXUTControl*> taken;
     std::vector<CDXUTDialog*> homes;
     std::unordered_set<const CDXUTDialog*> known_homes;
-    tarn::walk(controls, [&](CDXUTControl* control) {
+    tarn::walk_objects(controls, [&](CDXUTControl* control) {
         CDXUTDialog* home = control->dialog();
         if (!home || home == stays)
             return;

@@ -58,7 +58,7 @@ public:
     void remove_dialog(CDXUTDialog* dialog);
     void remove_control(CDXUTControl* control);
     void move_control_to(CDXUTControl* control, CDXUTDialog* dialog);
-    /// The same for many controls, with one pass over the list of each dialog that loses any.
+    /// The same for many controls, none of them null, with one pass over the list of each dialog that loses any.
     void remove_controls(const std::vector<CDXUTControl*>& controls);
     void move_controls_to(const std::vector<CDXUTControl*>& controls, CDXUTDialog* dialog);
     /// `down` 0 moves the dialog one layer up, 1 one down; false at the end of the order.

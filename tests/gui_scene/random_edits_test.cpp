@@ -24,10 +24,10 @@ protected:
         const auto& all = core().controls();
         return all.empty() ? nullptr : all[std::size_t(number(int(all.size())))];
     }
-    /// Some may be null or stand there twice.
+    /// Some may stand there twice.
     std::vector<CDXUTControl*> some_controls()
     {
-        std::vector<CDXUTControl*> some(std::size_t(number(4)));
+        std::vector<CDXUTControl*> some(core().controls().empty() ? 0 : std::size_t(number(4)));
         for (CDXUTControl*& control : some)
             control = any_control();
         return some;
