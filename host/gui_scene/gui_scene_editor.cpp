@@ -56,6 +56,14 @@ bool has_editable_control(const SelectionRecord& selection)
                        [](const CDXUTControl* control) { return is_editable(*control); });
 }
 
+/// Without asking for the list of all controls, which is made anew after each control that is created.
+bool has_controls(const CGuiCore& core)
+{
+    const auto holds_some = [](const CDXUTDialog* dialog) { return !dialog->controls().isEmpty(); };
+    return holds_some(core.GetRootDialog())
+        || std::any_of(core.GetDialogs().begin(), core.GetDialogs().end(), holds_some);
+}
+
 void cut_selected(CGuiPlugScene& scene)
 {
     const UserAction action(scene.journal(), lang(u"剪切控件", u"Cut Control"));
@@ -139,7 +147,7 @@ bool GuiSceneEditor::is_enabled(int command) const
     case paste: return can_paste();
     case remove:
     case hide: return dialogs || has_editable_control(selection);
-    case all: return !m_scene.gui_core().controls().empty();
+    case all: return has_controls(m_scene.gui_core());
     case to_dialog: return controls && selection.current_dialog && !selection.current_dialog->is_root();
     default: return controls || dialogs;
     }
