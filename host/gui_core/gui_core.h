@@ -4,6 +4,7 @@
 #include "dialog_state.h"
 #include "selection_record.h"
 #include "texture_cache.h"
+#include "view_aids.h"
 
 #include <QHash>
 #include <QRectF>
@@ -95,6 +96,8 @@ public:
     void SelectControl(CDXUTControl* control, bool add);
     void ClearCtrlSelection();
     void EnableGui(bool editing);
+    tarn::ViewAids& view_aids() { return m_view_aids; }
+    const tarn::ViewAids& view_aids() const { return m_view_aids; }
 
     // Screen
     QSize screen_size() const { return m_screen; }
@@ -167,6 +170,7 @@ private:
     tarn::SelectionRecord m_selection;
     bool m_selection_stale = false; ///< controls were removed that it may hold; pruned once for any number of them
     tarn::LiveState m_live;
+    tarn::ViewAids m_view_aids;
     QSize m_screen{1280, 720};
     QSize m_known_design{1280, 720}; ///< the design size for which the dialogs know where they are drawn
     QRectF m_damage;

@@ -22,6 +22,12 @@ class SceneOverlay;
 /// The interface of a scene: its model, its packages, and the mouse tools that work on it in the views.
 class CGuiPlugScene : public CScenePlug {
 public:
+    /// What a marquee selects. Exactly one of the two is 1.
+    struct SelectionMode {
+        quint32 touched = 1; ///< the controls that it touches
+        quint32 enclosed = 0;
+    };
+
     CGuiPlugScene();
     ~CGuiPlugScene() override;
 
@@ -64,6 +70,8 @@ public:
     void SetMTFunction(int kind, int type);
     int mouse_function() const { return m_function; }
 
+    SelectionMode& selection_mode() { return m_selection_mode; }
+
     // Preview
     void play(bool on) override;
     bool is_playing() const override { return m_playing; }
@@ -78,6 +86,7 @@ private:
     CBaseWorld* m_world = nullptr;
     QString m_file_name;
     int m_function = 0;
+    SelectionMode m_selection_mode;
     bool m_playing = false;
     std::vector<tarn::Journal::Entry> m_authored; ///< states from before the preview
     std::unique_ptr<tarn::MouseTool> m_select_tool;

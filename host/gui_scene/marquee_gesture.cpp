@@ -20,7 +20,8 @@ void MarqueeGesture::drag(QPointF place, Qt::KeyboardModifiers modifiers)
 
 void MarqueeGesture::catch_controls()
 {
-    m_caught = controls_in(m_scene.gui_core(), m_frame, MarqueeMode::Touched, m_home);
+    const auto mode = m_scene.selection_mode().enclosed ? MarqueeMode::Enclosed : MarqueeMode::Touched;
+    m_caught = controls_in(m_scene.gui_core(), m_frame, mode, m_home);
 }
 
 void MarqueeGesture::finish()
