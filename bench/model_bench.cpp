@@ -136,10 +136,7 @@ void remove_selected(benchmark::State& state)
     for (auto _ : state) {
         tarn::walk_objects(scene.controls,
                            [&scene](CDXUTControl* control) { scene.core().SelectControl(control, true); });
-        {
-            const tarn::UserAction action(scene.journal());
-            tarn::walk(scene.controls, [&scene](CDXUTControl* control) { scene.scene.RemoveCtrl(control); });
-        }
+        scene.scene.RemoveCtrls(scene.controls);
         scene.journal().undo();
         benchmark::DoNotOptimize(scene.core().controls().size());
     }

@@ -107,8 +107,7 @@ void CDlgElementCustomize::set_up_pictures()
     on_click(id_choose_picture, [this] { on_choose_picture(); });
     control(id_tint)->setToolTip(lang(u"图片着色", u"Picture Colour"));
     on_click(id_tint, [this] {
-        on_choose_color(id_tint,
-                        [this](CDXUTControl& target, quint32 argb) { target.set_style_color(slot(), argb); });
+        on_choose_color(id_tint, [this](CDXUTControl& target, quint32 argb) { target.set_style_color(slot(), argb); });
     });
 }
 
@@ -276,11 +275,11 @@ void CDlgElementCustomize::enable_parts(const CDXUTControl* shown)
     enable({id_bold}, text && shown->fields().find("bold"));
     const auto all = targets();
     enable({id_reset_state}, std::any_of(all.begin(), all.end(), [this](const CDXUTControl* target) {
-        return !target->style_image(slot()).isEmpty() || target->style_color(slot()) || target->style_text_color(look());
-    }));
-    enable({id_reset_all}, std::any_of(all.begin(), all.end(), [](const CDXUTControl* target) {
-        return target->has_style();
-    }));
+               return !target->style_image(slot()).isEmpty() || target->style_color(slot())
+                   || target->style_text_color(look());
+           }));
+    enable({id_reset_all},
+           std::any_of(all.begin(), all.end(), [](const CDXUTControl* target) { return target->has_style(); }));
 }
 
 void CDlgElementCustomize::on_choose_picture()
@@ -316,10 +315,10 @@ void CDlgElementCustomize::take_picture_from_file()
         return;
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly) || file.size() > largest_file) {
-        tarn::boxes::error(this,
-                           lang(u"无法读取图片 %1：%2", u"The picture %1 cannot be read: %2")
-                               .arg(path,
-                                    file.isOpen() ? lang(u"文件太大", u"the file is too large") : file.errorString()));
+        tarn::boxes::error(
+            this,
+            lang(u"无法读取图片 %1：%2", u"The picture %1 cannot be read: %2")
+                .arg(path, file.isOpen() ? lang(u"文件太大", u"the file is too large") : file.errorString()));
         return;
     }
     const QByteArray encoded = file.readAll();

@@ -18,13 +18,13 @@ constexpr int template_id = 6347;
 constexpr int result_cancel = 2;
 constexpr quint32 alpha_mask = 0xff000000;
 
-enum Id : int { id_ok = 1, id_cancel = 2, id_pick = 3, id_swatch = 6464 };
+enum Id : int { id_ok = 1, id_cancel = 2, id_pick = 3, id_red = 6397, id_swatch = 6464 };
 
 struct Channel {
     int id;
     int shift; ///< bits in the colour
 };
-constexpr std::array channels{Channel{6411, 24}, Channel{6397, 16}, Channel{6401, 8}, Channel{6405, 0}};
+constexpr std::array channels{Channel{6411, 24}, Channel{id_red, 16}, Channel{6401, 8}, Channel{6405, 0}};
 
 } // namespace
 
@@ -72,6 +72,7 @@ CPopDlgColor::CPopDlgColor(quint32 argb) : m_argb(argb), m_page(new Page(*this))
 int CPopDlgColor::do_modal(QWidget* parent)
 {
     setParent(parent, windowFlags());
+    m_page->edit(id_red).selectAll();
     return tarn::boxes::dialog(*this);
 }
 

@@ -2,12 +2,45 @@
 
 #include "page_base/gui_child_dlg.h"
 
-/// The list of controls.
+class CDXUTControl;
+class CDXUTDialog;
+class CReportListControl;
+
+/// The list of controls: where the creation of a control begins, and where controls are selected, ordered in the layers
+/// of their dialog, moved to another dialog and removed.
 class CDlgGuiManagerCtrl : public CGuiChildDlg {
     Q_OBJECT
 
 public:
-    explicit CDlgGuiManagerCtrl(QWidget* parent = nullptr) : CGuiChildDlg(QStringLiteral("CDlgGuiManagerCtrl"), parent)
-    {
-    }
+    explicit CDlgGuiManagerCtrl(QWidget* parent = nullptr);
+
+    void update_ui(int code) override;
+
+protected:
+    void OnInitDialog() override;
+    QWidget* create_widget(const QString& class_name, QWidget* parent) override;
+
+private:
+    void set_up_type_buttons();
+    void set_up_row_buttons();
+    void set_up_filters();
+    void set_up_list();
+
+    void refresh();
+    void refill();
+    void select_rows_of_selection();
+    void update_buttons();
+    void release_type_buttons();
+
+    void on_type_clicked(int button_id, int type);
+    void on_dialog_filter(int entry);
+    void on_list_clicked(int row, int column);
+    void select_controls_of_rows(CDXUTControl* current);
+    void on_remove();
+    void change_layer(bool (CDXUTDialog::*operation)(CDXUTControl*, int), int argument);
+    void on_switch_dialog();
+
+    CReportListControl* m_list = nullptr;
+    const CDXUTDialog* m_filter_dialog = nullptr; ///< whose controls are listed; null lists those of all dialogs
+    bool m_selecting = false;                     ///< this page is telling the others what it selected
 };

@@ -1,11 +1,32 @@
 #pragma once
 
-#include "page_base/gui_child_dlg.h"
+#include "page_base/bound_page.h"
 
-/// What the selected controls have in common, whatever their type.
-class CDlgPropControl : public CGuiChildDlg {
+class CChildCtrlDimension;
+class CColorSwatch;
+class CMyRollup;
+
+/// What the selected controls have in common, whatever their type: name, flags and colour tag, and below them the
+/// pages for place, style and the attributes of the type.
+class CDlgPropControl : public CBoundPage {
     Q_OBJECT
 
 public:
-    explicit CDlgPropControl(QWidget* parent = nullptr) : CGuiChildDlg(QStringLiteral("CDlgPropControl"), parent) {}
+    explicit CDlgPropControl(QWidget* parent = nullptr);
+
+    void on_world_created(CBaseWorld* world) override;
+    void update_ui(int code) override;
+
+protected:
+    void OnInitDialog() override;
+    QWidget* create_widget(const QString& class_name, QWidget* parent) override;
+    void refresh() override;
+
+private:
+    void create_sub_pages();
+    void on_pick_color();
+
+    CMyRollup* m_rollup = nullptr;
+    CChildCtrlDimension* m_dimension = nullptr;
+    CColorSwatch* m_swatch = nullptr;
 };

@@ -2,6 +2,7 @@
 
 #include "core/filefun.h"
 #include "core/language.h"
+#include "engine/scene_plug.h"
 #include "frame/boxes.h"
 #include "frame/child_dlg.h"
 #include "frame/control_bar.h"
@@ -70,6 +71,8 @@ MainWindow::MainWindow(Studio& studio) : m_studio(studio)
     layout->addWidget(m_top_area);
     layout->addWidget(m_view, 1);
     setCentralWidget(centre);
+    if (studio.scene())
+        m_view->set_editor(&studio.scene()->editor());
     resize(usual_size);
 
     studio.world().on_redraw = [this] { m_view->schedule_redraw(); };
@@ -207,21 +210,25 @@ bool MainWindow::report(const QString& failure)
 
 bool MainWindow::new_file()
 {
+    m_view->finish_text();
     return report(m_studio.new_file());
 }
 
 bool MainWindow::open_file(const QString& path)
 {
+    m_view->finish_text();
     return report(m_studio.open_file(path));
 }
 
 bool MainWindow::save_file(const QString& path)
 {
+    m_view->finish_text();
     return report(m_studio.save_file(path));
 }
 
 bool MainWindow::may_discard()
 {
+    m_view->finish_text();
     if (!m_studio.is_changed())
         return true;
     const QString name = m_studio.file_name().isEmpty() ? lang(u"未命名", u"Untitled")

@@ -3,11 +3,13 @@
 #include "core/filefun.h"
 #include "core/journal.h"
 #include "core/language.h"
+#include "edit_menu.h"
 #include "engine/scene_plug.h"
 #include "frame/boxes.h"
 #include "main_window.h"
 #include "settings.h"
 #include "studio.h"
+#include "view/view3d.h"
 #include "widgets/iconfun.h"
 
 #include <QActionGroup>
@@ -103,6 +105,7 @@ void MainWindow::make_edit_menu()
     m_redo->setShortcuts({QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z), QKeySequence(Qt::CTRL | Qt::Key_Y)});
     connect(m_undo, &QAction::triggered, this, [this] { m_studio.undo(); });
     connect(m_redo, &QAction::triggered, this, [this] { m_studio.redo(); });
+    new EditMenu(m_studio, *m_view, *menu);
 }
 
 void MainWindow::update_edit_menu()
@@ -127,7 +130,10 @@ void MainWindow::make_view_menu()
     using tarn::Theme;
     QMenu* menu = menuBar()->addMenu(lang(u"视图(&V)", u"&View"));
     m_play = add(menu, icon_play, {}, QKeySequence(Qt::Key_F5));
-    connect(m_play, &QAction::triggered, this, [this] { m_studio.set_playing(!m_studio.is_playing()); });
+    connect(m_play, &QAction::triggered, this, [this] {
+        m_view->finish_text();
+        m_studio.set_playing(!m_studio.is_playing());
+    });
     menu->addSeparator();
     for (QDockWidget* dock : findChildren<QDockWidget*>())
         menu->addAction(dock->toggleViewAction());
@@ -166,18 +172,27 @@ void MainWindow::make_view_menu()
 void MainWindow::make_help_menu()
 {
     QMenu* menu = menuBar()->addMenu(lang(u"帮助(&H)", u"&Help"));
-    connect(menu->addAction(lang(u"视图中的操作(&M)", u"&Mouse and Keys in the View")), &QAction::triggered, this,
-            [this] {
-                tarn::boxes::message(
-                    this,
-                    {.text = lang(
-                         u"左键：选择、移动；拖动手柄调整大小\nCtrl+左键：加选\nEsc：取消拖动\n"
-                         u"中键：平移相机　右键：旋转相机　滚轮：缩放\nF5：预览",
-                         u"Left button: select and move; drag a handle to resize\nCtrl + left button: add to the "
-                         u"selection\nEsc: drop a drag\nMiddle button: pan the camera. Right button: turn it. Wheel: "
-                         u"zoom\nF5: preview"),
-                     .title = {}});
-            });
+    connect(
+        menu->addAction(lang(u"视图中的操作(&M)", u"&Mouse and Keys in the View")), &QAction::triggered, this, [this] {
+            tarn::boxes::message(
+                this,
+                {.text = lang(
+                     u"左键：选择、移动；在空白处拖动：框选\nCtrl+左键：加选或取消选择　Shift+左键：加选\n"
+                     u"在同一处再次单击：选择下面的对象\n双击文字：就地修改\n"
+                     u"拖动手柄：调整大小（Shift 保持比例，Alt 中心不动）\n方向键：移动 1 像素，加 Shift 为 10 像素\n"
+                     u"Esc：取消拖动；取消选择\n右键单击：菜单　右键拖动：旋转相机\n"
+                     u"中键：平移相机　滚轮：缩放\nF5：预览",
+                     u"Left button: select and move; drag beside everything to draw a selection frame\n"
+                     u"Ctrl + left button: add to the selection or take from it. Shift: add\n"
+                     u"Another click in the same place: select what lies beneath\n"
+                     u"Double-click on a text: edit it in place\n"
+                     u"Drag a handle: resize (Shift keeps the ratio, Alt the centre)\n"
+                     u"Arrow keys: move by 1 pixel, with Shift by 10\n"
+                     u"Esc: drop a drag; select less\n"
+                     u"Right click: menu. Right drag: turn the camera\n"
+                     u"Middle button: pan the camera. Wheel: zoom\nF5: preview"),
+                 .title = {}});
+        });
     connect(menu->addAction(lang(u"关于 Tarn studio(&A)", u"&About Tarn studio")), &QAction::triggered, this, [this] {
         tarn::boxes::message(this,
                              {.text = lang(u"Tarn studio %1\n三维世界中二维界面的编辑器。",

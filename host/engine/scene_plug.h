@@ -14,6 +14,7 @@ namespace tarn {
 
 class Journal;
 class ModelObject;
+class SceneEditor;
 
 /// The model of a scene plug-in as the program's automation sees it: objects with properties, and what is selected.
 class SceneModel {
@@ -52,6 +53,7 @@ public:
     virtual void on_world_created(CBaseWorld* world) = 0;
     virtual tarn::Journal& journal() = 0;
     virtual tarn::SceneModel& model() = 0;
+    virtual tarn::SceneEditor& editor() = 0;
 
     /// An empty scene; the undo history is forgotten, as with open_scene().
     virtual void new_scene() = 0;

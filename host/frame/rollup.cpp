@@ -5,6 +5,8 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 CRollupCtrl::CRollupCtrl(QWidget* parent) : QScrollArea(parent)
 {
     auto* inside = new QWidget(this);
@@ -58,6 +60,13 @@ bool CRollupCtrl::is_expanded(int index) const
 CChildDlg* CRollupCtrl::page(int index) const
 {
     return index >= 0 && index < page_count() ? m_sections[std::size_t(index)].page : nullptr;
+}
+
+QToolButton* CRollupCtrl::heading_of(const CChildDlg* page) const
+{
+    const auto found = std::find_if(m_sections.begin(), m_sections.end(),
+                                    [page](const Section& s) { return s.page == page; });
+    return found == m_sections.end() ? nullptr : found->heading;
 }
 
 void CMyRollup::on_world_created(CBaseWorld* world)

@@ -23,6 +23,8 @@ public:
     bool is_expanded(int index) const;
     int page_count() const { return int(m_sections.size()); }
     CChildDlg* page(int index) const;
+    /// What the user clicks to fold `page` away or out; null when the rollup does not hold it.
+    QToolButton* heading_of(const CChildDlg* page) const;
 
 private:
     struct Section {

@@ -47,13 +47,20 @@ constexpr Elements<1> frame{{{Element::Field, u"边框", u"Frame"}}};
 
 // The pictures that a picture and a map are made of are attributes of theirs.
 const std::array table{
-    TypeStyle{DXUT_CONTROL_BUTTON, true, button},       TypeStyle{DXUT_CONTROL_STATIC, true, {}},
-    TypeStyle{DXUT_CONTROL_CHECKBOX, true, check_box},  TypeStyle{DXUT_CONTROL_RADIOBUTTON, true, radio},
-    TypeStyle{DXUT_CONTROL_COMBOBOX, true, combo_box},  TypeStyle{DXUT_CONTROL_SLIDER, false, slider},
-    TypeStyle{DXUT_CONTROL_EDITBOX, true, edit_box},    TypeStyle{DXUT_CONTROL_LISTBOX, true, list_box},
-    TypeStyle{DXUT_CONTROL_SCROLLBAR, false, scroll_bar}, TypeStyle{DXUT_CONTROL_BUTTONST, true, image_button},
-    TypeStyle{DXUT_CONTROL_PICTURE, true, {}},          TypeStyle{DXUT_CONTROL_INFOBOX, true, panel},
-    TypeStyle{DXUT_CONTROL_FLASH, false, panel},        TypeStyle{DXUT_CONTROL_PROGRESS, true, progress},
+    TypeStyle{DXUT_CONTROL_BUTTON, true, button},
+    TypeStyle{DXUT_CONTROL_STATIC, true, {}},
+    TypeStyle{DXUT_CONTROL_CHECKBOX, true, check_box},
+    TypeStyle{DXUT_CONTROL_RADIOBUTTON, true, radio},
+    TypeStyle{DXUT_CONTROL_COMBOBOX, true, combo_box},
+    TypeStyle{DXUT_CONTROL_SLIDER, false, slider},
+    TypeStyle{DXUT_CONTROL_EDITBOX, true, edit_box},
+    TypeStyle{DXUT_CONTROL_LISTBOX, true, list_box},
+    TypeStyle{DXUT_CONTROL_SCROLLBAR, false, scroll_bar},
+    TypeStyle{DXUT_CONTROL_BUTTONST, true, image_button},
+    TypeStyle{DXUT_CONTROL_PICTURE, true, {}},
+    TypeStyle{DXUT_CONTROL_INFOBOX, true, panel},
+    TypeStyle{DXUT_CONTROL_FLASH, false, panel},
+    TypeStyle{DXUT_CONTROL_PROGRESS, true, progress},
     TypeStyle{DXUT_CONTROL_PIP, false, frame},
 };
 
@@ -99,7 +106,8 @@ QString visual_state_name(VisualState state)
 int style_element_index(int control_type, Element element)
 {
     const auto all = style_elements(control_type);
-    const auto found = std::find_if(all.begin(), all.end(), [&](const StyleElement& e) { return e.element == element; });
+    const auto found = std::find_if(all.begin(), all.end(),
+                                    [&](const StyleElement& e) { return e.element == element; });
     return found == all.end() ? -1 : int(found - all.begin());
 }
 

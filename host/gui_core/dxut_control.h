@@ -151,5 +151,6 @@ private:
     CGuiCore& m_core;
     CDXUTDialog* m_dialog = nullptr; ///< kept while that dialog is away from the scene
     bool m_selected = false;         ///< in the core's selection
+    mutable int m_layer_guess = -1;  ///< where the dialog last found the control in its list; the dialog checks it
     QRectF m_last_bounds;            ///< where the control was drawn last, to be redrawn when it moves
 };

@@ -261,7 +261,14 @@ void CDXUTDialog::set_minimized(bool minimized)
 
 int CDXUTDialog::GetControlIndex(const CDXUTControl* control) const
 {
-    return int(controls().indexOf(control));
+    if (!control || control->dialog() != this)
+        return -1;
+    const auto& list = controls();
+    const auto is_right = [&] { return list.value(control->m_layer_guess) == control; };
+    if (!is_right())
+        for (int layer = 0; layer < int(list.size()); ++layer)
+            list[layer]->m_layer_guess = layer;
+    return is_right() ? control->m_layer_guess : -1;
 }
 
 bool CDXUTDialog::move_control(CDXUTControl* control, int layer)
@@ -322,6 +329,11 @@ void CDXUTDialog::remove_control(CDXUTControl* control)
     control->redraw();
     edit_controls().removeOne(control);
     control->m_dialog = nullptr;
+}
+
+void CDXUTDialog::drop_unlinked()
+{
+    edit_controls().removeIf([this](const CDXUTControl* control) { return control->m_dialog != this; });
 }
 
 void CDXUTDialog::control_drawn_at(const QRectF& on_screen)

@@ -68,7 +68,8 @@ public:
 
     const QList<CDXUTControl*>& controls() const { return dialog_state().controls; }
     int GetControlNum() const { return int(controls().size()); }
-    /// The layer of `control`, 0 at the bottom; -1 when it belongs to another dialog.
+    /// The layer of `control`, 0 at the bottom; -1 when it belongs to another dialog. Asking for all controls of a
+    /// dialog costs one pass over its list.
     int GetControlIndex(const CDXUTControl* control) const;
     /// `where` 0 puts the control on top of the others, 1 below them.
     bool SetCtrlLayer(CDXUTControl* control, int where);
@@ -102,6 +103,8 @@ private:
     void unlink_controls();
     void insert_control(CDXUTControl* control, int layer);
     void remove_control(CDXUTControl* control);
+    /// Drops all listed controls that no longer belong to the dialog.
+    void drop_unlinked();
     bool move_control(CDXUTControl* control, int layer);
     void draw_caption(tarn::DrawContext& context, tarn::VisualState state) const;
 

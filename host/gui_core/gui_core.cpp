@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <unordered_set>
 #include <utility>
 
 using tarn::CoreState;
@@ -224,6 +225,41 @@ void CGuiCore::move_control_to(CDXUTControl* control, CDXUTDialog* dialog)
         return;
     control->dialog()->remove_control(control);
     dialog->insert_control(control, dialog->GetControlNum());
+    ensure_index();
+}
+
+std::vector<CDXUTControl*> CGuiCore::take_out(const std::vector<CDXUTControl*>& controls, const CDXUTDialog* stays)
+{
+    std::vector<CDXUTControl*> taken;
+    std::vector<CDXUTDialog*> homes;
+    std::unordered_set<const CDXUTDialog*> known_homes;
+    tarn::walk_objects(controls, [&](CDXUTControl* control) {
+        CDXUTDialog* home = control->dialog();
+        if (!home || home == stays)
+            return;
+        add_damage(home->to_screen(control->m_last_bounds));
+        control->m_dialog = nullptr;
+        taken.push_back(control);
+        if (known_homes.insert(home).second)
+            homes.push_back(home);
+    });
+    for (CDXUTDialog* home : homes)
+        home->drop_unlinked();
+    return taken;
+}
+
+void CGuiCore::remove_controls(const std::vector<CDXUTControl*>& controls)
+{
+    if (!take_out(controls, nullptr).empty())
+        m_selection_stale = true;
+}
+
+void CGuiCore::move_controls_to(const std::vector<CDXUTControl*>& controls, CDXUTDialog* dialog)
+{
+    if (!dialog)
+        return;
+    for (CDXUTControl* control : take_out(controls, dialog))
+        dialog->insert_control(control, dialog->GetControlNum());
     ensure_index();
 }
 

@@ -4,6 +4,7 @@
 #include "dialog_state.h"
 #include "selection_record.h"
 #include "texture_cache.h"
+#include "view_aids.h"
 
 #include <QHash>
 #include <QRectF>
@@ -58,6 +59,9 @@ public:
     void remove_dialog(CDXUTDialog* dialog);
     void remove_control(CDXUTControl* control);
     void move_control_to(CDXUTControl* control, CDXUTDialog* dialog);
+    /// The same for many controls, none of them null, with one pass over the list of each dialog that loses any.
+    void remove_controls(const std::vector<CDXUTControl*>& controls);
+    void move_controls_to(const std::vector<CDXUTControl*>& controls, CDXUTDialog* dialog);
     /// `down` 0 moves the dialog one layer up, 1 one down; false at the end of the order.
     bool AdjustDialogLayer(CDXUTDialog* dialog, int down);
 
@@ -92,6 +96,8 @@ public:
     void SelectControl(CDXUTControl* control, bool add);
     void ClearCtrlSelection();
     void EnableGui(bool editing);
+    tarn::ViewAids& view_aids() { return m_view_aids; }
+    const tarn::ViewAids& view_aids() const { return m_view_aids; }
 
     // Screen
     QSize screen_size() const { return m_screen; }
@@ -150,6 +156,9 @@ private:
     void ensure_index() const;
     void rebuild_index();
     void relink();
+    /// Takes those of the controls that are part of the scene, and do not belong to `stays`, out of their dialogs;
+    /// answers which.
+    std::vector<CDXUTControl*> take_out(const std::vector<CDXUTControl*>& controls, const CDXUTDialog* stays);
     void prune_selection();
     void keep(std::shared_ptr<tarn::ModelObject> object) { m_pool.push_back(std::move(object)); }
 
@@ -165,6 +174,7 @@ private:
     tarn::SelectionRecord m_selection;
     bool m_selection_stale = false; ///< controls were removed that it may hold; pruned once for any number of them
     tarn::LiveState m_live;
+    tarn::ViewAids m_view_aids;
     QSize m_screen{1280, 720};
     QSize m_known_design{1280, 720}; ///< the design size for which the dialogs know where they are drawn
     QRectF m_damage;

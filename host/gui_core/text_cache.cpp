@@ -39,7 +39,7 @@ std::unique_ptr<const TextCache::Layout> TextCache::prepared(const QSizeF& area,
         layout->text.setText(metrics.elidedText(text, Qt::ElideRight, area.width()));
     } else {
         layout->text.setTextWidth(area.width());
-        layout->text.setText(text);
+        layout->text.setText(QString(text).replace(QLatin1Char('\n'), QChar::LineSeparator));
     }
     layout->text.prepare({}, layout->font);
     const QSizeF size = layout->text.size();

@@ -30,31 +30,46 @@ QPointF whole(QPointF place)
 
 QRectF CreateTool::frame() const
 {
-    return QRectF(*m_start, m_end).normalized();
+    QPointF way = m_end - *m_start;
+    if (m_modifiers.testFlag(Qt::ShiftModifier)) {
+        const double side = std::max(std::abs(way.x()), std::abs(way.y()));
+        way = {std::copysign(side, way.x()), std::copysign(side, way.y())};
+    }
+    const QPointF first = m_modifiers.testFlag(Qt::AltModifier) ? *m_start - way : *m_start;
+    return QRectF(first, *m_start + way).normalized();
+}
+
+/// The dialog into which a control goes: the one in which the drawing began.
+CDXUTDialog* CreateTool::home() const
+{
+    CGuiCore& core = m_scene.gui_core();
+    CDXUTDialog* below = GuiInput::dialog_at(core, *m_start);
+    return below ? below : core.GetRootDialog();
 }
 
 bool CreateTool::mouse(const MouseEvent& event)
 {
     if (event.kind == MouseEvent::Kind::Press && event.button == Qt::LeftButton) {
         m_start = m_end = whole(event.place);
+        m_modifiers = event.modifiers;
         return true;
     }
     if (!m_start)
         return false;
     m_end = whole(event.place);
+    m_modifiers = event.modifiers;
     if (event.kind == MouseEvent::Kind::Release) {
         QRectF drawn = frame();
         if (drawn.width() < click_reach && drawn.height() < click_reach)
             drawn.setSize(m_type == dialog ? dialog_size : QSizeF(control_class(m_type)->default_size));
-        m_start.reset();
-        create(QRectF(drawn.topLeft(), drawn.size().expandedTo(QSizeF(smallest, smallest))));
+        create(QRectF(drawn.topLeft(), drawn.size().expandedTo(QSizeF(smallest, smallest)))); // Destroys this tool.
         return true;
     }
     m_scene.world()->update_all_views();
     return true;
 }
 
-void CreateTool::create(const QRectF& frame)
+void CreateTool::create(const QRectF& drawn)
 {
     CGuiCore& core = m_scene.gui_core();
     CBaseWorld* world = m_scene.world();
@@ -64,16 +79,14 @@ void CreateTool::create(const QRectF& frame)
                                                  : lang(u"创建控件", u"Create Control"));
         if (m_type == dialog) {
             // The frame that was drawn is the whole dialog: the caption bar is part of it.
-            CDXUTDialog* made = core.create_dialog(frame.toRect());
+            CDXUTDialog* made = core.create_dialog(drawn.toRect());
             const int caption = qRound(made->caption_rect().height());
-            made->SetSize(qRound(frame.width()), std::max(int(smallest), qRound(frame.height()) - caption));
+            made->SetSize(qRound(drawn.width()), std::max(int(smallest), qRound(drawn.height()) - caption));
             core.SelectDialog(made, false);
         } else {
-            CDXUTDialog* home = GuiInput::dialog_at(core, frame.topLeft());
-            if (!home)
-                home = core.GetRootDialog();
-            const QRectF inside(home->to_client(frame.topLeft()), home->to_client(frame.bottomRight()));
-            if (CDXUTControl* made = core.create_control(m_type, home, inside))
+            CDXUTDialog* owner = home();
+            const QRectF inside(owner->to_client(drawn.topLeft()), owner->to_client(drawn.bottomRight()));
+            if (CDXUTControl* made = core.create_control(m_type, owner, inside))
                 core.SelectControl(made, false);
         }
     }
@@ -99,8 +112,11 @@ bool CreateTool::key(int key, Qt::KeyboardModifiers)
 
 void CreateTool::paint(QPainter& painter)
 {
-    if (m_start)
-        paint_rubber_frame(painter, frame());
+    if (!m_start)
+        return;
+    if (m_type != dialog && !home()->is_root())
+        paint_frames(painter, {home()->client_rect()});
+    paint_rubber_frame(painter, frame(), m_type == dialog ? lang(u"窗口", u"Dialog") : GetControlTypeName(m_type));
 }
 
 } // namespace tarn

@@ -6,6 +6,7 @@
 
 #include <optional>
 
+class CDXUTDialog;
 class CGuiPlugScene;
 
 namespace tarn {
@@ -26,13 +27,16 @@ public:
     Qt::CursorShape cursor() const override { return Qt::CrossCursor; }
 
 private:
+    /// As it was drawn; Shift makes a square, Alt puts its centre where the press was.
     QRectF frame() const;
-    void create(const QRectF& frame);
+    CDXUTDialog* home() const;
+    void create(const QRectF& drawn);
 
     CGuiPlugScene& m_scene;
     int m_type;
     std::optional<QPointF> m_start;
     QPointF m_end;
+    Qt::KeyboardModifiers m_modifiers;
 };
 
 } // namespace tarn

@@ -7,6 +7,7 @@
 #include "gui_core/control_class.h"
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
+#include "gui_scene_editor.h"
 #include "package_reader.h"
 #include "package_writer.h"
 #include "play_tool.h"
@@ -34,6 +35,7 @@ tarn::Result<tarn::GuiContent> read_file(const QString& path, CGuiCore& core)
 
 CGuiPlugScene::CGuiPlugScene()
     : m_core(m_journal),
+      m_editor(std::make_unique<tarn::GuiSceneEditor>(*this)),
       m_select_tool(std::make_unique<tarn::SelectTool>(*this)),
       m_play_tool(std::make_unique<tarn::PlayTool>(m_core))
 {
@@ -45,6 +47,11 @@ CGuiPlugScene::~CGuiPlugScene()
         return;
     m_world->set_default_mouse_tool(nullptr);
     m_world->set_overlay(nullptr);
+}
+
+tarn::SceneEditor& CGuiPlugScene::editor()
+{
+    return *m_editor;
 }
 
 void CGuiPlugScene::on_world_created(CBaseWorld* world)
@@ -147,6 +154,12 @@ void CGuiPlugScene::RemoveCtrl(CDXUTControl* control)
     m_core.remove_control(control);
 }
 
+void CGuiPlugScene::RemoveCtrls(const std::vector<CDXUTControl*>& controls)
+{
+    const tarn::UserAction action(m_journal, lang(u"删除控件", u"Remove Control"));
+    m_core.remove_controls(controls);
+}
+
 void CGuiPlugScene::switch_ctrl_dialog()
 {
     tarn::SelectionRecord& selection = m_core.selection();
@@ -159,6 +172,12 @@ void CGuiPlugScene::switch_ctrl_dialog(CDXUTControl* control, CDXUTDialog* dialo
 {
     const tarn::UserAction action(m_journal, lang(u"切换控件窗口", u"Switch Dialog"));
     m_core.move_control_to(control, dialog);
+}
+
+void CGuiPlugScene::switch_ctrl_dialog(const std::vector<CDXUTControl*>& controls, CDXUTDialog* dialog)
+{
+    const tarn::UserAction action(m_journal, lang(u"切换控件窗口", u"Switch Dialog"));
+    m_core.move_controls_to(controls, dialog);
 }
 
 void CGuiPlugScene::SetMTFunction(int kind, int type)

@@ -15,12 +15,19 @@ class CPakFile;
 class CTexPathInfo;
 
 namespace tarn {
+class GuiSceneEditor;
 class SceneOverlay;
-}
+} // namespace tarn
 
 /// The interface of a scene: its model, its packages, and the mouse tools that work on it in the views.
 class CGuiPlugScene : public CScenePlug {
 public:
+    /// What a marquee selects. Exactly one of the two is 1.
+    struct SelectionMode {
+        quint32 touched = 1; ///< the controls that it touches
+        quint32 enclosed = 0;
+    };
+
     CGuiPlugScene();
     ~CGuiPlugScene() override;
 
@@ -28,6 +35,7 @@ public:
     const CGuiCore& gui_core() const { return m_core; }
     tarn::Journal& journal() override { return m_journal; }
     tarn::SceneModel& model() override { return m_model; }
+    tarn::SceneEditor& editor() override;
 
     void on_world_created(CBaseWorld* world) override;
     CBaseWorld* world() const { return m_world; }
@@ -49,14 +57,20 @@ public:
     // Objects
     void RemoveDialog(CDXUTDialog* dialog);
     void RemoveCtrl(CDXUTControl* control);
+    /// Removes many controls in one step of undo, at a cost that grows with their number and their dialogs' sizes only.
+    void RemoveCtrls(const std::vector<CDXUTControl*>& controls);
     /// Changes between the selection of controls and that of dialogs.
     void switch_ctrl_dialog();
     void switch_ctrl_dialog(CDXUTControl* control, CDXUTDialog* dialog);
+    /// The same for many controls; they come to lie on top of the dialog's own in the given order.
+    void switch_ctrl_dialog(const std::vector<CDXUTControl*>& controls, CDXUTDialog* dialog);
 
     /// What the left mouse button does in the views: `kind` 0 selects and moves, 1 draws a new dialog, 2 a new control of the type
     /// `type`.
     void SetMTFunction(int kind, int type);
     int mouse_function() const { return m_function; }
+
+    SelectionMode& selection_mode() { return m_selection_mode; }
 
     // Preview
     void play(bool on) override;
@@ -66,11 +80,13 @@ private:
     tarn::Journal m_journal;
     CGuiCore m_core;
     tarn::GuiSceneModel m_model{*this};
+    std::unique_ptr<tarn::GuiSceneEditor> m_editor;
     std::unique_ptr<tarn::SceneOverlay>
         m_overlay; ///< made with the world: it needs the fonts and pictures of a program with a display
     CBaseWorld* m_world = nullptr;
     QString m_file_name;
     int m_function = 0;
+    SelectionMode m_selection_mode;
     bool m_playing = false;
     std::vector<tarn::Journal::Entry> m_authored; ///< states from before the preview
     std::unique_ptr<tarn::MouseTool> m_select_tool;

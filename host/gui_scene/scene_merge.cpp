@@ -2,6 +2,7 @@
 
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
+#include "picture_names.h"
 
 #include <QHash>
 
@@ -77,40 +78,6 @@ void keep_design_size(GuiContent& content, const CGuiCore& core)
     }
 }
 
-/// Entries that are new to the scene; `renamed` tells under which name a picture went in.
-QMap<QString, QByteArray> new_files(const GuiContent& content, const CGuiCore& core, QHash<QString, QString>& renamed)
-{
-    const auto& present = core.core_state().files;
-    const auto& theirs = static_cast<const CoreState&>(*content.core).files;
-    QMap<QString, QByteArray> added;
-    for (auto file = theirs.begin(); file != theirs.end(); ++file) {
-        if (!present.contains(file.key())) {
-            added.insert(file.key(), file.value());
-        } else if (present.value(file.key()) != file.value()) {
-            const QString name = free_picture_name(file.key(), [&](const QString& wanted) {
-                return !present.contains(wanted) && !theirs.contains(wanted);
-            });
-            renamed.insert(file.key(), name);
-            added.insert(name, file.value());
-        }
-    }
-    return added;
-}
-
-void follow_renamed(const std::vector<ModelObject*>& objects, const QHash<QString, QString>& renamed)
-{
-    if (renamed.isEmpty())
-        return;
-    const auto prefix = texture_entry(QString()).size();
-    const auto new_name = [&](const QString& name) {
-        const auto found = renamed.find(texture_entry(name));
-        return found == renamed.end() ? name : found->mid(prefix);
-    };
-    for (ModelObject* object : objects)
-        for (const FieldBase* field : object->fields())
-            field->rename_pictures(object->raw_state(), new_name);
-}
-
 } // namespace
 
 void merge_content(CGuiCore& core, GuiContent content, const QString& name, bool replace_styles)
@@ -120,7 +87,7 @@ void merge_content(CGuiCore& core, GuiContent content, const QString& name, bool
     const auto objects = objects_by_id(content);
     issue_ids(objects, core);
     QHash<QString, QString> renamed;
-    auto files = new_files(content, core, renamed);
+    auto files = new_files(core_state(content).files, core, renamed);
     follow_renamed(objects, renamed);
     CoreState& theirs = core_state(content);
     theirs.files = std::move(files);

@@ -1,39 +1,57 @@
 #include "select_tool.h"
 
-#include "core/language.h"
-#include "engine/base_world.h"
-#include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
-#include "gui_core/gui_input.h"
 #include "gui_plug_scene.h"
+#include "marquee_gesture.h"
+#include "place_gestures.h"
+#include "selection_edit.h"
 #include "selection_overlay.h"
 
+#include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace tarn {
 
 namespace {
 
 constexpr double drag_reach = 3; ///< pixels that the mouse has to move before a press becomes a drag
-constexpr double smallest = 4;   ///< pixels; side below which nothing is resized
+constexpr double wide_step = 10; ///< pixels that an arrow key moves with Shift
 
-QPointF rounded(QPointF offset)
+bool is_near(QPointF a, QPointF b)
 {
-    return {std::round(offset.x()), std::round(offset.y())};
+    const QPointF way = a - b;
+    return std::max(std::abs(way.x()), std::abs(way.y())) < drag_reach;
+}
+
+QPointF arrow_step(int key)
+{
+    switch (key) {
+    case Qt::Key_Left: return {-1, 0};
+    case Qt::Key_Right: return {1, 0};
+    case Qt::Key_Up: return {0, -1};
+    case Qt::Key_Down: return {0, 1};
+    default: return {};
+    }
 }
 
 } // namespace
+
+SelectTool::SelectTool(CGuiPlugScene& scene) : m_scene(scene) {}
+
+SelectTool::~SelectTool() = default;
 
 bool SelectTool::mouse(const MouseEvent& event)
 {
     if (!m_scene.gui_core().selection().editing)
         return false;
-    if (event.kind == MouseEvent::Kind::Press && event.button == Qt::LeftButton)
+    const bool pressed = event.kind == MouseEvent::Kind::Press || event.kind == MouseEvent::Kind::DoubleClick;
+    if (pressed && event.button == Qt::LeftButton)
         press(event);
-    else if (event.kind == MouseEvent::Kind::Move && m_pressed)
-        drag(event.place);
-    else if (event.kind == MouseEvent::Kind::Release && event.button == Qt::LeftButton && m_pressed)
-        release();
+    else if (event.kind == MouseEvent::Kind::Move && m_gesture)
+        drag(event);
+    else if (event.kind == MouseEvent::Kind::Release && event.button == Qt::LeftButton && m_gesture)
+        release(event);
     else if (event.kind == MouseEvent::Kind::Move)
         update_cursor(event.place);
     else
@@ -43,144 +61,145 @@ bool SelectTool::mouse(const MouseEvent& event)
 
 void SelectTool::press(const MouseEvent& event)
 {
-    CGuiCore& core = m_scene.gui_core();
+    const CGuiCore& core = m_scene.gui_core();
+    cancel();
     m_press_place = event.place;
-    m_handle = handle_at(resizable_frame(core), event.place);
-    m_pressed = m_handle >= 0 || select_at(event.place, event.modifiers);
-    remember_selection();
-}
-
-/// True when there is something under the mouse to drag.
-bool SelectTool::select_at(QPointF place, Qt::KeyboardModifiers modifiers)
-{
-    CGuiCore& core = m_scene.gui_core();
-    SelectionRecord& selection = core.selection();
-    const bool add = modifiers & (Qt::ControlModifier | Qt::ShiftModifier);
-    CDXUTControl* control = GuiInput::control_at(core, place);
-    if (control && control->locked())
-        control = nullptr;
-    CDXUTDialog* dialog = control ? nullptr : GuiInput::dialog_at(core, place);
-    if (dialog && dialog->is_root())
-        dialog = nullptr;
-
-    if (control) {
-        const bool keep = add || selection.contains(control);
-        if (!keep)
-            core.ClearCtrlSelection();
-        core.SelectControl(control, keep);
-    } else if (dialog) {
-        core.SelectDialog(dialog, add || selection.contains(dialog));
-    } else {
-        core.ClearCtrlSelection();
-        core.ClearDialogSelection();
-    }
-    m_scene.world()->broadcast(ui_scene_changed);
-    m_scene.world()->update_all_views();
-    return control || dialog;
-}
-
-void SelectTool::remember_selection()
-{
-    m_start.clear();
-    const SelectionRecord& selection = m_scene.gui_core().selection();
-    if (selection.controls_selected) {
-        for (CDXUTControl* control : selection.controls)
-            if (!control->locked())
-                m_start.push_back({nullptr, control, control->rect()});
-    } else {
-        for (CDXUTDialog* dialog : selection.dialogs)
-            m_start.push_back({dialog, nullptr, QRectF(dialog->rect())});
-    }
-}
-
-void SelectTool::drag(QPointF place)
-{
-    const QPointF offset = rounded(place - m_press_place);
-    if (!m_action) {
-        if (std::max(std::abs(offset.x()), std::abs(offset.y())) < drag_reach)
-            return;
-        m_action.emplace(m_scene.journal(), m_handle < 0 ? lang(u"移动", u"Move") : lang(u"调整大小", u"Resize"));
-    }
-    if (m_handle < 0)
-        move_by(offset);
-    else
-        resize_by(offset);
-    notify_properties();
-}
-
-void SelectTool::move_by(QPointF offset)
-{
-    for (const Start& start : m_start) {
-        if (start.dialog) {
-            const QPoint corner = (start.rect.topLeft() + offset).toPoint();
-            start.dialog->SetLocation(corner.x(), corner.y());
-        } else if (const CDXUTDialog* home = start.control->dialog()) {
-            const QPointF corner = start.rect.topLeft()
-                + QPointF(offset.x() / home->scale_x(), offset.y() / home->scale_y());
-            start.control->SetLocation(float(corner.x()), float(corner.y()));
-        }
-    }
-}
-
-void SelectTool::resize_by(QPointF offset)
-{
-    if (m_start.size() != 1)
+    m_click = Click::Nothing;
+    m_picked = {};
+    if (const int handle = handle_at(resizable_frame(core), event.place); handle >= 0) {
+        m_gesture = std::make_unique<ResizeGesture>(m_scene, event.place, Handle(handle));
+        m_last_click.reset();
         return;
-    const Start& start = m_start.front();
-    if (start.dialog) {
-        const double caption = start.dialog->outer_rect().height() - start.dialog->client_rect().height();
-        const QRectF whole(start.rect.topLeft(), start.rect.size() + QSizeF(0, caption));
-        const QRect wanted = resized(whole, Handle(m_handle), offset, smallest + caption).toRect();
-        start.dialog->SetLocation(wanted.x(), wanted.y());
-        start.dialog->SetSize(wanted.width(), wanted.height() - int(caption));
-    } else if (const CDXUTDialog* home = start.control->dialog()) {
-        const QPointF inside(offset.x() / home->scale_x(), offset.y() / home->scale_y());
-        const QRectF wanted = resized(start.rect, Handle(m_handle), inside, smallest);
-        start.control->SetLocation(float(wanted.x()), float(wanted.y()));
-        start.control->SetSize(float(wanted.width()), float(wanted.height()));
     }
+    const auto targets = targets_at(core, event.place);
+    if (targets.empty())
+        press_nothing(event, nullptr);
+    else
+        press_target(event, targets);
 }
 
-void SelectTool::notify_properties()
+void SelectTool::press_nothing(const MouseEvent& event, CDXUTDialog* home)
 {
-    const bool controls = m_scene.gui_core().selection().controls_selected;
-    m_scene.world()->broadcast(controls ? ui_control_properties : ui_dialog_properties);
-    m_scene.world()->update_all_views();
+    if (!(event.modifiers & (Qt::ControlModifier | Qt::ShiftModifier)))
+        m_click = Click::Clear;
+    m_gesture = std::make_unique<MarqueeGesture>(m_scene, event.place, home);
 }
 
-void SelectTool::release()
+void SelectTool::press_target(const MouseEvent& event, const std::vector<Target>& targets)
 {
-    m_pressed = false;
-    m_action.reset();
+    const CGuiCore& core = m_scene.gui_core();
+    const auto selected = std::find_if(targets.begin(), targets.end(),
+                                       [&](const Target& target) { return is_selected(core, target); });
+    const bool again = m_last_click && is_near(*m_last_click, event.place) && selected != targets.end();
+    m_picked = again ? *selected : targets.front();
+    if (event.modifiers & (Qt::ControlModifier | Qt::ShiftModifier)) {
+        m_picked = targets.front();
+        const bool in_client = !m_picked.control && m_picked.dialog->client_rect().contains(event.place);
+        if (event.modifiers.testFlag(Qt::ShiftModifier) && in_client) {
+            press_nothing(event, m_picked.dialog);
+            m_click = Click::Add;
+            return;
+        }
+        if (event.modifiers.testFlag(Qt::ControlModifier) && is_selected(core, m_picked))
+            m_click = Click::Deselect;
+        else
+            select(m_scene, m_picked, true);
+    } else if (is_selected(core, m_picked)) {
+        const bool alone = core.selection().controls.size() + core.selection().dialogs.size() == 1;
+        m_click = !alone ? Click::SelectOnly : again ? Click::Beneath : Click::Nothing;
+        select(m_scene, m_picked, true); // It becomes the current one.
+    } else {
+        select(m_scene, m_picked, false);
+    }
+    m_gesture = std::make_unique<MoveGesture>(m_scene, event.place);
+}
+
+void SelectTool::drag(const MouseEvent& event)
+{
+    if (!m_dragging) {
+        if (is_near(event.place, m_press_place))
+            return;
+        m_dragging = true;
+        m_cursor = m_gesture->cursor();
+        m_gesture->begin();
+    }
+    m_gesture->drag(event.place, event.modifiers);
+}
+
+void SelectTool::release(const MouseEvent& event)
+{
+    m_last_click.reset();
+    const auto gesture = std::exchange(m_gesture, nullptr);
+    if (std::exchange(m_dragging, false)) {
+        gesture->finish();
+    } else {
+        click(m_press_place);
+        if (!(event.modifiers & (Qt::ControlModifier | Qt::ShiftModifier)))
+            m_last_click = m_press_place;
+    }
+    update_cursor(event.place);
+}
+
+void SelectTool::click(QPointF place)
+{
+    if (m_click == Click::Clear) {
+        clear_selection(m_scene);
+        return;
+    }
+    const auto targets = targets_at(m_scene.gui_core(), place);
+    const auto picked = std::find(targets.begin(), targets.end(), m_picked);
+    if (m_click == Click::Nothing || picked == targets.end())
+        return;
+    if (m_click == Click::Deselect)
+        deselect(m_scene, *picked);
+    else if (m_click == Click::SelectOnly || m_click == Click::Add)
+        select(m_scene, *picked, m_click == Click::Add);
+    else
+        select(m_scene, std::next(picked) == targets.end() ? targets.front() : *std::next(picked), false);
 }
 
 void SelectTool::cancel()
 {
-    if (m_action) {
-        m_scene.journal().cancel();
-        m_action.reset();
-        notify_properties();
-    }
-    m_pressed = false;
+    const auto gesture = std::exchange(m_gesture, nullptr);
+    if (std::exchange(m_dragging, false))
+        gesture->cancel();
 }
 
-bool SelectTool::key(int key, Qt::KeyboardModifiers)
+bool SelectTool::key(int key, Qt::KeyboardModifiers modifiers)
 {
-    if (key != Qt::Key_Escape || !m_pressed)
+    if (!m_scene.gui_core().selection().editing)
         return false;
-    cancel();
-    return true;
+    if (key == Qt::Key_Escape) {
+        m_last_click.reset();
+        if (!m_gesture)
+            return select_less(m_scene);
+        cancel();
+        return true;
+    }
+    const QPointF step = arrow_step(key);
+    if (step.isNull() || m_gesture || modifiers & (Qt::ControlModifier | Qt::AltModifier))
+        return false;
+    return nudge_selection(m_scene, step * (modifiers.testFlag(Qt::ShiftModifier) ? wide_step : 1));
 }
 
 void SelectTool::update_cursor(QPointF place)
 {
-    const int handle = handle_at(resizable_frame(m_scene.gui_core()), place);
-    m_cursor = handle < 0 ? Qt::ArrowCursor : handle_cursor(Handle(handle));
+    const CGuiCore& core = m_scene.gui_core();
+    m_cursor = Qt::ArrowCursor;
+    if (const int handle = handle_at(resizable_frame(core), place); handle >= 0) {
+        m_cursor = handle_cursor(Handle(handle));
+        return;
+    }
+    const auto targets = targets_at(core, place);
+    if (!targets.empty() && is_selected(core, targets.front()))
+        m_cursor = Qt::SizeAllCursor;
 }
 
 void SelectTool::paint(QPainter& painter)
 {
     paint_selection(painter, m_scene.gui_core());
+    if (m_dragging)
+        m_gesture->paint(painter);
 }
 
 } // namespace tarn

@@ -1,24 +1,23 @@
 #pragma once
 
-#include "core/journal.h"
 #include "engine/mouse_tool.h"
+#include "hit_test.h"
 
-#include <QRectF>
-
+#include <memory>
 #include <optional>
-#include <vector>
 
-class CDXUTControl;
-class CDXUTDialog;
 class CGuiPlugScene;
 
 namespace tarn {
 
-/// Selects dialogs and controls with the mouse, moves them, and resizes the selected one by its handles. One drag is
-/// one step of undo; Escape drops it.
+class Gesture;
+
+/// Selects dialogs and controls with the mouse, by clicks and with a marquee, moves them, and resizes them by handles.
+/// One drag is one step of undo; Escape drops it.
 class SelectTool : public MouseTool {
 public:
-    explicit SelectTool(CGuiPlugScene& scene) : m_scene(scene) {}
+    explicit SelectTool(CGuiPlugScene& scene);
+    ~SelectTool() override;
 
     bool mouse(const MouseEvent& event) override;
     bool key(int key, Qt::KeyboardModifiers modifiers) override;
@@ -27,30 +26,24 @@ public:
     Qt::CursorShape cursor() const override { return m_cursor; }
 
 private:
-    /// What an object of the selection was when the drag began.
-    struct Start {
-        CDXUTDialog* dialog;
-        CDXUTControl* control;
-        QRectF rect; ///< of a control in its client area, of a dialog on the screen
-    };
+    /// What a press does when it turns out to be a click.
+    enum class Click { Nothing, Clear, Add, Deselect, SelectOnly, Beneath };
 
     void press(const MouseEvent& event);
-    void drag(QPointF place);
-    void release();
-    bool select_at(QPointF place, Qt::KeyboardModifiers modifiers);
-    void remember_selection();
-    void begin_drag();
-    void move_by(QPointF offset);
-    void resize_by(QPointF offset);
-    void notify_properties();
+    void press_nothing(const MouseEvent& event, CDXUTDialog* home);
+    void press_target(const MouseEvent& event, const std::vector<Target>& targets);
+    void drag(const MouseEvent& event);
+    void release(const MouseEvent& event);
+    void click(QPointF place);
     void update_cursor(QPointF place);
 
     CGuiPlugScene& m_scene;
-    bool m_pressed = false;
-    int m_handle = -1;
+    std::unique_ptr<Gesture> m_gesture; ///< what a drag does; null while the button is up
+    bool m_dragging = false;
     QPointF m_press_place;
-    std::vector<Start> m_start;
-    std::optional<UserAction> m_action; ///< open while a drag changes something
+    Click m_click = Click::Nothing;
+    Target m_picked;                     ///< what the press was on
+    std::optional<QPointF> m_last_click; ///< of a plain click; another one there reaches what lies beneath
     Qt::CursorShape m_cursor = Qt::ArrowCursor;
 };
 

@@ -96,6 +96,7 @@ void CReportList::set_column_title(int column, const QString& title)
 {
     if (column >= 0 && column < m_model->columnCount())
         m_model->set_column_title(column, title);
+    update_header_height();
 }
 
 QStringList CReportList::column_captions() const
@@ -127,12 +128,29 @@ void CReportList::apply_width_shares()
         width_left -= width;
         shares_left -= share;
     }
+    update_header_height();
+}
+
+// Captions that are too long for their columns go over two lines, where they can be broken.
+void CReportList::update_header_height()
+{
+    QHeaderView* header = horizontalHeader();
+    const QFontMetrics metrics = header->fontMetrics();
+    const int margins = 2 * style()->pixelMetric(QStyle::PM_HeaderMargin, nullptr, header);
+    int height = metrics.height();
+    for (int i = 0; i < m_model->columnCount(); ++i) {
+        const QRect room(0, 0, columnWidth(i) - margins, 2 * metrics.lineSpacing());
+        const QRect text = metrics.boundingRect(room, Qt::TextWordWrap, m_model->columns()[size_t(i)].title);
+        height = std::max(height, std::min(text.height(), room.height()));
+    }
+    header->setFixedHeight(height + margins);
 }
 
 void CReportList::on_section_resized()
 {
     if (m_code_depth > 0)
         return;
+    update_header_height();
     m_keeps_shares = false;
     setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
 }
@@ -184,14 +202,12 @@ int CReportList::icon_index(int row) const
 {
     if (row < 0 || row >= row_count() || m_icons.isEmpty())
         return -1;
-    const int index = get_item_icon(m_model->items()[size_t(row)]);
-    return index >= 0 && index < m_icons.size() ? index : -1;
+    return get_item_icon(m_model->items()[size_t(row)]);
 }
 
 QIcon CReportList::row_icon(int row) const
 {
-    const int index = icon_index(row);
-    return index < 0 ? QIcon() : m_icons.at(index);
+    return m_icons.value(icon_index(row));
 }
 
 void CReportList::set_icon_list(const QList<int>& icon_numbers)

@@ -51,7 +51,7 @@ public:
     void* get_binded_ptr(int row) const;
     /// Empty when there is no such cell.
     QString item_caption(int row, int column) const;
-    /// The index of the row's icon in the icon list; -1 when the row shows none.
+    /// What get_item_icon() says for the row; -1 when there is no such row or no icon list.
     int icon_index(int row) const;
     /// Shows all captions anew; the rows stay where they are.
     void refresh_all_item_caption();
@@ -131,6 +131,7 @@ private:
     void on_header_clicked(int column);
     void on_section_resized();
     void apply_width_shares();
+    void update_header_height();
     void update_row_height();
     void reload_icons();
     Cell cell_at(const QPoint& pos) const;

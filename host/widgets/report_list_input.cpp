@@ -176,7 +176,10 @@ void CReportList::changeEvent(QEvent* event)
 {
     QTableView::changeEvent(event);
     switch (event->type()) {
-    case QEvent::FontChange: update_row_height(); break;
+    case QEvent::FontChange:
+        update_row_height();
+        update_header_height();
+        break;
     case QEvent::PaletteChange:
     case QEvent::StyleChange:
     case QEvent::ThemeChange: reload_icons(); break;

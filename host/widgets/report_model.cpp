@@ -74,7 +74,7 @@ QVariant ReportModel::headerData(int section, Qt::Orientation orientation, int r
     if (role == Qt::DisplayRole || role == Qt::ToolTipRole)
         return column.title;
     if (role == Qt::TextAlignmentRole)
-        return int((column.is_number ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
+        return int(column.is_number ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter | Qt::TextWordWrap;
     return {};
 }
 

@@ -293,9 +293,11 @@ TEST_F(DrawingTest, drawing_only_the_damage_after_each_change_gives_the_same_as_
         else if (c && change == 11)
             (void)set(*c, "text", QString(number(30), u'湖'));
         else if (c && change == 12)
-            m_core.move_control_to(c, d);
+            number(2) ? m_core.move_control_to(c, d) : m_core.move_controls_to({c, m_core.controls().back()}, d);
         else if (c && change == 13)
-            number(4) ? (void)c->SetVisible(number(3) > 0) : m_core.remove_control(c);
+            number(4)       ? (void)c->SetVisible(number(3) > 0)
+                : number(2) ? m_core.remove_control(c)
+                            : m_core.remove_controls({c, m_core.controls().back()});
         else if (c && change == 14)
             number(3) ? c->set_rotation(float(number(720)) - 360)
                       : c->set_center({number(80) - 20.0, number(40) / 3.0});

@@ -1,4 +1,4 @@
-#include "support/scene_fixture.h"
+#include "mouse_fixture.h"
 
 #include "gui_scene/selection_overlay.h"
 
@@ -9,43 +9,6 @@ using namespace tarn;
 using namespace tarn::test;
 
 namespace {
-
-class MouseToolsTest : public SceneTest {
-protected:
-    using Kind = MouseEvent::Kind;
-
-    void mouse(Kind kind, QPointF place, Qt::KeyboardModifiers modifiers = {})
-    {
-        m_world.mouse_tool()->mouse({kind, place, kind == Kind::Move ? Qt::NoButton : Qt::LeftButton, modifiers});
-    }
-    void drag(QPointF from, QPointF to, bool release = true)
-    {
-        mouse(Kind::Press, from);
-        for (int i = 1; i <= 4; ++i)
-            mouse(Kind::Move, from + (to - from) * i / 4);
-        if (release)
-            mouse(Kind::Release, to);
-    }
-    void click(QPointF place, Qt::KeyboardModifiers modifiers = {})
-    {
-        mouse(Kind::Press, place, modifiers);
-        mouse(Kind::Release, place, modifiers);
-    }
-    bool escape() { return m_world.mouse_tool()->key(Qt::Key_Escape, {}); }
-    int undo_all()
-    {
-        int steps = 0;
-        while (m_scene.journal().undo())
-            ++steps;
-        return steps;
-    }
-    CDXUTDialog* home()
-    {
-        CDXUTDialog* made = dialog({100, 100, 400, 300}, u"home"_s);
-        core().forget_history();
-        return made;
-    }
-};
 
 struct Resize {
     Handle handle;
@@ -202,6 +165,19 @@ TEST_F(MouseToolsTest, what_is_removed_during_a_drag_is_let_go)
     EXPECT_FALSE(m_scene.journal().in_action());
     EXPECT_FALSE(m_scene.journal().can_undo());
     EXPECT_TRUE(core().selection().dialogs.empty());
+}
+
+TEST_F(MouseToolsTest, what_is_removed_between_press_and_drag_is_not_moved)
+{
+    CDXUTDialog* d = home();
+    CDXUTControl* a = button(d, {20, 20, 60, 20});
+    const QPointF centre = a->screen_rect().center();
+    mouse(Kind::Press, centre);
+    EXPECT_TRUE(m_scene.editor().run(GuiSceneEditor::remove).ok());
+    mouse(Kind::Move, centre + QPointF(50, 50));
+    mouse(Kind::Release, centre + QPointF(50, 50));
+    EXPECT_EQ(undo_all(), 1);
+    EXPECT_EQ(a->rect(), QRectF(20, 20, 60, 20));
 }
 
 TEST_F(MouseToolsTest, locked_controls_are_left_alone)

@@ -24,6 +24,14 @@ protected:
         const auto& all = core().controls();
         return all.empty() ? nullptr : all[std::size_t(number(int(all.size())))];
     }
+    /// Some may stand there twice.
+    std::vector<CDXUTControl*> some_controls()
+    {
+        std::vector<CDXUTControl*> some(core().controls().empty() ? 0 : std::size_t(number(4)));
+        for (CDXUTControl*& control : some)
+            control = any_control();
+        return some;
+    }
     void set_any_property(ModelObject& object)
     {
         const FieldBase* field = object.fields().at(std::size_t(number(int(object.fields().size()))));
@@ -44,14 +52,14 @@ protected:
             control(std::array{0, 1, 2, 11}[std::size_t(number(4))], d, QRectF(number(300), number(200), 50, 20));
             break;
         case 3: m_scene.RemoveDialog(number(3) ? nullptr : d); break;
-        case 4: m_scene.RemoveCtrl(c); break;
+        case 4: number(2) ? m_scene.RemoveCtrl(c) : m_scene.RemoveCtrls(some_controls()); break;
         case 5: d->SetLocation(number(900), number(600)); break;
         case 6: c ? (void)c->SetLocation(float(number(3000)) / 7, float(number(2000)) / 7) : void(); break;
         case 7: core().AdjustDialogLayer(d, number(2)); break;
         case 8: c && c->dialog() ? (void)c->dialog()->SetCtrlLayerUpDown(c, number(2)) : void(); break;
         case 9: set_any_property(*d); break;
         case 10: c ? set_any_property(*c) : void(); break;
-        case 11: m_scene.switch_ctrl_dialog(c, d); break;
+        case 11: number(2) ? m_scene.switch_ctrl_dialog(c, d) : m_scene.switch_ctrl_dialog(some_controls(), d); break;
         case 12: number(40) ? (void)d->set_name(u"n"_s + QString::number(number(9))) : merge(); break;
         default: number(2) ? core().SelectDialog(d, number(2)) : core().SelectControl(c, number(2)); break;
         }
@@ -74,6 +82,7 @@ protected:
             count += std::size_t(d->GetControlNum());
             for (CDXUTControl* c : d->controls()) {
                 ASSERT_EQ(c->dialog(), d);
+                ASSERT_EQ(d->controls().indexOf(c), d->GetControlIndex(c));
                 ASSERT_EQ(core().find_control(c->id()), c);
                 ASSERT_EQ(static_cast<const ControlState&>(c->base_state()).dialog.id, d->id());
             }

@@ -324,6 +324,21 @@ TEST_F(ReportListTest, ColumnsKeepTheirSharesUntilAHeaderIsDragged)
     EXPECT_EQ(list.column_captions().join(u','), QStringLiteral("Name,Number,Shown"));
 }
 
+TEST_F(ReportListTest, TheHeaderHasTwoLinesWhileACaptionIsTooLongForItsColumn)
+{
+    show(letters("ab"));
+    list.resize(900, 200);
+    const int one_line = list.horizontalHeader()->height();
+    list.set_column_title(1, QStringLiteral("Belongs to dialog"));
+    EXPECT_EQ(list.horizontalHeader()->height(), one_line);
+    list.resize(160, 200);
+    EXPECT_GT(list.horizontalHeader()->height(), one_line);
+    list.setColumnWidth(0, 200); // As drags do it.
+    list.setColumnWidth(1, 200);
+    list.setColumnWidth(2, 200);
+    EXPECT_EQ(list.horizontalHeader()->height(), one_line);
+}
+
 TEST_F(ReportListTest, TypingLettersGoesToTheNextMatch)
 {
     show({QStringLiteral("beta"), QStringLiteral("alpha"), QStringLiteral("Bravo"), QStringLiteral("gamma")});
@@ -358,7 +373,8 @@ TEST_F(ReportListTest, IconsOutsideTheIconListAreNotShown)
     list.set_icon_list({1});
     EXPECT_EQ(list.icon_index(0), 0);
     EXPECT_FALSE(list.row_icon(0).isNull());
-    EXPECT_EQ(list.icon_index(1), -1);
+    EXPECT_EQ(list.icon_index(1), 1);
+    EXPECT_TRUE(list.row_icon(1).isNull());
     EXPECT_TRUE(list.row_icon(2).isNull());
     EXPECT_EQ(list.icon_index(99), -1);
 }

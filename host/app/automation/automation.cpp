@@ -88,9 +88,6 @@ tarn::Result<tarn::SceneModel*> Automation::model()
 void Automation::settle()
 {
     tarn::script::input::process_events();
-    // Whether an object is part of the scene is known again once the model was asked for its objects.
-    if (const auto scene = model())
-        (void)scene.value()->controls();
 }
 
 Status Automation::take_box_failure(Status status)

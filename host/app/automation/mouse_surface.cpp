@@ -86,7 +86,9 @@ Status MouseSurface::key(int key, Qt::KeyboardModifiers modifiers)
     if (auto status = ready(); !status)
         return status;
     input::focus(*m_widget);
-    input::key(*m_widget, key, modifiers);
+    // A field that is open over the surface has the keys.
+    QWidget* proxy = m_widget->focusProxy();
+    input::key(proxy ? *proxy : *m_widget, key, modifiers);
     return {};
 }
 

@@ -1,10 +1,12 @@
 #include "api.h"
+#include "frame/rollup.h"
 #include "main_window.h"
 #include "page_handles.h"
 #include "user_input.h"
 
 #include <QApplication>
 #include <QDockWidget>
+#include <QToolButton>
 
 #include <algorithm>
 
@@ -139,6 +141,34 @@ Result<Data> ids(Automation&, PageHandle* self)
     return Data(list_of(numbers, [](int number) { return Data(number); }));
 }
 
+Status fold(PageHandle& self, bool out)
+{
+    const auto page = alive(self);
+    if (!page)
+        return page.status();
+    const CRollupCtrl* rollup = nullptr;
+    for (QWidget* at = page.value()->parentWidget(); at && !rollup; at = at->parentWidget())
+        rollup = qobject_cast<CRollupCtrl*>(at);
+    QToolButton* heading = rollup ? rollup->heading_of(page.value()) : nullptr;
+    if (!heading)
+        return Status::error(QStringLiteral("page %1 cannot be folded").arg(self.name));
+    if (!is_shown(*heading))
+        return Status::error(QStringLiteral("the heading of page %1 is not shown").arg(self.name));
+    if (heading->isChecked() != out)
+        input::click(*heading, heading->rect().center());
+    return {};
+}
+
+Status fold_in(Automation&, PageHandle* self)
+{
+    return fold(*self, false);
+}
+
+Status fold_out(Automation&, PageHandle* self)
+{
+    return fold(*self, true);
+}
+
 constexpr Binding functions[] = {
     {"page", "class", binding<page>},
     {"property_page", "", binding<property_page>},
@@ -150,6 +180,8 @@ constexpr Binding methods[] = {
     {"enabled", "self", binding<is_page_enabled>},
     {"control", "self id", binding<control>},
     {"ids", "self", binding<ids>},
+    {"fold", "self", binding<fold_in>},
+    {"unfold", "self", binding<fold_out>},
 };
 
 } // namespace

@@ -4,13 +4,16 @@
 #include "engine/base_world.h"
 #include "gl_surface.h"
 #include "ground_raster.h"
+#include "inline_editor.h"
 #include "plain_surface.h"
 
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
 
+#include <algorithm>
 #include <chrono>
+#include <cmath>
 #include <utility>
 
 using tarn::MouseEvent;
@@ -21,6 +24,7 @@ constexpr auto refresh_interval = std::chrono::milliseconds(16);
 /// Where the mouse is for the tool while it is not over the view.
 constexpr QPointF nowhere(-1e6, -1e6);
 constexpr double wheel_step = 120; ///< eighths of a degree, as mice count
+constexpr double click_reach = 3;  ///< pixels that the mouse may move in a click of the right button
 
 } // namespace
 
@@ -52,6 +56,8 @@ CView3D::CView3D(CBaseWorld& world, QWidget* parent)
 
 CView3D::~CView3D()
 {
+    if (m_text)
+        m_text->finish(false);
     // Before the overlay's picture, which it refers to.
     delete m_surface;
 }
@@ -77,10 +83,22 @@ void CView3D::place_surface()
 {
     if (m_surface->geometry() == surface_rect())
         return;
+    finish_text();
     m_surface->setGeometry(surface_rect());
     if (auto* overlay = m_world.overlay())
         overlay->set_screen_size(surface_size());
     schedule_redraw();
+}
+
+bool CView3D::event(QEvent* event)
+{
+    // Alt in a drag is the drag's; the menu bar would take the keyboard when it is let go.
+    if (event->type() == QEvent::ShortcutOverride && m_held == Qt::LeftButton
+        && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Alt) {
+        event->accept();
+        return true;
+    }
+    return QWidget::event(event);
 }
 
 void CView3D::resizeEvent(QResizeEvent*)
@@ -103,7 +121,10 @@ QImage CView3D::grab_view()
     // An OpenGL surface without a window knows neither its size nor its pixels.
     if (!isVisible())
         return render(m_world, surface_size(), devicePixelRatioF());
-    return m_surface->grab().toImage().convertToFormat(QImage::Format_RGB32);
+    QPixmap picture = m_surface->grab();
+    if (m_text)
+        m_text->field().render(&picture, m_text->field().pos() - surface_rect().topLeft());
+    return picture.toImage().convertToFormat(QImage::Format_RGB32);
 }
 
 QImage CView3D::render(CBaseWorld& world, QSize size, double dpr)
@@ -145,6 +166,7 @@ void CView3D::redraw_if(bool taken)
 bool CView3D::send_mouse(const MouseEvent& event)
 {
     auto* tool = m_world.mouse_tool();
+    m_place = event.place;
     const bool taken = tool && tool->mouse(event);
     // The event may have put another tool in its place.
     tool = m_world.mouse_tool();
@@ -204,12 +226,13 @@ void CView3D::end_lost_press(const QMouseEvent& event)
 void CView3D::press(QMouseEvent* event, MouseEvent::Kind kind)
 {
     end_lost_press(*event);
+    finish_text();
     const QPointF place = on_surface(event->position());
     const bool known = event->button() & (Qt::LeftButton | Qt::MiddleButton | Qt::RightButton);
     if (m_held != Qt::NoButton || !known || !on_screen(place))
         return;
     m_held = event->button();
-    m_camera_place = place;
+    m_camera_place = m_press_place = place;
     if (m_held == Qt::LeftButton)
         send_mouse({kind, place, m_held, event->modifiers()});
     else
@@ -223,7 +246,8 @@ void CView3D::mousePressEvent(QMouseEvent* event)
 
 void CView3D::mouseDoubleClickEvent(QMouseEvent* event)
 {
-    press(event, MouseEvent::Kind::DoubleClick);
+    if (event->button() != Qt::LeftButton || m_held != Qt::NoButton || !edit_text_at(on_surface(event->position())))
+        press(event, MouseEvent::Kind::DoubleClick);
 }
 
 void CView3D::mouseMoveEvent(QMouseEvent* event)
@@ -242,10 +266,14 @@ void CView3D::mouseReleaseEvent(QMouseEvent* event)
         return;
     m_held = Qt::NoButton;
     const QPointF place = on_surface(event->position());
+    const QPointF way = place - m_press_place;
+    const bool clicked = std::max(std::abs(way.x()), std::abs(way.y())) < click_reach;
     if (event->button() == Qt::LeftButton)
         send_mouse({MouseEvent::Kind::Release, place, Qt::LeftButton, event->modifiers()});
     else // the tool's cursor is back, for what is now under the mouse
         send_mouse({MouseEvent::Kind::Move, place, Qt::NoButton, event->modifiers()});
+    if (event->button() == Qt::RightButton && clicked)
+        pop_context_menu(place);
 }
 
 void CView3D::leaveEvent(QEvent*)
@@ -260,14 +288,39 @@ void CView3D::wheelEvent(QWheelEvent* event)
 
 void CView3D::keyPressEvent(QKeyEvent* event)
 {
+    if (m_text) { // The field had the key first and did not want it.
+        QWidget::keyPressEvent(event);
+        return;
+    }
+    drag_with_changed_modifiers(*event, true);
     bool taken = send_key(event->key(), event->modifiers());
     const QString text = event->text();
     const bool types = !text.isEmpty() && text.front().isPrint()
         && !(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier));
     if (types)
         taken |= send_text(text, {});
-    if (!taken)
+    if (!taken && !run_command(*event))
         QWidget::keyPressEvent(event);
+}
+
+void CView3D::keyReleaseEvent(QKeyEvent* event)
+{
+    drag_with_changed_modifiers(*event, false);
+    QWidget::keyReleaseEvent(event);
+}
+
+/// A drag follows Shift, Ctrl and Alt also while the mouse rests.
+void CView3D::drag_with_changed_modifiers(const QKeyEvent& event, bool pressed)
+{
+    const Qt::KeyboardModifier changed = event.key() == Qt::Key_Shift ? Qt::ShiftModifier
+        : event.key() == Qt::Key_Control                              ? Qt::ControlModifier
+        : event.key() == Qt::Key_Alt                                  ? Qt::AltModifier
+                                                                      : Qt::NoModifier;
+    if (changed == Qt::NoModifier || m_held != Qt::LeftButton)
+        return;
+    Qt::KeyboardModifiers modifiers = event.modifiers();
+    modifiers.setFlag(changed, pressed);
+    send_mouse({MouseEvent::Kind::Move, m_place, Qt::NoButton, modifiers});
 }
 
 void CView3D::inputMethodEvent(QInputMethodEvent* event)

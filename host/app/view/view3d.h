@@ -4,10 +4,16 @@
 
 #include "engine/mouse_tool.h"
 
+#include <QPointer>
 #include <QTimer>
 #include <QWidget>
 
 class CBaseWorld;
+
+namespace tarn {
+class InlineEditor;
+class SceneEditor;
+} // namespace tarn
 
 /// The view of the 3D world with the interface over it. Draws with OpenGL where it can, and without it elsewhere.
 ///
@@ -18,6 +24,11 @@ class CView3D : public QWidget {
 public:
     explicit CView3D(CBaseWorld& world, QWidget* parent = nullptr);
     ~CView3D() override;
+
+    /// What the view's context menu, its keys and a double-click on a text edit; null for nothing.
+    void set_editor(tarn::SceneEditor* editor) { m_editor = editor; }
+    /// Stores the text that is being edited in the view, if any, and closes its field.
+    void finish_text();
 
     /// Makes the drawing surface exactly this large, whatever room the window gives; empty: it fills the view.
     void set_fixed_view_size(QSize size);
@@ -51,6 +62,7 @@ Q_SIGNALS:
     void gl_unavailable(const QString& message);
 
 protected:
+    bool event(QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
@@ -59,6 +71,7 @@ protected:
     void leaveEvent(QEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
     void inputMethodEvent(QInputMethodEvent* event) override;
     QVariant inputMethodQuery(Qt::InputMethodQuery query) const override;
     /// Tab is a key of the interface while that takes keys.
@@ -67,6 +80,10 @@ protected:
 private:
     void place_surface();
     void press(QMouseEvent* event, tarn::MouseEvent::Kind kind);
+    bool edit_text_at(QPointF place);
+    void pop_context_menu(QPointF place);
+    bool run_command(const QKeyEvent& event);
+    void drag_with_changed_modifiers(const QKeyEvent& event, bool pressed);
     void end_lost_press(const QMouseEvent& event);
     QPointF on_surface(QPointF place) const;
     bool on_screen(QPointF place) const;
@@ -81,4 +98,8 @@ private:
     QTimer m_refresh;
     Qt::MouseButton m_held = Qt::NoButton; ///< the one button whose press counts until its release
     QPointF m_camera_place;                ///< of the mouse when the camera last followed it
+    QPointF m_press_place;
+    QPointF m_place; ///< of the mouse in the last event of it
+    tarn::SceneEditor* m_editor = nullptr;
+    QPointer<tarn::InlineEditor> m_text; ///< open while a text is edited
 };

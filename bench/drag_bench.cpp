@@ -1,0 +1,98 @@
+// Frames of a drag in the view: the mouse moves, the selection follows, and what changed is drawn.
+
+#include "bench_scene.h"
+#include "engine/base_world.h"
+#include "gui_core/dxut_control.h"
+#include "gui_core/dxut_dialog.h"
+#include "gui_scene/gui_plug_scene.h"
+
+#include <QImage>
+#include <QPainter>
+
+namespace {
+
+constexpr QSize screen(1920, 1080);
+
+class View {
+public:
+    explicit View(const benchmark::State& state) : m_image(screen, QImage::Format_ARGB32_Premultiplied)
+    {
+        scene.on_world_created(&m_world);
+        (void)scene.open_scene(bench::package_path(int(state.range(0))));
+        m_world.overlay()->set_screen_size(screen);
+        draw();
+    }
+    /// The topmost control of the scene that the mouse can reach, pressed at its middle.
+    void press()
+    {
+        const auto& dialogs = scene.gui_core().GetDialogs();
+        const CDXUTDialog* top = dialogs.last();
+        for (auto control = top->controls().crbegin(); control != top->controls().crend(); ++control) {
+            if (!(*control)->GetVisible() || (*control)->locked())
+                continue;
+            m_place = (*control)->screen_rect().center();
+            break;
+        }
+        send(tarn::MouseEvent::Kind::Press);
+        move(); // Far enough for a drag.
+        move();
+    }
+    void move()
+    {
+        m_place += QPointF(m_steps++ % 20 < 10 ? 4 : -4, 0);
+        send(tarn::MouseEvent::Kind::Move);
+    }
+    void release() { send(tarn::MouseEvent::Kind::Release); }
+    void draw()
+    {
+        const QRectF damage = m_world.overlay()->take_damage().intersected(QRectF(QPointF(), screen));
+        QPainter painter(&m_image);
+        painter.setClipRect(damage);
+        m_world.overlay()->paint(painter, damage, 1);
+        painter.setClipping(false);
+        m_world.mouse_tool()->paint(painter);
+    }
+
+private:
+    void send(tarn::MouseEvent::Kind kind)
+    {
+        m_world.mouse_tool()->mouse({kind, m_place, Qt::LeftButton, Qt::NoModifier});
+    }
+
+    CBaseWorld m_world;
+    QImage m_image;
+    QPointF m_place;
+    int m_steps = 0;
+
+public:
+    CGuiPlugScene scene; ///< goes before the world that it knows
+};
+
+void drag_one(benchmark::State& state)
+{
+    View view(state);
+    view.press();
+    for (auto _ : state) {
+        view.move();
+        view.draw();
+    }
+    view.release();
+}
+
+void drag_all(benchmark::State& state)
+{
+    View view(state);
+    CGuiCore& core = view.scene.gui_core();
+    tarn::walk_objects(core.controls(), [&core](CDXUTControl* control) { core.SelectControl(control, true); });
+    view.press();
+    for (auto _ : state) {
+        view.move();
+        view.draw();
+    }
+    view.release();
+}
+
+BENCHMARK(drag_one)->Name("drag_one/tarn")->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
+BENCHMARK(drag_all)->Name("drag_all/tarn")->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
+
+} // namespace

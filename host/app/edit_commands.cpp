@@ -1,0 +1,59 @@
+#include "edit_commands.h"
+
+#include "frame/boxes.h"
+
+#include <QPoint>
+#include <QRegularExpression>
+
+#include <algorithm>
+
+namespace tarn {
+
+namespace {
+
+/// A command's name without its mnemonic, "(&X)" or "&": popup menus show their texts as they are.
+QString without_mnemonic(QString name)
+{
+    static const QRegularExpression own_letter(QStringLiteral("\\(&.\\)"));
+    return name.remove(own_letter).remove(QLatin1Char('&'));
+}
+
+} // namespace
+
+void run_edit_command(QWidget* parent, SceneEditor& editor, const EditCommand& command)
+{
+    if (!command.question.isEmpty() && !boxes::confirm(parent, command.question))
+        return;
+    if (auto status = editor.run(command.id); !status)
+        boxes::error(parent, status.message());
+}
+
+void pop_edit_menu(QWidget* parent, SceneEditor& editor, const std::vector<EditCommand>& commands, QPoint place)
+{
+    if (commands.empty())
+        return;
+    boxes::Menu menu{.items = {}, .place = place};
+    for (const EditCommand& command : commands) {
+        if (command.begins_group && !menu.items.empty())
+            menu.items.push_back({});
+        menu.items.push_back({.id = command.id,
+                              .text = without_mnemonic(command.name),
+                              .enabled = command.enabled,
+                              .checked = command.checked});
+    }
+    const int chosen = boxes::menu(parent, menu);
+    const auto command = std::find_if(commands.begin(), commands.end(),
+                                      [chosen](const EditCommand& entry) { return entry.id == chosen; });
+    if (command != commands.end())
+        run_edit_command(parent, editor, *command);
+}
+
+const EditCommand* command_for(const std::vector<EditCommand>& commands, const QKeySequence& keys)
+{
+    const auto found = std::find_if(commands.begin(), commands.end(), [&](const EditCommand& command) {
+        return command.enabled && !command.keys.isEmpty() && command.keys == keys;
+    });
+    return found == commands.end() ? nullptr : &*found;
+}
+
+} // namespace tarn

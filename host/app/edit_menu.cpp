@@ -1,0 +1,96 @@
+#include "edit_menu.h"
+
+#include "edit_commands.h"
+#include "engine/scene_plug.h"
+#include "studio.h"
+#include "view/view3d.h"
+#include "widgets/iconfun.h"
+
+#include <QAbstractItemView>
+#include <QAbstractSpinBox>
+#include <QAction>
+#include <QApplication>
+#include <QClipboard>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPlainTextEdit>
+#include <QTextEdit>
+
+#include <algorithm>
+
+namespace {
+
+/// Whether the keys mean something to the widget itself.
+bool keeps_keys(const QObject* widget, const QKeySequence& keys)
+{
+    if (qobject_cast<const QAbstractItemView*>(widget))
+        return keys == QKeySequence(QKeySequence::SelectAll);
+    return qobject_cast<const QLineEdit*>(widget) || qobject_cast<const QAbstractSpinBox*>(widget)
+        || qobject_cast<const QPlainTextEdit*>(widget) || qobject_cast<const QTextEdit*>(widget);
+}
+
+} // namespace
+
+EditMenu::EditMenu(Studio& studio, CView3D& view, QMenu& menu) : QObject(&menu), m_studio(studio), m_view(view)
+{
+    m_pending.setSingleShot(true);
+    connect(&m_pending, &QTimer::timeout, this, &EditMenu::refresh);
+    if (!studio.scene())
+        return;
+    add_commands(menu);
+    studio.world().add_listener(this);
+    connect(&studio, &Studio::document_changed, this, [this] { m_pending.start(); });
+    connect(QApplication::clipboard(), &QClipboard::dataChanged, this, [this] { m_pending.start(); });
+    connect(&menu, &QMenu::aboutToShow, this, &EditMenu::refresh);
+    qApp->installEventFilter(this);
+    refresh();
+}
+
+EditMenu::~EditMenu()
+{
+    m_studio.world().remove_listener(this);
+}
+
+void EditMenu::add_commands(QMenu& menu)
+{
+    for (const tarn::EditCommand& command : m_studio.scene()->editor().commands()) {
+        if (command.begins_group)
+            menu.addSeparator();
+        QAction* action = menu.addAction(command.name);
+        if (command.icon)
+            action->setIcon(iconfun::icon(command.icon));
+        action->setShortcut(command.keys);
+        connect(action, &QAction::triggered, this, [this, id = command.id] { run(id); });
+        m_actions.push_back(action);
+    }
+}
+
+void EditMenu::refresh()
+{
+    const auto commands = m_studio.scene()->editor().commands();
+    for (std::size_t i = 0; i < std::min(commands.size(), m_actions.size()); ++i)
+        m_actions[i]->setEnabled(commands[i].enabled);
+}
+
+void EditMenu::run(int id)
+{
+    m_view.finish_text();
+    tarn::SceneEditor& editor = m_studio.scene()->editor();
+    for (const tarn::EditCommand& command : editor.commands())
+        if (command.id == id && command.enabled)
+            tarn::run_edit_command(m_view.window(), editor, command);
+}
+
+bool EditMenu::eventFilter(QObject* target, QEvent* event)
+{
+    if (event->type() != QEvent::ShortcutOverride)
+        return false;
+    const QKeySequence keys(static_cast<QKeyEvent*>(event)->keyCombination());
+    const bool ours = std::any_of(m_actions.begin(), m_actions.end(),
+                                  [&](const QAction* action) { return action->shortcut() == keys; });
+    if (!ours || !keeps_keys(target, keys))
+        return false;
+    event->accept();
+    return true;
+}

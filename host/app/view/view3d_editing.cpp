@@ -1,0 +1,43 @@
+// What the view offers for editing beyond the mouse tools: commands, a context menu, texts edited in place.
+
+#include "edit_commands.h"
+#include "inline_editor.h"
+#include "view3d.h"
+
+#include <QKeyEvent>
+
+bool CView3D::run_command(const QKeyEvent& event)
+{
+    if (!m_editor)
+        return false;
+    const auto commands = m_editor->commands();
+    const auto* command = tarn::command_for(commands, QKeySequence(event.keyCombination()));
+    if (command)
+        tarn::run_edit_command(window(), *m_editor, *command);
+    return command;
+}
+
+void CView3D::pop_context_menu(QPointF place)
+{
+    if (m_editor)
+        tarn::pop_edit_menu(window(), *m_editor, m_editor->context_commands(place),
+                            mapToGlobal(surface_rect().topLeft() + place.toPoint()));
+}
+
+bool CView3D::edit_text_at(QPointF place)
+{
+    finish_text();
+    auto text = m_editor && on_screen(place) ? m_editor->text_at(place) : std::nullopt;
+    if (!text)
+        return false;
+    const QRect rect = text->place.translated(surface_rect().topLeft()).toAlignedRect();
+    m_text = new tarn::InlineEditor(std::move(*text), rect, *this);
+    return true;
+}
+
+void CView3D::finish_text()
+{
+    if (m_text)
+        m_text->finish(true);
+    m_text = nullptr;
+}

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "core/status.h"
+
+#include <QFont>
+#include <QKeySequence>
+#include <QPointF>
+#include <QRectF>
+#include <QString>
+#include <Qt>
+
+#include <functional>
+#include <optional>
+#include <vector>
+
+namespace tarn {
+
+/// A command that edits the scene, as the Edit menu, the views' context menu and their keys offer it.
+struct EditCommand {
+    int id = 0;
+    QString name; ///< as a menu shows it
+    QKeySequence keys;
+    int icon = 0; ///< number in the icon table; 0 for none
+    bool enabled = false;
+    bool checked = false;
+    bool begins_group = false; ///< a separator stands before it
+    QString question;          ///< has to be confirmed before the command runs; empty: nothing is asked
+};
+
+/// A text of the scene that can be edited where it stands.
+struct EditableText {
+    QString text;
+    QRectF place; ///< pixels of the view
+    QFont font;
+    Qt::Alignment alignment;
+    bool multi_line = false;
+    /// Stores the new text as one step of undo; harmless when the object is gone.
+    std::function<void(const QString&)> commit;
+};
+
+/// What can be done to a scene beyond the mouse tools.
+class SceneEditor {
+public:
+    virtual ~SceneEditor() = default;
+
+    /// The commands of the Edit menu, always the same ones in the same order.
+    virtual std::vector<EditCommand> commands() const = 0;
+    /// Selects what stands at `place` of a view unless it is selected, and answers the commands that go with it; none
+    /// while the scene runs.
+    virtual std::vector<EditCommand> context_commands(QPointF place) = 0;
+    /// Runs one of these commands; nothing happens when it is not enabled.
+    virtual Status run(int command) = 0;
+    /// The text at `place` of a view, whose object becomes the selected one.
+    virtual std::optional<EditableText> text_at(QPointF place) = 0;
+};
+
+} // namespace tarn

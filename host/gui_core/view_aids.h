@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QtGlobal>
+
+namespace tarn {
+
+/// What the views show and do to help with exact placement. Not saved, not recorded. 0 is off.
+struct ViewAids {
+    quint32 ruler = 0;              ///< rulers along the top and left edge
+    quint32 coordinate_display = 0; ///< rulers and read-outs count from the current dialog's corner, not the screen's
+    quint32 guide_lines = 0;        ///< the guide lines are shown and can be moved
+    quint32 snap = 0;               ///< what is created, moved or resized snaps
+};
+
+} // namespace tarn

@@ -1,0 +1,199 @@
+#include "control_commands.h"
+
+#include "core/language.h"
+#include "engine/base_world.h"
+#include "gui_core/dxut_control.h"
+#include "gui_core/dxut_dialog.h"
+#include "gui_plug_scene.h"
+#include "selection_edit.h"
+
+#include <algorithm>
+
+namespace tarn {
+
+namespace {
+
+constexpr QPointF copy_offset(10, 10); ///< pixels from an object to its duplicate
+
+void tell(CGuiPlugScene& scene, int code)
+{
+    scene.world()->broadcast(code);
+    scene.world()->update_all_views();
+}
+
+bool moves_up(Layer where)
+{
+    return where == Layer::Top || where == Layer::Up;
+}
+
+/// A step up or down stops at a neighbour that is selected too.
+bool is_blocked(const CGuiCore& core, const CDXUTControl& control, Layer where)
+{
+    const auto& layers = control.dialog()->controls();
+    const int next = control.dialog()->GetControlIndex(&control) + (where == Layer::Up ? 1 : -1);
+    return next < 0 || next >= layers.size() || core.selection().contains(layers[next]);
+}
+
+void move_control_layer(const CGuiCore& core, CDXUTControl& control, Layer where)
+{
+    CDXUTDialog& dialog = *control.dialog();
+    if (where == Layer::Top || where == Layer::Bottom)
+        dialog.SetCtrlLayer(&control, where == Layer::Top ? 0 : 1);
+    else if (!is_blocked(core, control, where))
+        dialog.SetCtrlLayerUpDown(&control, where == Layer::Up ? 1 : 0);
+}
+
+void move_dialog_layer(CGuiCore& core, CDXUTDialog& dialog, Layer where)
+{
+    const int down = moves_up(where) ? 0 : 1;
+    bool moved = core.AdjustDialogLayer(&dialog, down);
+    while (moved && (where == Layer::Top || where == Layer::Bottom))
+        moved = core.AdjustDialogLayer(&dialog, down);
+}
+
+} // namespace
+
+std::vector<CDXUTControl*> selected_controls(const CGuiCore& core, bool editable_only)
+{
+    std::vector<CDXUTControl*> controls;
+    const SelectionRecord& selection = core.selection();
+    if (!selection.controls_selected || selection.controls.empty())
+        return controls;
+    for (const CDXUTDialog* dialog : all_dialogs(core))
+        for (CDXUTControl* control : dialog->controls())
+            if (selection.contains(control) && (!editable_only || is_editable(*control)))
+                controls.push_back(control);
+    return controls;
+}
+
+std::vector<CDXUTDialog*> selected_dialogs(const CGuiCore& core)
+{
+    std::vector<CDXUTDialog*> dialogs;
+    for (CDXUTDialog* dialog : core.GetDialogs())
+        if (!core.selection().controls_selected && core.selection().contains(dialog))
+            dialogs.push_back(dialog);
+    return dialogs;
+}
+
+void remove_selected(CGuiPlugScene& scene)
+{
+    const auto controls = selected_controls(scene.gui_core(), true);
+    if (!controls.empty()) {
+        scene.RemoveCtrls(controls);
+        tell(scene, ui_control_selected);
+        return;
+    }
+    const auto dialogs = selected_dialogs(scene.gui_core());
+    const UserAction action(scene.journal(), lang(u"删除窗口", u"Remove Dialog"));
+    for (CDXUTDialog* dialog : dialogs)
+        scene.RemoveDialog(dialog);
+    scene.world()->update_all_views();
+}
+
+CDXUTControl* add_copy(CGuiCore& core, const CDXUTControl& original, CDXUTDialog& dialog, QPointF offset)
+{
+    const auto& from = static_cast<const ControlState&>(original.base_state());
+    CDXUTControl* made = core.create_control(from.type, &dialog, {}, from.name);
+    if (!made)
+        return nullptr;
+    auto* state = static_cast<ControlState*>(from.clone());
+    state->id = made->id();
+    state->dialog = {dialog.id()};
+    state->name = from.name;
+    state->x += float(offset.x());
+    state->y += float(offset.y());
+    made->replace_state(state);
+    return made;
+}
+
+void select_new_controls(CGuiPlugScene& scene, const std::vector<CDXUTControl*>& controls)
+{
+    select_controls(scene, controls);
+    tell(scene, ui_control_selected);
+}
+
+void duplicate_selected(CGuiPlugScene& scene)
+{
+    CGuiCore& core = scene.gui_core();
+    std::vector<CDXUTControl*> copies;
+    {
+        const UserAction action(scene.journal(), lang(u"再制控件", u"Duplicate Control"));
+        for (const CDXUTControl* control : selected_controls(core, false))
+            if (CDXUTControl* copy = add_copy(core, *control, *control->dialog(), copy_offset))
+                copies.push_back(copy);
+    }
+    select_new_controls(scene, copies);
+}
+
+void select_all(CGuiPlugScene& scene)
+{
+    const CGuiCore& core = scene.gui_core();
+    const CDXUTDialog* current = core.selection().current_dialog;
+    std::vector<CDXUTControl*> controls;
+    for (const CDXUTDialog* dialog : all_dialogs(core)) {
+        if (current ? dialog != current : !dialog->GetVisible())
+            continue;
+        std::copy_if(dialog->controls().begin(), dialog->controls().end(), std::back_inserter(controls),
+                     [](const CDXUTControl* control) { return is_editable(*control); });
+    }
+    if (!controls.empty())
+        select_controls(scene, controls);
+}
+
+void move_selected_layers(CGuiPlugScene& scene, Layer where)
+{
+    CGuiCore& core = scene.gui_core();
+    const bool of_controls = core.selection().controls_selected;
+    {
+        const UserAction action(scene.journal(), lang(u"调整图层", u"Change Layer"));
+        auto controls = selected_controls(core, false);
+        auto dialogs = selected_dialogs(core);
+        // The first to be moved to an end is the one that ends up farthest from it.
+        if (where == Layer::Bottom || where == Layer::Up) {
+            std::reverse(controls.begin(), controls.end());
+            std::reverse(dialogs.begin(), dialogs.end());
+        }
+        for (CDXUTControl* control : controls)
+            move_control_layer(core, *control, where);
+        for (CDXUTDialog* dialog : dialogs)
+            move_dialog_layer(core, *dialog, where);
+    }
+    tell(scene, of_controls ? ui_controls_changed : ui_scene_changed);
+}
+
+bool all_locked(const CGuiCore& core)
+{
+    const auto& controls = core.selection().controls;
+    return !controls.empty()
+        && std::all_of(controls.begin(), controls.end(), [](const CDXUTControl* control) { return control->locked(); });
+}
+
+void toggle_locked(CGuiPlugScene& scene)
+{
+    const bool lock = !all_locked(scene.gui_core());
+    {
+        const UserAction action(scene.journal(), lock ? lang(u"锁定", u"Lock") : lang(u"解锁", u"Unlock"));
+        walk(scene.gui_core().selection().controls, [lock](CDXUTControl* control) { control->set_locked(lock); });
+    }
+    notify_properties(scene);
+}
+
+void hide_selected(CGuiPlugScene& scene)
+{
+    {
+        const UserAction action(scene.journal(), lang(u"隐藏", u"Hide"));
+        walk(selected_controls(scene.gui_core(), true), [](CDXUTControl* control) { control->SetVisible(false); });
+        for (CDXUTDialog* dialog : selected_dialogs(scene.gui_core()))
+            dialog->SetVisible(false);
+    }
+    notify_properties(scene);
+}
+
+void select_dialog_of_control(CGuiPlugScene& scene)
+{
+    const CDXUTControl* control = scene.gui_core().selection().current_control;
+    if (control && control->dialog() && !control->dialog()->is_root())
+        select(scene, {control->dialog(), nullptr}, false);
+}
+
+} // namespace tarn

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <QPointF>
+
+#include <vector>
+
+class CDXUTControl;
+class CDXUTDialog;
+class CGuiCore;
+class CGuiPlugScene;
+
+namespace tarn {
+
+// What can be done to the selected objects. Each call is one step of undo and tells the windows.
+
+/// The selected controls that are neither locked nor hidden, or all of them, by dialog and layer.
+std::vector<CDXUTControl*> selected_controls(const CGuiCore& core, bool editable_only);
+
+/// The selected dialogs, the root dialog excepted, by layer.
+std::vector<CDXUTDialog*> selected_dialogs(const CGuiCore& core);
+
+/// Removes the selected dialogs, or controls that are neither locked nor hidden.
+void remove_selected(CGuiPlugScene& scene);
+/// Copies every selected control within its dialog, a little aside; the copies become the selection.
+void duplicate_selected(CGuiPlugScene& scene);
+/// The controls of the current dialog; without one those of all dialogs.
+void select_all(CGuiPlugScene& scene);
+
+enum class Layer { Top, Up, Down, Bottom };
+/// The selected objects keep their order among each other.
+void move_selected_layers(CGuiPlugScene& scene, Layer where);
+
+bool all_locked(const CGuiCore& core);
+/// Locks the selected controls, or unlocks them when all of them are locked.
+void toggle_locked(CGuiPlugScene& scene);
+void hide_selected(CGuiPlugScene& scene);
+/// From the current control to its dialog.
+void select_dialog_of_control(CGuiPlugScene& scene);
+
+/// A new control on top of `dialog` that is like `original`, but for its place.
+CDXUTControl* add_copy(CGuiCore& core, const CDXUTControl& original, CDXUTDialog& dialog, QPointF offset);
+/// Selects controls that were made just now, and tells the windows of them.
+void select_new_controls(CGuiPlugScene& scene, const std::vector<CDXUTControl*>& controls);
+
+} // namespace tarn

@@ -1,0 +1,324 @@
+#include "dlg_gui_manager_ctrl.h"
+
+#include "core/language.h"
+#include "engine/base_world.h"
+#include "frame/boxes.h"
+#include "frame/menufun.h"
+#include "gui_core/control_class.h"
+#include "gui_core/dxut_control.h"
+#include "gui_core/dxut_dialog.h"
+#include "gui_scene/gui_plug_scene.h"
+#include "report_list_control.h"
+#include "widgets/button_st.h"
+
+#include <QComboBox>
+#include <QItemSelectionModel>
+#include <QListView>
+#include <QScopedValueRollback>
+#include <QStandardItemModel>
+
+#include <array>
+#include <utility>
+
+using tarn::lang;
+
+namespace {
+
+enum Id : int {
+    id_list = 6316,
+    id_dialog_filter = 6548,
+    id_type_filter = 6551,
+    id_remove = 6338,
+    id_set_top = 6322,
+    id_set_bottom = 6106,
+    id_move_up = 6588,
+    id_move_down = 6108,
+    id_switch_dialog = 6370,
+    id_clean_scripts = 6592,
+};
+
+struct TypeButton {
+    int id;
+    int type;
+};
+
+constexpr std::array type_buttons{
+    TypeButton{6328, DXUT_CONTROL_BUTTON},      TypeButton{6330, DXUT_CONTROL_CHECKBOX},
+    TypeButton{6332, DXUT_CONTROL_RADIOBUTTON}, TypeButton{6334, DXUT_CONTROL_EDITBOX},
+    TypeButton{6336, DXUT_CONTROL_COMBOBOX},    TypeButton{6342, DXUT_CONTROL_SLIDER},
+    TypeButton{6344, DXUT_CONTROL_STATIC},      TypeButton{6346, DXUT_CONTROL_SCROLLBAR},
+    TypeButton{6348, DXUT_CONTROL_LISTBOX},     TypeButton{6354, DXUT_CONTROL_INFOBOX},
+    TypeButton{6361, DXUT_CONTROL_PICTURE},     TypeButton{6367, DXUT_CONTROL_BUTTONST},
+    TypeButton{6117, DXUT_CONTROL_FLASH},       TypeButton{6118, DXUT_CONTROL_PROGRESS},
+    TypeButton{6608, DXUT_CONTROL_PIP},         TypeButton{6610, DXUT_CONTROL_MAP},
+};
+
+struct RowButton {
+    int id;
+    int icon;
+    const char16_t* chinese; ///< tool tip; null for none
+    const char16_t* english;
+};
+
+// The arrows of Move Up and Move Down point where the row goes when the list is sorted by layers, lowest first.
+constexpr std::array row_buttons{
+    RowButton{id_remove, 6420, u"删除", u"Remove"},
+    RowButton{id_set_top, 6427, u"置顶", u"Set Top"},
+    RowButton{id_set_bottom, 6423, u"置底", u"Set Bottom"},
+    RowButton{id_move_up, 6412, nullptr, nullptr},
+    RowButton{id_move_down, 6052, nullptr, nullptr},
+    RowButton{id_switch_dialog, 6430, u"切换控件窗口", u"Switch Dialog"},
+};
+
+constexpr int draw_control = 2; ///< the view's mouse draws a control
+constexpr int first_command = 100;
+
+const QString all_entry = QStringLiteral("---ALL---");
+
+} // namespace
+
+CDlgGuiManagerCtrl::CDlgGuiManagerCtrl(QWidget* parent) : CGuiChildDlg(QStringLiteral("CDlgGuiManagerCtrl"), parent) {}
+
+QWidget* CDlgGuiManagerCtrl::create_widget(const QString& class_name, QWidget* parent)
+{
+    if (class_name != QLatin1String("CReportListControl"))
+        return nullptr;
+    m_list = new CReportListControl(parent);
+    return m_list;
+}
+
+void CDlgGuiManagerCtrl::OnInitDialog()
+{
+    // The lists of dialogs and of controls share their captions.
+    CTarnLanguageConvert::init_dlg_language(this, QStringLiteral("CDlgGuiManager"));
+    set_up_type_buttons();
+    set_up_row_buttons();
+    set_up_filters();
+    set_up_list();
+    update_buttons();
+}
+
+void CDlgGuiManagerCtrl::set_up_type_buttons()
+{
+    for (const TypeButton& row : type_buttons) {
+        button(row.id)->SetIcon(tarn::control_class(row.type)->icon);
+        button(row.id)->SetTooltipText(
+            lang(u"点击后在视图中绘制：%1", u"Click, then draw in the view: %1").arg(GetControlTypeName(row.type)));
+        on_click(row.id, [this, row] { on_type_clicked(row.id, row.type); });
+    }
+}
+
+void CDlgGuiManagerCtrl::set_up_row_buttons()
+{
+    for (const RowButton& row : row_buttons) {
+        button(row.id)->SetIcon(row.icon);
+        if (row.chinese)
+            button(row.id)->SetTooltipText(lang(row.chinese, row.english));
+    }
+    on_click(id_remove, [this] { on_remove(); });
+    on_click(id_set_top, [this] { change_layer(&CDXUTDialog::SetCtrlLayer, 0); });
+    on_click(id_set_bottom, [this] { change_layer(&CDXUTDialog::SetCtrlLayer, 1); });
+    on_click(id_move_up, [this] { change_layer(&CDXUTDialog::SetCtrlLayerUpDown, 1); });
+    on_click(id_move_down, [this] { change_layer(&CDXUTDialog::SetCtrlLayerUpDown, 0); });
+    on_click(id_switch_dialog, [this] { on_switch_dialog(); });
+    button(id_clean_scripts)->setEnabled(false);
+    button(id_clean_scripts)
+        ->SetTooltipText(lang(u"场景中没有控件事件脚本。", u"The scene has no event scripts of controls."));
+}
+
+void CDlgGuiManagerCtrl::set_up_filters()
+{
+    auto* types = control_as<QComboBox>(id_type_filter);
+    auto* entries = qobject_cast<QStandardItemModel*>(types->model());
+    auto* popup = qobject_cast<QListView*>(types->view());
+    types->addItem(all_entry);
+    for (int type = 0; type < control_type_count; ++type) {
+        const QString name = GetControlTypeName(type);
+        types->addItem(name);
+        if (!name.isEmpty())
+            continue;
+        // An entry's index tells its type, so a number without a type has one that cannot be chosen.
+        entries->item(type + 1)->setEnabled(false);
+        popup->setRowHidden(type + 1, true);
+    }
+    on_choose(id_type_filter, [this](int) { refill(); });
+    on_choose(id_dialog_filter, [this](int entry) { on_dialog_filter(entry); });
+}
+
+void CDlgGuiManagerCtrl::set_up_list()
+{
+    connect(m_list, &CReportList::item_clicked, this, [this](int row, int column) {
+        run_action([&] { on_list_clicked(row, column); }, lang(u"显示/隐藏控件", u"Show or Hide Control"));
+    });
+    connect(m_list, &CReportListControl::navigated, this,
+            [this] { select_controls_of_rows(m_list->control(m_list->currentIndex().row())); });
+    connect(m_list, &CReportList::delete_pressed, this,
+            [this] { run_action([this] { on_remove(); }, lang(u"删除控件", u"Remove Control")); });
+}
+
+void CDlgGuiManagerCtrl::update_ui(int code)
+{
+    if (!core())
+        return;
+    switch (code) {
+    case tarn::ui_full_refresh:
+        if (isVisible()) {
+            scene()->SetMTFunction(0, 0);
+            release_type_buttons();
+        }
+        refresh();
+        break;
+    case tarn::ui_scene_changed:
+        refresh();
+        release_type_buttons();
+        break;
+    case tarn::ui_control_selected:
+        refill();
+        release_type_buttons();
+        break;
+    case tarn::ui_control_properties: m_list->refresh_all_item_caption(); break;
+    case tarn::ui_selection_changed:
+        if (!m_selecting)
+            select_rows_of_selection();
+        break;
+    case tarn::ui_controls_changed:
+        m_list->refresh_all_item_caption();
+        m_list->sort_by_column(CReportListControl::Layer, true);
+        break;
+    default: break;
+    }
+}
+
+void CDlgGuiManagerCtrl::refresh()
+{
+    const CDXUTDialog* before = std::exchange(m_filter_dialog, nullptr);
+    QStringList entries{all_entry, QStringLiteral("---ROOT---")};
+    int chosen = 0;
+    if (before == core()->GetRootDialog()) {
+        m_filter_dialog = before;
+        chosen = 1;
+    }
+    const auto& dialogs = core()->GetDialogs();
+    for (int i = 0; i < int(dialogs.size()); ++i) {
+        entries.append(dialogs[i]->name());
+        if (dialogs[i] == before) {
+            m_filter_dialog = before;
+            chosen = i; // The dialog's place among the dialogs, two before that of its entry.
+        }
+    }
+    auto* filter = control_as<QComboBox>(id_dialog_filter);
+    filter->clear();
+    filter->addItems(entries);
+    filter->setCurrentIndex(chosen);
+    refill();
+}
+
+void CDlgGuiManagerCtrl::refill()
+{
+    const int type_entry = control_as<QComboBox>(id_type_filter)->currentIndex();
+    std::vector<void*> listed;
+    for (CDXUTControl* control : core()->controls())
+        if ((type_entry <= 0 || control->GetType() + 1 == type_entry)
+            && (!m_filter_dialog || control->dialog() == m_filter_dialog))
+            listed.push_back(control);
+    m_list->refill_list(listed);
+    m_list->selecte_item_by_ptr_binded(core()->selection().current_control);
+    update_buttons();
+}
+
+void CDlgGuiManagerCtrl::select_rows_of_selection()
+{
+    const std::vector<CDXUTControl*>& selected = core()->selection().controls;
+    m_list->selecte_items_by_ptr_binded(std::vector<void*>(selected.begin(), selected.end()), true);
+    update_buttons();
+}
+
+void CDlgGuiManagerCtrl::update_buttons()
+{
+    const bool has_row = m_list->selectionModel()->hasSelection();
+    for (const RowButton& row : row_buttons)
+        button(row.id)->setEnabled(has_row);
+}
+
+void CDlgGuiManagerCtrl::release_type_buttons()
+{
+    for (const TypeButton& row : type_buttons)
+        button(row.id)->SetCheck(false);
+}
+
+void CDlgGuiManagerCtrl::on_type_clicked(int button_id, int type)
+{
+    const bool wanted = button(button_id)->GetCheck();
+    release_type_buttons();
+    scene()->SetMTFunction(wanted ? draw_control : 0, wanted ? type : 0);
+    // Nothing is drawn while the interface runs.
+    button(button_id)->SetCheck(scene()->mouse_function() == draw_control);
+}
+
+void CDlgGuiManagerCtrl::on_dialog_filter(int entry)
+{
+    constexpr int first_dialog = 2;
+    m_filter_dialog = entry == 1 ? core()->GetRootDialog() : core()->GetDialogs().value(entry - first_dialog);
+    refill();
+}
+
+void CDlgGuiManagerCtrl::on_list_clicked(int row, int column)
+{
+    CDXUTControl* clicked = m_list->control(row);
+    if (clicked && column != CReportListControl::Id) {
+        clicked->SetVisible(!clicked->GetVisible());
+        m_list->refresh_all_item_caption();
+        update_all_views();
+    }
+    select_controls_of_rows(clicked);
+}
+
+void CDlgGuiManagerCtrl::select_controls_of_rows(CDXUTControl* current)
+{
+    core()->ClearCtrlSelection();
+    for (CDXUTControl* control : m_list->selected_controls())
+        core()->SelectControl(control, true);
+    if (core()->selection().contains(current))
+        core()->SelectControl(current, true); // The one that is selected last is the current one.
+    {
+        const QScopedValueRollback selecting(m_selecting, true);
+        broadcast(tarn::ui_selection_changed);
+    }
+    update_all_views();
+    update_buttons();
+}
+
+void CDlgGuiManagerCtrl::on_remove()
+{
+    const std::vector<CDXUTControl*> chosen = m_list->selected_controls();
+    if (chosen.empty() || !tarn::boxes::confirm(this, lang(u"你正在删除你的控件!", u"Ensure delete control?")))
+        return;
+    scene()->RemoveCtrls(chosen);
+    broadcast(tarn::ui_control_selected); // This list is refilled by it too.
+    update_all_views();
+}
+
+void CDlgGuiManagerCtrl::change_layer(bool (CDXUTDialog::*operation)(CDXUTControl*, int), int argument)
+{
+    CDXUTControl* control = m_list->control(m_list->get_last_sel_index());
+    if (CDXUTDialog* dialog = control ? control->dialog() : nullptr)
+        (dialog->*operation)(control, argument);
+    broadcast(tarn::ui_controls_changed);
+    update_all_views();
+}
+
+void CDlgGuiManagerCtrl::on_switch_dialog()
+{
+    std::vector<CDXUTDialog*> candidates{core()->GetRootDialog()};
+    candidates.insert(candidates.end(), core()->GetDialogs().begin(), core()->GetDialogs().end());
+    std::vector<tarn::boxes::MenuItem> items;
+    for (const CDXUTDialog* dialog : candidates)
+        items.push_back({.id = first_command + int(items.size()), .text = dialog->name()});
+
+    const int command = menufun::pop_menu(this, items);
+    const tarn::SelectionRecord selection = core()->selection();
+    if (command >= first_command && selection.current_control && selection.controls_selected)
+        scene()->switch_ctrl_dialog(selection.controls, candidates.at(size_t(command - first_command)));
+    m_list->refresh_all_item_caption();
+    update_all_views();
+}

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QtGlobal>
+
+#include <optional>
+
+namespace tarn {
+
+/// Which of the selected objects an edit is written to.
+enum class Scope { EverySelected, Current };
+
+/// When an edit is written.
+enum class Gate { Always, WithFocus };
+
+/// What is shown when the selected objects disagree: that they do, or the current object's value.
+enum class Shows { Common, Current };
+
+/// How a numeric edit counts and writes; its range is that of the field.
+struct NumberLook {
+    double step = 1;
+    const char* format = "%g"; ///< one printf conversion
+};
+
+/// One attribute of the selected objects in one control of a page's form. Everything else about it, how the widget
+/// shows it and when, comes from the widget's kind and the attribute's field.
+struct FieldRow {
+    int control;       ///< number of the control in the form
+    const char* field; ///< name of the attribute
+    Scope scope = Scope::EverySelected;
+    Gate gate = Gate::Always;
+    Shows shows = Shows::Common;
+    /// Rows with the same number other than 0 are written together: an edit of one writes what the others show as well.
+    int together = 0;
+    /// For one of several buttons among which the value is chosen: the value that this one stands for.
+    std::optional<int> option = {};
+    NumberLook number = {};
+};
+
+} // namespace tarn

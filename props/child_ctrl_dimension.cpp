@@ -1,0 +1,108 @@
+#include "child_ctrl_dimension.h"
+
+#include "core/model_object.h"
+#include "gui_core/anchor.h"
+#include "widgets/button_st.h"
+
+#include <QCheckBox>
+
+using tarn::FieldRow;
+
+namespace {
+
+enum Id : int {
+    id_x = 6337,
+    id_y = 6339,
+    id_width = 6026,
+    id_height = 6341,
+    id_keep_ratio = 6345,
+    id_rotation = 6410,
+    id_center_x = 6412,
+    id_center_y = 6413,
+    id_center_reset = 6415,
+    id_scale_mode = 6593,
+};
+
+constexpr FieldRow anchor_row(int control, tarn::Anchor anchor)
+{
+    return {.control = control, .field = "align_type", .option = anchor};
+}
+
+constexpr FieldRow rows[] = {
+    {.control = id_x, .field = "x"},
+    {.control = id_y, .field = "y"},
+    {.control = id_width, .field = "width"},
+    {.control = id_height, .field = "height"},
+    {.control = id_rotation, .field = "rotation"},
+    {.control = id_center_x, .field = "center_x"},
+    {.control = id_center_y, .field = "center_y"},
+    {.control = id_scale_mode, .field = "scale_mode"},
+    anchor_row(6469, tarn::anchor_top_left),
+    anchor_row(6474, tarn::anchor_top),
+    anchor_row(6480, tarn::anchor_top_right),
+    anchor_row(6485, tarn::anchor_left),
+    anchor_row(6488, tarn::anchor_centre),
+    anchor_row(6491, tarn::anchor_right),
+    anchor_row(6496, tarn::anchor_bottom_left),
+    anchor_row(6499, tarn::anchor_bottom),
+    anchor_row(6502, tarn::anchor_bottom_right),
+};
+
+constexpr int first_anchor_icon = 30; ///< in the icon table, where the anchors stand by their numbers
+
+} // namespace
+
+CChildCtrlDimension::CChildCtrlDimension(QWidget* parent)
+    : CBoundPage(QStringLiteral("CChildCtrlDimension"), Target::Controls, parent)
+{
+}
+
+void CChildCtrlDimension::OnInitDialog()
+{
+    CBoundPage::OnInitDialog();
+    bind(rows);
+    for (const FieldRow& row : rows)
+        if (row.option)
+            button(row.control)->SetIcon(first_anchor_icon + *row.option);
+    on_click(id_center_reset, [this] {
+        write("center_set", false);
+        tell_changed();
+    });
+}
+
+bool CChildCtrlDimension::keeps_ratio() const
+{
+    return control_as<QCheckBox>(id_keep_ratio)->isChecked();
+}
+
+void CChildCtrlDimension::set_aspect(float aspect)
+{
+    if (aspect != 0 || !keeps_ratio())
+        m_aspect = aspect;
+}
+
+void CChildCtrlDimension::refresh()
+{
+    CBoundPage::refresh();
+    const auto* control = current();
+    control_as<QCheckBox>(id_keep_ratio)->setEnabled(control);
+    const tarn::FieldBase* center_set = control ? control->fields().find("center_set") : nullptr;
+    button(id_center_reset)->setEnabled(center_set && control->property(*center_set) == tarn::Value(true));
+    // While place and size scale, no side is kept to.
+    const tarn::CommonValue anchor = tarn::common_value(selected(), "align_type");
+    if (anchor.value == tarn::Value(qint64(tarn::anchor_scale)))
+        for (const FieldRow& row : rows)
+            if (row.option)
+                button(row.control)->setEnabled(false);
+}
+
+void CChildCtrlDimension::row_edited(int id, const tarn::Value& value)
+{
+    const auto* number = std::get_if<double>(&value);
+    if (!number || !keeps_ratio() || m_aspect == 0)
+        return;
+    if (id == id_width)
+        write("height", *number / m_aspect);
+    else if (id == id_height)
+        write("width", *number * m_aspect);
+}

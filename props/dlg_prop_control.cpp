@@ -1,0 +1,106 @@
+#include "dlg_prop_control.h"
+
+#include "child_controls.h"
+#include "child_ctrl_dimension.h"
+#include "core/language.h"
+#include "design/dlg_element_customize.h"
+#include "design/pop_dlg_color.h"
+#include "frame/rollup.h"
+#include "gui_core/dxut_control.h"
+#include "gui_scene/gui_plug_scene.h"
+#include "widgets/color_swatch.h"
+
+using tarn::FieldRow;
+using tarn::Shows;
+
+namespace {
+
+enum Id : int { id_name = 6396, id_swatch = 6199, id_visible = 6335, id_enabled = 6349, id_locked = 6355 };
+
+enum Section : int { section_location, section_style, section_property };
+
+constexpr int flags = 1; ///< a click on one of the three writes them all
+
+constexpr FieldRow rows[] = {
+    {.control = id_name, .field = "name", .shows = Shows::Current},
+    {.control = id_visible, .field = "visible", .shows = Shows::Current, .together = flags},
+    {.control = id_enabled, .field = "enabled", .shows = Shows::Current, .together = flags},
+    {.control = id_locked, .field = "locked", .shows = Shows::Current, .together = flags},
+};
+
+} // namespace
+
+CDlgPropControl::CDlgPropControl(QWidget* parent)
+    : CBoundPage(QStringLiteral("CDlgPropControl"), Target::Controls, parent)
+{
+}
+
+QWidget* CDlgPropControl::create_widget(const QString& class_name, QWidget* parent)
+{
+    if (class_name != QLatin1String("CMyRollup"))
+        return nullptr;
+    m_rollup = new CMyRollup(parent);
+    return m_rollup;
+}
+
+void CDlgPropControl::OnInitDialog()
+{
+    CBoundPage::OnInitDialog();
+    bind(rows);
+    m_swatch = control_as<CColorSwatch>(id_swatch);
+    m_swatch->set_color(0xffffffff);
+    on_click(id_swatch, [this] { on_pick_color(); });
+    create_sub_pages();
+}
+
+void CDlgPropControl::create_sub_pages()
+{
+    const auto insert = [this](CGuiChildDlg* page, int template_id, const char16_t* chinese, const char16_t* english) {
+        page->Create(template_id, m_rollup);
+        m_rollup->InsertPage(tarn::lang(chinese, english), page);
+    };
+    m_dimension = new CChildCtrlDimension;
+    insert(m_dimension, 6353, u"位置尺寸", u"Location");
+    insert(new CDlgElementCustomize, 6561, u"自定义风格", u"Custom Style");
+    insert(new CChildControls, 6359, u"控件属性", u"Property");
+    m_rollup->ExpandAllPages(true);
+    m_rollup->ExpandPage(section_style, false);
+    m_rollup->ExpandPage(section_location, false);
+}
+
+void CDlgPropControl::on_world_created(CBaseWorld* world)
+{
+    CBoundPage::on_world_created(world);
+    m_rollup->on_world_created(world);
+}
+
+void CDlgPropControl::update_ui(int code)
+{
+    CBoundPage::update_ui(code);
+    m_rollup->update_ui(code);
+}
+
+void CDlgPropControl::refresh()
+{
+    CBoundPage::refresh();
+    const auto* control = static_cast<const CDXUTControl*>(current());
+    m_swatch->setEnabled(control != nullptr);
+    if (!control)
+        return;
+    m_swatch->set_color(control->color_tag());
+    const float center_y = control->height() / 2;
+    m_dimension->set_aspect(center_y != 0 ? control->width() / 2 / center_y : 0);
+}
+
+void CDlgPropControl::on_pick_color()
+{
+    const auto* control = static_cast<const CDXUTControl*>(current());
+    if (!control)
+        return;
+    CPopDlgColor picker(control->color_tag());
+    if (picker.do_modal(this) == 1) {
+        m_swatch->set_color(picker.color());
+        write("color_tag", qint64(picker.color()));
+    }
+    update_all_views();
+}
