@@ -219,7 +219,7 @@ void CDlgElementCustomize::show_picture(const CDXUTControl& shown)
     const auto elements = tarn::style_elements(shown.GetType());
     if (slot() < 0 || slot() >= int(elements.size()) * tarn::style_state_count) {
         preview->setPixmap({});
-        control_as<QLabel>(id_picture_name)->clear();
+        show_picture_name({});
         return;
     }
     const QString name = shown.style_image(slot());
@@ -228,13 +228,24 @@ void CDlgElementCustomize::show_picture(const CDXUTControl& shown)
     const tarn::Element element = elements[std::size_t(m_elements->currentIndex())].element;
     preview->setPixmap(
         QPixmap::fromImage(cache.image(element, look(), preview_size, preview->devicePixelRatioF(), choice)));
-    auto* label = control_as<QLabel>(id_picture_name);
     const QString text = name.isEmpty() ? lang(u"风格图片", u"The style's picture")
         : choice.picture.isNull()       ? lang(u"%1（缺失）", u"%1 (missing)").arg(name)
                                         : name;
-    label->setText(label->fontMetrics().elidedText(text, Qt::ElideMiddle, label->width()));
-    label->setToolTip(text);
+    show_picture_name(text);
     control_as<CColorSwatch>(id_tint)->set_color(shown.style_color(slot()));
+}
+
+void CDlgElementCustomize::show_picture_name(const QString& name)
+{
+    auto* label = control_as<QLabel>(id_picture_name);
+    label->setText(label->fontMetrics().elidedText(name, Qt::ElideMiddle, label->width()));
+    label->setToolTip(name);
+}
+
+void CDlgElementCustomize::resizeEvent(QResizeEvent* event)
+{
+    CGuiChildDlg::resizeEvent(event);
+    show_picture_name(control(id_picture_name)->toolTip());
 }
 
 void CDlgElementCustomize::show_text(const CDXUTControl& shown)

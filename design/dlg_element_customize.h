@@ -3,13 +3,10 @@
 #include "gui_core/skin.h"
 #include "page_base/gui_child_dlg.h"
 
-#include <QImage>
-
 #include <functional>
+#include <vector>
 
 class CDXUTControl;
-class CSuperEdit;
-class QCheckBox;
 class QComboBox;
 
 /// The pictures, colours and font that the selected controls have instead of the style's: per element of their type and
@@ -24,6 +21,7 @@ public:
 
 protected:
     void OnInitDialog() override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     void set_up_pictures();
@@ -38,6 +36,7 @@ private:
     void refresh();
     void fill_elements(int control_type);
     void show_picture(const CDXUTControl& control);
+    void show_picture_name(const QString& name);
     void show_text(const CDXUTControl& control);
     void show_family(const QString& family);
     void enable_parts(const CDXUTControl* control);
