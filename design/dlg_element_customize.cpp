@@ -18,6 +18,7 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QEvent>
 #include <QFile>
 #include <QFileInfo>
 #include <QFontDatabase>
@@ -102,6 +103,7 @@ void CDlgElementCustomize::set_up_pictures()
 {
     for (int state = 0; state < tarn::style_state_count; ++state)
         m_states->addItem(tarn::visual_state_name(VisualState(state)));
+    control(id_picture_name)->installEventFilter(this);
     on_choose(id_element, [this](int) { refresh(); });
     on_choose(id_state, [this](int) { refresh(); });
     on_click(id_choose_picture, [this] { on_choose_picture(); });
@@ -242,10 +244,11 @@ void CDlgElementCustomize::show_picture_name(const QString& name)
     label->setToolTip(name);
 }
 
-void CDlgElementCustomize::resizeEvent(QResizeEvent* event)
+bool CDlgElementCustomize::eventFilter(QObject* watched, QEvent* event)
 {
-    CGuiChildDlg::resizeEvent(event);
-    show_picture_name(control(id_picture_name)->toolTip());
+    if (event->type() == QEvent::Resize && watched == control(id_picture_name))
+        show_picture_name(control(id_picture_name)->toolTip());
+    return CGuiChildDlg::eventFilter(watched, event);
 }
 
 void CDlgElementCustomize::show_text(const CDXUTControl& shown)

@@ -21,7 +21,7 @@ public:
 
 protected:
     void OnInitDialog() override;
-    void resizeEvent(QResizeEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void set_up_pictures();
