@@ -1,7 +1,7 @@
 #include "child_ctrl_dimension.h"
 
 #include "anchor_rows.h"
-#include "core/model_object.h"
+#include "gui_core/dxut_control.h"
 #include "widgets/button_st.h"
 
 #include <QCheckBox>
@@ -51,7 +51,8 @@ void CChildCtrlDimension::OnInitDialog()
     for (const FieldRow& row : anchors)
         button(row.control)->SetIcon(tarn::anchor_icon(*row.option));
     on_click(id_center_reset, [this] {
-        write("center_set", false);
+        for (tarn::ModelObject* object : selected())
+            static_cast<CDXUTControl*>(object)->reset_center();
         tell_changed();
     });
 }
@@ -70,10 +71,9 @@ void CChildCtrlDimension::set_aspect(float aspect)
 void CChildCtrlDimension::refresh()
 {
     CBoundPage::refresh();
-    const auto* control = current();
+    const auto* control = static_cast<const CDXUTControl*>(current());
     control_as<QCheckBox>(id_keep_ratio)->setEnabled(control);
-    const tarn::FieldBase* center_set = control ? control->fields().find("center_set") : nullptr;
-    button(id_center_reset)->setEnabled(center_set && control->property(*center_set) == tarn::Value(true));
+    button(id_center_reset)->setEnabled(control && control->has_own_center());
     // While place and size scale, no side is kept to.
     const tarn::CommonValue anchor = tarn::common_value(selected(), "align_type");
     if (anchor.value == tarn::Value(qint64(tarn::anchor_scale)))

@@ -3,6 +3,7 @@
 #include "child_controls.h"
 #include "child_ctrl_dimension.h"
 #include "core/language.h"
+#include "design/dlg_element_customize.h"
 #include "design/pop_dlg_color.h"
 #include "frame/rollup.h"
 #include "gui_core/dxut_control.h"
@@ -60,7 +61,7 @@ void CDlgPropControl::create_sub_pages()
     };
     m_dimension = new CChildCtrlDimension;
     insert(m_dimension, 6353, u"位置尺寸", u"Location");
-    insert(new CGuiChildDlg(QStringLiteral("CDlgElementCustomize")), 6561, u"自定义风格", u"Custom Style");
+    insert(new CDlgElementCustomize, 6561, u"自定义风格", u"Custom Style");
     insert(new CChildControls, 6359, u"控件属性", u"Property");
     m_rollup->ExpandAllPages(true);
     m_rollup->ExpandPage(section_style, false);

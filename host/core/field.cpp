@@ -20,6 +20,32 @@ QString cut_text(const QString& text, int units)
     return text.left(std::max<qsizetype>(finder.position(), 0));
 }
 
+QStringList FieldBase::pictures(const ObjectState& state) const
+{
+    if (!m_rules.picture)
+        return {};
+    const Value value = get(state);
+    const auto* one = std::get_if<QString>(&value);
+    QStringList names = one ? QStringList(*one) : std::get<QStringList>(value);
+    names.removeAll(QString());
+    return names;
+}
+
+void FieldBase::rename_pictures(ObjectState& state, const std::function<QString(const QString&)>& renamed) const
+{
+    if (!m_rules.picture || is_default(state))
+        return;
+    Value value = get(state);
+    if (auto* one = std::get_if<QString>(&value)) {
+        *one = renamed(*one);
+    } else {
+        for (QString& name : std::get<QStringList>(value))
+            if (!name.isEmpty())
+                name = renamed(name);
+    }
+    (void)set(state, value);
+}
+
 namespace detail {
 
 namespace {
@@ -41,6 +67,14 @@ Status number_from(const Value& value, double& number)
     else
         return not_a_number();
     return std::isfinite(number) ? Status() : not_a_number();
+}
+
+/// Of an empty list nobody can tell what it would hold.
+bool is_empty_list(const Value& value)
+{
+    const auto* texts = std::get_if<QStringList>(&value);
+    const auto* numbers = std::get_if<NumberList>(&value);
+    return (texts && texts->isEmpty()) || (numbers && numbers->isEmpty());
 }
 
 template <class T>
@@ -83,6 +117,10 @@ Value to_value(const QString& value)
 Value to_value(const QStringList& value)
 {
     return value;
+}
+Value to_value(const QList<quint32>& value)
+{
+    return NumberList(value.begin(), value.end());
 }
 Value to_value(ObjectRef value)
 {
@@ -132,10 +170,27 @@ Status from_value(const Value& value, const FieldRules& rules, QString& out)
 Status from_value(const Value& value, const FieldRules& rules, QStringList& out)
 {
     const auto* list = std::get_if<QStringList>(&value);
-    if (!list)
+    if (!list && !is_empty_list(value))
         return Status::error(lang(u"需要文本列表", u"a list of texts is needed"));
-    out = *list;
+    out = list ? *list : QStringList();
     hold_to_rules(rules, out);
+    return {};
+}
+
+Status from_value(const Value& value, const FieldRules& rules, QList<quint32>& out)
+{
+    const auto* list = std::get_if<NumberList>(&value);
+    if (!list && !is_empty_list(value))
+        return Status::error(lang(u"需要数字列表", u"a list of numbers is needed"));
+    QList<quint32> numbers;
+    for (const double given : list ? *list : NumberList()) {
+        quint32 number = 0;
+        if (auto status = integer_from(given, FieldRules(), number); !status)
+            return status;
+        numbers.append(number);
+    }
+    hold_to_rules(rules, numbers);
+    out = std::move(numbers);
     return {};
 }
 
@@ -151,7 +206,7 @@ int FieldTable::index_of(std::string_view name, int hint) const
     const int count = static_cast<int>(m_fields.size());
     for (int i = 0; i < count; ++i) {
         const int index = (hint + i) % count;
-        if (name == m_fields[static_cast<std::size_t>(index)]->name())
+        if (name == m_names[static_cast<std::size_t>(index)])
             return index;
     }
     return -1;
@@ -166,6 +221,7 @@ const FieldBase* FieldTable::find(std::string_view name) const
 void FieldTable::add(std::unique_ptr<FieldBase> field)
 {
     m_fields.push_back(field.get());
+    m_names.emplace_back(field->name());
     m_own.push_back(std::move(field));
 }
 
@@ -173,7 +229,7 @@ void write_state(const ObjectState& state, JsonWriter& writer)
 {
     writer.begin_object();
     for (const FieldBase* field : state.fields()) {
-        if (field->is_default(state))
+        if (field->rules().derived || field->is_default(state))
             continue;
         writer.key(field->name());
         field->write(state, writer);

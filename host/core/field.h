@@ -3,9 +3,11 @@
 #include "json_reader.h"
 #include "json_writer.h"
 #include "object_state.h"
+#include "rare_data.h"
 #include "status.h"
 #include "value.h"
 
+#include <functional>
 #include <limits>
 #include <memory>
 #include <optional>
@@ -20,7 +22,9 @@ struct FieldRules {
     double maximum = std::numeric_limits<double>::max();
     int max_length = std::numeric_limits<int>::max(); ///< of a text or of each text of a list, in UTF-16 units
     bool read_only = false;                           ///< set by the object itself only
-    bool picture = false;                             ///< a text that names one of the scene's pictures
+    bool picture = false;                             ///< a text, or a list of texts, that names pictures of the scene
+    bool derived = false;                             ///< follows from other fields and is not saved
+    int slots = 0; ///< of a list whose elements have fixed places: how many; empty ones at its end are left out
 };
 
 inline FieldRules range(double minimum, double maximum)
@@ -38,6 +42,10 @@ inline FieldRules picture_name()
 inline FieldRules read_only()
 {
     return {.read_only = true};
+}
+inline FieldRules slots(int count)
+{
+    return {.slots = count};
 }
 
 /// `text` cut to at most `units` UTF-16 units, never inside a character (surrogates and combining marks included).
@@ -64,6 +72,11 @@ public:
     /// The reference kept in this field; null when the field is none.
     virtual ObjectRef* reference(ObjectState&) const { return nullptr; }
 
+    /// The pictures that this field names; none when it is not of that kind.
+    QStringList pictures(const ObjectState& state) const;
+    /// Puts `renamed(name)` in the place of each of them.
+    void rename_pictures(ObjectState& state, const std::function<QString(const QString&)>& renamed) const;
+
 private:
     const char* m_name;
     FieldRules m_rules;
@@ -77,6 +90,7 @@ Value to_value(quint32 value);
 Value to_value(float value);
 Value to_value(const QString& value);
 Value to_value(const QStringList& value);
+Value to_value(const QList<quint32>& value);
 Value to_value(ObjectRef value);
 
 Status from_value(const Value& value, const FieldRules& rules, bool& out);
@@ -85,7 +99,19 @@ Status from_value(const Value& value, const FieldRules& rules, quint32& out);
 Status from_value(const Value& value, const FieldRules& rules, float& out);
 Status from_value(const Value& value, const FieldRules& rules, QString& out);
 Status from_value(const Value& value, const FieldRules& rules, QStringList& out);
+Status from_value(const Value& value, const FieldRules& rules, QList<quint32>& out);
 Status from_value(const Value& value, const FieldRules& rules, ObjectRef& out);
+
+template <class T>
+void hold_to_slots(const FieldRules& rules, QList<T>& list)
+{
+    if (!rules.slots)
+        return;
+    if (list.size() > rules.slots)
+        list.resize(rules.slots);
+    while (!list.isEmpty() && list.back() == T())
+        list.removeLast();
+}
 
 template <class T>
 void hold_to_rules(const FieldRules& rules, T& value)
@@ -96,6 +122,9 @@ void hold_to_rules(const FieldRules& rules, T& value)
     } else if constexpr (std::is_same_v<T, QStringList>) {
         for (QString& text : value)
             hold_to_rules(rules, text);
+        hold_to_slots(rules, value);
+    } else if constexpr (std::is_same_v<T, QList<quint32>>) {
+        hold_to_slots(rules, value);
     } else if constexpr (std::is_arithmetic_v<T> && !std::is_same_v<T, bool>) {
         if (static_cast<double>(value) < rules.minimum)
             value = static_cast<T>(rules.minimum);
@@ -106,64 +135,117 @@ void hold_to_rules(const FieldRules& rules, T& value)
 
 } // namespace detail
 
-/// The attribute `member` of State, its default (which is not saved) and its rules.
+/// Where an attribute lives: in a member of the state.
 template <class State, class T>
-class Field final : public FieldBase {
-public:
-    Field(const char* name, T State::*member, T default_value, FieldRules rules = {})
-        : FieldBase(name, rules), m_member(member), m_default(std::move(default_value))
-    {
-    }
+struct MemberAccess {
+    using Type = T;
+    T State::*member;
+    T default_value;
 
-    Value get(const ObjectState& state) const override { return detail::to_value(of(state)); }
+    const T& get(const State& state) const { return state.*member; }
+    T& get(State& state) const { return state.*member; }
+    void set(State& state, T&& value) const { state.*member = std::move(value); }
+    bool is_default(const State& state) const { return get(state) == default_value; }
+    void copy(const State& from, State& to) const { get(to) = get(from); }
+};
+
+/// In data that a state has only when it needs them. The default is what fresh data hold.
+template <class State, class Data, class T>
+struct RareAccess {
+    using Type = T;
+    RareData<Data> State::*data;
+    T Data::*member;
+
+    const T& get(const State& state) const { return (state.*data).get().*member; }
+    void set(State& state, T&& value) const
+    {
+        (state.*data).edit([&](Data& held) { held.*member = std::move(value); });
+    }
+    bool is_default(const State& state) const { return (state.*data).is_fresh() || get(state) == Data().*member; }
+    void copy(const State& from, State& to) const { set(to, T(get(from))); }
+};
+
+/// The attribute that `access` reaches, and its rules.
+template <class State, class Access>
+class Field final : public FieldBase {
+    using T = typename Access::Type;
+
+public:
+    Field(const char* name, Access access, FieldRules rules) : FieldBase(name, rules), m_access(std::move(access)) {}
+
+    Value get(const ObjectState& state) const override { return detail::to_value(m_access.get(cast(state))); }
     Status set(ObjectState& state, const Value& value) const override
     {
         T converted{};
         auto status = detail::from_value(value, rules(), converted);
         if (status)
-            of(state) = std::move(converted);
+            m_access.set(cast(state), std::move(converted));
         return status;
     }
-    bool same(const ObjectState& a, const ObjectState& b) const override { return of(a) == of(b); }
-    bool is_default(const ObjectState& state) const override { return of(state) == m_default; }
+    bool same(const ObjectState& a, const ObjectState& b) const override
+    {
+        return m_access.get(cast(a)) == m_access.get(cast(b))
+            && m_access.is_default(cast(a)) == m_access.is_default(cast(b));
+    }
+    bool is_default(const ObjectState& state) const override { return m_access.is_default(cast(state)); }
     void write(const ObjectState& state, JsonWriter& writer) const override
     {
         if constexpr (std::is_same_v<T, ObjectRef>)
-            writer.value(of(state).id);
+            writer.value(m_access.get(cast(state)).id);
         else
-            writer.value(of(state));
+            writer.value(m_access.get(cast(state)));
     }
     Status read(ObjectState& state, JsonCursor& cursor) const override
     {
+        T value{};
+        Status status;
         if constexpr (std::is_same_v<T, ObjectRef>) {
-            return cursor.read(of(state).id);
+            status = cursor.read(value.id);
         } else {
-            auto status = cursor.read(of(state));
-            detail::hold_to_rules(rules(), of(state));
-            return status;
+            status = cursor.read(value);
+            detail::hold_to_rules(rules(), value);
         }
+        if (status)
+            m_access.set(cast(state), std::move(value));
+        return status;
     }
-    void copy(const ObjectState& from, ObjectState& to) const override { of(to) = of(from); }
+    void copy(const ObjectState& from, ObjectState& to) const override { m_access.copy(cast(from), cast(to)); }
     ObjectRef* reference(ObjectState& state) const override
     {
         if constexpr (std::is_same_v<T, ObjectRef>)
-            return &of(state);
+            return &m_access.get(cast(state));
         else
             return nullptr;
     }
 
 private:
-    const T& of(const ObjectState& state) const { return static_cast<const State&>(state).*m_member; }
-    T& of(ObjectState& state) const { return static_cast<State&>(state).*m_member; }
+    static const State& cast(const ObjectState& state) { return static_cast<const State&>(state); }
+    static State& cast(ObjectState& state) { return static_cast<State&>(state); }
 
-    T State::*m_member;
-    T m_default;
+    Access m_access;
 };
 
 template <class State, class Owner, class T, class Default = T>
 std::unique_ptr<FieldBase> field(const char* name, T Owner::*member, Default default_value = {}, FieldRules rules = {})
 {
-    return std::make_unique<Field<State, T>>(name, static_cast<T State::*>(member), T(std::move(default_value)), rules);
+    using Access = MemberAccess<State, T>;
+    return std::make_unique<Field<State, Access>>(
+        name, Access{static_cast<T State::*>(member), T(std::move(default_value))}, rules);
+}
+
+/// An attribute in the rare data `data` of the state.
+template <class State, class Data, class T>
+std::unique_ptr<FieldBase> field(const char* name, RareData<Data> State::*data, T Data::*member, FieldRules rules = {})
+{
+    using Access = RareAccess<State, Data, T>;
+    return std::make_unique<Field<State, Access>>(name, Access{data, member}, rules);
+}
+
+/// An attribute that is worked out by an access class of its own.
+template <class State, class Access>
+std::unique_ptr<FieldBase> computed_field(const char* name, FieldRules rules = {})
+{
+    return std::make_unique<Field<State, Access>>(name, Access{}, rules);
 }
 
 /// The attributes of one state class in declaration order, those of its base class first.
@@ -174,8 +256,10 @@ public:
     template <class... Field>
     explicit FieldTable(const FieldTable* base, Field... fields)
     {
-        if (base)
+        if (base) {
             m_fields = base->m_fields;
+            m_names = base->m_names;
+        }
         m_own.reserve(sizeof...(fields));
         (add(std::move(fields)), ...);
     }
@@ -192,6 +276,7 @@ private:
     void add(std::unique_ptr<FieldBase> field);
 
     Fields m_fields;
+    std::vector<std::string_view> m_names;
     std::vector<std::unique_ptr<FieldBase>> m_own;
 };
 

@@ -179,15 +179,26 @@ Status JsonCursor::read(QString& value)
     return {};
 }
 
-Status JsonCursor::read(QStringList& value)
+template <class T>
+Status JsonCursor::read_list(QList<T>& list)
 {
-    value.clear();
+    list.clear();
     return each_element([&](JsonCursor& element) {
-        QString text;
-        auto status = element.read(text);
-        value.append(std::move(text));
+        T item{};
+        auto status = element.read(item);
+        list.append(std::move(item));
         return status;
     });
+}
+
+Status JsonCursor::read(QStringList& value)
+{
+    return read_list(value);
+}
+
+Status JsonCursor::read(QList<quint32>& value)
+{
+    return read_list(value);
 }
 
 Status JsonCursor::read_raw(QByteArray& json)

@@ -26,6 +26,7 @@ public:
     Status read(double& value);
     Status read(QString& value);
     Status read(QStringList& value);
+    Status read(QList<quint32>& value);
     /// The value as checked JSON text, at most max_depth deep.
     Status read_raw(QByteArray& json);
 
@@ -57,6 +58,9 @@ private:
     friend class JsonText;
     struct Impl;
     explicit JsonCursor(Impl& impl) : m_impl(impl) {}
+
+    template <class T>
+    Status read_list(QList<T>& list);
 
     using MemberVisitor = Status (*)(void*, std::string_view, JsonCursor&);
     using ElementVisitor = Status (*)(void*, JsonCursor&);

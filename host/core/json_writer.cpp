@@ -55,14 +55,6 @@ void JsonWriter::value(const QString& value)
     string(value);
 }
 
-void JsonWriter::value(const QStringList& value)
-{
-    begin_array();
-    for (const QString& text : value)
-        this->value(text);
-    end_array();
-}
-
 void JsonWriter::raw(std::string_view json)
 {
     separate();

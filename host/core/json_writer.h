@@ -24,7 +24,14 @@ public:
     void key(std::string_view key);
     void value(bool value);
     void value(const QString& value);
-    void value(const QStringList& value);
+    template <class T>
+    void value(const QList<T>& list)
+    {
+        begin_array();
+        for (const T& item : list)
+            value(item);
+        end_array();
+    }
     template <class T>
         requires(std::is_arithmetic_v<T> && !std::is_same_v<T, bool>)
     void value(T number)

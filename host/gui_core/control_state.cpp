@@ -1,5 +1,7 @@
 #include "control_state.h"
 
+#include "anchor.h"
+#include "control_style.h"
 #include "core/field.h"
 
 namespace tarn {
@@ -7,6 +9,54 @@ namespace tarn {
 namespace {
 
 constexpr double max_place = 1e6; ///< pixels; keeps sums of places exact in a float
+constexpr double max_turn = 7200; ///< degrees
+
+/// One coordinate of the rotation centre. A control has both of its own, or neither.
+template <float ControlExtras::*own, float ControlState::*size>
+struct CenterAccess {
+    using Type = float;
+
+    float get(const ControlState& s) const { return s.extras->has_center ? s.extras.get().*own : s.*size / 2; }
+    void set(ControlState& s, float value) const
+    {
+        s.extras.edit([&](ControlExtras& extras) {
+            if (!extras.has_center) {
+                extras.center_x = s.width / 2;
+                extras.center_y = s.height / 2;
+            }
+            extras.has_center = true;
+            extras.*own = value;
+        });
+    }
+    bool is_default(const ControlState& s) const { return !s.extras->has_center; }
+    void copy(const ControlState& from, ControlState& to) const
+    {
+        if (is_default(from))
+            to.extras.edit([](ControlExtras& extras) {
+                extras.has_center = false;
+                extras.center_x = extras.center_y = 0;
+            });
+        else
+            set(to, get(from));
+    }
+};
+
+/// Whether the control scales with its dialog is a matter of its anchor.
+struct ScaleModeAccess {
+    using Type = int;
+
+    int get(const ControlState& s) const { return s.align_type == anchor_scale; }
+    void set(ControlState& s, int mode) const
+    {
+        if (mode == get(s))
+            return;
+        const int saved = mode ? s.align_type : 0;
+        s.align_type = mode ? int(anchor_scale) : s.extras->saved_align_type;
+        s.extras.edit([&](ControlExtras& extras) { extras.saved_align_type = saved; });
+    }
+    bool is_default(const ControlState& s) const { return get(s) == 0; }
+    void copy(const ControlState& from, ControlState& to) const { set(to, get(from)); }
+};
 
 /// The table of a type that shows a text: the text's attributes, whose default alignment the type chooses, then `more`.
 template <class S, class... More>
@@ -25,6 +75,7 @@ FieldTable text_table(int horizontal_align, int vertical_align, More... more)
 const FieldTable& ControlState::field_table()
 {
     using S = ControlState;
+    using E = ControlExtras;
     static const FieldTable table(
         nullptr, field<S>("id", &S::id, quint32(0), read_only()), field<S>("name", &S::name),
         field<S>("type", &S::type, -1, read_only()), field<S>("dialog", &S::dialog, ObjectRef{}, read_only()),
@@ -35,7 +86,17 @@ const FieldTable& ControlState::field_table()
         field<S>("enabled", &S::enabled, true), field<S>("locked", &S::locked, false),
         field<S>("color_tag", &S::color_tag, 0xffffffffu), field<S>("align_type", &S::align_type, 0, range(0, 9)),
         field<S>("base_width", &S::base_width, 0.f, range(0, max_place)),
-        field<S>("base_height", &S::base_height, 0.f, range(0, max_place)));
+        field<S>("base_height", &S::base_height, 0.f, range(0, max_place)),
+        field<S>("saved_align_type", &S::extras, &E::saved_align_type, range(0, 8)),
+        computed_field<S, ScaleModeAccess>("scale_mode", {.minimum = 0, .maximum = 1, .derived = true}),
+        field<S>("rotation", &S::extras, &E::rotation, range(-max_turn, max_turn)),
+        computed_field<S, CenterAccess<&E::center_x, &S::width>>("center_x", range(-max_place, max_place)),
+        computed_field<S, CenterAccess<&E::center_y, &S::height>>("center_y", range(-max_place, max_place)),
+        field<S>("style_images", &S::extras, &E::style_images, {.picture = true, .slots = style_slot_count}),
+        field<S>("style_colors", &S::extras, &E::style_colors, slots(style_slot_count)),
+        field<S>("style_text_colors", &S::extras, &E::style_text_colors, slots(style_state_count)),
+        field<S>("font_family", &S::extras, &E::font_family, max_length(100)),
+        field<S>("font_italic", &S::extras, &E::font_italic));
     return table;
 }
 

@@ -2,12 +2,31 @@
 
 #include "control_type.h"
 #include "core/object_state.h"
+#include "core/rare_data.h"
 #include "core/value.h"
 
 #include <QString>
 #include <QStringList>
 
 namespace tarn {
+
+/// What few controls need, kept apart so that the others do not pay for it.
+struct ControlExtras {
+    float rotation = 0; ///< degrees clockwise
+    bool has_center = false;
+    float center_x = 0; ///< what the control is rotated about, pixels from its corner; without has_center its middle
+    float center_y = 0;
+    int saved_align_type = 0; ///< the anchor from before scaling with the dialog was turned on
+
+    // What the author chose instead of the style's; see style_slot(). Beyond the end of a list nothing is chosen.
+    QStringList style_images;         ///< names in the scene's textures; empty for the style's
+    QList<quint32> style_colors;      ///< ARGB; 0 leaves the picture as it is
+    QList<quint32> style_text_colors; ///< ARGB by VisualState; 0 for the control's usual one
+    QString font_family;              ///< empty for the style's
+    bool font_italic = false;
+
+    bool operator==(const ControlExtras&) const = default;
+};
 
 /// What every control has. Places and sizes are pixels relative to the client area of its dialog.
 struct ControlState : StateOf<ControlState> {
@@ -27,6 +46,7 @@ struct ControlState : StateOf<ControlState> {
     int align_type = 0;             ///< Anchor to the dialog's client area
     float base_width = 0;           ///< client area that place and size are meant for; 0: the present one
     float base_height = 0;
+    RareData<ControlExtras> extras;
 
     static const FieldTable& field_table();
 };

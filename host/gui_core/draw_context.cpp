@@ -1,5 +1,7 @@
 #include "draw_context.h"
 
+#include "control_style.h"
+#include "dxut_control.h"
 #include "gui_core.h"
 
 #include <QPainter>
@@ -12,7 +14,19 @@ void DrawContext::draw_element(Element element, VisualState state, const QRectF&
     const QPoint corner(qRound(area.left()), qRound(area.top()));
     const QSize size(qRound(area.left() + area.width()) - corner.x(), qRound(area.top() + area.height()) - corner.y());
     if (!size.isEmpty())
-        painter.drawImage(corner, elements.image(element, state, size, scale));
+        painter.drawImage(corner,
+                          elements.image(element, state, size, scale, styled ? choice_of(element) : ElementChoice()));
+}
+
+ElementChoice DrawContext::choice_of(Element element) const
+{
+    const VisualState look = styled->visual_state();
+    const int index = style_element_index(styled->GetType(), element);
+    if (index < 0 || look == VisualState::Hidden)
+        return {};
+    const int slot = style_slot(index, look);
+    const QString name = styled->style_image(slot);
+    return {name.isEmpty() ? QImage() : core.texture(name), styled->style_color(slot)};
 }
 
 bool DrawContext::draw_picture(const QString& name, const QRectF& area) const

@@ -8,6 +8,7 @@
 
 class QImage;
 class QPainter;
+class CDXUTControl;
 class CGuiCore;
 
 namespace tarn {
@@ -17,12 +18,16 @@ struct DrawContext {
     QPainter& painter;
     ElementCache& elements;
     const CGuiCore& core;
-    double scale;        ///< device pixels for one pixel of the interface
-    bool editing = true; ///< place-holders for what is missing are drawn
+    double scale;                         ///< device pixels for one pixel of the interface
+    bool editing = true;                  ///< place-holders for what is missing are drawn
+    const CDXUTControl* styled = nullptr; ///< the control that is drawn, when it may differ from the style
 
     void draw_element(Element element, VisualState state, const QRectF& area) const;
     /// Draws one of the scene's pictures scaled into `area`; false when there is no such picture.
     bool draw_picture(const QString& name, const QRectF& area) const;
+
+private:
+    ElementChoice choice_of(Element element) const;
 };
 
 } // namespace tarn

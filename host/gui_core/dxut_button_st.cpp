@@ -1,5 +1,6 @@
 #include "dxut_button_st.h"
 
+#include "control_style.h"
 #include "draw_context.h"
 
 #include <QFontMetricsF>
@@ -50,7 +51,7 @@ void CDXUTButtonST::draw(tarn::DrawContext& context, const QRectF& area) const
     }
     if (look != VisualState::Hover || s.text.isEmpty())
         return;
-    const QFontMetricsF metrics(tarn::interface_font(s.font_size ? s.font_size : tarn::Skin::font_size, s.bold));
+    const QFontMetricsF metrics(tarn::font_of(s));
     const QSizeF size(metrics.horizontalAdvance(s.text) + 2 * bubble_margin, metrics.height() + bubble_margin);
     const QRectF bubble(area.topLeft() + QPointF(s.annotation_x, s.annotation_y), size);
     context.draw_element(tarn::Element::Bubble, VisualState::Normal, bubble);

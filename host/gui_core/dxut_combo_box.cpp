@@ -31,20 +31,21 @@ void CDXUTComboBox::draw(tarn::DrawContext& context, const QRectF& area) const
     const QRectF arrow(area.right() - side, area.y(), side, area.height());
     context.draw_element(tarn::Element::ComboBox, look, area);
     context.draw_element(tarn::Element::DropArrow, look, arrow.adjusted(4, 4, -4, -4));
-    m_text.draw(context.painter, area.adjusted(8, 0, -side, 0), GetSelectedItem(),
-                {.color = tarn::Skin::text_color(look, 0), .vertical_align = 1});
+    m_text.draw(context.painter, area.adjusted(8, 0, -side, 0), GetSelectedItem(), text_look());
 }
 
 QRectF CDXUTComboBox::popup_rect() const
 {
     if (!m_dropped || GetSize() == 0)
         return {};
-    const QRectF frame = rect();
-    const double height = row_height * std::min(GetSize(), most_rows);
-    const QRectF below(frame.x(), frame.bottom(), frame.width(), height);
+    // The list stays upright to be read, whichever way the box is turned.
+    const QRectF box = bounds();
+    const QSizeF size(rect().width(), row_height * std::min(GetSize(), most_rows));
+    const double left = is_rotated() ? box.center().x() - size.width() / 2 : box.x();
+    const QRectF below(QPointF(left, box.bottom()), size);
     // Where the screen ends the list opens upwards.
     if (dialog()->to_screen(below).bottom() > core().screen_size().height())
-        return QRectF(frame.x(), frame.top() - height, frame.width(), height);
+        return QRectF(QPointF(left, box.top() - size.height()), size);
     return below;
 }
 
@@ -67,17 +68,12 @@ void CDXUTComboBox::set_dropped(bool dropped)
     core().set_popup(dropped ? this : nullptr);
 }
 
-void CDXUTComboBox::mouse_pressed(QPointF inside)
+void CDXUTComboBox::popup_pressed(QPointF in_client)
 {
-    if (m_dropped) {
-        const QRectF area = popup_rect();
-        const int row = row_at(area, inside + rect().topLeft() - area.topLeft());
-        if (row >= 0)
-            SetSelectedByIndex(row);
-        set_dropped(false);
-        return;
-    }
-    set_dropped(true);
+    const QRectF area = popup_rect();
+    if (const int row = row_at(area, in_client - area.topLeft()); row >= 0)
+        SetSelectedByIndex(row);
+    set_dropped(false);
 }
 
 bool CDXUTComboBox::wheel_turned(double steps)

@@ -9,9 +9,10 @@ public:
     bool is_dropped() const { return m_dropped; }
 
     void draw(tarn::DrawContext& context, const QRectF& area) const override;
-    void mouse_pressed(QPointF inside) override;
+    void mouse_pressed(QPointF) override { set_dropped(true); }
     bool wheel_turned(double steps) override;
     QRectF popup_rect() const override;
+    void popup_pressed(QPointF in_client) override;
     void draw_popup(tarn::DrawContext& context) const override;
     void close_popup() override { set_dropped(false); }
     void state_changed() override;

@@ -12,19 +12,52 @@ using tarn::FieldBase;
 
 namespace {
 
-/// The fields that are read and written as they stand on the present screen.
-struct PlaceFields {
-    const FieldBase* x = ControlState::field_table().find("x");
-    const FieldBase* y = ControlState::field_table().find("y");
-    const FieldBase* width = ControlState::field_table().find("width");
-    const FieldBase* height = ControlState::field_table().find("height");
-    const FieldBase* align_type = ControlState::field_table().find("align_type");
+/// A field that is read and written as it stands on the present screen.
+struct PlaceField {
+    const FieldBase* field;
+    double (*read)(const CDXUTControl&);
+    /// `wanted` holds the new value, held to the field's rules.
+    void (*write)(CDXUTControl&, const ControlState& wanted);
 };
 
-const PlaceFields& place_fields()
+const FieldBase* field_of(const char* name)
 {
-    static const PlaceFields fields;
+    return ControlState::field_table().find(name);
+}
+
+const auto& place_fields()
+{
+    using Control = CDXUTControl;
+    using State = ControlState;
+    static const std::array fields{
+        PlaceField{field_of("x"), [](const Control& c) { return double(c.x()); },
+                   [](Control& c, const State& s) { c.SetLocation(s.x, c.y()); }},
+        PlaceField{field_of("y"), [](const Control& c) { return double(c.y()); },
+                   [](Control& c, const State& s) { c.SetLocation(c.x(), s.y); }},
+        PlaceField{field_of("width"), [](const Control& c) { return double(c.width()); },
+                   [](Control& c, const State& s) { c.SetSize(s.width, c.height()); }},
+        PlaceField{field_of("height"), [](const Control& c) { return double(c.height()); },
+                   [](Control& c, const State& s) { c.SetSize(c.width(), s.height); }},
+        PlaceField{field_of("center_x"), [](const Control& c) { return double(float(c.center().x())); },
+                   [](Control& c, const State& s) {
+                       c.set_center({s.extras->center_x, c.center().y()});
+                   }},
+        PlaceField{field_of("center_y"), [](const Control& c) { return double(float(c.center().y())); },
+                   [](Control& c, const State& s) {
+                       c.set_center({c.center().x(), s.extras->center_y});
+                   }},
+        PlaceField{field_of("align_type"), nullptr, [](Control& c, const State& s) { c.set_align_type(s.align_type); }},
+        PlaceField{field_of("scale_mode"), nullptr,
+                   [](Control& c, const State& s) { c.set_scale_mode(s.align_type == tarn::anchor_scale); }},
+    };
     return fields;
+}
+
+const PlaceField* place_field(const FieldBase& field)
+{
+    const auto& all = place_fields();
+    const auto found = std::find_if(all.begin(), all.end(), [&](const PlaceField& p) { return p.field == &field; });
+    return found == all.end() ? nullptr : &*found;
 }
 
 } // namespace
@@ -65,19 +98,29 @@ QRectF CDXUTControl::screen_rect() const
     return dialog() ? m_dialog->to_screen(rect()) : QRectF();
 }
 
+/// Makes `place` the one that is meant, and the present client area the one that it is meant for.
+void CDXUTControl::store_place(const QRectF& place, QPointF pivot)
+{
+    auto& s = edit<ControlState>();
+    s.x = float(place.x());
+    s.y = float(place.y());
+    s.width = float(place.width());
+    s.height = float(place.height());
+    const QSizeF client = m_dialog && s.align_type != tarn::anchor_top_left ? m_dialog->client_size() : QSizeF(0, 0);
+    s.base_width = float(client.width());
+    s.base_height = float(client.height());
+    if (s.extras->has_center)
+        s.extras.edit([&](tarn::ControlExtras& extras) {
+            extras.center_x = float(pivot.x());
+            extras.center_y = float(pivot.y());
+        });
+}
+
 bool CDXUTControl::set_rect(const QRectF& wanted)
 {
     if (wanted == rect())
         return false;
-    auto& s = edit<ControlState>();
-    s.x = float(wanted.x());
-    s.y = float(wanted.y());
-    s.width = float(wanted.width());
-    s.height = float(wanted.height());
-    if (s.align_type != tarn::anchor_top_left && m_dialog) {
-        s.base_width = float(m_dialog->client_size().width());
-        s.base_height = float(m_dialog->client_size().height());
-    }
+    store_place(wanted, center());
     state_changed();
     return true;
 }
@@ -98,15 +141,9 @@ bool CDXUTControl::set_align_type(int anchor)
     if (anchor == control_state().align_type)
         return false;
     const QRectF present = rect();
-    auto& s = edit<ControlState>();
-    s.align_type = anchor;
-    s.x = float(present.x());
-    s.y = float(present.y());
-    s.width = float(present.width());
-    s.height = float(present.height());
-    const QSizeF client = m_dialog && anchor != tarn::anchor_top_left ? m_dialog->client_size() : QSizeF(0, 0);
-    s.base_width = float(client.width());
-    s.base_height = float(client.height());
+    const QPointF pivot = center();
+    edit<ControlState>().align_type = anchor;
+    store_place(present, pivot);
     state_changed();
     return true;
 }
@@ -153,40 +190,20 @@ tarn::VisualState CDXUTControl::visual_state() const
 
 tarn::Value CDXUTControl::property(const FieldBase& field) const
 {
-    const PlaceFields& place = place_fields();
-    if (&field == place.x)
-        return double(x());
-    if (&field == place.y)
-        return double(y());
-    if (&field == place.width)
-        return double(width());
-    if (&field == place.height)
-        return double(height());
-    return ModelObject::property(field);
+    const PlaceField* place = place_field(field);
+    return place && place->read ? tarn::Value(place->read(*this)) : ModelObject::property(field);
 }
 
 tarn::Status CDXUTControl::set_property(const FieldBase& field, const tarn::Value& value)
 {
-    const PlaceFields& place = place_fields();
-    const std::array moved{place.x, place.y, place.width, place.height, place.align_type};
-    if (std::find(moved.begin(), moved.end(), &field) == moved.end())
+    const PlaceField* place = place_field(field);
+    if (!place)
         return ModelObject::set_property(field, value);
     // The field's own rules first, then the operation that keeps the anchor right.
     const std::unique_ptr<tarn::ObjectState> wanted(base_state().clone());
     if (auto status = field.set(*wanted, value); !status)
         return status;
-    const auto& s = static_cast<const ControlState&>(*wanted);
-    const QRectF now = rect();
-    if (&field == place.align_type)
-        set_align_type(s.align_type);
-    else if (&field == place.x)
-        SetLocation(s.x, float(now.y()));
-    else if (&field == place.y)
-        SetLocation(float(now.x()), s.y);
-    else if (&field == place.width)
-        SetSize(s.width, float(now.height()));
-    else
-        SetSize(float(now.width()), s.height);
+    place->write(*this, static_cast<const ControlState&>(*wanted));
     return {};
 }
 
@@ -194,9 +211,9 @@ void CDXUTControl::state_changed()
 {
     if (!dialog())
         return;
-    const QRectF present = rect();
+    const QRectF present = drawn_bounds();
     m_dialog->control_drawn_at(m_dialog->to_screen(present));
-    if (m_last_rect != present)
-        m_core.add_damage(m_dialog->to_screen(m_last_rect));
-    m_last_rect = present;
+    if (m_last_bounds != present)
+        m_core.add_damage(m_dialog->to_screen(m_last_bounds));
+    m_last_bounds = present;
 }

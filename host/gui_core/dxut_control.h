@@ -5,7 +5,9 @@
 #include "core/model_object.h"
 #include "skin.h"
 
+#include <QPolygonF>
 #include <QRectF>
+#include <QTransform>
 
 class CDXUTDialog;
 class CGuiCore;
@@ -38,6 +40,55 @@ public:
     int align_type() const { return control_state().align_type; }
     /// The control stays where it is; from now on it keeps that distance to the sides that `anchor` (0 to 9) names.
     bool set_align_type(int anchor);
+    /// 1 when place and size scale with the dialog, else 0. Turned off, the anchor from before is in force again.
+    int scale_mode() const;
+    bool set_scale_mode(int mode);
+
+    /// Degrees clockwise about center(), held to -7200 to 7200. rect() and what it is set by do not rotate.
+    float rotation() const { return control_state().extras->rotation; }
+    bool set_rotation(float degrees);
+    /// What the control is rotated about, pixels from its unrotated corner: its middle, wherever that is, until a point
+    /// is set.
+    QPointF center() const;
+    bool has_own_center() const { return control_state().extras->has_center; }
+    bool set_center(QPointF from_corner);
+    bool reset_center();
+    /// False for whole turns too.
+    bool is_rotated() const { return !control_state().extras.is_fresh() && turn() != 0; }
+
+    // Where a rotated control is seen; in_client are pixels of the client area.
+    QTransform rotation_transform() const; ///< from places in the unrotated control, in_client, to where they are seen
+    QPointF to_local(QPointF in_client) const; ///< pixels from the unrotated control's corner
+    bool contains(QPointF in_client) const;
+    QPolygonF outline() const; ///< the four corners, clockwise from the unrotated top left one
+    QRectF bounds() const;
+    QPolygonF screen_outline() const; ///< in pixels of the screen, like screen_bounds(); empty without a dialog
+    QRectF screen_bounds() const;
+    /// Nothing of the control is drawn outside.
+    QRectF drawn_bounds() const { return is_rotated() ? bounds().adjusted(-1, -1, 1, 1) : rect(); }
+    void redraw() const; ///< what is drawn of the control is damaged
+
+    // What the author chose instead of the style's looks; slots are those of tarn::style_slot(). Null texts and colours
+    // that are 0 take the style's.
+    QString style_image(int slot) const { return control_state().extras->style_images.value(slot); }
+    bool set_style_image(int slot, const QString& name);
+    /// The picture takes on this colour, ARGB: one of the author's is multiplied with it, one of the style's turned into
+    /// its shades.
+    quint32 style_color(int slot) const { return control_state().extras->style_colors.value(slot); }
+    bool set_style_color(int slot, quint32 argb);
+    quint32 style_text_color(tarn::VisualState look) const
+    {
+        return control_state().extras->style_text_colors.value(int(look));
+    }
+    bool set_style_text_color(tarn::VisualState look, quint32 argb);
+    const QString& font_family() const { return control_state().extras->font_family; }
+    bool set_font_family(const QString& family);
+    bool font_italic() const { return control_state().extras->font_italic; }
+    bool set_font_italic(bool italic);
+    /// Anything of that, or the text's own colour, size or weight.
+    bool has_style() const;
+    bool reset_style();
+    bool has_extras() const { return !control_state().extras.is_fresh(); }
 
     bool GetVisible() const { return control_state().visible; }
     bool SetVisible(bool visible);
@@ -50,7 +101,7 @@ public:
 
     /// Draws the control into `area`, pixels of the client area.
     virtual void draw(tarn::DrawContext& context, const QRectF& area) const = 0;
-    tarn::VisualState visual_state() const;
+    virtual tarn::VisualState visual_state() const;
     /// Whether the control takes the mouse and the keyboard while the interface runs.
     virtual bool is_interactive() const { return false; }
     /// A click, or Space, while the interface runs.
@@ -68,6 +119,8 @@ public:
     virtual QRectF caret_rect() const { return {}; }
     /// Where the control takes the mouse beyond its frame, in pixels of the client area: a list that is dropped down.
     virtual QRectF popup_rect() const { return {}; }
+    /// The mouse went down there, in pixels of the client area.
+    virtual void popup_pressed(QPointF) {}
     /// Draws that, above all other controls.
     virtual void draw_popup(tarn::DrawContext&) const {}
     virtual void close_popup() {}
@@ -82,16 +135,22 @@ protected:
     CDXUTControl(tarn::Journal& journal, CGuiCore& core, tarn::ControlState* state);
     const tarn::ControlState& control_state() const { return state<tarn::ControlState>(); }
     CGuiCore& core() const { return m_core; }
+    /// The colour of a text in that state; `authored` is the one of the control, 0 for none.
+    quint32 text_color_in(tarn::VisualState look, quint32 authored) const;
 
 private:
     friend class CDXUTDialog;
     friend class CGuiCore;
     friend struct tarn::SelectionRecord;
     bool set_rect(const QRectF& rect);
+    template <class T>
+    bool put_style(QList<T> tarn::ControlExtras::*list, int slot, const T& value);
+    void store_place(const QRectF& rect, QPointF pivot);
+    double turn() const; ///< the rotation without whole turns
 
     CGuiCore& m_core;
     CDXUTDialog* m_dialog = nullptr; ///< kept while that dialog is away from the scene
     bool m_selected = false;         ///< in the core's selection
     mutable int m_layer_guess = -1;  ///< where the dialog last found the control in its list; the dialog checks it
-    QRectF m_last_rect;              ///< where the control was drawn last, to be redrawn when it moves
+    QRectF m_last_bounds;            ///< where the control was drawn last, to be redrawn when it moves
 };

@@ -290,7 +290,7 @@ bool CDXUTDialog::move_control(CDXUTControl* control, int layer)
     if (now < 0 || now == layer)
         return false;
     edit_controls().move(now, layer);
-    m_core.add_damage(control->screen_rect());
+    control->redraw();
     return true;
 }
 
@@ -338,7 +338,7 @@ void CDXUTDialog::insert_control(CDXUTControl* control, int layer)
 
 void CDXUTDialog::remove_control(CDXUTControl* control)
 {
-    m_core.add_damage(control->screen_rect());
+    control->redraw();
     edit_controls().removeOne(control);
     control->m_dialog = nullptr;
 }
@@ -405,7 +405,7 @@ void CDXUTDialog::state_changed()
     m_last_bounds = m_core.dialog_bounds(*this);
     m_core.add_damage(m_last_bounds);
     tarn::walk(controls(), [](CDXUTControl* control) {
-        control->m_last_rect = control->rect(); // Its old place was inside the old bounds.
+        control->m_last_bounds = control->drawn_bounds(); // Its old place was inside the old bounds.
     });
 }
 

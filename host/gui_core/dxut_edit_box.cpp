@@ -1,5 +1,6 @@
 #include "dxut_edit_box.h"
 
+#include "control_style.h"
 #include "draw_context.h"
 #include "gui_core.h"
 
@@ -31,11 +32,6 @@ struct Line {
     QTextLine line;
 };
 
-QFont font_of(const EditBoxState& state)
-{
-    return tarn::interface_font(state.font_size ? state.font_size : tarn::Skin::font_size, state.bold);
-}
-
 } // namespace
 
 CDXUTEditBox::CDXUTEditBox(tarn::Journal& journal, CGuiCore& core) : CDXUTStatic(journal, core, new EditBoxState) {}
@@ -50,6 +46,15 @@ void CDXUTEditBox::state_changed()
     m_editor.set_max_length(state<EditBoxState>().max_length);
     m_editor.set_text(text());
     CDXUTStatic::state_changed();
+}
+
+tarn::VisualState CDXUTEditBox::visual_state() const
+{
+    // Where one types stays marked while the mouse passes over it.
+    using enum tarn::VisualState;
+    const tarn::VisualState look = CDXUTStatic::visual_state();
+    const bool focused = core().live().focused == this;
+    return focused && look != Disabled && look != Hidden ? Focused : look;
 }
 
 QRectF CDXUTEditBox::text_area(const QRectF& frame) const
@@ -84,7 +89,7 @@ void CDXUTEditBox::draw(tarn::DrawContext& context, const QRectF& area) const
 {
     const auto& s = state<EditBoxState>();
     const bool focused = core().live().focused == this;
-    context.draw_element(tarn::Element::Field, focused ? tarn::VisualState::Focused : visual_state(), area);
+    context.draw_element(tarn::Element::Field, visual_state(), area);
     QPainter& painter = context.painter;
     painter.save();
     if (s.border > 0) {
@@ -104,7 +109,7 @@ void CDXUTEditBox::draw(tarn::DrawContext& context, const QRectF& area) const
         painter.fillRect(QRectF(corner.x() + from, corner.y(), to - from, shown.line.height()),
                          QColor::fromRgba(selection_color));
     }
-    painter.setPen(QColor::fromRgba(tarn::Skin::text_color(visual_state(), s.text_color)));
+    painter.setPen(QColor::fromRgba(text_color_in(visual_state(), s.text_color)));
     shown.layout.draw(&painter, corner);
     if (focused) {
         const double x = corner.x() + shown.line.cursorToX(m_editor.caret() + int(m_editor.preedit().size()));
@@ -133,7 +138,7 @@ void CDXUTEditBox::after_edit(bool changed)
     if (changed)
         SetText(m_editor.text());
     scroll_to_caret();
-    core().add_damage(screen_rect());
+    redraw();
 }
 
 void CDXUTEditBox::mouse_pressed(QPointF inside)

@@ -12,6 +12,7 @@ public:
     bool SetSpacing(int pixels);
     const tarn::LineEditor& editor() const { return m_editor; }
 
+    tarn::VisualState visual_state() const override;
     void draw(tarn::DrawContext& context, const QRectF& area) const override;
     bool is_interactive() const override { return true; }
     void mouse_pressed(QPointF inside) override;

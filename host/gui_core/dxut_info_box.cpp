@@ -44,16 +44,13 @@ void CDXUTInfoBox::draw(tarn::DrawContext& context, const QRectF& area) const
     const int end = std::max(0, int(s.lines.size()) - m_back);
     const int begin = std::max(0, end - seen_lines());
     m_texts.resize(std::size_t(end - begin));
+    tarn::TextLook look = text_look();
+    look.vertical_align = 1;
+    look.word_wrap = false;
     for (int i = begin; i < end; ++i) {
         const QRectF place(area.x() + margin, area.y() + margin + (i - begin) * s.line_height,
                            area.width() - 2 * margin, s.line_height);
-        m_texts[std::size_t(i - begin)].draw(context.painter, place, s.lines[i],
-                                             {.color = tarn::Skin::text_color(visual_state(), s.text_color),
-                                              .font_size = s.font_size ? s.font_size : tarn::Skin::font_size,
-                                              .bold = s.bold,
-                                              .horizontal_align = s.horizontal_align,
-                                              .vertical_align = 1,
-                                              .shadow = s.shadow});
+        m_texts[std::size_t(i - begin)].draw(context.painter, place, s.lines[i], look);
     }
 }
 
@@ -62,6 +59,6 @@ bool CDXUTInfoBox::wheel_turned(double steps)
     const int most = std::max(0, int(lines().size()) - seen_lines());
     m_back = std::clamp(m_back + int(std::lround(steps)), 0, most);
     m_texts.clear();
-    core().add_damage(screen_rect());
+    redraw();
     return true;
 }

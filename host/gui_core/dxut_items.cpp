@@ -76,12 +76,21 @@ void CDXUTItems::scroll_to(int first, const QRectF& area)
     state_changed();
 }
 
+tarn::TextLook CDXUTItems::text_look() const
+{
+    return {.color = text_color_in(visual_state(), 0),
+            .vertical_align = 1,
+            .family = font_family(),
+            .italic = font_italic()};
+}
+
 void CDXUTItems::draw_rows(tarn::DrawContext& context, const QRectF& area, int hovered) const
 {
     const tarn::ScrollGeometry bar = scroll(area);
     const double width = area.width() - (bar.can_scroll() ? scroll_width : 0);
     const int count = std::min(GetSize() - m_first, int(std::ceil(area.height() / row_height)));
     m_texts.resize(std::size_t(std::max(0, count)));
+    const tarn::TextLook look = text_look();
     context.painter.save();
     context.painter.setClipRect(area, Qt::IntersectClip);
     for (int i = 0; i < count; ++i) {
@@ -91,8 +100,7 @@ void CDXUTItems::draw_rows(tarn::DrawContext& context, const QRectF& area, int h
             context.draw_element(tarn::Element::SelectedRow, tarn::VisualState::Normal, place);
         else if (row == hovered)
             context.draw_element(tarn::Element::SelectedRow, tarn::VisualState::Disabled, place);
-        m_texts[std::size_t(i)].draw(context.painter, place.adjusted(6, 0, -4, 0), items()[row],
-                                     {.color = tarn::Skin::text_color(visual_state(), 0), .vertical_align = 1});
+        m_texts[std::size_t(i)].draw(context.painter, place.adjusted(6, 0, -4, 0), items()[row], look);
     }
     context.painter.restore();
     if (!bar.can_scroll())

@@ -35,6 +35,7 @@ protected:
     static constexpr double row_height = 22;   ///< pixels
     static constexpr double scroll_width = 12; ///< pixels
 
+    tarn::TextLook text_look() const;
     /// The rows that fit into `area`, from row m_first on, with a scroll bar when there are more.
     void draw_rows(tarn::DrawContext& context, const QRectF& area, int hovered) const;
     tarn::ScrollGeometry scroll(const QRectF& area) const;

@@ -75,11 +75,7 @@ void CDXUTProgress::draw(tarn::DrawContext& context, const QRectF& area) const
             context.draw_element(tarn::Element::ProgressFill, tarn::VisualState::Normal, target);
         context.painter.restore();
     }
-    m_shown.draw(context.painter, area, shown_text(),
-                 {.color = tarn::Skin::text_color(visual_state(), s.text_color),
-                  .font_size = s.font_size ? s.font_size : tarn::Skin::font_size,
-                  .bold = s.bold,
-                  .horizontal_align = s.horizontal_align,
-                  .vertical_align = s.vertical_align,
-                  .shadow = s.shadow});
+    tarn::TextLook look = text_look();
+    look.word_wrap = false;
+    m_shown.draw(context.painter, area, shown_text(), look);
 }

@@ -23,17 +23,22 @@ void CDXUTStatic::draw(tarn::DrawContext& context, const QRectF& area) const
 
 void CDXUTStatic::draw_text(tarn::DrawContext& context, const QRectF& area) const
 {
+    if (!text().isEmpty())
+        m_text.draw(context.painter, area, text(), text_look());
+}
+
+tarn::TextLook CDXUTStatic::text_look() const
+{
     const auto& s = state<StaticState>();
-    if (s.text.isEmpty())
-        return;
-    m_text.draw(context.painter, area, s.text,
-                {.color = tarn::Skin::text_color(visual_state(), s.text_color),
-                 .font_size = s.font_size ? s.font_size : tarn::Skin::font_size,
-                 .bold = s.bold,
-                 .horizontal_align = s.horizontal_align,
-                 .vertical_align = s.vertical_align,
-                 .word_wrap = s.word_wrap,
-                 .shadow = s.shadow});
+    return {.color = text_color_in(visual_state(), s.text_color),
+            .font_size = s.font_size ? s.font_size : tarn::Skin::font_size,
+            .bold = s.bold,
+            .horizontal_align = s.horizontal_align,
+            .vertical_align = s.vertical_align,
+            .word_wrap = s.word_wrap,
+            .shadow = s.shadow,
+            .family = font_family(),
+            .italic = font_italic()};
 }
 
 void CDXUTStatic::state_changed()

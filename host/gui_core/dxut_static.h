@@ -17,6 +17,7 @@ public:
 protected:
     CDXUTStatic(tarn::Journal& journal, CGuiCore& core, tarn::StaticState* state);
     void draw_text(tarn::DrawContext& context, const QRectF& area) const;
+    tarn::TextLook text_look() const;
 
 private:
     mutable tarn::TextCache m_text;

@@ -24,12 +24,35 @@ Spans spans(double from, double length, double near_edge, double far_edge)
     return {{from, from + near_edge * fit, from + length - far_edge * fit, from + length}};
 }
 
-void draw_nine_slices(QPainter& painter, const QImage& atlas, const ElementPicture& picture, double units, QSizeF size)
+/// Where a picture comes from: its rectangle in units, of which each is `units` pixels of the image.
+struct Source {
+    const QImage& image;
+    ElementPicture picture;
+    QSizeF units;
+};
+
+Source skin_source(const Skin& skin, Element element, VisualState state)
 {
-    const QRectF rect = picture.rect;
-    const QMargins& e = picture.edges;
-    const Spans sx = spans(rect.x() * units, rect.width() * units, e.left() * units, e.right() * units);
-    const Spans sy = spans(rect.y() * units, rect.height() * units, e.top() * units, e.bottom() * units);
+    return {skin.atlas(), Skin::picture(element, state), QSizeF(skin.pixels_per_unit(), skin.pixels_per_unit())};
+}
+
+/// The whole picture takes the place of the element's, whose edges keep their share of it.
+Source own_source(const QImage& image, Element element)
+{
+    ElementPicture picture = Skin::picture(element, VisualState::Normal);
+    picture.rect.moveTo(0, 0);
+    const QSizeF units(double(image.width()) / picture.rect.width(), double(image.height()) / picture.rect.height());
+    return {image, picture, units};
+}
+
+void draw_nine_slices(QPainter& painter, const Source& from, QSizeF size)
+{
+    const QRectF rect = from.picture.rect;
+    const QMargins& e = from.picture.edges;
+    const double ux = from.units.width();
+    const double uy = from.units.height();
+    const Spans sx = spans(rect.x() * ux, rect.width() * ux, e.left() * ux, e.right() * ux);
+    const Spans sy = spans(rect.y() * uy, rect.height() * uy, e.top() * uy, e.bottom() * uy);
     const Spans tx = spans(0, size.width(), e.left(), e.right());
     const Spans ty = spans(0, size.height(), e.top(), e.bottom());
     for (int row = 0; row < 3; ++row) {
@@ -37,7 +60,33 @@ void draw_nine_slices(QPainter& painter, const QImage& atlas, const ElementPictu
             const QRectF target(QPointF(tx.at[column], ty.at[row]), QPointF(tx.at[column + 1], ty.at[row + 1]));
             const QRectF source(QPointF(sx.at[column], sy.at[row]), QPointF(sx.at[column + 1], sy.at[row + 1]));
             if (!target.isEmpty())
-                painter.drawImage(target, atlas, source);
+                painter.drawImage(target, from.image, source);
+        }
+    }
+}
+
+void draw_icon(QPainter& painter, const Source& from, QSizeF size)
+{
+    const QRectF rect = from.picture.rect;
+    const QRectF source(rect.x() * from.units.width(), rect.y() * from.units.height(),
+                        rect.width() * from.units.width(), rect.height() * from.units.height());
+    const QSizeF shown = source.size().scaled(size, Qt::KeepAspectRatio);
+    painter.drawImage(QRectF(QPointF((size.width() - shown.width()) / 2, (size.height() - shown.height()) / 2), shown),
+                      from.image, source);
+}
+
+/// Multiplies with the colour; `shades` takes the picture's brightness alone.
+void apply_tint(QImage& image, quint32 argb, bool shades)
+{
+    const int alpha = qAlpha(argb);
+    for (int y = 0; y < image.height(); ++y) {
+        auto* line = reinterpret_cast<QRgb*>(image.scanLine(y));
+        for (int x = 0; x < image.width(); ++x) {
+            const QRgb p = line[x];
+            const int bright = std::max({qRed(p), qGreen(p), qBlue(p)});
+            const auto mixed = [&](int level, int by) { return (shades ? bright : level) * by * alpha / (255 * 255); };
+            line[x] = qRgba(mixed(qRed(p), qRed(argb)), mixed(qGreen(p), qGreen(argb)), mixed(qBlue(p), qBlue(argb)),
+                            qAlpha(p) * alpha / 255);
         }
     }
 }
@@ -46,22 +95,23 @@ void draw_nine_slices(QPainter& painter, const QImage& atlas, const ElementPictu
 
 ElementCache::ElementCache(const Skin& skin) : m_skin(skin), m_images(cache_bytes) {}
 
-const QImage& ElementCache::image(Element element, VisualState state, QSize size, double scale)
+const QImage& ElementCache::image(Element element, VisualState state, QSize size, double scale,
+                                  const ElementChoice& choice)
 {
     if (scale != m_scale) {
         m_images.clear();
         m_scale = scale;
     }
-    const Key key{element, state, size.expandedTo(QSize(1, 1))};
+    const Key key{element, state, size.expandedTo(QSize(1, 1)), choice.picture.cacheKey(), choice.tint};
     if (const QImage* known = m_images.object(key))
         return *known;
-    auto* composed = new QImage(compose(key, scale));
+    auto* composed = new QImage(compose(key, scale, choice.picture));
     // The cache destroys what is larger than itself at once; hold the cost below that.
     m_images.insert(key, composed, std::min<qsizetype>(composed->sizeInBytes(), cache_bytes));
     return *composed;
 }
 
-QImage ElementCache::compose(const Key& key, double scale) const
+QImage ElementCache::compose(const Key& key, double scale, const QImage& own) const
 {
     const int width = std::clamp(int(std::lround(key.size.width() * scale)), 1, max_side);
     const int height = std::clamp(int(std::lround(key.size.height() * scale)), 1, max_side);
@@ -70,16 +120,14 @@ QImage ElementCache::compose(const Key& key, double scale) const
     image.fill(Qt::transparent);
     QPainter painter(&image);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    const ElementPicture picture = Skin::picture(key.element, key.state);
-    const double units = m_skin.pixels_per_unit();
-    if (!picture.icon) {
-        draw_nine_slices(painter, m_skin.atlas(), picture, units, key.size);
-        return image;
-    }
-    const double side = std::min(key.size.width(), key.size.height());
-    const QRectF target((key.size.width() - side) / 2, (key.size.height() - side) / 2, side, side);
-    const QRectF source(QPointF(picture.rect.topLeft()) * units, QSizeF(picture.rect.size()) * units);
-    painter.drawImage(target, m_skin.atlas(), source);
+    const Source from = own.isNull() ? skin_source(m_skin, key.element, key.state) : own_source(own, key.element);
+    if (from.picture.icon)
+        draw_icon(painter, from, key.size);
+    else
+        draw_nine_slices(painter, from, key.size);
+    painter.end();
+    if (key.tint)
+        apply_tint(image, key.tint, own.isNull());
     return image;
 }
 

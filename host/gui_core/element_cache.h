@@ -8,6 +8,12 @@
 
 namespace tarn {
 
+/// What the author chose for an element instead of the skin's.
+struct ElementChoice {
+    QImage picture;   ///< null for the skin's
+    quint32 tint = 0; ///< ARGB; 0 for none
+};
+
 /// Element pictures composed to the sizes in which they are drawn. Controls of one look and size share one picture, so
 /// that drawing a control costs one blit instead of nine scaled ones.
 class ElementCache {
@@ -15,20 +21,23 @@ public:
     explicit ElementCache(const Skin& skin);
 
     /// The picture of `size` (interface pixels) at `scale` device pixels for one of them.
-    const QImage& image(Element element, VisualState state, QSize size, double scale);
+    const QImage& image(Element element, VisualState state, QSize size, double scale, const ElementChoice& choice = {});
 
 private:
     struct Key {
         Element element;
         VisualState state;
         QSize size;
+        qint64 picture; ///< QImage::cacheKey() of the author's
+        quint32 tint;
         bool operator==(const Key&) const = default;
     };
     friend size_t qHash(const Key& key, size_t seed)
     {
-        return qHashMulti(seed, int(key.element), int(key.state), key.size.width(), key.size.height());
+        return qHashMulti(seed, int(key.element), int(key.state), key.size.width(), key.size.height(), key.picture,
+                          key.tint);
     }
-    QImage compose(const Key& key, double scale) const;
+    QImage compose(const Key& key, double scale, const QImage& own) const;
 
     const Skin& m_skin;
     double m_scale = 0;

@@ -237,7 +237,7 @@ std::vector<CDXUTControl*> CGuiCore::take_out(const std::vector<CDXUTControl*>& 
         CDXUTDialog* home = control->dialog();
         if (!home || home == stays)
             return;
-        add_damage(home->to_screen(control->m_last_rect));
+        add_damage(home->to_screen(control->m_last_bounds));
         control->m_dialog = nullptr;
         taken.push_back(control);
         if (known_homes.insert(home).second)
@@ -433,6 +433,30 @@ void CGuiCore::set_texture(const QString& name, const QByteArray& encoded)
     state_changed();
 }
 
+QStringList CGuiCore::texture_names() const
+{
+    const QString prefix = tarn::texture_entry(QString());
+    const auto& files = core_state().files;
+    QStringList names;
+    for (auto file = files.lowerBound(prefix); file != files.end() && file.key().startsWith(prefix); ++file)
+        names.append(file.key().mid(prefix.size()));
+    return names;
+}
+
+QString CGuiCore::add_texture(const QString& wanted, const QByteArray& encoded)
+{
+    const auto& files = core_state().files;
+    const QStringList names = texture_names();
+    for (const QString& name : names)
+        if (files.value(tarn::texture_entry(name)) == encoded)
+            return name;
+    QString name = wanted;
+    if (names.contains(wanted))
+        name = tarn::free_picture_name(wanted, [&](const QString& other) { return !names.contains(other); });
+    set_texture(name, encoded);
+    return name;
+}
+
 QRectF CGuiCore::take_damage()
 {
     return std::exchange(m_damage, {});
@@ -443,6 +467,6 @@ QRectF CGuiCore::dialog_bounds(const CDXUTDialog& dialog) const
     QRectF bounds = dialog.outer_rect();
     if (!dialog.minimized())
         tarn::walk(dialog.controls(),
-                   [&](const CDXUTControl* control) { bounds |= dialog.to_screen(control->rect()); });
+                   [&](const CDXUTControl* control) { bounds |= dialog.to_screen(control->drawn_bounds()); });
     return bounds;
 }

@@ -121,6 +121,10 @@ public:
     const QImage& texture(const QString& name) const;
     /// Takes an encoded picture into the scene, in place of one of that name.
     void set_texture(const QString& name, const QByteArray& encoded);
+    QStringList texture_names() const;
+    /// Takes an encoded picture into the scene and answers its name: `wanted`, one like it where another picture has
+    /// that, or the name under which the scene has this very picture already.
+    QString add_texture(const QString& wanted, const QByteArray& encoded);
     /// The area of the screen that has to be drawn again since the last call.
     QRectF take_damage();
     void add_damage(const QRectF& area) { m_damage |= area; }

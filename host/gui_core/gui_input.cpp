@@ -31,7 +31,7 @@ CDXUTControl* control_in(const CDXUTDialog& dialog, QPointF place)
     const QPointF inside = dialog.to_client(place);
     const auto& controls = dialog.controls();
     const auto found = std::find_if(controls.crbegin(), controls.crend(), [&](const CDXUTControl* control) {
-        return control->GetVisible() && control->rect().contains(inside);
+        return control->GetVisible() && control->contains(inside);
     });
     return found == controls.crend() ? nullptr : *found;
 }
@@ -42,10 +42,15 @@ bool can_be_reached(const CDXUTControl& control)
         && control.dialog()->GetVisible() && !control.dialog()->minimized();
 }
 
-void redraw(CGuiCore& core, CDXUTControl* control)
+void redraw(const CDXUTControl* control)
 {
     if (control)
-        core.add_damage(control->screen_rect());
+        control->redraw();
+}
+
+QPointF local_place(const CDXUTControl& control, QPointF on_screen)
+{
+    return control.to_local(control.dialog()->to_client(on_screen));
 }
 
 } // namespace
@@ -74,8 +79,8 @@ void GuiInput::set_hovered(CDXUTControl* control)
     LiveState& live = m_core.live();
     if (live.hovered == control)
         return;
-    redraw(m_core, live.hovered);
-    redraw(m_core, control);
+    redraw(live.hovered);
+    redraw(control);
     live.hovered = control;
 }
 
@@ -83,8 +88,8 @@ void GuiInput::set_focused(CDXUTControl* control)
 {
     if (control && !control->GetEnabled())
         control = nullptr;
-    redraw(m_core, m_core.live().focused);
-    redraw(m_core, control);
+    redraw(m_core.live().focused);
+    redraw(control);
     m_core.live().focused = control;
 }
 
@@ -96,7 +101,7 @@ bool GuiInput::mouse_moved(QPointF place)
         return true;
     }
     if (CDXUTControl* pressed = m_core.live().pressed)
-        pressed->mouse_dragged(pressed->dialog()->to_client(place) - pressed->rect().topLeft());
+        pressed->mouse_dragged(local_place(*pressed, place));
     CDXUTDialog* dialog = dialog_at(m_core, place);
     CDXUTControl* control = control_at(m_core, place);
     const bool takes = control && control->is_interactive() && control->GetEnabled();
@@ -141,7 +146,7 @@ bool GuiInput::press_popup(QPointF place)
         return false;
     const QPointF inside = owner->dialog()->to_client(place);
     if (owner->popup_rect().contains(inside))
-        owner->mouse_pressed(inside - owner->rect().topLeft());
+        owner->popup_pressed(inside);
     else
         owner->close_popup();
     return true;
@@ -160,9 +165,9 @@ bool GuiInput::mouse_pressed(QPointF place)
         return true;
     m_core.live().pressed = hovered;
     set_focused(hovered);
-    redraw(m_core, hovered);
+    redraw(hovered);
     if (hovered)
-        hovered->mouse_pressed(hovered->dialog()->to_client(place) - hovered->rect().topLeft());
+        hovered->mouse_pressed(local_place(*hovered, place));
     return true;
 }
 
@@ -171,7 +176,7 @@ bool GuiInput::mouse_released(QPointF place)
     const bool dragged = std::exchange(m_dragged, nullptr) != nullptr;
     CDXUTControl* pressed = std::exchange(m_core.live().pressed, nullptr);
     mouse_moved(place);
-    redraw(m_core, pressed);
+    redraw(pressed);
     if (pressed && pressed == m_core.live().hovered)
         pressed->clicked();
     return dragged || pressed || m_core.live().hovered;
@@ -215,7 +220,9 @@ bool GuiInput::text_typed(const QString& text, const QString& preedit)
 QRectF GuiInput::caret() const
 {
     const CDXUTControl* focused = m_core.live().focused;
-    return focused && can_be_reached(*focused) ? focused->dialog()->to_screen(focused->caret_rect()) : QRectF();
+    if (!focused || !can_be_reached(*focused))
+        return {};
+    return focused->dialog()->to_screen(focused->rotation_transform().mapRect(focused->caret_rect()));
 }
 
 void GuiInput::move_focus(bool forward)

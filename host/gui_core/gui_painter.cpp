@@ -9,6 +9,20 @@
 
 namespace tarn {
 
+namespace {
+
+void draw_rotated(const CDXUTControl& control, DrawContext& context, const QRectF& visible)
+{
+    if (!control.drawn_bounds().intersects(visible))
+        return;
+    context.painter.save();
+    context.painter.setTransform(control.rotation_transform(), true);
+    control.draw(context, control.rect());
+    context.painter.restore();
+}
+
+} // namespace
+
 GuiPainter::GuiPainter() : m_elements(Skin::default_skin()) {}
 
 void GuiPainter::paint(QPainter& painter, const CGuiCore& core, const QRectF& clip, double scale)
@@ -24,7 +38,7 @@ void GuiPainter::paint(QPainter& painter, const CGuiCore& core, const QRectF& cl
     if (const CDXUTControl* popup = core.live().popup; popup && popup->dialog()) {
         painter.translate(popup->dialog()->client_rect().topLeft());
         painter.scale(popup->dialog()->scale_x(), popup->dialog()->scale_y());
-        DrawContext context{painter, m_elements, core, scale, false};
+        DrawContext context{painter, m_elements, core, scale, false, popup->has_extras() ? popup : nullptr};
         popup->draw_popup(context);
     }
     painter.restore();
@@ -35,7 +49,7 @@ void GuiPainter::paint_dialog(QPainter& painter, const CGuiCore& core, const CDX
 {
     if (!dialog.GetVisible() || !(dialog.is_root() || dialog.drawn_bounds().intersects(clip)))
         return;
-    DrawContext context{painter, m_elements, core, scale, core.selection().editing};
+    DrawContext context{painter, m_elements, core, scale, core.selection().editing, nullptr};
     if (dialog.outer_rect().intersects(clip))
         dialog.draw(context);
     if (dialog.minimized())
@@ -50,8 +64,12 @@ void GuiPainter::paint_dialog(QPainter& painter, const CGuiCore& core, const CDX
         context.scale = scale * std::max(dialog.scale_x(), dialog.scale_y());
     }
     for (const CDXUTControl* control : dialog.controls()) {
-        const QRectF area = control->rect();
-        if (control->GetVisible() && area.intersects(visible))
+        if (!control->GetVisible())
+            continue;
+        context.styled = control->has_extras() ? control : nullptr;
+        if (control->is_rotated())
+            draw_rotated(*control, context, visible);
+        else if (const QRectF area = control->rect(); area.intersects(visible))
             control->draw(context, area);
     }
     painter.restore();

@@ -8,9 +8,13 @@
 
 namespace tarn {
 
-QFont interface_font(int pixel_size, bool bold)
+QFont interface_font(int pixel_size, bool bold, const QString& family, bool italic)
 {
-    QFont font(QStringList{QStringLiteral("Noto Sans"), QStringLiteral("Noto Sans CJK SC")});
+    QStringList families{QStringLiteral("Noto Sans"), QStringLiteral("Noto Sans CJK SC")};
+    if (!family.isEmpty())
+        families.prepend(family);
+    QFont font(families);
+    font.setItalic(italic);
     font.setPixelSize(qMax(1, pixel_size));
     font.setBold(bold);
     return font;
@@ -21,7 +25,7 @@ std::unique_ptr<const TextCache::Layout> TextCache::prepared(const QSizeF& area,
 {
     auto layout = std::make_unique<Layout>();
     layout->area = area;
-    layout->font = interface_font(look.font_size, look.bold);
+    layout->font = interface_font(look.font_size, look.bold, look.family, look.italic);
     static constexpr Qt::Alignment horizontal[] = {Qt::AlignLeft, Qt::AlignHCenter, Qt::AlignRight};
     const bool one_line = !look.word_wrap && !text.contains(QLatin1Char('\n'));
     QTextOption option(horizontal[qBound(0, look.horizontal_align, 2)]);

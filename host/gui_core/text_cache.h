@@ -21,6 +21,8 @@ struct TextLook {
     int vertical_align = 0;   ///< 0 top, 1 middle, 2 bottom
     bool word_wrap = false;
     bool shadow = false;
+    QString family{}; ///< empty for the usual one
+    bool italic = false;
 };
 
 /// A text laid out once and drawn many times. What does not fit is cut at the area's edge; a single line that is too
@@ -46,7 +48,7 @@ private:
     std::unique_ptr<const Layout> m_layout;
 };
 
-/// The font in which interfaces are drawn.
-QFont interface_font(int pixel_size, bool bold);
+/// The font in which interfaces are drawn; `family` comes before the usual ones.
+QFont interface_font(int pixel_size, bool bold, const QString& family = {}, bool italic = false);
 
 } // namespace tarn

@@ -1,6 +1,7 @@
 #include "texture_cache.h"
 
 #include <QBuffer>
+#include <QFileInfo>
 #include <QImageReader>
 
 namespace tarn {
@@ -21,6 +22,18 @@ QImage decode(const QByteArray& encoded)
 }
 
 } // namespace
+
+QString free_picture_name(const QString& taken, const std::function<bool(const QString&)>& is_free)
+{
+    const QFileInfo info(taken);
+    const QString folder = info.path() == QLatin1String(".") ? QString() : info.path() + QLatin1Char('/');
+    const QString suffix = info.suffix().isEmpty() ? QString() : QLatin1Char('.') + info.suffix();
+    for (int i = 2;; ++i) {
+        const QString name = folder + info.completeBaseName() + QLatin1Char('-') + QString::number(i) + suffix;
+        if (is_free(name))
+            return name;
+    }
+}
 
 const QImage& TextureCache::image(const QString& name, const QByteArray& encoded)
 {

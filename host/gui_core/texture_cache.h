@@ -5,6 +5,8 @@
 #include <QImage>
 #include <QString>
 
+#include <functional>
+
 namespace tarn {
 
 /// The package entry that holds the picture `name`.
@@ -12,6 +14,9 @@ inline QString texture_entry(const QString& name)
 {
     return QStringLiteral("textures/") + name;
 }
+
+/// A name like `taken`, "folder/name-2.png", for which `is_free` holds.
+QString free_picture_name(const QString& taken, const std::function<bool(const QString&)>& is_free);
 
 /// Decoded pictures of a scene. The encoded bytes belong to the scene's state; a picture whose bytes were exchanged is
 /// decoded anew.

@@ -179,14 +179,13 @@ void add_loose_pictures(const GuiContent& content, QMap<QString, QByteArray>& fi
 {
     for (const auto& control : content.controls) {
         for (const FieldBase* field : control->fields()) {
-            if (!field->rules().picture)
-                continue;
-            const QString name = std::get<QString>(field->get(control->base_state()));
-            if (name.isEmpty() || files.contains(texture_entry(name)))
-                continue;
-            const QByteArray loose = CTexPathInfo::find_loose(name);
-            if (!loose.isEmpty())
-                files.insert(texture_entry(name), loose);
+            for (const QString& name : field->pictures(control->base_state())) {
+                if (files.contains(texture_entry(name)))
+                    continue;
+                const QByteArray loose = CTexPathInfo::find_loose(name);
+                if (!loose.isEmpty())
+                    files.insert(texture_entry(name), loose);
+            }
         }
     }
 }

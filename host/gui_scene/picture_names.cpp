@@ -3,8 +3,6 @@
 #include "core/model_object.h"
 #include "gui_core/gui_core.h"
 
-#include <QFileInfo>
-
 namespace tarn {
 
 namespace {
@@ -13,17 +11,10 @@ namespace {
 QString other_name(const QString& taken, const QByteArray& content, const QMap<QString, QByteArray>& present,
                    const QMap<QString, QByteArray>& theirs)
 {
-    const QFileInfo info(taken);
-    const QString folder = info.path() == QLatin1String(".") ? QString() : info.path() + QLatin1Char('/');
-    const QString suffix = info.suffix().isEmpty() ? QString() : QLatin1Char('.') + info.suffix();
-    for (int i = 2;; ++i) {
-        const QString name = folder + info.completeBaseName() + QLatin1Char('-') + QString::number(i) + suffix;
-        if (theirs.contains(name))
-            continue;
+    return free_picture_name(taken, [&](const QString& name) {
         const auto found = present.find(name);
-        if (found == present.end() || *found == content)
-            return name;
-    }
+        return !theirs.contains(name) && (found == present.end() || *found == content);
+    });
 }
 
 } // namespace
@@ -51,28 +42,21 @@ void follow_renamed(const std::vector<ModelObject*>& objects, const QHash<QStrin
     if (renamed.isEmpty())
         return;
     const auto prefix = texture_entry(QString()).size();
-    for (ModelObject* object : objects) {
-        for (const FieldBase* field : object->fields()) {
-            if (!field->rules().picture)
-                continue;
-            const QString entry = texture_entry(std::get<QString>(field->get(object->base_state())));
-            const auto found = renamed.find(entry);
-            if (found != renamed.end())
-                (void)field->set(object->raw_state(), Value(found->mid(prefix)));
-        }
-    }
+    const auto new_name = [&](const QString& name) {
+        const auto found = renamed.find(texture_entry(name));
+        return found == renamed.end() ? name : found->mid(prefix);
+    };
+    for (ModelObject* object : objects)
+        for (const FieldBase* field : object->fields())
+            field->rename_pictures(object->raw_state(), new_name);
 }
 
 std::vector<QString> picture_entries(const ModelObject& object)
 {
     std::vector<QString> entries;
-    for (const FieldBase* field : object.fields()) {
-        if (!field->rules().picture)
-            continue;
-        const QString name = std::get<QString>(field->get(object.base_state()));
-        if (!name.isEmpty())
+    for (const FieldBase* field : object.fields())
+        for (const QString& name : field->pictures(object.base_state()))
             entries.push_back(texture_entry(name));
-    }
     return entries;
 }
 

@@ -1,5 +1,7 @@
 #include "gui_core/gui_input.h"
 
+#include "gui_core/dxut_combo_box.h"
+#include "gui_core/dxut_slider.h"
 #include "support/gui_fixture.h"
 
 using namespace tarn;
@@ -154,4 +156,46 @@ TEST_F(GuiInputTest, a_focused_control_that_can_no_longer_be_reached_does_not_he
     m_box->SetEnabled(false);
     m_input.key_pressed(Qt::Key_Space, Qt::NoModifier);
     EXPECT_TRUE(m_box->GetChecked());
+}
+
+TEST_F(GuiInputTest, a_rotated_control_is_hit_where_it_is_seen)
+{
+    m_box->set_rotation(90); // About its middle: what was 120 wide and 24 high stands upright.
+    const QPointF middle = centre(m_box);
+    EXPECT_EQ(GuiInput::control_at(m_core, middle + QPointF(0, 55)), m_box);
+    EXPECT_EQ(GuiInput::control_at(m_core, middle + QPointF(0, 65)), nullptr);
+    EXPECT_EQ(GuiInput::control_at(m_core, middle + QPointF(55, 0)), nullptr);
+    click(middle + QPointF(10, 55));
+    EXPECT_TRUE(m_box->GetChecked());
+    ASSERT_TRUE(set(*m_home, "align_type", qint64(9)).ok());
+    m_core.set_screen_size({2560, 720}); // Twice as wide: the turned control is squeezed with its dialog.
+    EXPECT_EQ(GuiInput::control_at(m_core, centre(m_box) + QPointF(23, 55)), m_box);
+    EXPECT_EQ(GuiInput::control_at(m_core, centre(m_box) + QPointF(25, 0)), nullptr);
+}
+
+TEST_F(GuiInputTest, dragging_in_a_rotated_control_goes_along_the_control)
+{
+    auto* slider = control<CDXUTSlider>(m_home, DXUT_CONTROL_SLIDER, {50, 100, 200, 20});
+    slider->set_rotation(-90); // It runs from the bottom to the top.
+    const QPointF middle = centre(slider);
+    m_input.mouse_pressed(middle + QPointF(5, 40));
+    EXPECT_LT(slider->value(), 40);
+    m_input.mouse_moved(middle - QPointF(5, 40));
+    EXPECT_GT(slider->value(), 60);
+    m_input.mouse_moved(middle - QPointF(-70, 300)); // Sideways counts for nothing.
+    EXPECT_EQ(slider->value(), 100);
+}
+
+TEST_F(GuiInputTest, a_rotated_combo_box_drops_an_upright_list_below_where_it_is_seen)
+{
+    auto* combo = control<CDXUTComboBox>(m_home, DXUT_CONTROL_COMBOBOX, {100, 60, 120, 24});
+    for (const auto* text : {u"a", u"b", u"c"})
+        combo->AddItem(QString::fromUtf16(text));
+    combo->set_rotation(90);
+    click(centre(combo) + QPointF(0, 50));
+    ASSERT_TRUE(combo->is_dropped());
+    EXPECT_GE(combo->popup_rect().top(), combo->bounds().bottom());
+    EXPECT_EQ(combo->popup_rect().center().x(), combo->bounds().center().x());
+    click(m_home->to_screen(combo->popup_rect()).center());
+    EXPECT_EQ(combo->GetSelectedIndex(), 1);
 }

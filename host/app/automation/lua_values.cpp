@@ -42,19 +42,21 @@ struct Push {
     }
 };
 
-std::optional<QStringList> read_texts(lua_State* lua, int index)
+/// An array of which every element is a T.
+template <class T>
+std::optional<QList<T>> read_array(lua_State* lua, int index)
 {
-    QStringList texts;
+    QList<T> items;
     const auto count = lua_rawlen(lua, index);
     for (lua_Unsigned i = 1; i <= count; ++i) {
         lua_rawgeti(lua, index, lua_Integer(i));
-        const auto text = Argument<QString>::read(lua, lua_gettop(lua));
+        const auto item = Argument<T>::read(lua, lua_gettop(lua));
         lua_pop(lua, 1);
-        if (!text)
+        if (!item)
             return std::nullopt;
-        texts.append(*text);
+        items.append(*item);
     }
-    return texts;
+    return items;
 }
 
 } // namespace
@@ -64,8 +66,11 @@ Data::Data(const QStringList& texts) : m_value(list_of(texts, [](const QString& 
 Data::Data(const Value& value)
 {
     const auto take = [this](const auto& held) {
-        if constexpr (std::is_same_v<std::decay_t<decltype(held)>, QStringList>)
+        using Held = std::decay_t<decltype(held)>;
+        if constexpr (std::is_same_v<Held, QStringList>)
             *this = Data(held);
+        else if constexpr (std::is_same_v<Held, NumberList>)
+            *this = Data(list_of(held, [](double number) { return Data(number); }));
         else
             m_value = held;
     };
@@ -120,8 +125,10 @@ std::optional<Value> Argument<Value>::read(lua_State* lua, int index)
         return Value(double(lua_tonumber(lua, index)));
     case LUA_TSTRING: return Value(*Argument<QString>::read(lua, index));
     case LUA_TTABLE:
-        if (auto texts = read_texts(lua, index))
-            return Value(std::move(*texts));
+        if (auto texts = read_array<QString>(lua, index))
+            return Value(QStringList(std::move(*texts)));
+        if (auto numbers = read_array<double>(lua, index))
+            return Value(std::move(*numbers));
         return std::nullopt;
     default: return std::nullopt;
     }
