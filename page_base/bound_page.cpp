@@ -83,7 +83,6 @@ CBoundPage::~CBoundPage() = default;
 
 void CBoundPage::bind(std::span<const tarn::FieldRow> rows)
 {
-    m_rows.reserve(rows.size()); // The editors' callbacks know their rows by address.
     for (const tarn::FieldRow& row : rows) {
         QWidget* widget = control(row.control);
         auto editor = widget ? tarn::make_value_editor(*widget, row) : nullptr;
@@ -95,6 +94,8 @@ void CBoundPage::bind(std::span<const tarn::FieldRow> rows)
         bound.editor->on_finished = [this] {
             if (tarn::Journal* record = journal())
                 record->break_merge();
+            if (core())
+                refresh(); // What was typed may have been held to the attribute's limits.
         };
     }
 }
@@ -171,7 +172,7 @@ void CBoundPage::on_edited(const Row& bound, const Value& value)
             const Writing writing(*this, bound);
             row_edited(bound.row.control, value);
             write_row(bound, value);
-            tell_changed();
+            follow(bound.row.follows);
         },
         caption_of(bound.row.control), key);
 }
@@ -183,7 +184,8 @@ void CBoundPage::write_row(const Row& bound, const Value& value)
         return;
     }
     for (const Row& other : m_rows) {
-        if (other.row.together != bound.row.together)
+        // What goes to the current object alone it has already.
+        if (other.row.together != bound.row.together || (&other != &bound && other.row.scope == tarn::Scope::Current))
             continue;
         const Value shown = &other == &bound ? value : other.editor->value();
         if (!std::holds_alternative<std::monostate>(shown))
@@ -206,6 +208,17 @@ void CBoundPage::write(const char* field_name, const Value& value, tarn::Scope s
     });
     if (!failed)
         tarn::boxes::error(this, failed.message());
+}
+
+void CBoundPage::follow(tarn::Follows follows)
+{
+    if (follows == tarn::Follows::Broadcast) {
+        tell_changed(); // This page hears it too.
+        return;
+    }
+    refresh();
+    if (follows == tarn::Follows::Redraw)
+        update_all_views();
 }
 
 void CBoundPage::tell_changed()

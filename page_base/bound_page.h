@@ -4,6 +4,7 @@
 #include "gui_child_dlg.h"
 #include "value_editor.h"
 
+#include <deque>
 #include <span>
 #include <vector>
 
@@ -32,7 +33,7 @@ public:
     void update_ui(int code) override;
 
 protected:
-    /// To be called once, when the form is there.
+    /// To be called when the form is there.
     void bind(std::span<const tarn::FieldRow> rows);
 
     /// Whether the interface is edited, the selection is of what the page edits, and there is a current object.
@@ -51,6 +52,8 @@ protected:
     void write(const char* field, const tarn::Value& value, tarn::Scope scope = tarn::Scope::EverySelected);
     /// After a change of the selected objects: tells the other pages and redraws the views.
     void tell_changed();
+    /// Whether an edit of a row is being written; refreshes then come from the page itself.
+    bool is_writing() const { return m_written != nullptr; }
 
 private:
     struct Row {
@@ -62,9 +65,10 @@ private:
     bool reacts_to(int code) const;
     void on_edited(const Row& row, const tarn::Value& value);
     void write_row(const Row& row, const tarn::Value& value);
+    void follow(tarn::Follows follows);
     QString caption_of(int id) const;
 
     Target m_target;
-    std::vector<Row> m_rows;
+    std::deque<Row> m_rows;         ///< the editors' callbacks know their rows by address
     const Row* m_written = nullptr; ///< the row whose edit is being written: its widget is left alone meanwhile
 };

@@ -15,10 +15,15 @@ enum class Gate { Always, WithFocus };
 /// What is shown when the selected objects disagree: that they do, or the current object's value.
 enum class Shows { Common, Current };
 
-/// How a numeric edit counts and writes; its range is that of the field.
+/// What a write brings with it: a notification code and a redraw of the views, a redraw alone, or nothing.
+enum class Follows { Broadcast, Redraw, Nothing };
+
+/// How a numeric edit counts and writes. Its range is that of the field, or a narrower one.
 struct NumberLook {
     double step = 1;
     const char* format = "%g"; ///< one printf conversion
+    double minimum = -1e9;     ///< more digits would only fill the edit
+    double maximum = 1e9;
 };
 
 /// One attribute of the selected objects in one control of a page's form. Everything else about it, how the widget
@@ -29,7 +34,9 @@ struct FieldRow {
     Scope scope = Scope::EverySelected;
     Gate gate = Gate::Always;
     Shows shows = Shows::Common;
-    /// Rows with the same number other than 0 are written together: an edit of one writes what the others show as well.
+    Follows follows = Follows::Broadcast;
+    /// Rows with the same number other than 0 are written together: an edit of one also writes what those of the others
+    /// show that go to every selected object.
     int together = 0;
     /// For one of several buttons among which the value is chosen: the value that this one stands for.
     std::optional<int> option = {};

@@ -154,7 +154,7 @@ private:
 
 class NumberEdit : public ValueEditor {
 public:
-    NumberEdit(CSuperEdit& widget, const NumberLook& look) : m_widget(widget), m_step(look.step)
+    NumberEdit(CSuperEdit& widget, const NumberLook& look) : m_widget(widget), m_look(look)
     {
         widget.set_format_string(QLatin1String(look.format));
         QObject::connect(&widget, &CSuperEdit::text_changed_by_user, &widget, [this](double pos) { edited(pos); });
@@ -166,7 +166,8 @@ public:
         if (common.field && common.field != m_field) {
             m_field = common.field;
             const FieldRules& rules = m_field->rules();
-            m_widget.set_range(std::max(rules.minimum, -largest), std::min(rules.maximum, largest), m_step);
+            m_widget.set_range(std::max(rules.minimum, m_look.minimum), std::min(rules.maximum, m_look.maximum),
+                               m_look.step);
         }
         if (common.agreement == Agreement::Same)
             m_widget.set_pos(number_of(common.value));
@@ -180,10 +181,8 @@ public:
     bool merges() const override { return true; }
 
 private:
-    static constexpr double largest = 1e9; ///< where the attribute sets no limits; more would only fill the edit
-
     CSuperEdit& m_widget;
-    double m_step;
+    NumberLook m_look;
     const FieldBase* m_field = nullptr; ///< whose range the edit has
 };
 

@@ -1,7 +1,7 @@
 #include "child_ctrl_dimension.h"
 
-#include "core/model_object.h"
-#include "gui_core/anchor.h"
+#include "anchor_rows.h"
+#include "gui_core/dxut_control.h"
 #include "widgets/button_st.h"
 
 #include <QCheckBox>
@@ -23,11 +23,6 @@ enum Id : int {
     id_scale_mode = 6593,
 };
 
-constexpr FieldRow anchor_row(int control, tarn::Anchor anchor)
-{
-    return {.control = control, .field = "align_type", .option = anchor};
-}
-
 constexpr FieldRow rows[] = {
     {.control = id_x, .field = "x"},
     {.control = id_y, .field = "y"},
@@ -37,18 +32,9 @@ constexpr FieldRow rows[] = {
     {.control = id_center_x, .field = "center_x"},
     {.control = id_center_y, .field = "center_y"},
     {.control = id_scale_mode, .field = "scale_mode"},
-    anchor_row(6469, tarn::anchor_top_left),
-    anchor_row(6474, tarn::anchor_top),
-    anchor_row(6480, tarn::anchor_top_right),
-    anchor_row(6485, tarn::anchor_left),
-    anchor_row(6488, tarn::anchor_centre),
-    anchor_row(6491, tarn::anchor_right),
-    anchor_row(6496, tarn::anchor_bottom_left),
-    anchor_row(6499, tarn::anchor_bottom),
-    anchor_row(6502, tarn::anchor_bottom_right),
 };
 
-constexpr int first_anchor_icon = 30; ///< in the icon table, where the anchors stand by their numbers
+constexpr auto anchors = tarn::anchor_rows(tarn::Scope::EverySelected, tarn::Follows::Broadcast);
 
 } // namespace
 
@@ -61,11 +47,12 @@ void CChildCtrlDimension::OnInitDialog()
 {
     CBoundPage::OnInitDialog();
     bind(rows);
-    for (const FieldRow& row : rows)
-        if (row.option)
-            button(row.control)->SetIcon(first_anchor_icon + *row.option);
+    bind(anchors);
+    for (const FieldRow& row : anchors)
+        button(row.control)->SetIcon(tarn::anchor_icon(*row.option));
     on_click(id_center_reset, [this] {
-        write("center_set", false);
+        for (tarn::ModelObject* object : selected())
+            static_cast<CDXUTControl*>(object)->reset_center();
         tell_changed();
     });
 }
@@ -84,16 +71,14 @@ void CChildCtrlDimension::set_aspect(float aspect)
 void CChildCtrlDimension::refresh()
 {
     CBoundPage::refresh();
-    const auto* control = current();
+    const auto* control = static_cast<const CDXUTControl*>(current());
     control_as<QCheckBox>(id_keep_ratio)->setEnabled(control);
-    const tarn::FieldBase* center_set = control ? control->fields().find("center_set") : nullptr;
-    button(id_center_reset)->setEnabled(center_set && control->property(*center_set) == tarn::Value(true));
+    button(id_center_reset)->setEnabled(control && control->has_own_center());
     // While place and size scale, no side is kept to.
     const tarn::CommonValue anchor = tarn::common_value(selected(), "align_type");
     if (anchor.value == tarn::Value(qint64(tarn::anchor_scale)))
-        for (const FieldRow& row : rows)
-            if (row.option)
-                button(row.control)->setEnabled(false);
+        for (const FieldRow& row : anchors)
+            button(row.control)->setEnabled(false);
 }
 
 void CChildCtrlDimension::row_edited(int id, const tarn::Value& value)

@@ -2,10 +2,22 @@
 
 #include "page_base/gui_child_dlg.h"
 
-/// The pages of the selected dialogs.
+class CMyRollup;
+
+/// The pages of the selected dialogs, below each other.
 class CDlgPropDialogAll : public CGuiChildDlg {
     Q_OBJECT
 
 public:
-    explicit CDlgPropDialogAll(QWidget* parent = nullptr) : CGuiChildDlg(QStringLiteral("CDlgPropDialogAll"), parent) {}
+    explicit CDlgPropDialogAll(QWidget* parent = nullptr);
+
+    void on_world_created(CBaseWorld* world) override;
+    void update_ui(int code) override;
+
+protected:
+    void OnInitDialog() override;
+    QWidget* create_widget(const QString& class_name, QWidget* parent) override;
+
+private:
+    CMyRollup* m_rollup = nullptr;
 };

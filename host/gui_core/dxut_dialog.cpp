@@ -240,6 +240,18 @@ bool CDXUTDialog::set_align_type(int anchor)
     return true;
 }
 
+void CDXUTDialog::set_scaled(bool scaled)
+{
+    if (scaled == (align_type() == tarn::anchor_scale))
+        return;
+    if (scaled) {
+        change<DialogState>(&DialogState::saved_align_type, align_type());
+        set_align_type(tarn::anchor_scale);
+    } else {
+        set_align_type(std::min<int>(dialog_state().saved_align_type, tarn::anchor_centre));
+    }
+}
+
 QRectF CDXUTDialog::caption_button_rect(CaptionButton button) const
 {
     const DialogState& s = dialog_state();
@@ -359,7 +371,8 @@ tarn::Value CDXUTDialog::property(const FieldBase& field) const
 tarn::Status CDXUTDialog::set_property(const FieldBase& field, const tarn::Value& value)
 {
     const PlaceFields& place = place_fields();
-    if (is_root() && (&field == place.caption_shown || &field == place.frame_shown))
+    const bool frame_field = &field == place.caption_shown || &field == place.frame_shown;
+    if (is_root() && frame_field && value != tarn::Value(false))
         return tarn::Status::error(
             tarn::lang(u"根窗口没有标题栏和边框", u"the root dialog has no caption bar and no frame"));
     const std::array moved{place.x, place.y, place.width, place.height, place.align_type};

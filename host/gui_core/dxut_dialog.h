@@ -55,6 +55,8 @@ public:
     int align_type() const { return dialog_state().align_type; }
     /// The dialog stays where it is; from now on it is anchored to the screen by `anchor` (0 to 9).
     bool set_align_type(int anchor);
+    /// Turns scaling with the window on, or off again: then the anchor from before is in force.
+    void set_scaled(bool scaled);
     /// Takes the place and size on the present screen as the ones that are meant, so that a later change of the screen's
     /// size is measured from here. A dialog that scales with the window keeps what it scales from.
     void on_pos_scale_changed();

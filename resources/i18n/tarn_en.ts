@@ -169,13 +169,6 @@
     </message>
 </context>
 <context>
-    <name>CDlgPropDialogAll</name>
-    <message>
-        <source>窗口属性</source>
-        <translation>Dialog properties</translation>
-    </message>
-</context>
-<context>
     <name>CDlgPropMenu</name>
     <message>
         <source>菜单属性</source>

@@ -1,0 +1,147 @@
+#include "editor_fixture.h"
+
+#include "gui_core/anchor.h"
+#include "widgets/super_edit.h"
+
+#include <QCheckBox>
+#include <QLineEdit>
+#include <QTest>
+
+namespace tarn::test {
+
+namespace {
+
+enum Id : int {
+    id_name = 6018,
+    id_caption_shown = 6019,
+    id_visible = 6335,
+    id_x = 6337,
+    id_width = 6026,
+    id_height = 6341,
+    id_border = 6030,
+    id_bottom = 6508,
+    id_scale = 6593,
+    id_anchor_centre = 6488,
+};
+
+class DialogPage : public Editor {
+protected:
+    void SetUp() override
+    {
+        start();
+        m_first = core().create_dialog(QRect(10, 10, 200, 100), u"First"_s);
+        m_second = core().create_dialog(QRect(50, 60, 300, 150), u"Second"_s);
+        core().SelectDialog(m_first, false);
+        core().SelectDialog(m_second, true);
+        m_world.broadcast(ui_selection_changed);
+        m_scene->journal().clear();
+        m_codes.clear();
+    }
+    template <class Widget>
+    Widget& on_page(int id)
+    {
+        return *dynamic_cast<Widget*>(page(u"CDlgPropDialog"_s)->control(id));
+    }
+    void type(int id, const QString& text)
+    {
+        auto& edit = on_page<QWidget>(id);
+        auto* line = qobject_cast<QLineEdit*>(&edit) ? qobject_cast<QLineEdit*>(&edit) : edit.findChild<QLineEdit*>();
+        line->selectAll();
+        QTest::keyClicks(line, text);
+    }
+
+    CDXUTDialog* m_first = nullptr;
+    CDXUTDialog* m_second = nullptr;
+};
+
+} // namespace
+
+TEST_F(DialogPage, PlaceAndSizeGoToTheCurrentDialogNamesAndFlagsToAll)
+{
+    type(id_x, u"77"_s);
+    EXPECT_EQ(m_second->rect().x(), 77);
+    EXPECT_EQ(m_first->rect().x(), 10);
+
+    m_codes.clear();
+    on_page<QCheckBox>(id_caption_shown).click();
+    EXPECT_FALSE(m_first->dialog_state().caption_shown);
+    EXPECT_FALSE(m_second->dialog_state().caption_shown);
+    EXPECT_EQ(m_first->name(), m_second->name()) << "what is shown goes to all together";
+    EXPECT_EQ(m_codes, std::vector{int(ui_dialog_properties)});
+    EXPECT_EQ(m_first->rect(), QRect(10, 10, 200, 100));
+    EXPECT_TRUE(m_scene->journal().undo());
+    EXPECT_TRUE(m_first->dialog_state().caption_shown);
+}
+
+TEST_F(DialogPage, APlaceBeyondTheEditsRangeOutlivesAClickOnAFlag)
+{
+    m_second->SetLocation(-40, 60);
+    m_world.broadcast(ui_full_refresh);
+    on_page<QCheckBox>(id_visible).click();
+    EXPECT_EQ(m_second->rect().x(), -40);
+}
+
+TEST_F(DialogPage, ALongNameIsCutAndShownAsItIsWhenTypingEnds)
+{
+    type(id_name, QString(32, u'n'));
+    EXPECT_EQ(m_second->name(), QString(31, u'n'));
+    QTest::keyClick(&on_page<QLineEdit>(id_name), Qt::Key_Return);
+    EXPECT_EQ(on_page<QLineEdit>(id_name).text(), m_second->name());
+}
+
+TEST_F(DialogPage, TheRatioIsKeptFromEitherSideAndAHeightOfNothingTakesTheWidthAway)
+{
+    type(id_width, u"100"_s);
+    EXPECT_EQ(m_second->rect().size(), QSize(100, 50));
+    EXPECT_EQ(on_page<CSuperEdit>(id_height).get_pos(), 50);
+    m_world.broadcast(ui_full_refresh);
+    type(id_height, u"80"_s);
+    EXPECT_EQ(m_second->rect().width(), 160);
+
+    m_second->SetSize(160, 0);
+    m_world.broadcast(ui_full_refresh);
+    type(id_width, u"90"_s);
+    EXPECT_EQ(m_second->rect().size(), QSize(90, 0));
+    m_world.broadcast(ui_full_refresh);
+    type(id_height, u"5"_s);
+    EXPECT_EQ(m_second->rect().size(), QSize(0, 5));
+}
+
+TEST_F(DialogPage, ScalingWithTheWindowKeepsEachAnchorForLater)
+{
+    m_first->set_align_type(anchor_right);
+    m_world.broadcast(ui_full_refresh);
+    auto& scale = on_page<QCheckBox>(id_scale);
+    auto& centre = on_page<QAbstractButton>(id_anchor_centre);
+    scale.click();
+    EXPECT_EQ(m_first->align_type(), anchor_scale);
+    EXPECT_EQ(m_second->align_type(), anchor_scale);
+    EXPECT_FALSE(centre.isEnabled());
+    scale.click();
+    EXPECT_EQ(m_first->align_type(), anchor_right);
+    EXPECT_EQ(m_second->align_type(), anchor_top_left);
+    EXPECT_TRUE(centre.isEnabled());
+
+    m_codes.clear();
+    centre.click();
+    EXPECT_EQ(m_second->align_type(), anchor_centre);
+    EXPECT_EQ(m_first->align_type(), anchor_right) << "only the current dialog's";
+    EXPECT_TRUE(centre.isChecked());
+    EXPECT_TRUE(m_codes.empty());
+}
+
+TEST_F(DialogPage, EachAttributeRedrawsOnlyWhatItNeeds)
+{
+    int redraws = 0;
+    m_world.on_redraw = [&redraws] { ++redraws; };
+    on_page<QCheckBox>(id_bottom).click();
+    EXPECT_TRUE(m_second->dialog_state().minimize_to_bottom);
+    EXPECT_FALSE(m_first->dialog_state().minimize_to_bottom);
+    EXPECT_EQ(redraws, 0);
+    type(id_border, u"3"_s);
+    EXPECT_EQ(m_first->dialog_state().border_width, 3);
+    EXPECT_EQ(redraws, 1);
+    EXPECT_TRUE(m_codes.empty());
+}
+
+} // namespace tarn::test
