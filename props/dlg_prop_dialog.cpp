@@ -62,8 +62,7 @@ const CDXUTDialog* as_dialog(const tarn::ModelObject* object)
 
 } // namespace
 
-CDlgPropDialog::CDlgPropDialog(QWidget* parent)
-    : CBoundPage(QStringLiteral("CDlgPropDialog"), Target::Dialogs, parent)
+CDlgPropDialog::CDlgPropDialog(QWidget* parent) : CBoundPage(QStringLiteral("CDlgPropDialog"), Target::Dialogs, parent)
 {
 }
 
