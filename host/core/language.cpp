@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QObject>
+#include <QStandardItemModel>
 #include <QVariant>
 
 #include <array>
@@ -37,6 +38,14 @@ void translate_captions(QObject* object, const QByteArray& context)
     }
 }
 
+/// The entries that a form gives a combo box.
+void translate_items(QStandardItemModel& items, const QByteArray& context)
+{
+    for (int row = 0; row < items.rowCount(); ++row)
+        if (QStandardItem* item = items.item(row))
+            item->setText(QCoreApplication::translate(context.constData(), item->text().toUtf8().constData()));
+}
+
 } // namespace
 
 void VLCMsgIniW::set_language(tarn::Language language)
@@ -69,6 +78,9 @@ void CTarnLanguageConvert::init_dlg_language(QObject* window, const QString& nam
     const QByteArray context = name.toUtf8();
     translate_captions(window, context);
     const auto children = window->findChildren<QObject*>();
-    for (QObject* child : children)
+    for (QObject* child : children) {
         translate_captions(child, context);
+        if (auto* items = qobject_cast<QStandardItemModel*>(child))
+            translate_items(*items, context);
+    }
 }

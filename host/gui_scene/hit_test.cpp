@@ -21,7 +21,7 @@ std::vector<Target> targets_at(const CGuiCore& core, QPointF place)
     const QPointF inside = dialog->to_client(place);
     const auto& controls = dialog->controls();
     for (auto control = controls.crbegin(); control != controls.crend(); ++control)
-        if (is_editable(**control) && (*control)->rect().contains(inside))
+        if (is_editable(**control) && (*control)->contains(inside))
             targets.push_back({dialog, *control});
     if (!dialog->is_root() && dialog->outer_rect().contains(place))
         targets.push_back({dialog, nullptr});
@@ -41,7 +41,7 @@ std::vector<CDXUTControl*> controls_in(const CGuiCore& core, const QRectF& marqu
         if (!dialog->GetVisible() || (home && dialog != home))
             continue;
         for (CDXUTControl* control : dialog->controls())
-            if (is_editable(*control) && is_caught(control->screen_rect(), marquee, mode))
+            if (is_editable(*control) && is_caught(control->screen_bounds(), marquee, mode))
                 caught.push_back(control);
     }
     return caught;
