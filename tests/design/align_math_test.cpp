@@ -47,11 +47,11 @@ TEST(AlignMath, ControlsComeToLieOnWholePixelsBesideTheReference)
         QPointF of_reference;
     } cases[] = {
         {Edge::Left, {3, 20.2}, {3, -3.9}},
-        {Edge::MiddleX, {43, 20.2}, {3, -3.9}},  // 54.4 and 54 - 10.25, then 54 - 50.5
-        {Edge::Right, {83, 20.2}, {3, -3.9}},    // 104.9 and 104 - 20.5
-        {Edge::Top, {10.7, -3}, {3.9, -3}},      // toward zero, also from below
-        {Edge::MiddleY, {10.7, 15}, {3.9, -4}},  // 21.35 and 21 - 5.5, then 21 - 25.25
-        {Edge::Bottom, {10.7, 35}, {3.9, -4}},   // 46.6 and 46 - 11, then 46 - 50.5
+        {Edge::MiddleX, {43, 20.2}, {3, -3.9}}, // 54.4 and 54 - 10.25, then 54 - 50.5
+        {Edge::Right, {83, 20.2}, {3, -3.9}},   // 104.9 and 104 - 20.5
+        {Edge::Top, {10.7, -3}, {3.9, -3}},     // toward zero, also from below
+        {Edge::MiddleY, {10.7, 15}, {3.9, -4}}, // 21.35 and 21 - 5.5, then 21 - 25.25
+        {Edge::Bottom, {10.7, 35}, {3.9, -4}},  // 46.6 and 46 - 11, then 46 - 50.5
     };
     for (const auto& c : cases) {
         EXPECT_EQ(aligned(c.edge, control, reference), c.of_control) << int(c.edge);

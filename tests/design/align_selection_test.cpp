@@ -116,8 +116,7 @@ TEST_F(AlignSelection, DialogsAreComparedWithTheirCaptionBars)
     EXPECT_EQ(reference->rect(), QRect(10, 50, 101, 100));
     EXPECT_FALSE(distribute(Qt::Horizontal)) << "dialogs are not spread";
 
-    while (m_journal.undo()) {
-    }
+    while (m_journal.undo()) {}
     EXPECT_EQ(plain->rect(), QRect(300, 300, 51, 40));
 }
 
@@ -169,8 +168,7 @@ TEST_F(AlignSelection, ControlsGoToTheEdgesOfTheirDialogAndStayThere)
     EXPECT_TRUE(align_to_area(Edge::MiddleX)); // 150.5 - 220, cut off, less half of 81.
     EXPECT_EQ(b->x(), 260 - 69 - 40.5);
     EXPECT_EQ(b->align_type(), anchor_bottom);
-    while (m_journal.undo()) {
-    }
+    while (m_journal.undo()) {}
     EXPECT_EQ(a->rect(), QRectF(10.5, 20, 30, 10));
     EXPECT_EQ(a->align_type(), anchor_top_left);
 }
