@@ -125,9 +125,9 @@ std::vector<QPointF> distributed(Qt::Orientation direction, const std::vector<QR
     int left = truncated(outer.start);
     int right = truncated(outer.start + outer.length);
     int sum = 0;
-    std::vector<std::pair<int, std::size_t>> order; ///< by edge, and among equal ones by selection
+    std::vector<std::pair<int, quint32>> order; ///< by edge, and among equal ones by selection
     order.reserve(controls.size());
-    for (std::size_t i = 0; i < controls.size(); ++i) {
+    for (quint32 i = 0; i < controls.size(); ++i) {
         const Span one = span(direction, controls[i]);
         const int start = truncated(one.start);
         left = std::min(left, start);

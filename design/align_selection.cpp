@@ -57,11 +57,15 @@ std::vector<CDXUTControl*> selected_controls(const CGuiCore& core)
 
 std::vector<CDXUTControl*> controls_of_current_dialog(const CGuiCore& core)
 {
-    auto controls = selected_controls(core);
-    if (controls.empty())
+    const SelectionRecord& selection = core.selection();
+    std::vector<CDXUTControl*> controls;
+    if (!selection.current_control)
         return controls;
-    const CDXUTDialog* home = core.selection().current_control->dialog();
-    std::erase_if(controls, [home](const CDXUTControl* control) { return control->dialog() != home; });
+    controls.reserve(selection.controls.size());
+    walk_objects(selection.controls, [&, home = selection.current_control->dialog()](CDXUTControl* control) {
+        if (control->dialog() == home)
+            controls.push_back(control);
+    });
     return controls;
 }
 
