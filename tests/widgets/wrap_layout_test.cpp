@@ -27,10 +27,7 @@ protected:
             m_layout->addWidget(item);
         }
     }
-    void lay_out(int width)
-    {
-        m_layout->setGeometry(QRect(0, 0, width, m_layout->heightForWidth(width)));
-    }
+    void lay_out(int width) { m_layout->setGeometry(QRect(0, 0, width, m_layout->heightForWidth(width))); }
 
     QWidget m_window;
     WrapLayout* m_layout;
