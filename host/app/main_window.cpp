@@ -66,7 +66,6 @@ MainWindow::MainWindow(Studio& studio) : m_studio(studio)
     layout->setContentsMargins({});
     layout->setSpacing(0);
     m_top_area = new QStackedWidget(centre);
-    m_top_area->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
     m_view = new CView3D(studio.world(), centre);
     layout->addWidget(m_top_area);
     layout->addWidget(m_view, 1);
