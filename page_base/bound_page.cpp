@@ -79,6 +79,11 @@ CBoundPage::CBoundPage(const QString& page_name, Target target, QWidget* parent)
 {
 }
 
+CBoundPage::CBoundPage(const QString& page_name, int control_type, QWidget* parent)
+    : CGuiChildDlg(page_name, parent), m_target(Target::Controls), m_control_type(control_type)
+{
+}
+
 CBoundPage::~CBoundPage() = default;
 
 void CBoundPage::bind(std::span<const tarn::FieldRow> rows)
@@ -113,9 +118,10 @@ ModelObject* CBoundPage::current() const
     const bool of_controls = m_target == Target::Controls;
     if (!selection.editing || selection.controls_selected != of_controls)
         return nullptr;
-    if (of_controls)
-        return selection.current_control;
-    return selection.current_dialog;
+    if (!of_controls)
+        return selection.current_dialog;
+    CDXUTControl* control = selection.current_control;
+    return control && (m_control_type == any_type || control->GetType() == m_control_type) ? control : nullptr;
 }
 
 std::vector<ModelObject*> CBoundPage::selected() const
@@ -123,9 +129,14 @@ std::vector<ModelObject*> CBoundPage::selected() const
     if (!has_selection())
         return {};
     const tarn::SelectionRecord& selection = core()->selection();
-    if (m_target == Target::Controls)
-        return {selection.controls.begin(), selection.controls.end()};
-    return {selection.dialogs.begin(), selection.dialogs.end()};
+    if (m_target == Target::Dialogs)
+        return {selection.dialogs.begin(), selection.dialogs.end()};
+    std::vector<ModelObject*> controls;
+    tarn::walk(selection.controls, [&](CDXUTControl* control) {
+        if (m_control_type == any_type || control->GetType() == m_control_type)
+            controls.push_back(control);
+    });
+    return controls;
 }
 
 bool CBoundPage::reacts_to(int code) const

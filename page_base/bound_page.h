@@ -27,6 +27,9 @@ public:
     enum class Target { Dialogs, Controls };
 
     CBoundPage(const QString& page_name, Target target, QWidget* parent = nullptr);
+    /// A page for the attributes of one type of controls: it works while the current control is of that type, and only
+    /// on the selected controls that are.
+    CBoundPage(const QString& page_name, int control_type, QWidget* parent = nullptr);
     ~CBoundPage() override;
 
     /// Refreshes for the codes after which the selection or its attributes may be others.
@@ -61,6 +64,7 @@ private:
         std::unique_ptr<tarn::ValueEditor> editor;
     };
     class Writing;
+    static constexpr int any_type = -1;
 
     bool reacts_to(int code) const;
     void on_edited(const Row& row, const tarn::Value& value);
@@ -69,6 +73,7 @@ private:
     QString caption_of(int id) const;
 
     Target m_target;
+    int m_control_type = any_type;
     std::deque<Row> m_rows;         ///< the editors' callbacks know their rows by address
     const Row* m_written = nullptr; ///< the row whose edit is being written: its widget is left alone meanwhile
 };

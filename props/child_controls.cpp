@@ -1,5 +1,8 @@
 #include "child_controls.h"
 
+#include "dlg_prop_info_box.h"
+#include "dlg_prop_progress_bar.h"
+#include "dlg_prop_static.h"
 #include "engine/base_world.h"
 #include "frame/dlg_group.h"
 #include "gui_core/dxut_control.h"
@@ -14,11 +17,18 @@ struct TypePage {
     int type;
     int template_id;
     const char* page_name;
+    CGuiChildDlg* (*make)() = nullptr; ///< null: the page only says what type it is for
 };
+
+template <class Page>
+CGuiChildDlg* make()
+{
+    return new Page;
+}
 
 constexpr std::array type_pages{
     TypePage{DXUT_CONTROL_BUTTON, 6005, "CDlgPropButton"},
-    TypePage{DXUT_CONTROL_STATIC, 6009, "CDlgPropStatic"},
+    TypePage{DXUT_CONTROL_STATIC, 6009, "CDlgPropStatic", make<CDlgPropStatic>},
     TypePage{DXUT_CONTROL_CHECKBOX, 6006, "CDlgPropCheck"},
     TypePage{DXUT_CONTROL_RADIOBUTTON, 6007, "CDlgPropRadio"},
     TypePage{DXUT_CONTROL_COMBOBOX, 6391, "CDlgPropCombo"},
@@ -28,9 +38,9 @@ constexpr std::array type_pages{
     TypePage{DXUT_CONTROL_SCROLLBAR, 6350, "CDlgPropScrollbar"},
     TypePage{DXUT_CONTROL_BUTTONST, 6388, "CDlgPropButtonST"},
     TypePage{DXUT_CONTROL_PICTURE, 6374, "CDlgPropPicture"},
-    TypePage{DXUT_CONTROL_INFOBOX, 6369, "CPropDlgInfoBox"},
+    TypePage{DXUT_CONTROL_INFOBOX, 6369, "CPropDlgInfoBox", make<CPropDlgInfoBox>},
     TypePage{DXUT_CONTROL_FLASH, 6560, "CDlgPropFlash"},
-    TypePage{DXUT_CONTROL_PROGRESS, 6573, "CDlgPropProgressBar"},
+    TypePage{DXUT_CONTROL_PROGRESS, 6573, "CDlgPropProgressBar", make<CDlgPropProgressBar>},
     TypePage{DXUT_CONTROL_PIP, 6609, "CDlgPropPictureInPicture"},
     TypePage{DXUT_CONTROL_MAP, 6611, "CDlgPropMap"},
 };
@@ -51,7 +61,7 @@ void CChildControls::OnInitDialog()
 {
     CGuiChildDlg::OnInitDialog();
     for (const TypePage& row : type_pages) {
-        auto* page = new CGuiChildDlg(QLatin1String(row.page_name));
+        auto* page = row.make ? row.make() : new CGuiChildDlg(QLatin1String(row.page_name));
         page->Create(row.template_id, m_pages);
         m_pages->add_wnd(page, row.template_id);
     }

@@ -62,12 +62,13 @@ struct ScaleModeAccess {
 template <class S, class... More>
 FieldTable text_table(int horizontal_align, int vertical_align, More... more)
 {
-    return FieldTable(
-        &ControlState::field_table(), field<S>("text", &S::text), field<S>("text_color", &S::text_color, 0u),
-        field<S>("font_size", &S::font_size, 0, range(0, 500)), field<S>("bold", &S::bold, false),
-        field<S>("horizontal_align", &S::horizontal_align, horizontal_align, range(0, 2)),
-        field<S>("vertical_align", &S::vertical_align, vertical_align, range(0, 2)),
-        field<S>("word_wrap", &S::word_wrap, false), field<S>("shadow", &S::shadow, false), std::move(more)...);
+    return FieldTable(&ControlState::field_table(), field<S>("text", &S::text, QString(), max_length(999999)),
+                      field<S>("text_color", &S::text_color, 0u),
+                      field<S>("font_size", &S::font_size, 0, range(0, 500)), field<S>("bold", &S::bold, false),
+                      field<S>("horizontal_align", &S::horizontal_align, horizontal_align, range(0, 2)),
+                      field<S>("vertical_align", &S::vertical_align, vertical_align, range(0, 2)),
+                      field<S>("word_wrap", &S::word_wrap, false), field<S>("shadow", &S::shadow, false),
+                      std::move(more)...);
 }
 
 } // namespace

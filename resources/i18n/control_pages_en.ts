@@ -9,13 +9,6 @@
     </message>
 </context>
 <context>
-    <name>CDlgPropStatic</name>
-    <message>
-        <source>静态文本</source>
-        <translation>Static text</translation>
-    </message>
-</context>
-<context>
     <name>CDlgPropCheck</name>
     <message>
         <source>复选框</source>
@@ -79,24 +72,10 @@
     </message>
 </context>
 <context>
-    <name>CPropDlgInfoBox</name>
-    <message>
-        <source>信息显示框</source>
-        <translation>Info box</translation>
-    </message>
-</context>
-<context>
     <name>CDlgPropFlash</name>
     <message>
         <source>FLASH</source>
         <translation>Flash</translation>
-    </message>
-</context>
-<context>
-    <name>CDlgPropProgressBar</name>
-    <message>
-        <source>进度条</source>
-        <translation>Progress bar</translation>
     </message>
 </context>
 <context>

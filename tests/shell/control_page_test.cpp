@@ -1,6 +1,7 @@
 #include "editor_fixture.h"
 
 #include "design/pop_dlg_color.h"
+#include "frame/dlg_group.h"
 #include "frame/rollup.h"
 #include "gui_core/dxut_static.h"
 #include "widgets/color_swatch.h"
@@ -8,6 +9,7 @@
 
 #include <QCheckBox>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QTest>
 
 namespace tarn::test {
@@ -229,6 +231,34 @@ TEST_F(ControlPage, AnAnchorIsOneOfNineButtons)
     EXPECT_EQ(m_controls[1]->align_type(), 3);
     EXPECT_EQ(m_controls[1]->x(), 10) << "the control stays where it is";
     EXPECT_EQ(undo_steps(), 1);
+}
+
+TEST_F(ControlPage, APageOfATypeWorksOnlyOnControlsOfThatType)
+{
+    CDXUTDialog* dialog = m_controls[0]->dialog();
+    auto* text = static_cast<CDXUTStatic*>(core().create_control(DXUT_CONTROL_STATIC, dialog, QRectF(0, 50, 60, 20)));
+    core().SelectControl(m_controls[0], false);
+    core().SelectControl(text, true);
+    tell(ui_selection_changed);
+    auto* group = page(u"CChildControls"_s)->findChild<CDlgGroup*>();
+    EXPECT_EQ(group->shown_id(), 6009);
+    auto* edit = qobject_cast<QPlainTextEdit*>(page(u"CDlgPropStatic"_s)->control(6352));
+    EXPECT_EQ(edit->toPlainText(), text->text());
+    const QString caption = static_cast<CDXUTStatic*>(m_controls[0])->text();
+    m_scene->journal().clear();
+
+    QTest::keyClick(edit, Qt::Key_End, Qt::ControlModifier);
+    QTest::keyClicks(edit, u" and"_s);
+    QTest::keyClick(edit, Qt::Key_Return);
+    QTest::keyClicks(edit, u"more"_s);
+    EXPECT_TRUE(text->text().endsWith(u" and\nmore"_s));
+    EXPECT_EQ(static_cast<CDXUTStatic*>(m_controls[0])->text(), caption) << "a button has a text too";
+    EXPECT_EQ(undo_steps(), 1);
+
+    core().ClearCtrlSelection();
+    tell(ui_selection_changed);
+    EXPECT_EQ(group->shown_id(), 6009) << "nothing selected leaves the page where it was";
+    EXPECT_FALSE(edit->isEnabled());
 }
 
 } // namespace tarn::test

@@ -1,0 +1,51 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="en" sourcelanguage="zh_CN">
+<context>
+    <name>CDlgPropStatic</name>
+    <message>
+        <source>文本内容:</source>
+        <translation>Text:</translation>
+    </message>
+    <message>
+        <source>水平对齐:</source>
+        <translation>Horizontal:</translation>
+    </message>
+    <message>
+        <source>垂直对齐:</source>
+        <translation>Vertical:</translation>
+    </message>
+    <message>
+        <source>左对齐</source>
+        <translation>Left</translation>
+    </message>
+    <message>
+        <source>居中</source>
+        <translation>Center</translation>
+    </message>
+    <message>
+        <source>右对齐</source>
+        <translation>Right</translation>
+    </message>
+    <message>
+        <source>顶对齐</source>
+        <translation>Top</translation>
+    </message>
+    <message>
+        <source>中间</source>
+        <translation>Middle</translation>
+    </message>
+    <message>
+        <source>底对齐</source>
+        <translation>Bottom</translation>
+    </message>
+    <message>
+        <source>自动换行</source>
+        <translation>Word wrap</translation>
+    </message>
+    <message>
+        <source>渲染阴影</source>
+        <translation>Shadow</translation>
+    </message>
+</context>
+</TS>
