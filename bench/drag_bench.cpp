@@ -79,6 +79,22 @@ void drag_one(benchmark::State& state)
     view.release();
 }
 
+/// With the aids switched on: the dragged control snaps to those of its dialog, and rulers and distances are drawn.
+void drag_snapping(benchmark::State& state)
+{
+    View view(state);
+    CGuiCore& core = view.scene.gui_core();
+    core.view_aids() = {.ruler = 1, .coordinate_display = 0, .guide_lines = 1, .snap = 1};
+    CDXUTDialog* home = core.GetDialogs().last();
+    core.move_controls_to(std::vector<CDXUTControl*>(core.controls()), home);
+    view.press();
+    for (auto _ : state) {
+        view.move();
+        view.draw();
+    }
+    view.release();
+}
+
 void drag_all(benchmark::State& state)
 {
     View view(state);
@@ -93,6 +109,7 @@ void drag_all(benchmark::State& state)
 }
 
 BENCHMARK(drag_one)->Name("drag_one/tarn")->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
+BENCHMARK(drag_snapping)->Name("drag_snapping/tarn")->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
 BENCHMARK(drag_all)->Name("drag_all/tarn")->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
 
 } // namespace

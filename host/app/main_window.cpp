@@ -2,6 +2,8 @@
 
 #include "core/filefun.h"
 #include "core/language.h"
+#include "core/res_handle_man.h"
+#include "dlg_history.h"
 #include "engine/scene_plug.h"
 #include "frame/boxes.h"
 #include "frame/child_dlg.h"
@@ -29,6 +31,7 @@ namespace {
 
 constexpr int program_icon = 100;
 constexpr QSize usual_size(1440, 900);
+constexpr int history_template = 7000;
 constexpr int side_panel_width = 240; ///< pixels
 constexpr const char* geometry_key = "window/geometry";
 constexpr const char* places_key = "window/places";
@@ -81,6 +84,7 @@ MainWindow::MainWindow(Studio& studio) : m_studio(studio)
 
     make_side_panel();
     make_plug_in_windows();
+    make_history();
     make_menus();
     connect(&studio, &Studio::document_changed, this, &MainWindow::update_document);
     update_document();
@@ -116,6 +120,20 @@ void MainWindow::make_side_panel()
     // The side panel and the property bar keep the window's full height.
     setCorner(Qt::BottomLeftCorner, Qt::LeftDockWidgetArea);
     setCorner(Qt::BottomRightCorner, Qt::RightDockWidgetArea);
+}
+
+void MainWindow::make_history()
+{
+    auto* dock = new QDockWidget(lang(u"历史记录", u"History"), this);
+    dock->setObjectName(QStringLiteral("history"));
+    auto* page = new CDlgHistory(m_studio);
+    {
+        const CResHandleMan resources(QStringLiteral(":/app"));
+        page->Create(history_template, dock);
+    }
+    dock->setWidget(page);
+    addDockWidget(Qt::LeftDockWidgetArea, dock);
+    dock->hide();
 }
 
 void MainWindow::make_plug_in_windows()

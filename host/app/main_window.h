@@ -46,6 +46,7 @@ private:
     void make_view_menu();
     void make_help_menu();
     void make_side_panel();
+    void make_history();
     void make_plug_in_windows();
     void on_mode_chosen(int index);
     void update_document();

@@ -128,6 +128,14 @@ bool Studio::redo()
     return true;
 }
 
+bool Studio::go_to_step(int count)
+{
+    if (count < 0 || !m_scene || m_scene->is_playing() || !m_scene->journal().go_to(std::size_t(count)))
+        return false;
+    after_undo();
+    return true;
+}
+
 void Studio::set_playing(bool on)
 {
     if (!m_scene || m_scene->is_playing() == on)

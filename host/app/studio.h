@@ -40,6 +40,8 @@ public:
     /// True when there was a step.
     bool undo();
     bool redo();
+    /// Undoes or redoes until the first `count` steps of the journal are done.
+    bool go_to_step(int count);
     void set_playing(bool on);
     bool is_playing() const;
 

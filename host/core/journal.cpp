@@ -62,6 +62,7 @@ void Journal::close_step()
         if (m_saved_at != never && m_saved_at > m_position)
             m_saved_at = never;
         drop_undone();
+        step.number = m_serial;
         m_steps.push_back(std::move(step));
         m_position = m_steps.size();
     }
@@ -103,37 +104,68 @@ bool Journal::can_redo() const
     return m_depth == 0 && m_recording && m_position < m_steps.size() && m_open.entries.empty();
 }
 
-bool Journal::undo()
+/// Whether undo and redo are possible now; a change outside any action has become a step then.
+bool Journal::may_travel()
 {
     if (m_depth > 0 || !m_recording)
         return false;
     close_step();
-    if (m_position == 0)
-        return false;
+    return true;
+}
+
+void Journal::undo_one()
+{
     Step& step = m_steps[--m_position];
     swap_states(step.entries);
-    m_merge_broken = true;
     if (on_restored)
         on_restored(step);
+}
+
+void Journal::redo_one()
+{
+    Step& step = m_steps[m_position++];
+    swap_states(step.entries);
+    if (on_restored)
+        on_restored(step);
+}
+
+void Journal::travelled()
+{
+    m_merge_broken = true;
     if (on_changed)
         on_changed();
+}
+
+bool Journal::undo()
+{
+    if (!may_travel() || m_position == 0)
+        return false;
+    undo_one();
+    travelled();
     return true;
 }
 
 bool Journal::redo()
 {
-    if (m_depth > 0 || !m_recording)
+    if (!may_travel() || m_position == m_steps.size())
         return false;
-    close_step();
-    if (m_position == m_steps.size())
+    redo_one();
+    travelled();
+    return true;
+}
+
+bool Journal::go_to(std::size_t position)
+{
+    if (!may_travel())
         return false;
-    Step& step = m_steps[m_position++];
-    swap_states(step.entries);
-    m_merge_broken = true;
-    if (on_restored)
-        on_restored(step);
-    if (on_changed)
-        on_changed();
+    const std::size_t wanted = std::min(position, m_steps.size());
+    if (wanted == m_position)
+        return false;
+    while (m_position > wanted)
+        undo_one();
+    while (m_position < wanted)
+        redo_one();
+    travelled();
     return true;
 }
 

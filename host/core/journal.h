@@ -27,6 +27,7 @@ public:
         QString name;
         QByteArray merge_key;
         std::vector<Entry> entries;
+        std::size_t number = 0;
     };
 
     /// Called after undo, redo and each finished step: the title and the Edit menu follow it.
@@ -52,6 +53,17 @@ public:
     QString undo_name() const;
     QString redo_name() const;
 
+    // The steps that are kept, oldest first. A change that no action made yet is none of them.
+    std::size_t step_count() const { return m_steps.size(); }
+    const QString& step_name(std::size_t index) const { return m_steps[index].name; }
+    /// Not used again for another step: who knows a step by its number sees whether it is still there.
+    std::size_t step_number(std::size_t index) const { return m_steps[index].number; }
+    /// How many steps are done; those from here on are undone.
+    std::size_t position() const { return m_position; }
+    /// Undoes or redoes until `position` steps are done, at most step_count(); on_changed comes once. False when
+    /// nothing was to be done, inside an action, and while recording is off.
+    bool go_to(std::size_t position);
+
     /// Forgets everything; the current state counts as saved.
     void clear();
     void mark_saved();
@@ -69,6 +81,10 @@ private:
     void note(ModelObject& object, const StatePtr& before);
     std::size_t serial() const { return m_serial; }
     void close_step();
+    bool may_travel();
+    void undo_one();
+    void redo_one();
+    void travelled();
     bool merges_into_last(const Step& step) const;
     void drop_undone();
 

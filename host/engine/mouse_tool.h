@@ -10,13 +10,14 @@ class QPainter;
 
 namespace tarn {
 
-/// What the mouse did in a view. Places are pixels of the view, which are those of the interface's screen.
+/// What the mouse did in a view. Places are pixels of the interface's screen.
 struct MouseEvent {
     enum class Kind { Press, Move, Release, DoubleClick };
     Kind kind = Kind::Move;
     QPointF place;
     Qt::MouseButton button = Qt::NoButton; ///< of a press, release or double-click
     Qt::KeyboardModifiers modifiers;
+    double scale = 1; ///< logical pixels of the view that show one pixel of the screen
 };
 
 /// What the left mouse button does in the views.
@@ -34,7 +35,8 @@ public:
     virtual QRectF text_caret() const { return {}; }
     /// The wheel, positive steps away from the user; true when the tool took it.
     virtual bool wheel(QPointF, double) { return false; }
-    /// Draws what belongs to the tool over a view: outlines, handles, read-outs.
+    /// Draws what belongs to the tool over a view: outlines, handles, read-outs. The painter draws in pixels of the
+    /// screen, scaled as the view is (MouseEvent::scale).
     virtual void paint(QPainter& painter) = 0;
     /// Ends what is under way as if it had not begun.
     virtual void cancel() = 0;

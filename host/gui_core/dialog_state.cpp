@@ -36,6 +36,8 @@ const FieldTable& CoreState::field_table()
     using S = CoreState;
     static const FieldTable table(nullptr, field<S>("screen_width", &S::screen_width, 0, range(1, 32767)),
                                   field<S>("screen_height", &S::screen_height, 0, range(1, 32767)),
+                                  field<S>("vertical_guides", &S::vertical_guides),
+                                  field<S>("horizontal_guides", &S::horizontal_guides),
                                   field<S>("next_id", &S::next_id, 0u, read_only()));
     return table;
 }

@@ -45,6 +45,9 @@ struct DialogState : StateOf<DialogState> {
 struct CoreState : StateOf<CoreState> {
     int screen_width = 1280; ///< design size of the screen
     int screen_height = 720;
+    /// Guide lines of the author, pixels from the screen's corner, in ascending order without doubles.
+    QList<quint32> vertical_guides;
+    QList<quint32> horizontal_guides;
     quint32 next_id = 2; ///< ids from here on were never used; the root dialog has 1
 
     /// Entries of the package beside the scene's own, by name: pictures under "textures/", and what this version does

@@ -419,6 +419,20 @@ void CGuiCore::set_screen_size(QSize size)
     add_damage(QRectF(QPointF(), m_screen));
 }
 
+bool CGuiCore::move_guide(Qt::Orientation lines, std::optional<quint32> from, std::optional<quint32> to)
+{
+    QList<quint32> wanted = guides(lines);
+    if (from)
+        wanted.removeOne(*from);
+    if (to && !wanted.contains(*to))
+        wanted.insert(std::lower_bound(wanted.begin(), wanted.end(), *to), *to);
+    if (wanted == guides(lines))
+        return false;
+    auto& s = edit<CoreState>();
+    (lines == Qt::Vertical ? s.vertical_guides : s.horizontal_guides) = wanted;
+    return true;
+}
+
 const QImage& CGuiCore::texture(const QString& name) const
 {
     static const QImage none;

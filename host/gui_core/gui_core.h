@@ -11,6 +11,7 @@
 #include <QSize>
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 class CDXUTControl;
@@ -103,6 +104,13 @@ public:
     QSize screen_size() const { return m_screen; }
     /// Dialogs and controls re-anchor; nothing of the saved state changes.
     void set_screen_size(QSize size);
+    const QList<quint32>& guides(Qt::Orientation lines) const
+    {
+        return lines == Qt::Vertical ? core_state().vertical_guides : core_state().horizontal_guides;
+    }
+    /// Moves a guide line, pixels from the screen's corner; none as `from` adds one, none as `to` removes it. Of two in
+    /// one place one is left.
+    bool move_guide(Qt::Orientation lines, std::optional<quint32> from, std::optional<quint32> to);
     QSize design_size() const { return {core_state().screen_width, core_state().screen_height}; }
 
     // Drawing

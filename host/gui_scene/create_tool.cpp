@@ -1,5 +1,6 @@
 #include "create_tool.h"
 
+#include "aids_layer.h"
 #include "core/language.h"
 #include "engine/base_world.h"
 #include "gui_core/control_class.h"
@@ -43,20 +44,36 @@ QRectF CreateTool::frame() const
 CDXUTDialog* CreateTool::home() const
 {
     CGuiCore& core = m_scene.gui_core();
-    CDXUTDialog* below = GuiInput::dialog_at(core, *m_start);
+    CDXUTDialog* below = GuiInput::dialog_at(core, *m_press);
     return below ? below : core.GetRootDialog();
+}
+
+/// Where the mouse is, or what is near. A square has no choice of its second corner.
+QPointF CreateTool::snapped(const MouseEvent& event)
+{
+    const QPointF place = whole(event.place);
+    return event.modifiers.testFlag(Qt::ShiftModifier) ? place
+                                                       : whole(place + m_snap->pull_point(place, event.modifiers));
+}
+
+void CreateTool::begin(const MouseEvent& event)
+{
+    m_press = whole(event.place);
+    m_snap.emplace(m_scene, m_type == dialog ? nullptr : home(), SnapSession::Of::NewObject);
+    m_start = m_end = snapped(event);
+    m_modifiers = event.modifiers;
 }
 
 bool CreateTool::mouse(const MouseEvent& event)
 {
+    m_scene.aids().follow(event);
     if (event.kind == MouseEvent::Kind::Press && event.button == Qt::LeftButton) {
-        m_start = m_end = whole(event.place);
-        m_modifiers = event.modifiers;
+        begin(event);
         return true;
     }
     if (!m_start)
-        return false;
-    m_end = whole(event.place);
+        return m_scene.aids().shows_rulers();
+    m_end = snapped(event);
     m_modifiers = event.modifiers;
     if (event.kind == MouseEvent::Kind::Release) {
         QRectF drawn = frame();
@@ -112,11 +129,21 @@ bool CreateTool::key(int key, Qt::KeyboardModifiers)
 
 void CreateTool::paint(QPainter& painter)
 {
-    if (!m_start)
-        return;
+    m_scene.aids().paint_guides(painter);
+    if (m_start)
+        paint_drawing(painter);
+    m_scene.aids().paint_rulers(painter);
+}
+
+void CreateTool::paint_drawing(QPainter& painter) const
+{
     if (m_type != dialog && !home()->is_root())
         paint_frames(painter, {home()->client_rect()});
-    paint_rubber_frame(painter, frame(), m_type == dialog ? lang(u"窗口", u"Dialog") : GetControlTypeName(m_type));
+    m_snap->paint(painter, frame());
+    QString title = m_type == dialog ? lang(u"窗口", u"Dialog") : GetControlTypeName(m_type);
+    if (m_scene.aids().shows_rulers())
+        title += QStringLiteral("  ") + m_scene.aids().place_text(frame().topLeft());
+    paint_rubber_frame(painter, frame(), title);
 }
 
 } // namespace tarn

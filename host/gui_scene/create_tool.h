@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engine/mouse_tool.h"
+#include "snap_session.h"
 
 #include <QRectF>
 
@@ -29,12 +30,17 @@ public:
 private:
     /// As it was drawn; Shift makes a square, Alt puts its centre where the press was.
     QRectF frame() const;
+    void begin(const MouseEvent& event);
+    QPointF snapped(const MouseEvent& event);
     CDXUTDialog* home() const;
+    void paint_drawing(QPainter& painter) const;
     void create(const QRectF& drawn);
 
     CGuiPlugScene& m_scene;
     int m_type;
-    std::optional<QPointF> m_start;
+    std::optional<QPointF> m_press;    ///< where the mouse went down
+    std::optional<QPointF> m_start;    ///< where the drawing begins, which may have snapped; none between drawings
+    std::optional<SnapSession> m_snap; ///< made where the drawing begins
     QPointF m_end;
     Qt::KeyboardModifiers m_modifiers;
 };

@@ -1,5 +1,6 @@
 #include "gui_plug_scene.h"
 
+#include "aids_layer.h"
 #include "core/language.h"
 #include "core/pak_file.h"
 #include "create_tool.h"
@@ -36,6 +37,7 @@ tarn::Result<tarn::GuiContent> read_file(const QString& path, CGuiCore& core)
 CGuiPlugScene::CGuiPlugScene()
     : m_core(m_journal),
       m_editor(std::make_unique<tarn::GuiSceneEditor>(*this)),
+      m_aids(std::make_unique<tarn::AidsLayer>(*this)),
       m_select_tool(std::make_unique<tarn::SelectTool>(*this)),
       m_play_tool(std::make_unique<tarn::PlayTool>(m_core))
 {

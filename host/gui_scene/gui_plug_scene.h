@@ -15,6 +15,7 @@ class CPakFile;
 class CTexPathInfo;
 
 namespace tarn {
+class AidsLayer;
 class GuiSceneEditor;
 class SceneOverlay;
 } // namespace tarn
@@ -72,6 +73,8 @@ public:
 
     SelectionMode& selection_mode() { return m_selection_mode; }
 
+    tarn::AidsLayer& aids() { return *m_aids; }
+
     // Preview
     void play(bool on) override;
     bool is_playing() const override { return m_playing; }
@@ -81,6 +84,7 @@ private:
     CGuiCore m_core;
     tarn::GuiSceneModel m_model{*this};
     std::unique_ptr<tarn::GuiSceneEditor> m_editor;
+    std::unique_ptr<tarn::AidsLayer> m_aids;
     std::unique_ptr<tarn::SceneOverlay>
         m_overlay; ///< made with the world: it needs the fonts and pictures of a program with a display
     CBaseWorld* m_world = nullptr;

@@ -1,5 +1,6 @@
 #include "gui_scene_editor.h"
 
+#include "aids_layer.h"
 #include "caption_edit.h"
 #include "control_clipboard.h"
 #include "control_commands.h"
@@ -102,7 +103,7 @@ std::vector<EditCommand> GuiSceneEditor::commands() const
 std::vector<EditCommand> GuiSceneEditor::context_commands(QPointF place)
 {
     const CGuiCore& core = m_scene.gui_core();
-    if (!core.selection().editing || m_scene.mouse_function() != 0)
+    if (!core.selection().editing || m_scene.mouse_function() != 0 || m_scene.aids().on_ruler(place))
         return {};
     const auto targets = targets_at(core, place);
     // A dialog that is selected does not keep its controls from being reached.
@@ -178,7 +179,7 @@ Status GuiSceneEditor::run(int command)
 
 std::optional<EditableText> GuiSceneEditor::text_at(QPointF place)
 {
-    return editable_text_at(m_scene, place);
+    return m_scene.aids().on_ruler(place) ? std::nullopt : editable_text_at(m_scene, place);
 }
 
 } // namespace tarn

@@ -1,11 +1,13 @@
 #include "place_gestures.h"
 
+#include "aids_layer.h"
 #include "core/language.h"
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
 #include "gui_plug_scene.h"
 #include "selection_edit.h"
 
+#include <array>
 #include <cmath>
 
 namespace tarn {
@@ -19,6 +21,11 @@ QString move_name()
     return lang(u"移动", u"Move");
 }
 
+QPointF whole(QPointF offset)
+{
+    return {std::round(offset.x()), std::round(offset.y())};
+}
+
 /// The selected object whose figures a read-out tells, in the numbers that its page shows; null for none.
 QRectF current_rect(const CGuiCore& core)
 {
@@ -26,6 +33,16 @@ QRectF current_rect(const CGuiCore& core)
     if (selection.controls_selected)
         return selection.current_control ? selection.current_control->rect() : QRectF();
     return selection.current_dialog ? QRectF(selection.current_dialog->rect()) : QRectF();
+}
+
+/// Where the current object stands, as the rulers count while they are shown. A dialog's own corner tells nothing of it.
+QString place_text(CGuiPlugScene& scene)
+{
+    const SelectionRecord& selection = scene.gui_core().selection();
+    if (scene.aids().shows_rulers() && selection.controls_selected && selection.current_control)
+        return scene.aids().place_text(selection.current_control->screen_rect().topLeft());
+    const QRectF rect = current_rect(scene.gui_core());
+    return QStringLiteral("X %1  Y %2").arg(qRound(rect.x())).arg(qRound(rect.y()));
 }
 
 } // namespace
@@ -39,13 +56,14 @@ void PlaceGesture::begin_step(const QString& name)
 {
     // The selection may have changed since the press, by a key for example.
     m_places = SelectionPlaces(m_scene.gui_core());
+    m_frame = m_places.frame();
+    m_snap.emplace(SnapSession::for_selection(m_scene));
     m_action.emplace(m_scene.journal(), name);
 }
 
 void PlaceGesture::drag(QPointF place, Qt::KeyboardModifiers modifiers)
 {
-    const QPointF offset = place - m_start;
-    change({std::round(offset.x()), std::round(offset.y())}, modifiers);
+    change(whole(place - m_start), modifiers);
     notify_properties(m_scene);
 }
 
@@ -67,17 +85,18 @@ void MoveGesture::begin()
     begin_step(move_name());
 }
 
-void MoveGesture::change(QPointF offset, Qt::KeyboardModifiers)
+void MoveGesture::change(QPointF offset, Qt::KeyboardModifiers modifiers)
 {
-    m_places.move_by(offset);
+    m_places.move_by(offset + whole(m_snap->pull_frame(m_frame.translated(offset), modifiers)));
 }
 
 void MoveGesture::paint(QPainter& painter) const
 {
-    const QRectF rect = current_rect(m_scene.gui_core());
-    if (!m_places.empty())
-        paint_label(painter, selected_frame(m_scene.gui_core()),
-                    QStringLiteral("X %1  Y %2").arg(qRound(rect.x())).arg(qRound(rect.y())));
+    if (m_places.empty())
+        return;
+    const QRectF frame = SelectionPlaces(m_scene.gui_core()).frame();
+    m_snap->paint(painter, frame);
+    paint_label(painter, frame, place_text(m_scene));
 }
 
 ResizeGesture::ResizeGesture(CGuiPlugScene& scene, QPointF start, Handle handle)
@@ -101,7 +120,19 @@ void ResizeGesture::change(QPointF offset, Qt::KeyboardModifiers modifiers)
     const ResizeRules rules{.smallest = smallest + caption,
                             .keep_ratio = modifiers.testFlag(Qt::ShiftModifier),
                             .from_centre = modifiers.testFlag(Qt::AltModifier)};
-    m_places.fit(m_frame, resized(m_frame, m_handle, offset, rules));
+    const QRectF wanted = resized(m_frame, m_handle, offset, rules);
+    m_places.fit(m_frame, resized(m_frame, m_handle, offset + whole(pull(wanted, modifiers)), rules));
+}
+
+/// How far the sides that are dragged have to move on; a ratio that is kept leaves them no choice.
+QPointF ResizeGesture::pull(const QRectF& wanted, Qt::KeyboardModifiers modifiers)
+{
+    const HandleSeat seat = handle_seat(m_handle);
+    const std::array x{seat.x == 0 ? wanted.left() : wanted.right()};
+    const std::array y{seat.y == 0 ? wanted.top() : wanted.bottom()};
+    const bool free = !modifiers.testFlag(Qt::ShiftModifier);
+    return m_snap->pull(std::span(x).first(free && seat.x != 1 ? 1 : 0),
+                        std::span(y).first(free && seat.y != 1 ? 1 : 0), modifiers);
 }
 
 void ResizeGesture::paint(QPainter& painter) const
@@ -109,7 +140,9 @@ void ResizeGesture::paint(QPainter& painter) const
     const QRectF frame = resizable_frame(m_scene.gui_core());
     const SelectionRecord& selection = m_scene.gui_core().selection();
     const bool several = selection.controls_selected && selection.controls.size() > 1;
-    paint_label(painter, frame, size_text(several ? frame.size() : current_rect(m_scene.gui_core()).size()));
+    m_snap->paint(painter, frame);
+    const QString place = m_scene.aids().shows_rulers() ? place_text(m_scene) + QStringLiteral("  ") : QString();
+    paint_label(painter, frame, place + size_text(several ? frame.size() : current_rect(m_scene.gui_core()).size()));
 }
 
 bool nudge_selection(CGuiPlugScene& scene, QPointF offset)

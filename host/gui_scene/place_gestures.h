@@ -4,6 +4,7 @@
 #include "gesture.h"
 #include "selection_overlay.h"
 #include "selection_places.h"
+#include "snap_session.h"
 
 #include <optional>
 
@@ -11,7 +12,8 @@ class CGuiPlugScene;
 
 namespace tarn {
 
-/// A drag that changes where the selected objects stand; one step of undo.
+/// A drag that changes where the selected objects stand; one step of undo. It snaps while that is switched on and Ctrl
+/// is not held.
 class PlaceGesture : public Gesture {
 public:
     explicit PlaceGesture(CGuiPlugScene& scene, QPointF start);
@@ -26,6 +28,8 @@ protected:
 
     CGuiPlugScene& m_scene;
     SelectionPlaces m_places;
+    QRectF m_frame; ///< of what is dragged, on the screen, before the drag
+    std::optional<SnapSession> m_snap;
 
 private:
     QPointF m_start;
@@ -56,8 +60,9 @@ public:
 private:
     void change(QPointF offset, Qt::KeyboardModifiers modifiers) override;
 
+    QPointF pull(const QRectF& wanted, Qt::KeyboardModifiers modifiers);
+
     Handle m_handle;
-    QRectF m_frame; ///< on the screen, before the drag
 };
 
 /// Moves the selected objects by whole pixels of the screen. A run of calls is one step of undo. False when nothing is

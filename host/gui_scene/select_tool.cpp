@@ -1,7 +1,9 @@
 #include "select_tool.h"
 
+#include "aids_layer.h"
 #include "gui_core/dxut_dialog.h"
 #include "gui_plug_scene.h"
+#include "guide_gesture.h"
 #include "marquee_gesture.h"
 #include "place_gestures.h"
 #include "selection_edit.h"
@@ -45,6 +47,7 @@ bool SelectTool::mouse(const MouseEvent& event)
 {
     if (!m_scene.gui_core().selection().editing)
         return false;
+    m_scene.aids().follow(event);
     const bool pressed = event.kind == MouseEvent::Kind::Press || event.kind == MouseEvent::Kind::DoubleClick;
     if (pressed && event.button == Qt::LeftButton)
         press(event);
@@ -66,7 +69,14 @@ void SelectTool::press(const MouseEvent& event)
     m_press_place = event.place;
     m_click = Click::Nothing;
     m_picked = {};
-    if (const int handle = handle_at(resizable_frame(core), event.place); handle >= 0) {
+    if (const auto guide = guide_under(event.place)) {
+        m_gesture = std::make_unique<GuideGesture>(m_scene, *guide);
+        m_last_click.reset();
+        return;
+    }
+    if (m_scene.aids().on_ruler(event.place))
+        return;
+    if (const int handle = handle_under(event.place); handle >= 0) {
         m_gesture = std::make_unique<ResizeGesture>(m_scene, event.place, Handle(handle));
         m_last_click.reset();
         return;
@@ -76,6 +86,27 @@ void SelectTool::press(const MouseEvent& event)
         press_nothing(event, nullptr);
     else
         press_target(event, targets);
+}
+
+int SelectTool::handle_under(QPointF place) const
+{
+    return handle_at(resizable_frame(m_scene.gui_core()), place, m_scene.aids().pixel());
+}
+
+/// The guide line that a press takes hold of. What is selected comes first, so that a guide beneath does not keep it
+/// from being dragged away.
+std::optional<Guide> SelectTool::guide_under(QPointF place) const
+{
+    const AidsLayer& aids = m_scene.aids();
+    if (aids.on_ruler(place))
+        return aids.guide_from_ruler(place);
+    const auto guide = aids.guide_at(place);
+    if (!guide || handle_under(place) >= 0)
+        return {};
+    const auto targets = targets_at(m_scene.gui_core(), place);
+    const bool busy = std::any_of(targets.begin(), targets.end(),
+                                  [&](const Target& target) { return is_selected(m_scene.gui_core(), target); });
+    return busy ? std::nullopt : guide;
 }
 
 void SelectTool::press_nothing(const MouseEvent& event, CDXUTDialog* home)
@@ -186,7 +217,13 @@ void SelectTool::update_cursor(QPointF place)
 {
     const CGuiCore& core = m_scene.gui_core();
     m_cursor = Qt::ArrowCursor;
-    if (const int handle = handle_at(resizable_frame(core), place); handle >= 0) {
+    if (const auto guide = guide_under(place)) {
+        m_cursor = GuideGesture::guide_cursor(guide->lines);
+        return;
+    }
+    if (m_scene.aids().on_ruler(place))
+        return;
+    if (const int handle = handle_under(place); handle >= 0) {
         m_cursor = handle_cursor(Handle(handle));
         return;
     }
@@ -197,9 +234,11 @@ void SelectTool::update_cursor(QPointF place)
 
 void SelectTool::paint(QPainter& painter)
 {
+    m_scene.aids().paint_guides(painter);
     paint_selection(painter, m_scene.gui_core());
     if (m_dragging)
         m_gesture->paint(painter);
+    m_scene.aids().paint_rulers(painter);
 }
 
 } // namespace tarn

@@ -11,6 +11,7 @@ class CGuiPlugScene;
 namespace tarn {
 
 class Gesture;
+struct Guide;
 
 /// Selects dialogs and controls with the mouse, by clicks and with a marquee, moves them, and resizes them by handles.
 /// One drag is one step of undo; Escape drops it.
@@ -35,6 +36,8 @@ private:
     void drag(const MouseEvent& event);
     void release(const MouseEvent& event);
     void click(QPointF place);
+    int handle_under(QPointF place) const;
+    std::optional<Guide> guide_under(QPointF place) const;
     void update_cursor(QPointF place);
 
     CGuiPlugScene& m_scene;

@@ -21,38 +21,37 @@ constexpr double handle_side = 8;          ///< pixels
 constexpr double reach = 2;                ///< pixels around a handle that still hit it
 constexpr std::size_t shaded_frames = 200; ///< of more frames none has a shade: wide lines take long to draw
 constexpr double label_gap = 8;            ///< pixels between a frame and its read-out
+constexpr int way_font_size = 10;          ///< pixels
 const QColor accent(0x2f, 0xb5, 0xc9);
 const QColor current_accent(0xff, 0xb0, 0x3a);
 
-/// Where the handle sits on the frame: 0 at the left or top, 1 in the middle, 2 at the right or bottom.
-struct Seat {
-    int x;
-    int y;
-};
+constexpr std::array<HandleSeat, handle_count> seats{{{0, 0}, {1, 0}, {2, 0}, {2, 1}, {2, 2}, {1, 2}, {0, 2}, {0, 1}}};
 
-constexpr std::array<Seat, handle_count> seats{{{0, 0}, {1, 0}, {2, 0}, {2, 1}, {2, 2}, {1, 2}, {0, 2}, {0, 1}}};
-
-Seat seat_of(Handle handle)
+/// What the painter's view shows, pixels of the screen.
+QRectF shown_area(const QPainter& painter)
 {
-    return seats[static_cast<std::size_t>(handle)];
+    const double pixel = view_pixel(painter);
+    return {QPointF(painter.window().topLeft()) * pixel, QSizeF(painter.window().size()) * pixel};
 }
 
 /// Whole frames at once: a painter draws thousands of rectangles faster together than one by one.
 void outline(QPainter& painter, const std::vector<QRectF>& frames, const QColor& color)
 {
     std::vector<QRectF> shown;
-    const QRectF window(painter.window());
+    const double pixel = view_pixel(painter);
+    const QRectF window = shown_area(painter);
     for (const QRectF& frame : frames)
-        if (const QRectF around = frame.adjusted(-0.5, -0.5, 0.5, 0.5); around.intersects(window))
+        if (const QRectF around = frame.adjusted(-pixel / 2, -pixel / 2, pixel / 2, pixel / 2);
+            around.intersects(window))
             shown.push_back(around);
     if (shown.empty())
         return;
     painter.setBrush(Qt::NoBrush);
     if (shown.size() <= shaded_frames) {
-        painter.setPen(QPen(QColor(0, 0, 0, 110), 3));
+        painter.setPen(QPen(QColor(0, 0, 0, 110), 3 * pixel));
         painter.drawRects(shown.data(), int(shown.size()));
     }
-    painter.setPen(QPen(color, 1));
+    painter.setPen(line_pen(painter, color));
     painter.drawRects(shown.data(), int(shown.size()));
 }
 
@@ -71,28 +70,45 @@ Span span(double start, double old_length, double length, int seat, bool from_ce
 
 } // namespace
 
-QRectF handle_rect(const QRectF& frame, Handle handle)
+HandleSeat handle_seat(Handle handle)
 {
-    const Seat seat = seat_of(handle);
-    const QPointF centre(frame.x() + frame.width() * seat.x / 2.0, frame.y() + frame.height() * seat.y / 2.0);
-    return {centre.x() - handle_side / 2, centre.y() - handle_side / 2, handle_side, handle_side};
+    return seats[static_cast<std::size_t>(handle)];
 }
 
-int handle_at(const QRectF& frame, QPointF place)
+QPen line_pen(const QPainter& painter, const QColor& color, Qt::PenStyle style)
 {
+    return QPen(color, view_pixel(painter), style);
+}
+
+double view_pixel(const QPainter& painter)
+{
+    return 1 / painter.worldTransform().m11();
+}
+
+QRectF handle_rect(const QRectF& frame, Handle handle, double pixel)
+{
+    const HandleSeat seat = handle_seat(handle);
+    const double side = handle_side * pixel;
+    const QPointF centre(frame.x() + frame.width() * seat.x / 2.0, frame.y() + frame.height() * seat.y / 2.0);
+    return {centre.x() - side / 2, centre.y() - side / 2, side, side};
+}
+
+int handle_at(const QRectF& frame, QPointF place, double pixel)
+{
+    const double around = reach * pixel;
     if (frame.isNull())
         return -1;
     // Corners first: on a small object they are what is wanted.
     for (const int start : {0, 1})
         for (int i = start; i < handle_count; i += 2)
-            if (handle_rect(frame, Handle(i)).adjusted(-reach, -reach, reach, reach).contains(place))
+            if (handle_rect(frame, Handle(i), pixel).adjusted(-around, -around, around, around).contains(place))
                 return i;
     return -1;
 }
 
 QRectF resized(const QRectF& frame, Handle handle, QPointF offset, const ResizeRules& rules)
 {
-    const Seat seat = seat_of(handle);
+    const HandleSeat seat = handle_seat(handle);
     const double sides = rules.from_centre ? 2 : 1;
     double width = std::max(rules.smallest, frame.width() + (seat.x - 1) * offset.x() * sides);
     double height = std::max(rules.smallest, frame.height() + (seat.y - 1) * offset.y() * sides);
@@ -176,14 +192,15 @@ void paint_selection(QPainter& painter, const CGuiCore& core)
     const QRectF frame = resizable_frame(core);
     if (frame.isNull())
         return;
+    const double pixel = view_pixel(painter);
     if (selection.controls.size() > 1) {
-        painter.setPen(QPen(accent, 1, Qt::DashLine));
-        painter.drawRect(frame.adjusted(-0.5, -0.5, 0.5, 0.5));
+        painter.setPen(line_pen(painter, accent, Qt::DashLine));
+        painter.drawRect(frame.adjusted(-pixel / 2, -pixel / 2, pixel / 2, pixel / 2));
     }
-    painter.setPen(QPen(QColor(20, 30, 34), 1));
+    painter.setPen(line_pen(painter, QColor(20, 30, 34)));
     painter.setBrush(Qt::white);
     for (int i = 0; i < handle_count; ++i)
-        painter.drawRect(handle_rect(frame, Handle(i)));
+        painter.drawRect(handle_rect(frame, Handle(i), pixel));
 }
 
 void paint_frames(QPainter& painter, const std::vector<QRectF>& frames)
@@ -194,7 +211,7 @@ void paint_frames(QPainter& painter, const std::vector<QRectF>& frames)
 void paint_marquee(QPainter& painter, const QRectF& frame)
 {
     painter.setBrush(QColor(accent.red(), accent.green(), accent.blue(), 40));
-    painter.setPen(QPen(accent, 1, Qt::DashLine));
+    painter.setPen(line_pen(painter, accent, Qt::DashLine));
     painter.drawRect(frame);
 }
 
@@ -204,17 +221,36 @@ void paint_rubber_frame(QPainter& painter, const QRectF& frame, const QString& t
     paint_label(painter, frame, title + QStringLiteral("  ") + size_text(frame.size()));
 }
 
+void paint_way(QPainter& painter, const QLineF& way, const QColor& color, const QString& length)
+{
+    const double pixel = view_pixel(painter);
+    painter.setPen(line_pen(painter, color));
+    painter.drawLine(way);
+    painter.save();
+    painter.scale(pixel, pixel);
+    painter.setFont(interface_font(way_font_size, false));
+    QRectF label = QFontMetricsF(painter.font()).boundingRect(length).adjusted(-3, -1, 3, 1);
+    label.moveCenter(way.center() / pixel);
+    painter.fillRect(label, color);
+    painter.setPen(Qt::white);
+    painter.drawText(label, Qt::AlignCenter, length);
+    painter.restore();
+}
+
 void paint_label(QPainter& painter, const QRectF& frame, const QString& text)
 {
+    const double pixel = view_pixel(painter);
     const QFont font = interface_font(12, false);
     const QRectF extent = QFontMetricsF(font).boundingRect(text).adjusted(-6, -3, 6, 3);
     const QRectF window(painter.window());
-    QRectF label(frame.right() - extent.width(), frame.bottom() + label_gap, extent.width(), extent.height());
+    const QRectF around(frame.topLeft() / pixel, frame.size() / pixel);
+    QRectF label(around.right() - extent.width(), around.bottom() + label_gap, extent.width(), extent.height());
     if (label.bottom() > window.bottom())
-        label.moveBottom(std::max(frame.top() - label_gap, window.top() + label.height()));
+        label.moveBottom(std::max(around.top() - label_gap, window.top() + label.height()));
     label.moveLeft(std::max(window.left(), std::min(label.left(), window.right() - label.width())));
     label.moveTop(std::max(window.top(), std::min(label.top(), window.bottom() - label.height())));
     painter.save();
+    painter.scale(pixel, pixel);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
     painter.setBrush(QColor(20, 30, 34, 200));

@@ -1,8 +1,9 @@
 #pragma once
 
+#include <QLineF>
+#include <QPen>
 #include <QPointF>
 #include <QRectF>
-
 #include <QSizeF>
 #include <QString>
 #include <Qt>
@@ -18,10 +19,24 @@ namespace tarn {
 enum class Handle { TopLeft, Top, TopRight, Right, BottomRight, Bottom, BottomLeft, Left };
 constexpr int handle_count = 8;
 
+/// Where a handle sits on its frame: 0 at the left or top, 1 in the middle, 2 at the right or bottom.
+struct HandleSeat {
+    int x;
+    int y;
+};
+HandleSeat handle_seat(Handle handle);
+
+/// The size of a view's pixel in what `painter` counts in, pixels of the screen.
+double view_pixel(const QPainter& painter);
+/// Draws lines one pixel of the view wide.
+QPen line_pen(const QPainter& painter, const QColor& color, Qt::PenStyle style = Qt::SolidLine);
+
+// Handles and read-outs have their sizes in the view: `pixel` tells how many pixels of the screen one of it shows.
+
 /// The square of a handle around `frame`; one function for painting and for hit tests.
-QRectF handle_rect(const QRectF& frame, Handle handle);
+QRectF handle_rect(const QRectF& frame, Handle handle, double pixel = 1);
 /// The handle of `frame` at `place`, or -1.
-int handle_at(const QRectF& frame, QPointF place);
+int handle_at(const QRectF& frame, QPointF place, double pixel = 1);
 struct ResizeRules {
     double smallest = 1;      ///< pixels; no side gets shorter
     bool keep_ratio = false;  ///< of width and height
@@ -45,6 +60,8 @@ void paint_frames(QPainter& painter, const std::vector<QRectF>& frames);
 void paint_marquee(QPainter& painter, const QRectF& frame);
 /// The frame of an object that is being drawn; its size stands beside it after `title`.
 void paint_rubber_frame(QPainter& painter, const QRectF& frame, const QString& title);
+/// A free way with its length beside it.
+void paint_way(QPainter& painter, const QLineF& way, const QColor& color, const QString& length);
 /// A short text below `frame`, or where the view has room for it.
 void paint_label(QPainter& painter, const QRectF& frame, const QString& text);
 QString size_text(const QSizeF& size);

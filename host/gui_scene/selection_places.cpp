@@ -50,6 +50,14 @@ SelectionPlaces::SelectionPlaces(const CGuiCore& core)
     }
 }
 
+QRectF SelectionPlaces::frame() const
+{
+    QRectF frame;
+    for (const Start& start : m_objects)
+        frame |= start.control ? start.dialog->to_screen(start.rect) : start.dialog->outer_rect();
+    return frame;
+}
+
 void SelectionPlaces::move_by(QPointF offset)
 {
     for (const Start& start : m_objects) {

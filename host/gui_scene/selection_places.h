@@ -17,6 +17,8 @@ class SelectionPlaces {
 public:
     explicit SelectionPlaces(const CGuiCore& core);
 
+    /// The frame around all objects, pixels of the screen.
+    QRectF frame() const;
     bool empty() const { return m_objects.empty(); }
     /// Moves the objects from their first places by `offset`, whole pixels of the screen.
     void move_by(QPointF offset);

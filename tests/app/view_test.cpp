@@ -2,6 +2,7 @@
 #include "app/view/tool_layer.h"
 #include "app/view/view3d.h"
 #include "engine/base_world.h"
+#include "screen_size_menu.h"
 
 #include <QApplication>
 #include <QMouseEvent>
@@ -185,6 +186,52 @@ TEST_F(ViewTest, the_tool_hears_the_left_button_in_pixels_of_the_surface)
     EXPECT_EQ(pen.heard[1].kind, MouseEvent::Kind::Release);
     EXPECT_EQ(pen.heard[1].place, QPointF(-90, -40));
     EXPECT_EQ(view.cursor().shape(), Qt::ArrowCursor);
+}
+
+TEST_F(ViewTest, a_larger_screen_is_shown_reduced_and_places_are_mapped_back)
+{
+    CView3D view(world);
+    view.resize(500, 300);
+    view.show();
+    view.set_screen_size({1000, 500});
+    EXPECT_EQ(card.screen, QSize(1000, 500));
+    EXPECT_EQ(view.surface_rect(), QRect(0, 25, 500, 250));
+    const QImage window = view.grab().toImage();
+    const auto at = [&](double x, double y) {
+        return window.pixelColor((QPointF(x, y) * view.devicePixelRatioF()).toPoint());
+    };
+    EXPECT_EQ(at(20, 25 + 15), card_color);
+    EXPECT_NE(at(40, 25 + 15), card_color);
+    EXPECT_EQ(at(52, 25 + 32), tool_color);
+    QTest::mousePress(&view, Qt::LeftButton, {}, {5, 10}); // above the surface
+    EXPECT_TRUE(pen.heard.empty());
+    QTest::mouseRelease(&view, Qt::LeftButton, {}, {5, 10});
+    QTest::mousePress(&view, Qt::LeftButton, {}, {250, 150});
+    EXPECT_EQ(pen.heard.back().place, QPointF(500, 250));
+    EXPECT_EQ(pen.heard.back().scale, 0.5);
+    QTest::mouseRelease(&view, Qt::LeftButton, {}, {250, 150});
+
+    card.move({900, 400}); // only what changed is painted, in the reduced picture too
+    EXPECT_EQ(view.grab_view().pixelColor(QPoint(455, 205) * view.devicePixelRatioF()), card_color);
+    view.resize(700, 300);
+    EXPECT_EQ(view.surface_rect(), QRect(50, 0, 600, 300));
+    view.set_fixed_view_size({200, 200});
+    EXPECT_EQ(view.surface_rect(), QRect(250, 100, 200, 100)) << "within the room that is fixed";
+    view.set_fixed_view_size({});
+    view.set_screen_size({100, 80});
+    EXPECT_EQ(view.surface_rect(), QRect(300, 110, 100, 80)) << "a small screen is not blown up";
+    view.set_screen_size({});
+    EXPECT_EQ(card.screen, view.size());
+}
+
+TEST(ScreenSizes, are_read_as_people_write_them)
+{
+    const QString good = QStringLiteral("800x600| 800 X 600 |800×600|800*600|800 600|800，600");
+    for (const QString& text : good.split(QLatin1Char('|')))
+        EXPECT_EQ(ScreenSizeMenu::parsed(text), QSize(800, 600)) << text.toStdString();
+    const QString bad = QStringLiteral("|800|800x|0x600|-800x600|800x16385|8.5x6|800x600x3");
+    for (const QString& text : bad.split(QLatin1Char('|')))
+        EXPECT_FALSE(ScreenSizeMenu::parsed(text)) << text.toStdString();
 }
 
 TEST_F(ViewTest, a_release_that_another_window_kept_is_made_up_for)

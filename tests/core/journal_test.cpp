@@ -197,3 +197,33 @@ TEST_F(JournalTest, tells_which_objects_took_another_state)
     undo_all();
     EXPECT_EQ(told.join(u' '), u"both:ba both:ba both:ba type:a"_s);
 }
+
+TEST_F(JournalTest, goes_to_any_step_and_tells_of_it_once)
+{
+    for (const QString& text : {u"one"_s, u"two"_s, u"three"_s})
+        act(m_a, text, {}, text);
+    m_b.set(u"outside"_s); // becomes a step when the journal travels
+    int told = 0;
+    m_journal.on_changed = [&] { ++told; };
+    EXPECT_TRUE(m_journal.go_to(1));
+    EXPECT_EQ(told, 2) << "the end of the open step, and the travel";
+    EXPECT_EQ(m_a.text(), u"one"_s);
+    EXPECT_EQ(m_b.text(), QString());
+    EXPECT_EQ(m_journal.position(), 1u);
+    ASSERT_EQ(m_journal.step_count(), 4u);
+    EXPECT_EQ(m_journal.step_name(2), u"three"_s);
+    EXPECT_FALSE(m_journal.go_to(1)) << "it is there";
+    EXPECT_TRUE(m_journal.go_to(100));
+    EXPECT_EQ(m_b.text(), u"outside"_s);
+    EXPECT_TRUE(m_journal.go_to(0));
+    EXPECT_TRUE(m_journal.is_saved());
+    m_journal.begin(u"running"_s);
+    EXPECT_FALSE(m_journal.go_to(2));
+    m_journal.end();
+    EXPECT_TRUE(m_journal.go_to(2));
+    const std::size_t second = m_journal.step_number(1);
+    const std::size_t third = m_journal.step_number(2);
+    act(m_a, u"other"_s);
+    EXPECT_EQ(m_journal.step_number(1), second) << "still there";
+    EXPECT_NE(m_journal.step_number(2), third) << "another one";
+}

@@ -7,7 +7,13 @@
 #include "user_input.h"
 #include "view/view3d.h"
 
+#include <QAction>
+#include <QMenu>
+#include <QMenuBar>
 #include <QPixmap>
+#include <QRegularExpression>
+
+#include <algorithm>
 
 namespace tarn::script {
 
@@ -52,6 +58,39 @@ Status resize(Automation& app, int w, int h)
     view.set_fixed_view_size(QSize(w, h));
     // The window follows, so that its pictures show the whole view and little around it.
     app.window().resize(app.window().size() + QSize(w, h) - view.size());
+    app.settle();
+    return {};
+}
+
+/// A menu's text as a person reads it: without the marks of its keys.
+QString read_text(QString text)
+{
+    static const QRegularExpression marks(QStringLiteral("\\(&.\\)|&(?!&)"));
+    return text.remove(marks);
+}
+
+/// Chooses an entry of the menu bar, or of a menu in a menu.
+Status menu(Automation& app, const QString& name, const QString& entry, const std::optional<QString>& inner)
+{
+    QList<QAction*> actions = app.window().menuBar()->actions();
+    QAction* chosen = nullptr;
+    for (const QString& text : {name, entry, inner.value_or(QString())}) {
+        if (text.isNull())
+            break;
+        const auto found = std::find_if(actions.begin(), actions.end(),
+                                        [&](const QAction* action) { return read_text(action->text()) == text; });
+        if (found == actions.end())
+            return Status::error(QStringLiteral("there is no entry \"%1\" in the menu").arg(text));
+        chosen = *found;
+        if (!chosen->isEnabled())
+            return Status::error(QStringLiteral("the menu's entry \"%1\" is disabled").arg(text));
+        if (chosen->menu())
+            Q_EMIT chosen->menu()->aboutToShow(); // Some are filled only then.
+        actions = chosen->menu() ? chosen->menu()->actions() : QList<QAction*>();
+    }
+    if (chosen->menu())
+        return Status::error(QStringLiteral("\"%1\" is a menu itself").arg(read_text(chosen->text())));
+    chosen->trigger();
     app.settle();
     return {};
 }
@@ -149,6 +188,7 @@ constexpr Binding functions[] = {
     {"open", "path", binding<open>},
     {"save", "path", binding<save>},
     {"resize", "w h", binding<resize>},
+    {"menu", "name entry inner", binding<menu>},
     {"process", "", binding<process>},
     {"wait", "ms", binding<wait>},
     {"screenshot", "path what", binding<screenshot>},

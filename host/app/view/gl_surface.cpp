@@ -96,7 +96,7 @@ void GlSurface::paintGL()
     const double dpr = devicePixelRatioF();
     const QRect changed = m_overlay.update(m_world.overlay(), size(), dpr);
     m_scene->set_layer(GroundScene::overlay_layer, m_overlay.image(), changed);
-    const QRect painted = m_tool.update(m_world.mouse_tool(), size(), dpr);
+    const QRect painted = m_tool.update(m_world.mouse_tool(), size(), dpr, m_overlay.scale(size()));
     m_scene->set_layer(GroundScene::tool_layer, m_tool.image(), painted);
     m_scene->draw(ground_look(m_world.camera(), device_size(size(), dpr), dpr), defaultFramebufferObject());
 }

@@ -11,10 +11,16 @@ QSize device_size(QSize logical, double dpr)
     return (logical.expandedTo({0, 0})) * dpr;
 }
 
+double OverlayBuffer::scale(QSize logical) const
+{
+    return m_screen.isEmpty() ? 1 : double(logical.width()) / m_screen.width();
+}
+
 void OverlayBuffer::resize(QSize logical, double dpr)
 {
     m_image = QImage(device_size(logical, dpr), QImage::Format_ARGB32_Premultiplied);
     m_image.setDevicePixelRatio(dpr);
+    m_scale = scale(logical);
     m_image.fill(Qt::transparent);
 }
 
@@ -27,18 +33,20 @@ bool OverlayBuffer::has_damage(Overlay* overlay)
 
 QRect OverlayBuffer::update(Overlay* overlay, QSize logical, double dpr)
 {
+    const QSize screen = screen_on(logical);
     const bool all = overlay != m_shown || m_image.size() != device_size(logical, dpr)
-        || !qFuzzyCompare(m_image.devicePixelRatio(), dpr);
+        || !qFuzzyCompare(m_image.devicePixelRatio(), dpr) || !qFuzzyCompare(m_scale, scale(logical));
     if (overlay)
-        overlay->set_screen_size(logical);
+        overlay->set_screen_size(screen);
     has_damage(overlay);
     // Cut before it becomes whole numbers: damage may reach far out of the screen.
-    const QRectF damage = m_damage & QRectF(QPointF(), QSizeF(logical));
+    const QRectF damage = m_damage & QRectF(QPointF(), QSizeF(screen));
     m_damage = {};
     m_shown = overlay;
     if (all)
         resize(logical, dpr);
-    const QRectF scaled(damage.topLeft() * dpr, damage.size() * dpr);
+    const double ratio = dpr * m_scale;
+    const QRectF scaled(damage.topLeft() * ratio, damage.size() * ratio);
     const QRect pixels = all ? m_image.rect() : scaled.toAlignedRect() & m_image.rect();
     if (overlay && !pixels.isEmpty())
         paint(*overlay, pixels);
@@ -52,20 +60,21 @@ void OverlayBuffer::paint_all(Overlay* overlay, QSize logical, double dpr)
     m_damage = {};
     if (!overlay || m_image.isNull())
         return;
-    overlay->set_screen_size(logical);
+    overlay->set_screen_size(screen_on(logical));
     paint(*overlay, m_image.rect());
 }
 
 void OverlayBuffer::paint(Overlay& overlay, const QRect& pixels)
 {
-    const double dpr = m_image.devicePixelRatio();
-    const QRectF clip(QPointF(pixels.topLeft()) / dpr, QSizeF(pixels.size()) / dpr);
+    const double ratio = m_image.devicePixelRatio() * m_scale;
+    const QRectF clip(QPointF(pixels.topLeft()) / ratio, QSizeF(pixels.size()) / ratio);
     QPainter painter(&m_image);
+    painter.scale(m_scale, m_scale);
     painter.setClipRect(clip);
     painter.setCompositionMode(QPainter::CompositionMode_Clear);
     painter.fillRect(clip, Qt::transparent);
     painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
-    overlay.paint(painter, clip, dpr);
+    overlay.paint(painter, clip, ratio);
 }
 
 } // namespace tarn

@@ -13,6 +13,13 @@ QSize device_size(QSize logical, double dpr);
 /// An overlay as a picture that is painted again only where it changed.
 class OverlayBuffer {
 public:
+    /// The size of the screen that the overlay is laid out on; empty: that of the surface. The picture has the
+    /// surface's size all the same.
+    void set_screen(QSize screen) { m_screen = screen; }
+    const QSize& screen() const { return m_screen; }
+    /// Logical pixels of a surface that show one pixel of the screen.
+    double scale(QSize logical) const;
+
     /// Brings the picture up to date and answers the device pixels that changed. Null as overlay: an empty picture.
     QRect update(Overlay* overlay, QSize logical, double dpr);
     /// Paints the whole picture and leaves the overlay's damage to the views.
@@ -24,11 +31,14 @@ public:
     const QImage& image() const { return m_image; }
 
 private:
+    QSize screen_on(QSize logical) const { return m_screen.isEmpty() ? logical : m_screen; }
     void resize(QSize logical, double dpr);
     void paint(Overlay& overlay, const QRect& pixels);
 
     QImage m_image;
-    QRectF m_damage;                  ///< logical pixels
+    QSize m_screen;
+    double m_scale = 1;               ///< in which the picture was painted
+    QRectF m_damage;                  ///< pixels of the screen
     const Overlay* m_shown = nullptr; ///< only compared
 };
 

@@ -31,9 +31,10 @@ const QImage& GroundCache::image(const GroundLook& look)
     return m_image;
 }
 
-void paint_over(QPainter& painter, const QImage& overlay, CBaseWorld& world)
+void paint_over(QPainter& painter, const QImage& overlay, CBaseWorld& world, double scale)
 {
     draw_pixels(painter, overlay);
+    painter.scale(scale, scale);
     if (MouseTool* tool = world.mouse_tool())
         tool->paint(painter);
 }
@@ -51,7 +52,7 @@ void PlainSurface::paintEvent(QPaintEvent*)
     const GroundLook look = ground_look(m_world.camera(), device_size(size(), dpr), dpr);
     QPainter painter(this);
     draw_pixels(painter, m_ground.image(look));
-    paint_over(painter, m_overlay.image(), m_world);
+    paint_over(painter, m_overlay.image(), m_world, m_overlay.scale(size()));
 }
 
 } // namespace tarn

@@ -20,8 +20,9 @@ private:
     QImage m_image;
 };
 
-/// Paints what lies over the ground. The painter's logical pixels are those of the view.
-void paint_over(QPainter& painter, const QImage& overlay, CBaseWorld& world);
+/// Paints what lies over the ground. The painter's logical pixels are those of the view, `scale` of which show one of
+/// the screen.
+void paint_over(QPainter& painter, const QImage& overlay, CBaseWorld& world, double scale);
 
 /// What a view shows where there is no OpenGL.
 class PlainSurface : public QWidget {

@@ -34,7 +34,7 @@ void ToolLayer::clear(const QRect& part)
         std::memset(m_image.scanLine(y) + part.x() * 4, 0, std::size_t(part.width()) * 4);
 }
 
-QRect ToolLayer::update(MouseTool* tool, QSize logical, double dpr)
+QRect ToolLayer::update(MouseTool* tool, QSize logical, double dpr, double scale)
 {
     QRect changed = m_painted;
     const QSize pixels = device_size(logical, dpr);
@@ -48,6 +48,7 @@ QRect ToolLayer::update(MouseTool* tool, QSize logical, double dpr)
     if (!tool || m_image.isNull())
         return changed;
     QPainter painter(&m_image);
+    painter.scale(scale, scale);
     tool->paint(painter);
     painter.end();
     m_painted = painted_rect(m_image);

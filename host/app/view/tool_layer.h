@@ -11,8 +11,9 @@ class MouseTool;
 /// every frame; what reaches the graphics card is only the part where something stands or stood.
 class ToolLayer {
 public:
-    /// Paints the tool (null: nothing) and answers the device pixels that may differ from those before.
-    QRect update(MouseTool* tool, QSize logical, double dpr);
+    /// Paints the tool (null: nothing) and answers the device pixels that may differ from those before. `scale` logical
+    /// pixels show one of the screen.
+    QRect update(MouseTool* tool, QSize logical, double dpr, double scale = 1);
 
     const QImage& image() const { return m_image; }
 

@@ -68,9 +68,34 @@ void CView3D::set_fixed_view_size(QSize size)
     place_surface();
 }
 
-QSize CView3D::surface_size() const
+void CView3D::set_screen_size(QSize size)
+{
+    if (size == m_overlay.screen())
+        return;
+    finish_text();
+    m_overlay.set_screen(size);
+    place_surface();
+    if (auto* overlay = m_world.overlay())
+        overlay->set_screen_size(screen_size());
+    schedule_redraw();
+}
+
+QSize CView3D::screen_size() const
+{
+    return m_overlay.screen().isEmpty() ? room() : m_overlay.screen();
+}
+
+QSize CView3D::room() const
 {
     return m_fixed_size.isEmpty() ? size() : m_fixed_size;
+}
+
+QSize CView3D::surface_size() const
+{
+    const QSize screen = screen_size();
+    return screen.width() <= room().width() && screen.height() <= room().height()
+        ? screen
+        : screen.scaled(room(), Qt::KeepAspectRatio).expandedTo({1, 1});
 }
 
 QRect CView3D::surface_rect() const
@@ -86,7 +111,7 @@ void CView3D::place_surface()
     finish_text();
     m_surface->setGeometry(surface_rect());
     if (auto* overlay = m_world.overlay())
-        overlay->set_screen_size(surface_size());
+        overlay->set_screen_size(screen_size());
     schedule_redraw();
 }
 
@@ -120,7 +145,7 @@ QImage CView3D::grab_view()
 {
     // An OpenGL surface without a window knows neither its size nor its pixels.
     if (!isVisible())
-        return render(m_world, surface_size(), devicePixelRatioF());
+        return render(m_world, screen_size(), devicePixelRatioF());
     QPixmap picture = m_surface->grab();
     if (m_text)
         m_text->field().render(&picture, m_text->field().pos() - surface_rect().topLeft());
@@ -137,18 +162,23 @@ QImage CView3D::render(CBaseWorld& world, QSize size, double dpr)
     QImage picture = tarn::ground_raster(tarn::ground_look(world.camera(), pixels, dpr));
     picture.setDevicePixelRatio(dpr);
     QPainter painter(&picture);
-    tarn::paint_over(painter, overlay.image(), world);
+    tarn::paint_over(painter, overlay.image(), world, 1);
     return picture;
 }
 
-QPointF CView3D::on_surface(QPointF place) const
+QPointF CView3D::to_screen(QPointF place) const
 {
-    return place - QPointF(surface_rect().topLeft());
+    return (place - QPointF(surface_rect().topLeft())) / scale();
+}
+
+QRectF CView3D::from_screen(const QRectF& area) const
+{
+    return {area.topLeft() * scale() + surface_rect().topLeft(), area.size() * scale()};
 }
 
 bool CView3D::on_screen(QPointF place) const
 {
-    return QRectF(QPointF(), QSizeF(surface_size())).contains(place);
+    return QRectF(QPointF(), QSizeF(screen_size())).contains(place);
 }
 
 void CView3D::show_cursor(Qt::CursorShape shape)
@@ -167,7 +197,9 @@ bool CView3D::send_mouse(const MouseEvent& event)
 {
     auto* tool = m_world.mouse_tool();
     m_place = event.place;
-    const bool taken = tool && tool->mouse(event);
+    MouseEvent scaled = event;
+    scaled.scale = scale();
+    const bool taken = tool && tool->mouse(scaled);
     // The event may have put another tool in its place.
     tool = m_world.mouse_tool();
     show_cursor(tool && (m_held == Qt::LeftButton || on_screen(event.place)) ? tool->cursor() : Qt::ArrowCursor);
@@ -220,19 +252,19 @@ void CView3D::end_lost_press(const QMouseEvent& event)
     if (m_held == Qt::NoButton || event.buttons() & m_held)
         return;
     if (std::exchange(m_held, Qt::NoButton) == Qt::LeftButton)
-        send_mouse({MouseEvent::Kind::Release, on_surface(event.position()), Qt::LeftButton, event.modifiers()});
+        send_mouse({MouseEvent::Kind::Release, to_screen(event.position()), Qt::LeftButton, event.modifiers()});
 }
 
 void CView3D::press(QMouseEvent* event, MouseEvent::Kind kind)
 {
     end_lost_press(*event);
     finish_text();
-    const QPointF place = on_surface(event->position());
+    const QPointF place = to_screen(event->position());
     const bool known = event->button() & (Qt::LeftButton | Qt::MiddleButton | Qt::RightButton);
     if (m_held != Qt::NoButton || !known || !on_screen(place))
         return;
     m_held = event->button();
-    m_camera_place = m_press_place = place;
+    m_camera_place = m_press_place = event->position();
     if (m_held == Qt::LeftButton)
         send_mouse({kind, place, m_held, event->modifiers()});
     else
@@ -246,18 +278,17 @@ void CView3D::mousePressEvent(QMouseEvent* event)
 
 void CView3D::mouseDoubleClickEvent(QMouseEvent* event)
 {
-    if (event->button() != Qt::LeftButton || m_held != Qt::NoButton || !edit_text_at(on_surface(event->position())))
+    if (event->button() != Qt::LeftButton || m_held != Qt::NoButton || !edit_text_at(to_screen(event->position())))
         press(event, MouseEvent::Kind::DoubleClick);
 }
 
 void CView3D::mouseMoveEvent(QMouseEvent* event)
 {
     end_lost_press(*event);
-    const QPointF place = on_surface(event->position());
     if (m_held == Qt::MiddleButton || m_held == Qt::RightButton)
-        camera_drag(m_held, std::exchange(m_camera_place, place), place);
+        camera_drag(m_held, std::exchange(m_camera_place, event->position()), event->position());
     else
-        send_mouse({MouseEvent::Kind::Move, place, Qt::NoButton, event->modifiers()});
+        send_mouse({MouseEvent::Kind::Move, to_screen(event->position()), Qt::NoButton, event->modifiers()});
 }
 
 void CView3D::mouseReleaseEvent(QMouseEvent* event)
@@ -265,8 +296,8 @@ void CView3D::mouseReleaseEvent(QMouseEvent* event)
     if (event->button() != m_held)
         return;
     m_held = Qt::NoButton;
-    const QPointF place = on_surface(event->position());
-    const QPointF way = place - m_press_place;
+    const QPointF place = to_screen(event->position());
+    const QPointF way = event->position() - m_press_place;
     const bool clicked = std::max(std::abs(way.x()), std::abs(way.y())) < click_reach;
     if (event->button() == Qt::LeftButton)
         send_mouse({MouseEvent::Kind::Release, place, Qt::LeftButton, event->modifiers()});
@@ -283,7 +314,7 @@ void CView3D::leaveEvent(QEvent*)
 
 void CView3D::wheelEvent(QWheelEvent* event)
 {
-    send_wheel(on_surface(event->position()), event->angleDelta().y() / wheel_step);
+    send_wheel(to_screen(event->position()), event->angleDelta().y() / wheel_step);
 }
 
 void CView3D::keyPressEvent(QKeyEvent* event)
@@ -336,6 +367,6 @@ QVariant CView3D::inputMethodQuery(Qt::InputMethodQuery query) const
     if (query == Qt::ImEnabled)
         return !caret.isEmpty();
     if (query == Qt::ImCursorRectangle)
-        return caret.translated(surface_rect().topLeft());
+        return from_screen(caret);
     return QWidget::inputMethodQuery(query);
 }

@@ -17,7 +17,8 @@ class SceneEditor;
 
 /// The view of the 3D world with the interface over it. Draws with OpenGL where it can, and without it elsewhere.
 ///
-/// All places are logical pixels of the drawing surface, which are those of the interface's screen.
+/// All places are pixels of the interface's screen. It has the size of the drawing surface, or one of its own, which the
+/// surface then shows reduced where it has no room for it.
 class CView3D : public QWidget {
     Q_OBJECT
 
@@ -32,6 +33,10 @@ public:
 
     /// Makes the drawing surface exactly this large, whatever room the window gives; empty: it fills the view.
     void set_fixed_view_size(QSize size);
+    /// Lays the interface out on a screen of this size, as on another device; empty: on one as large as the view.
+    void set_screen_size(QSize size);
+    QSize screen_size() const;
+    bool has_own_screen() const { return !m_overlay.screen().isEmpty(); }
     QSize surface_size() const;
     /// Where the drawing surface lies in this widget; it may be larger than the widget.
     QRect surface_rect() const;
@@ -54,7 +59,7 @@ public:
     bool send_text(const QString& text, const QString& preedit);
     /// Positive steps come nearer.
     void send_wheel(QPointF place, double steps);
-    /// The middle button moves the camera, the right one turns it.
+    /// The middle button moves the camera, the right one turns it; places are logical pixels of the widget.
     void camera_drag(Qt::MouseButton button, QPointF from, QPointF to);
 
 Q_SIGNALS:
@@ -79,13 +84,16 @@ protected:
 
 private:
     void place_surface();
+    QSize room() const;
+    double scale() const { return m_overlay.scale(surface_size()); }
     void press(QMouseEvent* event, tarn::MouseEvent::Kind kind);
     bool edit_text_at(QPointF place);
     void pop_context_menu(QPointF place);
     bool run_command(const QKeyEvent& event);
     void drag_with_changed_modifiers(const QKeyEvent& event, bool pressed);
     void end_lost_press(const QMouseEvent& event);
-    QPointF on_surface(QPointF place) const;
+    QPointF to_screen(QPointF place) const;
+    QRectF from_screen(const QRectF& area) const;
     bool on_screen(QPointF place) const;
     void show_cursor(Qt::CursorShape shape);
     void redraw_if(bool taken);
@@ -97,9 +105,9 @@ private:
     QSize m_fixed_size;
     QTimer m_refresh;
     Qt::MouseButton m_held = Qt::NoButton; ///< the one button whose press counts until its release
-    QPointF m_camera_place;                ///< of the mouse when the camera last followed it
-    QPointF m_press_place;
-    QPointF m_place; ///< of the mouse in the last event of it
+    QPointF m_camera_place;                ///< of the mouse in the widget when the camera last followed it
+    QPointF m_press_place;                 ///< in the widget
+    QPointF m_place;                       ///< of the mouse in the last event of it
     tarn::SceneEditor* m_editor = nullptr;
     QPointer<tarn::InlineEditor> m_text; ///< open while a text is edited
 };

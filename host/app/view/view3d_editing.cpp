@@ -6,6 +6,14 @@
 
 #include <QKeyEvent>
 
+#include <algorithm>
+
+namespace {
+
+constexpr int least_font = 9; ///< pixels; what is smaller in a reduced view cannot be read while it is typed
+
+} // namespace
+
 bool CView3D::run_command(const QKeyEvent& event)
 {
     if (!m_editor)
@@ -21,7 +29,7 @@ void CView3D::pop_context_menu(QPointF place)
 {
     if (m_editor)
         tarn::pop_edit_menu(window(), *m_editor, m_editor->context_commands(place),
-                            mapToGlobal(surface_rect().topLeft() + place.toPoint()));
+                            mapToGlobal(from_screen({place, QSizeF()}).topLeft().toPoint()));
 }
 
 bool CView3D::edit_text_at(QPointF place)
@@ -30,7 +38,8 @@ bool CView3D::edit_text_at(QPointF place)
     auto text = m_editor && on_screen(place) ? m_editor->text_at(place) : std::nullopt;
     if (!text)
         return false;
-    const QRect rect = text->place.translated(surface_rect().topLeft()).toAlignedRect();
+    const QRect rect = from_screen(text->place).toAlignedRect();
+    text->font.setPixelSize(std::max(least_font, qRound(text->font.pixelSize() * scale())));
     m_text = new tarn::InlineEditor(std::move(*text), rect, *this);
     return true;
 }
