@@ -87,12 +87,11 @@ void set_property_undo_stack(benchmark::State& state)
     }
 }
 
-void select_one_by_one(benchmark::State& state)
+void select_all(benchmark::State& state)
 {
     FilledScene scene(state);
     for (auto _ : state) {
-        tarn::walk_objects(scene.controls,
-                           [&scene](CDXUTControl* control) { scene.core().SelectControl(control, true); });
+        scene.core().SelectControls(scene.controls);
         scene.core().ClearCtrlSelection();
     }
 }
@@ -134,8 +133,7 @@ void remove_selected(benchmark::State& state)
 {
     FilledScene scene(state);
     for (auto _ : state) {
-        tarn::walk_objects(scene.controls,
-                           [&scene](CDXUTControl* control) { scene.core().SelectControl(control, true); });
+        scene.core().SelectControls(scene.controls);
         scene.scene.RemoveCtrls(scene.controls);
         scene.journal().undo();
         benchmark::DoNotOptimize(scene.core().controls().size());
@@ -147,7 +145,7 @@ using bench::growing;
 BENCHMARK(set_property_tarn)->Name("set_property/tarn")->Apply(growing);
 BENCHMARK(set_property_undo_stack)->Name("set_property/QUndoStack")->Apply(growing);
 BENCHMARK(set_named_tarn)->Name("set_named_property/tarn")->Apply(growing);
-BENCHMARK(select_one_by_one)->Name("selection/tarn")->Apply(growing);
+BENCHMARK(select_all)->Name("selection/tarn")->Apply(growing);
 BENCHMARK(create)->Name("create_controls/tarn")->Apply(growing);
 BENCHMARK(create_in_steps)->Name("create_in_steps/tarn")->Apply(growing);
 BENCHMARK(remove_selected)->Name("remove_selected/tarn")->Apply(growing);

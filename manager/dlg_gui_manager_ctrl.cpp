@@ -276,8 +276,7 @@ void CDlgGuiManagerCtrl::on_list_clicked(int row, int column)
 void CDlgGuiManagerCtrl::select_controls_of_rows(CDXUTControl* current)
 {
     core()->ClearCtrlSelection();
-    for (CDXUTControl* control : m_list->selected_controls())
-        core()->SelectControl(control, true);
+    core()->SelectControls(m_list->selected_controls());
     if (core()->selection().contains(current))
         core()->SelectControl(current, true); // The one that is selected last is the current one.
     {

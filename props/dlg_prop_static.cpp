@@ -5,10 +5,8 @@
 namespace {
 
 constexpr tarn::FieldRow rows[] = {
-    {.control = 6352, .field = "text"},
-    {.control = 6097, .field = "horizontal_align"},
-    {.control = 6525, .field = "vertical_align"},
-    {.control = 6509, .field = "word_wrap"},
+    {.control = 6352, .field = "text"},           {.control = 6097, .field = "horizontal_align"},
+    {.control = 6525, .field = "vertical_align"}, {.control = 6509, .field = "word_wrap"},
     {.control = 6116, .field = "shadow"},
 };
 

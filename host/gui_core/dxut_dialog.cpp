@@ -345,7 +345,12 @@ void CDXUTDialog::remove_control(CDXUTControl* control)
 
 void CDXUTDialog::drop_unlinked()
 {
-    edit_controls().removeIf([this](const CDXUTControl* control) { return control->m_dialog != this; });
+    QList<CDXUTControl*> kept;
+    tarn::walk_objects(controls(), [&](CDXUTControl* control) {
+        if (control->m_dialog == this)
+            kept.append(control);
+    });
+    edit_controls() = kept;
 }
 
 void CDXUTDialog::control_drawn_at(const QRectF& on_screen)

@@ -5,8 +5,8 @@
 #include "dxut_dialog.h"
 
 #include <algorithm>
+#include <functional>
 #include <iterator>
-#include <unordered_set>
 #include <utility>
 
 using tarn::CoreState;
@@ -230,19 +230,30 @@ void CGuiCore::move_control_to(CDXUTControl* control, CDXUTDialog* dialog)
 
 std::vector<CDXUTControl*> CGuiCore::take_out(const std::vector<CDXUTControl*>& controls, const CDXUTDialog* stays)
 {
+    struct Run { // of controls that belong to one dialog
+        CDXUTDialog* home;
+        QRectF area;
+    };
     std::vector<CDXUTControl*> taken;
-    std::vector<CDXUTDialog*> homes;
-    std::unordered_set<const CDXUTDialog*> known_homes;
+    std::vector<Run> runs;
+    taken.reserve(controls.size());
     tarn::walk_objects(controls, [&](CDXUTControl* control) {
         CDXUTDialog* home = control->dialog();
         if (!home || home == stays)
             return;
-        add_damage(home->to_screen(control->m_last_bounds));
+        if (runs.empty() || runs.back().home != home)
+            runs.push_back({home, {}});
+        runs.back().area |= control->m_last_bounds;
         control->m_dialog = nullptr;
         taken.push_back(control);
-        if (known_homes.insert(home).second)
-            homes.push_back(home);
     });
+    std::vector<CDXUTDialog*> homes;
+    for (const Run& run : runs) {
+        add_damage(run.home->to_screen(run.area));
+        homes.push_back(run.home);
+    }
+    std::sort(homes.begin(), homes.end(), std::less<>());
+    homes.erase(std::unique(homes.begin(), homes.end()), homes.end());
     for (CDXUTDialog* home : homes)
         home->drop_unlinked();
     return taken;
@@ -387,6 +398,17 @@ void CGuiCore::SelectControl(CDXUTControl* control, bool add)
     m_selection.add(control);
     m_selection.current_control = control;
     m_selection.current_dialog = control->dialog();
+}
+
+void CGuiCore::SelectControls(const std::vector<CDXUTControl*>& controls)
+{
+    if (controls.empty())
+        return;
+    m_selection.clear_dialogs();
+    m_selection.controls_selected = true;
+    m_selection.controls.reserve(m_selection.controls.size() + controls.size());
+    tarn::walk_objects(controls, [this](CDXUTControl* control) { m_selection.add(control); });
+    SelectControl(controls.back(), true);
 }
 
 void CGuiCore::ClearCtrlSelection()

@@ -95,6 +95,8 @@ public:
     void SelectDialog(CDXUTDialog* dialog, bool add);
     void ClearDialogSelection();
     void SelectControl(CDXUTControl* control, bool add);
+    /// Adds them all to the selection; the last becomes the current one.
+    void SelectControls(const std::vector<CDXUTControl*>& controls);
     void ClearCtrlSelection();
     void EnableGui(bool editing);
     tarn::ViewAids& view_aids() { return m_view_aids; }

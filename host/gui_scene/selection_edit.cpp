@@ -61,7 +61,7 @@ void select_controls(CGuiPlugScene& scene, const std::vector<CDXUTControl*>& con
 {
     const SelectionChange change(scene);
     clear(scene.gui_core());
-    walk_objects(controls, [&scene](CDXUTControl* control) { scene.gui_core().SelectControl(control, true); });
+    scene.gui_core().SelectControls(controls);
 }
 
 void deselect(CGuiPlugScene& scene, const Target& target)
