@@ -85,8 +85,7 @@ void ScreenSizeMenu::choose(QSize size)
         return action != m_other && action->data().toSize() == size;
     });
     (listed != actions.end() ? *listed : m_other)->setChecked(true);
-    m_other->setText(listed != actions.end() ? other_text()
-                                             : other_text() + QStringLiteral("  ") + size_text(size));
+    m_other->setText(listed != actions.end() ? other_text() : other_text() + QStringLiteral("  ") + size_text(size));
     m_view.set_screen_size(size);
 }
 
@@ -104,18 +103,20 @@ void ScreenSizeMenu::ask()
 {
     const QSize now = m_view.screen_size();
     QString typed = QStringLiteral("%1x%2").arg(now.width()).arg(now.height());
-    while (PopDlgStrInput(m_view.window(), lang(u"屏幕的宽和高（像素），例如 1280x720：",
-                                                u"Width and height of the screen in pixels, such as 1280x720:"),
-                          lang(u"屏幕尺寸", u"Screen Size"), typed, typed)) {
+    while (PopDlgStrInput(
+        m_view.window(),
+        lang(u"屏幕的宽和高（像素），例如 1280x720：", u"Width and height of the screen in pixels, such as 1280x720:"),
+        lang(u"屏幕尺寸", u"Screen Size"), typed, typed)) {
         if (const auto size = parsed(typed)) {
             choose(*size);
             return;
         }
-        tarn::boxes::error(m_view.window(), lang(u"“%1”不是屏幕尺寸。请输入两个 1 到 %2 之间的整数，例如 1280x720。",
-                                                 u"\"%1\" is not the size of a screen. Type two whole numbers from 1 "
-                                                 u"to %2, such as 1280x720.")
-                                                .arg(typed)
-                                                .arg(largest));
+        tarn::boxes::error(m_view.window(),
+                           lang(u"“%1”不是屏幕尺寸。请输入两个 1 到 %2 之间的整数，例如 1280x720。",
+                                u"\"%1\" is not the size of a screen. Type two whole numbers from 1 "
+                                u"to %2, such as 1280x720.")
+                               .arg(typed)
+                               .arg(largest));
     }
     choose(m_view.has_own_screen() ? now : QSize()); // The menu has checked the entry already.
 }

@@ -184,7 +184,8 @@ TEST_F(AidsTest, resizing_and_drawing_snap_the_sides_that_move)
     undo_all();
     m_scene.SetMTFunction(1, 0);
     drag({499, 122}, {700, 300});
-    EXPECT_EQ(core().GetDialogs().last()->outer_rect(), QRectF(500, 120, 204, 184)) << "the dialog's side, and the grid";
+    EXPECT_EQ(core().GetDialogs().last()->outer_rect(), QRectF(500, 120, 204, 184))
+        << "the dialog's side, and the grid";
 }
 
 TEST_F(AidsTest, read_outs_count_from_the_screen_or_the_current_dialog)

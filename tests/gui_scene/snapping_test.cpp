@@ -76,8 +76,9 @@ TEST(FreeWays, end_at_the_nearest_neighbour_that_faces_the_side_or_at_the_home)
     const std::array others{QRectF(0, 100, 50, 50), QRectF(20, 110, 60, 10), QRectF(100, 0, 10, 20),
                             QRectF(300, 300, 50, 50)};
     const auto ways = free_ways({100, 100, 40, 40}, others, {0, 0, 400, 200});
-    EXPECT_EQ(ways, (std::vector{QLineF(80, 120, 100, 120), QLineF(140, 120, 400, 120), QLineF(120, 20, 120, 100),
-                                 QLineF(120, 140, 120, 200)}));
+    EXPECT_EQ(ways,
+              (std::vector{QLineF(80, 120, 100, 120), QLineF(140, 120, 400, 120), QLineF(120, 20, 120, 100),
+                           QLineF(120, 140, 120, 200)}));
     EXPECT_TRUE(free_ways({0, 0, 400, 200}, {}, {0, 0, 400, 200}).empty()) << "it fills its home";
 }
 
