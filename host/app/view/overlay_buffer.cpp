@@ -4,6 +4,8 @@
 
 #include <QPainter>
 
+#include <algorithm>
+
 namespace tarn {
 
 QSize device_size(QSize logical, double dpr)
@@ -74,7 +76,9 @@ void OverlayBuffer::paint(Overlay& overlay, const QRect& pixels)
     painter.setCompositionMode(QPainter::CompositionMode_Clear);
     painter.fillRect(clip, Qt::transparent);
     painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
-    overlay.paint(painter, clip, ratio);
+    // Pictures are composed in whole pixels at least and reduced as they are drawn.
+    painter.setRenderHint(QPainter::SmoothPixmapTransform, m_scale < 1);
+    overlay.paint(painter, clip, std::max(1.0, ratio));
 }
 
 } // namespace tarn
