@@ -55,6 +55,17 @@ void outline(QPainter& painter, const std::vector<QRectF>& frames, const QColor&
     painter.drawRects(shown.data(), int(shown.size()));
 }
 
+void outline_rotated(QPainter& painter, const SelectionRecord& selection)
+{
+    painter.setBrush(Qt::NoBrush);
+    for (const CDXUTControl* control : selection.controls) {
+        if (!control->is_rotated())
+            continue;
+        painter.setPen(line_pen(painter, control == selection.current_control ? current_accent : accent));
+        painter.drawPolygon(control->screen_outline());
+    }
+}
+
 /// One side of a frame after a drag that makes it `length` long. `seat` tells which end is held (0 or 2; 1: none).
 struct Span {
     double start;
@@ -155,7 +166,8 @@ QRectF resizable_frame(const CGuiCore& core)
     for (const CDXUTControl* control : selection.controls) {
         if (!is_editable(*control))
             continue;
-        if (home && control->dialog() != home)
+        // The sides of a rotated control do not run along those of a frame; its size is set on its page.
+        if ((home && control->dialog() != home) || control->is_rotated())
             return {};
         home = control->dialog();
         frame |= control->screen_rect();
@@ -171,7 +183,7 @@ QRectF selected_frame(const CGuiCore& core)
             frame |= dialog->outer_rect();
     for (const CDXUTControl* control : core.selection().controls)
         if (control->GetVisible())
-            frame |= control->screen_rect();
+            frame |= control->screen_bounds();
     return frame;
 }
 
@@ -186,9 +198,11 @@ void paint_selection(QPainter& painter, const CGuiCore& core)
         if (!dialog->is_root() && dialog->GetVisible())
             (dialog == selection.current_dialog ? current : others).push_back(dialog->outer_rect());
     for (const CDXUTControl* control : selection.controls)
-        (control == selection.current_control ? current : others).push_back(control->screen_rect());
+        if (!control->is_rotated())
+            (control == selection.current_control ? current : others).push_back(control->screen_rect());
     outline(painter, others, accent);
     outline(painter, current, current_accent);
+    outline_rotated(painter, selection);
     const QRectF frame = resizable_frame(core);
     if (frame.isNull())
         return;

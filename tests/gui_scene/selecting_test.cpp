@@ -1,6 +1,7 @@
 #include "mouse_fixture.h"
 
 #include "gui_scene/hit_test.h"
+#include "gui_scene/selection_edit.h"
 
 using namespace tarn;
 using namespace tarn::test;
@@ -138,4 +139,20 @@ TEST(Marquee, catches_by_touching_or_enclosing)
     EXPECT_FALSE(is_caught({90, 90, 50, 50}, marquee, MarqueeMode::Enclosed));
     EXPECT_TRUE(is_caught({10, 10, 50, 50}, marquee, MarqueeMode::Enclosed));
     EXPECT_FALSE(is_caught({110, 10, 50, 50}, marquee, MarqueeMode::Touched));
+}
+
+TEST_F(SelectingTest, a_rotated_control_is_hit_where_it_is_drawn_and_has_no_handles)
+{
+    high->SetVisible(false);
+    low->set_rotation(90); // About its middle (70, 50): it now stands from (40, 0) to (100, 100).
+    click(at(25, 50));
+    EXPECT_TRUE(selected().empty()) << "where it lay";
+    click(at(70, 95));
+    EXPECT_EQ(selected(), Controls{low}) << "where it stands";
+    const QRectF before = low->rect();
+    drag(at(120, 50), at(140, 50)); // A handle of the upright frame would be there.
+    EXPECT_EQ(low->rect(), before);
+    clear_selection(m_scene);
+    drag(at(35, 90), at(50, 98), true, Qt::ShiftModifier); // A frame over the end that sticks out.
+    EXPECT_EQ(selected(), Controls{low});
 }
