@@ -1,13 +1,16 @@
 // Frames of a drag in the view: the mouse moves, the selection follows, and what changed is drawn.
 
-#include "bench_scene.h"
 #include "engine/base_world.h"
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
 #include "gui_scene/gui_plug_scene.h"
 
+#include <benchmark/benchmark.h>
+
 #include <QImage>
 #include <QPainter>
+
+#include <cmath>
 
 namespace {
 
@@ -18,21 +21,14 @@ public:
     explicit View(const benchmark::State& state) : m_image(screen, QImage::Format_ARGB32_Premultiplied)
     {
         scene.on_world_created(&m_world);
-        (void)scene.open_scene(bench::package_path(int(state.range(0))));
         m_world.overlay()->set_screen_size(screen);
+        fill(int(state.range(0)));
         draw();
     }
-    /// The topmost control of the scene that the mouse can reach, pressed at its middle.
+    /// The topmost control, pressed at its middle.
     void press()
     {
-        const auto& dialogs = scene.gui_core().GetDialogs();
-        const CDXUTDialog* top = dialogs.last();
-        for (auto control = top->controls().crbegin(); control != top->controls().crend(); ++control) {
-            if (!(*control)->GetVisible() || (*control)->locked())
-                continue;
-            m_place = (*control)->screen_rect().center();
-            break;
-        }
+        m_place = scene.gui_core().GetDialogs().first()->controls().last()->screen_rect().center();
         send(tarn::MouseEvent::Kind::Press);
         for (int i = 0; i < 3; ++i) { // Far enough for a drag; what the selection changed is drawn.
             move();
@@ -56,6 +52,18 @@ public:
     }
 
 private:
+    /// Buttons in rows all over the screen, in one dialog.
+    void fill(int count)
+    {
+        const tarn::RecordingOff off(scene.journal());
+        CDXUTDialog* dialog = scene.gui_core().create_dialog(QRect(QPoint(), screen));
+        const int columns = int(std::ceil(std::sqrt(count * 16.0 / 9)));
+        const QSizeF cell(double(screen.width()) / columns, double(screen.height()) * columns / count);
+        for (int i = 0; i < count; ++i) {
+            const QPointF place(i % columns * cell.width(), i / columns * cell.height());
+            scene.gui_core().create_control(DXUT_CONTROL_BUTTON, dialog, QRectF(place, QSizeF(96, 28)));
+        }
+    }
     void send(tarn::MouseEvent::Kind kind)
     {
         m_world.mouse_tool()->mouse({kind, m_place, Qt::LeftButton, Qt::NoModifier});
