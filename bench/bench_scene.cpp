@@ -107,6 +107,18 @@ QString output_path()
     return folder().filePath(QStringLiteral("output.pak"));
 }
 
+void cool_caches(benchmark::State& state)
+{
+    constexpr std::size_t more_than_any_cache = 96 * 1024 * 1024;
+    constexpr std::size_t cache_line = 64;
+    state.PauseTiming();
+    static std::vector<char> other_work(more_than_any_cache);
+    for (std::size_t i = 0; i < other_work.size(); i += cache_line)
+        ++other_work[i];
+    benchmark::DoNotOptimize(other_work.data());
+    state.ResumeTiming();
+}
+
 std::vector<CDXUTControl*> controls_of(CGuiPlugScene& scene)
 {
     return scene.gui_core().controls();

@@ -24,6 +24,17 @@ QString output_path();
 /// A copy of the controls that are in the scene.
 std::vector<CDXUTControl*> controls_of(CGuiPlugScene& scene);
 
+/// An author's operations come one at a time, with drawing and other work between them: none finds the model in the
+/// processor's caches. Called between two rounds of an operation that does little with each object; without it small
+/// scenes would be measured in the cache and large ones in memory, and their growth would tell the cache's size.
+void cool_caches(benchmark::State& state);
+
+/// The sizes at which such an operation is measured. It takes a few rounds: cooling takes longer than the operation.
+inline void growing_cold(benchmark::internal::Benchmark* benchmark)
+{
+    benchmark->RangeMultiplier(10)->Range(1'000, 100'000)->Unit(benchmark::kMillisecond)->Iterations(8);
+}
+
 /// The sizes at which an operation that grows is measured.
 inline void growing(benchmark::internal::Benchmark* benchmark)
 {

@@ -28,6 +28,7 @@ void set_property_tarn(benchmark::State& state)
 {
     FilledScene scene(state);
     for (auto _ : state) {
+        bench::cool_caches(state);
         {
             const tarn::UserAction action(scene.journal());
             tarn::walk(scene.controls, [](CDXUTControl* control) { control->SetVisible(!control->GetVisible()); });
@@ -42,6 +43,7 @@ void set_named_tarn(benchmark::State& state)
     FilledScene scene(state);
     qint64 tag = 0;
     for (auto _ : state) {
+        bench::cool_caches(state);
         ++tag;
         {
             const tarn::UserAction action(scene.journal());
@@ -77,6 +79,7 @@ void set_property_undo_stack(benchmark::State& state)
     std::vector<Plain> objects(std::size_t(state.range(0)));
     QUndoStack stack;
     for (auto _ : state) {
+        bench::cool_caches(state);
         auto* all = new QUndoCommand;
         for (Plain& object : objects)
             new SetNumber(object, object.number + 1, all);
@@ -91,6 +94,7 @@ void select_all(benchmark::State& state)
 {
     FilledScene scene(state);
     for (auto _ : state) {
+        bench::cool_caches(state);
         scene.core().SelectControls(scene.controls);
         scene.core().ClearCtrlSelection();
     }
@@ -133,6 +137,7 @@ void remove_selected(benchmark::State& state)
 {
     FilledScene scene(state);
     for (auto _ : state) {
+        bench::cool_caches(state);
         scene.core().SelectControls(scene.controls);
         scene.scene.RemoveCtrls(scene.controls);
         scene.journal().undo();
@@ -141,13 +146,14 @@ void remove_selected(benchmark::State& state)
 }
 
 using bench::growing;
+using bench::growing_cold;
 
-BENCHMARK(set_property_tarn)->Name("set_property/tarn")->Apply(growing);
-BENCHMARK(set_property_undo_stack)->Name("set_property/QUndoStack")->Apply(growing);
-BENCHMARK(set_named_tarn)->Name("set_named_property/tarn")->Apply(growing);
-BENCHMARK(select_all)->Name("selection/tarn")->Apply(growing);
+BENCHMARK(set_property_tarn)->Name("set_property/tarn")->Apply(growing_cold);
+BENCHMARK(set_property_undo_stack)->Name("set_property/QUndoStack")->Apply(growing_cold);
+BENCHMARK(set_named_tarn)->Name("set_named_property/tarn")->Apply(growing_cold);
+BENCHMARK(select_all)->Name("selection/tarn")->Apply(growing_cold);
 BENCHMARK(create)->Name("create_controls/tarn")->Apply(growing);
 BENCHMARK(create_in_steps)->Name("create_in_steps/tarn")->Apply(growing);
-BENCHMARK(remove_selected)->Name("remove_selected/tarn")->Apply(growing);
+BENCHMARK(remove_selected)->Name("remove_selected/tarn")->Apply(growing_cold);
 
 } // namespace
