@@ -18,12 +18,6 @@ CDXUTComboBox::CDXUTComboBox(tarn::Journal& journal, CGuiCore& core)
 {
 }
 
-void CDXUTComboBox::state_changed()
-{
-    m_text.invalidate();
-    CDXUTItems::state_changed();
-}
-
 void CDXUTComboBox::draw(tarn::DrawContext& context, const QRectF& area) const
 {
     const tarn::VisualState look = visual_state();

@@ -15,7 +15,6 @@ public:
     void popup_pressed(QPointF in_client) override;
     void draw_popup(tarn::DrawContext& context) const override;
     void close_popup() override { set_dropped(false); }
-    void state_changed() override;
 
 private:
     void set_dropped(bool dropped);

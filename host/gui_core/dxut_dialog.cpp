@@ -403,7 +403,6 @@ tarn::Status CDXUTDialog::set_property(const FieldBase& field, const tarn::Value
 
 void CDXUTDialog::state_changed()
 {
-    m_caption_text.invalidate();
     if (!knows_controls())
         m_core.links_changed();
     m_core.add_damage(m_last_bounds);

@@ -16,12 +16,6 @@ using tarn::VisualState;
 
 CDXUTFlash::CDXUTFlash(tarn::Journal& journal, CGuiCore& core) : CDXUTControl(journal, core, new tarn::FlashState) {}
 
-void CDXUTFlash::state_changed()
-{
-    m_text.invalidate();
-    CDXUTControl::state_changed();
-}
-
 QString CDXUTFlash::description() const
 {
     const auto& s = state<tarn::FlashState>();

@@ -9,7 +9,6 @@ public:
     CDXUTFlash(tarn::Journal& journal, CGuiCore& core);
 
     void draw(tarn::DrawContext& context, const QRectF& area) const override;
-    void state_changed() override;
     /// The lines of the card.
     QString description() const;
 

@@ -40,12 +40,6 @@ bool CDXUTProgress::SetShowMessage(const QString& format)
     return change<ProgressState>(&ProgressState::message, format);
 }
 
-void CDXUTProgress::state_changed()
-{
-    m_shown.invalidate();
-    CDXUTStatic::state_changed();
-}
-
 QString CDXUTProgress::shown_text() const
 {
     const auto& s = state<ProgressState>();

@@ -20,7 +20,6 @@ public:
     QString shown_text() const;
 
     void draw(tarn::DrawContext& context, const QRectF& area) const override;
-    void state_changed() override;
 
 private:
     mutable tarn::TextCache m_shown;

@@ -40,9 +40,3 @@ tarn::TextLook CDXUTStatic::text_look() const
             .family = font_family(),
             .italic = font_italic()};
 }
-
-void CDXUTStatic::state_changed()
-{
-    m_text.invalidate();
-    CDXUTControl::state_changed();
-}

@@ -12,7 +12,6 @@ public:
     bool SetText(const QString& text);
 
     void draw(tarn::DrawContext& context, const QRectF& area) const override;
-    void state_changed() override;
 
 protected:
     CDXUTStatic(tarn::Journal& journal, CGuiCore& core, tarn::StaticState* state);

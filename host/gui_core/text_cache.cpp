@@ -20,11 +20,20 @@ QFont interface_font(int pixel_size, bool bold, const QString& family, bool ital
     return font;
 }
 
+bool TextLook::lays_out_like(const TextLook& other) const
+{
+    return font_size == other.font_size && bold == other.bold && italic == other.italic
+        && horizontal_align == other.horizontal_align && vertical_align == other.vertical_align
+        && word_wrap == other.word_wrap && family == other.family;
+}
+
 std::unique_ptr<const TextCache::Layout> TextCache::prepared(const QSizeF& area, const QString& text,
                                                              const TextLook& look)
 {
     auto layout = std::make_unique<Layout>();
     layout->area = area;
+    layout->source = text;
+    layout->look = look;
     layout->font = interface_font(look.font_size, look.bold, look.family, look.italic);
     static constexpr Qt::Alignment horizontal[] = {Qt::AlignLeft, Qt::AlignHCenter, Qt::AlignRight};
     const bool one_line = !look.word_wrap && !text.contains(QLatin1Char('\n'));
@@ -55,7 +64,9 @@ void TextCache::draw(QPainter& painter, const QRectF& area, const QString& text,
 {
     if (text.isEmpty() || area.width() < 1 || area.height() < 1)
         return;
-    if (!m_layout || area.size() != m_layout->area)
+    const bool is_ready = m_layout && area.size() == m_layout->area && look.lays_out_like(m_layout->look)
+        && text == m_layout->source;
+    if (!is_ready)
         m_layout = prepared(area.size(), text, look);
     const QPointF place = area.topLeft() + m_layout->offset;
     if (m_layout->overflows) {

@@ -23,20 +23,24 @@ struct TextLook {
     bool shadow = false;
     QString family{}; ///< empty for the usual one
     bool italic = false;
+
+    /// Whether a text is laid out alike; colour and shadow come with the drawing.
+    bool lays_out_like(const TextLook& other) const;
 };
 
-/// A text laid out once and drawn many times. What does not fit is cut at the area's edge; a single line that is too
+/// A text laid out once and drawn many times, for as long as it, its look and the size of its area stay the same: what
+/// only moves costs nothing. What does not fit is cut at the area's edge; a single line that is too
 /// long ends in an ellipsis.
 class TextCache {
 public:
     void draw(QPainter& painter, const QRectF& area, const QString& text, const TextLook& look);
-    /// Before the text, the look or the size of the area changes.
-    void invalidate() { m_layout.reset(); }
 
 private:
     struct Layout {
-        bool overflows = false;
         QSizeF area;
+        QString source;
+        TextLook look;
+        bool overflows = false;
         QPointF offset;
         QStaticText text;
         QFont font;
