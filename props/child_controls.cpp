@@ -49,17 +49,10 @@ constexpr std::array type_pages{
 
 CChildControls::CChildControls(QWidget* parent) : CGuiChildDlg(QStringLiteral("CChildControls"), parent) {}
 
-QWidget* CChildControls::create_widget(const QString& class_name, QWidget* parent)
-{
-    if (class_name != QLatin1String("CDlgGroup"))
-        return nullptr;
-    m_pages = new CDlgGroup(parent);
-    return m_pages;
-}
-
 void CChildControls::OnInitDialog()
 {
     CGuiChildDlg::OnInitDialog();
+    m_pages = findChild<CDlgGroup*>();
     for (const TypePage& row : type_pages) {
         auto* page = row.make ? row.make() : new CGuiChildDlg(QLatin1String(row.page_name));
         page->Create(row.template_id, m_pages);

@@ -16,7 +16,6 @@ public:
 
 protected:
     void OnInitDialog() override;
-    QWidget* create_widget(const QString& class_name, QWidget* parent) override;
 
 private:
     void choose_page();

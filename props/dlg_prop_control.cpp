@@ -35,17 +35,10 @@ CDlgPropControl::CDlgPropControl(QWidget* parent)
 {
 }
 
-QWidget* CDlgPropControl::create_widget(const QString& class_name, QWidget* parent)
-{
-    if (class_name != QLatin1String("CMyRollup"))
-        return nullptr;
-    m_rollup = new CMyRollup(parent);
-    return m_rollup;
-}
-
 void CDlgPropControl::OnInitDialog()
 {
     CBoundPage::OnInitDialog();
+    m_rollup = findChild<CMyRollup*>();
     bind(rows);
     m_swatch = control_as<CColorSwatch>(id_swatch);
     m_swatch->set_color(0xffffffff);

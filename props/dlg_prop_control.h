@@ -19,7 +19,6 @@ public:
 
 protected:
     void OnInitDialog() override;
-    QWidget* create_widget(const QString& class_name, QWidget* parent) override;
     void refresh() override;
 
 private:

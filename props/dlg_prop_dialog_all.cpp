@@ -6,17 +6,10 @@
 
 CDlgPropDialogAll::CDlgPropDialogAll(QWidget* parent) : CGuiChildDlg(QStringLiteral("CDlgPropDialogAll"), parent) {}
 
-QWidget* CDlgPropDialogAll::create_widget(const QString& class_name, QWidget* parent)
-{
-    if (class_name != QLatin1String("CMyRollup"))
-        return nullptr;
-    m_rollup = new CMyRollup(parent);
-    return m_rollup;
-}
-
 void CDlgPropDialogAll::OnInitDialog()
 {
     CGuiChildDlg::OnInitDialog();
+    m_rollup = findChild<CMyRollup*>();
     auto* page = new CDlgPropDialog;
     page->Create(6003, m_rollup);
     m_rollup->InsertPage(tarn::lang(u"窗口属性", u"Property"), page);

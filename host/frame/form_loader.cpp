@@ -1,6 +1,8 @@
 #include "form_loader.h"
 
 #include "core/language.h"
+#include "dlg_group.h"
+#include "rollup.h"
 #include "widgets/button_st.h"
 #include "widgets/color_swatch.h"
 #include "widgets/super_edit.h"
@@ -30,6 +32,10 @@ public:
             widget = new CColorSwatch(parent);
         if (!widget && class_name == QLatin1String("CSuperEdit"))
             widget = new CSuperEdit(parent);
+        if (!widget && class_name == QLatin1String("CMyRollup"))
+            widget = new CMyRollup(parent);
+        if (!widget && class_name == QLatin1String("CDlgGroup"))
+            widget = new CDlgGroup(parent);
         if (!widget && class_name == QLatin1String("QTabBar"))
             widget = new QTabBar(parent);
         if (!widget)
