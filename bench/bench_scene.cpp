@@ -68,8 +68,7 @@ const QTemporaryDir& folder()
 {
     // In memory where that can be had, so that the disk's moods are not measured.
     static const bool in_memory = QFileInfo(QStringLiteral("/dev/shm")).isWritable();
-    static const QTemporaryDir dir(in_memory ? QStringLiteral("/dev/shm/tarn-bench")
-                                             : QStringLiteral("tarn-bench"));
+    static const QTemporaryDir dir(in_memory ? QStringLiteral("/dev/shm/tarn-bench") : QStringLiteral("tarn-bench"));
     return dir;
 }
 
