@@ -1,8 +1,12 @@
 #include "base_world.h"
 
+#include "script/config_scene.h"
+#include "script/script_runtime.h"
+
 #include <algorithm>
 
 CBaseWorld::CBaseWorld()
+    : m_functions(std::make_unique<CConfigScene>()), m_scripts(std::make_unique<tarn::ScriptRuntime>(*m_functions))
 {
     for (const char* kind : {"ground", "camera"}) {
         auto object = std::make_unique<tarn::SceneObject>();

@@ -10,7 +10,11 @@
 #include <memory>
 #include <vector>
 
+class CConfigScene;
+
 namespace tarn {
+
+class ScriptRuntime;
 
 /// A part of the program that hears the notification codes.
 class UiListener {
@@ -73,6 +77,10 @@ public:
     CSelection& selection() { return m_selection; }
     const std::vector<std::unique_ptr<tarn::SceneObject>>& objects() const { return m_objects; }
 
+    /// The scene's functions, and what runs them.
+    CConfigScene& config_scene() { return *m_functions; }
+    tarn::ScriptRuntime& scripts() { return *m_scripts; }
+
 private:
     CPlugDllMan m_plug_man;
     std::vector<tarn::UiListener*> m_listeners; ///< null: removed while a code was being told
@@ -83,4 +91,6 @@ private:
     tarn::OrbitCamera m_camera;
     CSelection m_selection;
     std::vector<std::unique_ptr<tarn::SceneObject>> m_objects;
+    std::unique_ptr<CConfigScene> m_functions;
+    std::unique_ptr<tarn::ScriptRuntime> m_scripts; ///< dies before the functions
 };

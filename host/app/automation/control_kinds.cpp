@@ -1,5 +1,6 @@
 #include "control_kinds.h"
 
+#include "frame/script_edit.h"
 #include "user_input.h"
 #include "widgets/report_list.h"
 #include "widgets/super_edit.h"
@@ -151,6 +152,10 @@ const ControlKind kinds[] = {
      .text = plain_text_of<QPlainTextEdit>,
      .editor = itself},
     {.type = &QTextEdit::staticMetaObject, .name = "a text field", .text = plain_text_of<QTextEdit>, .editor = itself},
+    {.type = &CScriptEdit::staticMetaObject,
+     .name = "a script editor",
+     .text = [](const QWidget& widget) { return as<CScriptEdit>(widget).script(); },
+     .editor = itself},
     {.type = &QLabel::staticMetaObject, .name = "a label", .text = text_of<QLabel>},
     {.type = &QGroupBox::staticMetaObject,
      .name = "a group box",

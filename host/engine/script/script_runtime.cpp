@@ -1,0 +1,85 @@
+#include "script_runtime.h"
+
+#include "core/language.h"
+#include "script_machine.h"
+#include "script_values.h"
+
+namespace tarn {
+
+using scene_script::Machine;
+
+QString ScriptError::text() const
+{
+    if (line > 0)
+        return lang(u"脚本“%1”第 %2 行：%3", u"Script \"%1\", line %2: %3").arg(function).arg(line).arg(message);
+    return lang(u"脚本“%1”：%2", u"Script \"%1\": %2").arg(function, message);
+}
+
+ScriptRuntime::ScriptRuntime(CConfigScene& functions, ScriptApi api, const ScriptLimits& limits)
+    : m_functions(functions), m_api(std::move(api)), m_limits(limits)
+{
+    auto verbs = scene_script::builtin_verbs(m_api.objects.get());
+    verbs.insert(verbs.end(), m_api.verbs.begin(), m_api.verbs.end());
+    m_verbs = std::make_shared<const std::vector<ScriptVerb>>(std::move(verbs));
+    m_machine = make_machine();
+}
+
+ScriptRuntime::~ScriptRuntime()
+{
+    m_machine->abandon();
+}
+
+std::shared_ptr<Machine> ScriptRuntime::make_machine()
+{
+    return std::make_shared<Machine>(*this, m_functions, m_api, m_verbs, m_limits);
+}
+
+ScriptResult ScriptRuntime::call(const QString& name, std::span<const ScriptValue> arguments, const ScriptObject& owner)
+{
+    // A verb may reset the runtime or delete it.
+    const auto machine = m_machine;
+    return machine->call(name, arguments, owner);
+}
+
+void ScriptRuntime::tick(double now)
+{
+    const auto machine = m_machine;
+    m_now = now;
+    machine->tick(now);
+}
+
+void ScriptRuntime::reset()
+{
+    m_machine->abandon();
+    m_machine = make_machine();
+}
+
+std::size_t ScriptRuntime::suspended() const
+{
+    return m_machine->suspended();
+}
+
+std::size_t ScriptRuntime::memory() const
+{
+    return m_machine->memory();
+}
+
+std::vector<ScriptError> ScriptRuntime::check(const QString& text)
+{
+    scene_script::Sandbox sandbox{ScriptLimits{}};
+    const QByteArray bytes = text.toUtf8();
+    if (!sandbox.main())
+        return {};
+    auto load = [&](lua_State* lua) {
+        if (sandbox.load(lua, bytes.constData(), std::size_t(bytes.size()), "=text") != LUA_OK)
+            lua_error(lua);
+    };
+    if (scene_script::protect(sandbox.main(), load) == LUA_OK)
+        return {};
+    ScriptError error{.message = scene_script::read_text(sandbox.main(), -1)};
+    QByteArray label;
+    scene_script::split_place(scene_script::read_text(sandbox.main(), -1), label, error.line, error.message);
+    return {error};
+}
+
+} // namespace tarn

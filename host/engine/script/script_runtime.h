@@ -1,0 +1,77 @@
+#pragma once
+
+#include "script_api.h"
+#include "script_limits.h"
+
+#include <optional>
+
+class CConfigScene;
+
+namespace tarn {
+
+namespace scene_script {
+class Machine;
+}
+
+/// What went wrong in a scene function, for a person. `line` is 0 where no line is to blame.
+struct ScriptError {
+    QString function{};
+    int line = 0;
+    QString message{};
+    bool stopped = false; ///< at a limit, rather than by an error of its own
+
+    QString text() const; ///< all of it in one line
+};
+
+struct ScriptResult {
+    Value value{};          ///< what the function returned; none where that has no form as a Value
+    bool suspended = false; ///< it waits; tick() goes on with it
+    std::optional<ScriptError> error{};
+
+    bool ok() const { return !error; }
+};
+
+/// Runs the functions of a scene in a sandbox of their own. Globals that they write last until reset(). Any of this may
+/// be called from inside a verb, the destructor too.
+class ScriptRuntime {
+public:
+    /// `functions` must outlive the runtime.
+    explicit ScriptRuntime(CConfigScene& functions, ScriptApi api = {}, const ScriptLimits& limits = {});
+    ~ScriptRuntime();
+    ScriptRuntime(const ScriptRuntime&) = delete;
+    ScriptRuntime& operator=(const ScriptRuntime&) = delete;
+
+    /// Runs the function with the arguments as its `...`. A call that waits is dropped when its `owner` is deleted;
+    /// a null owner: it belongs to nobody.
+    ScriptResult call(const QString& name, std::span<const ScriptValue> arguments = {}, const ScriptObject& owner = {});
+    /// The scene's clock, in seconds: goes on with the calls whose wait has ended. What does not fit into the time of
+    /// one call is left for the next tick.
+    void tick(double now);
+    double now() const { return m_now; } ///< of the last tick; 0 before the first
+    /// Drops all globals and all calls that wait, and stops what runs.
+    void reset();
+
+    std::size_t suspended() const;
+    std::size_t memory() const; ///< bytes that the scripts hold
+    /// Every verb that scripts can call, the runtime's own first.
+    const std::vector<ScriptVerb>& verbs() const { return *m_verbs; }
+
+    /// Faults of a text that keep it from being compiled. Nothing is run.
+    static std::vector<ScriptError> check(const QString& text);
+
+    std::function<void(const QString&)> on_print;
+    /// Errors of calls that had waited; call() answers its own.
+    std::function<void(const ScriptError&)> on_error;
+
+private:
+    std::shared_ptr<scene_script::Machine> make_machine();
+
+    CConfigScene& m_functions;
+    ScriptApi m_api;
+    ScriptLimits m_limits;
+    std::shared_ptr<const std::vector<ScriptVerb>> m_verbs;
+    double m_now = 0;
+    std::shared_ptr<scene_script::Machine> m_machine;
+};
+
+} // namespace tarn

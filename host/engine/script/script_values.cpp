@@ -1,0 +1,108 @@
+#include "script_values.h"
+
+#include <QStringEncoder>
+
+namespace tarn::scene_script {
+
+namespace {
+
+struct Push {
+    lua_State* lua;
+
+    void operator()(std::monostate) const { lua_pushnil(lua); }
+    void operator()(bool flag) const { lua_pushboolean(lua, flag); }
+    void operator()(qint64 number) const { lua_pushinteger(lua, number); }
+    void operator()(double number) const { lua_pushnumber(lua, number); }
+    void operator()(const QString& text) const { push_text(lua, text); }
+    template <class T>
+    void operator()(const QList<T>& list) const
+    {
+        luaL_checkstack(lua, 4, nullptr);
+        lua_createtable(lua, int(list.size()), 0);
+        for (qsizetype i = 0; i < list.size(); ++i) {
+            (*this)(list[i]);
+            lua_rawseti(lua, -2, i + 1);
+        }
+    }
+};
+
+bool read(lua_State* lua, int index, QString& text)
+{
+    if (lua_type(lua, index) != LUA_TSTRING)
+        return false;
+    text = read_text(lua, index);
+    return true;
+}
+
+/// The table at `index` when all its elements can be read as T.
+template <class T>
+std::optional<Value> read_list(lua_State* lua, int index)
+{
+    QList<T> list;
+    const lua_Unsigned count = lua_rawlen(lua, index);
+    list.reserve(qsizetype(count));
+    for (lua_Unsigned i = 1; i <= count; ++i) {
+        lua_rawgeti(lua, index, lua_Integer(i));
+        T item{};
+        const bool fits = read(lua, -1, item);
+        lua_pop(lua, 1);
+        if (!fits)
+            return std::nullopt;
+        list.append(std::move(item));
+    }
+    return Value(std::move(list));
+}
+
+} // namespace
+
+void push_text(lua_State* lua, const QString& text)
+{
+    constexpr qsizetype short_text = 80;
+    constexpr qsizetype bytes_per_unit = 3;
+    char bytes[short_text * bytes_per_unit];
+    luaL_Buffer buffer;
+    const bool is_short = text.size() <= short_text;
+    char* const begin = is_short ? bytes : luaL_buffinitsize(lua, &buffer, std::size_t(text.size() * bytes_per_unit));
+    char* end = begin;
+    {
+        QStringEncoder encoder(QStringEncoder::Utf8);
+        end = encoder.appendToBuffer(begin, text);
+    }
+    if (is_short)
+        lua_pushlstring(lua, begin, std::size_t(end - begin));
+    else
+        luaL_pushresultsize(&buffer, std::size_t(end - begin));
+}
+
+void push_value(lua_State* lua, const Value& value)
+{
+    std::visit(Push{lua}, value);
+}
+
+QString read_text(lua_State* lua, int index)
+{
+    std::size_t size = 0;
+    const char* bytes = lua_tolstring(lua, index, &size);
+    return QString::fromUtf8(bytes, qsizetype(size));
+}
+
+std::optional<Value> read_value(lua_State* lua, int index)
+{
+    switch (lua_type(lua, index)) {
+    case LUA_TNIL:
+    case LUA_TNONE: return Value();
+    case LUA_TBOOLEAN: return Value(lua_toboolean(lua, index) != 0);
+    case LUA_TNUMBER:
+        if (lua_isinteger(lua, index))
+            return Value(qint64(lua_tointeger(lua, index)));
+        return Value(double(lua_tonumber(lua, index)));
+    case LUA_TSTRING: return Value(read_text(lua, index));
+    case LUA_TTABLE:
+        if (!lua_checkstack(lua, 1))
+            return std::nullopt;
+        return read_list<QString>(lua, lua_absindex(lua, index));
+    default: return std::nullopt;
+    }
+}
+
+} // namespace tarn::scene_script

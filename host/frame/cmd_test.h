@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QDialog>
+
+class CBaseWorld;
+
+/// The modal script editor.
+class CDlgCmdTest : public QDialog {
+    Q_OBJECT
+
+public:
+    /// Edits the scene function of that name over `owner`, which may be null. `line` counts from 0 and gets the cursor;
+    /// -1 is the beginning. 1: the function has the new text; 2: it has its old one.
+    static int do_modal(const QString& function_name, CBaseWorld* world, QWidget* owner, int line);
+
+    void accept() override;
+    void reject() override;
+
+private:
+    class Page;
+
+    CDlgCmdTest(const QString& function_name, CBaseWorld& world, QWidget* owner);
+
+    QString m_name;
+    CBaseWorld& m_world;
+    Page* m_page;
+};
