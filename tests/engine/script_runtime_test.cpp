@@ -18,7 +18,8 @@ struct LampState : StateOf<LampState> {
     static const FieldTable& field_table()
     {
         using S = LampState;
-        static const FieldTable table(nullptr, field<S>("name", &S::name), field<S>("width", &S::width, 10, range(0, 500)),
+        static const FieldTable table(nullptr, field<S>("name", &S::name),
+                                      field<S>("width", &S::width, 10, range(0, 500)),
                                       field<S>("visible", &S::visible, true), field<S>("angle", &S::angle),
                                       field<S>("lines", &S::lines), field<S>("partner", &S::partner));
         return table;
@@ -154,7 +155,8 @@ TEST_F(RuntimeTest, errors_tell_function_and_line_wherever_they_arise)
         {u"\nerror()"_s, u"Script \"main\", line 2: nil"_s},
         {u"\nwhile true do end"_s, u"Script \"main\", line 2: the script was stopped: it ran too long"_s},
         {u"coroutine.wrap(function()\n error('deep') end)()"_s, u"Script \"main\", line 2: deep"_s},
-        {u"\n\nlocal s = 'x' while true do s = s .. s end"_s, u"Script \"main\", line 3: the script was stopped: a text"_s},
+        {u"\n\nlocal s = 'x' while true do s = s .. s end"_s,
+         u"Script \"main\", line 3: the script was stopped: a text"_s},
         {u"add('x')"_s, u"line 1: add: the argument \"a\" has to be a number, not string"_s},
         {u"add(1, 2.5)"_s, u"\"b\" has to be a whole number"_s},
         {u"add(1, 2, 3)"_s, u"too many arguments (at most 2)"_s},
@@ -334,7 +336,8 @@ TEST_F(RuntimeTest, the_table_of_verbs_tells_everything_that_can_be_called)
             continue;
         EXPECT_EQ(told(u"return type(%1)"_s.arg(names.back())), u"function"_s) << verb.name;
     }
-    EXPECT_TRUE(names.join(u' ').startsWith(u"print time wait call random get set lamp add"_s)) << names.join(u' ').toStdString();
+    EXPECT_TRUE(names.join(u' ').startsWith(u"print time wait call random get set lamp add"_s))
+        << names.join(u' ').toStdString();
 }
 
 TEST_F(RuntimeTest, a_text_is_checked_without_running_it)

@@ -42,11 +42,11 @@ constexpr Hostile hostile[] = {
     {"xpcall_handler_recurses", "local function h() error('x') end while true do xpcall(error, h) end"},
     {"xpcall_handler_of_error_loops", "xpcall(error, function() while true do end end)"},
     {"coroutine_wrap_loop", "coroutine.wrap(function() while true do end end)()"},
-    {"coroutine_resume_loop",
-     "while true do coroutine.resume(coroutine.create(function() while true do end end)) end"},
+    {"coroutine_resume_loop", "while true do coroutine.resume(coroutine.create(function() while true do end end)) end"},
     {"short_coroutines", "while true do coroutine.wrap(function() end)() end"},
-    {"coroutines_that_yield", "local f = coroutine.wrap(function() while true do coroutine.yield() end end) "
-                              "while true do f() end"},
+    {"coroutines_that_yield",
+     "local f = coroutine.wrap(function() while true do coroutine.yield() end end) "
+     "while true do f() end"},
     {"nested_coroutines", "local function f() return coroutine.wrap(f)() end f()"},
     {"close_loops_while_stopped",
      "local t = setmetatable({}, {__close = function() while true do end end}) "
@@ -64,17 +64,21 @@ constexpr Hostile hostile[] = {
      "local function f() local x <close> = t f() return 1 end f()"},
     {"tostring_loops", "error(setmetatable({}, {__tostring = function() while true do end end}))"},
     {"index_loops", "local t t = setmetatable({}, {__index = function(_, k) return t[k] end}) return t.x"},
-    {"comparison_loops", "local t = setmetatable({}, {__eq = function() while true do end end}) "
-                         "return t == setmetatable({}, getmetatable(t))"},
-    {"pairs_without_end", "for k in pairs(setmetatable({}, {__pairs = function() return function() return 1 end end})) "
-                          "do end"},
+    {"comparison_loops",
+     "local t = setmetatable({}, {__eq = function() while true do end end}) "
+     "return t == setmetatable({}, getmetatable(t))"},
+    {"pairs_without_end",
+     "for k in pairs(setmetatable({}, {__pairs = function() return function() return 1 end end})) "
+     "do end"},
     {"length_loops", "local t = setmetatable({}, {__len = function() while true do end end}) return #t"},
     {"call_itself", "while true do pcall(call, 'main') end"},
-    {"sort_with_contradictions", "local t = {} for i = 1, 1e5 do t[i] = i end "
-                                 "table.sort(t, function() return true end) while true do end"},
+    {"sort_with_contradictions",
+     "local t = {} for i = 1, 1e5 do t[i] = i end "
+     "table.sort(t, function() return true end) while true do end"},
     {"sort_calls_c", "local t = {} for i = 1, 2e5 do t[i] = i end while true do table.sort(t, rawequal) end"},
-    {"sort_equal_texts", "local t = {} local s = ('x'):rep(1e6) for i = 1, 20 do t[i] = s .. (i % 2) end "
-                         "while true do table.sort(t) end"},
+    {"sort_equal_texts",
+     "local t = {} local s = ('x'):rep(1e6) for i = 1, 20 do t[i] = s .. (i % 2) end "
+     "while true do table.sort(t) end"},
     // Work inside library functions
     {"pattern_backtracks", "return ('a'):rep(40):find(('a?'):rep(40) .. ('a'):rep(40) .. 'b')"},
     {"pattern_lazy", "return ('a'):rep(1e4):match('.-.-.-.-.-.-.-b')"},
@@ -93,15 +97,18 @@ constexpr Hostile hostile[] = {
     {"format_of_long_texts", "local s = ('x'):rep(1e6) while true do ('%q'):format(s) end"},
     {"reading_long_numbers", "local s = ('1'):rep(1e6) while true do local n = s + 1 end"},
     {"reading_long_numbers_in_loops", "local s = ('1'):rep(1e6) while true do for i = 1, s do break end end"},
-    {"comparing_long_texts", "local s = ('x'):rep(1e6) local a, b = s .. 'a', s .. 'b' while true do local c = a < b end"},
-    {"long_texts_as_keys", "local s = ('x'):rep(1e6) local t = {} local i = 0 while true do i = i + 1 t[s .. i] = nil end"},
+    {"comparing_long_texts",
+     "local s = ('x'):rep(1e6) local a, b = s .. 'a', s .. 'b' while true do local c = a < b end"},
+    {"long_texts_as_keys",
+     "local s = ('x'):rep(1e6) local t = {} local i = 0 while true do i = i + 1 t[s .. i] = nil end"},
     {"utf8_of_long_texts", "local s = ('x'):rep(1e6) while true do utf8.len(s) end"},
     {"concat_of_nothing", "return table.concat(setmetatable({}, {__index = function() return '' end}), '', 1, 1e15)"},
     {"unpack_everything", "while true do pcall(table.unpack, {}, 1, 1e7) end"},
     {"unpack_all_numbers", "return table.unpack({}, math.mininteger, math.maxinteger)"},
     {"move_everything", "return table.move({}, 1, 1e15, 2)"},
-    {"insert_with_false_length", "local t = setmetatable({}, {__len = function() return 1e15 end}) "
-                                 "while true do table.insert(t, 1, 1) end"},
+    {"insert_with_false_length",
+     "local t = setmetatable({}, {__len = function() return 1e15 end}) "
+     "while true do table.insert(t, 1, 1) end"},
     // Memory
     {"doubling_text", "local s = 'x' while true do s = s .. s end"},
     {"doubling_text_caught", "while true do pcall(function() local s = 'x' while true do s = s .. s end end) end"},
@@ -122,8 +129,7 @@ constexpr Hostile hostile[] = {
     {"printing_without_end", "while true do print(('x'):rep(1000)) end"},
 };
 
-class HostileScript : public ScriptTest, public testing::WithParamInterface<Hostile> {
-};
+class HostileScript : public ScriptTest, public testing::WithParamInterface<Hostile> {};
 
 } // namespace
 
@@ -187,14 +193,15 @@ TEST_F(SandboxTest, finalizers_and_weak_tables_are_refused_however_they_come)
 
 TEST_F(SandboxTest, classes_made_of_metatables_work_as_in_Lua)
 {
-    EXPECT_EQ(told(u"local Account = {balance = 0} "
-                   "function Account:new(o) o = o or {} setmetatable(o, self) self.__index = self return o end "
-                   "function Account:add(n) self.balance = self.balance + n end "
-                   "local Special = Account:new() function Special:limit() return 7 end "
-                   "local s = Special:new{name = 's'} s:add(5) "
-                   "local names = {} for k in pairs(getmetatable(s)) do names[#names + 1] = k end table.sort(names) "
-                   "return table.concat(names, ',') .. s.balance + s:limit() .. tostring(getmetatable(s) == Special)"_s),
-              u"__index,limit12true"_s);
+    EXPECT_EQ(
+        told(u"local Account = {balance = 0} "
+             "function Account:new(o) o = o or {} setmetatable(o, self) self.__index = self return o end "
+             "function Account:add(n) self.balance = self.balance + n end "
+             "local Special = Account:new() function Special:limit() return 7 end "
+             "local s = Special:new{name = 's'} s:add(5) "
+             "local names = {} for k in pairs(getmetatable(s)) do names[#names + 1] = k end table.sort(names) "
+             "return table.concat(names, ',') .. s.balance + s:limit() .. tostring(getmetatable(s) == Special)"_s),
+        u"__index,limit12true"_s);
     EXPECT_EQ(told(u"local v = setmetatable({x = 1}, {__add = function(a, b) return a.x + b end, "
                    "__call = function(_, n) return n end, __len = function() return 9 end, "
                    "__tostring = function() return 'v' end}) return tostring(v) .. (v + 2) .. v(3) .. #v"_s),

@@ -272,9 +272,8 @@ constexpr const char* charged_functions[] = {"byte", "char", "format", "len", "l
 
 constexpr const char* arithmetic[] = {"__add", "__sub", "__mul", "__mod", "__pow", "__div", "__idiv", "__unm"};
 
-constexpr luaL_Reg own_functions[]
-    = {{"rep", repeat},        {"find", find},    {"match", match}, {"gmatch", each_match},
-       {"gsub", replace},      {nullptr, nullptr}};
+constexpr luaL_Reg own_functions[] = {{"rep", repeat},        {"find", find},    {"match", match},
+                                      {"gmatch", each_match}, {"gsub", replace}, {nullptr, nullptr}};
 
 } // namespace
 

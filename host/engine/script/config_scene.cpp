@@ -81,9 +81,10 @@ FuncPtr IFunc::create_func(const QString& name)
 Status IFunc::set_text(const QString& text)
 {
     if (text.size() > max_text)
-        return Status::error(lang(u"脚本“%1”过长（最多 %2 个字符）", u"The script \"%1\" is too long (at most %2 characters).")
-                                 .arg(m_name)
-                                 .arg(max_text));
+        return Status::error(
+            lang(u"脚本“%1”过长（最多 %2 个字符）", u"The script \"%1\" is too long (at most %2 characters).")
+                .arg(m_name)
+                .arg(max_text));
     QString saved = as_saved(text);
     if (saved == m_text)
         return {};

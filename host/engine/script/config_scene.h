@@ -15,7 +15,7 @@ class CConfigScene;
 /// A function of the scene: a name and the Lua source that runs under it.
 class IFunc {
 public:
-    static constexpr int max_name = 300;      ///< UTF-16 units
+    static constexpr int max_name = 300;         ///< UTF-16 units
     static constexpr int max_text = 1024 * 1024; ///< UTF-16 units
 
     /// A function without text that is in no table yet.
@@ -35,7 +35,7 @@ private:
     QString m_name;
     QString m_text;
     quint64 m_revision;
-    CConfigScene* m_table = nullptr; ///< the one that holds it; null when none does
+    CConfigScene* m_table = nullptr;                 ///< the one that holds it; null when none does
     QList<std::pair<QString, QByteArray>> m_unknown; ///< members of the saved function that this version does not know
 };
 

@@ -39,9 +39,13 @@ int byte(const char* at)
 } // namespace
 
 PatternMatcher::PatternMatcher(lua_State* lua, const char* text, std::size_t text_size, const char* pattern,
-                               std::size_t pattern_size) :
-    m_lua(lua),
-    m_sandbox(Sandbox::of(lua)), m_text(text), m_text_end(text + text_size), m_pattern_begin(pattern), m_pattern_end(pattern + pattern_size)
+                               std::size_t pattern_size)
+    : m_lua(lua),
+      m_sandbox(Sandbox::of(lua)),
+      m_text(text),
+      m_text_end(text + text_size),
+      m_pattern_begin(pattern),
+      m_pattern_end(pattern + pattern_size)
 {
 }
 

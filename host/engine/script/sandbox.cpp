@@ -10,7 +10,7 @@ namespace tarn::scene_script {
 
 namespace {
 
-constexpr int hook_interval = 64;       ///< instructions; some of them work through a whole text
+constexpr int hook_interval = 64; ///< instructions; some of them work through a whole text
 constexpr int steps_between_looks = 2048;
 constexpr auto look_interval = std::chrono::microseconds(500);
 constexpr std::size_t reserve = 256 * 1024; ///< for small blocks, so that Lua itself never runs out

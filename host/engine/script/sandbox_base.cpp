@@ -84,10 +84,10 @@ int protected_call_with_handler(lua_State* lua)
 const char copy_key = 0;
 const char original_key = 0;
 
-constexpr const char* events[] = {"__index", "__newindex", "__call", "__tostring", "__name", "__pairs", "__close",
-                                  "__metatable", "__eq", "__lt", "__le", "__concat", "__len", "__unm", "__bnot",
-                                  "__add", "__sub", "__mul", "__div", "__mod", "__pow", "__idiv", "__band", "__bor",
-                                  "__bxor", "__shl", "__shr"};
+constexpr const char* events[] = {"__index",     "__newindex", "__call", "__tostring", "__name",   "__pairs", "__close",
+                                  "__metatable", "__eq",       "__lt",   "__le",       "__concat", "__len",   "__unm",
+                                  "__bnot",      "__add",      "__sub",  "__mul",      "__div",    "__mod",   "__pow",
+                                  "__idiv",      "__band",     "__bor",  "__bxor",     "__shl",    "__shr"};
 
 /// Stands for an __index that is given to a metatable only after it was set.
 int late_index(lua_State* lua)
@@ -203,8 +203,8 @@ int charged(lua_State* lua)
     return lua_tocfunction(lua, lua_upvalueindex(1))(lua);
 }
 
-constexpr const char* base_functions[]
-    = {"assert", "error", "ipairs", "rawequal", "rawget", "rawlen", "rawset", "select", "tonumber", "tostring", "type"};
+constexpr const char* base_functions[] = {"assert", "error",  "ipairs",   "rawequal", "rawget", "rawlen",
+                                          "rawset", "select", "tonumber", "tostring", "type"};
 
 constexpr luaL_Reg own_functions[] = {{"pcall", protected_call},
                                       {"xpcall", protected_call_with_handler},

@@ -154,9 +154,11 @@ int is_yieldable(lua_State* lua)
     return 1;
 }
 
-constexpr luaL_Reg functions[] = {{"create", create},   {"resume", resume_protected}, {"wrap", wrap},
-                                  {"yield", yield},     {"status", status},           {"close", close},
-                                  {"running", running}, {"isyieldable", is_yieldable}, {nullptr, nullptr}};
+constexpr luaL_Reg functions[] = {{"create", create},   {"resume", resume_protected},
+                                  {"wrap", wrap},       {"yield", yield},
+                                  {"status", status},   {"close", close},
+                                  {"running", running}, {"isyieldable", is_yieldable},
+                                  {nullptr, nullptr}};
 
 } // namespace
 

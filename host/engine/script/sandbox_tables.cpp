@@ -199,9 +199,8 @@ int sort(lua_State* lua)
     return 0;
 }
 
-constexpr luaL_Reg functions[]
-    = {{"insert", insert}, {"remove", remove}, {"move", move}, {"unpack", unpack},
-       {"pack", pack},     {"concat", concat}, {"sort", sort}, {nullptr, nullptr}};
+constexpr luaL_Reg functions[] = {{"insert", insert}, {"remove", remove}, {"move", move}, {"unpack", unpack},
+                                  {"pack", pack},     {"concat", concat}, {"sort", sort}, {nullptr, nullptr}};
 
 } // namespace
 

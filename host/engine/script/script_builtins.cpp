@@ -131,7 +131,8 @@ int call_function(lua_State* lua)
     return finish_call(lua, LUA_OK, calls);
 }
 
-constexpr luaL_Reg own_verbs[] = {{"print", print}, {"time", time}, {"wait", wait}, {"call", call_function}, {nullptr, nullptr}};
+constexpr luaL_Reg own_verbs[]
+    = {{"print", print}, {"time", time}, {"wait", wait}, {"call", call_function}, {nullptr, nullptr}};
 
 Result<ScriptValue> find(ScriptCall& call, const ScriptObjects& objects, const char* kind)
 {
@@ -159,7 +160,8 @@ std::vector<ScriptVerb> builtin_verbs(const ScriptObjects* objects)
          {u"暂停此脚本，稍后继续", u"pauses this script and goes on later"}},
         {.name = "call",
          .parameters = {{"name", ScriptType::Text, {u"函数的名称", u"the function's name"}}},
-         .about = {u"调用场景中的另一个脚本函数，返回其结果", u"calls another function of the scene and returns its results"},
+         .about = {u"调用场景中的另一个脚本函数，返回其结果",
+                   u"calls another function of the scene and returns its results"},
          .more = true},
         {"random",
          {{"low", ScriptType::Integer, {u"下限；只有一个参数时为上限", u"least; alone, the greatest number"}, true},

@@ -13,9 +13,8 @@ constexpr qsizetype label_bytes = 40; ///< Lua cuts the names of chunks at 60
 } // namespace
 
 Machine::Machine(ScriptRuntime& runtime, CConfigScene& functions, const ScriptApi& api,
-                 std::shared_ptr<const std::vector<ScriptVerb>> verbs, const ScriptLimits& limits) :
-    Sandbox(limits),
-    m_runtime(&runtime), m_functions(&functions), m_objects(api.objects), m_verbs(std::move(verbs))
+                 std::shared_ptr<const std::vector<ScriptVerb>> verbs, const ScriptLimits& limits)
+    : Sandbox(limits), m_runtime(&runtime), m_functions(&functions), m_objects(api.objects), m_verbs(std::move(verbs))
 {
     if (main())
         open_api();
@@ -156,10 +155,12 @@ QString reason_text(Stop reason, const ScriptLimits& limits)
     constexpr std::size_t mebi = 1024 * 1024;
     switch (reason) {
     case Stop::Memory:
-        return lang(u"脚本使用的内存过多（最多 %1 MiB），已停止", u"the script was stopped: it used too much memory (at most %1 MiB)")
+        return lang(u"脚本使用的内存过多（最多 %1 MiB），已停止",
+                    u"the script was stopped: it used too much memory (at most %1 MiB)")
             .arg(limits.memory / mebi);
     case Stop::Text:
-        return lang(u"文本过长（最多 %1 KiB），脚本已停止", u"the script was stopped: a text became too long (at most %1 KiB)")
+        return lang(u"文本过长（最多 %1 KiB），脚本已停止",
+                    u"the script was stopped: a text became too long (at most %1 KiB)")
             .arg(limits.text / 1024);
     case Stop::Block:
         return lang(u"函数调用层次过深或表过大，脚本已停止",

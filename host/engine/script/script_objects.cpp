@@ -122,9 +122,9 @@ bool describe(Machine& machine, lua_State* lua, Frame& frame)
 {
     const Handle* handle = handle_at(lua, 1);
     const ScriptObject object = machine.object_at(lua, 1, frame.message);
-    frame.result = Value(object   ? machine.called(*object)
-                         : handle ? lang(u"已删除的对象 %1", u"deleted object %1").arg(handle->id)
-                                  : QString());
+    frame.result = Value(object       ? machine.called(*object)
+                             : handle ? lang(u"已删除的对象 %1", u"deleted object %1").arg(handle->id)
+                                      : QString());
     return true;
 }
 
@@ -164,8 +164,8 @@ void Machine::open_objects(lua_State* lua)
     lua_rawsetp(lua, LUA_REGISTRYINDEX, &handle_cache);
 
     // Every object has these two.
-    static constexpr luaL_Reg methods[]
-        = {{"get", framed<read_field>}, {"set", framed<write_field>}, {nullptr, nullptr}};
+    static constexpr luaL_Reg methods[] = {
+        {"get", framed<read_field>}, {"set", framed<write_field>}, {nullptr, nullptr}};
     lua_rawgeti(lua, LUA_REGISTRYINDEX, m_methods.at("object"));
     luaL_setfuncs(lua, methods, 0);
     lua_pop(lua, 1);
@@ -230,8 +230,9 @@ bool Machine::push_method(lua_State* lua, const ModelObject& object, int key) co
 QString Machine::called(const ModelObject& object) const
 {
     const auto classes = m_objects ? m_objects->classes_of(object) : std::vector<const char*>();
-    return QStringLiteral("%1 %2").arg(QLatin1String(classes.empty() ? object.class_name() : classes.front())).arg(
-        object.id());
+    return QStringLiteral("%1 %2")
+        .arg(QLatin1String(classes.empty() ? object.class_name() : classes.front()))
+        .arg(object.id());
 }
 
 } // namespace tarn::scene_script

@@ -15,8 +15,8 @@ QString ScriptError::text() const
     return lang(u"脚本“%1”：%2", u"Script \"%1\": %2").arg(function, message);
 }
 
-ScriptRuntime::ScriptRuntime(CConfigScene& functions, ScriptApi api, const ScriptLimits& limits) :
-    m_functions(functions), m_api(std::move(api)), m_limits(limits)
+ScriptRuntime::ScriptRuntime(CConfigScene& functions, ScriptApi api, const ScriptLimits& limits)
+    : m_functions(functions), m_api(std::move(api)), m_limits(limits)
 {
     auto verbs = scene_script::builtin_verbs(m_api.objects.get());
     verbs.insert(verbs.end(), m_api.verbs.begin(), m_api.verbs.end());
@@ -34,8 +34,7 @@ std::shared_ptr<Machine> ScriptRuntime::make_machine()
     return std::make_shared<Machine>(*this, m_functions, m_api, m_verbs, m_limits);
 }
 
-ScriptResult ScriptRuntime::call(const QString& name, std::span<const ScriptValue> arguments,
-                                 const ScriptObject& owner)
+ScriptResult ScriptRuntime::call(const QString& name, std::span<const ScriptValue> arguments, const ScriptObject& owner)
 {
     // A verb may reset the runtime or delete it.
     const auto machine = m_machine;

@@ -62,8 +62,7 @@ void push_text(lua_State* lua, const QString& text)
     char bytes[short_text * bytes_per_unit];
     luaL_Buffer buffer;
     const bool is_short = text.size() <= short_text;
-    char* const begin
-        = is_short ? bytes : luaL_buffinitsize(lua, &buffer, std::size_t(text.size() * bytes_per_unit));
+    char* const begin = is_short ? bytes : luaL_buffinitsize(lua, &buffer, std::size_t(text.size() * bytes_per_unit));
     char* end = begin;
     {
         QStringEncoder encoder(QStringEncoder::Utf8);
