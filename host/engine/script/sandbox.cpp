@@ -161,7 +161,7 @@ void Sandbox::begin()
 {
     m_steps = m_limits.steps;
     m_charged = 0;
-    m_deadline = 0;
+    m_deadline = processor_seconds() + m_limits.processor_seconds;
     m_last_look = Clock::now();
     m_stop = Stop::None;
     m_place = {};
@@ -204,15 +204,6 @@ void Sandbox::hook(lua_State* lua, lua_Debug*)
     if (self.m_look)
         self.look_at_memory(lua);
     self.look_at_clock(lua);
-}
-
-bool Sandbox::out_of_time()
-{
-    // Asking for processor time takes longer than most calls, which end before the first look.
-    const double now = processor_seconds();
-    if (m_deadline == 0)
-        m_deadline = now + m_limits.processor_seconds;
-    return now > m_deadline;
 }
 
 void Sandbox::look_at_clock(lua_State* lua)

@@ -48,6 +48,9 @@ public:
     void charge(lua_State* lua, std::size_t steps);
     /// After something failed under protection: raises the error on top again if the script was stopped.
     void after_failure(lua_State* lua, int status);
+    /// The call's processor time is used up.
+    bool out_of_time() const { return processor_seconds() > m_deadline; }
+
     /// The thread that runs from now on; answers the one before.
     lua_State* enter(lua_State* thread);
     /// How many are open inside each other now. Whoever counts one up puts back what was, errors may jump over that.
@@ -70,7 +73,6 @@ private:
     static void hook(lua_State* lua, lua_Debug* at);
     bool may_grow(std::size_t by, std::size_t size, bool is_text);
     void look_soon();
-    bool out_of_time();
     void look_at_clock(lua_State* lua);
     void look_at_memory(lua_State* lua);
     [[noreturn]] void stop(lua_State* lua, Stop reason);
@@ -85,7 +87,7 @@ private:
     Stop m_refused = Stop::Memory; ///< why the last allocation was refused
     long long m_steps = 0;
     long long m_charged = 0; ///< since the clock was looked at
-    double m_deadline = 0;   ///< in processor_seconds(); 0 until the first look
+    double m_deadline = 0;   ///< in processor_seconds()
     Clock::time_point m_last_look;
     Stop m_stop = Stop::None;
     Place m_place;
