@@ -61,7 +61,7 @@ public:
     Depth depth() const { return m_depth; }
     void set_depth(Depth depth) { m_depth = depth; }
 
-    /// Loads source text as a function, on a stack that is under protection. `jumps` are limited beforehand.
+    /// Loads source text as a function onto the stack, or an error's message: also for a text that is slow to compile.
     int load(lua_State* lua, const char* text, std::size_t size, const char* label);
 
     static double processor_seconds();

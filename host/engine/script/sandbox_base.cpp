@@ -78,8 +78,8 @@ int protected_call_with_handler(lua_State* lua)
 
 // Metatables ----------------------------------------------------------------------------------------------------------
 
-// What a table really gets is a copy of the metatable, kept inside it under a key that scripts cannot see. So nobody can
-// put "__gc" (Lua runs finalizers without our hook) or "__mode" (a collection over chained weak keys takes quadratic
+// What a table really gets is a copy of the metatable, kept inside it under a key that scripts cannot see. So nobody
+// can put "__gc" (Lua runs finalizers without our hook) or "__mode" (a collection over chained weak keys takes quadratic
 // time) into a metatable that is in use.
 const char copy_key = 0;
 const char original_key = 0;
@@ -190,7 +190,7 @@ int pairs(lua_State* lua)
     return 3;
 }
 
-// -----------------------------------------------------------------------------------------------------------------------
+// Libraries ----------------------------------------------------------------------------------------------------------
 
 /// Lua's own function, charged for the length of its texts and the number of its arguments.
 int charged(lua_State* lua)

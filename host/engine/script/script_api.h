@@ -46,7 +46,7 @@ struct ScriptVerb {
     const char* name;
     std::vector<ScriptParameter> parameters{}; ///< without the object of a method
     ScriptText about = {};
-    /// Called with arguments that were checked against the parameters. Null in the rows of what the runtime does itself.
+    /// Called with arguments that were checked against the parameters. Null where the runtime does it itself.
     std::function<Result<ScriptValue>(ScriptCall&)> run = {};
     /// A method of the objects of this class; null: a global function.
     const char* of = nullptr;

@@ -65,7 +65,7 @@ int time(lua_State* lua)
     return Machine::run_frame(lua, read_clock);
 }
 
-// wait and call ---------------------------------------------------------------------------------------------------------
+// wait and call ------------------------------------------------------------------------------------------------------
 
 bool prepare_wait(Machine& machine, lua_State* lua, Frame& frame)
 {
