@@ -26,7 +26,8 @@ CReportListLog::CReportListLog(QWidget* parent) : CReportList(parent)
     insert_column(column_event, lang(u"事件", u"Event"), 3);
     insert_column(column_function, lang(u"函数", u"Function"), 4);
     insert_column(column_result, lang(u"结果", u"Result"), 8);
-    set_empty_hint(lang(u"预览（F5）时，这里列出调用脚本的事件。", u"Events that call scripts are listed here while the preview (F5) runs."));
+    set_empty_hint(lang(u"预览（F5）时，这里列出调用脚本的事件。",
+                        u"Events that call scripts are listed here while the preview (F5) runs."));
 }
 
 QString CReportListLog::get_item_caption(void* item, int column) const

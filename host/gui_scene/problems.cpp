@@ -22,12 +22,14 @@ void find_broken_events(CGuiPlugScene& scene, Problems& problems)
         const QString caption = event_caption(event->type);
         if (!control)
             problems.push_back({nullptr, lang(u"控件 %1", u"Control %1").arg(event->control),
-                                lang(u"事件“%1”（函数 %2）的控件已被删除。", u"The control of the event \"%1\" (function %2) was deleted.")
+                                lang(u"事件“%1”（函数 %2）的控件已被删除。",
+                                     u"The control of the event \"%1\" (function %2) was deleted.")
                                     .arg(caption, event->function)});
         else if (!scene.functions().find_function(event->function))
-            problems.push_back({control, control->name(),
-                                lang(u"事件“%1”的函数 %2 不存在。", u"The event \"%1\" calls the function %2, which does not exist.")
-                                    .arg(caption, event->function)});
+            problems.push_back(
+                {control, control->name(),
+                 lang(u"事件“%1”的函数 %2 不存在。", u"The event \"%1\" calls the function %2, which does not exist.")
+                     .arg(caption, event->function)});
     }
 }
 
@@ -43,9 +45,10 @@ public:
         for (const FieldBase* field : picture_fields(object.fields()))
             for (const QString& picture : field->pictures(object.base_state()))
                 if (!m_files.contains(texture_entry(picture)))
-                    m_problems.push_back({&object, name,
-                                          lang(u"图片 %1（%2）不在文件包中。", u"The picture %1 (%2) is not in the package.")
-                                              .arg(picture, QString::fromLatin1(field->name()))});
+                    m_problems.push_back(
+                        {&object, name,
+                         lang(u"图片 %1（%2）不在文件包中。", u"The picture %1 (%2) is not in the package.")
+                             .arg(picture, QString::fromLatin1(field->name()))});
     }
 
 private:
