@@ -19,6 +19,14 @@ CBaseWorld::CBaseWorld()
 
 CBaseWorld::~CBaseWorld() = default;
 
+void CBaseWorld::set_script_api(tarn::ScriptApi api)
+{
+    auto runtime = std::make_unique<tarn::ScriptRuntime>(*m_functions, std::move(api));
+    runtime->on_print = std::move(m_scripts->on_print);
+    runtime->on_error = std::move(m_scripts->on_error);
+    m_scripts = std::move(runtime);
+}
+
 void CBaseWorld::broadcast(int code)
 {
     if (on_broadcast)

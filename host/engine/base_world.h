@@ -14,6 +14,7 @@ class CConfigScene;
 
 namespace tarn {
 
+struct ScriptApi;
 class ScriptRuntime;
 
 /// A part of the program that hears the notification codes.
@@ -80,6 +81,11 @@ public:
     /// The scene's functions, and what runs them.
     CConfigScene& config_scene() { return *m_functions; }
     tarn::ScriptRuntime& scripts() { return *m_scripts; }
+    /// Gives scripts what they can reach. Their globals and all calls that wait are dropped; scripts() is another one
+    /// from now on, which has the handlers of the old one.
+    void set_script_api(tarn::ScriptApi api);
+    /// Opens a step of undo of that name, which lasts until the answer is let go. Null: there is nothing to undo.
+    std::function<std::shared_ptr<void>(const QString& name)> begin_edit;
 
 private:
     CPlugDllMan m_plug_man;
