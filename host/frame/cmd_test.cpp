@@ -34,8 +34,7 @@ LastLook& last_look()
 } // namespace
 
 CDlgCmdTest::CDlgCmdTest(const QString& function_name, const QString& text, CBaseWorld& world, QWidget* owner)
-    : QDialog(owner), m_name(function_name), m_world(world),
-      m_page(new tarn::ScriptPage(function_name, world, *this))
+    : QDialog(owner), m_name(function_name), m_world(world), m_page(new tarn::ScriptPage(function_name, world, *this))
 {
     const CResHandleMan guard(QStringLiteral(":/frame"));
     m_page->Create(template_id, this);

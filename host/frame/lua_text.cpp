@@ -64,7 +64,7 @@ private:
             while (continues_name(at(0)))
                 ++m_at;
             token.kind = lua_keywords().contains(m_text.mid(token.begin, m_at - token.begin)) ? LuaToken::Keyword
-                                                                                            : LuaToken::Name;
+                                                                                              : LuaToken::Name;
         } else if (c.isDigit() || (c == u'.' && at(1).isDigit())) {
             token.kind = LuaToken::Number;
             while (continues_name(at(0)) || (at(0) == u'.' && at(1) != u'.'))

@@ -68,9 +68,15 @@ void CScriptEdit::go_to_line(int line)
     setFocus();
 }
 
+QString CScriptEdit::text_before(long position) const
+{
+    // bytes() answers a zero too many.
+    return QString::fromUtf8(bytes(0, int(position)).left(position));
+}
+
 qsizetype CScriptEdit::cursor_place() const
 {
-    return QString::fromUtf8(bytes(0, int(SendScintilla(SCI_GETCURRENTPOS)))).size();
+    return text_before(SendScintilla(SCI_GETCURRENTPOS)).size();
 }
 
 long CScriptEdit::position_of(const QString& all, qsizetype place) const
@@ -126,7 +132,7 @@ QString CScriptEdit::tip_at(QPoint place) const
     const long position = SendScintilla(SCI_POSITIONFROMPOINTCLOSE, ulong(place.x()), long(place.y()));
     if (position < 0)
         return {};
-    const auto tip = m_words.name_tip(text(), QString::fromUtf8(bytes(0, int(position))).size());
+    const auto tip = m_words.name_tip(text(), text_before(position).size());
     return tip ? tip->text : QString();
 }
 
@@ -163,9 +169,8 @@ void CScriptEdit::contextMenuEvent(QContextMenuEvent* event)
     };
     tarn::boxes::Menu menu{.items = {}, .place = event->globalPos()};
     for (std::size_t i = 0; i < commands.size(); ++i)
-        menu.items.push_back({.id = commands[i].run ? int(i) + 1 : 0,
-                              .text = commands[i].text,
-                              .enabled = commands[i].enabled});
+        menu.items.push_back(
+            {.id = commands[i].run ? int(i) + 1 : 0, .text = commands[i].text, .enabled = commands[i].enabled});
     if (const int chosen = tarn::boxes::menu(this, menu); chosen > 0)
         commands[std::size_t(chosen) - 1].run();
 }

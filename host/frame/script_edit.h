@@ -81,6 +81,7 @@ private:
 
     void check();
     void mark_fault(const tarn::ScriptError& fault);
+    QString text_before(long position) const;
     qsizetype cursor_place() const;
     long position_of(const QString& all, qsizetype place) const;
     bool is_active(unsigned int message) const { return SendScintilla(message) != 0; }
@@ -88,6 +89,6 @@ private:
     QTimer* m_check_timer;
     tarn::ScriptWords m_words;
     std::vector<tarn::ScriptError> m_faults;
-    QString m_call_tip;                 ///< the text of the one that is shown
+    QString m_call_tip;                  ///< the text of the one that is shown
     qsizetype m_dismissed_call_tip = -1; ///< the place of the call whose tip the author closed
 };

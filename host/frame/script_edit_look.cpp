@@ -1,7 +1,9 @@
+#include "lua_text.h"
 #include "script_edit.h"
 #include "script_marks.h"
 #include "widgets/theme.h"
 
+#include <QEvent>
 #include <QFontDatabase>
 
 // The look of the editor of scripts.
@@ -14,31 +16,14 @@ struct StyleColor {
     QRgb dark;
 };
 constexpr StyleColor style_colors[] = {
-    {QsciLexerLua::Comment, 0x5b7a5b, 0x7f9f7f},
-    {QsciLexerLua::LineComment, 0x5b7a5b, 0x7f9f7f},
-    {QsciLexerLua::Number, 0x8a4b00, 0xe0a96d},
-    {QsciLexerLua::Keyword, 0x0b49b0, 0x7fb2ff},
-    {QsciLexerLua::String, 0x9c2a2a, 0xe08f8f},
-    {QsciLexerLua::Character, 0x9c2a2a, 0xe08f8f},
-    {QsciLexerLua::LiteralString, 0x9c2a2a, 0xe08f8f},
-    {QsciLexerLua::UnclosedString, 0xc00000, 0xff6b6b},
-    {QsciLexerLua::BasicFunctions, 0x6b2f9c, 0xc59cf0},
-    {QsciLexerLua::StringTableMathsFunctions, 0x6b2f9c, 0xc59cf0},
-    {QsciLexerLua::KeywordSet5, 0x00696b, 0x63c8c9},
-    {QsciLexerLua::Label, 0x8a4b00, 0xe0a96d},
+    {QsciLexerLua::Comment, 0x5b7a5b, 0x7f9f7f},        {QsciLexerLua::LineComment, 0x5b7a5b, 0x7f9f7f},
+    {QsciLexerLua::Number, 0x8a4b00, 0xe0a96d},         {QsciLexerLua::Keyword, 0x0b49b0, 0x7fb2ff},
+    {QsciLexerLua::String, 0x9c2a2a, 0xe08f8f},         {QsciLexerLua::Character, 0x9c2a2a, 0xe08f8f},
+    {QsciLexerLua::LiteralString, 0x9c2a2a, 0xe08f8f},  {QsciLexerLua::UnclosedString, 0xc00000, 0xff6b6b},
+    {QsciLexerLua::BasicFunctions, 0x6b2f9c, 0xc59cf0}, {QsciLexerLua::StringTableMathsFunctions, 0x6b2f9c, 0xc59cf0},
+    {QsciLexerLua::KeywordSet5, 0x00696b, 0x63c8c9},    {QsciLexerLua::Label, 0x8a4b00, 0xe0a96d},
 };
-constexpr int function_words = 2; ///< the lexer's sets of words, by their numbers
-constexpr int member_words = 3;
-constexpr int facility_words = 4;
-constexpr int verb_words = 5;
-
-/// The program's own words take the place of those that the lexer knows: scripts have no files and processes.
-class Lexer : public QsciLexerLua {
-public:
-    using QsciLexerLua::QsciLexerLua;
-
-    const char* keywords(int set) const override { return set == 1 ? QsciLexerLua::keywords(set) : nullptr; }
-};
+enum WordSet : ulong { keyword_words, function_words, member_words, facility_words, verb_words }; ///< the lexer's
 
 QFont script_font()
 {
@@ -46,8 +31,9 @@ QFont script_font()
     const QString family = QFontInfo(font).family();
     // Characters that the font has not come from a font of equal widths too where there is one.
     if (QFont::substitutes(family).isEmpty())
-        QFont::insertSubstitutions(family, {QStringLiteral("Noto Sans Mono CJK SC"), QStringLiteral("Noto Sans CJK SC"),
-                                            QStringLiteral("Microsoft YaHei"), QStringLiteral("PingFang SC")});
+        QFont::insertSubstitutions(family,
+                                   {QStringLiteral("Noto Sans Mono CJK SC"), QStringLiteral("Noto Sans CJK SC"),
+                                    QStringLiteral("Microsoft YaHei"), QStringLiteral("PingFang SC")});
     font.setFamily(family);
     return font;
 }
@@ -62,7 +48,7 @@ QColor mixed(const QColor& a, const QColor& b, double part_of_b)
 
 void CScriptEdit::define_marks()
 {
-    setLexer(new Lexer(this));
+    setLexer(new QsciLexerLua(this));
     setMarginType(tarn::number_margin, NumberMargin);
     setMarginMarkerMask(tarn::number_margin, 0);
     setMarginType(tarn::mark_margin, SymbolMargin);
@@ -77,6 +63,7 @@ void CScriptEdit::define_marks()
     setCaretLineVisible(true);
     setCaretWidth(2);
     setIndentationGuides(true);
+    SendScintilla(SCI_SETMARGINLEFT, 0UL, 4L);
     SendScintilla(SCI_SETEXTRAASCENT, 1);
     SendScintilla(SCI_SETEXTRADESCENT, 1);
 }
@@ -128,9 +115,9 @@ void CScriptEdit::use_fold_colors()
 {
     const QColor margin = mixed(palette().color(QPalette::Base), palette().color(QPalette::Window), 0.6);
     setFoldMarginColors(margin, margin);
-    for (int marker = SC_MARKNUM_FOLDEREND; marker <= SC_MARKNUM_FOLDEROPEN; ++marker) {
-        setMarkerForegroundColor(margin, marker);
-        setMarkerBackgroundColor(palette().color(QPalette::PlaceholderText), marker);
+    for (int marker = SC_MARKNUM_FOLDEREND; marker <= int(SC_MARKNUM_FOLDEROPEN); ++marker) {
+        SendScintilla(SCI_MARKERSETFORE, ulong(marker), margin);
+        SendScintilla(SCI_MARKERSETBACK, ulong(marker), palette().color(QPalette::PlaceholderText));
     }
 }
 
@@ -143,9 +130,11 @@ void CScriptEdit::fit_number_margin()
 void CScriptEdit::offer(const std::vector<tarn::ScriptVerb>& verbs, const QStringList& field_names)
 {
     m_words = tarn::ScriptWords(verbs, field_names, tarn::ScriptRuntime::library());
-    const auto set_words = [this](int set, const QStringList& words) {
-        SendScintilla(SCI_SETKEYWORDS, ulong(set - 1), words.join(QLatin1Char(' ')).toUtf8().constData());
+    // The lexer's own words are others: scripts have no files and processes.
+    const auto set_words = [this](WordSet set, const QStringList& words) {
+        SendScintilla(SCI_SETKEYWORDS, ulong(set), words.join(QLatin1Char(' ')).toUtf8().constData());
     };
+    set_words(keyword_words, tarn::lua_keywords());
     set_words(function_words, m_words.library(false));
     set_words(member_words, m_words.library(true));
     set_words(facility_words, {});

@@ -109,9 +109,9 @@ bool CScriptEdit::dismiss()
 void CScriptEdit::break_line()
 {
     const OneUndo one_undo(*this);
-    const int line = int(SendScintilla(SCI_LINEFROMPOSITION, SendScintilla(SCI_GETSELECTIONSTART)));
-    const QString before = QString::fromUtf8(bytes(0, int(SendScintilla(SCI_GETSELECTIONSTART))));
-    const int columns = indentation(line) + (tarn::lua_opens_block(before) ? tabWidth() : 0);
+    const long begin = SendScintilla(SCI_GETSELECTIONSTART);
+    const int line = int(SendScintilla(SCI_LINEFROMPOSITION, begin));
+    const int columns = indentation(line) + (tarn::lua_opens_block(text_before(begin)) ? tabWidth() : 0);
     SendScintilla(SCI_NEWLINE);
     if (is_blank(text(line)))
         setIndentation(line, 0);
@@ -123,7 +123,7 @@ void CScriptEdit::break_line()
 /// A word or bracket that was just typed to its end goes below the line whose block it closes.
 void CScriptEdit::align_block_end()
 {
-    const QString before = text().left(cursor_place());
+    const QString before = text_before(SendScintilla(SCI_GETCURRENTPOS));
     const qsizetype begin = tarn::lua_block_begin(before);
     if (begin < 0)
         return;

@@ -53,8 +53,7 @@ constexpr int icon_stop = 16;
 } // namespace
 
 ScriptPage::ScriptPage(QString function_name, CBaseWorld& world, QDialog& dialog)
-    : CChildDlg(QStringLiteral("CDlgCmdTest"), &dialog), m_dialog(dialog),
-      m_run(std::move(function_name), world, m_log)
+    : CChildDlg(QStringLiteral("CDlgCmdTest"), &dialog), m_dialog(dialog), m_run(std::move(function_name), world, m_log)
 {
 }
 
@@ -83,9 +82,10 @@ void ScriptPage::OnInitDialog()
 void ScriptPage::init_bar()
 {
     m_bar = std::make_unique<ScriptFindBar>(
-        script(), ScriptFindBar::Controls{control(id_bar), control_as<QLineEdit>(id_what), control_as<QLineEdit>(id_by),
-                                          control_as<QCheckBox>(id_match_case), control_as<QCheckBox>(id_whole_word),
-                                          control_as<QLabel>(id_result)});
+        script(),
+        ScriptFindBar::Controls{control(id_bar), control_as<QLineEdit>(id_what), control_as<QLineEdit>(id_by),
+                                control_as<QCheckBox>(id_match_case), control_as<QCheckBox>(id_whole_word),
+                                control_as<QLabel>(id_result)});
     control_as<QToolButton>(id_close_bar)->setIcon(style()->standardIcon(QStyle::SP_TitleBarCloseButton));
     on_click(id_close_bar, [this] { m_bar->close(); });
     on_click(id_find, [this] { m_bar->open(false); });

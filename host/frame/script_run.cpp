@@ -25,10 +25,7 @@ QString shown(const Value& value)
         QString operator()(std::monostate) const { return QStringLiteral("nil"); }
         QString operator()(bool flag) const { return flag ? QStringLiteral("true") : QStringLiteral("false"); }
         QString operator()(qint64 number) const { return QString::number(number); }
-        QString operator()(double number) const
-        {
-            return QString::number(number, 'g', QLocale::FloatingPointShortest);
-        }
+        QString operator()(double number) const { return QString::number(number, 'g', QLocale::FloatingPointShortest); }
         QString operator()(const QString& text) const { return QLatin1Char('"') + text + QLatin1Char('"'); }
         QString operator()(const QStringList& texts) const
         {
@@ -58,10 +55,9 @@ QString fault_text(const ScriptError& fault)
 ScriptRun::ScriptRun(QString function_name, CBaseWorld& world, ScriptLog& log)
     : m_name(std::move(function_name)), m_world(world), m_log(log)
 {
-    m_printed_before = std::exchange(
-        runtime().on_print, [this](const QString& text) { m_log.add(ScriptLog::Kind::Print, text); });
-    m_failed_before
-        = std::exchange(runtime().on_error, [this](const ScriptError& error) { add_error(error); });
+    m_printed_before = std::exchange(runtime().on_print,
+                                     [this](const QString& text) { m_log.add(ScriptLog::Kind::Print, text); });
+    m_failed_before = std::exchange(runtime().on_error, [this](const ScriptError& error) { add_error(error); });
     m_ticks.setInterval(tick_interval);
     connect(&m_ticks, &QTimer::timeout, this, &ScriptRun::tick);
 }
