@@ -179,7 +179,8 @@ void CScriptEdit::toggle_comment()
             SendScintilla(SCI_DELETERANGE, ulong(begin), long(comment_mark.size() + space));
         } else {
             const long begin = SendScintilla(SCI_FINDCOLUMN, ulong(line), long(column));
-            SendScintilla(SCI_INSERTTEXT, ulong(begin), "-- ");
+            SendScintilla(SCI_SETTARGETRANGE, ulong(begin), begin);
+            SendScintilla(SCI_REPLACETARGET, 3UL, "-- ");
         }
     }
 }
