@@ -87,7 +87,7 @@ void CScriptEdit::use_colors()
     setPaper(base);
     setCaretForegroundColor(text);
     setCaretLineBackgroundColor(mixed(base, text, 0.05));
-    setSelectionBackgroundColor(mixed(base, colors.color(QPalette::Active, QPalette::Highlight), 0.45));
+    setSelectionBackgroundColor(mixed(base, colors.color(QPalette::Active, QPalette::Highlight), 0.35));
     resetSelectionForegroundColor();
     setMarginsFont(font);
     setMarginsBackgroundColor(margin);

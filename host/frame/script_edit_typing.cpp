@@ -2,6 +2,7 @@
 #include "script_edit.h"
 
 #include <QKeyEvent>
+#include <QListWidget>
 
 #include <algorithm>
 
@@ -208,8 +209,15 @@ void CScriptEdit::complete(bool asked)
         SendScintilla(SCI_AUTOCCANCEL);
         return;
     }
-    if (!is_active(SCI_AUTOCACTIVE) || asked)
-        SendScintilla(SCI_AUTOCSHOW, ulong(offer.typed), offer.words.join(QLatin1Char('\n')).toUtf8().constData());
+    if (is_active(SCI_AUTOCACTIVE) && !asked)
+        return;
+    SendScintilla(SCI_AUTOCSHOW, ulong(offer.typed), offer.words.join(QLatin1Char('\n')).toUtf8().constData());
+    // On a dark editor its frame could not be seen.
+    if (auto* list = findChild<QListWidget*>()) {
+        QPalette colors = palette();
+        colors.setColor(QPalette::Base, colors.color(QPalette::Button));
+        list->setPalette(colors);
+    }
 }
 
 void CScriptEdit::show_asked_tip()

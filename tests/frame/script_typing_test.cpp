@@ -27,7 +27,8 @@ protected:
 TEST_F(ScriptTyping, IndentsBlocksAndPutsTheirEndsBack)
 {
     type_into_empty(u"if a then\nfor i = 1, 2 do\nb()\nend\nelse\nc = {\n}\nend\nd()"_s, [](CScriptEdit& edit) {
-        EXPECT_EQ(edit.script(), u"if a then\n    for i = 1, 2 do\n        b()\n    end\nelse\n    c = {\n    }\nend\nd()"_s);
+        EXPECT_EQ(edit.script(),
+                  u"if a then\n    for i = 1, 2 do\n        b()\n    end\nelse\n    c = {\n    }\nend\nd()"_s);
     });
 }
 

@@ -14,7 +14,8 @@ using tarn::ScriptWords;
 
 std::vector<tarn::ScriptVerb> verbs()
 {
-    return {{"show", {{"name", ScriptType::Text, {u"名称", u"which"}}, {"modal", ScriptType::Bool, {}, true}},
+    return {{"show",
+             {{"name", ScriptType::Text, {u"名称", u"which"}}, {"modal", ScriptType::Bool, {}, true}},
              {u"显示", u"shows it"}},
             {.name = "tell", .more = true},
             {.name = "set_text", .parameters = {{"text", ScriptType::Text}}, .of = "control"},
