@@ -212,11 +212,11 @@ void CScriptEdit::complete(bool asked)
     if (is_active(SCI_AUTOCACTIVE) && !asked)
         return;
     SendScintilla(SCI_AUTOCSHOW, ulong(offer.typed), offer.words.join(QLatin1Char('\n')).toUtf8().constData());
-    // On a dark editor its frame could not be seen.
-    if (auto* list = findChild<QListWidget*>()) {
+    // On a dark editor the list's frame could not be seen. Lists shown before may still be about to go.
+    if (const auto lists = findChildren<QListWidget*>(); !lists.isEmpty()) {
         QPalette colors = palette();
         colors.setColor(QPalette::Base, colors.color(QPalette::Button));
-        list->setPalette(colors);
+        lists.back()->setPalette(colors);
     }
 }
 
