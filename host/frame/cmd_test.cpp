@@ -42,7 +42,8 @@ CDlgCmdTest::CDlgCmdTest(const QString& function_name, const QString& text, CBas
     layout->setContentsMargins({});
     layout->addWidget(m_page);
     setWindowFlag(Qt::WindowMaximizeButtonHint);
-    setWindowTitle(lang(u"脚本 — %1[*]", u"Script - %1[*]").arg(function_name));
+    const QString title = lang(u"脚本 — %1", u"Script - %1").arg(function_name);
+    setWindowTitle(title);
     resize(last_look().size);
     m_page->splitter().setSizes(last_look().parts);
 
@@ -52,7 +53,8 @@ CDlgCmdTest::CDlgCmdTest(const QString& function_name, const QString& text, CBas
     script.SendScintilla(QsciScintilla::SCI_EMPTYUNDOBUFFER);
     script.setModified(false);
     script.SendScintilla(QsciScintilla::SCI_SETZOOM, last_look().zoom);
-    connect(&script, &QsciScintilla::modificationChanged, this, &QWidget::setWindowModified);
+    connect(&script, &QsciScintilla::modificationChanged, this,
+            [this, title](bool modified) { setWindowTitle(modified ? title + QLatin1Char('*') : title); });
 }
 
 int CDlgCmdTest::do_modal(const QString& function_name, CBaseWorld* world, QWidget* owner, int line)

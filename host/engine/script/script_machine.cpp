@@ -104,7 +104,9 @@ Result<int> Machine::compile(const IFunc& function)
 
 void Machine::try_function(const FuncPtr& function)
 {
-    luaL_unref(main(), LUA_REGISTRYINDEX, m_compiled.take(function->name()).reference);
+    for (const FuncPtr& stale : {m_tried, function})
+        if (stale)
+            luaL_unref(main(), LUA_REGISTRYINDEX, m_compiled.take(stale->name()).reference);
     m_tried = function;
 }
 
