@@ -1,5 +1,7 @@
 #include "script_fixture.h"
 
+#include "core/model_object.h"
+
 using namespace tarn::test;
 
 namespace {
@@ -7,20 +9,44 @@ namespace {
 constexpr int run = 6614;
 constexpr int stop = 6617;
 
-/// The scene keeps count of the steps of undo that runs open.
+struct LampState : tarn::StateOf<LampState> {
+    int width = 0;
+
+    static const tarn::FieldTable& field_table()
+    {
+        static const tarn::FieldTable table(nullptr, tarn::field<LampState>("width", &LampState::width));
+        return table;
+    }
+};
+
+class Lamp final : public tarn::ModelObject {
+public:
+    explicit Lamp(tarn::Journal& journal) : ModelObject(journal, new LampState) {}
+    const char* class_name() const override { return "Lamp"; }
+    bool is_attached() const override { return true; }
+    int width() const { return state<LampState>().width; }
+    void grow() { change<LampState>(&LampState::width, width() + 1); }
+};
+
+/// The scene is a lamp that scripts let grow, and a journal.
 class ScriptRunTest : public ScriptEditor {
 protected:
     ScriptRunTest()
     {
-        m_world.begin_edit = [this](const QString&) {
-            ++m_begun;
-            return std::shared_ptr<void>(&m_ended, [](int* ended) { ++*ended; });
+        tarn::ScriptApi api;
+        api.verbs.push_back({"grow", {}, {}, [this](tarn::ScriptCall&) {
+                                 m_lamp->grow();
+                                 return tarn::Result<tarn::ScriptValue>(tarn::Value());
+                             }});
+        m_world.set_script_api(std::move(api));
+        m_world.begin_edit = [this](const QString& name) {
+            return std::make_shared<tarn::UserAction>(m_journal, name);
         };
     }
     static bool can_stop(CChildDlg& page) { return page.control(stop)->isEnabled(); }
 
-    int m_begun = 0;
-    int m_ended = 0;
+    tarn::Journal m_journal;
+    std::shared_ptr<Lamp> m_lamp = std::make_shared<Lamp>(m_journal);
 };
 
 } // namespace
@@ -48,24 +74,31 @@ TEST_F(ScriptRunTest, RunsTheTextAsItStandsAndStoresNothingByIt)
     });
     EXPECT_EQ(text(), u"x = 1"_s);
     EXPECT_EQ(changes, 0);
-    EXPECT_EQ(m_begun, 3);
-    EXPECT_EQ(m_ended, 3);
+    EXPECT_EQ(m_journal.step_count(), 0u);
 }
 
 TEST_F(ScriptRunTest, GoesOnWithARunThatWaitsAsOneStepOfUndo)
 {
     edit([this](CChildDlg& page) {
         // It calls itself by the text that is tried.
-        script(page).setText(u"if ... then print('inner') else wait(0.05) call('f', true) error('late') end"_s);
+        script(page).setText(u"grow() if ... then print('inner') else wait(0.05) call('f', true) error('late') end"_s);
         click(page, run);
         EXPECT_TRUE(can_stop(page));
-        EXPECT_EQ(m_ended, 0);
+        EXPECT_TRUE(m_journal.in_action());
         EXPECT_TRUE(QTest::qWaitFor([&] { return !can_stop(page); }));
-        EXPECT_EQ(m_ended, 1);
         EXPECT_TRUE(logged(page).contains(u"inner"_s));
         EXPECT_TRUE(logged(page).join(u' ').contains(u"late"_s));
+        ASSERT_EQ(m_journal.step_count(), 1u);
+        EXPECT_EQ(m_lamp->width(), 2);
+        click(page, run);
+        click(page, run); // ends the one before
     });
-    EXPECT_EQ(m_begun, 1);
+    EXPECT_FALSE(m_journal.in_action());
+    EXPECT_EQ(m_journal.step_count(), 3u);
+    EXPECT_EQ(m_lamp->width(), 4);
+    while (m_journal.undo())
+        EXPECT_TRUE(m_journal.redo_name().contains(tarn::lang(u"脚本", u"Script")));
+    EXPECT_EQ(m_lamp->width(), 0);
 }
 
 TEST_F(ScriptRunTest, DropsWhatWaitsWhenItIsStoppedRunAgainOrClosed)
@@ -75,7 +108,7 @@ TEST_F(ScriptRunTest, DropsWhatWaitsWhenItIsStoppedRunAgainOrClosed)
         click(page, run);
         click(page, stop);
         EXPECT_EQ(m_world.scripts().suspended(), 0u);
-        EXPECT_EQ(m_ended, 1);
+        EXPECT_FALSE(m_journal.in_action());
         click(page, run);
         click(page, run);
         EXPECT_EQ(m_world.scripts().suspended(), 1u);
@@ -83,8 +116,6 @@ TEST_F(ScriptRunTest, DropsWhatWaitsWhenItIsStoppedRunAgainOrClosed)
         click(page, 2);
     });
     EXPECT_EQ(m_world.scripts().suspended(), 0u);
-    EXPECT_EQ(m_begun, 3);
-    EXPECT_EQ(m_ended, 3);
 }
 
 TEST_F(ScriptRunTest, LeavesTheScenesOwnScriptsAloneUnlessSomethingRuns)
