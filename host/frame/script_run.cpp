@@ -47,11 +47,6 @@ QString shown(const Value& value)
 
 } // namespace
 
-QString fault_text(const ScriptError& fault)
-{
-    return fault.line > 0 ? lang(u"第 %1 行：%2", u"Line %1: %2").arg(fault.line).arg(fault.message) : fault.message;
-}
-
 ScriptRun::ScriptRun(QString function_name, CBaseWorld& world, ScriptLog& log)
     : m_name(std::move(function_name)), m_world(world), m_log(log)
 {
