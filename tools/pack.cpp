@@ -31,6 +31,19 @@ void add_pictures(const QString& folder, QMap<QString, QByteArray>& files)
     }
 }
 
+/// Each file is a function of its name.
+tarn::Status add_functions(const QString& folder, CConfigScene& functions)
+{
+    const QFileInfoList files = QDir(folder).entryInfoList({QStringLiteral("*.lua")}, QDir::Files, QDir::Name);
+    for (const QFileInfo& file : files) {
+        const auto function = IFunc::create_func(file.completeBaseName());
+        const QString text = QString::fromUtf8(read(file.filePath()));
+        if (auto status = functions.add_function(function, false, text); !status)
+            return status;
+    }
+    return {};
+}
+
 tarn::Status pack(const QStringList& arguments)
 {
     const QString source = arguments.at(1);
@@ -44,7 +57,9 @@ tarn::Status pack(const QStringList& arguments)
                                       read(source + QStringLiteral("/scene.json")), files, scene.gui_core());
     if (!content)
         return content.status();
-    scene.gui_core().install(std::move(content.value()));
+    if (auto status = add_functions(source + QStringLiteral("/functions"), *content.value().functions); !status)
+        return status;
+    scene.install(std::move(content.value()));
     return scene.save_scene(arguments.at(2));
 }
 

@@ -23,9 +23,9 @@ void Journal::end()
 
 void Journal::cancel()
 {
-    if (m_open.entries.empty())
+    if (m_open.is_empty())
         return;
-    swap_states(m_open.entries);
+    exchange(m_open);
     const Step undone = std::move(m_open);
     m_open = {};
     ++m_serial;
@@ -40,10 +40,16 @@ void Journal::note(ModelObject& object, const StatePtr& before)
     m_open.entries.push_back({&object, before});
 }
 
+void Journal::add_companion(std::unique_ptr<Companion> companion)
+{
+    if (m_recording)
+        m_open.companions.push_back(std::move(companion));
+}
+
 bool Journal::merges_into_last(const Step& step) const
 {
-    if (m_merge_broken || step.merge_key.isEmpty() || m_position == 0 || m_position != m_steps.size()
-        || m_saved_at == m_position)
+    if (m_merge_broken || step.merge_key.isEmpty() || !step.companions.empty() || m_position == 0
+        || m_position != m_steps.size() || m_saved_at == m_position)
         return false;
     const Step& last = m_steps.back();
     return last.merge_key == step.merge_key
@@ -53,7 +59,7 @@ bool Journal::merges_into_last(const Step& step) const
 
 void Journal::close_step()
 {
-    if (m_open.entries.empty())
+    if (m_open.is_empty())
         return;
     Step step = std::move(m_open);
     m_open = {};
@@ -80,6 +86,13 @@ void Journal::swap_states(std::vector<Entry>& entries)
         entries, [](Entry& entry) { entry.object->state_changed(); }, &Entry::object);
 }
 
+void Journal::exchange(Step& step)
+{
+    swap_states(step.entries);
+    for (const auto& companion : step.companions)
+        companion->exchange();
+}
+
 void Journal::drop_undone()
 {
     constexpr std::size_t ahead = 8;
@@ -96,12 +109,12 @@ void Journal::drop_undone()
 
 bool Journal::can_undo() const
 {
-    return m_depth == 0 && m_recording && (m_position > 0 || !m_open.entries.empty());
+    return m_depth == 0 && m_recording && (m_position > 0 || !m_open.is_empty());
 }
 
 bool Journal::can_redo() const
 {
-    return m_depth == 0 && m_recording && m_position < m_steps.size() && m_open.entries.empty();
+    return m_depth == 0 && m_recording && m_position < m_steps.size() && m_open.is_empty();
 }
 
 /// Whether undo and redo are possible now; a change outside any action has become a step then.
@@ -116,7 +129,7 @@ bool Journal::may_travel()
 void Journal::undo_one()
 {
     Step& step = m_steps[--m_position];
-    swap_states(step.entries);
+    exchange(step);
     if (on_restored)
         on_restored(step);
 }
@@ -124,7 +137,7 @@ void Journal::undo_one()
 void Journal::redo_one()
 {
     Step& step = m_steps[m_position++];
-    swap_states(step.entries);
+    exchange(step);
     if (on_restored)
         on_restored(step);
 }
@@ -171,14 +184,14 @@ bool Journal::go_to(std::size_t position)
 
 QString Journal::undo_name() const
 {
-    if (!m_open.entries.empty())
+    if (!m_open.is_empty())
         return m_open.name;
     return m_position > 0 ? m_steps[m_position - 1].name : QString();
 }
 
 QString Journal::redo_name() const
 {
-    return m_open.entries.empty() && m_position < m_steps.size() ? m_steps[m_position].name : QString();
+    return m_open.is_empty() && m_position < m_steps.size() ? m_steps[m_position].name : QString();
 }
 
 void Journal::clear()
@@ -201,9 +214,16 @@ void Journal::mark_saved()
         on_changed();
 }
 
+void Journal::changed_outside()
+{
+    m_saved_at = never;
+    if (on_changed)
+        on_changed();
+}
+
 bool Journal::is_saved() const
 {
-    return m_saved_at == m_position && m_open.entries.empty();
+    return m_saved_at == m_position && m_open.is_empty();
 }
 
 } // namespace tarn

@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <memory>
 #include <vector>
 
 namespace tarn {
@@ -23,11 +24,21 @@ public:
         ModelObject* object;
         StatePtr state; ///< before the step while it is done, after it while it is undone
     };
+    /// Something beside the objects' states that a step changed.
+    class Companion {
+    public:
+        virtual ~Companion() = default;
+        /// Exchanges what is there now with what is kept: undoes it, and the next time does it again.
+        virtual void exchange() = 0;
+    };
     struct Step {
         QString name;
         QByteArray merge_key;
         std::vector<Entry> entries;
+        std::vector<std::unique_ptr<Companion>> companions;
         std::size_t number = 0;
+
+        bool is_empty() const { return entries.empty() && companions.empty(); }
     };
 
     /// Called after undo, redo and each finished step: the title and the Edit menu follow it.
@@ -41,6 +52,8 @@ public:
     void end();
     /// Undoes what the running outermost action did so far and ends it without a step.
     void cancel();
+    /// What the running action did beside the objects becomes part of its step. Dropped while recording is off.
+    void add_companion(std::unique_ptr<Companion> companion);
     /// The next step stays separate even if its merge key is the same.
     void break_merge() { m_merge_broken = true; }
     bool in_action() const { return m_depth > 0; }
@@ -67,6 +80,8 @@ public:
     /// Forgets everything; the current state counts as saved.
     void clear();
     void mark_saved();
+    /// Something that is saved, but not undone, was changed: nothing but saving makes the document unchanged again.
+    void changed_outside();
     bool is_saved() const;
 
     /// Exchanges the objects' states with those in `entries`, past the journal.
@@ -81,6 +96,7 @@ private:
     void note(ModelObject& object, const StatePtr& before);
     std::size_t serial() const { return m_serial; }
     void close_step();
+    static void exchange(Step& step);
     bool may_travel();
     void undo_one();
     void redo_one();

@@ -6,7 +6,9 @@
 #include <algorithm>
 
 CBaseWorld::CBaseWorld()
-    : m_functions(std::make_unique<CConfigScene>()), m_scripts(std::make_unique<tarn::ScriptRuntime>(*m_functions))
+    : m_no_functions(std::make_unique<CConfigScene>()),
+      m_functions(m_no_functions.get()),
+      m_scripts(std::make_unique<tarn::ScriptRuntime>(*m_functions))
 {
     for (const char* kind : {"ground", "camera"}) {
         auto object = std::make_unique<tarn::SceneObject>();
@@ -18,14 +20,6 @@ CBaseWorld::CBaseWorld()
 }
 
 CBaseWorld::~CBaseWorld() = default;
-
-void CBaseWorld::set_script_api(tarn::ScriptApi api)
-{
-    auto runtime = std::make_unique<tarn::ScriptRuntime>(*m_functions, std::move(api));
-    runtime->on_print = std::move(m_scripts->on_print);
-    runtime->on_error = std::move(m_scripts->on_error);
-    m_scripts = std::move(runtime);
-}
 
 void CBaseWorld::broadcast(int code)
 {
@@ -84,4 +78,10 @@ void CBaseWorld::api_reset_mt()
     if (m_tool)
         m_tool->cancel();
     m_tool = m_default_tool;
+}
+
+void CBaseWorld::set_scene_functions(CConfigScene* functions, tarn::ScriptApi api)
+{
+    m_functions = functions ? functions : m_no_functions.get();
+    m_scripts = std::make_unique<tarn::ScriptRuntime>(*m_functions, std::move(api));
 }

@@ -64,4 +64,6 @@ public:
     /// Runs the scene, or ends that: everything takes the state again that it had before.
     virtual void play(bool on) = 0;
     virtual bool is_playing() const = 0;
+    /// The clock of the scene that runs, seconds since it began.
+    virtual void advance(double now) = 0;
 };

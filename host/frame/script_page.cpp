@@ -101,7 +101,7 @@ void ScriptPage::init_log()
     list->setModel(&m_log);
     list->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     connect(list, &QListView::doubleClicked, this, [this](const QModelIndex& row) {
-        if (const int line = row.data(ScriptLog::line_role).toInt(); line >= 0)
+        if (const int line = row.data(ScriptRunLog::line_role).toInt(); line >= 0)
             script().go_to_line(line);
     });
     button(id_run)->SetIcon(icon_run);

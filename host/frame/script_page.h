@@ -3,8 +3,8 @@
 #include "child_dlg.h"
 #include "script_edit.h"
 #include "script_find_bar.h"
-#include "script_log.h"
 #include "script_run.h"
+#include "script_run_log.h"
 
 #include <memory>
 
@@ -38,7 +38,7 @@ private:
     void copy_log() const;
 
     QDialog& m_dialog;
-    ScriptLog m_log;
+    ScriptRunLog m_log;
     ScriptRun m_run;
     std::unique_ptr<ScriptFindBar> m_bar;
     CScriptEdit* m_script = nullptr;

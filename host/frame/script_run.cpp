@@ -3,7 +3,7 @@
 #include "core/language.h"
 #include "engine/base_world.h"
 #include "script_fault.h"
-#include "script_log.h"
+#include "script_run_log.h"
 
 #include <QLocale>
 
@@ -47,11 +47,11 @@ QString shown(const Value& value)
 
 } // namespace
 
-ScriptRun::ScriptRun(QString function_name, CBaseWorld& world, ScriptLog& log)
+ScriptRun::ScriptRun(QString function_name, CBaseWorld& world, ScriptRunLog& log)
     : m_name(std::move(function_name)), m_world(world), m_log(log)
 {
     m_printed_before = std::exchange(runtime().on_print,
-                                     [this](const QString& text) { m_log.add(ScriptLog::Kind::Print, text); });
+                                     [this](const QString& text) { m_log.add(ScriptRunLog::Kind::Print, text); });
     m_failed_before = std::exchange(runtime().on_error, [this](const ScriptError& error) { add_error(error); });
     m_ticks.setInterval(tick_interval);
     connect(&m_ticks, &QTimer::timeout, this, &ScriptRun::tick);
@@ -79,7 +79,7 @@ void ScriptRun::start(const QString& text)
     m_started = true;
     m_edit = m_world.begin_edit ? m_world.begin_edit(lang(u"运行脚本", u"Run Script")) : nullptr;
     if (const Status set = runtime().try_text(m_name, text); !set)
-        m_log.add(ScriptLog::Kind::Error, set.message());
+        m_log.add(ScriptRunLog::Kind::Error, set.message());
     else
         tell(runtime().call(m_name));
     if (runtime().suspended() > 0) {
@@ -97,7 +97,7 @@ void ScriptRun::stop()
     if (!is_waiting())
         return;
     runtime().reset();
-    m_log.add(ScriptLog::Kind::Result, lang(u"已停止。", u"Stopped."));
+    m_log.add(ScriptRunLog::Kind::Result, lang(u"已停止。", u"Stopped."));
     finish();
     m_log.flush();
     Q_EMIT went_on();
@@ -107,7 +107,7 @@ void ScriptRun::tick()
 {
     runtime().tick(runtime().now() + double(m_since_tick.restart()) / 1000);
     if (runtime().suspended() == 0) {
-        m_log.add(ScriptLog::Kind::Result, lang(u"运行已结束。", u"Ended."));
+        m_log.add(ScriptRunLog::Kind::Result, lang(u"运行已结束。", u"Ended."));
         finish();
     }
     m_world.update_all_views();
@@ -131,19 +131,19 @@ void ScriptRun::tell(const ScriptResult& result)
     if (result.error)
         add_error(*result.error);
     else if (result.suspended)
-        m_log.add(ScriptLog::Kind::Result, lang(u"正在等待…", u"Waiting..."));
+        m_log.add(ScriptRunLog::Kind::Result, lang(u"正在等待…", u"Waiting..."));
     else if (std::holds_alternative<std::monostate>(result.value))
-        m_log.add(ScriptLog::Kind::Result, lang(u"运行完毕。", u"Done."));
+        m_log.add(ScriptRunLog::Kind::Result, lang(u"运行完毕。", u"Done."));
     else
-        m_log.add(ScriptLog::Kind::Result, lang(u"结果：%1", u"Result: %1").arg(shown(result.value)));
+        m_log.add(ScriptRunLog::Kind::Result, lang(u"结果：%1", u"Result: %1").arg(shown(result.value)));
 }
 
 void ScriptRun::add_error(const ScriptError& error)
 {
     if (error.function == m_name)
-        m_log.add(ScriptLog::Kind::Error, fault_text(error), error.line - 1);
+        m_log.add(ScriptRunLog::Kind::Error, fault_text(error), error.line - 1);
     else
-        m_log.add(ScriptLog::Kind::Error, error.text());
+        m_log.add(ScriptRunLog::Kind::Error, error.text());
 }
 
 } // namespace tarn

@@ -13,7 +13,7 @@ class CBaseWorld;
 
 namespace tarn {
 
-class ScriptLog;
+class ScriptRunLog;
 
 /// Runs a scene function's text, which the scene does not keep, and goes on with it while it waits. What a run changes in
 /// the scene is one step of undo. Once something ran,
@@ -23,7 +23,7 @@ class ScriptRun : public QObject {
 
 public:
     /// Both must outlive it.
-    ScriptRun(QString function_name, CBaseWorld& world, ScriptLog& log);
+    ScriptRun(QString function_name, CBaseWorld& world, ScriptRunLog& log);
     ~ScriptRun() override;
 
     /// Ends the run before it.
@@ -45,7 +45,7 @@ private:
 
     QString m_name;
     CBaseWorld& m_world;
-    ScriptLog& m_log;
+    ScriptRunLog& m_log;
     QTimer m_ticks;
     QElapsedTimer m_since_tick;
     bool m_started = false;

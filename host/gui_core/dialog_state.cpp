@@ -27,7 +27,9 @@ const FieldTable& DialogState::field_table()
         field<S>("minimize_to_bottom", &S::minimize_to_bottom, false),
         field<S>("always_on_top", &S::always_on_top, false), field<S>("visible", &S::visible, true),
         field<S>("base_width", &S::base_width, 0, range(0, max_place)),
-        field<S>("base_height", &S::base_height, 0, range(0, max_place)));
+        field<S>("base_height", &S::base_height, 0, range(0, max_place)),
+        field<S>("bind_texture", &S::bind_texture, QString(), picture_name()),
+        field<S>("bind_color", &S::bind_color, 0xffffffffu), field<S>("bind_mouse", &S::bind_mouse, false));
     return table;
 }
 

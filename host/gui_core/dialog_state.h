@@ -36,6 +36,11 @@ struct DialogState : StateOf<DialogState> {
     int base_width = 0; ///< screen that place and size are meant for; 0: the design size of the interface
     int base_height = 0;
 
+    // The texture on which the dialog is drawn in the world.
+    QString bind_texture;            ///< name in the scene's textures; empty for none
+    quint32 bind_color = 0xffffffff; ///< ARGB; fills the texture under the dialog
+    bool bind_mouse = false;         ///< the dialog there takes the mouse
+
     QList<CDXUTControl*> controls; ///< from the bottom layer to the top
 
     static const FieldTable& field_table();

@@ -13,4 +13,5 @@ public:
 
     void draw(tarn::DrawContext& context, const QRectF& area) const override;
     bool is_interactive() const override { return true; }
+    void clicked() override { raise(EVENT_BUTTON_CLICKED); }
 };

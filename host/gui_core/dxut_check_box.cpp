@@ -26,6 +26,13 @@ bool CDXUTCheckBox::SetChecked(bool checked)
     return change<tarn::CheckBoxState>(&tarn::CheckBoxState::checked, checked);
 }
 
+void CDXUTCheckBox::clicked()
+{
+    SetChecked(!GetChecked());
+    raise(EVENT_CHECKBOX_CLICKED);
+    raise(GetChecked() ? EVENT_CHECKBOX_CHECKED : EVENT_CHECKBOX_UNCHECKED);
+}
+
 void CDXUTCheckBox::draw(tarn::DrawContext& context, const QRectF& area) const
 {
     draw_box(context, area, tarn::Element::CheckBox, tarn::Element::CheckMark);

@@ -11,7 +11,7 @@ public:
 
     void draw(tarn::DrawContext& context, const QRectF& area) const override;
     bool is_interactive() const override { return true; }
-    void clicked() override { SetChecked(!GetChecked()); }
+    void clicked() override;
 
 protected:
     CDXUTCheckBox(tarn::Journal& journal, CGuiCore& core, tarn::CheckBoxState* state);

@@ -66,7 +66,7 @@ void CDXUTComboBox::popup_pressed(QPointF in_client)
 {
     const QRectF area = popup_rect();
     if (const int row = row_at(area, in_client - area.topLeft()); row >= 0)
-        SetSelectedByIndex(row);
+        choose(row);
     set_dropped(false);
 }
 
@@ -76,7 +76,23 @@ bool CDXUTComboBox::wheel_turned(double steps)
         scroll_to(m_first - int(std::lround(steps)), popup_rect());
         core().add_damage(dialog()->to_screen(popup_rect()));
     } else if (GetSize() > 0) {
-        SetSelectedByIndex(std::clamp(GetSelectedIndex() - int(std::lround(steps)), 0, GetSize() - 1));
+        choose(std::clamp(GetSelectedIndex() - int(std::lround(steps)), 0, GetSize() - 1));
     }
     return true;
+}
+
+bool CDXUTComboBox::key_pressed(int key, Qt::KeyboardModifiers modifiers)
+{
+    if (key != Qt::Key_Space && key != Qt::Key_Return && key != Qt::Key_Enter)
+        return CDXUTItems::key_pressed(key, modifiers);
+    set_dropped(!m_dropped);
+    return true;
+}
+
+void CDXUTComboBox::user_chose(bool changed)
+{
+    if (m_dropped)
+        core().add_damage(dialog()->to_screen(popup_rect()));
+    if (changed)
+        raise(EVENT_COMBOBOX_SELECTION_CHANGED);
 }

@@ -15,6 +15,11 @@ public:
     void popup_pressed(QPointF in_client) override;
     void draw_popup(tarn::DrawContext& context) const override;
     void close_popup() override { set_dropped(false); }
+    bool key_pressed(int key, Qt::KeyboardModifiers modifiers) override;
+
+protected:
+    void user_chose(bool changed) override;
+    QRectF rows_area() const override { return popup_rect(); }
 
 private:
     void set_dropped(bool dropped);

@@ -217,3 +217,8 @@ void CDXUTControl::state_changed()
         m_core.add_damage(m_dialog->to_screen(m_last_bounds));
     m_last_bounds = present;
 }
+
+void CDXUTControl::raise(GuiEventType type)
+{
+    m_core.raise(type, *this);
+}

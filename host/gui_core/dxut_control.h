@@ -3,6 +3,7 @@
 #include "control_class.h"
 #include "control_state.h"
 #include "core/model_object.h"
+#include "gui_event.h"
 #include "skin.h"
 
 #include <QPolygonF>
@@ -109,6 +110,8 @@ public:
     /// The mouse went down in the control, and moved while it was down. Places are pixels from the control's corner.
     virtual void mouse_pressed(QPointF) {}
     virtual void mouse_dragged(QPointF) {}
+    /// The second press of a double-click, after mouse_pressed().
+    virtual void double_clicked(QPointF) {}
     /// True when the control took the wheel; positive steps go up.
     virtual bool wheel_turned(double) { return false; }
     /// A key, or text from the keyboard or an input method, while the control has the focus. `preedit` is what the
@@ -135,6 +138,8 @@ protected:
     CDXUTControl(tarn::Journal& journal, CGuiCore& core, tarn::ControlState* state);
     const tarn::ControlState& control_state() const { return state<tarn::ControlState>(); }
     CGuiCore& core() const { return m_core; }
+    /// Tells that the user made this happen to the control; nothing when it does not happen to its type.
+    void raise(GuiEventType type);
     /// The colour of a text in that state; `authored` is the one of the control, 0 for none.
     quint32 text_color_in(tarn::VisualState look, quint32 authored) const;
 

@@ -5,6 +5,7 @@
 #include "draw_context.h"
 #include "dxut_control.h"
 #include "gui_core.h"
+#include "gui_event.h"
 
 #include <QPainter>
 
@@ -269,6 +270,11 @@ void CDXUTDialog::set_minimized(bool minimized)
         return;
     m_minimized = minimized;
     state_changed();
+}
+
+QString CDXUTDialog::get_func_str(quint32 id, quint32 event_type)
+{
+    return QStringLiteral("GUI_DIALOG_FUNC_%1_%2").arg(id).arg(GetEventStrName(event_type));
 }
 
 int CDXUTDialog::GetControlIndex(const CDXUTControl* control) const

@@ -68,6 +68,10 @@ public:
     bool minimized() const { return m_minimized; }
     void set_minimized(bool minimized);
 
+    /// The name of the scene function that runs when the event happens to the dialog.
+    QString get_func_str(quint32 event_type) const { return get_func_str(id(), event_type); }
+    static QString get_func_str(quint32 id, quint32 event_type);
+
     const QList<CDXUTControl*>& controls() const { return dialog_state().controls; }
     int GetControlNum() const { return int(controls().size()); }
     /// The layer of `control`, 0 at the bottom; -1 when it belongs to another dialog. Asking for all controls of a

@@ -155,6 +155,10 @@ void CDXUTEditBox::mouse_dragged(QPointF inside)
 
 bool CDXUTEditBox::key_pressed(int key, Qt::KeyboardModifiers modifiers)
 {
+    if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+        raise(EVENT_EDITBOX_ENTER);
+        return true;
+    }
     bool changed = false;
     if (!m_editor.key(key, modifiers, changed))
         return false;

@@ -76,6 +76,37 @@ void CDXUTItems::scroll_to(int first, const QRectF& area)
     state_changed();
 }
 
+void CDXUTItems::choose(int index)
+{
+    const bool changed = SelectItem(index);
+    const QRectF area = rows_area();
+    const int seen = int(scroll(area).seen);
+    if (index < m_first)
+        scroll_to(index, area);
+    else if (index >= m_first + seen)
+        scroll_to(index - seen + 1, area);
+    user_chose(changed);
+}
+
+bool CDXUTItems::key_pressed(int key, Qt::KeyboardModifiers)
+{
+    const int last = GetSize() - 1;
+    const int page = int(scroll(rows_area()).seen);
+    int index = GetSelectedIndex();
+    switch (key) {
+    case Qt::Key_Up: index -= 1; break;
+    case Qt::Key_Down: index += 1; break;
+    case Qt::Key_PageUp: index -= page; break;
+    case Qt::Key_PageDown: index += page; break;
+    case Qt::Key_Home: index = 0; break;
+    case Qt::Key_End: index = last; break;
+    default: return false;
+    }
+    if (last >= 0)
+        choose(std::clamp(index, 0, last));
+    return true;
+}
+
 tarn::TextLook CDXUTItems::text_look() const
 {
     return {.color = text_color_in(visual_state(), 0),

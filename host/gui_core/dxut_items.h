@@ -26,6 +26,7 @@ public:
     bool SetSelectedByIndex(int index) { return SelectItem(index); }
 
     bool is_interactive() const override { return true; }
+    bool key_pressed(int key, Qt::KeyboardModifiers modifiers) override;
     void state_changed() override;
 
 protected:
@@ -42,6 +43,12 @@ protected:
     /// The row at a place relative to the corner of `area`; -1 beside all rows.
     int row_at(const QRectF& area, QPointF inside) const;
     void scroll_to(int first, const QRectF& area);
+
+    /// The user chooses an item; it is scrolled into view.
+    void choose(int index);
+    virtual void user_chose(bool changed) = 0;
+    /// Where the rows are seen; empty while they are not.
+    virtual QRectF rows_area() const = 0;
 
     int m_first = 0; ///< topmost row that is seen
 

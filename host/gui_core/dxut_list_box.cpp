@@ -33,7 +33,7 @@ void CDXUTListBox::mouse_pressed(QPointF inside)
     if (m_scrolling)
         mouse_dragged(inside);
     else if (const int row = row_at(area, place); row >= 0)
-        SelectItem(row);
+        choose(row);
 }
 
 void CDXUTListBox::mouse_dragged(QPointF inside)
@@ -49,4 +49,10 @@ bool CDXUTListBox::wheel_turned(double steps)
 {
     scroll_to(m_first - int(std::lround(steps * 3)), rows(rect()));
     return true;
+}
+
+void CDXUTListBox::double_clicked(QPointF inside)
+{
+    if (!m_scrolling && row_at(rows(rect()), inside - QPointF(margin, margin)) >= 0)
+        raise(EVENT_LISTBOX_DOUBLE_CLICKED);
 }

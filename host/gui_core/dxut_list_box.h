@@ -10,6 +10,11 @@ public:
     void mouse_pressed(QPointF inside) override;
     void mouse_dragged(QPointF inside) override;
     bool wheel_turned(double steps) override;
+    void double_clicked(QPointF inside) override;
+
+protected:
+    void user_chose(bool) override { raise(EVENT_LISTBOX_CLICKED); }
+    QRectF rows_area() const override { return rows(rect()); }
 
 private:
     QRectF rows(const QRectF& area) const;

@@ -12,18 +12,39 @@ bool CDXUTRadioButton::set_group(int group)
     return change<tarn::RadioButtonState>(&tarn::RadioButtonState::group, group);
 }
 
+std::vector<CDXUTRadioButton*> CDXUTRadioButton::checked_others() const
+{
+    std::vector<CDXUTRadioButton*> others;
+    if (!dialog())
+        return others;
+    for (CDXUTControl* control : dialog()->controls()) {
+        auto* other = dynamic_cast<CDXUTRadioButton*>(control);
+        if (other && other != this && other->group() == group() && other->GetChecked())
+            others.push_back(other);
+    }
+    return others;
+}
+
 bool CDXUTRadioButton::SetChecked(bool checked)
 {
     if (!CDXUTCheckBox::SetChecked(checked))
         return false;
-    if (!checked || !dialog())
-        return true;
-    for (CDXUTControl* control : dialog()->controls()) {
-        auto* other = dynamic_cast<CDXUTRadioButton*>(control);
-        if (other && other != this && other->group() == group())
+    if (checked)
+        for (CDXUTRadioButton* other : checked_others())
             other->CDXUTCheckBox::SetChecked(false);
-    }
     return true;
+}
+
+void CDXUTRadioButton::clicked()
+{
+    const auto others = checked_others();
+    const bool changed = SetChecked(true);
+    raise(EVENT_RADIOBUTTON_CLICKED);
+    if (!changed)
+        return;
+    for (CDXUTRadioButton* other : others)
+        other->raise(EVENT_RADIOBUTTON_UNCHECKED);
+    raise(EVENT_RADIOBUTTON_CHECKED);
 }
 
 void CDXUTRadioButton::draw(tarn::DrawContext& context, const QRectF& area) const

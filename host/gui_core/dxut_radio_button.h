@@ -2,6 +2,8 @@
 
 #include "dxut_check_box.h"
 
+#include <vector>
+
 /// One of a group: checking it clears the others of its dialog that have the same group number.
 class CDXUTRadioButton : public CDXUTCheckBox {
 public:
@@ -13,5 +15,9 @@ public:
     bool SetChecked(bool checked);
 
     void draw(tarn::DrawContext& context, const QRectF& area) const override;
-    void clicked() override { SetChecked(true); }
+    void clicked() override;
+
+private:
+    /// The other checked ones of the group; one at most, unless the author made it so.
+    std::vector<CDXUTRadioButton*> checked_others() const;
 };

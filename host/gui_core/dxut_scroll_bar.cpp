@@ -55,16 +55,42 @@ void CDXUTScrollBar::mouse_pressed(QPointF inside)
     // Beside the thumb a press turns a page towards the mouse.
     m_grip = track.thumb() / 2;
     const int page = state<ScrollBarState>().page_size;
-    SetTrackPos(position() + (place < thumb ? -page : page));
+    scroll_to(position() + (place < thumb ? -1.0 : 1.0) * page);
 }
 
 void CDXUTScrollBar::mouse_dragged(QPointF inside)
 {
-    SetTrackPos(min() + int(std::lround(geometry().position_at(along(inside) - m_grip))));
+    scroll_to(min() + geometry().position_at(along(inside) - m_grip));
 }
 
 bool CDXUTScrollBar::wheel_turned(double steps)
 {
-    const int step = std::max(1, state<ScrollBarState>().page_size / 3);
-    return SetTrackPos(position() - int(std::lround(steps * step)));
+    return scroll_to(position() - steps * step());
+}
+
+bool CDXUTScrollBar::key_pressed(int key, Qt::KeyboardModifiers)
+{
+    const double page = state<ScrollBarState>().page_size;
+    switch (key) {
+    case Qt::Key_Left:
+    case Qt::Key_Up: scroll_to(position() - double(step())); break;
+    case Qt::Key_Right:
+    case Qt::Key_Down: scroll_to(position() + double(step())); break;
+    case Qt::Key_PageUp: scroll_to(position() - page); break;
+    case Qt::Key_PageDown: scroll_to(position() + page); break;
+    case Qt::Key_Home: scroll_to(min()); break;
+    case Qt::Key_End: scroll_to(max()); break;
+    default: return false;
+    }
+    return true;
+}
+
+/// The user moves the thumb; answers whether it moved.
+bool CDXUTScrollBar::scroll_to(double position)
+{
+    const double within = std::clamp(position, double(std::min(min(), max())), double(std::max(min(), max())));
+    const bool moved = SetTrackPos(int(std::lround(within)));
+    if (moved)
+        raise(EVENT_SCROLLBAR_CHANGED);
+    return moved;
 }

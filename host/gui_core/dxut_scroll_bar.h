@@ -3,6 +3,8 @@
 #include "dxut_control.h"
 #include "scroll_geometry.h"
 
+#include <algorithm>
+
 /// A scroll bar; it lies when it is wider than high and stands otherwise.
 class CDXUTScrollBar : public CDXUTControl {
 public:
@@ -20,8 +22,11 @@ public:
     void mouse_pressed(QPointF inside) override;
     void mouse_dragged(QPointF inside) override;
     bool wheel_turned(double steps) override;
+    bool key_pressed(int key, Qt::KeyboardModifiers modifiers) override;
 
 private:
+    bool scroll_to(double position);
+    int step() const { return std::max(1, state<tarn::ScrollBarState>().page_size / 3); }
     bool lies() const { return rect().width() > rect().height(); }
     tarn::ScrollGeometry geometry() const;
     double along(QPointF inside) const { return lies() ? inside.x() : inside.y(); }

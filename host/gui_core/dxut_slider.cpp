@@ -42,6 +42,14 @@ void CDXUTSlider::draw(tarn::DrawContext& context, const QRectF& area) const
         QRectF(area.x() + share * (area.width() - side), area.y() + (area.height() - side) / 2, side, side));
 }
 
+/// The user moves the thumb.
+void CDXUTSlider::drag_to(double value)
+{
+    const double within = std::clamp(value, double(std::min(min(), max())), double(std::max(min(), max())));
+    if (SetValue(int(std::lround(within))))
+        raise(EVENT_SLIDER_DRAGGED);
+}
+
 void CDXUTSlider::mouse_dragged(QPointF inside)
 {
     const double side = thumb_side();
@@ -49,12 +57,29 @@ void CDXUTSlider::mouse_dragged(QPointF inside)
     if (way <= 0)
         return;
     const double share = std::clamp((inside.x() - side / 2) / way, 0.0, 1.0);
-    SetValue(int(std::lround(min() + share * (double(max()) - min()))));
+    drag_to(min() + share * (double(max()) - min()));
 }
 
 bool CDXUTSlider::wheel_turned(double steps)
 {
     const double step = std::max(1.0, (double(max()) - min()) / 20);
-    SetValue(int(std::lround(value() + steps * step)));
+    drag_to(value() + steps * step);
+    return true;
+}
+
+bool CDXUTSlider::key_pressed(int key, Qt::KeyboardModifiers)
+{
+    const double page = std::max(1.0, (double(max()) - min()) / 10);
+    switch (key) {
+    case Qt::Key_Left:
+    case Qt::Key_Down: drag_to(value() - 1.0); break;
+    case Qt::Key_Right:
+    case Qt::Key_Up: drag_to(value() + 1.0); break;
+    case Qt::Key_PageDown: drag_to(value() - page); break;
+    case Qt::Key_PageUp: drag_to(value() + page); break;
+    case Qt::Key_Home: drag_to(min()); break;
+    case Qt::Key_End: drag_to(max()); break;
+    default: return false;
+    }
     return true;
 }

@@ -19,7 +19,9 @@ public:
     void mouse_pressed(QPointF inside) override { mouse_dragged(inside); }
     void mouse_dragged(QPointF inside) override;
     bool wheel_turned(double steps) override;
+    bool key_pressed(int key, Qt::KeyboardModifiers modifiers) override;
 
 private:
+    void drag_to(double value);
     double thumb_side() const;
 };

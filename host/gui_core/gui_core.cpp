@@ -344,6 +344,7 @@ void CGuiCore::forget_history()
         if (auto* dialog = dynamic_cast<CDXUTDialog*>(object->get()))
             dialog->unlink_controls();
     m_pool.erase(gone, m_pool.end());
+    ++m_generation;
     m_next_id = core_state().next_id;
 }
 
@@ -366,6 +367,33 @@ void CGuiCore::swap_states(std::vector<tarn::Journal::Entry>& states)
 {
     tarn::Journal::swap_states(states);
     ensure_index();
+}
+
+// Running -------------------------------------------------------------------------------------------------------------
+
+void CGuiCore::raise(GuiEventType type, CDXUTControl& control)
+{
+    const tarn::EventKind* kind = on_event ? tarn::event_kind(type) : nullptr;
+    if (!kind || !tarn::happens_to(*kind, control.GetType()))
+        return;
+    const tarn::FieldBase* field = kind->value ? control.fields().find(kind->value) : nullptr;
+    on_event({.type = type, .control = &control, .value = field ? control.property(*field) : tarn::Value()});
+}
+
+void CGuiCore::raise(GuiEventType type, CDXUTDialog& dialog)
+{
+    if (on_event)
+        on_event({.type = type, .dialog = &dialog});
+}
+
+void CGuiCore::set_focused(CDXUTControl* control)
+{
+    if (control && !control->GetEnabled())
+        control = nullptr;
+    CDXUTControl* const before = std::exchange(live().focused, control);
+    for (const CDXUTControl* changed : {before, control})
+        if (changed)
+            changed->redraw();
 }
 
 // Selection -----------------------------------------------------------------------------------------------------------

@@ -2,6 +2,7 @@
 
 #include "core/model_object.h"
 #include "dialog_state.h"
+#include "gui_event.h"
 #include "selection_record.h"
 #include "texture_cache.h"
 #include "view_aids.h"
@@ -10,6 +11,7 @@
 #include <QRectF>
 #include <QSize>
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -78,6 +80,8 @@ public:
     void clear();
     /// Forgets the undo history and every object that only it kept alive.
     void forget_history();
+    /// Differs after each time that objects may have ceased to exist.
+    quint64 generation() const { return m_generation; }
     quint32 take_id();
     /// The states of all objects as they are now, shared until one changes.
     std::vector<tarn::Journal::Entry> states() const;
@@ -115,12 +119,22 @@ public:
     bool move_guide(Qt::Orientation lines, std::optional<quint32> from, std::optional<quint32> to);
     QSize design_size() const { return {core_state().screen_width, core_state().screen_height}; }
 
+    // Running
+    /// Hears what the user makes happen to the running interface. It comes while the input is still worked on: whoever
+    /// wants to change the model then waits until that is done.
+    std::function<void(const tarn::GuiEvent&)> on_event;
+    /// Nothing when the event does not happen to controls of that type, or to dialogs.
+    void raise(GuiEventType type, CDXUTControl& control);
+    void raise(GuiEventType type, CDXUTDialog& dialog);
+
     // Drawing
     tarn::LiveState& live()
     {
         ensure_links();
         return m_live;
     }
+    /// Which control has the keyboard while the interface runs; null, or one that is not enabled: none.
+    void set_focused(CDXUTControl* control);
     /// The control whose list is dropped down; null for none.
     void set_popup(CDXUTControl* control) { m_live.popup = control; }
     const tarn::LiveState& live() const
@@ -179,6 +193,7 @@ private:
     std::vector<CDXUTControl*> m_controls;
     std::vector<CDXUTDialog*> m_attached_dialogs; ///< those of the index, and those made since
     QList<CDXUTDialog*> m_known_dialogs;          ///< the list that the index was made from
+    quint64 m_generation = 1;
     bool m_indexed = false;
     bool m_linked = true;
     tarn::SelectionRecord m_selection;

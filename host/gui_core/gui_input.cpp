@@ -79,25 +79,21 @@ void GuiInput::set_hovered(CDXUTControl* control)
     LiveState& live = m_core.live();
     if (live.hovered == control)
         return;
-    redraw(live.hovered);
+    CDXUTControl* const before = std::exchange(live.hovered, control);
+    redraw(before);
     redraw(control);
-    live.hovered = control;
-}
-
-void GuiInput::set_focused(CDXUTControl* control)
-{
-    if (control && !control->GetEnabled())
-        control = nullptr;
-    redraw(m_core.live().focused);
-    redraw(control);
-    m_core.live().focused = control;
+    if (before)
+        m_core.raise(EVENT_BUTTON_MOUSE_LEFT, *before);
+    if (control)
+        m_core.raise(EVENT_BUTTON_MOUSE_ENTERED, *control);
 }
 
 bool GuiInput::mouse_moved(QPointF place)
 {
     if (m_dragged) {
         const QPoint corner = (place - m_grip).toPoint();
-        m_dragged->SetLocation(corner.x(), corner.y());
+        if (m_dragged->SetLocation(corner.x(), corner.y()))
+            m_core.raise(EVENT_DIALOG_MOVED, *m_dragged);
         return true;
     }
     if (CDXUTControl* pressed = m_core.live().pressed)
@@ -123,14 +119,26 @@ bool GuiInput::mouse_moved(QPointF place)
     return dialog != nullptr;
 }
 
+void GuiInput::close(CDXUTDialog& dialog)
+{
+    if (dialog.SetVisible(false))
+        m_core.raise(EVENT_DIALOG_CLOSED, dialog);
+}
+
+void GuiInput::minimize_or_restore(CDXUTDialog& dialog)
+{
+    dialog.set_minimized(!dialog.minimized());
+    m_core.raise(dialog.minimized() ? EVENT_DIALOG_MINIMIZED : EVENT_DIALOG_RESTORED, dialog);
+}
+
 bool GuiInput::press_caption(CDXUTDialog& dialog, QPointF place)
 {
     if (!dialog.caption_rect().contains(place))
         return false;
     if (dialog.caption_button_rect(CDXUTDialog::CaptionButton::Close).contains(place))
-        dialog.SetVisible(false);
+        close(dialog);
     else if (dialog.caption_button_rect(CDXUTDialog::CaptionButton::Minimize).contains(place))
-        dialog.set_minimized(!dialog.minimized());
+        minimize_or_restore(dialog);
     else if (dialog.dialog_state().movable && !dialog.minimized()) {
         m_dragged = &dialog;
         m_grip = place - QPointF(dialog.rect().topLeft());
@@ -164,11 +172,21 @@ bool GuiInput::mouse_pressed(QPointF place)
     if (!hovered && press_caption(*dialog, place))
         return true;
     m_core.live().pressed = hovered;
-    set_focused(hovered);
+    m_core.set_focused(hovered);
     redraw(hovered);
-    if (hovered)
+    if (hovered) {
         hovered->mouse_pressed(local_place(*hovered, place));
+        m_core.raise(EVENT_BUTTON_LEFT_DOWN, *hovered);
+    }
     return true;
+}
+
+bool GuiInput::mouse_double_clicked(QPointF place)
+{
+    const bool taken = mouse_pressed(place);
+    if (CDXUTControl* pressed = m_core.live().pressed)
+        pressed->double_clicked(local_place(*pressed, place));
+    return taken;
 }
 
 bool GuiInput::mouse_released(QPointF place)
@@ -177,6 +195,8 @@ bool GuiInput::mouse_released(QPointF place)
     CDXUTControl* pressed = std::exchange(m_core.live().pressed, nullptr);
     mouse_moved(place);
     redraw(pressed);
+    if (pressed)
+        m_core.raise(EVENT_BUTTON_LEFT_UP, *pressed);
     if (pressed && pressed == m_core.live().hovered)
         pressed->clicked();
     return dragged || pressed || m_core.live().hovered;
@@ -238,7 +258,7 @@ void GuiInput::move_focus(bool forward)
     std::ptrdiff_t index = forward ? 0 : count - 1;
     if (now != stops.end())
         index = ((now - stops.begin()) + (forward ? 1 : count - 1)) % count;
-    set_focused(stops[static_cast<std::size_t>(index)]);
+    m_core.set_focused(stops[static_cast<std::size_t>(index)]);
 }
 
 } // namespace tarn

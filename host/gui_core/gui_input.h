@@ -21,6 +21,8 @@ public:
     bool mouse_moved(QPointF place);
     bool mouse_pressed(QPointF place);
     bool mouse_released(QPointF place);
+    /// The second press of a double-click, in the place of mouse_pressed().
+    bool mouse_double_clicked(QPointF place);
     /// Lets go of what is being dragged.
     void cancel() { m_dragged = nullptr; }
     /// Positive steps turn the wheel away from the user.
@@ -40,9 +42,10 @@ public:
 private:
     bool press_popup(QPointF place);
     void move_focus(bool forward);
+    void close(CDXUTDialog& dialog);
+    void minimize_or_restore(CDXUTDialog& dialog);
     bool press_caption(CDXUTDialog& dialog, QPointF place);
     void set_hovered(CDXUTControl* control);
-    void set_focused(CDXUTControl* control);
 
     CGuiCore& m_core;
     CDXUTDialog* m_dragged = nullptr;

@@ -14,8 +14,12 @@
 #include "play_tool.h"
 #include "scene_merge.h"
 #include "scene_overlay.h"
+#include "script/gui_script_api.h"
+#include "script/scene_scripts.h"
 #include "select_tool.h"
 #include "tex_path_info.h"
+
+#include <QSet>
 
 using tarn::lang;
 using tarn::Status;
@@ -23,7 +27,7 @@ using tarn::Status;
 namespace {
 
 /// The content of the package at `path`, with the pictures that lie beside it.
-tarn::Result<tarn::GuiContent> read_file(const QString& path, CGuiCore& core)
+tarn::Result<tarn::SceneContent> read_file(const QString& path, CGuiCore& core)
 {
     CPakFile package;
     if (auto status = package.open(path); !status)
@@ -39,14 +43,17 @@ CGuiPlugScene::CGuiPlugScene()
       m_editor(std::make_unique<tarn::GuiSceneEditor>(*this)),
       m_aids(std::make_unique<tarn::AidsLayer>(*this)),
       m_select_tool(std::make_unique<tarn::SelectTool>(*this)),
-      m_play_tool(std::make_unique<tarn::PlayTool>(m_core))
+      m_play_tool(std::make_unique<tarn::PlayTool>(m_core, [this] { m_runner.deliver(); }))
 {
+    m_functions.on_changed = m_events.on_changed = [this] { m_journal.changed_outside(); };
 }
 
 CGuiPlugScene::~CGuiPlugScene()
 {
     if (!m_world)
         return;
+    m_world->set_scene_functions(nullptr, {});
+    m_world->begin_edit = nullptr;
     m_world->set_default_mouse_tool(nullptr);
     m_world->set_overlay(nullptr);
 }
@@ -60,6 +67,8 @@ void CGuiPlugScene::on_world_created(CBaseWorld* world)
 {
     m_world = world;
     world->set_default_mouse_tool(m_select_tool.get());
+    world->set_scene_functions(&m_functions, tarn::gui_script_api(*this));
+    world->begin_edit = [this](const QString& name) { return std::make_shared<tarn::UserAction>(m_journal, name); };
     m_overlay = std::make_unique<tarn::SceneOverlay>(m_core);
     world->set_overlay(m_overlay.get());
 }
@@ -68,6 +77,7 @@ void CGuiPlugScene::clear()
 {
     const tarn::UserAction action(m_journal, lang(u"清空界面", u"Clear Interface"));
     m_core.clear();
+    m_journal.add_companion(tarn::replace_scripts(m_functions, m_events, std::make_unique<CConfigScene>(), {}));
 }
 
 Status CGuiPlugScene::save(CPakFile& package, const CSaveOpt& options)
@@ -75,10 +85,18 @@ Status CGuiPlugScene::save(CPakFile& package, const CSaveOpt& options)
     // What a running preview changed is not the author's: the authored states stand in while the package is written.
     if (m_playing)
         m_core.swap_states(m_authored);
-    auto status = tarn::write_package(package, m_core, options);
+    auto status = tarn::write_package(package, parts(), options);
     if (m_playing)
         m_core.swap_states(m_authored);
     return status;
+}
+
+void CGuiPlugScene::install(tarn::SceneContent content)
+{
+    const tarn::UserAction action(m_journal);
+    m_core.install(std::move(content.gui));
+    m_journal.add_companion(
+        tarn::replace_scripts(m_functions, m_events, std::move(content.functions), std::move(content.events)));
 }
 
 Status CGuiPlugScene::load(const CPakFile& package, const CTexPathInfo&)
@@ -87,7 +105,7 @@ Status CGuiPlugScene::load(const CPakFile& package, const CTexPathInfo&)
     if (!content)
         return content.status();
     const tarn::UserAction action(m_journal, lang(u"导入界面", u"Import"));
-    m_core.install(std::move(content.value()));
+    install(std::move(content.value()));
     return {};
 }
 
@@ -108,7 +126,7 @@ Status CGuiPlugScene::open_scene(const QString& path)
     if (!content)
         return content.status();
     play(false);
-    m_core.install(std::move(content.value()));
+    install(std::move(content.value()));
     m_core.forget_history();
     m_file_name = path;
     SetMTFunction(0, 0);
@@ -136,8 +154,7 @@ Status CGuiPlugScene::on_merge_GUI(const QString& path, const QString& name, boo
     if (!content)
         return content.status();
     const tarn::UserAction action(m_journal, lang(u"合并界面", u"Merge"));
-    tarn::merge_content(m_core, std::move(content.value()), name, replace_styles);
-    return {};
+    return tarn::merge_content(*this, std::move(content.value()), name, replace_styles);
 }
 
 void CGuiPlugScene::RemoveDialog(CDXUTDialog* dialog)
@@ -206,12 +223,36 @@ void CGuiPlugScene::play(bool on)
         m_authored = m_core.states();
         m_journal.set_recording(false);
     } else {
+        m_runner.end();
         m_core.swap_states(m_authored);
         m_authored.clear();
         m_journal.set_recording(true);
     }
     m_playing = on;
     m_core.EnableGui(!on);
+    if (on)
+        m_runner.begin();
     if (m_world)
         m_world->set_mouse_tool(on ? m_play_tool.get() : m_select_tool.get());
+}
+
+void CGuiPlugScene::advance(double now)
+{
+    if (m_playing)
+        m_runner.advance(now);
+}
+
+void CGuiPlugScene::remove_deletectrl_GUI_scripts()
+{
+    QSet<QString> orphans;
+    m_events.remove_if([&](const CGuiEvent& event) {
+        const bool gone = !m_core.find_control(event.control);
+        if (gone && event.function == CEventManager::new_function_name(event.control, event.type))
+            orphans.insert(event.function);
+        return gone;
+    });
+    for (const auto& event : m_events.events())
+        orphans.remove(event->function);
+    for (const QString& function : std::as_const(orphans))
+        m_functions.del_function(function);
 }

@@ -4,9 +4,12 @@
 #include "core/status.h"
 #include "engine/mouse_tool.h"
 #include "engine/scene_plug.h"
+#include "event_manager.h"
 #include "gui_core/gui_core.h"
 #include "gui_scene_model.h"
 #include "save_opt.h"
+#include "scene_content.h"
+#include "script/event_runner.h"
 
 #include <memory>
 
@@ -34,6 +37,10 @@ public:
 
     CGuiCore& gui_core() { return m_core; }
     const CGuiCore& gui_core() const { return m_core; }
+    /// The scene's functions and what ties them to events of controls. They are saved, but not undone.
+    CConfigScene& functions() { return m_functions; }
+    CEventManager& events() { return m_events; }
+    tarn::SceneParts parts() const { return {m_core, m_functions, m_events}; }
     tarn::Journal& journal() override { return m_journal; }
     tarn::SceneModel& model() override { return m_model; }
     tarn::SceneEditor& editor() override;
@@ -44,6 +51,8 @@ public:
     // The scene as a whole
     void clear();
     tarn::Status save(CPakFile& package, const CSaveOpt& options);
+    /// Replaces the content; recorded like any change.
+    void install(tarn::SceneContent content);
     /// Replaces the content by the package's; on failure nothing changes.
     tarn::Status load(const CPakFile& package, const CTexPathInfo& textures);
     /// Merges the package at `path`; see tarn::merge_content. On failure nothing changes.
@@ -60,6 +69,9 @@ public:
     void RemoveCtrl(CDXUTControl* control);
     /// Removes many controls in one step of undo, at a cost that grows with their number and their dialogs' sizes only.
     void RemoveCtrls(const std::vector<CDXUTControl*>& controls);
+    /// Removes the events of controls that do not exist, and their functions where nothing else uses these. This cannot
+    /// be undone.
+    void remove_deletectrl_GUI_scripts();
     /// Changes between the selection of controls and that of dialogs.
     void switch_ctrl_dialog();
     void switch_ctrl_dialog(CDXUTControl* control, CDXUTDialog* dialog);
@@ -78,10 +90,14 @@ public:
     // Preview
     void play(bool on) override;
     bool is_playing() const override { return m_playing; }
+    void advance(double now) override;
 
 private:
     tarn::Journal m_journal;
     CGuiCore m_core;
+    CConfigScene m_functions;
+    CEventManager m_events;
+    tarn::EventRunner m_runner{*this};
     tarn::GuiSceneModel m_model{*this};
     std::unique_ptr<tarn::GuiSceneEditor> m_editor;
     std::unique_ptr<tarn::AidsLayer> m_aids;

@@ -35,11 +35,11 @@ public:
     explicit SceneReader(CGuiCore& core) : m_core(core), m_state(new CoreState)
     {
         m_state->next_id = 2;
-        m_content.root = core.make_dialog();
+        m_content.gui.root = core.make_dialog();
     }
 
     Status read(QByteArray text);
-    GuiContent take(const QMap<QString, QByteArray>& files);
+    SceneContent take(const QMap<QString, QByteArray>& files);
 
 private:
     Status read_member(std::string_view key, JsonCursor& value);
@@ -52,7 +52,7 @@ private:
 
     CGuiCore& m_core;
     QExplicitlySharedDataPointer<CoreState> m_state;
-    GuiContent m_content;
+    SceneContent m_content;
     QHash<quint32, CDXUTDialog*> m_dialogs;
     QSet<quint32> m_ids;
     quint32 m_highest = root_id;
@@ -87,7 +87,7 @@ Status SceneReader::read_dialog(JsonCursor& value)
     if (auto status = claim_id(dialog->id(), value); !status)
         return status;
     m_dialogs.insert(dialog->id(), dialog.get());
-    m_content.dialogs.push_back(std::move(dialog));
+    m_content.gui.dialogs.push_back(std::move(dialog));
     return {};
 }
 
@@ -103,7 +103,7 @@ Status SceneReader::read_control(JsonCursor& value)
         return status;
     if (auto status = claim_id(control->id(), value); !status)
         return status;
-    m_content.controls.push_back(std::move(control));
+    m_content.gui.controls.push_back(std::move(control));
     return {};
 }
 
@@ -125,13 +125,17 @@ Status SceneReader::read_member(std::string_view key, JsonCursor& value)
     if (auto status = claim_key(key, value); !status)
         return status;
     if (key == "root")
-        return m_content.root->load_state(value);
+        return m_content.gui.root->load_state(value);
     if (key == "dialogs")
         return value.each_element([this](JsonCursor& dialog) { return read_dialog(dialog); });
     if (key == "controls")
         return value.each_element([this](JsonCursor& control) { return read_control(control); });
     if (key == "styles")
         return read_styles(value);
+    if (key == "functions")
+        return m_content.functions->read(value);
+    if (key == "events")
+        return m_content.events.read(value);
     if (const FieldBase* field = CoreState::field_table().find(key))
         return field->read(*m_state, value);
     QByteArray json;
@@ -142,7 +146,7 @@ Status SceneReader::read_member(std::string_view key, JsonCursor& value)
 
 Status SceneReader::link()
 {
-    auto& root = static_cast<DialogState&>(m_content.root->raw_state());
+    auto& root = static_cast<DialogState&>(m_content.gui.root->raw_state());
     if (root.id == 0)
         root.id = root_id;
     root.caption_shown = false;
@@ -150,8 +154,8 @@ Status SceneReader::link()
     if (root.id != root_id || m_ids.contains(root_id))
         return Status::error(
             lang(u"%1：编号 1 只能属于根窗口。", u"%1: the id 1 belongs to the root dialog alone.").arg(scene_name));
-    m_dialogs.insert(root_id, m_content.root.get());
-    for (const auto& control : m_content.controls) {
+    m_dialogs.insert(root_id, m_content.gui.root.get());
+    for (const auto& control : m_content.gui.controls) {
         const auto& s = static_cast<const ControlState&>(control->base_state());
         CDXUTDialog* dialog = m_dialogs.value(s.dialog.id);
         if (!dialog)
@@ -162,6 +166,15 @@ Status SceneReader::link()
                                      .arg(s.name)
                                      .arg(s.dialog.id));
         static_cast<DialogState&>(dialog->raw_state()).controls.append(control.get());
+    }
+    // An id is not issued again while an event still names it.
+    for (const auto& event : m_content.events.events()) {
+        if (event->control > max_id)
+            return Status::error(
+                lang(u"%1：事件的控件编号 %2 无效。", u"%1: an event names the control %2, which is no valid id.")
+                    .arg(scene_name)
+                    .arg(event->control));
+        m_highest = std::max(m_highest, event->control);
     }
     m_state->next_id = std::max(std::min(m_state->next_id, max_id), m_highest + 1);
     return {};
@@ -190,11 +203,11 @@ void add_loose_pictures(const GuiContent& content, QMap<QString, QByteArray>& fi
     }
 }
 
-GuiContent SceneReader::take(const QMap<QString, QByteArray>& files)
+SceneContent SceneReader::take(const QMap<QString, QByteArray>& files)
 {
     m_state->files = files;
-    add_loose_pictures(m_content, m_state->files);
-    m_content.core = StatePtr(m_state.data());
+    add_loose_pictures(m_content.gui, m_state->files);
+    m_content.gui.core = StatePtr(m_state.data());
     return std::move(m_content);
 }
 
@@ -224,8 +237,8 @@ Status check_manifest(QByteArray text)
 
 } // namespace
 
-Result<GuiContent> read_content(QByteArray manifest, QByteArray scene, const QMap<QString, QByteArray>& files,
-                                CGuiCore& core)
+Result<SceneContent> read_content(QByteArray manifest, QByteArray scene, const QMap<QString, QByteArray>& files,
+                                  CGuiCore& core)
 {
     if (auto status = check_manifest(std::move(manifest)); !status)
         return status;
@@ -235,7 +248,7 @@ Result<GuiContent> read_content(QByteArray manifest, QByteArray scene, const QMa
     return reader.take(files);
 }
 
-Result<GuiContent> read_package(const CPakFile& package, CGuiCore& core)
+Result<SceneContent> read_package(const CPakFile& package, CGuiCore& core)
 {
     auto manifest = package.read_file(manifest_name);
     if (!manifest)

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "core/status.h"
-#include "gui_core/gui_core.h"
+#include "scene_content.h"
 
 #include <QByteArray>
 #include <QMap>
@@ -12,10 +12,10 @@ namespace tarn {
 
 /// Reads a package's content into objects that are not part of the scene yet; nothing of the open scene changes.
 /// The file counts as hostile: whatever is wrong gives one message that names the entry and the place.
-Result<GuiContent> read_package(const CPakFile& package, CGuiCore& core);
+Result<SceneContent> read_package(const CPakFile& package, CGuiCore& core);
 
 /// The same from texts that were read before; `files` are the package's other entries.
-Result<GuiContent> read_content(QByteArray manifest, QByteArray scene, const QMap<QString, QByteArray>& files,
-                                CGuiCore& core);
+Result<SceneContent> read_content(QByteArray manifest, QByteArray scene, const QMap<QString, QByteArray>& files,
+                                  CGuiCore& core);
 
 } // namespace tarn

@@ -3,9 +3,13 @@
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
 #include "gui_core/gui_core.h"
+#include "gui_core/gui_event.h"
 #include "save_opt.h"
+#include "scene_content.h"
 
 #include "core/json_writer.h"
+
+#include <QSet>
 
 namespace tarn {
 
@@ -54,10 +58,48 @@ void write_styles(JsonWriter& writer, const CoreState& state)
     writer.end_object();
 }
 
+/// The functions that belong to the events of what is written, or of what is not.
+QSet<QString> bound_functions(const SceneParts& scene, bool written)
+{
+    const SelectionRecord& selection = scene.core.selection();
+    QSet<QString> names;
+    for (const auto& event : scene.events.events()) {
+        const CDXUTControl* control = scene.core.find_control(event->control);
+        if ((control && selection.contains(control->dialog())) == written)
+            names.insert(event->function);
+    }
+    for (const CDXUTDialog* dialog : scene.core.GetDialogs())
+        for (const EventKind& kind : event_kinds())
+            if (kind.control_types == 0 && selection.contains(dialog) == written)
+                names.insert(dialog->get_func_str(kind.type));
+    return names;
+}
+
+void write_scripts(JsonWriter& writer, const SceneParts& scene, bool selection_only)
+{
+    QSet<QString> left_out;
+    if (selection_only)
+        left_out = bound_functions(scene, false) - bound_functions(scene, true);
+    if (!scene.functions.functions().empty()) {
+        writer.new_line();
+        writer.key("functions");
+        scene.functions.write(writer, [&](const IFunc& function) { return !left_out.contains(function.name()); });
+    }
+    if (!scene.events.empty()) {
+        writer.new_line();
+        writer.key("events");
+        scene.events.write(writer, [&](const CGuiEvent& event) {
+            const CDXUTControl* control = selection_only ? scene.core.find_control(event.control) : nullptr;
+            return !selection_only || (control && scene.core.selection().contains(control->dialog()));
+        });
+    }
+}
+
 } // namespace
 
-QByteArray scene_text(const CGuiCore& core, bool selection_only)
+QByteArray scene_text(const SceneParts& scene, bool selection_only)
 {
+    const CGuiCore& core = scene.core;
     QList<CDXUTDialog*> dialogs;
     for (CDXUTDialog* dialog : core.GetDialogs())
         if (!selection_only || core.selection().contains(dialog))
@@ -93,6 +135,7 @@ QByteArray scene_text(const CGuiCore& core, bool selection_only)
     writer.new_line();
     writer.end_array();
     write_styles(writer, core.core_state());
+    write_scripts(writer, scene, selection_only);
     for (const auto& [name, json] : core.core_state().unknown) {
         writer.new_line();
         writer.raw_member(name, view(json));
@@ -103,15 +146,15 @@ QByteArray scene_text(const CGuiCore& core, bool selection_only)
     return QByteArray::fromStdString(writer.text());
 }
 
-Status write_package(CPakFile& package, const CGuiCore& core, const CSaveOpt& options)
+Status write_package(CPakFile& package, const SceneParts& scene, const CSaveOpt& options)
 {
     if (auto status = package.add_file(options.prefix + QStringLiteral("manifest.json"), manifest_text()); !status)
         return status;
     if (auto status = package.add_file(options.prefix + QStringLiteral("scene.json"),
-                                       scene_text(core, options.selection_only));
+                                       scene_text(scene, options.selection_only));
         !status)
         return status;
-    const auto& files = core.core_state().files;
+    const auto& files = scene.core.core_state().files;
     for (auto file = files.begin(); file != files.end(); ++file) {
         if (!options.with_pictures && file.key().startsWith(QLatin1String("textures/")))
             continue;

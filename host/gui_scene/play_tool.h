@@ -3,6 +3,8 @@
 #include "engine/mouse_tool.h"
 #include "gui_core/gui_input.h"
 
+#include <functional>
+
 class CGuiCore;
 
 namespace tarn {
@@ -10,7 +12,10 @@ namespace tarn {
 /// Hands mouse and keyboard to the interface while it runs.
 class PlayTool : public MouseTool {
 public:
-    explicit PlayTool(CGuiCore& core) : m_input(core) {}
+    /// `after_input` is called when the interface has done with an input.
+    PlayTool(CGuiCore& core, std::function<void()> after_input) : m_input(core), m_after_input(std::move(after_input))
+    {
+    }
 
     bool mouse(const MouseEvent& event) override;
     bool key(int key, Qt::KeyboardModifiers modifiers) override;
@@ -21,7 +26,11 @@ public:
     void cancel() override { m_input.cancel(); }
 
 private:
+    bool hand_mouse(const MouseEvent& event);
+    bool done(bool taken) const;
+
     GuiInput m_input;
+    std::function<void()> m_after_input;
 };
 
 } // namespace tarn

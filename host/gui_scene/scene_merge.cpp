@@ -2,7 +2,10 @@
 
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
+#include "gui_plug_scene.h"
 #include "picture_names.h"
+#include "script/merged_scripts.h"
+#include "script/scene_scripts.h"
 
 #include <QHash>
 
@@ -49,7 +52,7 @@ std::vector<ModelObject*> objects_by_id(const GuiContent& content)
 }
 
 /// Ids are issued in the order of the old ones, so that the order of creation stays.
-void issue_ids(const std::vector<ModelObject*>& objects, CGuiCore& core)
+QHash<quint32, quint32> issue_ids(const std::vector<ModelObject*>& objects, CGuiCore& core)
 {
     QHash<quint32, quint32> issued;
     for (ModelObject* object : objects) {
@@ -61,6 +64,7 @@ void issue_ids(const std::vector<ModelObject*>& objects, CGuiCore& core)
         for (const FieldBase* field : object->fields())
             if (ObjectRef* reference = field->reference(object->raw_state()))
                 reference->id = issued.value(reference->id, reference->id);
+    return issued;
 }
 
 /// The design size of the other interface becomes part of what its dialogs are measured from.
@@ -80,22 +84,30 @@ void keep_design_size(GuiContent& content, const CGuiCore& core)
 
 } // namespace
 
-void merge_content(CGuiCore& core, GuiContent content, const QString& name, bool replace_styles)
+Status merge_content(CGuiPlugScene& scene, SceneContent content, const QString& name, bool replace_styles)
 {
-    turn_root_into_dialog(content, name);
-    keep_design_size(content, core);
-    const auto objects = objects_by_id(content);
-    issue_ids(objects, core);
+    if (auto status = check_room(scene.parts(), content); !status)
+        return status;
+    CGuiCore& core = scene.gui_core();
+    GuiContent& gui = content.gui;
+    turn_root_into_dialog(gui, name);
+    keep_design_size(gui, core);
+    const auto objects = objects_by_id(gui);
+    const auto issued = issue_ids(objects, core);
     QHash<QString, QString> renamed;
-    auto files = new_files(core_state(content).files, core, renamed);
+    auto files = new_files(core_state(gui).files, core, renamed);
     follow_renamed(objects, renamed);
-    CoreState& theirs = core_state(content);
+    CoreState& theirs = core_state(gui);
     theirs.files = std::move(files);
     theirs.next_id = 0;
     if (!replace_styles)
         for (auto style = core.core_state().styles.begin(); style != core.core_state().styles.end(); ++style)
             theirs.styles.remove(style.key());
-    core.append(std::move(content));
+    MergedScripts scripts = merged_scripts(scene.functions(), content, issued);
+    core.append(std::move(gui));
+    scene.journal().add_companion(
+        add_scripts(scene.functions(), scene.events(), std::move(scripts.functions), std::move(scripts.events)));
+    return {};
 }
 
 } // namespace tarn

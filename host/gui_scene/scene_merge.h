@@ -1,6 +1,9 @@
 #pragma once
 
-#include "gui_core/gui_core.h"
+#include "core/status.h"
+#include "scene_content.h"
+
+class CGuiPlugScene;
 
 namespace tarn {
 
@@ -8,6 +11,10 @@ namespace tarn {
 /// other dialogs follow in their order above the present ones. Names stay; ids are issued anew and every reference
 /// follows. A picture whose name is taken by another picture gets a new name. Styles whose names are taken replace the
 /// present ones when `replace_styles` is set and are left out otherwise.
-void merge_content(CGuiCore& core, GuiContent content, const QString& name, bool replace_styles);
+///
+/// Functions that were made for events are named after the new ids. Another function whose name is taken by one with
+/// another text gets a new name; events, and texts that name it as a literal, follow. Fails, and changes nothing, when
+/// there would be more functions or events than a scene may have.
+Status merge_content(CGuiPlugScene& scene, SceneContent content, const QString& name, bool replace_styles);
 
 } // namespace tarn

@@ -1,6 +1,4 @@
 #include "engine/base_world.h"
-#include "engine/script/config_scene.h"
-#include "engine/script/script_runtime.h"
 
 #include "support/printing.h"
 
@@ -118,19 +116,6 @@ TEST_F(BaseWorldTest, changing_or_resetting_the_tool_cancels_what_is_under_way)
     m_world.set_default_mouse_tool(nullptr);
     EXPECT_EQ(m_world.mouse_tool(), nullptr);
     m_world.api_reset_mt();
-}
-
-TEST_F(BaseWorldTest, another_reach_of_scripts_keeps_who_hears_them)
-{
-    QStringList printed;
-    m_world.scripts().on_print = [&](const QString& text) { printed << text; };
-    tarn::ScriptApi api;
-    api.verbs.push_back(
-        {"seven", {}, {}, [](tarn::ScriptCall&) { return tarn::Result<tarn::ScriptValue>(tarn::Value(qint64(7))); }});
-    m_world.set_script_api(std::move(api));
-    ASSERT_TRUE(m_world.config_scene().add_function(IFunc::create_func(u"f"_s), true, u"print(seven())"_s));
-    EXPECT_TRUE(m_world.scripts().call(u"f"_s).ok());
-    EXPECT_EQ(printed, QStringList{u"7"_s});
 }
 
 TEST_F(BaseWorldTest, the_world_has_objects_that_are_selected_in_order)

@@ -8,7 +8,7 @@ namespace {
 QByteArray written(const CConfigScene& functions)
 {
     JsonWriter writer;
-    functions.write(writer);
+    functions.write(writer, [](const IFunc&) { return true; });
     return QByteArray::fromStdString(writer.text());
 }
 

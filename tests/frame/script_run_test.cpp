@@ -38,7 +38,7 @@ protected:
                                  m_lamp->grow();
                                  return tarn::Result<tarn::ScriptValue>(tarn::Value());
                              }});
-        m_world.set_script_api(std::move(api));
+        m_world.set_scene_functions(&m_world.config_scene(), std::move(api));
         m_world.begin_edit = [this](const QString& name) {
             return std::make_shared<tarn::UserAction>(m_journal, name);
         };

@@ -141,7 +141,7 @@ TEST_F(DialogManager, ExportImportAndMergeGoThroughTheFile)
 {
     const QTemporaryDir folder;
     const QString path = folder.filePath(u"out.tarn"_s);
-    const QByteArray before = scene_text(core());
+    const QByteArray before = scene_text(m_scene->parts());
     m_answers.files = {path, path, path};
     click(id_export);
     EXPECT_FALSE(button(id_export).GetCheck());
@@ -150,7 +150,7 @@ TEST_F(DialogManager, ExportImportAndMergeGoThroughTheFile)
     m_answers.buttons = {boxes::Button::Cancel, boxes::Button::Ok};
     click(id_import); // Cancelled at the warning.
     click(id_import);
-    EXPECT_EQ(scene_text(core()), before);
+    EXPECT_EQ(scene_text(m_scene->parts()), before);
     EXPECT_EQ(m_codes, std::vector<int>{ui_full_refresh});
 
     m_answers.prompts = {u"Part"_s};
@@ -162,7 +162,7 @@ TEST_F(DialogManager, ExportImportAndMergeGoThroughTheFile)
                            u"TARN File(*.tarn)|*.tarn|All Files(*.*)|*.*||"_s,
                            u"TARN File(*.tarn)|*.tarn|All Files(*.*)|*.*||"_s}));
     EXPECT_TRUE(m_scene->journal().undo());
-    EXPECT_EQ(scene_text(core()), before);
+    EXPECT_EQ(scene_text(m_scene->parts()), before);
 }
 
 TEST_F(DialogManager, AFaultyPackageGivesOneMessageAndLeavesTheScene)
@@ -172,7 +172,7 @@ TEST_F(DialogManager, AFaultyPackageGivesOneMessageAndLeavesTheScene)
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.write("no package");
     file.close();
-    const QByteArray before = scene_text(core());
+    const QByteArray before = scene_text(m_scene->parts());
     m_answers.files = {file.fileName(), file.fileName()};
     m_answers.buttons = {boxes::Button::Ok, boxes::Button::Ok, boxes::Button::Yes, boxes::Button::Ok};
     m_answers.prompts = {u"Part"_s};
@@ -180,7 +180,7 @@ TEST_F(DialogManager, AFaultyPackageGivesOneMessageAndLeavesTheScene)
     EXPECT_EQ(m_answers.texts.size(), 2); // The warning, then the message.
     click(id_merge);
     EXPECT_TRUE(m_answers.texts.last().contains(file.fileName()));
-    EXPECT_EQ(scene_text(core()), before);
+    EXPECT_EQ(scene_text(m_scene->parts()), before);
     EXPECT_TRUE(m_codes.empty());
 }
 

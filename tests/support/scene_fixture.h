@@ -23,7 +23,7 @@ protected:
     SceneTest() { m_scene.on_world_created(&m_world); }
 
     CGuiCore& core() { return m_scene.gui_core(); }
-    QByteArray text() { return scene_text(core()); }
+    QByteArray text() { return scene_text(m_scene.parts()); }
     QString path(const QString& name = u"scene.tarn"_s) const { return m_folder.filePath(name); }
     CDXUTDialog* dialog(const QRect& rect, const QString& name = {}) { return core().create_dialog(rect, name); }
     CDXUTControl* control(int type, CDXUTDialog* home, const QRectF& rect, const QString& name = {})
@@ -48,7 +48,7 @@ protected:
         auto content = read_content(content_of(folder + u"/manifest.json"_s), content_of(folder + u"/scene.json"_s),
                                     files, core());
         ASSERT_TRUE(content.ok()) << content.status().message().toStdString();
-        core().install(std::move(content.value()));
+        m_scene.install(std::move(content.value()));
         core().forget_history();
     }
     /// Reads a scene given as text, or shows why that fails.
@@ -56,7 +56,7 @@ protected:
     {
         auto content = read_content("{\"format\":1}", scene, files, core());
         ASSERT_TRUE(content.ok()) << content.status().message().toStdString();
-        core().install(std::move(content.value()));
+        m_scene.install(std::move(content.value()));
         core().forget_history();
     }
     Status save(const QString& file, const CSaveOpt& options = {}, FileIo& io = FileIo::system())

@@ -78,6 +78,14 @@ FuncPtr IFunc::create_func(const QString& name)
     return FuncPtr(new IFunc(name));
 }
 
+FuncPtr IFunc::copy(const QString& name, const QString& text) const
+{
+    FuncPtr copy = create_func(name);
+    copy->m_text = as_saved(text);
+    copy->m_unknown = m_unknown;
+    return copy;
+}
+
 Status IFunc::set_text(const QString& text)
 {
     if (text.size() > max_text)
@@ -149,6 +157,51 @@ void CConfigScene::clear()
     changed();
 }
 
+void CConfigScene::own_all()
+{
+    for (const FuncPtr& function : m_functions)
+        function->m_table = this;
+    ++m_changes;
+}
+
+void CConfigScene::swap(CConfigScene& other)
+{
+    m_functions.swap(other.m_functions);
+    m_by_name.swap(other.m_by_name);
+    own_all();
+    other.own_all();
+}
+
+std::vector<FuncPtr> CConfigScene::attach(const std::vector<FuncPtr>& functions)
+{
+    std::vector<FuncPtr> attached;
+    for (const FuncPtr& function : functions) {
+        if (function->m_table || find_function(function->name()))
+            continue;
+        function->m_table = this;
+        m_functions.push_back(function);
+        m_by_name.insert(function->name(), function);
+        attached.push_back(function);
+    }
+    ++m_changes;
+    return attached;
+}
+
+std::vector<FuncPtr> CConfigScene::detach(const std::vector<FuncPtr>& functions)
+{
+    std::vector<FuncPtr> detached;
+    for (const FuncPtr& function : functions) {
+        if (function->m_table != this)
+            continue;
+        release(*function);
+        m_by_name.remove(function->name());
+        detached.push_back(function);
+    }
+    std::erase_if(m_functions, [this](const FuncPtr& function) { return function->m_table != this; });
+    ++m_changes;
+    return detached;
+}
+
 void CConfigScene::changed()
 {
     ++m_changes;
@@ -156,10 +209,14 @@ void CConfigScene::changed()
         on_changed();
 }
 
-void CConfigScene::write(JsonWriter& writer) const
+void CConfigScene::write(JsonWriter& writer, const std::function<bool(const IFunc&)>& wanted) const
 {
     writer.begin_array();
+    bool any = false;
     for (const FuncPtr& function : m_functions) {
+        if (!wanted(*function))
+            continue;
+        any = true;
         writer.new_line();
         writer.begin_object();
         writer.key("name");
@@ -172,7 +229,7 @@ void CConfigScene::write(JsonWriter& writer) const
             writer.raw_member(name, std::string_view(json.constData(), std::size_t(json.size())));
         writer.end_object();
     }
-    if (!m_functions.empty())
+    if (any)
         writer.new_line();
     writer.end_array();
 }
@@ -191,10 +248,6 @@ Status CConfigScene::read(JsonCursor& cursor)
     });
     if (!status)
         return status;
-    m_functions.swap(fresh.m_functions);
-    m_by_name.swap(fresh.m_by_name);
-    for (const FuncPtr& function : m_functions)
-        function->m_table = this;
-    ++m_changes;
+    swap(fresh);
     return {};
 }

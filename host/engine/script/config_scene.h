@@ -20,6 +20,8 @@ public:
 
     /// A function without text that is in no table yet.
     static std::shared_ptr<IFunc> create_func(const QString& name);
+    /// A function in no table that differs from this one in name and text only.
+    std::shared_ptr<IFunc> copy(const QString& name, const QString& text) const;
 
     const QString& name() const { return m_name; }
     const QString& text() const { return m_text; }
@@ -66,14 +68,22 @@ public:
     /// Called after each of them.
     std::function<void()> on_changed;
 
-    /// One value: a list with a function a line.
-    void write(tarn::JsonWriter& writer) const;
+    // Whole contents. on_changed is not called: whoever does this tells of it.
+    void swap(CConfigScene& other);
+    /// Appends those functions that are in no table and whose names are free; answers them.
+    std::vector<FuncPtr> attach(const std::vector<FuncPtr>& functions);
+    /// Takes out those of the functions that are in this table; answers them.
+    std::vector<FuncPtr> detach(const std::vector<FuncPtr>& functions);
+
+    /// One value: a list with a function a line, of those for which `wanted` answers true.
+    void write(tarn::JsonWriter& writer, const std::function<bool(const IFunc&)>& wanted) const;
     /// Takes the place of what was there, which stays when the list cannot be read. on_changed is not called.
     tarn::Status read(tarn::JsonCursor& cursor);
 
 private:
     friend class IFunc;
     void changed();
+    void own_all();
     void release(IFunc& function) { function.m_table = nullptr; }
 
     std::vector<FuncPtr> m_functions;

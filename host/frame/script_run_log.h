@@ -7,7 +7,7 @@
 namespace tarn {
 
 /// What runs of a script said, line by line; of many lines the last ones.
-class ScriptLog : public QAbstractListModel {
+class ScriptRunLog : public QAbstractListModel {
     Q_OBJECT
 
 public:

@@ -1,4 +1,4 @@
-#include "script_log.h"
+#include "script_run_log.h"
 
 #include "widgets/theme.h"
 
@@ -9,14 +9,14 @@
 
 namespace tarn {
 
-void ScriptLog::add(Kind kind, const QString& text, int line)
+void ScriptRunLog::add(Kind kind, const QString& text, int line)
 {
     if (m_added.size() == most_rows)
         m_added.pop_front();
     m_added.push_back({kind, text, line});
 }
 
-void ScriptLog::flush()
+void ScriptRunLog::flush()
 {
     if (m_added.empty())
         return;
@@ -32,7 +32,7 @@ void ScriptLog::flush()
     endInsertRows();
 }
 
-void ScriptLog::clear()
+void ScriptRunLog::clear()
 {
     beginResetModel();
     m_rows.clear();
@@ -40,12 +40,12 @@ void ScriptLog::clear()
     endResetModel();
 }
 
-int ScriptLog::rowCount(const QModelIndex& parent) const
+int ScriptRunLog::rowCount(const QModelIndex& parent) const
 {
     return parent.isValid() ? 0 : int(m_rows.size());
 }
 
-QVariant ScriptLog::data(const QModelIndex& index, int role) const
+QVariant ScriptRunLog::data(const QModelIndex& index, int role) const
 {
     const Row& row = m_rows[std::size_t(index.row())];
     if (role == Qt::DisplayRole)

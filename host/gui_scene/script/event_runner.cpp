@@ -1,0 +1,157 @@
+#include "event_runner.h"
+
+#include "core/language.h"
+#include "engine/base_world.h"
+#include "engine/script/script_log.h"
+#include "engine/script/script_runtime.h"
+#include "gui_core/dxut_control.h"
+#include "gui_core/dxut_dialog.h"
+#include "gui_scene/gui_plug_scene.h"
+
+#include <QScopedValueRollback>
+
+#include <array>
+
+namespace tarn {
+
+namespace {
+
+constexpr qsizetype longest_text = 1000; ///< characters of a result or print that the log keeps
+
+ModelObject* object_of(const GuiEvent& event)
+{
+    return event.control ? static_cast<ModelObject*>(event.control) : event.dialog;
+}
+
+QString shortened(const QString& text)
+{
+    return text.size() <= longest_text ? text : cut_text(text, longest_text) + QChar(0x2026);
+}
+
+QString text_of(const Value& value)
+{
+    if (const auto* text = std::get_if<QString>(&value))
+        return shortened(*text);
+    if (const auto* flag = std::get_if<bool>(&value))
+        return *flag ? QStringLiteral("true") : QStringLiteral("false");
+    if (const auto* whole = std::get_if<qint64>(&value))
+        return QString::number(*whole);
+    if (const auto* number = std::get_if<double>(&value))
+        return QString::number(*number, 'g', 12);
+    return {};
+}
+
+ScriptLogEntry entry_for(const GuiEvent& event)
+{
+    ScriptLogEntry entry;
+    entry.object = event.control ? event.control->name() : event.dialog->name();
+    entry.event = event_caption(event.type);
+    return entry;
+}
+
+} // namespace
+
+void EventRunner::begin()
+{
+    m_scene.gui_core().on_event = [this](const GuiEvent& event) { note(event); };
+    CBaseWorld* world = m_scene.world();
+    if (!world)
+        return;
+    world->script_log().clear();
+    ScriptRuntime& scripts = world->scripts();
+    scripts.reset();
+    scripts.tick(0);
+    scripts.on_print = [this](const QString& text) {
+        ScriptLogEntry entry = m_answered ? entry_for(*m_answered) : ScriptLogEntry();
+        entry.kind = ScriptLogEntry::Kind::Print;
+        entry.text = shortened(text);
+        tell(std::move(entry));
+    };
+    scripts.on_error = [this](const ScriptError& error) { tell_error(error, {}); };
+}
+
+void EventRunner::end()
+{
+    m_scene.gui_core().on_event = nullptr;
+    m_waiting.clear();
+    if (CBaseWorld* world = m_scene.world()) {
+        world->scripts().on_print = nullptr;
+        world->scripts().on_error = nullptr;
+        world->scripts().reset();
+    }
+}
+
+void EventRunner::note(const GuiEvent& event)
+{
+    m_waiting.push_back({event, object_of(event)->weak_from_this()});
+}
+
+void EventRunner::deliver()
+{
+    if (m_delivering)
+        return;
+    const QScopedValueRollback delivering(m_delivering, true);
+    while (!m_waiting.empty()) {
+        const Waiting next = std::move(m_waiting.front());
+        m_waiting.pop_front();
+        const auto object = next.object.lock();
+        if (object && object->is_attached())
+            answer(next.event, object);
+    }
+}
+
+QString EventRunner::function_of(const GuiEvent& event) const
+{
+    if (event.control) {
+        const CGuiEvent* bound = m_scene.events().GetFunc(event.control->id(), event.type);
+        return bound ? bound->function : QString();
+    }
+    const QString name = event.dialog->get_func_str(event.type);
+    return m_scene.functions().find_function(name) ? name : QString();
+}
+
+void EventRunner::answer(const GuiEvent& event, const std::shared_ptr<ModelObject>& object)
+{
+    const QString function = function_of(event);
+    if (function.isNull() || !m_scene.world())
+        return;
+    const QScopedValueRollback answered(m_answered, &event);
+    ScriptLogEntry entry = entry_for(event);
+    entry.function = function;
+    const std::array<ScriptValue, 3> arguments{object, Value(GetEventStrName(event.type)), event.value};
+    const ScriptResult result = m_scene.world()->scripts().call(function, arguments, object);
+    if (result.error) {
+        tell_error(*result.error, std::move(entry));
+        return;
+    }
+    entry.text = result.suspended ? lang(u"等待中", u"waiting") : text_of(result.value);
+    tell(std::move(entry));
+}
+
+void EventRunner::tell(ScriptLogEntry entry) const
+{
+    entry.time = m_scene.world()->scripts().now();
+    m_scene.world()->script_log().add(std::move(entry));
+}
+
+void EventRunner::tell_error(const ScriptError& error, ScriptLogEntry entry) const
+{
+    entry.kind = ScriptLogEntry::Kind::Error;
+    entry.function = error.function;
+    entry.line = error.line;
+    entry.text = shortened(error.text());
+    tell(std::move(entry));
+}
+
+void EventRunner::advance(double now)
+{
+    CBaseWorld* world = m_scene.world();
+    if (!world)
+        return;
+    const bool waits = world->scripts().suspended() > 0;
+    world->scripts().tick(now);
+    if (waits)
+        world->update_all_views();
+}
+
+} // namespace tarn

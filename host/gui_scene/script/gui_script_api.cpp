@@ -1,0 +1,265 @@
+#include "gui_script_api.h"
+
+#include "core/language.h"
+#include "engine/base_world.h"
+#include "gui_core/dxut_dialog.h"
+#include "gui_core/dxut_info_box.h"
+#include "gui_core/gui_core.h"
+#include "gui_scene/gui_plug_scene.h"
+
+#include <QHash>
+
+#include <cmath>
+
+namespace tarn {
+
+namespace {
+
+constexpr const char* control_kind = "control";
+constexpr const char* dialog_kind = "dialog";
+constexpr const char* info_box = "Info";
+constexpr double farthest = 1e6; ///< pixels
+
+ScriptObject handle(ModelObject* object)
+{
+    return object ? object->shared_from_this() : nullptr;
+}
+
+/// The first object of `all` with a name. Where it was found last is tried first, since scripts ask again and again.
+template <class Object, class List>
+ModelObject* find_named(QHash<QString, Object*>& found, const List& all, const QString& name)
+{
+    if (Object* guess = found.value(name); guess && guess->is_attached() && guess->name() == name)
+        return guess;
+    const auto place = std::find_if(all.begin(), all.end(),
+                                    [&name](const Object* object) { return object->name() == name; });
+    if (place == all.end())
+        return nullptr;
+    found.insert(name, *place);
+    return *place;
+}
+
+class GuiScriptObjects final : public ScriptObjects {
+public:
+    explicit GuiScriptObjects(CGuiCore& core) : m_core(core) {}
+
+    std::vector<Kind> kinds() const override
+    {
+        return {
+            {control_kind,
+             {u"找出一个控件；同名时为最先创建的", u"finds a control; of several with the name the one made first"}},
+            {dialog_kind, {u"找出一个窗口；同名时为最下层的", u"finds a dialog; of several with the name the lowest"}}};
+    }
+
+    ScriptObject find(QLatin1String kind, const QString& name) const override
+    {
+        // Objects that went with their history may have left their places to others.
+        if (m_generation != m_core.generation()) {
+            m_controls.clear();
+            m_dialogs.clear();
+            m_generation = m_core.generation();
+        }
+        if (kind == QLatin1String(control_kind))
+            return handle(find_named(m_controls, m_core.controls(), name));
+        ModelObject* dialog = find_named(m_dialogs, m_core.GetDialogs(), name);
+        const bool is_root = !dialog && m_core.GetRootDialog()->name() == name;
+        return handle(is_root ? m_core.GetRootDialog() : dialog);
+    }
+    ScriptObject find(QLatin1String kind, quint32 id) const override
+    {
+        if (kind == QLatin1String(control_kind))
+            return handle(m_core.find_control(id));
+        return handle(id == m_core.GetRootDialog()->id() ? m_core.GetRootDialog() : m_core.find_dialog(id));
+    }
+    ScriptObject find(quint32 id) const override
+    {
+        ScriptObject control = find(QLatin1String(control_kind), id);
+        return control ? control : find(QLatin1String(dialog_kind), id);
+    }
+
+    std::vector<const char*> classes_of(const ModelObject& object) const override
+    {
+        if (const auto* control = dynamic_cast<const CDXUTControl*>(&object))
+            return {control_class(control->GetType())->name_stem, control_kind};
+        return {dialog_kind};
+    }
+
+    QStringList field_names() const override
+    {
+        QStringList names;
+        const auto add_names = [&names](const FieldTable& fields) {
+            for (const FieldBase* field : fields)
+                names.append(QString::fromLatin1(field->name()));
+        };
+        add_names(m_core.GetRootDialog()->fields());
+        Journal unused;
+        for (const ControlClass& type : control_classes())
+            add_names(type.create(unused, m_core)->fields());
+        return names;
+    }
+
+private:
+    CGuiCore& m_core;
+    mutable quint64 m_generation = 0;
+    mutable QHash<QString, CDXUTControl*> m_controls;
+    mutable QHash<QString, CDXUTDialog*> m_dialogs;
+};
+
+CDXUTControl& control_of(const ScriptCall& call)
+{
+    return static_cast<CDXUTControl&>(call.object(0));
+}
+
+CDXUTDialog& dialog_of(const ScriptCall& call)
+{
+    return static_cast<CDXUTDialog&>(call.object(0));
+}
+
+const ScriptValue nothing = Value();
+
+/// A verb that does something and answers nothing.
+template <class Work>
+auto doing(Work work)
+{
+    return [work](ScriptCall& call) -> Result<ScriptValue> {
+        work(call);
+        return nothing;
+    };
+}
+
+template <class Object>
+Result<ScriptValue> move(ScriptCall& call, Object& object)
+{
+    const double x = call.number(1);
+    const double y = call.number(2);
+    if (!(std::abs(x) <= farthest && std::abs(y) <= farthest))
+        return Status::error(lang(u"位置超出范围", u"the place is out of range"));
+    using Place = decltype(object.rect().x() + 0);
+    if constexpr (std::is_same_v<Place, int>)
+        object.SetLocation(int(std::lround(x)), int(std::lround(y)));
+    else
+        object.SetLocation(float(x), float(y));
+    return nothing;
+}
+
+const std::vector<ScriptParameter> place_parameters{
+    {"x", ScriptType::Number, {u"左边的位置，像素", u"the left edge, pixels"}},
+    {"y", ScriptType::Number, {u"上边的位置，像素", u"the top edge, pixels"}},
+};
+
+std::vector<ScriptVerb> control_verbs(CGuiPlugScene& scene)
+{
+    CGuiCore& core = scene.gui_core();
+    return {
+        {"show",
+         {},
+         {u"显示控件", u"shows the control"},
+         doing([](ScriptCall& c) { control_of(c).SetVisible(true); }),
+         control_kind},
+        {"hide",
+         {},
+         {u"隐藏控件", u"hides the control"},
+         doing([](ScriptCall& c) { control_of(c).SetVisible(false); }),
+         control_kind},
+        {"move",
+         place_parameters,
+         {u"移动控件，位置相对于窗口", u"moves the control within its dialog"},
+         [](ScriptCall& call) { return move(call, control_of(call)); },
+         control_kind},
+        {"focus",
+         {},
+         {u"让控件得到键盘输入", u"lets the control have the keyboard"},
+         doing([&core](ScriptCall& c) { core.set_focused(&control_of(c)); }),
+         control_kind},
+        {"remove",
+         {},
+         {u"删除控件", u"removes the control"},
+         doing([&core](ScriptCall& c) { core.remove_control(&control_of(c)); }),
+         control_kind},
+        {"add_line",
+         {{"text", ScriptType::Text, {u"一行文本", u"a line of text"}}},
+         {u"在信息显示框末尾添加一行", u"adds a line at the end of the info box"},
+         doing([](ScriptCall& c) { static_cast<CDXUTInfoBox&>(c.object(0)).AddString(c.text(1)); }),
+         info_box},
+    };
+}
+
+std::vector<ScriptVerb> dialog_verbs(CGuiPlugScene& scene)
+{
+    CGuiCore& core = scene.gui_core();
+    const auto restore = [](ScriptCall& call) {
+        dialog_of(call).SetVisible(true);
+        dialog_of(call).set_minimized(false);
+    };
+    const auto remove = [&core](ScriptCall& call) -> Result<ScriptValue> {
+        if (dialog_of(call).is_root())
+            return Status::error(lang(u"根窗口不能删除", u"the root dialog cannot be removed"));
+        core.remove_dialog(&dialog_of(call));
+        return nothing;
+    };
+    const auto controls = [](ScriptCall& call) -> Result<ScriptValue> {
+        std::vector<ScriptObject> list;
+        for (CDXUTControl* control : dialog_of(call).controls())
+            list.push_back(handle(control));
+        return ScriptValue(std::move(list));
+    };
+    return {
+        {"show",
+         {},
+         {u"显示窗口", u"shows the dialog"},
+         doing([](ScriptCall& c) { dialog_of(c).SetVisible(true); }),
+         dialog_kind},
+        {"hide",
+         {},
+         {u"隐藏窗口", u"hides the dialog"},
+         doing([](ScriptCall& c) { dialog_of(c).SetVisible(false); }),
+         dialog_kind},
+        {"close",
+         {},
+         {u"关闭窗口", u"closes the dialog"},
+         doing([](ScriptCall& c) { dialog_of(c).SetVisible(false); }),
+         dialog_kind},
+        {"minimise",
+         {},
+         {u"最小化窗口", u"reduces the dialog to its caption bar"},
+         doing([](ScriptCall& c) { dialog_of(c).set_minimized(true); }),
+         dialog_kind},
+        {"restore", {}, {u"还原窗口", u"shows the whole dialog again"}, doing(restore), dialog_kind},
+        {"move",
+         place_parameters,
+         {u"移动窗口", u"moves the dialog on the screen"},
+         [](ScriptCall& call) { return move(call, dialog_of(call)); },
+         dialog_kind},
+        {"controls",
+         {},
+         {u"窗口的所有控件，从最下层起", u"all controls of the dialog, from the lowest layer"},
+         controls,
+         dialog_kind},
+        {"remove", {}, {u"删除窗口及其控件", u"removes the dialog and its controls"}, remove, dialog_kind},
+    };
+}
+
+ScriptVerb message_verb(CGuiPlugScene& scene)
+{
+    return {"message",
+            {{"text", ScriptType::Text, {u"消息的内容", u"what it says"}},
+             {"title", ScriptType::Text, {u"标题", u"its title"}, true}},
+            {u"显示一个消息框；脚本不等待它关闭", u"shows a message; the script does not wait until it is closed"},
+            doing([&scene](ScriptCall& call) {
+                CBaseWorld* world = scene.world();
+                if (world && world->on_message)
+                    world->on_message(call.text(0), call.has(1) ? call.text(1) : QString());
+            })};
+}
+
+} // namespace
+
+ScriptApi gui_script_api(CGuiPlugScene& scene)
+{
+    ScriptApi api{{message_verb(scene)}, std::make_shared<GuiScriptObjects>(scene.gui_core())};
+    for (const auto& verbs : {control_verbs(scene), dialog_verbs(scene)})
+        api.verbs.insert(api.verbs.end(), verbs.begin(), verbs.end());
+    return api;
+}
+
+} // namespace tarn
