@@ -33,19 +33,15 @@ public:
     bool draw(QPainter& painter, QPointF place, const QRectF& extent, Ink ink, const Glyphs& glyphs);
 
 private:
-    /// What a picture is good for: glyphs look different between two pixels.
-    struct Key {
-        Ink ink;
-        double scale; ///< device pixels for one of the painter's
-        QPoint phase; ///< of the place between device pixels
-        bool operator==(const Key&) const = default;
-    };
-    bool make(const Key& key, const QRectF& extent, const Glyphs& glyphs);
+    bool serves(QPointF on_device, Ink ink, double scale) const;
+    bool make(QPointF on_device, Ink ink, double scale, const QRectF& extent, const Glyphs& glyphs);
     void release();
 
-    Key m_key{{0, false}, 0, {}}; ///< a scale of 0 for no picture yet
-    QImage m_image;               ///< null where the text leaves no trace
-    QPoint m_corner;              ///< device pixels from the pixel of the place
+    Ink m_ink{};
+    double m_scale = 0; ///< device pixels for one of the painter's; 0 for no picture yet
+    QPointF m_phase;    ///< of the place between device pixels: glyphs look different there
+    QImage m_image;     ///< null where the text leaves no trace
+    QPoint m_corner;    ///< device pixels from the one that the place lies in
 };
 
 } // namespace tarn

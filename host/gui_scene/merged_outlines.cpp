@@ -50,9 +50,8 @@ private:
 
 void merge(std::vector<Stretch>& stretches)
 {
-    std::sort(stretches.begin(), stretches.end(), [](const Stretch& a, const Stretch& b) {
-        return std::tie(a.line, a.from) < std::tie(b.line, b.from);
-    });
+    std::sort(stretches.begin(), stretches.end(),
+              [](const Stretch& a, const Stretch& b) { return std::tie(a.line, a.from) < std::tie(b.line, b.from); });
     std::size_t last = 0;
     for (std::size_t i = 1; i < stretches.size(); ++i) {
         const Stretch& next = stretches[i];
