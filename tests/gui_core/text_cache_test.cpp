@@ -23,7 +23,8 @@ QImage canvas(double scale)
     return image;
 }
 
-QImage drawn(TextCache& cache, const TextLook& look, double scale, QPointF offset = {}, const QString& text = u"Afjö 雾"_s)
+QImage drawn(TextCache& cache, const TextLook& look, double scale, QPointF offset = {},
+             const QString& text = u"Afjö 雾"_s)
 {
     QImage image = canvas(scale);
     QPainter painter(&image);
