@@ -54,7 +54,7 @@ public:
         const tarn::RecordingOff off(m_scene.journal());
         CDXUTDialog* dialog = m_scene.gui_core().create_dialog(QRect(QPoint(), screen));
         static_cast<void>(m_scene.functions().add_function(IFunc::create_func(QStringLiteral("f")), true,
-                                                            QLatin1String(function_text)));
+                                                           QLatin1String(function_text)));
         for (const QRectF& place : grid(count)) {
             const quint32 id = m_scene.gui_core().create_control(DXUT_CONTROL_BUTTON, dialog, place)->id();
             for (const quint32 type : {EVENT_BUTTON_CLICKED, EVENT_BUTTON_MOUSE_ENTERED, EVENT_BUTTON_MOUSE_LEFT})

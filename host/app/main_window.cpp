@@ -26,8 +26,6 @@
 #include <QTabBar>
 #include <QVBoxLayout>
 
-#include <utility>
-
 using tarn::lang;
 using tarn::boxes::Button;
 
@@ -236,13 +234,14 @@ void MainWindow::update_document()
     setWindowTitle(QStringLiteral("%1[*]%2 - Tarn studio").arg(name, playing));
     setWindowModified(m_studio.is_changed());
     update_edit_menu();
-    if (std::exchange(m_shows_preview, m_studio.is_playing()) == m_studio.is_playing())
+    const bool begins = m_studio.is_playing() && !m_shows_preview;
+    m_shows_preview = m_studio.is_playing();
+    if (!begins)
         return;
-    m_event_log->setVisible(m_studio.is_playing());
-    if (m_studio.is_playing()) {
-        m_event_log->raise();
-        m_view->setFocus();
-    }
+    // It stays when the preview ends: then one has the time to read it.
+    m_event_log->show();
+    m_event_log->raise();
+    m_view->setFocus();
 }
 
 /// A script shows a message: once what it does now is done, one after the other.

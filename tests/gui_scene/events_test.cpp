@@ -81,10 +81,12 @@ TEST_F(EventsTest, a_button_tells_of_the_mouse_in_the_order_in_which_it_comes)
     bind_all(other);
     m_scene.play(true);
     click(middle(button));
-    EXPECT_EQ(answers(), (QStringList{u"c0 MouseEnter nil"_s, u"c0 LeftDown nil"_s, u"c0 LeftUp nil"_s, u"c0 Click nil"_s}));
+    EXPECT_EQ(answers(),
+              (QStringList{u"c0 MouseEnter nil"_s, u"c0 LeftDown nil"_s, u"c0 LeftUp nil"_s, u"c0 Click nil"_s}));
     mouse(MouseEvent::Kind::Press, middle(button));
     mouse(MouseEvent::Kind::Release, middle(other));
-    EXPECT_EQ(answers(), (QStringList{u"c0 LeftDown nil"_s, u"c0 MouseLeave nil"_s, u"c10 MouseEnter nil"_s, u"c0 LeftUp nil"_s}));
+    EXPECT_EQ(answers(),
+              (QStringList{u"c0 LeftDown nil"_s, u"c0 MouseLeave nil"_s, u"c10 MouseEnter nil"_s, u"c0 LeftUp nil"_s}));
     m_world.mouse_tool()->key(Qt::Key_Space, {});
     EXPECT_EQ(answers(), QStringList{u"c0 Click nil"_s});
 }
@@ -102,7 +104,9 @@ TEST_F(EventsTest, check_boxes_and_radio_groups_tell_who_changed)
     m_scene.play(true);
     click(middle(check));
     click(middle(check));
-    EXPECT_EQ(answers(), (QStringList{u"c2 CheckClick true"_s, u"c2 CheckOn true"_s, u"c2 CheckClick false"_s, u"c2 CheckOff false"_s}));
+    EXPECT_EQ(
+        answers(),
+        (QStringList{u"c2 CheckClick true"_s, u"c2 CheckOn true"_s, u"c2 CheckClick false"_s, u"c2 CheckOff false"_s}));
     click(middle(first));
     EXPECT_EQ(answers(), (QStringList{u"c3 RadioClick true"_s, u"c3 RadioOn true"_s}));
     click(middle(second));

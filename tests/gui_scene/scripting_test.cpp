@@ -19,10 +19,10 @@ protected:
     {
         VLCMsgIniW::set_language(Language::English);
         m_settings = dialog({10, 10, 400, 300}, u"Settings"_s);
-        const std::pair<int, const char16_t*> rows[]
-            = {{DXUT_CONTROL_BUTTON, u"Start"},     {DXUT_CONTROL_CHECKBOX, u"Hard"},  {DXUT_CONTROL_EDITBOX, u"Player"},
-               {DXUT_CONTROL_STATIC, u"Status"},    {DXUT_CONTROL_PROGRESS, u"Health"}, {DXUT_CONTROL_LISTBOX, u"Saves"},
-               {DXUT_CONTROL_INFOBOX, u"Log"}};
+        const std::pair<int, const char16_t*> rows[] = {
+            {DXUT_CONTROL_BUTTON, u"Start"},  {DXUT_CONTROL_CHECKBOX, u"Hard"},   {DXUT_CONTROL_EDITBOX, u"Player"},
+            {DXUT_CONTROL_STATIC, u"Status"}, {DXUT_CONTROL_PROGRESS, u"Health"}, {DXUT_CONTROL_LISTBOX, u"Saves"},
+            {DXUT_CONTROL_INFOBOX, u"Log"}};
         for (const auto& [type, name] : rows)
             control(type, m_settings, {0, 0, 50, 20}, QString::fromUtf16(name));
         define(u"Greet"_s, u"print('hello', ...)"_s);
