@@ -141,6 +141,8 @@ QDockWidget* MainWindow::add_page_dock(CChildDlg* page, int template_id, const Q
     dock->setWidget(page);
     addDockWidget(area, dock);
     dock->hide();
+    // Asked for, it comes before those that share its place.
+    connect(dock->toggleViewAction(), &QAction::triggered, dock, &QWidget::raise);
     return dock;
 }
 

@@ -10,8 +10,6 @@
 namespace tarn {
 namespace {
 
-constexpr qreal disabled_opacity = 0.4;
-
 QColor stroke_color(QIcon::Mode mode)
 {
     const QPalette palette = QGuiApplication::palette();

@@ -9,6 +9,8 @@ namespace tarn {
 /// colour at the time of drawing, so that one file serves light and dark themes.
 class SvgIconEngine final : public QIconEngine {
 public:
+    static constexpr qreal disabled_opacity = 0.4; ///< of all pictures
+
     explicit SvgIconEngine(QByteArray svg);
 
     void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State state) override;

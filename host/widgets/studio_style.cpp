@@ -1,5 +1,6 @@
 #include "widgets/studio_style.h"
 
+#include "widgets/icon_engine.h"
 #include "widgets/style_parts.h"
 
 #include <QPainter>
@@ -141,6 +142,19 @@ QIcon StudioStyle::standardIcon(StandardPixmap icon, const QStyleOption* option,
     if (icon == SP_TitleBarNormalButton)
         return float_icon();
     return QProxyStyle::standardIcon(icon, option, widget);
+}
+
+QPixmap StudioStyle::generatedIconPixmap(QIcon::Mode mode, const QPixmap& pixmap, const QStyleOption* option) const
+{
+    if (mode != QIcon::Disabled)
+        return QProxyStyle::generatedIconPixmap(mode, pixmap, option);
+    QPixmap faded(pixmap.size());
+    faded.setDevicePixelRatio(pixmap.devicePixelRatio());
+    faded.fill(Qt::transparent);
+    QPainter painter(&faded);
+    painter.setOpacity(SvgIconEngine::disabled_opacity);
+    painter.drawPixmap(0, 0, pixmap);
+    return faded;
 }
 
 QRect StudioStyle::subControlRect(ComplexControl control, const QStyleOptionComplex* option, SubControl part,
