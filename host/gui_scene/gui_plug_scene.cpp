@@ -11,6 +11,8 @@
 #include "gui_scene_editor.h"
 #include "package_reader.h"
 #include "package_writer.h"
+#include "picture_file.h"
+#include "picture_release.h"
 #include "play_tool.h"
 #include "scene_merge.h"
 #include "scene_overlay.h"
@@ -20,6 +22,8 @@
 #include "tex_path_info.h"
 
 #include <QSet>
+
+#include <array>
 
 using tarn::lang;
 using tarn::Status;
@@ -34,6 +38,17 @@ tarn::Result<tarn::SceneContent> read_file(const QString& path, CGuiCore& core)
         return status;
     const CTexPathInfo textures(path, 1);
     return tarn::read_package(package, core);
+}
+
+constexpr std::array button_images{"image_normal", "image_hover", "image_pressed"};
+constexpr std::array box_images{"image_unchecked", "image_checked"};
+
+void write_picture(const std::vector<tarn::ModelObject*>& objects, const char* name, const QString& picture)
+{
+    tarn::walk(objects, [&](tarn::ModelObject* object) {
+        if (const tarn::FieldBase* field = object->fields().find(name))
+            (void)object->set_property(*field, picture); // A text is what the attribute is.
+    });
 }
 
 } // namespace
@@ -159,6 +174,7 @@ void CGuiPlugScene::RemoveDialog(CDXUTDialog* dialog)
 {
     {
         const tarn::UserAction action(m_journal, lang(u"删除窗口", u"Remove Dialog"));
+        const tarn::PictureRelease release(m_core, m_functions, dialog ? dialog->controls() : QList<CDXUTControl*>());
         m_core.remove_dialog(dialog);
     }
     if (m_world)
@@ -168,13 +184,44 @@ void CGuiPlugScene::RemoveDialog(CDXUTDialog* dialog)
 void CGuiPlugScene::RemoveCtrl(CDXUTControl* control)
 {
     const tarn::UserAction action(m_journal, lang(u"删除控件", u"Remove Control"));
+    const tarn::PictureRelease release(m_core, m_functions, std::span(&control, control ? 1 : 0));
     m_core.remove_control(control);
 }
 
 void CGuiPlugScene::RemoveCtrls(const std::vector<CDXUTControl*>& controls)
 {
     const tarn::UserAction action(m_journal, lang(u"删除控件", u"Remove Control"));
+    const tarn::PictureRelease release(m_core, m_functions, controls);
     m_core.remove_controls(controls);
+}
+
+Status CGuiPlugScene::set_picture(const std::vector<tarn::ModelObject*>& objects, const char* field,
+                                  const QString& path)
+{
+    const tarn::UserAction action(m_journal, lang(u"设置图片", u"Set Picture"));
+    const auto name = tarn::take_picture(m_core, path);
+    if (!name)
+        return name.status();
+    const tarn::PictureRelease release(m_core, m_functions, objects);
+    write_picture(objects, field, name.value());
+    return {};
+}
+
+void CGuiPlugScene::clear_picture(const std::vector<tarn::ModelObject*>& objects, const char* field)
+{
+    const tarn::UserAction action(m_journal, lang(u"清除图片", u"Clear Picture"));
+    const tarn::PictureRelease release(m_core, m_functions, objects);
+    write_picture(objects, field, {});
+}
+
+Status CGuiPlugScene::set_buttonst_img(const std::vector<tarn::ModelObject*>& buttons, int state, const QString& path)
+{
+    return set_picture(buttons, button_images[std::size_t(state)], path);
+}
+
+Status CGuiPlugScene::set_checkbox_img(const std::vector<tarn::ModelObject*>& boxes, int state, const QString& path)
+{
+    return set_picture(boxes, box_images[std::size_t(state)], path);
 }
 
 void CGuiPlugScene::switch_ctrl_dialog()

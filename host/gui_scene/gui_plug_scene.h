@@ -65,10 +65,21 @@ public:
     tarn::Status save_scene(const QString& path) override;
 
     // Objects
+    // What is removed takes the pictures along that nothing else uses; see tarn::PictureRelease.
     void RemoveDialog(CDXUTDialog* dialog);
     void RemoveCtrl(CDXUTControl* control);
     /// Removes many controls in one step of undo, at a cost that grows with their number and their dialogs' sizes only.
     void RemoveCtrls(const std::vector<CDXUTControl*>& controls);
+
+    // Pictures of objects. A file is taken into the scene; a picture that nothing uses any more leaves it.
+    /// Gives the objects that have the attribute `field` the picture in the file `path`. On failure nothing changes.
+    tarn::Status set_picture(const std::vector<tarn::ModelObject*>& objects, const char* field, const QString& path);
+    void clear_picture(const std::vector<tarn::ModelObject*>& objects, const char* field);
+    /// `state` 0 normal, 1 mouse over, 2 pressed.
+    tarn::Status set_buttonst_img(const std::vector<tarn::ModelObject*>& buttons, int state, const QString& path);
+    /// Of check boxes and radio buttons; `state` 0 unchecked, 1 checked.
+    tarn::Status set_checkbox_img(const std::vector<tarn::ModelObject*>& boxes, int state, const QString& path);
+
     /// Removes the events of controls that do not exist, and their functions where nothing else uses these. This cannot
     /// be undone.
     void remove_deletectrl_GUI_scripts();

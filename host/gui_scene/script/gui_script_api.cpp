@@ -31,8 +31,8 @@ ModelObject* find_named(QHash<QString, Object*>& found, const List& all, const Q
 {
     if (Object* guess = found.value(name); guess && guess->is_attached() && guess->name() == name)
         return guess;
-    const auto place
-        = std::find_if(all.begin(), all.end(), [&name](const Object* object) { return object->name() == name; });
+    const auto place = std::find_if(all.begin(), all.end(),
+                                    [&name](const Object* object) { return object->name() == name; });
     if (place == all.end())
         return nullptr;
     found.insert(name, *place);
@@ -45,9 +45,10 @@ public:
 
     std::vector<Kind> kinds() const override
     {
-        return {{control_kind,
-                 {u"找出一个控件；同名时为最先创建的", u"finds a control; of several with the name the one made first"}},
-                {dialog_kind, {u"找出一个窗口；同名时为最下层的", u"finds a dialog; of several with the name the lowest"}}};
+        return {
+            {control_kind,
+             {u"找出一个控件；同名时为最先创建的", u"finds a control; of several with the name the one made first"}},
+            {dialog_kind, {u"找出一个窗口；同名时为最下层的", u"finds a dialog; of several with the name the lowest"}}};
     }
 
     ScriptObject find(QLatin1String kind, const QString& name) const override
@@ -136,19 +137,36 @@ std::vector<ScriptVerb> control_verbs(CGuiPlugScene& scene)
 {
     CGuiCore& core = scene.gui_core();
     return {
-        {"show", {}, {u"显示控件", u"shows the control"}, doing([](ScriptCall& c) { control_of(c).SetVisible(true); }),
+        {"show",
+         {},
+         {u"显示控件", u"shows the control"},
+         doing([](ScriptCall& c) { control_of(c).SetVisible(true); }),
          control_kind},
-        {"hide", {}, {u"隐藏控件", u"hides the control"}, doing([](ScriptCall& c) { control_of(c).SetVisible(false); }),
+        {"hide",
+         {},
+         {u"隐藏控件", u"hides the control"},
+         doing([](ScriptCall& c) { control_of(c).SetVisible(false); }),
          control_kind},
-        {"move", place_parameters, {u"移动控件，位置相对于窗口", u"moves the control within its dialog"},
-         [](ScriptCall& call) { return move(call, control_of(call)); }, control_kind},
-        {"focus", {}, {u"让控件得到键盘输入", u"lets the control have the keyboard"},
-         doing([&core](ScriptCall& c) { core.set_focused(&control_of(c)); }), control_kind},
-        {"remove", {}, {u"删除控件", u"removes the control"},
-         doing([&core](ScriptCall& c) { core.remove_control(&control_of(c)); }), control_kind},
-        {"add_line", {{"text", ScriptType::Text, {u"一行文本", u"a line of text"}}},
+        {"move",
+         place_parameters,
+         {u"移动控件，位置相对于窗口", u"moves the control within its dialog"},
+         [](ScriptCall& call) { return move(call, control_of(call)); },
+         control_kind},
+        {"focus",
+         {},
+         {u"让控件得到键盘输入", u"lets the control have the keyboard"},
+         doing([&core](ScriptCall& c) { core.set_focused(&control_of(c)); }),
+         control_kind},
+        {"remove",
+         {},
+         {u"删除控件", u"removes the control"},
+         doing([&core](ScriptCall& c) { core.remove_control(&control_of(c)); }),
+         control_kind},
+        {"add_line",
+         {{"text", ScriptType::Text, {u"一行文本", u"a line of text"}}},
          {u"在信息显示框末尾添加一行", u"adds a line at the end of the info box"},
-         doing([](ScriptCall& c) { static_cast<CDXUTInfoBox&>(c.object(0)).AddString(c.text(1)); }), info_box},
+         doing([](ScriptCall& c) { static_cast<CDXUTInfoBox&>(c.object(0)).AddString(c.text(1)); }),
+         info_box},
     };
 }
 
@@ -172,18 +190,36 @@ std::vector<ScriptVerb> dialog_verbs(CGuiPlugScene& scene)
         return ScriptValue(std::move(list));
     };
     return {
-        {"show", {}, {u"显示窗口", u"shows the dialog"}, doing([](ScriptCall& c) { dialog_of(c).SetVisible(true); }),
+        {"show",
+         {},
+         {u"显示窗口", u"shows the dialog"},
+         doing([](ScriptCall& c) { dialog_of(c).SetVisible(true); }),
          dialog_kind},
-        {"hide", {}, {u"隐藏窗口", u"hides the dialog"}, doing([](ScriptCall& c) { dialog_of(c).SetVisible(false); }),
+        {"hide",
+         {},
+         {u"隐藏窗口", u"hides the dialog"},
+         doing([](ScriptCall& c) { dialog_of(c).SetVisible(false); }),
          dialog_kind},
-        {"close", {}, {u"关闭窗口", u"closes the dialog"}, doing([](ScriptCall& c) { dialog_of(c).SetVisible(false); }),
+        {"close",
+         {},
+         {u"关闭窗口", u"closes the dialog"},
+         doing([](ScriptCall& c) { dialog_of(c).SetVisible(false); }),
          dialog_kind},
-        {"minimise", {}, {u"最小化窗口", u"reduces the dialog to its caption bar"},
-         doing([](ScriptCall& c) { dialog_of(c).set_minimized(true); }), dialog_kind},
+        {"minimise",
+         {},
+         {u"最小化窗口", u"reduces the dialog to its caption bar"},
+         doing([](ScriptCall& c) { dialog_of(c).set_minimized(true); }),
+         dialog_kind},
         {"restore", {}, {u"还原窗口", u"shows the whole dialog again"}, doing(restore), dialog_kind},
-        {"move", place_parameters, {u"移动窗口", u"moves the dialog on the screen"},
-         [](ScriptCall& call) { return move(call, dialog_of(call)); }, dialog_kind},
-        {"controls", {}, {u"窗口的所有控件，从最下层起", u"all controls of the dialog, from the lowest layer"}, controls,
+        {"move",
+         place_parameters,
+         {u"移动窗口", u"moves the dialog on the screen"},
+         [](ScriptCall& call) { return move(call, dialog_of(call)); },
+         dialog_kind},
+        {"controls",
+         {},
+         {u"窗口的所有控件，从最下层起", u"all controls of the dialog, from the lowest layer"},
+         controls,
          dialog_kind},
         {"remove", {}, {u"删除窗口及其控件", u"removes the dialog and its controls"}, remove, dialog_kind},
     };

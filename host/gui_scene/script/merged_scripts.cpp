@@ -70,8 +70,9 @@ Status check_room(const SceneParts& scene, const SceneContent& content)
 {
     if (scene.functions.functions().size() + content.functions->functions().size()
         > std::size_t(CConfigScene::max_functions))
-        return Status::error(lang(u"合并后脚本函数过多（最多 %1 个）", u"With this package the scene would have too many script "
-                                                                         u"functions (at most %1).")
+        return Status::error(lang(u"合并后脚本函数过多（最多 %1 个）",
+                                  u"With this package the scene would have too many script "
+                                  u"functions (at most %1).")
                                  .arg(CConfigScene::max_functions));
     if (scene.events.events().size() + content.events.events().size() > CEventManager::max_events)
         return Status::error(lang(u"合并后事件过多（最多 %1 个）",

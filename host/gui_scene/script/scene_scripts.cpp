@@ -68,8 +68,7 @@ std::unique_ptr<Journal::Companion> replace_scripts(CConfigScene& scene_function
 std::unique_ptr<Journal::Companion> add_scripts(CConfigScene& scene_functions, CEventManager& scene_events,
                                                 std::vector<FuncPtr> functions, std::vector<CGuiEvent> events)
 {
-    auto step
-        = std::make_unique<AddedScripts>(scene_functions, scene_events, std::move(functions), std::move(events));
+    auto step = std::make_unique<AddedScripts>(scene_functions, scene_events, std::move(functions), std::move(events));
     step->exchange();
     return step;
 }
