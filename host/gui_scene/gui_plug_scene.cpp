@@ -43,12 +43,16 @@ tarn::Result<tarn::SceneContent> read_file(const QString& path, CGuiCore& core)
 constexpr std::array button_images{"image_normal", "image_hover", "image_pressed"};
 constexpr std::array box_images{"image_unchecked", "image_checked"};
 
+/// For attributes that take any value of that kind.
+void write(tarn::ModelObject& object, const char* name, const tarn::Value& value)
+{
+    if (const tarn::FieldBase* field = object.fields().find(name))
+        (void)object.set_property(*field, value);
+}
+
 void write_picture(const std::vector<tarn::ModelObject*>& objects, const char* name, const QString& picture)
 {
-    tarn::walk(objects, [&](tarn::ModelObject* object) {
-        if (const tarn::FieldBase* field = object->fields().find(name))
-            (void)object->set_property(*field, picture); // A text is what the attribute is.
-    });
+    tarn::walk(objects, [&](tarn::ModelObject* object) { write(*object, name, picture); });
 }
 
 } // namespace
@@ -285,6 +289,29 @@ void CGuiPlugScene::advance(double now)
 {
     if (m_playing)
         m_runner.advance(now);
+}
+
+std::optional<tarn::TextureBinding> CGuiPlugScene::SearchTexbindByDialog(const CDXUTDialog* dialog) const
+{
+    if (!dialog || dialog->dialog_state().bind_texture.isEmpty())
+        return std::nullopt;
+    const tarn::DialogState& s = dialog->dialog_state();
+    return tarn::TextureBinding{s.bind_texture, s.bind_color, s.bind_mouse};
+}
+
+void CGuiPlugScene::create_texture_dialog_bind(CDXUTDialog* dialog, const QString& texture)
+{
+    const tarn::UserAction action(m_journal, lang(u"绑定贴图", u"Bind Texture"));
+    write(*dialog, "bind_texture", texture);
+}
+
+void CGuiPlugScene::remove_tex_binder(CDXUTDialog* dialog)
+{
+    const tarn::UserAction action(m_journal, lang(u"取消绑定贴图", u"Remove Texture Binding"));
+    const tarn::DialogState unbound;
+    write(*dialog, "bind_texture", unbound.bind_texture);
+    write(*dialog, "bind_color", qint64(unbound.bind_color));
+    write(*dialog, "bind_mouse", unbound.bind_mouse);
 }
 
 void CGuiPlugScene::remove_deletectrl_GUI_scripts()

@@ -12,6 +12,7 @@
 #include "script/event_runner.h"
 
 #include <memory>
+#include <optional>
 
 class CBaseWorld;
 class CPakFile;
@@ -21,6 +22,12 @@ namespace tarn {
 class AidsLayer;
 class GuiSceneEditor;
 class SceneOverlay;
+
+struct TextureBinding {
+    QString texture;    ///< name in the scene's textures
+    quint32 color;      ///< ARGB; fills the texture under the dialog
+    bool mouse = false; ///< the dialog there takes the mouse
+};
 } // namespace tarn
 
 /// The interface of a scene: its model, its packages, and the mouse tools that work on it in the views.
@@ -79,6 +86,12 @@ public:
     tarn::Status set_buttonst_img(const std::vector<tarn::ModelObject*>& buttons, int state, const QString& path);
     /// Of check boxes and radio buttons; `state` 0 unchecked, 1 checked.
     tarn::Status set_checkbox_img(const std::vector<tarn::ModelObject*>& boxes, int state, const QString& path);
+
+    // The texture of the world on which a dialog is drawn there. It belongs to the world, so unbinding leaves it.
+    std::optional<tarn::TextureBinding> SearchTexbindByDialog(const CDXUTDialog* dialog) const;
+    /// `texture` is a name in the scene's textures. Colour and mouse stay those of the binding before.
+    void create_texture_dialog_bind(CDXUTDialog* dialog, const QString& texture);
+    void remove_tex_binder(CDXUTDialog* dialog);
 
     /// Removes the events of controls that do not exist, and their functions where nothing else uses these. This cannot
     /// be undone.
