@@ -45,9 +45,8 @@ void ImageRows::show() const
         m_page.button(row.button)->setText(QString(name).replace(QLatin1Char('&'), QLatin1String("&&")));
         m_page.button(row.button)->setEnabled(object);
         m_page.button(row.clear_button)
-            ->setEnabled(std::any_of(objects.begin(), objects.end(), [&](const ModelObject* each) {
-                return !picture_of(*each, row.field).isEmpty();
-            }));
+            ->setEnabled(std::any_of(objects.begin(), objects.end(),
+                                     [&](const ModelObject* each) { return !picture_of(*each, row.field).isEmpty(); }));
     }
 }
 

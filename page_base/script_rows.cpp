@@ -22,7 +22,10 @@ constexpr quint32 free_color = 0;
 class EventScript {
 public:
     EventScript(CGuiPlugScene& scene, const ModelObject& object, quint32 event)
-        : m_functions(scene.functions()), m_events(scene.events()), m_object(object), m_event(event),
+        : m_functions(scene.functions()),
+          m_events(scene.events()),
+          m_object(object),
+          m_event(event),
           m_dialog(dynamic_cast<const CDXUTDialog*>(&object))
     {
     }
@@ -49,9 +52,8 @@ public:
                 return added;
         if (m_dialog || m_events.CreateEventW(m_object.id(), m_event, name))
             return {};
-        return Status::error(
-            lang(u"事件数量已达上限（%1）。", u"There are as many events as a scene can have (%1).")
-                .arg(CEventManager::max_events));
+        return Status::error(lang(u"事件数量已达上限（%1）。", u"There are as many events as a scene can have (%1).")
+                                 .arg(CEventManager::max_events));
     }
 
     void remove()

@@ -8,9 +8,8 @@ namespace {
 
 constexpr tarn::FieldRow rows[] = {tarn::caption_row, tarn::checked_row};
 
-constexpr auto scripts = tarn::script_rows({EVENT_CHECKBOX_CLICKED, EVENT_BUTTON_MOUSE_ENTERED,
-                                            EVENT_BUTTON_MOUSE_LEFT, EVENT_CHECKBOX_CHECKED,
-                                            EVENT_CHECKBOX_UNCHECKED});
+constexpr auto scripts = tarn::script_rows({EVENT_CHECKBOX_CLICKED, EVENT_BUTTON_MOUSE_ENTERED, EVENT_BUTTON_MOUSE_LEFT,
+                                            EVENT_CHECKBOX_CHECKED, EVENT_CHECKBOX_UNCHECKED});
 
 } // namespace
 

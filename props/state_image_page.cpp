@@ -47,6 +47,7 @@ void CStateImagePage::size_to_pictures()
     if (resized)
         broadcast(tarn::ui_control_properties);
     if (missing)
-        tarn::boxes::message(this, {.text = tarn::lang(u"请先设置贴图！", u"Please select a picture first!"), .title = {}});
+        tarn::boxes::message(this,
+                             {.text = tarn::lang(u"请先设置贴图！", u"Please select a picture first!"), .title = {}});
     update_all_views();
 }
