@@ -62,7 +62,7 @@ std::vector<CDXUTControl*> controls_of_current_dialog(const CGuiCore& core)
     if (!selection.current_control)
         return controls;
     controls.reserve(selection.controls.size());
-    walk_objects(selection.controls, [&, home = selection.current_control->dialog()](CDXUTControl* control) {
+    walk_links(selection.controls, [&, home = selection.current_control->dialog()](CDXUTControl* control) {
         if (control->dialog() == home)
             controls.push_back(control);
     });

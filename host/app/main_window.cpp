@@ -3,7 +3,9 @@
 #include "core/filefun.h"
 #include "core/language.h"
 #include "core/res_handle_man.h"
+#include "dlg_event_log.h"
 #include "dlg_history.h"
+#include "dlg_problems.h"
 #include "engine/scene_plug.h"
 #include "frame/boxes.h"
 #include "frame/child_dlg.h"
@@ -32,7 +34,10 @@ namespace {
 constexpr int program_icon = 100;
 constexpr QSize usual_size(1440, 900);
 constexpr int history_template = 7000;
-constexpr int side_panel_width = 240; ///< pixels
+constexpr int event_log_template = 7010;
+constexpr int problems_template = 7020;
+constexpr std::size_t most_messages = 20; ///< of scripts that wait to be shown
+constexpr int side_panel_width = 240;     ///< pixels
 constexpr const char* geometry_key = "window/geometry";
 constexpr const char* places_key = "window/places";
 
@@ -78,13 +83,14 @@ MainWindow::MainWindow(Studio& studio) : m_studio(studio)
     resize(usual_size);
 
     studio.world().on_redraw = [this] { m_view->schedule_redraw(); };
+    studio.world().on_message = [this](const QString& text, const QString& title) { post_message(text, title); };
     studio.world().on_always_refresh = [this](bool on) { m_view->set_always_refresh(on); };
     connect(m_view, &CView3D::gl_unavailable, this,
             [this](const QString& message) { statusBar()->showMessage(message); });
 
     make_side_panel();
     make_plug_in_windows();
-    make_history();
+    make_docks();
     make_menus();
     connect(&studio, &Studio::document_changed, this, &MainWindow::update_document);
     update_document();
@@ -96,6 +102,7 @@ MainWindow::MainWindow(Studio& studio) : m_studio(studio)
 MainWindow::~MainWindow()
 {
     m_studio.world().on_redraw = nullptr;
+    m_studio.world().on_message = nullptr;
     m_studio.world().on_always_refresh = nullptr;
     for (CBasePlugUi* plug_in : m_studio.ui_plug_ins())
         plug_in->destroy_windows();
@@ -122,18 +129,30 @@ void MainWindow::make_side_panel()
     setCorner(Qt::BottomRightCorner, Qt::RightDockWidgetArea);
 }
 
-void MainWindow::make_history()
+QDockWidget* MainWindow::add_page_dock(CChildDlg* page, int template_id, const QString& title, const char* name,
+                                       Qt::DockWidgetArea area)
 {
-    auto* dock = new QDockWidget(lang(u"历史记录", u"History"), this);
-    dock->setObjectName(QStringLiteral("history"));
-    auto* page = new CDlgHistory(m_studio);
+    auto* dock = new QDockWidget(title, this);
+    dock->setObjectName(QLatin1String(name));
     {
         const CResHandleMan resources(QStringLiteral(":/app"));
-        page->Create(history_template, dock);
+        page->Create(template_id, dock);
     }
     dock->setWidget(page);
-    addDockWidget(Qt::LeftDockWidgetArea, dock);
+    addDockWidget(area, dock);
     dock->hide();
+    return dock;
+}
+
+void MainWindow::make_docks()
+{
+    add_page_dock(new CDlgHistory(m_studio), history_template, lang(u"历史记录", u"History"), "history",
+                  Qt::LeftDockWidgetArea);
+    m_event_log = add_page_dock(new CDlgEventLog(m_studio), event_log_template, lang(u"事件日志", u"Event Log"),
+                                "event_log", Qt::BottomDockWidgetArea);
+    QDockWidget* problems = add_page_dock(new CDlgProblems(m_studio), problems_template, lang(u"问题", u"Problems"),
+                                          "problems", Qt::BottomDockWidgetArea);
+    tabifyDockWidget(m_event_log, problems);
 }
 
 void MainWindow::make_plug_in_windows()
@@ -215,6 +234,38 @@ void MainWindow::update_document()
     setWindowTitle(QStringLiteral("%1[*]%2 - Tarn studio").arg(name, playing));
     setWindowModified(m_studio.is_changed());
     update_edit_menu();
+    const bool begins = m_studio.is_playing() && !m_shows_preview;
+    m_shows_preview = m_studio.is_playing();
+    if (!begins)
+        return;
+    // It stays when the preview ends: then one has the time to read it.
+    m_event_log->show();
+    m_event_log->raise();
+    m_view->setFocus();
+}
+
+/// A script shows a message: once what it does now is done, one after the other.
+void MainWindow::post_message(const QString& text, const QString& title)
+{
+    if (m_messages.size() >= most_messages)
+        return;
+    m_messages.push_back({.text = text, .title = title});
+    if (m_messages.size() == 1)
+        QMetaObject::invokeMethod(this, &MainWindow::show_messages, Qt::QueuedConnection);
+}
+
+void MainWindow::show_messages()
+{
+    while (!m_messages.empty()) {
+        tarn::boxes::message(this, m_messages.front());
+        m_messages.pop_front();
+    }
+}
+
+void MainWindow::toggle_preview()
+{
+    m_view->finish_text();
+    m_studio.set_playing(!m_studio.is_playing());
 }
 
 bool MainWindow::report(const QString& failure)

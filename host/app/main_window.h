@@ -1,12 +1,16 @@
 #pragma once
 
 #include "frame/base_plug_ui.h"
+#include "frame/boxes.h"
 
 #include <QMainWindow>
+
+#include <deque>
 
 class CChildDlg;
 class CView3D;
 class QAction;
+class QDockWidget;
 class QMenu;
 class QStackedWidget;
 class QTabBar;
@@ -46,7 +50,10 @@ private:
     void make_view_menu();
     void make_help_menu();
     void make_side_panel();
-    void make_history();
+    void make_tool_bar();
+    void make_docks();
+    QDockWidget* add_page_dock(CChildDlg* page, int template_id, const QString& title, const char* name,
+                               Qt::DockWidgetArea area);
     void make_plug_in_windows();
     void on_mode_chosen(int index);
     void update_document();
@@ -55,6 +62,9 @@ private:
     void restore_places();
     void save_places();
 
+    void toggle_preview();
+    void post_message(const QString& text, const QString& title);
+    void show_messages();
     bool report(const QString& failure);
     /// Asks what to do with unsaved changes; true when the scene may be given up.
     bool may_discard();
@@ -70,7 +80,11 @@ private:
     QTabBar* m_mode_strip = nullptr;
     std::vector<CMyTabDlg*> m_modes;
     QMenu* m_recent_menu = nullptr;
+    QDockWidget* m_event_log = nullptr;
+    bool m_shows_preview = false;
+    std::deque<tarn::boxes::Message> m_messages; ///< of scripts; the first is being shown, or will be next
     QAction* m_undo = nullptr;
     QAction* m_redo = nullptr;
+    QList<QAction*> m_file_actions; ///< those that the tool bar shows
     QAction* m_play = nullptr;
 };

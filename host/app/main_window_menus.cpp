@@ -19,10 +19,13 @@
 #include <QDockWidget>
 #include <QMenu>
 #include <QMenuBar>
+#include <QToolBar>
 
 using tarn::lang;
 
 namespace {
+
+constexpr int tool_icon = 18; ///< pixels
 
 // Numbers in the icon table.
 enum Icon : int { icon_new = 10, icon_open, icon_save, icon_undo, icon_redo, icon_play, icon_stop };
@@ -60,20 +63,39 @@ void MainWindow::make_menus()
     make_edit_menu();
     make_view_menu();
     make_help_menu();
+    make_tool_bar();
+}
+
+void MainWindow::make_tool_bar()
+{
+    auto* bar = new QToolBar(lang(u"工具栏", u"Tool Bar"), this);
+    bar->setObjectName(QStringLiteral("tool_bar"));
+    bar->setIconSize(QSize(tool_icon, tool_icon));
+    bar->setMovable(false);
+    bar->addActions(m_file_actions);
+    bar->addSeparator();
+    bar->addActions({m_undo, m_redo});
+    bar->addSeparator();
+    bar->addAction(m_play);
+    addToolBar(bar);
+    for (QAction* action : bar->actions())
+        if (QWidget* button = bar->widgetForAction(action))
+            button->setFocusPolicy(Qt::NoFocus); // The view keeps the keyboard.
 }
 
 void MainWindow::make_file_menu()
 {
     QMenu* menu = menuBar()->addMenu(lang(u"文件(&F)", u"&File"));
-    connect(add(menu, icon_new, lang(u"新建(&N)", u"&New"), QKeySequence::New), &QAction::triggered, this,
-            &MainWindow::ask_and_new);
-    connect(add(menu, icon_open, lang(u"打开(&O)...", u"&Open..."), QKeySequence::Open), &QAction::triggered, this,
-            &MainWindow::ask_and_open);
+    QAction* make = add(menu, icon_new, lang(u"新建(&N)", u"&New"), QKeySequence::New);
+    connect(make, &QAction::triggered, this, &MainWindow::ask_and_new);
+    QAction* open = add(menu, icon_open, lang(u"打开(&O)...", u"&Open..."), QKeySequence::Open);
+    connect(open, &QAction::triggered, this, &MainWindow::ask_and_open);
     m_recent_menu = menu->addMenu(lang(u"最近的文件(&R)", u"Open &Recent"));
     connect(m_recent_menu, &QMenu::aboutToShow, this, &MainWindow::fill_recent_files);
     menu->addSeparator();
-    connect(add(menu, icon_save, lang(u"保存(&S)", u"&Save"), QKeySequence::Save), &QAction::triggered, this,
-            &MainWindow::save);
+    QAction* save = add(menu, icon_save, lang(u"保存(&S)", u"&Save"), QKeySequence::Save);
+    connect(save, &QAction::triggered, this, &MainWindow::save);
+    m_file_actions = {make, open, save};
     connect(add(menu, 0, lang(u"另存为(&A)...", u"Save &As..."), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S)),
             &QAction::triggered, this, &MainWindow::ask_and_save);
     menu->addSeparator();
@@ -131,10 +153,7 @@ void MainWindow::make_view_menu()
     using tarn::Theme;
     QMenu* menu = menuBar()->addMenu(lang(u"视图(&V)", u"&View"));
     m_play = add(menu, icon_play, {}, QKeySequence(Qt::Key_F5));
-    connect(m_play, &QAction::triggered, this, [this] {
-        m_view->finish_text();
-        m_studio.set_playing(!m_studio.is_playing());
-    });
+    connect(m_play, &QAction::triggered, this, &MainWindow::toggle_preview);
     menu->addSeparator();
     for (QDockWidget* dock : findChildren<QDockWidget*>())
         menu->addAction(dock->toggleViewAction());

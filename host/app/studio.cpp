@@ -16,10 +16,16 @@ namespace {
 
 constexpr const char* recent_key = "recent_files";
 constexpr int recent_limit = 10;
+constexpr auto tick_time = std::chrono::milliseconds(10); ///< of the scene's clock while it runs
 
 } // namespace
 
-Studio::Studio(QObject* parent) : QObject(parent) {}
+Studio::Studio(QObject* parent) : QObject(parent)
+{
+    m_ticks.setInterval(tick_time);
+    m_ticks.setTimerType(Qt::PreciseTimer);
+    connect(&m_ticks, &QTimer::timeout, this, &Studio::tick);
+}
 
 Studio::~Studio()
 {
@@ -141,9 +147,19 @@ void Studio::set_playing(bool on)
     if (!m_scene || m_scene->is_playing() == on)
         return;
     m_scene->play(on);
+    m_clock.start();
+    on ? m_ticks.start() : m_ticks.stop();
     m_world.broadcast(tarn::ui_scene_changed);
     m_world.update_all_views();
     Q_EMIT document_changed();
+}
+
+void Studio::tick()
+{
+    if (is_playing())
+        m_scene->advance(double(m_clock.nsecsElapsed()) / 1e9);
+    else
+        m_ticks.stop(); // Opening a file ends the preview too.
 }
 
 bool Studio::is_playing() const

@@ -2,9 +2,11 @@
 
 #include "engine/base_world.h"
 
+#include <QElapsedTimer>
 #include <QObject>
 #include <QString>
 #include <QStringList>
+#include <QTimer>
 
 class CBasePlugUi;
 class CScenePlug;
@@ -54,10 +56,13 @@ Q_SIGNALS:
 
 private:
     void after_undo();
+    void tick();
     void remember_file(const QString& path);
 
     CBaseWorld m_world;
     CScenePlug* m_scene = nullptr;
     std::vector<CBasePlugUi*> m_ui_plug_ins;
     QString m_file_name;
+    QElapsedTimer m_clock; ///< since the scene began to run
+    QTimer m_ticks;
 };

@@ -90,22 +90,6 @@ private:
     std::size_t m_noted_in = 0; ///< the journal's serial when the state was last kept
 };
 
-/// Calls `visit` for each of `objects` in order and has the memory of those to come fetched meanwhile, but not that of
-/// their states.
-template <class Objects, class Visit>
-void walk_objects(const Objects& objects, Visit visit)
-{
-    constexpr decltype(objects.size()) ahead = 12;
-    const auto count = objects.size();
-    for (decltype(objects.size()) i = 0; i < std::min(ahead, count); ++i)
-        objects[i]->prefetch_object();
-    for (decltype(objects.size()) i = 0; i < count; ++i) {
-        if (i + ahead < count)
-            objects[i + ahead]->prefetch_object();
-        visit(objects[i]);
-    }
-}
-
 /// Calls `visit` for each element of `list` in order and has the memory of those to come fetched meanwhile. `object`
 /// gives the model object that an element stands for.
 template <class List, class Visit, class Object = std::identity>

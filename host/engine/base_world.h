@@ -88,6 +88,8 @@ public:
     std::function<void(const QString&, const QString&)> on_message;
     /// The world does not own the functions; null takes the scene's away.
     void set_scene_functions(CConfigScene* functions, tarn::ScriptApi api);
+    /// Opens a step of undo of that name, which lasts until the answer is let go. Null: there is nothing to undo.
+    std::function<std::shared_ptr<void>(const QString& name)> begin_edit;
 
 private:
     CPlugDllMan m_plug_man;

@@ -29,6 +29,19 @@ public:
         std::vector<ModelObject*> controls;
     };
 
+    /// What ties an event of a control to a function.
+    struct Event {
+        ModelObject* control = nullptr; ///< null when it is gone
+        quint32 type = 0;
+        QString function;
+    };
+    /// Something in the scene that names what is not there.
+    struct Problem {
+        ModelObject* object = nullptr; ///< where it is to be mended; null for nowhere
+        QString place;                 ///< what the object is called
+        QString text;
+    };
+
     virtual ~SceneModel() = default;
     virtual std::vector<ModelObject*> dialogs() const = 0; ///< the top layer last
     virtual ModelObject* root_dialog() const = 0;
@@ -42,6 +55,8 @@ public:
     virtual Selection selection() const = 0;
     /// Selects dialogs or controls, not both; the last becomes the current one. No object clears the selection.
     virtual Status select(const std::vector<ModelObject*>& objects) = 0;
+    virtual std::vector<Event> events() const = 0;
+    virtual std::vector<Problem> problems() const = 0;
 };
 
 } // namespace tarn

@@ -4,6 +4,10 @@
 
 class CBaseWorld;
 
+namespace tarn {
+class ScriptPage;
+}
+
 /// The modal script editor.
 class CDlgCmdTest : public QDialog {
     Q_OBJECT
@@ -17,11 +21,9 @@ public:
     void reject() override;
 
 private:
-    class Page;
-
-    CDlgCmdTest(const QString& function_name, CBaseWorld& world, QWidget* owner);
+    CDlgCmdTest(const QString& function_name, const QString& text, CBaseWorld& world, QWidget* owner);
 
     QString m_name;
     CBaseWorld& m_world;
-    Page* m_page;
+    tarn::ScriptPage* m_page;
 };

@@ -148,15 +148,6 @@ QRectF CDXUTDialog::outer_rect() const
     return m_minimized ? caption_rect() : client_rect().united(caption_rect());
 }
 
-QRectF CDXUTDialog::to_screen(const QRectF& in_client) const
-{
-    const QPointF origin = client_rect().topLeft();
-    const double sx = scale_x();
-    const double sy = scale_y();
-    return {origin.x() + in_client.x() * sx, origin.y() + in_client.y() * sy, in_client.width() * sx,
-            in_client.height() * sy};
-}
-
 QPointF CDXUTDialog::to_client(const QPointF& on_screen) const
 {
     const QPointF inside = on_screen - client_rect().topLeft();
@@ -325,8 +316,8 @@ void CDXUTDialog::unlink_controls()
         if (control->m_dialog == this)
             control->m_dialog = nullptr;
     };
-    tarn::walk_objects(m_known_controls, unlink);
-    tarn::walk_objects(m_added_controls, unlink);
+    tarn::walk_links(m_known_controls, unlink);
+    tarn::walk_links(m_added_controls, unlink);
     m_known_controls = {};
     m_added_controls.clear();
     m_controls_edited = false;
@@ -349,13 +340,14 @@ void CDXUTDialog::remove_control(CDXUTControl* control)
     control->m_dialog = nullptr;
 }
 
-void CDXUTDialog::drop_unlinked()
+void CDXUTDialog::drop_unlinked(qsizetype count)
 {
     QList<CDXUTControl*> kept;
-    tarn::walk_objects(controls(), [&](CDXUTControl* control) {
-        if (control->m_dialog == this)
-            kept.append(control);
-    });
+    if (count < controls().size())
+        tarn::walk_links(controls(), [&](CDXUTControl* control) {
+            if (control->m_dialog == this)
+                kept.append(control);
+        });
     edit_controls() = kept;
 }
 

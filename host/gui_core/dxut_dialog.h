@@ -15,8 +15,23 @@ class CDXUTControl;
 class CGuiCore;
 
 namespace tarn {
+
 struct DrawContext;
 struct SelectionRecord;
+
+/// From places in a client area to the screen; taken once where there are many of them.
+struct ClientMap {
+    QPointF origin; ///< pixels of the screen
+    double scale_x;
+    double scale_y;
+
+    QRectF to_screen(const QRectF& in_client) const
+    {
+        return {origin.x() + in_client.x() * scale_x, origin.y() + in_client.y() * scale_y, in_client.width() * scale_x,
+                in_client.height() * scale_y};
+    }
+};
+
 } // namespace tarn
 
 /// A dialog: a caption bar, a frame and controls in layers. Places and sizes are whole pixels of the screen and are read as they stand
@@ -44,7 +59,8 @@ public:
     QRectF client_rect() const;
     /// Size of the client area in the pixels of its controls, which differ from the screen's while it scales.
     QSizeF client_size() const;
-    QRectF to_screen(const QRectF& in_client) const;
+    tarn::ClientMap client_map() const { return {client_rect().topLeft(), scale_x(), scale_y()}; }
+    QRectF to_screen(const QRectF& in_client) const { return client_map().to_screen(in_client); }
     QPointF to_client(const QPointF& on_screen) const;
     double scale_x() const;
     double scale_y() const;
@@ -109,15 +125,15 @@ private:
     void unlink_controls();
     void insert_control(CDXUTControl* control, int layer);
     void remove_control(CDXUTControl* control);
-    /// Drops all listed controls that no longer belong to the dialog.
-    void drop_unlinked();
+    /// Drops all listed controls that no longer belong to the dialog; `count` of them.
+    void drop_unlinked(qsizetype count);
     bool move_control(CDXUTControl* control, int layer);
     void draw_caption(tarn::DrawContext& context, tarn::VisualState state) const;
 
     CGuiCore& m_core;
     bool m_attached = false;
-    bool m_selected = false; ///< in the core's selection
     bool m_minimized = false;
+    quint32 m_selected_in = 0;             ///< the selection's round in which it holds the dialog
     QRectF m_last_bounds;                  ///< where anything of the dialog was drawn last, to be redrawn when it moves
     QList<CDXUTControl*> m_known_controls; ///< the list that the core's index was made from
     std::vector<CDXUTControl*> m_added_controls; ///< and those that were put into the dialog since

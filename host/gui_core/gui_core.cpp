@@ -72,8 +72,11 @@ void CGuiCore::relink()
     changed.reserve(present.size());
     for (CDXUTDialog* dialog : present) {
         changed.push_back(!dialog->m_attached || !dialog->knows_controls());
-        if (!dialog->knows_controls())
-            dialog->unlink_controls();
+        if (dialog->knows_controls())
+            continue;
+        if (dialog->m_known_controls.isSharedWith(dialog->controls()))
+            dialog->m_known_controls = {}; // All of them are linked again below.
+        dialog->unlink_controls();
     }
     for (CDXUTDialog* dialog : m_attached_dialogs)
         dialog->m_attached = false;
@@ -228,40 +231,47 @@ void CGuiCore::move_control_to(CDXUTControl* control, CDXUTDialog* dialog)
     ensure_index();
 }
 
-std::vector<CDXUTControl*> CGuiCore::take_out(const std::vector<CDXUTControl*>& controls, const CDXUTDialog* stays)
+CGuiCore::Taken CGuiCore::take_out(const std::vector<CDXUTControl*>& controls, const CDXUTDialog* stays)
 {
     struct Run { // of controls that belong to one dialog
         CDXUTDialog* home;
         QRectF area;
+        qsizetype count = 0;
     };
-    std::vector<CDXUTControl*> taken;
+    Taken taken;
     std::vector<Run> runs;
-    taken.reserve(controls.size());
-    tarn::walk_objects(controls, [&](CDXUTControl* control) {
+    taken.controls.reserve(controls.size());
+    tarn::walk_links(controls, [&](CDXUTControl* control) {
         CDXUTDialog* home = control->dialog();
         if (!home || home == stays)
             return;
         if (runs.empty() || runs.back().home != home)
             runs.push_back({home, {}});
         runs.back().area |= control->m_last_bounds;
+        ++runs.back().count;
         control->m_dialog = nullptr;
-        taken.push_back(control);
+        taken.controls.push_back(control);
+        taken.selected += m_selection.contains(control);
     });
-    std::vector<CDXUTDialog*> homes;
-    for (const Run& run : runs) {
-        add_damage(run.home->to_screen(run.area));
-        homes.push_back(run.home);
+    std::sort(runs.begin(), runs.end(), [](const Run& a, const Run& b) { return std::less<>()(a.home, b.home); });
+    for (std::size_t i = 0; i < runs.size();) {
+        CDXUTDialog* home = runs[i].home;
+        qsizetype count = 0;
+        for (; i < runs.size() && runs[i].home == home; ++i) {
+            add_damage(home->to_screen(runs[i].area));
+            count += runs[i].count;
+        }
+        home->drop_unlinked(count);
     }
-    std::sort(homes.begin(), homes.end(), std::less<>());
-    homes.erase(std::unique(homes.begin(), homes.end()), homes.end());
-    for (CDXUTDialog* home : homes)
-        home->drop_unlinked();
     return taken;
 }
 
 void CGuiCore::remove_controls(const std::vector<CDXUTControl*>& controls)
 {
-    if (!take_out(controls, nullptr).empty())
+    const Taken taken = take_out(controls, nullptr);
+    if (taken.selected > 0 && taken.selected == m_selection.controls.size())
+        m_selection.clear_controls();
+    else if (taken.selected > 0)
         m_selection_stale = true;
 }
 
@@ -269,7 +279,7 @@ void CGuiCore::move_controls_to(const std::vector<CDXUTControl*>& controls, CDXU
 {
     if (!dialog)
         return;
-    for (CDXUTControl* control : take_out(controls, dialog))
+    for (CDXUTControl* control : take_out(controls, dialog).controls)
         dialog->insert_control(control, dialog->GetControlNum());
     ensure_index();
 }
@@ -435,7 +445,7 @@ void CGuiCore::SelectControls(const std::vector<CDXUTControl*>& controls)
     m_selection.clear_dialogs();
     m_selection.controls_selected = true;
     m_selection.controls.reserve(m_selection.controls.size() + controls.size());
-    tarn::walk_objects(controls, [this](CDXUTControl* control) { m_selection.add(control); });
+    tarn::walk_links(controls, [this](CDXUTControl* control) { m_selection.add(control); });
     SelectControl(controls.back(), true);
 }
 

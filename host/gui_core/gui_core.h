@@ -180,9 +180,12 @@ private:
     void ensure_index() const;
     void rebuild_index();
     void relink();
-    /// Takes those of the controls that are part of the scene, and do not belong to `stays`, out of their dialogs;
-    /// answers which.
-    std::vector<CDXUTControl*> take_out(const std::vector<CDXUTControl*>& controls, const CDXUTDialog* stays);
+    struct Taken {
+        std::vector<CDXUTControl*> controls;
+        std::size_t selected = 0; ///< of them
+    };
+    /// Takes those of the controls that are part of the scene, and do not belong to `stays`, out of their dialogs.
+    Taken take_out(const std::vector<CDXUTControl*>& controls, const CDXUTDialog* stays);
     void prune_selection();
     void keep(std::shared_ptr<tarn::ModelObject> object) { m_pool.push_back(std::move(object)); }
 

@@ -55,23 +55,17 @@ QPointF local_place(const CDXUTControl& control, QPointF on_screen)
 
 } // namespace
 
-CDXUTDialog* GuiInput::dialog_at(const CGuiCore& core, QPointF place)
+GuiInput::Hit GuiInput::hit(const CGuiCore& core, QPointF place)
 {
-    for (CDXUTDialog* dialog : from_top(core))
-        if (control_in(*dialog, place) || (!dialog->is_root() && dialog->outer_rect().contains(place)))
-            return dialog;
-    return nullptr;
-}
-
-CDXUTControl* GuiInput::control_at(const CGuiCore& core, QPointF place)
-{
-    for (const CDXUTDialog* dialog : from_top(core)) {
+    for (CDXUTDialog* dialog : from_top(core)) {
+        if (!dialog->drawn_bounds().contains(place))
+            continue;
         if (CDXUTControl* control = control_in(*dialog, place))
-            return control;
+            return {dialog, control};
         if (!dialog->is_root() && dialog->outer_rect().contains(place))
-            return nullptr;
+            return {dialog, nullptr};
     }
-    return nullptr;
+    return {};
 }
 
 void GuiInput::set_hovered(CDXUTControl* control)
@@ -98,8 +92,7 @@ bool GuiInput::mouse_moved(QPointF place)
     }
     if (CDXUTControl* pressed = m_core.live().pressed)
         pressed->mouse_dragged(local_place(*pressed, place));
-    CDXUTDialog* dialog = dialog_at(m_core, place);
-    CDXUTControl* control = control_at(m_core, place);
+    const auto [dialog, control] = hit(m_core, place);
     const bool takes = control && control->is_interactive() && control->GetEnabled();
     set_hovered(takes ? control : nullptr);
 

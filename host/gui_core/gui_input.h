@@ -34,10 +34,15 @@ public:
     /// Where the next character goes, pixels of the screen; empty when nothing takes text.
     QRectF caret() const;
 
-    /// The topmost visible dialog at `place`, the root dialog only over one of its controls; null for none.
-    static CDXUTDialog* dialog_at(const CGuiCore& core, QPointF place);
-    /// The topmost visible control at `place` in any dialog; a dialog hides what lies below it.
-    static CDXUTControl* control_at(const CGuiCore& core, QPointF place);
+    struct Hit {
+        CDXUTDialog* dialog = nullptr;
+        CDXUTControl* control = nullptr;
+    };
+    /// What is topmost at `place`: a visible dialog, the root dialog only over one of its controls, and the visible
+    /// control of it that is there. A dialog hides what lies below it.
+    static Hit hit(const CGuiCore& core, QPointF place);
+    static CDXUTDialog* dialog_at(const CGuiCore& core, QPointF place) { return hit(core, place).dialog; }
+    static CDXUTControl* control_at(const CGuiCore& core, QPointF place) { return hit(core, place).control; }
 
 private:
     bool press_popup(QPointF place);

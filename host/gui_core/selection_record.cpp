@@ -9,37 +9,36 @@ namespace tarn {
 
 bool SelectionRecord::contains(const CDXUTDialog* dialog) const
 {
-    return dialog && dialog->m_selected;
+    return dialog && dialog->m_selected_in == m_dialog_round;
 }
 
 bool SelectionRecord::contains(const CDXUTControl* control) const
 {
-    return control && control->m_selected;
+    return control && control->m_selected_in == m_control_round;
 }
 
 void SelectionRecord::add(CDXUTDialog* dialog)
 {
-    if (!std::exchange(dialog->m_selected, true))
+    if (std::exchange(dialog->m_selected_in, m_dialog_round) != m_dialog_round)
         dialogs.push_back(dialog);
 }
 
 void SelectionRecord::add(CDXUTControl* control)
 {
-    if (!std::exchange(control->m_selected, true))
+    if (std::exchange(control->m_selected_in, m_control_round) != m_control_round)
         controls.push_back(control);
 }
 
 void SelectionRecord::clear_dialogs()
 {
-    for (CDXUTDialog* dialog : dialogs)
-        dialog->m_selected = false;
+    ++m_dialog_round;
     dialogs.clear();
     current_dialog = nullptr;
 }
 
 void SelectionRecord::clear_controls()
 {
-    walk_objects(controls, [](CDXUTControl* control) { control->m_selected = false; });
+    ++m_control_round;
     controls.clear();
     current_control = nullptr;
 }
@@ -47,7 +46,12 @@ void SelectionRecord::clear_controls()
 void SelectionRecord::prune()
 {
     const auto is_gone = [](const auto* object) { return !object->is_attached(); };
-    const auto drop = [&](auto* object) { return is_gone(object) && std::exchange(object->m_selected, false); };
+    const auto drop = [&](auto* object) {
+        if (!is_gone(object))
+            return false;
+        object->m_selected_in = 0;
+        return true;
+    };
     std::erase_if(dialogs, drop);
     std::erase_if(controls, drop);
     if (current_control && is_gone(current_control))

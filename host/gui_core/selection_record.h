@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QtGlobal>
+
 #include <vector>
 
 class CDXUTControl;
@@ -17,7 +19,8 @@ struct SelectionRecord {
     std::vector<CDXUTDialog*> dialogs; ///< changed through add() and clear_...() only
     std::vector<CDXUTControl*> controls;
 
-    /// False for null. Objects know by themselves whether they are selected, so asking costs the same for any number.
+    /// False for null. Objects know by themselves in which round they were selected, so asking costs the same for any
+    /// number.
     bool contains(const CDXUTDialog* dialog) const;
     bool contains(const CDXUTControl* control) const;
     /// Appends the object to its list; nothing happens when it is there already.
@@ -27,6 +30,11 @@ struct SelectionRecord {
     void clear_controls();
     /// Drops what is no longer part of the scene.
     void prune();
+
+private:
+    // Clearing a list begins another round of it, so that what was selected need not be visited.
+    quint32 m_dialog_round = 1;
+    quint32 m_control_round = 1;
 };
 
 } // namespace tarn

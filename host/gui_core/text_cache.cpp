@@ -8,6 +8,13 @@
 
 namespace tarn {
 
+namespace {
+
+const QColor shadow_color(0, 0, 0, 170);
+constexpr QPointF shadow_offset(1, 1); ///< pixels
+
+} // namespace
+
 QFont interface_font(int pixel_size, bool bold, const QString& family, bool italic)
 {
     QStringList families{QStringLiteral("Noto Sans"), QStringLiteral("Noto Sans CJK SC")};
@@ -27,8 +34,7 @@ bool TextLook::lays_out_like(const TextLook& other) const
         && word_wrap == other.word_wrap && family == other.family;
 }
 
-std::unique_ptr<const TextCache::Layout> TextCache::prepared(const QSizeF& area, const QString& text,
-                                                             const TextLook& look)
+std::unique_ptr<TextCache::Layout> TextCache::prepared(const QSizeF& area, const QString& text, const TextLook& look)
 {
     auto layout = std::make_unique<Layout>();
     layout->area = area;
@@ -60,6 +66,25 @@ std::unique_ptr<const TextCache::Layout> TextCache::prepared(const QSizeF& area,
     return layout;
 }
 
+void TextCache::Layout::draw(QPainter& painter, QPointF place, TextPicture::Ink ink) const
+{
+    if (painter.font() != font)
+        painter.setFont(font);
+    if (ink.shadow) {
+        painter.setPen(shadow_color);
+        painter.drawStaticText(place + shadow_offset, text);
+    }
+    painter.setPen(QColor::fromRgba(ink.color));
+    painter.drawStaticText(place, text);
+}
+
+/// What the text may cover, pixels from its place. Glyphs may lean and reach out of their line.
+QRectF TextCache::Layout::extent() const
+{
+    const double lean = font.pixelSize() / 2.0 + 2;
+    return QRectF(QPointF(), text.size()).adjusted(-lean, -lean, lean, lean);
+}
+
 void TextCache::draw(QPainter& painter, const QRectF& area, const QString& text, const TextLook& look)
 {
     if (text.isEmpty() || area.width() < 1 || area.height() < 1)
@@ -69,20 +94,17 @@ void TextCache::draw(QPainter& painter, const QRectF& area, const QString& text,
     if (!is_ready)
         m_layout = prepared(area.size(), text, look);
     const QPointF place = area.topLeft() + m_layout->offset;
+    const TextPicture::Ink ink{look.color, look.shadow};
     if (m_layout->overflows) {
         painter.save();
         painter.setClipRect(area, Qt::IntersectClip);
-    }
-    if (painter.font() != m_layout->font)
-        painter.setFont(m_layout->font);
-    if (look.shadow) {
-        painter.setPen(QColor(0, 0, 0, 170));
-        painter.drawStaticText(place + QPointF(1, 1), m_layout->text);
-    }
-    painter.setPen(QColor::fromRgba(look.color));
-    painter.drawStaticText(place, m_layout->text);
-    if (m_layout->overflows)
+        m_layout->draw(painter, place, ink);
         painter.restore();
+        return;
+    }
+    const auto glyphs = [&](QPainter& to, QPointF at) { m_layout->draw(to, at, ink); };
+    if (!m_layout->picture.draw(painter, place, m_layout->extent(), ink, glyphs))
+        m_layout->draw(painter, place, ink);
 }
 
 } // namespace tarn

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "text_picture.h"
+
 #include <QFont>
 #include <QPointF>
 #include <QSizeF>
@@ -44,12 +46,16 @@ private:
         QPointF offset;
         QStaticText text;
         QFont font;
+        TextPicture picture;
+
+        void draw(QPainter& painter, QPointF place, TextPicture::Ink ink) const;
+        QRectF extent() const;
     };
-    static std::unique_ptr<const Layout> prepared(const QSizeF& area, const QString& text, const TextLook& look);
+    static std::unique_ptr<Layout> prepared(const QSizeF& area, const QString& text, const TextLook& look);
 
     /// Apart from the object that owns the cache: most texts of a large scene are never drawn, and whoever walks the
     /// objects should not have to step over it.
-    std::unique_ptr<const Layout> m_layout;
+    std::unique_ptr<Layout> m_layout;
 };
 
 /// The font in which interfaces are drawn; `family` comes before the usual ones.

@@ -72,6 +72,7 @@ CGuiPlugScene::~CGuiPlugScene()
     if (!m_world)
         return;
     m_world->set_scene_functions(nullptr, {});
+    m_world->begin_edit = nullptr;
     m_world->set_default_mouse_tool(nullptr);
     m_world->set_overlay(nullptr);
 }
@@ -86,6 +87,7 @@ void CGuiPlugScene::on_world_created(CBaseWorld* world)
     m_world = world;
     world->set_default_mouse_tool(m_select_tool.get());
     world->set_scene_functions(&m_functions, tarn::gui_script_api(*this));
+    world->begin_edit = [this](const QString& name) { return std::make_shared<tarn::UserAction>(m_journal, name); };
     m_overlay = std::make_unique<tarn::SceneOverlay>(m_core);
     world->set_overlay(m_overlay.get());
 }

@@ -5,6 +5,7 @@
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
 #include "gui_plug_scene.h"
+#include "problems.h"
 
 #include <algorithm>
 
@@ -93,6 +94,19 @@ Status GuiSceneModel::select(const std::vector<ModelObject*>& objects)
             core.SelectDialog(dynamic_cast<CDXUTDialog*>(object), true);
     }
     return {};
+}
+
+std::vector<SceneModel::Event> GuiSceneModel::events() const
+{
+    std::vector<Event> all;
+    for (const auto& event : m_scene.events().events())
+        all.push_back({m_scene.gui_core().find_control(event->control), event->type, event->function});
+    return all;
+}
+
+std::vector<SceneModel::Problem> GuiSceneModel::problems() const
+{
+    return find_problems(m_scene);
 }
 
 } // namespace tarn

@@ -20,6 +20,8 @@ public:
                                         const QRectF& rect) override;
     Selection selection() const override;
     Status select(const std::vector<ModelObject*>& objects) override;
+    std::vector<Event> events() const override;
+    std::vector<Problem> problems() const override;
 
 private:
     CGuiPlugScene& m_scene;

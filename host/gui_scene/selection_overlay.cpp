@@ -5,6 +5,8 @@
 #include "gui_core/gui_core.h"
 #include "gui_core/text_cache.h"
 #include "hit_test.h"
+#include "merged_outlines.h"
+#include "screen_rects.h"
 
 #include <QFontMetricsF>
 #include <QPainter>
@@ -17,11 +19,11 @@ namespace tarn {
 
 namespace {
 
-constexpr double handle_side = 8;          ///< pixels
-constexpr double reach = 2;                ///< pixels around a handle that still hit it
-constexpr std::size_t shaded_frames = 200; ///< of more frames none has a shade: wide lines take long to draw
-constexpr double label_gap = 8;            ///< pixels between a frame and its read-out
-constexpr int way_font_size = 10;          ///< pixels
+constexpr double handle_side = 8;       ///< pixels
+constexpr double reach = 2;             ///< pixels around a handle that still hit it
+constexpr std::size_t few_frames = 200; ///< of more frames none has a shade, which takes long to draw
+constexpr double label_gap = 8;         ///< pixels between a frame and its read-out
+constexpr int way_font_size = 10;       ///< pixels
 const QColor accent(0x2f, 0xb5, 0xc9);
 const QColor current_accent(0xff, 0xb0, 0x3a);
 
@@ -34,23 +36,26 @@ QRectF shown_area(const QPainter& painter)
     return {QPointF(painter.window().topLeft()) * pixel, QSizeF(painter.window().size()) * pixel};
 }
 
-/// Whole frames at once: a painter draws thousands of rectangles faster together than one by one.
 void outline(QPainter& painter, const std::vector<QRectF>& frames, const QColor& color)
 {
     std::vector<QRectF> shown;
     const double pixel = view_pixel(painter);
     const QRectF window = shown_area(painter);
+    const QMarginsF line(pixel / 2, pixel / 2, pixel / 2, pixel / 2);
     for (const QRectF& frame : frames)
-        if (const QRectF around = frame.adjusted(-pixel / 2, -pixel / 2, pixel / 2, pixel / 2);
-            around.intersects(window))
-            shown.push_back(around);
+        if (frame.marginsAdded(line).intersects(window))
+            shown.push_back(frame);
     if (shown.empty())
         return;
-    painter.setBrush(Qt::NoBrush);
-    if (shown.size() <= shaded_frames) {
-        painter.setPen(QPen(QColor(0, 0, 0, 110), 3 * pixel));
-        painter.drawRects(shown.data(), int(shown.size()));
+    if (shown.size() > few_frames) {
+        draw_merged_outlines(painter, shown, color);
+        return;
     }
+    for (QRectF& frame : shown)
+        frame = frame.marginsAdded(line);
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(QColor(0, 0, 0, 110), 3 * pixel));
+    painter.drawRects(shown.data(), int(shown.size()));
     painter.setPen(line_pen(painter, color));
     painter.drawRects(shown.data(), int(shown.size()));
 }
@@ -163,6 +168,7 @@ QRectF resizable_frame(const CGuiCore& core)
     }
     QRectF frame;
     const CDXUTDialog* home = nullptr;
+    ScreenRects rects;
     for (const CDXUTControl* control : selection.controls) {
         if (!is_editable(*control))
             continue;
@@ -170,7 +176,7 @@ QRectF resizable_frame(const CGuiCore& core)
         if ((home && control->dialog() != home) || control->is_rotated())
             return {};
         home = control->dialog();
-        frame |= control->screen_rect();
+        frame |= rects.of(*home, control->rect());
     }
     return home && home->GetVisible() ? frame : QRectF();
 }
@@ -197,9 +203,12 @@ void paint_selection(QPainter& painter, const CGuiCore& core)
     for (const CDXUTDialog* dialog : selection.dialogs)
         if (!dialog->is_root() && dialog->GetVisible())
             (dialog == selection.current_dialog ? current : others).push_back(dialog->outer_rect());
-    for (const CDXUTControl* control : selection.controls)
-        if (!control->is_rotated())
-            (control == selection.current_control ? current : others).push_back(control->screen_rect());
+    ScreenRects rects;
+    others.reserve(selection.controls.size());
+    walk(selection.controls, [&](const CDXUTControl* control) {
+        if (const CDXUTDialog* home = control->dialog(); home && !control->is_rotated())
+            (control == selection.current_control ? current : others).push_back(rects.of(*home, control->rect()));
+    });
     outline(painter, others, accent);
     outline(painter, current, current_accent);
     outline_rotated(painter, selection);

@@ -4,6 +4,7 @@
 #include "gui_core/dxut_dialog.h"
 #include "gui_core/gui_core.h"
 #include "hit_test.h"
+#include "screen_rects.h"
 
 #include <algorithm>
 #include <cmath>
@@ -40,9 +41,11 @@ SelectionPlaces::SelectionPlaces(const CGuiCore& core)
 {
     const SelectionRecord& selection = core.selection();
     if (selection.controls_selected) {
-        for (CDXUTControl* control : selection.controls)
+        m_objects.reserve(selection.controls.size());
+        walk(selection.controls, [this](CDXUTControl* control) {
             if (is_editable(*control))
                 m_objects.push_back({control->dialog(), control, control->rect()});
+        });
     } else {
         for (CDXUTDialog* dialog : selection.dialogs)
             if (!dialog->is_root())
@@ -53,8 +56,9 @@ SelectionPlaces::SelectionPlaces(const CGuiCore& core)
 QRectF SelectionPlaces::frame() const
 {
     QRectF frame;
+    ScreenRects rects;
     for (const Start& start : m_objects)
-        frame |= start.control ? start.dialog->to_screen(start.rect) : start.dialog->outer_rect();
+        frame |= start.control ? rects.of(*start.dialog, start.rect) : start.dialog->outer_rect();
     return frame;
 }
 

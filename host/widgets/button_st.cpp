@@ -8,6 +8,8 @@
 #include <QStyleOptionButton>
 #include <QToolTip>
 
+#include <cmath>
+
 namespace {
 
 constexpr int margin = 6;
@@ -21,6 +23,12 @@ QColor mixed(const QColor& a, const QColor& b, qreal part_of_b)
 {
     const auto mix = [part_of_b](int x, int y) { return int(x + (y - x) * part_of_b + 0.5); };
     return {mix(a.red(), b.red()), mix(a.green(), b.green()), mix(a.blue(), b.blue())};
+}
+
+/// Rounded up: eliding counts parts of pixels too.
+int width_of(const QString& text, const QWidget& widget)
+{
+    return int(std::ceil(QFontMetricsF(widget.font(), &widget).horizontalAdvance(text)));
 }
 
 } // namespace
@@ -99,7 +107,7 @@ CButtonST::Parts CButtonST::parts() const
         return result;
     }
     const int lead = has_icon ? icon_size.width() + gap : 0;
-    const int wanted = lead + fontMetrics().horizontalAdvance(plain_text());
+    const int wanted = lead + width_of(plain_text(), *this);
     if (wanted < inner.width())
         inner.adjust((inner.width() - wanted) / 2, 0, 0, 0);
     result.icon = QRect(QPoint(inner.left(), (height() - icon_size.height()) / 2), icon_size);
@@ -109,7 +117,7 @@ CButtonST::Parts CButtonST::parts() const
 
 bool CButtonST::is_elided() const
 {
-    return !text().isEmpty() && fontMetrics().horizontalAdvance(plain_text()) > parts().text.width();
+    return !text().isEmpty() && width_of(plain_text(), *this) > parts().text.width();
 }
 
 QString CButtonST::shown_tooltip() const
@@ -128,7 +136,7 @@ int CButtonST::contents_width() const
     const int arrow = menu() ? menu_arrow_width : 0;
     if (text().isEmpty())
         return icon_width + 2 * icon_only_margin + arrow;
-    return icon_width + (icon_width > 0 ? gap : 0) + fontMetrics().horizontalAdvance(plain_text()) + 2 * margin + arrow;
+    return icon_width + (icon_width > 0 ? gap : 0) + width_of(plain_text(), *this) + 2 * margin + arrow;
 }
 
 QSize CButtonST::sizeHint() const

@@ -36,6 +36,14 @@
         <translation>Run</translation>
     </message>
     <message>
+        <source>停止</source>
+        <translation>Stop</translation>
+    </message>
+    <message>
+        <source>关闭</source>
+        <translation>Close</translation>
+    </message>
+    <message>
         <source>查找</source>
         <translation>Find</translation>
     </message>

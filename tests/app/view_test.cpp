@@ -1,6 +1,7 @@
 #include "app/view/overlay_buffer.h"
 #include "app/view/tool_layer.h"
 #include "app/view/view3d.h"
+#include "core/painted_rect.h"
 #include "engine/base_world.h"
 #include "screen_size_menu.h"
 

@@ -250,6 +250,25 @@ TEST_F(RuntimeTest, functions_call_each_other_with_arguments_results_and_a_limit
     EXPECT_TRUE(run(u"while true do trigger('loop') end"_s).error->stopped);
 }
 
+TEST_F(RuntimeTest, a_text_that_is_tried_stands_in_for_its_function_until_reset)
+{
+    define(u"f"_s, u"return 'kept'"_s);
+    define(u"calls"_s, u"return call('f')"_s);
+    EXPECT_EQ(told(m_runtime->call(u"calls"_s)), u"kept"_s);
+    const auto changes = m_functions.changes();
+    ASSERT_TRUE(m_runtime->try_text(u"f"_s, u"return 'tried'"_s));
+    EXPECT_EQ(told(m_runtime->call(u"calls"_s)), u"tried"_s);
+    EXPECT_FALSE(m_runtime->try_text(u"f"_s, QString(IFunc::max_text + 1, u' ')));
+    EXPECT_EQ(told(m_runtime->call(u"f"_s)), u"tried"_s);
+    ASSERT_TRUE(m_runtime->try_text(u"f"_s, u"return = 1"_s));
+    EXPECT_FALSE(m_runtime->call(u"f"_s).ok());
+    ASSERT_TRUE(m_runtime->try_text(u"calls"_s, u"return 'other ' .. call('f')"_s));
+    EXPECT_EQ(told(m_runtime->call(u"calls"_s)), u"other kept"_s);
+    EXPECT_EQ(m_functions.changes(), changes);
+    m_runtime->reset();
+    EXPECT_EQ(told(m_runtime->call(u"calls"_s)), u"kept"_s);
+}
+
 TEST_F(RuntimeTest, a_changed_text_is_used_at_once_and_globals_last_until_reset)
 {
     EXPECT_EQ(told(u"n = (n or 0) + 1 return n"_s), u"1"_s);

@@ -1,72 +1,10 @@
-#include "engine/base_world.h"
-#include "engine/script/config_scene.h"
-#include "frame/boxes.h"
-#include "frame/child_dlg.h"
-#include "frame/cmd_test.h"
-#include "frame/script_edit.h"
+#include "script_fixture.h"
 
-#include <QAbstractButton>
-#include <QLabel>
-#include <QLineEdit>
-#include <QListView>
-#include <QTest>
-#include <QTimer>
+#include "widgets/theme.h"
 
-#include <gtest/gtest.h>
+#include <QApplication>
 
-#include <functional>
-
-namespace {
-
-using namespace Qt::StringLiterals;
-
-/// Lets the test use the open dialog, and answers the question whether to discard.
-class Author : public tarn::boxes::Responder {
-public:
-    Author() { tarn::boxes::set_responder(this); }
-    ~Author() override { tarn::boxes::set_responder(nullptr); }
-
-    tarn::boxes::Button message(QWidget*, const tarn::boxes::Message&) override
-    {
-        ++questions;
-        return questions > refusals ? tarn::boxes::Button::Ok : tarn::boxes::Button::Cancel;
-    }
-    std::optional<QString> prompt(QWidget*, const tarn::boxes::Prompt&) override { return {}; }
-    QString file(QWidget*, const tarn::boxes::File&) override { return {}; }
-    int menu(QWidget*, const tarn::boxes::Menu&) override { return 0; }
-    std::optional<QColor> color(QWidget*, const QColor&) override { return {}; }
-    int dialog(QDialog& dialog) override
-    {
-        QTimer::singleShot(0, &dialog, [&] { work(*dialog.findChild<CChildDlg*>()); });
-        return dialog.exec();
-    }
-
-    std::function<void(CChildDlg&)> work;
-    int questions = 0;
-    int refusals = 0; ///< how many of the first questions are answered with Cancel
-};
-
-class ScriptEditor : public testing::Test {
-protected:
-    void SetUp() override
-    {
-        ASSERT_TRUE(m_world.config_scene().add_function(IFunc::create_func(u"f"_s), true, u"x = 1"_s));
-    }
-
-    int edit(std::function<void(CChildDlg&)> work, int line = -1)
-    {
-        m_author.work = std::move(work);
-        return CDlgCmdTest::do_modal(u"f"_s, &m_world, nullptr, line);
-    }
-    QString text() { return m_world.config_scene().find_function(u"f"_s)->text(); }
-    static CScriptEdit& script(CChildDlg& page) { return *qobject_cast<CScriptEdit*>(page.control(6601)); }
-    static void click(CChildDlg& page, int id) { qobject_cast<QAbstractButton*>(page.control(id))->click(); }
-
-    CBaseWorld m_world;
-    Author m_author;
-};
-
-} // namespace
+using namespace tarn::test;
 
 TEST_F(ScriptEditor, KeepsTextOfAnyScriptAndEndsLinesAlike)
 {
@@ -88,7 +26,8 @@ TEST_F(ScriptEditor, AsksBeforeChangesAreLostAndStaysOpenWhenTheyShouldNotBe)
                   click(page, 2);
                   EXPECT_EQ(m_author.questions, 1);
                   EXPECT_TRUE(page.isVisible());
-                  QTest::keyClick(page.window(), Qt::Key_Escape);
+                  EXPECT_TRUE(page.window()->windowTitle().endsWith(u'*'));
+                  EXPECT_TRUE(page.window()->close());
               }),
               2);
     EXPECT_EQ(m_author.questions, 2);
@@ -98,12 +37,14 @@ TEST_F(ScriptEditor, AsksBeforeChangesAreLostAndStaysOpenWhenTheyShouldNotBe)
 TEST_F(ScriptEditor, MarksAFaultyLineUntilItIsMended)
 {
     edit([](CChildDlg& page) {
-        const auto* fault = qobject_cast<QLabel*>(page.control(6612));
         script(page).setText(u"x = 1\ny = = 2\n"_s);
         EXPECT_TRUE(QTest::qWaitFor([&] { return script(page).faulty_lines() == std::vector{1}; }));
-        EXPECT_TRUE(fault->text().contains(u"2"_s));
+        EXPECT_TRUE(label(page, 6612).contains(u"2"_s));
+        QTest::mouseClick(page.control(6612), Qt::LeftButton);
+        EXPECT_EQ(script(page).SendScintilla(QsciScintilla::SCI_GETCURRENTPOS), 6);
         script(page).setText(u"x = 1\ny = 2\n"_s);
-        EXPECT_TRUE(QTest::qWaitFor([&] { return script(page).faulty_lines().empty() && fault->text().isEmpty(); }));
+        EXPECT_TRUE(
+            QTest::qWaitFor([&] { return script(page).faulty_lines().empty() && label(page, 6612).isEmpty(); }));
         click(page, 1);
     });
 }
@@ -112,8 +53,8 @@ TEST_F(ScriptEditor, ReplacesEverywhereInOneStepOfItsUndo)
 {
     edit([](CChildDlg& page) {
         script(page).setText(u"ab = ab + Ab"_s);
-        qobject_cast<QLineEdit*>(page.control(6602))->setText(u"ab"_s);
-        qobject_cast<QLineEdit*>(page.control(6603))->setText(u"abab"_s);
+        field(page, 6602).setText(u"ab"_s);
+        field(page, 6603).setText(u"abab"_s);
         click(page, 6607);
         EXPECT_EQ(script(page).script(), u"abab = abab + abab"_s);
         script(page).undo();
@@ -122,19 +63,64 @@ TEST_F(ScriptEditor, ReplacesEverywhereInOneStepOfItsUndo)
     });
 }
 
-TEST_F(ScriptEditor, RunsTheTextAsItStandsAndStoresNothingByIt)
+TEST_F(ScriptEditor, FindsOnFromEndToEndAndTellsWhichPlaceItIs)
 {
-    int changes = 0;
-    m_world.config_scene().on_changed = [&] { ++changes; };
     edit([](CChildDlg& page) {
-        script(page).setText(u"print('hello')\nerror('no')"_s);
-        click(page, 6614);
-        const auto* log = qobject_cast<QListView*>(page.control(6613))->model();
-        ASSERT_EQ(log->rowCount(), 2);
-        EXPECT_EQ(log->index(0, 0).data().toString(), u"hello"_s);
-        EXPECT_TRUE(log->index(1, 0).data().toString().contains(u"2"_s));
-        click(page, 2);
+        script(page).setText(u"ab cab\nAB\n"_s);
+        QTest::keyClick(&script(page), Qt::Key_F, Qt::ControlModifier);
+        ASSERT_TRUE(field(page, 6602).hasFocus());
+        type(field(page, 6602), u"ab"_s);
+        const QString first = label(page, 6610);
+        EXPECT_TRUE(first.contains(u"1"_s) && first.contains(u"3"_s)) << first.toStdString();
+        type(field(page, 6602), u"\n\n"_s);
+        EXPECT_EQ(script(page).selectedText(), u"AB"_s);
+        type(field(page, 6602), u"\n"_s);
+        EXPECT_EQ(label(page, 6610), first);
+        QTest::keyClick(&field(page, 6602), Qt::Key_Return, Qt::ShiftModifier);
+        EXPECT_EQ(script(page).selectedText(), u"AB"_s);
+        click(page, 6609); // whole words
+        click(page, 6605);
+        click(page, 6605);
+        EXPECT_EQ(script(page).selectedText(), u"AB"_s);
+        field(page, 6603).setText(u"x"_s);
+        click(page, 6606);
+        EXPECT_EQ(script(page).script(), u"ab cab\nx\n"_s);
+        EXPECT_EQ(script(page).selectedText(), u"ab"_s);
     });
-    EXPECT_EQ(text(), u"x = 1"_s);
-    EXPECT_EQ(changes, 0);
+}
+
+TEST_F(ScriptEditor, ClosesTheBarBeforeItself)
+{
+    EXPECT_EQ(edit([](CChildDlg& page) {
+                  click(page, 6616);
+                  ASSERT_TRUE(page.control(6620)->isVisible());
+                  QTest::keyClick(&field(page, 6602), Qt::Key_Escape);
+                  EXPECT_FALSE(page.control(6620)->isVisible());
+                  EXPECT_TRUE(page.isVisible());
+                  ASSERT_TRUE(script(page).hasFocus());
+                  QTest::keyClick(&script(page), Qt::Key_Escape);
+                  EXPECT_FALSE(page.isVisible());
+              }),
+              2);
+}
+
+TEST_F(ScriptEditor, FollowsTheThemeWhileItIsOpen)
+{
+    edit([](CChildDlg& page) {
+        const auto colors = [&] {
+            std::vector<QColor> found;
+            for (int style : {QsciLexerLua::Default, QsciLexerLua::Keyword, QsciLexerLua::String})
+                found.push_back(script(page).lexer()->color(style));
+            found.push_back(script(page).lexer()->paper(QsciLexerLua::Default));
+            return found;
+        };
+        const auto light = colors();
+        tarn::apply_theme(*qApp, tarn::Theme::Dark);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return colors() != light; }));
+        const auto dark = colors();
+        for (std::size_t i = 0; i < light.size(); ++i)
+            EXPECT_NE(light[i], dark[i]) << i;
+        tarn::apply_theme(*qApp, tarn::Theme::Light);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return colors() == light; }));
+    });
 }

@@ -170,6 +170,39 @@ TEST_F(GuiCoreTest, the_selection_never_holds_what_is_gone)
     EXPECT_EQ(m_core.selection().current_dialog, nullptr);
 }
 
+TEST_F(GuiCoreTest, removing_many_controls_leaves_the_others_listed_and_selected)
+{
+    CDXUTDialog* a = dialog({});
+    CDXUTDialog* b = dialog({});
+    std::vector<CDXUTControl*> all;
+    for (int i = 0; i < 8; ++i)
+        all.push_back(button(i % 2 ? b : a, QRectF(i, 0, 10, 10)));
+    const auto of_a = a->controls();
+    m_core.SelectControls(all);
+    // All of one dialog, one of the other, in turns; one twice.
+    act([&] { m_core.remove_controls({all[0], all[1], all[2], all[0], all[4], all[6]}); });
+    EXPECT_TRUE(a->controls().isEmpty());
+    EXPECT_EQ(b->controls(), (QList<CDXUTControl*>{all[3], all[5], all[7]}));
+    EXPECT_EQ(m_core.selection().controls, (std::vector{all[3], all[5], all[7]}));
+    EXPECT_EQ(m_core.selection().current_control, all[7]);
+    act([&] { m_core.remove_controls(m_core.selection().controls); });
+    EXPECT_TRUE(m_core.selection().controls.empty());
+    EXPECT_EQ(m_core.selection().current_control, nullptr);
+    m_journal.undo();
+    m_journal.undo();
+    EXPECT_EQ(a->controls(), of_a);
+    EXPECT_EQ(m_core.controls(), all);
+    for (std::size_t i = 0; i < all.size(); ++i) {
+        EXPECT_EQ(all[i]->dialog(), i % 2 ? b : a) << i;
+        EXPECT_FALSE(m_core.selection().contains(all[i])) << "what undo brings back is not selected: " << i;
+    }
+    m_core.SelectControls(all);
+    m_core.ClearCtrlSelection();
+    m_core.SelectControl(all[2], true);
+    EXPECT_EQ(m_core.selection().controls, std::vector{all[2]});
+    EXPECT_FALSE(m_core.selection().contains(all[3]));
+}
+
 TEST_F(GuiCoreTest, an_id_is_not_used_again_after_undo)
 {
     CDXUTDialog* first = nullptr;

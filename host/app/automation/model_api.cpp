@@ -2,6 +2,7 @@
 #include "core/language.h"
 #include "core/model_object.h"
 #include "engine/base_world.h"
+#include "engine/script/config_scene.h"
 #include "studio.h"
 
 #include <algorithm>
@@ -248,6 +249,39 @@ Status select(Automation& app, Rest rest)
     return {};
 }
 
+// Functions and events -----------------------------------------------------------------------------------------------
+
+Data scene_functions(Automation& app)
+{
+    return list_of(app.world().config_scene().functions(),
+                   [](const FuncPtr& function) { return Data(function->name()); });
+}
+
+Result<Data> function_text(Automation& app, const QString& name)
+{
+    const FuncPtr function = app.world().config_scene().find_function(name);
+    return function ? Result<Data>(function->text())
+                    : Status::error(QStringLiteral("there is no function \"%1\"").arg(name));
+}
+
+Status set_function_text(Automation& app, const QString& name, const QString& text)
+{
+    CConfigScene& functions = app.world().config_scene();
+    if (const FuncPtr function = functions.find_function(name))
+        return function->set_text(text);
+    return functions.add_function(IFunc::create_func(name), false, text);
+}
+
+Result<Data> events(Automation& app)
+{
+    return from_model(app, [](SceneModel& model) {
+        return list_of(model.events(), [](const SceneModel::Event& event) {
+            return Data(Data::Record{
+                {"control", handle_of(event.control)}, {"type", qint64(event.type)}, {"name", event.function}});
+        });
+    });
+}
+
 constexpr Binding functions[] = {
     {"dialogs", "", binding<dialogs>},
     {"root_dialog", "", binding<root_dialog>},
@@ -256,6 +290,10 @@ constexpr Binding functions[] = {
     {"create_control", "fields", binding<create_control>},
     {"selection", "", binding<selection>},
     {"select", "object", binding<select>},
+    {"functions", "", binding<scene_functions>},
+    {"function_text", "name", binding<function_text>},
+    {"set_function_text", "name text", binding<set_function_text>},
+    {"events", "", binding<events>},
 };
 
 constexpr Binding methods[] = {

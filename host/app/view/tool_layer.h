@@ -24,7 +24,4 @@ private:
     QRect m_painted;
 };
 
-/// The smallest rectangle around all pixels that are not fully transparent.
-QRect painted_rect(const QImage& image);
-
 } // namespace tarn

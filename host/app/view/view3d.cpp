@@ -115,11 +115,19 @@ void CView3D::place_surface()
     schedule_redraw();
 }
 
-bool CView3D::event(QEvent* event)
+/// Whether the key comes to the view even if it is a shortcut of the program.
+bool CView3D::keeps_key(const QKeyEvent& event) const
 {
     // Alt in a drag is the drag's; the menu bar would take the keyboard when it is let go.
-    if (event->type() == QEvent::ShortcutOverride && m_held == Qt::LeftButton
-        && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Alt) {
+    if (m_held == Qt::LeftButton && event.key() == Qt::Key_Alt)
+        return true;
+    const bool ends_preview = event.key() == Qt::Key_F5;
+    return m_world.mouse_tool() && m_world.mouse_tool()->takes_all_keys() && !ends_preview;
+}
+
+bool CView3D::event(QEvent* event)
+{
+    if (event->type() == QEvent::ShortcutOverride && keeps_key(*static_cast<QKeyEvent*>(event))) {
         event->accept();
         return true;
     }

@@ -90,6 +90,7 @@ private:
     bool edit_text_at(QPointF place);
     void pop_context_menu(QPointF place);
     bool run_command(const QKeyEvent& event);
+    bool keeps_key(const QKeyEvent& event) const;
     void drag_with_changed_modifiers(const QKeyEvent& event, bool pressed);
     void end_lost_press(const QMouseEvent& event);
     QPointF to_screen(QPointF place) const;

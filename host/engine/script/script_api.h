@@ -72,6 +72,8 @@ public:
     /// The classes whose methods the object has, the most special first; the first names it in messages. The texts
     /// live as long as the program.
     virtual std::vector<const char*> classes_of(const ModelObject& object) const = 0;
+    /// What the editor of scripts offers after an object's dot: the names of all fields of all classes, in any order.
+    virtual QStringList field_names() const { return {}; }
 };
 
 /// One call of a verb.

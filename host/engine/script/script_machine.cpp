@@ -102,13 +102,21 @@ Result<int> Machine::compile(const IFunc& function)
     return Status::error(message);
 }
 
+void Machine::try_function(const FuncPtr& function)
+{
+    for (const FuncPtr& stale : {m_tried, function})
+        if (stale)
+            luaL_unref(main(), LUA_REGISTRYINDEX, m_compiled.take(stale->name()).reference);
+    m_tried = function;
+}
+
 Result<int> Machine::compiled(const QString& name, ScriptError& error)
 {
     error.function = name;
     Compiled& known = m_compiled[name];
     if (known.function && known.checked_at == m_functions->changes())
         return known.reference;
-    const FuncPtr function = m_functions->find_function(name);
+    const FuncPtr function = m_tried && m_tried->name() == name ? m_tried : m_functions->find_function(name);
     if (function && known.function == function.get() && known.revision == function->revision()) {
         known.checked_at = m_functions->changes();
         return known.reference;

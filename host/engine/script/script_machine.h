@@ -50,6 +50,8 @@ public:
     void tick(double now);
     std::size_t suspended() const { return m_waiting.size() + m_due.size(); }
 
+    /// Runs it in place of the table's function of that name from now on.
+    void try_function(const std::shared_ptr<IFunc>& function);
     /// The registry's reference of the compiled function, or why there is none.
     Result<int> compiled(const QString& name, ScriptError& error);
 
@@ -99,6 +101,7 @@ private:
     std::shared_ptr<const std::vector<ScriptVerb>> m_verbs;
     std::map<std::string_view, int> m_methods; ///< the table of each class
 
+    std::shared_ptr<IFunc> m_tried; ///< null: none
     QHash<QString, Compiled> m_compiled;
     QHash<QByteArray, QString> m_names; ///< of functions by the labels of their chunks
 

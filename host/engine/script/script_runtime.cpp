@@ -1,5 +1,6 @@
 #include "script_runtime.h"
 
+#include "config_scene.h"
 #include "core/language.h"
 #include "script_machine.h"
 #include "script_values.h"
@@ -41,6 +42,15 @@ ScriptResult ScriptRuntime::call(const QString& name, std::span<const ScriptValu
     return machine->call(name, arguments, owner);
 }
 
+Status ScriptRuntime::try_text(const QString& name, const QString& text)
+{
+    const FuncPtr function = IFunc::create_func(name);
+    const Status set = function->set_text(text);
+    if (set && m_machine->main())
+        m_machine->try_function(function);
+    return set;
+}
+
 void ScriptRuntime::tick(double now)
 {
     const auto machine = m_machine;
@@ -62,6 +72,32 @@ std::size_t ScriptRuntime::suspended() const
 std::size_t ScriptRuntime::memory() const
 {
     return m_machine->memory();
+}
+
+QStringList ScriptRuntime::library()
+{
+    scene_script::Sandbox sandbox{ScriptLimits{}};
+    lua_State* lua = sandbox.main();
+    if (!lua)
+        return {};
+    QStringList names;
+    const auto add_names = [&](const QString& prefix) {
+        for (lua_pushnil(lua); lua_next(lua, -2); lua_pop(lua, 1))
+            if (lua_type(lua, -2) == LUA_TSTRING)
+                names.append(prefix + QLatin1String(lua_tostring(lua, -2)));
+    };
+    lua_getfield(lua, LUA_REGISTRYINDEX, "builtins");
+    add_names({});
+    const QStringList globals = names;
+    for (const QString& name : globals) {
+        // A library is an empty table in front of the real one, so that scripts cannot change it.
+        lua_getfield(lua, -1, name.toLatin1());
+        if (lua_istable(lua, -1) && luaL_getmetafield(lua, -1, "__index") == LUA_TTABLE)
+            add_names(name + QLatin1Char('.'));
+        lua_settop(lua, 1);
+    }
+    names.sort();
+    return names;
 }
 
 std::vector<ScriptError> ScriptRuntime::check(const QString& text)

@@ -44,6 +44,9 @@ public:
     /// Runs the function with the arguments as its `...`. A call that waits is dropped when its `owner` is deleted;
     /// a null owner: it belongs to nobody.
     ScriptResult call(const QString& name, std::span<const ScriptValue> arguments = {}, const ScriptObject& owner = {});
+    /// Until the next reset() the function `name` runs as `text`, whatever the table holds; of several names the last
+    /// one counts. Fails when the text is too long for a function.
+    Status try_text(const QString& name, const QString& text);
     /// The scene's clock, in seconds: goes on with the calls whose wait has ended. What does not fit into the time of
     /// one call is left for the next tick.
     void tick(double now);
@@ -55,6 +58,11 @@ public:
     std::size_t memory() const; ///< bytes that the scripts hold
     /// Every verb that scripts can call, the runtime's own first.
     const std::vector<ScriptVerb>& verbs() const { return *m_verbs; }
+
+    /// The names of the objects' fields; empty when there are no objects.
+    QStringList field_names() const { return m_api.objects ? m_api.objects->field_names() : QStringList(); }
+    /// What scripts have of Lua itself: "ipairs", "string", "string.rep", sorted.
+    static QStringList library();
 
     /// Faults of a text that keep it from being compiled. Nothing is run.
     static std::vector<ScriptError> check(const QString& text);

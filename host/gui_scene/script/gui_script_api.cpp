@@ -84,6 +84,20 @@ public:
         return {dialog_kind};
     }
 
+    QStringList field_names() const override
+    {
+        QStringList names;
+        const auto add_names = [&names](const FieldTable& fields) {
+            for (const FieldBase* field : fields)
+                names.append(QString::fromLatin1(field->name()));
+        };
+        add_names(m_core.GetRootDialog()->fields());
+        Journal unused;
+        for (const ControlClass& type : control_classes())
+            add_names(type.create(unused, m_core)->fields());
+        return names;
+    }
+
 private:
     CGuiCore& m_core;
     mutable quint64 m_generation = 0;

@@ -1,0 +1,99 @@
+#include "dlg_problems.h"
+
+#include "core/language.h"
+#include "core/model_object.h"
+#include "studio.h"
+
+#include <algorithm>
+
+using tarn::lang;
+using Problem = tarn::SceneModel::Problem;
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto refresh_delay = 300ms;
+
+} // namespace
+
+CReportListProblems::CReportListProblems(QWidget* parent) : CReportList(parent)
+{
+    insert_column(0, lang(u"对象", u"Object"), 1);
+    insert_column(1, lang(u"问题", u"Problem"), 4);
+    set_empty_hint(lang(u"没有问题。", u"There are no problems."));
+}
+
+QString CReportListProblems::get_item_caption(void* item, int column) const
+{
+    const auto& problem = *static_cast<const Problem*>(item);
+    return column == 0 ? problem.place : problem.text;
+}
+
+CDlgProblems::CDlgProblems(Studio& studio) : CChildDlg(QStringLiteral("CDlgProblems")), m_studio(studio)
+{
+    m_pending.setSingleShot(true);
+    m_pending.setInterval(refresh_delay);
+    connect(&m_pending, &QTimer::timeout, this, &CDlgProblems::refresh);
+    connect(&studio, &Studio::document_changed, this, [this] { update_ui(tarn::ui_scene_changed); });
+    studio.world().add_listener(this);
+}
+
+CDlgProblems::~CDlgProblems()
+{
+    m_studio.world().remove_listener(this);
+}
+
+QWidget* CDlgProblems::create_widget(const QString& class_name, QWidget* parent)
+{
+    if (class_name != QLatin1String("CReportListProblems"))
+        return CChildDlg::create_widget(class_name, parent);
+    m_list = new CReportListProblems(parent);
+    return m_list;
+}
+
+void CDlgProblems::OnInitDialog()
+{
+    CChildDlg::OnInitDialog();
+    setEnabled(m_studio.scene());
+    connect(m_list, &CReportList::item_double_clicked, this, [this](int row) { go_to(row); });
+}
+
+void CDlgProblems::update_ui(int)
+{
+    if (isVisible() && !m_pending.isActive())
+        m_pending.start();
+}
+
+void CDlgProblems::showEvent(QShowEvent*)
+{
+    refresh();
+}
+
+void CDlgProblems::refresh()
+{
+    if (!isVisible() || !m_studio.scene())
+        return;
+    auto problems = m_studio.scene()->model().problems();
+    std::vector<void*> items;
+    items.reserve(problems.size());
+    for (Problem& problem : problems)
+        items.push_back(&problem);
+    m_list->refill_list(items);
+    m_problems = std::move(problems); // The rows' addresses stay.
+}
+
+void CDlgProblems::go_to(int row)
+{
+    const auto* problem = static_cast<const Problem*>(m_list->get_binded_ptr(row));
+    if (!problem || !problem->object || m_studio.is_playing())
+        return;
+    // The object may have gone since the list was filled.
+    const auto now = m_studio.scene()->model().problems();
+    const bool there = std::any_of(now.begin(), now.end(),
+                                   [&](const Problem& each) { return each.object == problem->object; });
+    if (!there || !m_studio.scene()->model().select({problem->object}))
+        return refresh();
+    m_studio.world().broadcast(tarn::ui_selection_changed);
+    m_studio.world().update_all_views();
+}

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "engine/base_world.h"
+#include "engine/scene_plug.h"
+#include "frame/child_dlg.h"
+#include "widgets/report_list.h"
+
+#include <QTimer>
+
+class Studio;
+
+/// Problems: what object, and what is wrong with it.
+class CReportListProblems : public CReportList {
+    Q_OBJECT
+
+public:
+    explicit CReportListProblems(QWidget* parent = nullptr);
+
+    QString get_item_caption(void* item, int column) const override;
+};
+
+/// What is broken in the scene; a double-click selects the object.
+class CDlgProblems : public CChildDlg, private tarn::UiListener {
+    Q_OBJECT
+
+public:
+    explicit CDlgProblems(Studio& studio);
+    ~CDlgProblems() override;
+
+protected:
+    void OnInitDialog() override;
+    QWidget* create_widget(const QString& class_name, QWidget* parent) override;
+    void showEvent(QShowEvent* event) override;
+
+private:
+    void update_ui(int code) override;
+    void refresh();
+    void go_to(int row);
+
+    Studio& m_studio;
+    CReportListProblems* m_list = nullptr;
+    std::vector<tarn::SceneModel::Problem> m_problems; ///< what the rows are bound to
+    QTimer m_pending;                                  ///< one refresh for any number of changes
+};

@@ -1,0 +1,149 @@
+#include "script_run.h"
+
+#include "core/language.h"
+#include "engine/base_world.h"
+#include "script_fault.h"
+#include "script_run_log.h"
+
+#include <QLocale>
+
+#include <chrono>
+#include <utility>
+
+namespace tarn {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto tick_interval = 16ms;
+
+/// As a script would write it.
+QString shown(const Value& value)
+{
+    struct Show {
+        QString operator()(std::monostate) const { return QStringLiteral("nil"); }
+        QString operator()(bool flag) const { return flag ? QStringLiteral("true") : QStringLiteral("false"); }
+        QString operator()(qint64 number) const { return QString::number(number); }
+        QString operator()(double number) const { return QString::number(number, 'g', QLocale::FloatingPointShortest); }
+        QString operator()(const QString& text) const { return QLatin1Char('"') + text + QLatin1Char('"'); }
+        QString operator()(const QStringList& texts) const
+        {
+            QStringList parts;
+            for (const QString& text : texts)
+                parts.append((*this)(text));
+            return QLatin1Char('{') + parts.join(QStringLiteral(", ")) + QLatin1Char('}');
+        }
+        QString operator()(const NumberList& numbers) const
+        {
+            QStringList parts;
+            for (const double number : numbers)
+                parts.append((*this)(number));
+            return QLatin1Char('{') + parts.join(QStringLiteral(", ")) + QLatin1Char('}');
+        }
+    };
+    return std::visit(Show(), value);
+}
+
+} // namespace
+
+ScriptRun::ScriptRun(QString function_name, CBaseWorld& world, ScriptRunLog& log)
+    : m_name(std::move(function_name)), m_world(world), m_log(log)
+{
+    m_printed_before = std::exchange(runtime().on_print,
+                                     [this](const QString& text) { m_log.add(ScriptRunLog::Kind::Print, text); });
+    m_failed_before = std::exchange(runtime().on_error, [this](const ScriptError& error) { add_error(error); });
+    m_ticks.setInterval(tick_interval);
+    connect(&m_ticks, &QTimer::timeout, this, &ScriptRun::tick);
+}
+
+ScriptRun::~ScriptRun()
+{
+    if (m_started)
+        runtime().reset();
+    runtime().on_print = std::move(m_printed_before);
+    runtime().on_error = std::move(m_failed_before);
+    finish();
+}
+
+ScriptRuntime& ScriptRun::runtime() const
+{
+    return m_world.scripts();
+}
+
+void ScriptRun::start(const QString& text)
+{
+    finish();
+    runtime().reset();
+    m_log.clear();
+    m_started = true;
+    m_edit = m_world.begin_edit ? m_world.begin_edit(lang(u"运行脚本", u"Run Script")) : nullptr;
+    if (const Status set = runtime().try_text(m_name, text); !set)
+        m_log.add(ScriptRunLog::Kind::Error, set.message());
+    else
+        tell(runtime().call(m_name));
+    if (runtime().suspended() > 0) {
+        m_since_tick.start();
+        m_ticks.start();
+    } else {
+        finish();
+    }
+    m_log.flush();
+    Q_EMIT went_on();
+}
+
+void ScriptRun::stop()
+{
+    if (!is_waiting())
+        return;
+    runtime().reset();
+    m_log.add(ScriptRunLog::Kind::Result, lang(u"已停止。", u"Stopped."));
+    finish();
+    m_log.flush();
+    Q_EMIT went_on();
+}
+
+void ScriptRun::tick()
+{
+    runtime().tick(runtime().now() + double(m_since_tick.restart()) / 1000);
+    if (runtime().suspended() == 0) {
+        m_log.add(ScriptRunLog::Kind::Result, lang(u"运行已结束。", u"Ended."));
+        finish();
+    }
+    m_world.update_all_views();
+    m_log.flush();
+    Q_EMIT went_on();
+}
+
+/// Ends the step of undo. Pages show what the scripts changed.
+void ScriptRun::finish()
+{
+    m_ticks.stop();
+    if (!m_edit)
+        return;
+    m_edit.reset();
+    m_world.broadcast(ui_full_refresh);
+    m_world.update_all_views();
+}
+
+void ScriptRun::tell(const ScriptResult& result)
+{
+    if (result.error)
+        add_error(*result.error);
+    else if (result.suspended)
+        m_log.add(ScriptRunLog::Kind::Result, lang(u"正在等待…", u"Waiting..."));
+    else if (std::holds_alternative<std::monostate>(result.value))
+        m_log.add(ScriptRunLog::Kind::Result, lang(u"运行完毕。", u"Done."));
+    else
+        m_log.add(ScriptRunLog::Kind::Result, lang(u"结果：%1", u"Result: %1").arg(shown(result.value)));
+}
+
+void ScriptRun::add_error(const ScriptError& error)
+{
+    if (error.function == m_name)
+        m_log.add(ScriptRunLog::Kind::Error, fault_text(error), error.line - 1);
+    else
+        m_log.add(ScriptRunLog::Kind::Error, error.text());
+}
+
+} // namespace tarn

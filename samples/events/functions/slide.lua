@@ -1,0 +1,4 @@
+-- The progress bar follows the slider.
+local _, _, value = ...
+control("Bar").percent = value
+return call("note", ...)

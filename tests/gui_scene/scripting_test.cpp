@@ -1,0 +1,124 @@
+// What scripts reach in an interface: the guide's examples run, and its tables name all there is.
+
+#include "core/language.h"
+#include "engine/script/script_runtime.h"
+#include "support/scene_fixture.h"
+
+#include <QRegularExpression>
+
+#include <array>
+
+using namespace tarn;
+using namespace tarn::test;
+
+namespace {
+
+class ScriptingTest : public SceneTest {
+protected:
+    ScriptingTest()
+    {
+        VLCMsgIniW::set_language(Language::English);
+        m_settings = dialog({10, 10, 400, 300}, u"Settings"_s);
+        const std::pair<int, const char16_t*> rows[] = {
+            {DXUT_CONTROL_BUTTON, u"Start"},  {DXUT_CONTROL_CHECKBOX, u"Hard"},   {DXUT_CONTROL_EDITBOX, u"Player"},
+            {DXUT_CONTROL_STATIC, u"Status"}, {DXUT_CONTROL_PROGRESS, u"Health"}, {DXUT_CONTROL_LISTBOX, u"Saves"},
+            {DXUT_CONTROL_INFOBOX, u"Log"}};
+        for (const auto& [type, name] : rows)
+            control(type, m_settings, {0, 0, 50, 20}, QString::fromUtf16(name));
+        define(u"Greet"_s, u"print('hello', ...)"_s);
+    }
+    void define(const QString& name, const QString& text)
+    {
+        ASSERT_TRUE(m_scene.functions().add_function(IFunc::create_func(name), true, text).ok());
+    }
+    ScriptResult run(const QString& text)
+    {
+        define(u"main"_s, text);
+        for (CDXUTControl* each : core().controls())
+            if (each->name() == u"Start"_s) {
+                const std::array<ScriptValue, 3> arguments{each->shared_from_this(), Value(u"Click"_s), Value()};
+                return m_world.scripts().call(u"main"_s, arguments, each->shared_from_this());
+            }
+        return {};
+    }
+    QString told(const QString& text)
+    {
+        const ScriptResult result = run(text);
+        if (result.error)
+            return result.error->message;
+        const auto* answer = std::get_if<QString>(&result.value);
+        return answer ? *answer : QString();
+    }
+
+    CDXUTDialog* m_settings;
+};
+
+QString guide()
+{
+    return QString::fromUtf8(content_of(QStringLiteral(TARN_DOCS "/scripting.md")));
+}
+
+} // namespace
+
+TEST_F(ScriptingTest, the_guides_examples_run)
+{
+    static const QRegularExpression block(u"```lua\n(.*?)```"_s, QRegularExpression::DotMatchesEverythingOption);
+    int count = 0;
+    for (auto match = block.globalMatch(guide()); match.hasNext(); ++count) {
+        const QString example = match.next().captured(1);
+        const ScriptResult result = run(example);
+        EXPECT_TRUE(result.ok()) << example.toStdString() << result.error->text().toStdString();
+    }
+    EXPECT_GE(count, 8);
+}
+
+TEST_F(ScriptingTest, the_guide_names_every_verb)
+{
+    const QString text = guide();
+    for (const ScriptVerb& verb : m_world.scripts().verbs()) {
+        const QString call = (verb.of ? u":"_s : QString()) + QLatin1String(verb.name) + u"("_s;
+        EXPECT_TRUE(text.contains(call)) << verb.name;
+        EXPECT_FALSE(verb.about.text().isEmpty()) << verb.name;
+    }
+}
+
+TEST_F(ScriptingTest, objects_are_found_by_name_and_id_as_long_as_they_are_there)
+{
+    const QString id = QString::number(m_settings->id());
+    EXPECT_EQ(told(u"return dialog(%1).name"_s.arg(id)), u"Settings"_s);
+    EXPECT_EQ(told(u"return control('Start').dialog.name"_s), u"Settings"_s);
+    EXPECT_EQ(told(u"return tostring(control('nobody'))"_s), u"nil"_s);
+    CDXUTControl* second = control(DXUT_CONTROL_STATIC, m_settings, {}, u"Status"_s);
+    EXPECT_EQ(told(u"return control('Status') == control(%1) and 'second' or 'first'"_s.arg(second->id())), u"first"_s);
+    // What a name stood for last is not taken for it once it has another name.
+    EXPECT_EQ(told(u"local s = control('Status') s.name = 'Other' return control('Status').text"_s), second->name());
+    EXPECT_EQ(told(u"local s = control('Saves') s:remove() return tostring(control('Saves'))"_s), u"nil"_s);
+    EXPECT_TRUE(told(u"local s = control('Log') s:remove() s:add_line('x')"_s).contains(u"deleted"_s));
+}
+
+TEST_F(ScriptingTest, verbs_do_to_the_scene_what_they_say)
+{
+    EXPECT_EQ(told(u"dialog('Settings'):minimise() dialog('Settings'):move(33, 44.4)"_s), QString());
+    EXPECT_TRUE(m_settings->minimized());
+    EXPECT_EQ(m_settings->rect().topLeft(), QPoint(33, 44));
+    EXPECT_EQ(told(u"dialog('Settings'):close()"_s), QString());
+    EXPECT_FALSE(m_settings->GetVisible());
+    EXPECT_EQ(told(u"dialog('Settings'):restore()"_s), QString());
+    EXPECT_TRUE(m_settings->GetVisible() && !m_settings->minimized());
+    EXPECT_EQ(told(u"control('Player'):focus()"_s), QString());
+    ASSERT_TRUE(core().live().focused);
+    EXPECT_EQ(core().live().focused->name(), u"Player"_s);
+    QStringList messages;
+    m_world.on_message = [&](const QString& text, const QString& title) { messages << title + u":"_s + text; };
+    EXPECT_EQ(told(u"message('a', 'b') message('c')"_s), QString());
+    EXPECT_EQ(messages, (QStringList{u"b:a"_s, u":c"_s}));
+}
+
+TEST_F(ScriptingTest, what_cannot_be_is_an_error_that_says_so)
+{
+    EXPECT_TRUE(told(u"dialog('Settings'):move(0/0, 1)"_s).contains(u"range"_s));
+    EXPECT_TRUE(told(u"dialog(1):remove()"_s).contains(u"root"_s));
+    EXPECT_TRUE(told(u"control('Start'):add_line('x')"_s).contains(u"add_line"_s));
+    EXPECT_TRUE(told(u"control('Start').colour = 1"_s).contains(u"colour"_s));
+    EXPECT_TRUE(told(u"control('Start').id = 1"_s).contains(u"id"_s));
+}
