@@ -10,7 +10,9 @@
 #include "gui_core/dxut_control.h"
 #include "gui_core/element_cache.h"
 #include "gui_core/gui_core.h"
-#include "gui_core/texture_cache.h"
+#include "gui_scene/gui_plug_scene.h"
+#include "gui_scene/picture_file.h"
+#include "gui_scene/picture_release.h"
 #include "pop_dlg_color.h"
 #include "widgets/button_st.h"
 #include "widgets/color_swatch.h"
@@ -19,8 +21,6 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QEvent>
-#include <QFile>
-#include <QFileInfo>
 #include <QFontDatabase>
 #include <QLabel>
 
@@ -51,7 +51,6 @@ enum Command : int { command_none = 1, command_file = 2, command_first_picture =
 
 constexpr QSize preview_size(96, 36); ///< pixels
 constexpr int largest_font = 500;     ///< pixels
-constexpr qint64 largest_file = 64 * 1024 * 1024;
 
 tarn::Value property_of(const CDXUTControl& control, const char* name)
 {
@@ -188,8 +187,11 @@ void CDlgElementCustomize::apply(const std::function<void(CDXUTControl&)>& chang
     const auto all = targets();
     if (all.empty())
         return;
-    for (CDXUTControl* target : all)
-        change(*target);
+    {
+        const tarn::PictureRelease release(*core(), scene()->functions(), all);
+        for (CDXUTControl* target : all)
+            change(*target);
+    }
     broadcast(tarn::ui_control_properties);
     update_all_views();
 }
@@ -327,26 +329,12 @@ void CDlgElementCustomize::take_picture_from_file()
     const QString path = filedlg::pop_open_dlg_img(this);
     if (path.isEmpty())
         return;
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly) || file.size() > largest_file) {
-        tarn::boxes::error(
-            this,
-            lang(u"无法读取图片 %1：%2", u"The picture %1 cannot be read: %2")
-                .arg(path, file.isOpen() ? lang(u"文件太大", u"the file is too large") : file.errorString()));
+    const auto name = tarn::take_picture(*core(), path);
+    if (!name) {
+        tarn::boxes::error(this, name.status().message());
         return;
     }
-    const QByteArray encoded = file.readAll();
-    const QString wanted = QFileInfo(path).fileName();
-    if (tarn::TextureCache().image(wanted, encoded).isNull()) {
-        tarn::boxes::error(this,
-                           lang(u"%1 不是可用的图片（边长不超过 %2 像素）。",
-                                u"%1 is no picture that can be used (up to %2 pixels a side).")
-                               .arg(path)
-                               .arg(tarn::TextureCache::max_side));
-        return;
-    }
-    const QString name = core()->add_texture(wanted, encoded);
-    apply([&](CDXUTControl& target) { target.set_style_image(slot(), name); });
+    apply([&](CDXUTControl& target) { target.set_style_image(slot(), name.value()); });
 }
 
 void CDlgElementCustomize::on_choose_color(int swatch_id, const std::function<void(CDXUTControl&, quint32)>& put)

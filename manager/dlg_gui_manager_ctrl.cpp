@@ -121,9 +121,13 @@ void CDlgGuiManagerCtrl::set_up_row_buttons()
     on_click(id_move_up, [this] { change_layer(&CDXUTDialog::SetCtrlLayerUpDown, 1); });
     on_click(id_move_down, [this] { change_layer(&CDXUTDialog::SetCtrlLayerUpDown, 0); });
     on_click(id_switch_dialog, [this] { on_switch_dialog(); });
-    button(id_clean_scripts)->setEnabled(false);
     button(id_clean_scripts)
-        ->SetTooltipText(lang(u"场景中没有控件事件脚本。", u"The scene has no event scripts of controls."));
+        ->SetTooltipText(lang(u"删除已不存在的控件的事件脚本，不能撤销",
+                              u"Removes the event scripts of controls that are gone; this cannot be undone"));
+    on_click(id_clean_scripts, [this] {
+        scene()->remove_deletectrl_GUI_scripts();
+        broadcast(tarn::ui_control_properties);
+    });
 }
 
 void CDlgGuiManagerCtrl::set_up_filters()

@@ -169,6 +169,8 @@ void CBoundPage::refresh()
         const bool common = bound.row.shows == tarn::Shows::Common && bound.row.scope == tarn::Scope::EverySelected;
         bound.editor->show(tarn::common_value(common ? std::span<ModelObject* const>(all) : one, bound.row.field));
     }
+    m_scripts.show();
+    m_images.show();
 }
 
 void CBoundPage::on_edited(const Row& bound, const Value& value)

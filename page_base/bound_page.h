@@ -2,6 +2,8 @@
 
 #include "field_row.h"
 #include "gui_child_dlg.h"
+#include "image_rows.h"
+#include "script_rows.h"
 #include "value_editor.h"
 
 #include <deque>
@@ -38,6 +40,8 @@ public:
 protected:
     /// To be called when the form is there.
     void bind(std::span<const tarn::FieldRow> rows);
+    void bind_scripts(std::span<const tarn::ScriptRow> rows) { m_scripts.bind(rows); }
+    void bind_images(std::span<const tarn::ImageRow> rows, tarn::SetImage set = nullptr) { m_images.bind(rows, set); }
 
     /// Whether the interface is edited, the selection is of what the page edits, and there is a current object.
     bool has_selection() const;
@@ -59,6 +63,8 @@ protected:
     bool is_writing() const { return m_written != nullptr; }
 
 private:
+    friend class tarn::ScriptRows;
+    friend class tarn::ImageRows;
     struct Row {
         tarn::FieldRow row;
         std::unique_ptr<tarn::ValueEditor> editor;
@@ -74,6 +80,8 @@ private:
 
     Target m_target;
     int m_control_type = any_type;
-    std::deque<Row> m_rows;         ///< the editors' callbacks know their rows by address
+    std::deque<Row> m_rows; ///< the editors' callbacks know their rows by address
+    tarn::ScriptRows m_scripts{*this};
+    tarn::ImageRows m_images{*this};
     const Row* m_written = nullptr; ///< the row whose edit is being written: its widget is left alone meanwhile
 };

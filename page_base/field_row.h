@@ -9,8 +9,8 @@ namespace tarn {
 /// Which of the selected objects an edit is written to.
 enum class Scope { EverySelected, Current };
 
-/// When an edit is written.
-enum class Gate { Always, WithFocus };
+/// When an edit is written. OnEnter is for numbers; what is typed and left without Enter is dropped.
+enum class Gate { Always, WithFocus, OnEnter };
 
 /// What is shown when the selected objects disagree: that they do, or the current object's value.
 enum class Shows { Common, Current };

@@ -154,10 +154,11 @@ private:
 
 class NumberEdit : public ValueEditor {
 public:
-    NumberEdit(CSuperEdit& widget, const NumberLook& look) : m_widget(widget), m_look(look)
+    NumberEdit(CSuperEdit& widget, const FieldRow& row) : m_widget(widget), m_look(row.number)
     {
-        widget.set_format_string(QLatin1String(look.format));
-        QObject::connect(&widget, &CSuperEdit::text_changed_by_user, &widget, [this](double pos) { edited(pos); });
+        widget.set_format_string(QLatin1String(m_look.format));
+        const auto signal = row.gate == Gate::OnEnter ? &CSuperEdit::entered : &CSuperEdit::text_changed_by_user;
+        QObject::connect(&widget, signal, &widget, [this](double pos) { edited(pos); });
         QObject::connect(&widget, &CSuperEdit::editing_finished, &widget, [this] { finished(); });
     }
     void show(const CommonValue& common) override
@@ -216,7 +217,7 @@ std::unique_ptr<ValueEditor> make_value_editor(QWidget& widget, const FieldRow& 
     if (auto* box = qobject_cast<QCheckBox*>(&widget))
         return std::make_unique<CheckMark>(*box);
     if (auto* edit = qobject_cast<CSuperEdit*>(&widget))
-        return std::make_unique<NumberEdit>(*edit, row.number);
+        return std::make_unique<NumberEdit>(*edit, row);
     if (auto* edit = qobject_cast<QLineEdit*>(&widget))
         return std::make_unique<TextLine>(*edit);
     if (auto* edit = qobject_cast<QPlainTextEdit*>(&widget))

@@ -1,7 +1,11 @@
 #include "child_controls.h"
 
+#include "dlg_prop_button.h"
+#include "dlg_prop_button_st.h"
+#include "dlg_prop_check.h"
 #include "dlg_prop_info_box.h"
 #include "dlg_prop_progress_bar.h"
+#include "dlg_prop_radio.h"
 #include "dlg_prop_static.h"
 #include "engine/base_world.h"
 #include "frame/dlg_group.h"
@@ -27,16 +31,16 @@ CGuiChildDlg* make()
 }
 
 constexpr std::array type_pages{
-    TypePage{DXUT_CONTROL_BUTTON, 6005, "CDlgPropButton"},
+    TypePage{DXUT_CONTROL_BUTTON, 6005, "CDlgPropButton", make<CDlgPropButton>},
     TypePage{DXUT_CONTROL_STATIC, 6009, "CDlgPropStatic", make<CDlgPropStatic>},
-    TypePage{DXUT_CONTROL_CHECKBOX, 6006, "CDlgPropCheck"},
-    TypePage{DXUT_CONTROL_RADIOBUTTON, 6007, "CDlgPropRadio"},
+    TypePage{DXUT_CONTROL_CHECKBOX, 6006, "CDlgPropCheck", make<CDlgPropCheck>},
+    TypePage{DXUT_CONTROL_RADIOBUTTON, 6007, "CDlgPropRadio", make<CDlgPropRadio>},
     TypePage{DXUT_CONTROL_COMBOBOX, 6391, "CDlgPropCombo"},
     TypePage{DXUT_CONTROL_SLIDER, 6010, "CDlgPropSlider"},
     TypePage{DXUT_CONTROL_EDITBOX, 6008, "CDlgPropEdit"},
     TypePage{DXUT_CONTROL_LISTBOX, 6011, "CDlgPropListBox"},
     TypePage{DXUT_CONTROL_SCROLLBAR, 6350, "CDlgPropScrollbar"},
-    TypePage{DXUT_CONTROL_BUTTONST, 6388, "CDlgPropButtonST"},
+    TypePage{DXUT_CONTROL_BUTTONST, 6388, "CDlgPropButtonST", make<CDlgPropButtonST>},
     TypePage{DXUT_CONTROL_PICTURE, 6374, "CDlgPropPicture"},
     TypePage{DXUT_CONTROL_INFOBOX, 6369, "CPropDlgInfoBox", make<CPropDlgInfoBox>},
     TypePage{DXUT_CONTROL_FLASH, 6560, "CDlgPropFlash"},

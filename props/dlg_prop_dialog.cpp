@@ -1,8 +1,15 @@
 #include "dlg_prop_dialog.h"
 
 #include "anchor_rows.h"
+#include "core/language.h"
+#include "design/pop_dlg_color.h"
+#include "frame/boxes.h"
+#include "frame/filedlg.h"
 #include "gui_core/dxut_dialog.h"
+#include "gui_scene/gui_plug_scene.h"
+#include "gui_scene/tex_file_man.h"
 #include "widgets/button_st.h"
+#include "widgets/color_swatch.h"
 
 #include <QCheckBox>
 
@@ -20,6 +27,11 @@ enum Id : int {
     id_height = 6341,
     id_keep_ratio = 6345,
     id_scale = 6593,
+    id_bind = 6201,
+    id_unbind = 6202,
+    id_bind_color_label = 6589,
+    id_bind_color = 6587,
+    id_bind_mouse = 6595,
 };
 
 constexpr int all_together = 1; ///< an edit of any writes them all
@@ -51,13 +63,14 @@ constexpr FieldRow rows[] = {
     place_row(6343, "caption_height"),
     {.control = 6030, .field = "border_width", .shows = Shows::Current, .follows = Follows::Redraw, .number = pixels},
     {.control = 6508, .field = "minimize_to_bottom", .scope = Scope::Current, .follows = Follows::Nothing},
+    {.control = id_bind_mouse, .field = "bind_mouse", .scope = Scope::Current, .follows = Follows::Nothing},
 };
 
 constexpr auto anchors = tarn::anchor_rows(Scope::Current, Follows::Redraw);
 
-const CDXUTDialog* as_dialog(const tarn::ModelObject* object)
+CDXUTDialog* as_dialog(tarn::ModelObject* object)
 {
-    return static_cast<const CDXUTDialog*>(object);
+    return static_cast<CDXUTDialog*>(object);
 }
 
 } // namespace
@@ -75,6 +88,10 @@ void CDlgPropDialog::OnInitDialog()
         button(row.control)->SetIcon(tarn::anchor_icon(*row.option));
     on_click(id_keep_ratio, [this] { on_keep_ratio(); });
     on_click(id_scale, [this] { on_scale_with_window(); });
+    on_click(id_bind, [this] { on_bind(); });
+    on_click(id_unbind, [this] { on_unbind(); });
+    on_click(id_bind_color, [this] { on_bind_color(); });
+    control_as<CColorSwatch>(id_bind_color)->set_color(0xffffffff);
 }
 
 void CDlgPropDialog::refresh()
@@ -90,6 +107,7 @@ void CDlgPropDialog::refresh()
         button(row.control)->setEnabled(dialog && !scales);
     if (!is_writing())
         on_keep_ratio();
+    show_binding();
 }
 
 void CDlgPropDialog::on_keep_ratio()
@@ -114,10 +132,62 @@ void CDlgPropDialog::on_scale_with_window()
 {
     const bool scale = control_as<QCheckBox>(id_scale)->isChecked();
     for (tarn::ModelObject* object : selected()) {
-        auto* dialog = static_cast<CDXUTDialog*>(object);
+        CDXUTDialog* dialog = as_dialog(object);
         dialog->set_scaled(scale);
         dialog->on_pos_scale_changed();
     }
     refresh();
     update_all_views();
+}
+
+void CDlgPropDialog::show_binding()
+{
+    const CDXUTDialog* dialog = as_dialog(current());
+    const auto binding = dialog ? scene()->SearchTexbindByDialog(dialog) : std::nullopt;
+    button(id_bind)->setEnabled(dialog);
+    const QString name = binding
+        ? binding->texture.section(QLatin1Char('/'), -1).replace(QLatin1Char('&'), QLatin1String("&&"))
+        : tarn::lang(u"未绑定贴图", u"No texture bound");
+    button(id_bind)->setText(name);
+    if (binding)
+        control_as<CColorSwatch>(id_bind_color)->set_color(binding->color);
+    for (const int id : {id_unbind, id_bind_color_label, id_bind_color, id_bind_mouse})
+        control(id)->setEnabled(binding.has_value());
+}
+
+void CDlgPropDialog::on_bind()
+{
+    CDXUTDialog* dialog = as_dialog(current());
+    if (!dialog)
+        return;
+    const QString path = filedlg::pop_open_dlg_img(window());
+    if (path.isEmpty())
+        return;
+    const QString texture = CTexFileMan(*core()).find_tex_file_from_absolute_filename(path);
+    if (texture.isNull()) {
+        tarn::boxes::message(this, {.text = QStringLiteral("无模型绑定到该贴图，绑定失败！"), .title = {}});
+        return;
+    }
+    scene()->create_texture_dialog_bind(dialog, texture);
+    refresh();
+    update_all_views();
+}
+
+void CDlgPropDialog::on_unbind()
+{
+    if (CDXUTDialog* dialog = as_dialog(current()))
+        scene()->remove_tex_binder(dialog);
+    refresh();
+}
+
+void CDlgPropDialog::on_bind_color()
+{
+    const auto binding = scene()->SearchTexbindByDialog(as_dialog(current()));
+    if (!binding)
+        return;
+    CPopDlgColor picker(binding->color);
+    if (picker.do_modal(this) != 1)
+        return;
+    write("bind_color", qint64(picker.color()), Scope::Current);
+    refresh();
 }

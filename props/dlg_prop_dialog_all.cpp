@@ -2,6 +2,7 @@
 
 #include "core/language.h"
 #include "dlg_prop_dialog.h"
+#include "dlg_prop_dialog_script.h"
 #include "frame/rollup.h"
 
 CDlgPropDialogAll::CDlgPropDialogAll(QWidget* parent) : CGuiChildDlg(QStringLiteral("CDlgPropDialogAll"), parent) {}
@@ -10,9 +11,12 @@ void CDlgPropDialogAll::OnInitDialog()
 {
     CGuiChildDlg::OnInitDialog();
     m_rollup = findChild<CMyRollup*>();
-    auto* page = new CDlgPropDialog;
-    page->Create(6003, m_rollup);
-    m_rollup->InsertPage(tarn::lang(u"窗口属性", u"Property"), page);
+    const auto insert = [this](CGuiChildDlg* page, int template_id, const QString& title) {
+        page->Create(template_id, m_rollup);
+        m_rollup->InsertPage(title, page);
+    };
+    insert(new CDlgPropDialog, 6003, tarn::lang(u"窗口属性", u"Property"));
+    insert(new CDlgPropDialogScript, 6377, tarn::lang(u"脚本设置", u"Script"));
     m_rollup->ExpandAllPages(true);
 }
 

@@ -1,6 +1,9 @@
 #include "dxut_radio_button.h"
 
+#include "core/field.h"
 #include "dxut_dialog.h"
+
+#include <cstring>
 
 CDXUTRadioButton::CDXUTRadioButton(tarn::Journal& journal, CGuiCore& core)
     : CDXUTCheckBox(journal, core, new tarn::RadioButtonState)
@@ -33,6 +36,17 @@ bool CDXUTRadioButton::SetChecked(bool checked)
         for (CDXUTRadioButton* other : checked_others())
             other->CDXUTCheckBox::SetChecked(false);
     return true;
+}
+
+tarn::Status CDXUTRadioButton::set_property(const tarn::FieldBase& field, const tarn::Value& value)
+{
+    if (std::strcmp(field.name(), "checked") != 0)
+        return CDXUTCheckBox::set_property(field, value);
+    const std::unique_ptr<tarn::ObjectState> wanted(base_state().clone());
+    auto status = field.set(*wanted, value);
+    if (status)
+        SetChecked(static_cast<const tarn::RadioButtonState&>(*wanted).checked);
+    return status;
 }
 
 void CDXUTRadioButton::clicked()

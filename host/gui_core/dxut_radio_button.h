@@ -16,6 +16,7 @@ public:
 
     void draw(tarn::DrawContext& context, const QRectF& area) const override;
     void clicked() override;
+    tarn::Status set_property(const tarn::FieldBase& field, const tarn::Value& value) override;
 
 private:
     /// The other checked ones of the group; one at most, unless the author made it so.

@@ -11,6 +11,8 @@
 #include "gui_scene_editor.h"
 #include "package_reader.h"
 #include "package_writer.h"
+#include "picture_file.h"
+#include "picture_release.h"
 #include "play_tool.h"
 #include "scene_merge.h"
 #include "scene_overlay.h"
@@ -20,6 +22,8 @@
 #include "tex_path_info.h"
 
 #include <QSet>
+
+#include <array>
 
 using tarn::lang;
 using tarn::Status;
@@ -34,6 +38,21 @@ tarn::Result<tarn::SceneContent> read_file(const QString& path, CGuiCore& core)
         return status;
     const CTexPathInfo textures(path, 1);
     return tarn::read_package(package, core);
+}
+
+constexpr std::array button_images{"image_normal", "image_hover", "image_pressed"};
+constexpr std::array box_images{"image_unchecked", "image_checked"};
+
+/// For attributes that take any value of that kind.
+void write(tarn::ModelObject& object, const char* name, const tarn::Value& value)
+{
+    if (const tarn::FieldBase* field = object.fields().find(name))
+        (void)object.set_property(*field, value);
+}
+
+void write_picture(const std::vector<tarn::ModelObject*>& objects, const char* name, const QString& picture)
+{
+    tarn::walk(objects, [&](tarn::ModelObject* object) { write(*object, name, picture); });
 }
 
 } // namespace
@@ -161,6 +180,7 @@ void CGuiPlugScene::RemoveDialog(CDXUTDialog* dialog)
 {
     {
         const tarn::UserAction action(m_journal, lang(u"删除窗口", u"Remove Dialog"));
+        const tarn::PictureRelease release(m_core, m_functions, dialog ? dialog->controls() : QList<CDXUTControl*>());
         m_core.remove_dialog(dialog);
     }
     if (m_world)
@@ -170,13 +190,44 @@ void CGuiPlugScene::RemoveDialog(CDXUTDialog* dialog)
 void CGuiPlugScene::RemoveCtrl(CDXUTControl* control)
 {
     const tarn::UserAction action(m_journal, lang(u"删除控件", u"Remove Control"));
+    const tarn::PictureRelease release(m_core, m_functions, std::span(&control, control ? 1 : 0));
     m_core.remove_control(control);
 }
 
 void CGuiPlugScene::RemoveCtrls(const std::vector<CDXUTControl*>& controls)
 {
     const tarn::UserAction action(m_journal, lang(u"删除控件", u"Remove Control"));
+    const tarn::PictureRelease release(m_core, m_functions, controls);
     m_core.remove_controls(controls);
+}
+
+Status CGuiPlugScene::set_picture(const std::vector<tarn::ModelObject*>& objects, const char* field,
+                                  const QString& path)
+{
+    const tarn::UserAction action(m_journal, lang(u"设置图片", u"Set Picture"));
+    const auto name = tarn::take_picture(m_core, path);
+    if (!name)
+        return name.status();
+    const tarn::PictureRelease release(m_core, m_functions, objects);
+    write_picture(objects, field, name.value());
+    return {};
+}
+
+void CGuiPlugScene::clear_picture(const std::vector<tarn::ModelObject*>& objects, const char* field)
+{
+    const tarn::UserAction action(m_journal, lang(u"清除图片", u"Clear Picture"));
+    const tarn::PictureRelease release(m_core, m_functions, objects);
+    write_picture(objects, field, {});
+}
+
+Status CGuiPlugScene::set_buttonst_img(const std::vector<tarn::ModelObject*>& buttons, int state, const QString& path)
+{
+    return set_picture(buttons, button_images[std::size_t(state)], path);
+}
+
+Status CGuiPlugScene::set_checkbox_img(const std::vector<tarn::ModelObject*>& boxes, int state, const QString& path)
+{
+    return set_picture(boxes, box_images[std::size_t(state)], path);
 }
 
 void CGuiPlugScene::switch_ctrl_dialog()
@@ -240,6 +291,29 @@ void CGuiPlugScene::advance(double now)
 {
     if (m_playing)
         m_runner.advance(now);
+}
+
+std::optional<tarn::TextureBinding> CGuiPlugScene::SearchTexbindByDialog(const CDXUTDialog* dialog) const
+{
+    if (!dialog || dialog->dialog_state().bind_texture.isEmpty())
+        return std::nullopt;
+    const tarn::DialogState& s = dialog->dialog_state();
+    return tarn::TextureBinding{s.bind_texture, s.bind_color, s.bind_mouse};
+}
+
+void CGuiPlugScene::create_texture_dialog_bind(CDXUTDialog* dialog, const QString& texture)
+{
+    const tarn::UserAction action(m_journal, lang(u"绑定贴图", u"Bind Texture"));
+    write(*dialog, "bind_texture", texture);
+}
+
+void CGuiPlugScene::remove_tex_binder(CDXUTDialog* dialog)
+{
+    const tarn::UserAction action(m_journal, lang(u"取消绑定贴图", u"Remove Texture Binding"));
+    const tarn::DialogState unbound;
+    write(*dialog, "bind_texture", unbound.bind_texture);
+    write(*dialog, "bind_color", qint64(unbound.bind_color));
+    write(*dialog, "bind_mouse", unbound.bind_mouse);
 }
 
 void CGuiPlugScene::remove_deletectrl_GUI_scripts()

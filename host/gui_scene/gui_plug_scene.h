@@ -12,6 +12,7 @@
 #include "script/event_runner.h"
 
 #include <memory>
+#include <optional>
 
 class CBaseWorld;
 class CPakFile;
@@ -21,6 +22,12 @@ namespace tarn {
 class AidsLayer;
 class GuiSceneEditor;
 class SceneOverlay;
+
+struct TextureBinding {
+    QString texture;    ///< name in the scene's textures
+    quint32 color;      ///< ARGB; fills the texture under the dialog
+    bool mouse = false; ///< the dialog there takes the mouse
+};
 } // namespace tarn
 
 /// The interface of a scene: its model, its packages, and the mouse tools that work on it in the views.
@@ -65,10 +72,27 @@ public:
     tarn::Status save_scene(const QString& path) override;
 
     // Objects
+    // What is removed takes the pictures along that nothing else uses; see tarn::PictureRelease.
     void RemoveDialog(CDXUTDialog* dialog);
     void RemoveCtrl(CDXUTControl* control);
     /// Removes many controls in one step of undo, at a cost that grows with their number and their dialogs' sizes only.
     void RemoveCtrls(const std::vector<CDXUTControl*>& controls);
+
+    // Pictures of objects. A file is taken into the scene; a picture that nothing uses any more leaves it.
+    /// Gives the objects that have the attribute `field` the picture in the file `path`. On failure nothing changes.
+    tarn::Status set_picture(const std::vector<tarn::ModelObject*>& objects, const char* field, const QString& path);
+    void clear_picture(const std::vector<tarn::ModelObject*>& objects, const char* field);
+    /// `state` 0 normal, 1 mouse over, 2 pressed.
+    tarn::Status set_buttonst_img(const std::vector<tarn::ModelObject*>& buttons, int state, const QString& path);
+    /// Of check boxes and radio buttons; `state` 0 unchecked, 1 checked.
+    tarn::Status set_checkbox_img(const std::vector<tarn::ModelObject*>& boxes, int state, const QString& path);
+
+    // The texture of the world on which a dialog is drawn there. It belongs to the world, so unbinding leaves it.
+    std::optional<tarn::TextureBinding> SearchTexbindByDialog(const CDXUTDialog* dialog) const;
+    /// `texture` is a name in the scene's textures. Colour and mouse stay those of the binding before.
+    void create_texture_dialog_bind(CDXUTDialog* dialog, const QString& texture);
+    void remove_tex_binder(CDXUTDialog* dialog);
+
     /// Removes the events of controls that do not exist, and their functions where nothing else uses these. This cannot
     /// be undone.
     void remove_deletectrl_GUI_scripts();

@@ -51,12 +51,18 @@ void follow_renamed(const std::vector<ModelObject*>& objects, const QHash<QStrin
             field->rename_pictures(object->raw_state(), new_name);
 }
 
+void each_picture(const ModelObject& object, const std::function<void(const QString&)>& visit)
+{
+    for (const FieldBase* field : object.fields())
+        if (field->rules().picture && !field->is_default(object.base_state()))
+            for (const QString& name : field->pictures(object.base_state()))
+                visit(name);
+}
+
 std::vector<QString> picture_entries(const ModelObject& object)
 {
     std::vector<QString> entries;
-    for (const FieldBase* field : object.fields())
-        for (const QString& name : field->pictures(object.base_state()))
-            entries.push_back(texture_entry(name));
+    each_picture(object, [&](const QString& name) { entries.push_back(texture_entry(name)); });
     return entries;
 }
 

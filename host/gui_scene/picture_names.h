@@ -5,6 +5,7 @@
 #include <QMap>
 #include <QString>
 
+#include <functional>
 #include <vector>
 
 class CGuiCore;
@@ -21,7 +22,10 @@ QMap<QString, QByteArray> new_files(const QMap<QString, QByteArray>& theirs, con
 /// Lets the pictures that `objects`, which are not part of the scene yet, show follow their entries' new names.
 void follow_renamed(const std::vector<ModelObject*>& objects, const QHash<QString, QString>& renamed);
 
-/// The entries of all pictures that `object` shows, whether they exist or not.
+/// Calls `visit` with the names of all pictures that `object` shows, whether they exist or not.
+void each_picture(const ModelObject& object, const std::function<void(const QString&)>& visit);
+
+/// Their entries.
 std::vector<QString> picture_entries(const ModelObject& object);
 
 } // namespace tarn

@@ -1,6 +1,7 @@
 #include "widgets/super_edit.h"
 
 #include <QApplication>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QMouseEvent>
 #include <QStyleOptionSpinBox>
@@ -153,6 +154,13 @@ QValidator::State CSuperEdit::validate(QString& input, int&) const
     if (tarn::parse_number(input))
         return QValidator::Acceptable;
     return tarn::may_become_number(input) ? QValidator::Intermediate : QValidator::Invalid;
+}
+
+void CSuperEdit::keyPressEvent(QKeyEvent* event)
+{
+    if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && m_value && !isReadOnly())
+        Q_EMIT entered(get_pos());
+    QAbstractSpinBox::keyPressEvent(event);
 }
 
 void CSuperEdit::wheelEvent(QWheelEvent* event)

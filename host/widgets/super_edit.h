@@ -52,11 +52,14 @@ Q_SIGNALS:
     /// The user typed a text that is a number, or stepped. `pos` is get_pos(): held to the range. Texts on the way to
     /// a number ("-", "1e", nothing) are not reported; when the editing ends with one, the last value is shown again.
     void text_changed_by_user(double pos);
+    /// Enter, before editing_finished(); not in an empty edit. `pos` is get_pos().
+    void entered(double pos);
     /// Enter, or the focus left the edit. The value is shown in its format by then.
     void editing_finished();
 
 protected:
     StepEnabled stepEnabled() const override;
+    void keyPressEvent(QKeyEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;

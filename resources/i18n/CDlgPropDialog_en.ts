@@ -115,5 +115,29 @@
         <source>右下</source>
         <translation>Bottom right</translation>
     </message>
+    <message>
+        <source>渲染到贴图</source>
+        <translation>Render to texture</translation>
+    </message>
+    <message>
+        <source>设置贴图</source>
+        <translation>Set texture</translation>
+    </message>
+    <message>
+        <source>取消绑定贴图</source>
+        <translation>Remove the binding</translation>
+    </message>
+    <message>
+        <source>背景颜色：</source>
+        <translation>Background:</translation>
+    </message>
+    <message>
+        <source>背景颜色</source>
+        <translation>Background</translation>
+    </message>
+    <message>
+        <source>支持鼠标交互</source>
+        <translation>Takes the mouse</translation>
+    </message>
 </context>
 </TS>

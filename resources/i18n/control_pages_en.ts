@@ -2,27 +2,6 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en" sourcelanguage="zh_CN">
 <context>
-    <name>CDlgPropButton</name>
-    <message>
-        <source>普通按钮</source>
-        <translation>Button</translation>
-    </message>
-</context>
-<context>
-    <name>CDlgPropCheck</name>
-    <message>
-        <source>复选框</source>
-        <translation>Check box</translation>
-    </message>
-</context>
-<context>
-    <name>CDlgPropRadio</name>
-    <message>
-        <source>单选框</source>
-        <translation>Radio button</translation>
-    </message>
-</context>
-<context>
     <name>CDlgPropCombo</name>
     <message>
         <source>组合下拉框</source>
@@ -55,13 +34,6 @@
     <message>
         <source>滚动条</source>
         <translation>Scroll bar</translation>
-    </message>
-</context>
-<context>
-    <name>CDlgPropButtonST</name>
-    <message>
-        <source>图片按钮</source>
-        <translation>Image button</translation>
     </message>
 </context>
 <context>

@@ -37,7 +37,6 @@ t.same({#by_dialog:items(), by_dialog:items()[1], by_dialog:items()[2]}, {#studi
                                                                           "---ROOT---"}, "entries of dialogs")
 t.same({#by_type:items(), by_type:items()[6]}, {21, t.lang("组合下拉框", "Combo Box")}, "entries of types")
 usable(false, "buttons without a row")
-t.same(page:control(6592):enabled(), false, "there are no event scripts to clean up")
 
 -- Drawing a control into a dialog of its own
 local workshop = studio.create_dialog{name = "工坊 Workshop", x = 300, y = 150, w = 400, h = 300}

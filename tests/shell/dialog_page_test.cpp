@@ -1,10 +1,14 @@
 #include "editor_fixture.h"
 
 #include "gui_core/anchor.h"
+#include "support/files.h"
+#include "support/gui_fixture.h"
+#include "widgets/color_swatch.h"
 #include "widgets/super_edit.h"
 
 #include <QCheckBox>
 #include <QLineEdit>
+#include <QTemporaryDir>
 #include <QTest>
 
 namespace tarn::test {
@@ -22,6 +26,10 @@ enum Id : int {
     id_bottom = 6508,
     id_scale = 6593,
     id_anchor_centre = 6488,
+    id_bind = 6201,
+    id_unbind = 6202,
+    id_bind_color = 6587,
+    id_bind_mouse = 6595,
 };
 
 class DialogPage : public Editor {
@@ -48,6 +56,22 @@ protected:
         auto* line = qobject_cast<QLineEdit*>(&edit) ? qobject_cast<QLineEdit*>(&edit) : edit.findChild<QLineEdit*>();
         line->selectAll();
         QTest::keyClicks(line, text);
+    }
+
+    void pick_binding_color(quint32 argb, bool confirm)
+    {
+        m_answers.dialogs.push_back([argb, confirm](QDialog& dialog) {
+            auto* picker = dialog.findChild<CChildDlg*>(u"CPopDlgColor"_s);
+            int shift = 24;
+            for (const int channel : {6411, 6397, 6401, 6405}) {
+                auto* edit = qobject_cast<CSuperEdit*>(picker->control(channel));
+                edit->set_pos(argb >> shift & 0xff);
+                Q_EMIT edit->text_changed_by_user(edit->get_pos());
+                shift -= 8;
+            }
+            qobject_cast<QAbstractButton*>(picker->control(confirm ? 1 : 2))->click();
+        });
+        on_page<QAbstractButton>(id_bind_color).click();
     }
 
     CDXUTDialog* m_first = nullptr;
@@ -128,6 +152,45 @@ TEST_F(DialogPage, ScalingWithTheWindowKeepsEachAnchorForLater)
     EXPECT_EQ(m_first->align_type(), anchor_right) << "only the current dialog's";
     EXPECT_TRUE(centre.isChecked());
     EXPECT_TRUE(m_codes.empty());
+}
+
+TEST_F(DialogPage, ADialogIsBoundToATextureThatTheSceneHas)
+{
+    const QTemporaryDir folder;
+    const QString wall = folder.filePath(u"wall.png"_s);
+    put(wall, png(Qt::red));
+    auto& bind = on_page<QAbstractButton>(id_bind);
+    EXPECT_EQ(bind.text(), u"未绑定贴图"_s);
+    for (const int id : {id_unbind, id_bind_color, id_bind_mouse})
+        EXPECT_FALSE(on_page<QWidget>(id).isEnabled());
+
+    m_answers.files = {QString(), wall, wall};
+    bind.click();
+    EXPECT_TRUE(m_answers.texts.isEmpty()) << "cancelled";
+    m_answers.buttons = {boxes::Button::Ok};
+    bind.click();
+    EXPECT_EQ(m_answers.texts, QStringList(u"无模型绑定到该贴图，绑定失败！"_s));
+    EXPECT_FALSE(m_scene->SearchTexbindByDialog(m_second));
+    core().set_texture(u"walls/brick.png"_s, png(Qt::red));
+    bind.click();
+    ASSERT_TRUE(m_scene->SearchTexbindByDialog(m_second));
+    EXPECT_FALSE(m_scene->SearchTexbindByDialog(m_first)) << "the current dialog's alone";
+    EXPECT_EQ(bind.text(), u"brick.png"_s);
+    on_page<QAbstractButton>(id_bind_mouse).click();
+
+    pick_binding_color(0x80102030, true);
+    pick_binding_color(0xff000000, false);
+    const auto binding = *m_scene->SearchTexbindByDialog(m_second);
+    EXPECT_EQ(binding.color, 0x80102030u);
+    EXPECT_TRUE(binding.mouse);
+    EXPECT_EQ(on_page<CColorSwatch>(id_bind_color).argb(), 0x80102030u);
+
+    on_page<QAbstractButton>(id_unbind).click();
+    EXPECT_FALSE(m_scene->SearchTexbindByDialog(m_second));
+    EXPECT_FALSE(on_page<QAbstractButton>(id_bind_mouse).isEnabled() || on_page<QWidget>(id_unbind).isEnabled());
+    EXPECT_EQ(core().texture_names().size(), 1);
+    ASSERT_TRUE(m_scene->journal().undo());
+    EXPECT_EQ(m_scene->SearchTexbindByDialog(m_second)->color, 0x80102030u) << "one step";
 }
 
 TEST_F(DialogPage, EachAttributeRedrawsOnlyWhatItNeeds)

@@ -1,0 +1,49 @@
+#include "picture_file.h"
+
+#include "core/language.h"
+#include "core/pak_rules.h"
+#include "gui_core/gui_core.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+namespace tarn {
+
+namespace {
+
+constexpr qint64 largest_file = 64 * 1024 * 1024;
+
+Status unreadable(const QString& path, const QString& reason)
+{
+    return Status::error(lang(u"无法读取图片 %1：%2", u"The picture %1 cannot be read: %2").arg(path, reason));
+}
+
+} // namespace
+
+Result<QByteArray> read_picture_file(const QString& path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return unreadable(path, file.errorString());
+    if (file.size() > largest_file)
+        return unreadable(path, lang(u"文件太大", u"the file is too large"));
+    return file.readAll();
+}
+
+Result<QString> take_picture(CGuiCore& core, const QString& path)
+{
+    const auto encoded = read_picture_file(path);
+    if (!encoded)
+        return encoded.status();
+    QString wanted = QFileInfo(path).fileName();
+    if (TextureCache().image(wanted, encoded.value()).isNull())
+        return Status::error(lang(u"%1 不是可用的图片（边长不超过 %2 像素）。",
+                                  u"%1 is no picture that can be used (up to %2 pixels a side).")
+                                 .arg(path)
+                                 .arg(TextureCache::max_side));
+    if (!check_entry_name(texture_entry(wanted)))
+        wanted = QStringLiteral("picture");
+    return core.add_texture(wanted, encoded.value());
+}
+
+} // namespace tarn

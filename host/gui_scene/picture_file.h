@@ -1,0 +1,18 @@
+#pragma once
+
+#include "core/status.h"
+
+#include <QByteArray>
+
+class CGuiCore;
+
+namespace tarn {
+
+/// The content of a file of pictures, which is read up to a size that no picture for an interface has.
+Result<QByteArray> read_picture_file(const QString& path);
+
+/// Takes the picture in the file `path` into the scene and answers its name there: that of the file, or another one
+/// where the name is taken or no package could hold it. A picture that the scene has already is shared.
+Result<QString> take_picture(CGuiCore& core, const QString& path);
+
+} // namespace tarn

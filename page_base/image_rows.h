@@ -1,0 +1,44 @@
+#pragma once
+
+#include "core/status.h"
+
+#include <span>
+#include <vector>
+
+class CBoundPage;
+class CGuiPlugScene;
+
+namespace tarn {
+
+class ModelObject;
+
+/// An attribute that names a picture, with the button that shows and chooses it and the one that clears it.
+struct ImageRow {
+    int button;
+    int clear_button;
+    const char* field;
+};
+
+/// Gives the objects the picture in the file `path`; `slot` is the row's place among the page's.
+using SetImage = Status (CGuiPlugScene::*)(const std::vector<ModelObject*>& objects, int slot, const QString& path);
+
+/// The pictures of the selected objects in a page. The buttons show those of the current object.
+class ImageRows {
+public:
+    explicit ImageRows(CBoundPage& page) : m_page(page) {}
+
+    /// A null `set` writes the rows' attributes and no more.
+    void bind(std::span<const ImageRow> rows, SetImage set);
+    void show() const;
+
+private:
+    void choose(int slot);
+    Status put(int slot, const QString& path) const;
+    void clear(const char* field);
+
+    CBoundPage& m_page;
+    std::vector<ImageRow> m_rows;
+    SetImage m_set = nullptr;
+};
+
+} // namespace tarn

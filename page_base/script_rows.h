@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QtGlobal>
+
+#include <span>
+#include <vector>
+
+class CBoundPage;
+
+namespace tarn {
+
+/// An event of the current dialog or control, with the button that opens its script and the one that removes it.
+struct ScriptRow {
+    quint32 event; ///< GuiEventType
+    int script_button;
+    int remove_button;
+};
+
+/// The buttons of a page through which the author binds scripts to the events of the current object. A script of a
+/// control is tied to its event; one of a dialog is known by its name alone. Neither is undone.
+class ScriptRows {
+public:
+    explicit ScriptRows(CBoundPage& page) : m_page(page) {}
+
+    void bind(std::span<const ScriptRow> rows);
+    /// The events that have a script stand out, and only these can lose it.
+    void show() const;
+
+private:
+    void open(quint32 event);
+    void remove(quint32 event);
+
+    CBoundPage& m_page;
+    std::vector<ScriptRow> m_rows;
+};
+
+} // namespace tarn
