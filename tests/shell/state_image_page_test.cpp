@@ -50,7 +50,7 @@ protected:
         m_world.broadcast(ui_selection_changed);
         m_codes.clear();
         const int type = core().selection().current_control->GetType();
-        m_page = page(type == DXUT_CONTROL_BUTTONST      ? u"CDlgPropButtonST"_s
+        m_page = page(type == DXUT_CONTROL_BUTTONST       ? u"CDlgPropButtonST"_s
                           : type == DXUT_CONTROL_CHECKBOX ? u"CDlgPropCheck"_s
                                                           : u"CDlgPropRadio"_s);
     }
