@@ -8,8 +8,6 @@
 #include "gui_scene/gui_plug_scene.h"
 #include "widgets/button_st.h"
 
-#include <algorithm>
-
 namespace tarn {
 
 namespace {
@@ -23,6 +21,11 @@ QString picture_of(const ModelObject& object, const char* name)
 }
 
 } // namespace
+
+QString picture_caption(const QString& picture)
+{
+    return picture.section(QLatin1Char('/'), -1).replace(QLatin1Char('&'), QLatin1String("&&"));
+}
 
 void ImageRows::bind(std::span<const ImageRow> rows, SetImage set)
 {
@@ -41,12 +44,12 @@ void ImageRows::show() const
     const ModelObject* object = m_page.current();
     const std::vector<ModelObject*> objects = m_page.selected();
     for (const ImageRow& row : m_rows) {
-        const QString name = object ? picture_of(*object, row.field).section(QLatin1Char('/'), -1) : QString();
-        m_page.button(row.button)->setText(QString(name).replace(QLatin1Char('&'), QLatin1String("&&")));
+        m_page.button(row.button)->setText(object ? picture_caption(picture_of(*object, row.field)) : QString());
         m_page.button(row.button)->setEnabled(object);
-        m_page.button(row.clear_button)
-            ->setEnabled(std::any_of(objects.begin(), objects.end(),
-                                     [&](const ModelObject* each) { return !picture_of(*each, row.field).isEmpty(); }));
+        using Agreement = CommonValue::Agreement;
+        const CommonValue common = common_value(objects, row.field);
+        const bool none = common.agreement == Agreement::Same && common.value == Value(QString());
+        m_page.button(row.clear_button)->setEnabled(common.agreement != Agreement::None && !none);
     }
 }
 

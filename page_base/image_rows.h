@@ -12,6 +12,9 @@ namespace tarn {
 
 class ModelObject;
 
+/// What a button says of a picture of the scene: its file's name without folders.
+QString picture_caption(const QString& picture);
+
 /// An attribute that names a picture, with the button that shows and chooses it and the one that clears it.
 struct ImageRow {
     int button;

@@ -145,10 +145,8 @@ void CDlgPropDialog::show_binding()
     const CDXUTDialog* dialog = as_dialog(current());
     const auto binding = dialog ? scene()->SearchTexbindByDialog(dialog) : std::nullopt;
     button(id_bind)->setEnabled(dialog);
-    const QString name = binding
-        ? binding->texture.section(QLatin1Char('/'), -1).replace(QLatin1Char('&'), QLatin1String("&&"))
-        : tarn::lang(u"未绑定贴图", u"No texture bound");
-    button(id_bind)->setText(name);
+    button(id_bind)->setText(binding ? tarn::picture_caption(binding->texture)
+                                     : tarn::lang(u"未绑定贴图", u"No texture bound"));
     if (binding)
         control_as<CColorSwatch>(id_bind_color)->set_color(binding->color);
     for (const int id : {id_unbind, id_bind_color_label, id_bind_color, id_bind_mouse})

@@ -10,7 +10,7 @@
 
 void CStateImagePage::bind_state_images(std::span<const tarn::ImageRow> rows, tarn::SetImage set, int size_button)
 {
-    m_images = rows;
+    m_state_images = rows;
     m_size_button = size_button;
     bind_images(rows, set);
     on_click(size_button, [this] { size_to_pictures(); });
@@ -25,7 +25,7 @@ void CStateImagePage::refresh()
 /// Empty when the control has no picture that can be shown.
 QSize CStateImagePage::picture_size(const tarn::ModelObject& control) const
 {
-    for (const tarn::ImageRow& row : m_images)
+    for (const tarn::ImageRow& row : m_state_images)
         for (const QString& name : control.fields().find(row.field)->pictures(control.base_state()))
             if (const QImage& picture = core()->texture(name); !picture.isNull())
                 return picture.size();

@@ -18,6 +18,6 @@ private:
     QSize picture_size(const tarn::ModelObject& control) const;
     void size_to_pictures();
 
-    std::span<const tarn::ImageRow> m_images;
+    std::span<const tarn::ImageRow> m_state_images;
     int m_size_button = 0;
 };

@@ -25,9 +25,10 @@ Result<QByteArray> read_picture_file(const QString& path)
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return unreadable(path, file.errorString());
-    if (file.size() > largest_file)
+    QByteArray content = file.read(largest_file + 1); // What is no plain file may tell no size.
+    if (content.size() > largest_file)
         return unreadable(path, lang(u"文件太大", u"the file is too large"));
-    return file.readAll();
+    return content;
 }
 
 Result<QString> take_picture(CGuiCore& core, const QString& path)
