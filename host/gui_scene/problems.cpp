@@ -1,13 +1,11 @@
 #include "problems.h"
 
-#include "core/field.h"
 #include "core/language.h"
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
 #include "gui_core/gui_event.h"
 #include "gui_plug_scene.h"
-
-#include <QHash>
+#include "picture_names.h"
 
 namespace tarn {
 
@@ -33,41 +31,16 @@ void find_broken_events(CGuiPlugScene& scene, Problems& problems)
     }
 }
 
-/// Looks for missing pictures in many objects, most of which share a few tables of attributes.
-class MissingPictures {
-public:
-    MissingPictures(const QMap<QString, QByteArray>& files, Problems& problems) : m_files(files), m_problems(problems)
-    {
-    }
-
-    void look_at(ModelObject& object, const QString& name)
-    {
-        for (const FieldBase* field : picture_fields(object.fields()))
-            for (const QString& picture : field->pictures(object.base_state()))
-                if (!m_files.contains(texture_entry(picture)))
-                    m_problems.push_back(
-                        {&object, name,
-                         lang(u"图片 %1（%2）不在文件包中。", u"The picture %1 (%2) is not in the package.")
-                             .arg(picture, QString::fromLatin1(field->name()))});
-    }
-
-private:
-    const std::vector<const FieldBase*>& picture_fields(const FieldTable& table)
-    {
-        const auto known = m_fields.constFind(&table);
-        if (known != m_fields.constEnd())
-            return *known;
-        std::vector<const FieldBase*> fields;
-        for (const FieldBase* field : table)
-            if (field->rules().picture)
-                fields.push_back(field);
-        return *m_fields.insert(&table, std::move(fields));
-    }
-
-    const QMap<QString, QByteArray>& m_files;
-    Problems& m_problems;
-    QHash<const FieldTable*, std::vector<const FieldBase*>> m_fields;
-};
+void find_missing_pictures(ModelObject& object, const QString& name, const QMap<QString, QByteArray>& files,
+                           Problems& problems)
+{
+    each_picture(object, [&](const QString& picture) {
+        if (!files.contains(texture_entry(picture)))
+            problems.push_back(
+                {&object, name,
+                 lang(u"图片 %1 不在文件包中。", u"The picture %1 is not in the package.").arg(picture)});
+    });
+}
 
 } // namespace
 
@@ -76,10 +49,11 @@ Problems find_problems(CGuiPlugScene& scene)
     Problems problems;
     find_broken_events(scene, problems);
     const CGuiCore& core = scene.gui_core();
-    MissingPictures missing(core.core_state().files, problems);
+    const auto& files = core.core_state().files;
     for (CDXUTDialog* dialog : core.GetDialogs())
-        missing.look_at(*dialog, dialog->name());
-    walk(core.controls(), [&](CDXUTControl* control) { missing.look_at(*control, control->name()); });
+        find_missing_pictures(*dialog, dialog->name(), files, problems);
+    walk(core.controls(),
+         [&](CDXUTControl* control) { find_missing_pictures(*control, control->name(), files, problems); });
     return problems;
 }
 
