@@ -61,6 +61,9 @@ struct Pen : tarn::MouseTool {
     void paint(QPainter& painter) override { painter.fillRect(spot, tool_color); }
     void cancel() override {}
     Qt::CursorShape cursor() const override { return Qt::CrossCursor; }
+    bool takes_all_keys() const override { return all_keys; }
+
+    bool all_keys = false;
 };
 
 struct ViewTest : testing::Test {
@@ -280,6 +283,22 @@ TEST_F(ViewTest, a_key_that_the_tool_does_not_take_goes_on_to_the_parent)
     EXPECT_EQ(parent.keys, 0);
     QTest::keyClick(view, Qt::Key_A);
     EXPECT_EQ(parent.keys, 1);
+}
+
+TEST_F(ViewTest, a_running_interface_keeps_the_programs_shortcuts_for_itself_but_the_one_that_ends_it)
+{
+    CView3D view(world);
+    const auto keeps = [&](int key, Qt::KeyboardModifiers modifiers) {
+        QKeyEvent event(QEvent::ShortcutOverride, key, modifiers);
+        event.ignore();
+        QApplication::sendEvent(&view, &event);
+        return event.isAccepted();
+    };
+    EXPECT_FALSE(keeps(Qt::Key_Z, Qt::ControlModifier));
+    pen.all_keys = true;
+    EXPECT_TRUE(keeps(Qt::Key_Z, Qt::ControlModifier));
+    EXPECT_TRUE(keeps(Qt::Key_Delete, {}));
+    EXPECT_FALSE(keeps(Qt::Key_F5, {}));
 }
 
 TEST_F(ViewTest, says_once_that_there_is_no_opengl)

@@ -103,11 +103,25 @@ studio.answer("ok")
 scripts:control(6524):click()
 t.same(scripts:control(6426):color(), black, "the dialog's script is gone")
 
--- Scripts of controls that are gone are cleaned up.
+-- What is broken is listed; a double-click jumps there.
+check:set("image_checked", "nowhere.png")
+studio.menu(t.lang("视图", "View"), t.lang("问题", "Problems"))
+studio.wait(400)
+local problems = studio.page("CDlgProblems"):control(7021)
+t.same(problems:rows(), {{"Sound", t.lang("图片 nowhere.png 不在文件包中。", "The picture nowhere.png is not in the package.")}},
+       "a missing picture")
+problems:double_click(0)
+t.same(studio.selection().control == check, true, "the control with the missing picture")
+check:set("image_checked", "")
+
+-- Scripts of controls that are gone are listed too, and cleaned up.
 studio.select(button)
 studio.page("CDlgTopTable"):control(6000):choose(1)
 studio.view:key("Delete")
 t.same(#studio.controls(), 1, "controls")
 t.same(#studio.events(), 1, "the event of the removed control is kept")
+studio.wait(400)
+t.same({#problems:rows(), problems:rows()[1][2]:find("GUI_FUNC_", 1, true) ~= nil}, {1, true}, "the event of nobody")
 studio.page("CDlgGuiManagerCtrl"):control(6592):click()
-t.same({#studio.events(), #studio.functions()}, {0, 0}, "cleaned up")
+studio.wait(400)
+t.same({#studio.events(), #studio.functions(), #problems:rows()}, {0, 0, 0}, "cleaned up")
