@@ -2,6 +2,7 @@
 
 #include "core/language.h"
 #include "core/model_object.h"
+#include "frame/cmd_test.h"
 #include "studio.h"
 
 #include <algorithm>
@@ -83,10 +84,21 @@ void CDlgProblems::refresh()
     m_problems = std::move(problems); // The rows' addresses stay.
 }
 
+/// The name comes by value: the list may be filled anew while the editor is open.
+void CDlgProblems::open_function(QString name, int line)
+{
+    CDlgCmdTest::do_modal(name, &m_studio.world(), window(), line - 1);
+    refresh();
+}
+
 void CDlgProblems::go_to(int row)
 {
     const auto* problem = static_cast<const Problem*>(m_list->get_binded_ptr(row));
-    if (!problem || !problem->object || m_studio.is_playing())
+    if (!problem)
+        return;
+    if (!problem->function.isEmpty())
+        return open_function(problem->function, problem->line);
+    if (!problem->object || m_studio.is_playing())
         return;
     // The object may have gone since the list was filled.
     const auto now = m_studio.scene()->model().problems();

@@ -19,7 +19,7 @@ public:
     QString get_item_caption(void* item, int column) const override;
 };
 
-/// What is broken in the scene; a double-click selects the object.
+/// What is broken in the scene; a double-click selects the object, or opens the function.
 class CDlgProblems : public CChildDlg, private tarn::UiListener {
     Q_OBJECT
 
@@ -36,6 +36,7 @@ private:
     void update_ui(int code) override;
     void refresh();
     void go_to(int row);
+    void open_function(QString name, int line);
 
     Studio& m_studio;
     CReportListProblems* m_list = nullptr;

@@ -35,11 +35,13 @@ public:
         quint32 type = 0;
         QString function;
     };
-    /// Something in the scene that names what is not there.
+    /// Something in the scene that names what is not there, or a function that cannot be run.
     struct Problem {
-        ModelObject* object = nullptr; ///< where it is to be mended; null for nowhere
-        QString place;                 ///< what the object is called
+        ModelObject* object = nullptr; ///< where it is to be mended; null: in the function, or nowhere
+        QString place;                 ///< what the object or the function is called
         QString text;
+        QString function{}; ///< whose text is to be mended; empty for none
+        int line = 0;       ///< of that; 0 for none
     };
 
     virtual ~SceneModel() = default;

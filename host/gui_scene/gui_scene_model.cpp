@@ -5,7 +5,6 @@
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
 #include "gui_plug_scene.h"
-#include "problems.h"
 
 #include <algorithm>
 
@@ -106,7 +105,7 @@ std::vector<SceneModel::Event> GuiSceneModel::events() const
 
 std::vector<SceneModel::Problem> GuiSceneModel::problems() const
 {
-    return find_problems(m_scene);
+    return m_problems.find(m_scene);
 }
 
 } // namespace tarn

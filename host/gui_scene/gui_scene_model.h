@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engine/scene_plug.h"
+#include "problems.h"
 
 class CGuiPlugScene;
 
@@ -25,6 +26,7 @@ public:
 
 private:
     CGuiPlugScene& m_scene;
+    mutable ProblemFinder m_problems;
 };
 
 } // namespace tarn

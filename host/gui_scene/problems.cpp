@@ -1,6 +1,7 @@
 #include "problems.h"
 
 #include "core/language.h"
+#include "engine/script/script_runtime.h"
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
 #include "gui_core/gui_event.h"
@@ -11,7 +12,7 @@ namespace tarn {
 
 namespace {
 
-using Problems = std::vector<SceneModel::Problem>;
+using Problems = ProblemFinder::Problems;
 
 void find_broken_events(CGuiPlugScene& scene, Problems& problems)
 {
@@ -44,10 +45,30 @@ void find_missing_pictures(ModelObject& object, const QString& name, const QMap<
 
 } // namespace
 
-Problems find_problems(CGuiPlugScene& scene)
+void ProblemFinder::find_faulty_functions(const CConfigScene& functions, Problems& problems)
+{
+    QHash<quint64, QList<Fault>> faults;
+    for (const FuncPtr& function : functions.functions()) {
+        const auto known = m_faults.constFind(function->revision());
+        QList<Fault>& found = faults[function->revision()];
+        if (known != m_faults.constEnd())
+            found = *known;
+        else
+            for (const ScriptError& error : ScriptRuntime::check(function->text()))
+                found.append({error.line, error.message});
+        for (const Fault& fault : std::as_const(found))
+            problems.push_back({nullptr, function->name(),
+                                lang(u"第 %1 行：%2", u"Line %1: %2").arg(fault.line).arg(fault.text), function->name(),
+                                fault.line});
+    }
+    m_faults = std::move(faults);
+}
+
+Problems ProblemFinder::find(CGuiPlugScene& scene)
 {
     Problems problems;
     find_broken_events(scene, problems);
+    find_faulty_functions(scene.functions(), problems);
     const CGuiCore& core = scene.gui_core();
     const auto& files = core.core_state().files;
     for (CDXUTDialog* dialog : core.GetDialogs())

@@ -2,12 +2,29 @@
 
 #include "engine/scene_plug.h"
 
+#include <QHash>
+
 class CGuiPlugScene;
+class CConfigScene;
 
 namespace tarn {
 
-/// Events whose function or control is gone, and pictures that are named but missing. All of these are kept as they
-/// are, also by a save: what is missing may come back.
-std::vector<SceneModel::Problem> find_problems(CGuiPlugScene& scene);
+/// Looks for what is broken in a scene: events whose function or control is gone, pictures that are named but missing,
+/// functions with faults. All of these are kept as they are, also by a save: what is missing may come back.
+class ProblemFinder {
+public:
+    using Problems = std::vector<SceneModel::Problem>;
+
+    Problems find(CGuiPlugScene& scene);
+
+private:
+    struct Fault {
+        int line; ///< from 1; 0 for none
+        QString text;
+    };
+    void find_faulty_functions(const CConfigScene& functions, Problems& problems);
+
+    QHash<quint64, QList<Fault>> m_faults; ///< by the functions' revisions: only changed texts are looked at again
+};
 
 } // namespace tarn

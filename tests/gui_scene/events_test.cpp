@@ -266,6 +266,20 @@ TEST_F(EventsTest, renaming_breaks_nothing_and_a_missing_function_is_told)
     EXPECT_EQ(m_world.script_log().entries().back().kind, ScriptLogEntry::Kind::Error);
 }
 
+TEST_F(EventsTest, a_function_with_a_fault_is_a_problem_until_its_text_is_mended)
+{
+    define(u"good"_s, u"return 1"_s);
+    define(u"bad"_s, u"\nreturn +"_s);
+    const auto problems = m_scene.model().problems();
+    ASSERT_EQ(problems.size(), 1u);
+    EXPECT_EQ(problems[0].function, u"bad"_s);
+    EXPECT_EQ(problems[0].line, 2);
+    define(u"good"_s, u"return )"_s);
+    EXPECT_EQ(m_scene.model().problems().size(), 2u);
+    define(u"bad"_s, u"return 1"_s);
+    EXPECT_EQ(m_scene.model().problems().size(), 1u);
+}
+
 TEST_F(EventsTest, cleaning_up_takes_the_scripts_of_removed_controls_only)
 {
     CDXUTControl* kept = make(DXUT_CONTROL_BUTTON, 20);
