@@ -63,6 +63,7 @@ constexpr FieldRow rows[] = {
     place_row(6343, "caption_height"),
     {.control = 6030, .field = "border_width", .shows = Shows::Current, .follows = Follows::Redraw, .number = pixels},
     {.control = 6508, .field = "minimize_to_bottom", .scope = Scope::Current, .follows = Follows::Nothing},
+    {.control = 6033, .field = "always_on_top", .scope = Scope::Current, .follows = Follows::Redraw}, // not shown yet
     {.control = id_bind_mouse, .field = "bind_mouse", .scope = Scope::Current, .follows = Follows::Nothing},
 };
 

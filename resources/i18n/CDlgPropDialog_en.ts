@@ -40,6 +40,10 @@
         <translation>To bottom</translation>
     </message>
     <message>
+        <source>永远在最上面</source>
+        <translation>Always on top</translation>
+    </message>
+    <message>
         <source>位置</source>
         <translation>Position</translation>
     </message>
