@@ -87,9 +87,20 @@ void CGuiPlugScene::on_world_created(CBaseWorld* world)
     m_world = world;
     world->set_default_mouse_tool(m_select_tool.get());
     world->set_scene_functions(&m_functions, tarn::gui_script_api(*this));
-    world->begin_edit = [this](const QString& name) { return std::make_shared<tarn::UserAction>(m_journal, name); };
+    world->begin_edit = [this](const QString& name) { return begin_script_edit(name); };
     m_overlay = std::make_unique<tarn::SceneOverlay>(m_core);
     world->set_overlay(m_overlay.get());
+}
+
+std::shared_ptr<void> CGuiPlugScene::begin_script_edit(const QString& name)
+{
+    const auto end = [this](tarn::UserAction* action) {
+        delete action;
+        // Focus and minimised dialogs belong to an interface that runs; undo knows nothing of them.
+        if (!m_playing)
+            m_core.EnableGui(m_core.selection().editing);
+    };
+    return std::shared_ptr<tarn::UserAction>(new tarn::UserAction(m_journal, name), end);
 }
 
 void CGuiPlugScene::clear()

@@ -117,6 +117,9 @@ public:
     void advance(double now) override;
 
 private:
+    /// One step of undo, for what a script does outside a preview, until the answer is let go.
+    std::shared_ptr<void> begin_script_edit(const QString& name);
+
     tarn::Journal m_journal;
     CGuiCore m_core;
     CConfigScene m_functions;
