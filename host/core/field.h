@@ -68,7 +68,6 @@ public:
     virtual bool is_default(const ObjectState& state) const = 0;
     virtual void write(const ObjectState& state, JsonWriter& writer) const = 0;
     virtual Status read(ObjectState& state, JsonCursor& cursor) const = 0;
-    virtual void copy(const ObjectState& from, ObjectState& to) const = 0;
     /// The reference kept in this field; null when the field is none.
     virtual ObjectRef* reference(ObjectState&) const { return nullptr; }
 
@@ -146,7 +145,6 @@ struct MemberAccess {
     T& get(State& state) const { return state.*member; }
     void set(State& state, T&& value) const { state.*member = std::move(value); }
     bool is_default(const State& state) const { return get(state) == default_value; }
-    void copy(const State& from, State& to) const { get(to) = get(from); }
 };
 
 /// In data that a state has only when it needs them. The default is what fresh data hold.
@@ -162,7 +160,6 @@ struct RareAccess {
         (state.*data).edit([&](Data& held) { held.*member = std::move(value); });
     }
     bool is_default(const State& state) const { return (state.*data).is_fresh() || get(state) == Data().*member; }
-    void copy(const State& from, State& to) const { set(to, T(get(from))); }
 };
 
 /// The attribute that `access` reaches, and its rules.
@@ -209,7 +206,6 @@ public:
             m_access.set(cast(state), std::move(value));
         return status;
     }
-    void copy(const ObjectState& from, ObjectState& to) const override { m_access.copy(cast(from), cast(to)); }
     ObjectRef* reference(ObjectState& state) const override
     {
         if constexpr (std::is_same_v<T, ObjectRef>)

@@ -27,17 +27,15 @@ Status ModelObject::set_property(const FieldBase& field, const Value& value)
     StatePtr wanted(m_state->clone());
     if (auto status = field.set(*wanted, value); !status)
         return status;
-    if (field.same(*m_state, *wanted))
-        return {};
-    field.copy(*wanted, edit_base());
-    state_changed();
+    if (!field.same(*m_state, *wanted))
+        replace_state(std::move(wanted));
     return {};
 }
 
-void ModelObject::replace_state(ObjectState* state)
+void ModelObject::replace_state(StatePtr state)
 {
     note_state();
-    m_state = StatePtr(state);
+    m_state = std::move(state);
     state_changed();
 }
 

@@ -52,7 +52,7 @@ public:
     /// Exchanges the state with `other`, past the journal; state_changed() is the caller's to call.
     void swap_state(StatePtr& other) { m_state.swap(other); }
     /// Takes over a finished state; recorded like any change.
-    void replace_state(ObjectState* state);
+    void replace_state(StatePtr state);
 
 protected:
     template <class State>

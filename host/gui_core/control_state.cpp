@@ -29,16 +29,6 @@ struct CenterAccess {
         });
     }
     bool is_default(const ControlState& s) const { return !s.extras->has_center; }
-    void copy(const ControlState& from, ControlState& to) const
-    {
-        if (is_default(from))
-            to.extras.edit([](ControlExtras& extras) {
-                extras.has_center = false;
-                extras.center_x = extras.center_y = 0;
-            });
-        else
-            set(to, get(from));
-    }
 };
 
 /// Whether the control scales with its dialog is a matter of its anchor.
@@ -55,7 +45,6 @@ struct ScaleModeAccess {
         s.extras.edit([&](ControlExtras& extras) { extras.saved_align_type = saved; });
     }
     bool is_default(const ControlState& s) const { return get(s) == 0; }
-    void copy(const ControlState& from, ControlState& to) const { set(to, get(from)); }
 };
 
 /// The table of a type that shows a text: the text's attributes, whose default alignment the type chooses, then `more`.

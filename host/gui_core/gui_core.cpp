@@ -310,8 +310,8 @@ void CGuiCore::install(tarn::GuiContent content)
     m_next_id = std::max(m_next_id, fresh->next_id);
     m_selection.clear_controls();
     m_selection.clear_dialogs();
-    m_root->replace_state(content.root->base_state().clone());
-    replace_state(fresh);
+    m_root->replace_state(content.root->shared_state());
+    replace_state(tarn::StatePtr(fresh));
     structure_changed();
     ensure_index();
 }

@@ -102,7 +102,7 @@ CDXUTControl* add_copy(CGuiCore& core, const CDXUTControl& original, CDXUTDialog
     state->name = from.name;
     state->x += float(offset.x());
     state->y += float(offset.y());
-    made->replace_state(state);
+    made->replace_state(tarn::StatePtr(state));
     return made;
 }
 

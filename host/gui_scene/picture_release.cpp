@@ -34,7 +34,7 @@ PictureRelease::~PictureRelease()
     auto* without = static_cast<CoreState*>(m_core.base_state().clone());
     for (const QString& name : std::as_const(m_shown))
         without->files.remove(texture_entry(name));
-    m_core.replace_state(without);
+    m_core.replace_state(StatePtr(without));
 }
 
 void PictureRelease::keep_what_objects_show()
