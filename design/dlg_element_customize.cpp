@@ -16,6 +16,7 @@
 #include "pop_dlg_color.h"
 #include "widgets/button_st.h"
 #include "widgets/color_swatch.h"
+#include "widgets/plain_tip.h"
 #include "widgets/super_edit.h"
 
 #include <QCheckBox>
@@ -241,15 +242,17 @@ void CDlgElementCustomize::show_picture(const CDXUTControl& shown)
 
 void CDlgElementCustomize::show_picture_name(const QString& name)
 {
+    m_picture_name = name;
     auto* label = control_as<QLabel>(id_picture_name);
+    label->setTextFormat(Qt::PlainText);
     label->setText(label->fontMetrics().elidedText(name, Qt::ElideMiddle, label->width()));
-    label->setToolTip(name);
+    label->setToolTip(tarn::plain_tip(name));
 }
 
 bool CDlgElementCustomize::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() == QEvent::Resize && watched == control(id_picture_name))
-        show_picture_name(control(id_picture_name)->toolTip());
+        show_picture_name(m_picture_name);
     return CGuiChildDlg::eventFilter(watched, event);
 }
 

@@ -49,6 +49,7 @@ private:
     QComboBox* m_elements = nullptr;
     QComboBox* m_states = nullptr;
     QComboBox* m_families = nullptr;
+    QString m_picture_name;
     int m_listed_type = -1;    ///< whose elements the list shows
     int m_missing_family = -1; ///< row of a font that is not installed
 };

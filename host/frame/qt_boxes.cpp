@@ -34,8 +34,8 @@ QString caption(Button button)
     switch (button) {
     case Button::Ok: return lang(u"确定", u"OK");
     case Button::Cancel: return lang(u"取消", u"Cancel");
-    case Button::Yes: return lang(u"是", u"Yes");
-    case Button::No: return lang(u"否", u"No");
+    case Button::Yes: return lang(u"是(&Y)", u"&Yes");
+    case Button::No: return lang(u"否(&N)", u"&No");
     }
     return {};
 }
@@ -68,6 +68,7 @@ Button QtBoxes::message(QWidget* parent, const Message& box)
                        : box.buttons.size() > 1 ? QMessageBox::Question
                                                 : QMessageBox::Information);
     window.setWindowTitle(title_or_name(box.title));
+    window.setTextFormat(Qt::PlainText); // It may name what a package calls anything.
     window.setText(box.text);
     for (const Button button : box.buttons)
         window.addButton(standard(button))->setText(caption(button));
@@ -85,6 +86,7 @@ std::optional<QString> QtBoxes::prompt(QWidget* parent, const Prompt& box)
     window.setWindowTitle(title_or_name(box.title));
     QVBoxLayout layout(&window);
     QLabel label(box.text);
+    label.setTextFormat(Qt::PlainText);
     QLineEdit edit(box.initial);
     edit.setMaxLength(box.max_length);
     edit.selectAll();

@@ -3,6 +3,7 @@
 #include "boxes.h"
 #include "core/language.h"
 #include "widgets/button_st.h"
+#include "widgets/plain_tip.h"
 
 #include <QCheckBox>
 #include <QClipboard>
@@ -118,12 +119,13 @@ void ScriptPage::init_log()
 void ScriptPage::init_status()
 {
     auto* fault = control_as<QLabel>(id_fault);
+    fault->setTextFormat(Qt::PlainText); // It may quote the script.
     fault->setForegroundRole(QPalette::BrightText);
     fault->installEventFilter(this);
     connect(&script(), &CScriptEdit::checked, fault, [this, fault](const QString& message, int line) {
         m_fault_line = line;
         fault->setText(message);
-        fault->setToolTip(message);
+        fault->setToolTip(plain_tip(message));
         fault->setCursor(line < 0 ? Qt::ArrowCursor : Qt::PointingHandCursor);
     });
     const auto show_place = [this] {

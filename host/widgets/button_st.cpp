@@ -1,6 +1,7 @@
 #include "widgets/button_st.h"
 
 #include "widgets/iconfun.h"
+#include "widgets/plain_tip.h"
 #include "widgets/theme.h"
 
 #include <QHelpEvent>
@@ -160,7 +161,7 @@ bool CButtonST::event(QEvent* event)
         if (tip.isEmpty())
             event->ignore();
         else
-            QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), tip, this);
+            QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), tarn::plain_tip(tip), this);
         return true;
     }
     return QPushButton::event(event);

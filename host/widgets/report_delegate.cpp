@@ -1,5 +1,6 @@
 #include "widgets/report_delegate.h"
 
+#include "widgets/plain_tip.h"
 #include "widgets/report_list.h"
 
 #include <QHelpEvent>
@@ -112,7 +113,7 @@ bool ReportDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const
         return QStyledItemDelegate::helpEvent(event, view, option, index);
     const QString caption = m_list->item_caption(index.row(), index.column());
     const bool fits = option.fontMetrics.horizontalAdvance(caption) <= text_rect(option, index).width();
-    QToolTip::showText(event->globalPos(), fits ? QString() : caption, view->viewport(), option.rect);
+    QToolTip::showText(event->globalPos(), fits ? QString() : plain_tip(caption), view->viewport(), option.rect);
     return true;
 }
 
