@@ -49,6 +49,7 @@ constexpr std::array looks{
     ButtonLook{id_remove, 6420, nullptr, u"Remove"},
 };
 
+constexpr int draw_dialog = 1;  ///< the view's mouse draws a dialog
 constexpr int name_limit = 300; ///< characters of a merged part's name
 
 QString open_filter()
@@ -141,9 +142,19 @@ void CDlgGuiManager::update_buttons()
 {
     const int row = m_list->get_last_sel_index();
     const int count = core() ? int(core()->GetDialogs().size()) : 0;
-    button(id_remove)->setEnabled(row >= 0);
-    button(id_move_up)->setEnabled(row > 0);
-    button(id_move_down)->setEnabled(row >= 0 && row < count - 1);
+    const bool editing = is_editing();
+    button(id_remove)->setEnabled(editing && row >= 0);
+    button(id_move_up)->setEnabled(editing && row > 0);
+    button(id_move_down)->setEnabled(editing && row >= 0 && row < count - 1);
+    for (const int id : {id_import, id_merge, id_create_window})
+        button(id)->setEnabled(editing);
+}
+
+void CDlgGuiManager::showEvent(QShowEvent* event)
+{
+    CGuiChildDlg::showEvent(event);
+    if (scene())
+        button(id_create_window)->SetCheck(scene()->mouse_function() == draw_dialog);
 }
 
 void CDlgGuiManager::release(int button_id)
@@ -155,7 +166,7 @@ void CDlgGuiManager::on_create_window()
 {
     if (!scene())
         return;
-    scene()->SetMTFunction(button(id_create_window)->GetCheck() ? 1 : 0, 0);
+    scene()->SetMTFunction(button(id_create_window)->GetCheck() ? draw_dialog : 0, 0);
 }
 
 void CDlgGuiManager::on_list_clicked(int row, int column)
@@ -163,7 +174,7 @@ void CDlgGuiManager::on_list_clicked(int row, int column)
     if (!core())
         return;
     CDXUTDialog* dialog = m_list->dialog(row);
-    if (dialog && column != 0) {
+    if (dialog && column != 0 && is_editing()) {
         dialog->SetVisible(!dialog->GetVisible());
         m_list->refresh_all_item_caption();
         update_all_views();
@@ -198,7 +209,8 @@ void CDlgGuiManager::move_layer(int down)
 void CDlgGuiManager::on_remove()
 {
     CDXUTDialog* dialog = m_list->dialog(m_list->get_last_sel_index());
-    if (!dialog || !tarn::boxes::confirm(this, lang(u"你正在删除你的对话框!", u"Ensure delete dialog?")))
+    if (!dialog || !is_editing()
+        || !tarn::boxes::confirm(this, lang(u"你正在删除你的对话框!", u"Ensure delete dialog?")))
         return;
     scene()->RemoveDialog(dialog);
     update_all_views();

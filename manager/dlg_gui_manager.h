@@ -17,6 +17,7 @@ public:
 
 protected:
     void OnInitDialog() override;
+    void showEvent(QShowEvent* event) override;
     QWidget* create_widget(const QString& class_name, QWidget* parent) override;
 
 private:

@@ -239,9 +239,26 @@ void CDlgGuiManagerCtrl::select_rows_of_selection()
 
 void CDlgGuiManagerCtrl::update_buttons()
 {
+    const bool editing = is_editing();
     const bool has_row = m_list->selectionModel()->hasSelection();
     for (const RowButton& row : row_buttons)
-        button(row.id)->setEnabled(has_row);
+        button(row.id)->setEnabled(editing && has_row);
+    for (const TypeButton& row : type_buttons)
+        button(row.id)->setEnabled(editing);
+    button(id_clean_scripts)->setEnabled(editing);
+}
+
+void CDlgGuiManagerCtrl::showEvent(QShowEvent* event)
+{
+    CGuiChildDlg::showEvent(event);
+    if (scene())
+        show_armed_type();
+}
+
+void CDlgGuiManagerCtrl::show_armed_type()
+{
+    for (const TypeButton& row : type_buttons)
+        button(row.id)->SetCheck(scene()->mouse_function_type() == row.type);
 }
 
 void CDlgGuiManagerCtrl::release_type_buttons()
@@ -253,10 +270,8 @@ void CDlgGuiManagerCtrl::release_type_buttons()
 void CDlgGuiManagerCtrl::on_type_clicked(int button_id, int type)
 {
     const bool wanted = button(button_id)->GetCheck();
-    release_type_buttons();
     scene()->SetMTFunction(wanted ? draw_control : 0, wanted ? type : 0);
-    // Nothing is drawn while the interface runs.
-    button(button_id)->SetCheck(scene()->mouse_function() == draw_control);
+    show_armed_type();
 }
 
 void CDlgGuiManagerCtrl::on_dialog_filter(int entry)
@@ -269,7 +284,7 @@ void CDlgGuiManagerCtrl::on_dialog_filter(int entry)
 void CDlgGuiManagerCtrl::on_list_clicked(int row, int column)
 {
     CDXUTControl* clicked = m_list->control(row);
-    if (clicked && column != CReportListControl::Id) {
+    if (clicked && column != CReportListControl::Id && is_editing()) {
         clicked->SetVisible(!clicked->GetVisible());
         m_list->refresh_all_item_caption();
         update_all_views();
@@ -294,7 +309,8 @@ void CDlgGuiManagerCtrl::select_controls_of_rows(CDXUTControl* current)
 void CDlgGuiManagerCtrl::on_remove()
 {
     const std::vector<CDXUTControl*> chosen = m_list->selected_controls();
-    if (chosen.empty() || !tarn::boxes::confirm(this, lang(u"你正在删除你的控件!", u"Ensure delete control?")))
+    if (chosen.empty() || !is_editing()
+        || !tarn::boxes::confirm(this, lang(u"你正在删除你的控件!", u"Ensure delete control?")))
         return;
     scene()->RemoveCtrls(chosen);
     broadcast(tarn::ui_control_selected); // This list is refilled by it too.

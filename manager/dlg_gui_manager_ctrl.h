@@ -18,6 +18,7 @@ public:
 
 protected:
     void OnInitDialog() override;
+    void showEvent(QShowEvent* event) override;
     QWidget* create_widget(const QString& class_name, QWidget* parent) override;
 
 private:
@@ -31,6 +32,7 @@ private:
     void select_rows_of_selection();
     void update_buttons();
     void release_type_buttons();
+    void show_armed_type();
 
     void on_type_clicked(int button_id, int type);
     void on_dialog_filter(int entry);

@@ -29,6 +29,11 @@ tarn::Journal* CGuiChildDlg::journal() const
     return m_scene ? &m_scene->journal() : nullptr;
 }
 
+bool CGuiChildDlg::is_editing() const
+{
+    return m_core && m_core->selection().editing;
+}
+
 void CGuiChildDlg::broadcast(int code)
 {
     if (world())

@@ -21,6 +21,8 @@ public:
 protected:
     CGuiPlugScene* scene() const { return m_scene; } ///< null until the world exists, and without the plug-in
     CGuiCore* core() const { return m_core; }
+    /// False while the interface runs: what is done to it then is gone when it stops.
+    bool is_editing() const;
     tarn::Journal* journal() const override;
 
     void broadcast(int code);

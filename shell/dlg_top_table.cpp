@@ -106,24 +106,30 @@ void CDlgTopTable::init_arranging()
     m_align->Create(template_align, this);
     m_align->hide();
 
-    on_click(6150, [this] { m_align->align(Edge::Left); });
-    on_click(6151, [this] { m_align->align(Edge::MiddleX); });
-    on_click(6152, [this] { m_align->align(Edge::Right); });
-    on_click(6153, [this] { m_align->align(Edge::Top); });
-    on_click(6084, [this] { m_align->align(Edge::MiddleY); });
-    on_click(6154, [this] { m_align->align(Edge::Bottom); });
-    on_click(6155, [this] { m_align->match(Dimension::Width); });
-    on_click(6505, [this] { m_align->match(Dimension::Height); });
-    on_click(6088, [this] { m_align->match(Dimension::Both); });
-    on_click(6089, [this] { m_align->distribute(Qt::Horizontal); });
-    on_click(6090, [this] { m_align->distribute(Qt::Vertical); });
+    const auto add = [this](int id, auto arrange) {
+        on_click(id, [this, arrange] {
+            arrange();
+            show_arranged();
+        });
+    };
+    add(6150, [this] { m_align->align(Edge::Left); });
+    add(6151, [this] { m_align->align(Edge::MiddleX); });
+    add(6152, [this] { m_align->align(Edge::Right); });
+    add(6153, [this] { m_align->align(Edge::Top); });
+    add(6084, [this] { m_align->align(Edge::MiddleY); });
+    add(6154, [this] { m_align->align(Edge::Bottom); });
+    add(6155, [this] { m_align->match(Dimension::Width); });
+    add(6505, [this] { m_align->match(Dimension::Height); });
+    add(6088, [this] { m_align->match(Dimension::Both); });
+    add(6089, [this] { m_align->distribute(Qt::Horizontal); });
+    add(6090, [this] { m_align->distribute(Qt::Vertical); });
 
-    on_click(6552, [this] { align_to_area(Edge::Left); });
-    on_click(6554, [this] { align_to_area(Edge::Right); });
-    on_click(6518, [this] { align_to_area(Edge::Top); });
-    on_click(6521, [this] { align_to_area(Edge::Bottom); });
-    on_click(6549, [this] { align_to_area(Edge::MiddleX); });
-    on_click(6516, [this] { align_to_area(Edge::MiddleY); });
+    add(6552, [this] { align_to_area(Edge::Left); });
+    add(6554, [this] { align_to_area(Edge::Right); });
+    add(6518, [this] { align_to_area(Edge::Top); });
+    add(6521, [this] { align_to_area(Edge::Bottom); });
+    add(6549, [this] { align_to_area(Edge::MiddleX); });
+    add(6516, [this] { align_to_area(Edge::MiddleY); });
 }
 
 void CDlgTopTable::init_switches()
@@ -168,6 +174,14 @@ void CDlgTopTable::align_to_area(Edge edge)
 {
     if (core() && tarn::align_selection_to_area(*core(), edge))
         update_all_views();
+}
+
+/// The property page shows the new places and sizes. Others are not notified: what is selected stays what it was.
+void CDlgTopTable::show_arranged()
+{
+    if (core() && m_prop_bar)
+        m_prop_bar->group().update_ui(core()->selection().controls_selected ? tarn::ui_control_properties
+                                                                            : tarn::ui_dialog_properties);
 }
 
 void CDlgTopTable::on_ruler()

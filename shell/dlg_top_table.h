@@ -36,6 +36,7 @@ private:
     void init_switches();
     void on_tab(int index);
     void align_to_area(tarn::Edge edge);
+    void show_arranged();
     void on_ruler();
     void on_selection_mode();
     /// Changes the flag whether or not the rulers are shown; without them its button stays up.

@@ -6,7 +6,9 @@
 #include "dlg_event_log.h"
 #include "dlg_history.h"
 #include "dlg_problems.h"
+#include "engine/base_world.h"
 #include "engine/scene_plug.h"
+#include "engine/script/config_scene.h"
 #include "frame/boxes.h"
 #include "frame/child_dlg.h"
 #include "frame/control_bar.h"
@@ -240,9 +242,13 @@ void MainWindow::update_document()
     m_shows_preview = m_studio.is_playing();
     if (!begins)
         return;
+    // Once, where there is something to log: it takes its place from the view, and whoever closed it does not want it.
     // It stays when the preview ends: then one has the time to read it.
-    m_event_log->show();
-    m_event_log->raise();
+    if (!m_offered_log && !m_studio.world().config_scene().functions().empty()) {
+        m_offered_log = true;
+        m_event_log->show();
+        m_event_log->raise();
+    }
     m_view->setFocus();
 }
 
@@ -262,6 +268,20 @@ void MainWindow::show_messages()
         tarn::boxes::message(this, m_messages.front());
         m_messages.pop_front();
     }
+}
+
+// A text that is being edited in the view becomes a step of its own first.
+
+bool MainWindow::undo()
+{
+    m_view->finish_text();
+    return m_studio.undo();
+}
+
+bool MainWindow::redo()
+{
+    m_view->finish_text();
+    return m_studio.redo();
 }
 
 void MainWindow::toggle_preview()

@@ -39,6 +39,9 @@ public:
     bool new_file();
     bool open_file(const QString& path);
     bool save_file(const QString& path);
+    /// As Edit > Undo and Redo do; false when there was no step.
+    bool undo();
+    bool redo();
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -82,6 +85,7 @@ private:
     QMenu* m_recent_menu = nullptr;
     QDockWidget* m_event_log = nullptr;
     bool m_shows_preview = false;
+    bool m_offered_log = false;
     std::deque<tarn::boxes::Message> m_messages; ///< of scripts; the first is being shown, or will be next
     QAction* m_undo = nullptr;
     QAction* m_redo = nullptr;

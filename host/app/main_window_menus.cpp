@@ -126,8 +126,8 @@ void MainWindow::make_edit_menu()
     m_undo = add(menu, icon_undo, {}, QKeySequence::Undo);
     m_redo = add(menu, icon_redo, {}, QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z));
     m_redo->setShortcuts({QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z), QKeySequence(Qt::CTRL | Qt::Key_Y)});
-    connect(m_undo, &QAction::triggered, this, [this] { m_studio.undo(); });
-    connect(m_redo, &QAction::triggered, this, [this] { m_studio.redo(); });
+    connect(m_undo, &QAction::triggered, this, &MainWindow::undo);
+    connect(m_redo, &QAction::triggered, this, &MainWindow::redo);
     new EditMenu(m_studio, *m_view, *menu);
 }
 

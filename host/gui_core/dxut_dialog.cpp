@@ -302,6 +302,14 @@ bool CDXUTDialog::SetCtrlLayerUpDown(CDXUTControl* control, int up)
     return now >= 0 && move_control(control, up ? now + 1 : std::max(0, now - 1));
 }
 
+void CDXUTDialog::reorder_controls(const QList<CDXUTControl*>& order)
+{
+    if (order == controls())
+        return;
+    edit_controls() = order;
+    m_core.add_damage(m_last_bounds);
+}
+
 QList<CDXUTControl*>& CDXUTDialog::edit_controls()
 {
     m_core.structure_changed();

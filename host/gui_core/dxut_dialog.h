@@ -97,6 +97,8 @@ public:
     bool SetCtrlLayer(CDXUTControl* control, int where);
     /// `up` 1 moves the control one layer up, 0 one down.
     bool SetCtrlLayerUpDown(CDXUTControl* control, int up);
+    /// `order` holds the present controls, from the lowest layer to the top one.
+    void reorder_controls(const QList<CDXUTControl*>& order);
 
     void draw(tarn::DrawContext& context) const;
     /// Everything of the dialog is drawn inside it, controls that stick out included; it may be larger than that.

@@ -21,8 +21,10 @@ std::vector<CDXUTRadioButton*> CDXUTRadioButton::checked_others() const
     if (!dialog())
         return others;
     for (CDXUTControl* control : dialog()->controls()) {
-        auto* other = dynamic_cast<CDXUTRadioButton*>(control);
-        if (other && other != this && other->group() == group() && other->GetChecked())
+        if (control == this || control->GetType() != DXUT_CONTROL_RADIOBUTTON)
+            continue;
+        auto* other = static_cast<CDXUTRadioButton*>(control);
+        if (other->GetChecked() && other->group() == group())
             others.push_back(other);
     }
     return others;

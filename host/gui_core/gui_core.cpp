@@ -25,6 +25,13 @@ tarn::DialogState* root_state()
 
 } // namespace
 
+void tarn::LiveState::forget(const CDXUTControl* control)
+{
+    for (CDXUTControl** held : {&hovered, &pressed, &focused, &popup})
+        if (*held == control)
+            *held = nullptr;
+}
+
 CGuiCore::CGuiCore(tarn::Journal& journal) : ModelObject(journal, new CoreState)
 {
     m_root = std::make_shared<CDXUTDialog>(journal, *this);
@@ -54,10 +61,11 @@ void CGuiCore::rebuild_index()
     relink();
     m_selection_stale = true;
     prune_selection();
-    for (CDXUTControl** control : {&m_live.hovered, &m_live.pressed, &m_live.focused, &m_live.popup})
-        if (*control && !(*control)->is_attached())
-            *control = nullptr;
+    for (const CDXUTControl* control : {m_live.hovered, m_live.pressed, m_live.focused, m_live.popup})
+        if (control && !control->is_attached())
+            m_live.forget(control);
     m_live.caption_dialog = nullptr;
+    follow_current_control();
 }
 
 void CGuiCore::relink()
@@ -101,6 +109,13 @@ void CGuiCore::prune_selection()
 {
     if (std::exchange(m_selection_stale, false))
         m_selection.prune();
+}
+
+/// The current control may have come to another dialog.
+void CGuiCore::follow_current_control()
+{
+    if (m_selection.controls_selected && m_selection.current_control && m_selection.current_control->dialog())
+        m_selection.current_dialog = m_selection.current_control->dialog();
 }
 
 CDXUTDialog* CGuiCore::find_dialog(quint32 id) const

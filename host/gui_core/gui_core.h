@@ -29,6 +29,9 @@ struct LiveState {
     CDXUTControl* popup = nullptr;               ///< whose list is dropped down
     const CDXUTDialog* caption_dialog = nullptr; ///< whose caption button is under the mouse
     int caption_button = -1;                     ///< CDXUTDialog::CaptionButton
+
+    /// Where `control` stands, null does.
+    void forget(const CDXUTControl* control);
 };
 
 /// A whole interface that is not part of the scene yet: read from a package, or put together for a merge.
@@ -60,6 +63,8 @@ public:
     /// A new control on top of its dialog's; null when `type` cannot be made.
     CDXUTControl* create_control(int type, CDXUTDialog* dialog, const QRectF& rect, const QString& name = {});
     void remove_dialog(CDXUTDialog* dialog);
+    /// The same for many, with one change of the list.
+    void remove_dialogs(const std::vector<CDXUTDialog*>& dialogs);
     void remove_control(CDXUTControl* control);
     void move_control_to(CDXUTControl* control, CDXUTDialog* dialog);
     /// The same for many controls, none of them null, with one pass over the list of each dialog that loses any.
@@ -67,6 +72,8 @@ public:
     void move_controls_to(const std::vector<CDXUTControl*>& controls, CDXUTDialog* dialog);
     /// `down` 0 moves the dialog one layer up, 1 one down; false at the end of the order.
     bool AdjustDialogLayer(CDXUTDialog* dialog, int down);
+    /// `order` holds the present dialogs, from the lowest layer to the top one.
+    void reorder_dialogs(const QList<CDXUTDialog*>& order);
 
     // Content as a whole
     /// A control object of `type` that belongs to no dialog yet; null when the type cannot be made.
@@ -82,7 +89,11 @@ public:
     void forget_history();
     /// Differs after each time that objects may have ceased to exist.
     quint64 generation() const { return m_generation; }
+    /// An id that no object has or had; 0 when all are used up, which only a made-up package brings about.
     quint32 take_id();
+    /// How many times take_id() still answers an id.
+    quint32 ids_left() const;
+    static constexpr quint32 max_id = 0x7fffffff;
     /// The states of all objects as they are now, shared until one changes.
     std::vector<tarn::Journal::Entry> states() const;
     /// Exchanges the objects' states with `states`, past the journal.
@@ -187,6 +198,7 @@ private:
     /// Takes those of the controls that are part of the scene, and do not belong to `stays`, out of their dialogs.
     Taken take_out(const std::vector<CDXUTControl*>& controls, const CDXUTDialog* stays);
     void prune_selection();
+    void follow_current_control();
     void keep(std::shared_ptr<tarn::ModelObject> object) { m_pool.push_back(std::move(object)); }
 
     std::shared_ptr<CDXUTDialog> m_root;

@@ -5,14 +5,24 @@
 #include "dxut_dialog.h"
 #include "gui_core.h"
 
+#include <QSet>
+
 #include <algorithm>
 #include <functional>
 
 using tarn::CoreState;
 using tarn::DialogState;
 
+quint32 CGuiCore::ids_left() const
+{
+    const quint32 next = std::max(m_next_id, core_state().next_id);
+    return next > max_id ? 0 : max_id - next + 1;
+}
+
 quint32 CGuiCore::take_id()
 {
+    if (ids_left() == 0)
+        return 0;
     m_next_id = std::max(m_next_id, core_state().next_id);
     const quint32 id = m_next_id++;
     edit<CoreState>().next_id = m_next_id;
@@ -32,9 +42,12 @@ std::shared_ptr<CDXUTControl> CGuiCore::make_control(int type)
 
 CDXUTDialog* CGuiCore::create_dialog(const QRect& rect, const QString& name)
 {
+    const quint32 id = take_id();
+    if (id == 0)
+        return nullptr;
     const auto dialog = make_dialog();
     auto* fresh = new DialogState;
-    fresh->id = take_id();
+    fresh->id = id;
     fresh->name = name.isEmpty() ? QStringLiteral("Dialog%1").arg(fresh->id) : tarn::cut_text(name, 31);
     fresh->caption = fresh->name;
     fresh->x = rect.x();
@@ -58,7 +71,7 @@ CDXUTDialog* CGuiCore::create_dialog(const QRect& rect, const QString& name)
 CDXUTControl* CGuiCore::create_control(int type, CDXUTDialog* dialog, const QRectF& rect, const QString& name)
 {
     const auto control = make_control(type);
-    if (!control || !dialog)
+    if (!control || !dialog || ids_left() == 0)
         return nullptr;
     auto* fresh = static_cast<tarn::ControlState*>(control->base_state().clone());
     fresh->id = take_id();
@@ -79,9 +92,16 @@ CDXUTControl* CGuiCore::create_control(int type, CDXUTDialog* dialog, const QRec
 
 void CGuiCore::remove_dialog(CDXUTDialog* dialog)
 {
-    if (!dialog || dialog == m_root.get() || !GetDialogs().contains(dialog))
+    remove_dialogs({dialog});
+}
+
+void CGuiCore::remove_dialogs(const std::vector<CDXUTDialog*>& dialogs)
+{
+    QSet<const CDXUTDialog*> gone(dialogs.begin(), dialogs.end());
+    const auto is_gone = [&gone](const CDXUTDialog* dialog) { return gone.contains(dialog); };
+    if (std::none_of(GetDialogs().begin(), GetDialogs().end(), is_gone))
         return;
-    edit<CoreState>().dialogs.removeOne(dialog);
+    edit<CoreState>().dialogs.removeIf(is_gone);
     state_changed();
     ensure_index();
 }
@@ -91,6 +111,7 @@ void CGuiCore::remove_control(CDXUTControl* control)
     if (!control || !control->dialog())
         return;
     control->dialog()->remove_control(control);
+    m_live.forget(control);
     m_selection_stale = true;
 }
 
@@ -101,6 +122,7 @@ void CGuiCore::move_control_to(CDXUTControl* control, CDXUTDialog* dialog)
     control->dialog()->remove_control(control);
     dialog->insert_control(control, dialog->GetControlNum());
     ensure_index();
+    follow_current_control();
 }
 
 CGuiCore::Taken CGuiCore::take_out(const std::vector<CDXUTControl*>& controls, const CDXUTDialog* stays)
@@ -141,6 +163,8 @@ CGuiCore::Taken CGuiCore::take_out(const std::vector<CDXUTControl*>& controls, c
 void CGuiCore::remove_controls(const std::vector<CDXUTControl*>& controls)
 {
     const Taken taken = take_out(controls, nullptr);
+    for (const CDXUTControl* control : taken.controls)
+        m_live.forget(control);
     if (taken.selected > 0 && taken.selected == m_selection.controls.size())
         m_selection.clear_controls();
     else if (taken.selected > 0)
@@ -154,6 +178,7 @@ void CGuiCore::move_controls_to(const std::vector<CDXUTControl*>& controls, CDXU
     for (CDXUTControl* control : take_out(controls, dialog).controls)
         dialog->insert_control(control, dialog->GetControlNum());
     ensure_index();
+    follow_current_control();
 }
 
 bool CGuiCore::AdjustDialogLayer(CDXUTDialog* dialog, int down)
@@ -165,4 +190,12 @@ bool CGuiCore::AdjustDialogLayer(CDXUTDialog* dialog, int down)
     edit<CoreState>().dialogs.move(now, wanted);
     state_changed();
     return true;
+}
+
+void CGuiCore::reorder_dialogs(const QList<CDXUTDialog*>& order)
+{
+    if (order == GetDialogs())
+        return;
+    edit<CoreState>().dialogs = order;
+    state_changed();
 }

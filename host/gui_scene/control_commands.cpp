@@ -8,6 +8,7 @@
 #include "selection_edit.h"
 
 #include <algorithm>
+#include <functional>
 
 namespace tarn {
 
@@ -21,34 +22,24 @@ void tell(CGuiPlugScene& scene, int code)
     scene.world()->update_all_views();
 }
 
-bool moves_up(Layer where)
+/// `order`, lowest layer first, with its selected objects moved. They keep their order among each other: a step up or
+/// down stops at the end, and at a neighbour that was stopped.
+template <class Object>
+QList<Object*> with_moved_layers(QList<Object*> order, Layer where, const SelectionRecord& selection)
 {
-    return where == Layer::Top || where == Layer::Up;
-}
-
-/// A step up or down stops at a neighbour that is selected too.
-bool is_blocked(const CGuiCore& core, const CDXUTControl& control, Layer where)
-{
-    const auto& layers = control.dialog()->controls();
-    const int next = control.dialog()->GetControlIndex(&control) + (where == Layer::Up ? 1 : -1);
-    return next < 0 || next >= layers.size() || core.selection().contains(layers[next]);
-}
-
-void move_control_layer(const CGuiCore& core, CDXUTControl& control, Layer where)
-{
-    CDXUTDialog& dialog = *control.dialog();
-    if (where == Layer::Top || where == Layer::Bottom)
-        dialog.SetCtrlLayer(&control, where == Layer::Top ? 0 : 1);
-    else if (!is_blocked(core, control, where))
-        dialog.SetCtrlLayerUpDown(&control, where == Layer::Up ? 1 : 0);
-}
-
-void move_dialog_layer(CGuiCore& core, CDXUTDialog& dialog, Layer where)
-{
-    const int down = moves_up(where) ? 0 : 1;
-    bool moved = core.AdjustDialogLayer(&dialog, down);
-    while (moved && (where == Layer::Top || where == Layer::Bottom))
-        moved = core.AdjustDialogLayer(&dialog, down);
+    const auto is_selected = [&](Object* object) { return selection.contains(object); };
+    const auto climb = [&](auto first, auto last) {
+        for (auto object = first; object != last && object + 1 != last; ++object)
+            if (!is_selected(object[0]) && is_selected(object[1]))
+                std::iter_swap(object, object + 1);
+    };
+    switch (where) {
+    case Layer::Top: std::stable_partition(order.begin(), order.end(), std::not_fn(is_selected)); break;
+    case Layer::Bottom: std::stable_partition(order.begin(), order.end(), is_selected); break;
+    case Layer::Up: climb(order.rbegin(), order.rend()); break;
+    case Layer::Down: climb(order.begin(), order.end()); break;
+    }
+    return order;
 }
 
 } // namespace
@@ -83,10 +74,7 @@ void remove_selected(CGuiPlugScene& scene)
         tell(scene, ui_control_selected);
         return;
     }
-    const auto dialogs = selected_dialogs(scene.gui_core());
-    const UserAction action(scene.journal(), lang(u"删除窗口", u"Remove Dialog"));
-    for (CDXUTDialog* dialog : dialogs)
-        scene.RemoveDialog(dialog);
+    scene.RemoveDialogs(selected_dialogs(scene.gui_core()));
     scene.world()->update_all_views();
 }
 
@@ -146,17 +134,12 @@ void move_selected_layers(CGuiPlugScene& scene, Layer where)
     const bool of_controls = core.selection().controls_selected;
     {
         const UserAction action(scene.journal(), lang(u"调整图层", u"Change Layer"));
-        auto controls = selected_controls(core, false);
-        auto dialogs = selected_dialogs(core);
-        // The first to be moved to an end is the one that ends up farthest from it.
-        if (where == Layer::Bottom || where == Layer::Up) {
-            std::reverse(controls.begin(), controls.end());
-            std::reverse(dialogs.begin(), dialogs.end());
-        }
-        for (CDXUTControl* control : controls)
-            move_control_layer(core, *control, where);
-        for (CDXUTDialog* dialog : dialogs)
-            move_dialog_layer(core, *dialog, where);
+        const SelectionRecord& selection = core.selection();
+        if (of_controls)
+            for (CDXUTDialog* dialog : all_dialogs(core))
+                dialog->reorder_controls(with_moved_layers(dialog->controls(), where, selection));
+        else
+            core.reorder_dialogs(with_moved_layers(core.GetDialogs(), where, selection));
     }
     tell(scene, of_controls ? ui_controls_changed : ui_scene_changed);
 }

@@ -96,10 +96,11 @@ void CreateTool::create(const QRectF& drawn)
                                                  : lang(u"创建控件", u"Create Control"));
         if (m_type == dialog) {
             // The frame that was drawn is the whole dialog: the caption bar is part of it.
-            CDXUTDialog* made = core.create_dialog(drawn.toRect());
-            const int caption = qRound(made->caption_rect().height());
-            made->SetSize(qRound(drawn.width()), std::max(int(smallest), qRound(drawn.height()) - caption));
-            core.SelectDialog(made, false);
+            if (CDXUTDialog* made = core.create_dialog(drawn.toRect())) {
+                const int caption = qRound(made->caption_rect().height());
+                made->SetSize(qRound(drawn.width()), std::max(int(smallest), qRound(drawn.height()) - caption));
+                core.SelectDialog(made, false);
+            }
         } else {
             CDXUTDialog* owner = home();
             const QRectF inside(owner->to_client(drawn.topLeft()), owner->to_client(drawn.bottomRight()));

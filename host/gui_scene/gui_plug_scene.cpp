@@ -105,6 +105,7 @@ std::shared_ptr<void> CGuiPlugScene::begin_script_edit(const QString& name)
 
 void CGuiPlugScene::clear()
 {
+    play(false);
     const tarn::UserAction action(m_journal, lang(u"清空界面", u"Clear Interface"));
     m_core.clear();
     m_journal.add_companion(tarn::replace_scripts(m_functions, m_events, std::make_unique<CConfigScene>(), {}));
@@ -129,11 +130,21 @@ void CGuiPlugScene::install(tarn::SceneContent content)
         tarn::replace_scripts(m_functions, m_events, std::move(content.functions), std::move(content.events)));
 }
 
+/// After a preview the interface is what it was before; scripts would stay changed.
+Status CGuiPlugScene::check_not_playing() const
+{
+    return m_playing ? Status::error(
+               lang(u"请先停止预览，再导入或合并界面。", u"Stop the preview before you import or merge an interface."))
+                     : Status();
+}
+
 Status CGuiPlugScene::load(const CPakFile& package, const CTexPathInfo&)
 {
     auto content = tarn::read_package(package, m_core);
     if (!content)
         return content.status();
+    if (auto status = check_not_playing(); !status)
+        return status;
     const tarn::UserAction action(m_journal, lang(u"导入界面", u"Import"));
     install(std::move(content.value()));
     return {};
@@ -141,7 +152,6 @@ Status CGuiPlugScene::load(const CPakFile& package, const CTexPathInfo&)
 
 void CGuiPlugScene::new_scene()
 {
-    play(false);
     clear();
     m_core.forget_history();
     m_file_name.clear();
@@ -183,16 +193,27 @@ Status CGuiPlugScene::on_merge_GUI(const QString& path, const QString& name, boo
     auto content = read_file(path, m_core);
     if (!content)
         return content.status();
+    if (auto status = check_not_playing(); !status)
+        return status;
     const tarn::UserAction action(m_journal, lang(u"合并界面", u"Merge"));
     return tarn::merge_content(*this, std::move(content.value()), name, replace_styles);
 }
 
 void CGuiPlugScene::RemoveDialog(CDXUTDialog* dialog)
 {
+    if (dialog)
+        RemoveDialogs({dialog});
+}
+
+void CGuiPlugScene::RemoveDialogs(const std::vector<CDXUTDialog*>& dialogs)
+{
     {
         const tarn::UserAction action(m_journal, lang(u"删除窗口", u"Remove Dialog"));
-        const tarn::PictureRelease release(m_core, m_functions, dialog ? dialog->controls() : QList<CDXUTControl*>());
-        m_core.remove_dialog(dialog);
+        QList<CDXUTControl*> controls;
+        for (const CDXUTDialog* dialog : dialogs)
+            controls += dialog->controls();
+        const tarn::PictureRelease release(m_core, m_functions, controls);
+        m_core.remove_dialogs(dialogs);
     }
     if (m_world)
         m_world->broadcast(tarn::ui_scene_changed);
@@ -266,6 +287,7 @@ void CGuiPlugScene::SetMTFunction(int kind, int type)
     if (!m_world || m_playing || (kind == 2 && !tarn::control_class(type)))
         return;
     m_function = kind;
+    m_function_type = kind == 2 ? type : -1;
     if (kind == 0) {
         m_world->api_reset_mt();
         m_create_tool.reset();
@@ -329,6 +351,8 @@ void CGuiPlugScene::remove_tex_binder(CDXUTDialog* dialog)
 
 void CGuiPlugScene::remove_deletectrl_GUI_scripts()
 {
+    if (!check_not_playing())
+        return; // What a running interface lost comes back after the preview.
     QSet<QString> orphans;
     m_events.remove_if([&](const CGuiEvent& event) {
         const bool gone = !m_core.find_control(event.control);

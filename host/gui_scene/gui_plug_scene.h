@@ -60,9 +60,10 @@ public:
     tarn::Status save(CPakFile& package, const CSaveOpt& options);
     /// Replaces the content; recorded like any change.
     void install(tarn::SceneContent content);
-    /// Replaces the content by the package's; on failure nothing changes.
+    /// Replaces the content by the package's; on failure, and during a preview, nothing changes.
     tarn::Status load(const CPakFile& package, const CTexPathInfo& textures);
-    /// Merges the package at `path`; see tarn::merge_content. On failure nothing changes.
+    /// Merges the package at `path`; see tarn::merge_content. On failure, and during a preview, nothing
+    /// changes.
     tarn::Status on_merge_GUI(const QString& path, const QString& name, bool replace_styles);
     void set_openfile_name(const QString& path) { m_file_name = path; }
     const QString& openfile_name() const { return m_file_name; }
@@ -74,6 +75,7 @@ public:
     // Objects
     // What is removed takes the pictures along that nothing else uses; see tarn::PictureRelease.
     void RemoveDialog(CDXUTDialog* dialog);
+    void RemoveDialogs(const std::vector<CDXUTDialog*>& dialogs);
     void RemoveCtrl(CDXUTControl* control);
     /// Removes many controls in one step of undo, at a cost that grows with their number and their dialogs' sizes only.
     void RemoveCtrls(const std::vector<CDXUTControl*>& controls);
@@ -94,7 +96,7 @@ public:
     void remove_tex_binder(CDXUTDialog* dialog);
 
     /// Removes the events of controls that do not exist, and their functions where nothing else uses these. This cannot
-    /// be undone.
+    /// be undone. Nothing happens during a preview.
     void remove_deletectrl_GUI_scripts();
     /// Changes between the selection of controls and that of dialogs.
     void switch_ctrl_dialog();
@@ -106,6 +108,8 @@ public:
     /// `type`.
     void SetMTFunction(int kind, int type);
     int mouse_function() const { return m_function; }
+    /// The type of control that is drawn; -1 when none is.
+    int mouse_function_type() const { return m_function_type; }
 
     SelectionMode& selection_mode() { return m_selection_mode; }
 
@@ -117,6 +121,7 @@ public:
     void advance(double now) override;
 
 private:
+    tarn::Status check_not_playing() const;
     /// One step of undo, for what a script does outside a preview, until the answer is let go.
     std::shared_ptr<void> begin_script_edit(const QString& name);
 
@@ -133,6 +138,7 @@ private:
     CBaseWorld* m_world = nullptr;
     QString m_file_name;
     int m_function = 0;
+    int m_function_type = -1;
     SelectionMode m_selection_mode;
     bool m_playing = false;
     std::vector<tarn::Journal::Entry> m_authored; ///< states from before the preview

@@ -26,6 +26,11 @@ QRectF with_size(const QRectF& rect, const QSizeF& usual)
             rect.height() < 0 ? usual.height() : rect.height()};
 }
 
+Status no_ids_left()
+{
+    return Status::error(lang(u"界面的编号已用完", u"the interface has no ids left"));
+}
+
 } // namespace
 
 std::vector<ModelObject*> GuiSceneModel::dialogs() const
@@ -51,6 +56,8 @@ std::vector<ModelObject*> GuiSceneModel::controls_of(const ModelObject& dialog) 
 
 Result<ModelObject*> GuiSceneModel::create_dialog(const QString& name, const QRectF& rect)
 {
+    if (m_scene.gui_core().ids_left() == 0)
+        return no_ids_left();
     const UserAction action(m_scene.journal(), lang(u"创建窗口", u"Create Dialog"));
     return static_cast<ModelObject*>(m_scene.gui_core().create_dialog(with_size(rect, dialog_size).toRect(), name));
 }
@@ -64,6 +71,8 @@ Result<ModelObject*> GuiSceneModel::create_control(int type, ModelObject& dialog
         return Status::error(lang(u"不能创建类型为 %1 的控件", u"controls of type %1 cannot be made").arg(type));
     if (!owner)
         return Status::error(lang(u"需要窗口", u"a dialog is needed"));
+    if (m_scene.gui_core().ids_left() == 0)
+        return no_ids_left();
     const UserAction action(m_scene.journal(), lang(u"创建控件", u"Create Control"));
     return static_cast<ModelObject*>(
         m_scene.gui_core().create_control(type, owner, with_size(rect, row->default_size), name));

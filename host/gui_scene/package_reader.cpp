@@ -20,7 +20,6 @@ namespace tarn {
 namespace {
 
 constexpr quint32 root_id = 1;
-constexpr quint32 max_id = 0x7fffffff;
 const QString manifest_name = QStringLiteral("manifest.json");
 const QString scene_name = QStringLiteral("scene.json");
 
@@ -61,7 +60,7 @@ private:
 
 Status SceneReader::claim_id(quint32 id, const JsonCursor& place)
 {
-    if (id == 0 || id > max_id)
+    if (id == 0 || id > CGuiCore::max_id)
         return place.fail(lang(u"缺少有效的 \"id\"", u"a valid \"id\" is missing"));
     if (m_ids.contains(id))
         return place.fail(lang(u"编号 %1 出现了两次", u"the id %1 appears twice").arg(id));
@@ -169,14 +168,17 @@ Status SceneReader::link()
     }
     // An id is not issued again while an event still names it.
     for (const auto& event : m_content.events.events()) {
-        if (event->control > max_id)
+        if (event->control > CGuiCore::max_id)
             return Status::error(
                 lang(u"%1：事件的控件编号 %2 无效。", u"%1: an event names the control %2, which is no valid id.")
                     .arg(scene_name)
                     .arg(event->control));
         m_highest = std::max(m_highest, event->control);
     }
-    m_state->next_id = std::max(std::min(m_state->next_id, max_id), m_highest + 1);
+    // Nobody makes that many objects: it is not true, and would leave no ids for new ones.
+    if (m_state->next_id > CGuiCore::max_id / 2)
+        m_state->next_id = 0;
+    m_state->next_id = std::max(m_state->next_id, m_highest + 1);
     return {};
 }
 

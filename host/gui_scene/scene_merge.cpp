@@ -1,5 +1,6 @@
 #include "scene_merge.h"
 
+#include "core/language.h"
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
 #include "gui_plug_scene.h"
@@ -90,6 +91,9 @@ Status merge_content(CGuiPlugScene& scene, SceneContent content, const QString& 
         return status;
     CGuiCore& core = scene.gui_core();
     GuiContent& gui = content.gui;
+    if (core.ids_left() <= gui.dialogs.size() + gui.controls.size())
+        return Status::error(
+            lang(u"界面的编号已用完，无法再添加对象。", u"The interface has no ids left for more objects."));
     turn_root_into_dialog(gui, name);
     keep_design_size(gui, core);
     const auto objects = objects_by_id(gui);

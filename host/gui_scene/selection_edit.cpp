@@ -18,6 +18,10 @@ public:
         damage_current_dialog();
         m_scene.journal().break_merge();
         m_scene.world()->broadcast(ui_scene_changed);
+        // With that code the lists show the current object alone.
+        const SelectionRecord& selection = m_scene.gui_core().selection();
+        if (selection.controls.size() + selection.dialogs.size() > 1)
+            m_scene.world()->broadcast(ui_selection_changed);
         m_scene.world()->update_all_views();
     }
     SelectionChange(const SelectionChange&) = delete;

@@ -51,6 +51,24 @@ TEST_F(GuiInputTest, a_press_that_is_released_elsewhere_is_no_click)
     EXPECT_FALSE(m_box->GetChecked() || other->GetChecked());
 }
 
+TEST_F(GuiInputTest, a_control_that_is_removed_gives_up_mouse_and_keyboard)
+{
+    m_input.mouse_pressed(centre(m_box));
+    m_core.remove_control(m_box);
+    m_input.mouse_moved({210, 140});
+    m_input.mouse_released({210, 140});
+    EXPECT_FALSE(m_input.key_pressed(Qt::Key_Space, {}));
+
+    auto* combo = control<CDXUTComboBox>(m_home, DXUT_CONTROL_COMBOBOX, {100, 60, 120, 24});
+    combo->AddItem(u"one"_s);
+    click(centre(combo));
+    ASSERT_TRUE(combo->is_dropped());
+    m_core.remove_controls({combo});
+    EXPECT_FALSE(m_input.wheel_turned({310, 230}, 1));
+    EXPECT_FALSE(m_input.key_pressed(Qt::Key_Escape, {}));
+    EXPECT_EQ(m_core.live().popup, nullptr);
+}
+
 TEST_F(GuiInputTest, disabled_and_hidden_controls_take_no_click)
 {
     m_box->SetEnabled(false);

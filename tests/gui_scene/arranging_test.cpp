@@ -126,12 +126,15 @@ TEST_F(ArrangingTest, layers_keep_the_order_of_what_is_selected_in_one_step)
     for (const QString& name : {u"a"_s, u"b"_s, u"c"_s, u"d"_s})
         control(DXUT_CONTROL_BUTTON, d, {10, 10, 40, 20}, name);
     core().forget_history();
+    int code = 0;
+    m_world.on_broadcast = [&](int told) { code = told; };
     const auto in_layers = [&](const QList<int>& which, int command) {
         core().ClearCtrlSelection();
         const auto controls = d->controls();
         for (const int i : which)
             core().SelectControl(controls[i], true);
         EXPECT_TRUE(run(command).ok());
+        EXPECT_EQ(code, ui_controls_changed);
         const QString order = layers(d);
         EXPECT_LE(undo_all(), 1);
         return order;
@@ -142,6 +145,45 @@ TEST_F(ArrangingTest, layers_keep_the_order_of_what_is_selected_in_one_step)
     EXPECT_EQ(in_layers({2, 3}, Editor::one_up), u"a b c d"_s) << "at the end the order stays";
     EXPECT_EQ(in_layers({1, 2}, Editor::one_down), u"b c a d"_s);
     EXPECT_EQ(layers(d), u"a b c d"_s);
+}
+
+TEST_F(ArrangingTest, dialogs_selected_together_keep_their_order_and_go_with_one_code)
+{
+    const QList<CDXUTDialog*> made{dialog({0, 0, 50, 50}), dialog({60, 0, 50, 50}), dialog({120, 0, 50, 50})};
+    core().forget_history();
+    const auto select = [&] {
+        core().SelectDialog(made[1], false);
+        core().SelectDialog(made[2], true);
+    };
+    select();
+    EXPECT_TRUE(run(Editor::one_up).ok());
+    EXPECT_EQ(core().GetDialogs(), made);
+    EXPECT_TRUE(run(Editor::to_bottom).ok());
+    EXPECT_EQ(core().GetDialogs(), (QList{made[1], made[2], made[0]}));
+    EXPECT_EQ(undo_all(), 1);
+
+    select();
+    std::vector<int> codes;
+    m_world.on_broadcast = [&](int code) { codes.push_back(code); };
+    EXPECT_TRUE(run(Editor::remove).ok());
+    EXPECT_EQ(core().GetDialogs(), QList{made[0]});
+    EXPECT_EQ(codes, std::vector<int>{ui_scene_changed});
+    EXPECT_EQ(undo_all(), 1);
+    EXPECT_EQ(core().GetDialogs(), made);
+}
+
+TEST_F(ArrangingTest, the_current_dialog_is_that_of_the_current_control_wherever_it_comes)
+{
+    CDXUTDialog* from = home();
+    CDXUTDialog* to = dialog({500, 100, 100, 100});
+    CDXUTControl* c = button(from, {10, 10, 40, 20});
+    core().SelectControl(c, false);
+    m_scene.switch_ctrl_dialog({c}, to);
+    EXPECT_EQ(core().selection().current_dialog, to);
+    m_scene.journal().undo();
+    EXPECT_EQ(core().selection().current_dialog, from);
+    m_scene.switch_ctrl_dialog(c, to);
+    EXPECT_EQ(core().selection().current_dialog, to);
 }
 
 TEST_F(ArrangingTest, commands_are_one_step_each_and_spare_what_is_locked)
@@ -165,7 +207,6 @@ TEST_F(ArrangingTest, commands_are_one_step_each_and_spare_what_is_locked)
     EXPECT_EQ(code_of(Editor::cut), ui_control_selected);
     EXPECT_EQ(code_of(Editor::remove), ui_control_selected);
     EXPECT_EQ(code_of(Editor::duplicate), ui_control_selected);
-    EXPECT_EQ(code_of(Editor::to_top), ui_controls_changed);
     EXPECT_EQ(code_of(Editor::lock), ui_control_properties);
     EXPECT_EQ(code_of(Editor::hide), ui_control_properties);
 

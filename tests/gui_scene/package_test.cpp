@@ -158,6 +158,21 @@ TEST_F(PackageTest, objects_made_after_opening_get_ids_that_were_never_used)
     EXPECT_EQ(dialog({})->id(), 701u);
     read("{\"next_id\":900,\"dialogs\":[{\"id\":700,\"name\":\"A\"}],\"controls\":[]}");
     EXPECT_EQ(dialog({})->id(), 900u);
-    read("{\"dialogs\":[{\"id\":2147483647,\"name\":\"A\"}]}");
-    EXPECT_GT(dialog({})->id(), 2147483647u);
+    // Nobody gets that far by making objects.
+    read("{\"next_id\":4294967295,\"dialogs\":[{\"id\":700,\"name\":\"A\"}]}");
+    EXPECT_EQ(dialog({})->id(), 701u);
+}
+
+TEST_F(PackageTest, a_scene_whose_ids_are_used_up_gets_no_objects_that_could_not_be_opened_again)
+{
+    const QByteArray used_up = "{\"dialogs\":[{\"id\":2147483646,\"name\":\"A\"}]}";
+    read(used_up);
+    CDXUTControl* last = control(DXUT_CONTROL_BUTTON, core().find_dialog(2147483646), {0, 0, 10, 10});
+    ASSERT_TRUE(last);
+    EXPECT_EQ(last->id(), 2147483647u);
+    EXPECT_EQ(dialog({}), nullptr);
+    EXPECT_EQ(control(DXUT_CONTROL_BUTTON, last->dialog(), {}), nullptr);
+    ASSERT_TRUE(m_scene.save_scene(path()).ok());
+    EXPECT_FALSE(m_scene.on_merge_GUI(path(), u"merged"_s, false).ok());
+    EXPECT_TRUE(m_scene.open_scene(path()).ok());
 }

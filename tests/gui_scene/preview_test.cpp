@@ -129,6 +129,25 @@ TEST_F(PreviewTest, undo_is_not_to_be_had_while_it_runs)
     EXPECT_TRUE(m_scene.journal().can_undo());
 }
 
+TEST_F(PreviewTest, nothing_is_imported_merged_or_cleaned_up_while_it_runs)
+{
+    const QString function = CEventManager::new_function_name(m_fire->id(), EVENT_CHECKBOX_CLICKED);
+    ASSERT_TRUE(m_scene.functions().add_function(IFunc::create_func(function), false, u"return 1"_s).ok());
+    m_scene.events().CreateEventW(m_fire->id(), EVENT_CHECKBOX_CLICKED, function);
+    const QString other = path(u"other.tarn"_s);
+    ASSERT_TRUE(save(other).ok());
+    const QByteArray authored = text();
+    m_scene.play(true);
+    core().remove_control(m_fire);
+    m_scene.remove_deletectrl_GUI_scripts();
+    CPakFile package;
+    ASSERT_TRUE(package.open(other).ok());
+    EXPECT_FALSE(m_scene.load(package, CTexPathInfo(other, 1)).ok());
+    EXPECT_FALSE(m_scene.on_merge_GUI(other, u"merged"_s, true).ok());
+    m_scene.play(false);
+    EXPECT_TRUE(same_text(text(), authored));
+}
+
 TEST_F(PreviewTest, a_tool_that_was_armed_is_put_away)
 {
     m_scene.SetMTFunction(1, 0);

@@ -138,12 +138,12 @@ Status screenshot(Automation& app, const QString& path, const std::optional<QStr
 
 Data undo(Automation& app)
 {
-    return settled(app, app.studio().undo());
+    return settled(app, app.window().undo());
 }
 
 Data redo(Automation& app)
 {
-    return settled(app, app.studio().redo());
+    return settled(app, app.window().redo());
 }
 
 Result<Data> mode(Automation& app, const std::optional<QString>& name)
