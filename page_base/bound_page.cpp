@@ -97,8 +97,7 @@ void CBoundPage::bind(std::span<const tarn::FieldRow> rows)
         Row& bound = m_rows.emplace_back(Row{row, std::move(editor)});
         bound.editor->on_edited = [this, &bound](const Value& value) { on_edited(bound, value); };
         bound.editor->on_finished = [this] {
-            if (tarn::Journal* record = journal())
-                record->break_merge();
+            end_typing();
             if (core())
                 refresh(); // What was typed may have been held to the attribute's limits.
         };
