@@ -72,6 +72,28 @@ studio.play(false)
 local boxes = studio.boxes()
 t.same({#boxes, boxes[1] and boxes[1].text, boxes[1] and boxes[1].title}, {1, "hello", "title"}, "the message")
 
+-- While it runs, Enter on a row of the log opens its function, which can be changed, but not tried: that would end what
+-- waits in the scene.
+studio.set_function_text(name, 'print("begin") wait(0.5) control("Start").text = "waited"')
+studio.play(true)
+studio.view:click(x, y)
+studio.wait(100)
+local log = studio.page("CDlgEventLog"):control(7011)
+local can_run, tip
+studio.answer(function(editor)
+    can_run, tip = editor:control(run):enabled(), editor:control(run):tooltip()
+    editor:control(editor_text):set_text('print("changed")')
+    editor:control(ok):click()
+end)
+log:select(#log:rows() - 1)
+log:enter()
+t.same({can_run, #tip > 2}, {false, true}, "Run while the scene plays, and why")
+t.same(studio.function_text(name), 'print("changed")', "the changed function")
+studio.wait(700)
+t.same(button:get("text"), "waited", "the function that waited")
+studio.play(false)
+studio.boxes()
+
 -- Removing asks first; event and function go together.
 studio.answer("cancel")
 click_remove:click()
@@ -103,14 +125,15 @@ studio.answer("ok")
 scripts:control(6524):click()
 t.same(scripts:control(6426):color(), black, "the dialog's script is gone")
 
--- What is broken is listed; a double-click jumps there.
+-- What is broken is listed; Enter jumps there.
 check:set("image_checked", "nowhere.png")
 studio.menu(t.lang("视图", "View"), t.lang("问题", "Problems"))
 studio.wait(400)
 local problems = studio.page("CDlgProblems"):control(7021)
 t.same(problems:rows(), {{"Sound", t.lang("图片 nowhere.png 不在文件包中。", "The picture nowhere.png is not in the package.")}},
        "a missing picture")
-problems:double_click(0)
+problems:select(0)
+problems:enter()
 t.same(studio.selection().control == check, true, "the control with the missing picture")
 check:set("image_checked", "")
 
