@@ -42,6 +42,12 @@ page:control(6418):click()
 t.same(#studio.functions(), 2, "functions after a cancelled script")
 t.same(page:control(6418):color(), blue, "it is there, and empty")
 
+-- An editor with changes that an answer leaves open is closed.
+studio.answer(function(editor)
+    editor:control(editor_text):set_text("x = 1")
+end)
+t.refused("was left open", click_script.click, click_script)
+
 -- Play, and what happens in it.
 local before = t.scene_bytes()
 button:set("name", "Renamed")
