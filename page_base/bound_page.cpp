@@ -97,8 +97,7 @@ void CBoundPage::bind(std::span<const tarn::FieldRow> rows)
         Row& bound = m_rows.emplace_back(Row{row, std::move(editor)});
         bound.editor->on_edited = [this, &bound](const Value& value) { on_edited(bound, value); };
         bound.editor->on_finished = [this] {
-            if (tarn::Journal* record = journal())
-                record->break_merge();
+            end_typing();
             if (core())
                 refresh(); // What was typed may have been held to the attribute's limits.
         };
@@ -192,17 +191,16 @@ void CBoundPage::on_edited(const Row& bound, const Value& value)
 
 void CBoundPage::write_row(const Row& bound, const Value& value)
 {
-    if (!bound.row.together) {
-        write(bound.row.field, value, bound.row.scope);
+    write(bound.row.field, value, bound.row.scope);
+    if (!bound.row.together)
         return;
-    }
     for (const Row& other : m_rows) {
         // What goes to the current object alone it has already.
-        if (other.row.together != bound.row.together || (&other != &bound && other.row.scope == tarn::Scope::Current))
+        if (&other == &bound || other.row.together != bound.row.together || other.row.scope == tarn::Scope::Current)
             continue;
-        const Value shown = &other == &bound ? value : other.editor->value();
-        if (!std::holds_alternative<std::monostate>(shown))
-            write(other.row.field, shown, other.row.scope);
+        // Not what the widgets show: a list that shows and hides objects tells nobody.
+        if (const FieldBase* field = current()->fields().find(other.row.field))
+            write(other.row.field, current()->property(*field), other.row.scope);
     }
 }
 

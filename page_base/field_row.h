@@ -35,8 +35,8 @@ struct FieldRow {
     Gate gate = Gate::Always;
     Shows shows = Shows::Common;
     Follows follows = Follows::Broadcast;
-    /// Rows with the same number other than 0 are written together: an edit of one also writes what those of the others
-    /// show that go to every selected object.
+    /// Rows with the same number other than 0 are written together: an edit of one also gives every selected object what
+    /// the current one has of the others, as far as these go to every selected object.
     int together = 0;
     /// For one of several buttons among which the value is chosen: the value that this one stands for.
     std::optional<int> option = {};

@@ -8,11 +8,14 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QFocusEvent>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QSignalBlocker>
 
 #include <algorithm>
+#include <functional>
+#include <utility>
 
 namespace tarn {
 
@@ -51,17 +54,38 @@ public:
     {
         m_widget.setEnabled(common.agreement != Agreement::None);
         m_widget.setPlaceholderText(common.agreement == Agreement::Mixed ? mixed_text() : QString());
+        // Setting it puts the cursor at the end.
+        if (common.field && common.field->rules().max_length != m_widget.maxLength())
+            m_widget.setMaxLength(common.field->rules().max_length);
         const QString text = common.agreement == Agreement::Same ? as<QString>(common.value) : QString();
         if (m_widget.text() != text) { // Keeps the cursor otherwise.
             m_widget.setText(text);
             m_widget.setCursorPosition(0);
         }
     }
-    Value value() const override { return m_widget.text(); }
     bool merges() const override { return true; }
 
 private:
     QLineEdit& m_widget;
+};
+
+/// Tells when the focus leaves a widget that has no signal for it. An edit's own popup menu leaves it being edited.
+class LeaveWatch : public QObject {
+public:
+    LeaveWatch(QWidget& widget, std::function<void()> left) : QObject(&widget), m_left(std::move(left))
+    {
+        widget.installEventFilter(this);
+    }
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        if (event->type() == QEvent::FocusOut
+            && static_cast<const QFocusEvent*>(event)->reason() != Qt::PopupFocusReason)
+            m_left();
+        return false;
+    }
+
+private:
+    std::function<void()> m_left;
 };
 
 /// A text of several lines, or a list of texts, one a line.
@@ -70,6 +94,7 @@ public:
     explicit TextLines(QPlainTextEdit& widget) : m_widget(widget)
     {
         QObject::connect(&widget, &QPlainTextEdit::textChanged, &widget, [this] { edited(value()); });
+        new LeaveWatch(widget, [this] { finished(); });
     }
     void show(const CommonValue& common) override
     {
@@ -83,16 +108,17 @@ public:
         if (m_widget.toPlainText() != text)
             m_widget.setPlainText(text);
     }
-    Value value() const override
+    bool merges() const override { return true; }
+
+private:
+    Value value() const
     {
         const QString text = m_widget.toPlainText();
         if (!m_is_list)
             return text;
         return text.isEmpty() ? QStringList() : text.split(QLatin1Char('\n'));
     }
-    bool merges() const override { return true; }
 
-private:
     QPlainTextEdit& m_widget;
     bool m_is_list = false;
 };
@@ -118,10 +144,6 @@ public:
                                    : number_or_flag(common.value) ? Qt::Checked
                                                                   : Qt::Unchecked);
     }
-    Value value() const override
-    {
-        return m_widget.checkState() == Qt::PartiallyChecked ? Value() : Value(m_widget.isChecked());
-    }
 
 private:
     static bool number_or_flag(const Value& value) { return as<bool>(value) || number_of(value) != 0; }
@@ -145,7 +167,6 @@ public:
         m_widget.setEnabled(common.agreement != Agreement::None);
         m_widget.setChecked(common.agreement == Agreement::Same && number_of(common.value) == m_option);
     }
-    Value value() const override { return m_widget.isChecked() ? Value(qint64(m_option)) : Value(); }
 
 private:
     QAbstractButton& m_widget;
@@ -178,7 +199,6 @@ public:
         m_widget.findChild<QLineEdit*>()->setPlaceholderText(common.agreement == Agreement::Mixed ? QStringLiteral("…")
                                                                                                   : QString());
     }
-    Value value() const override { return m_widget.value() ? Value(*m_widget.value()) : Value(); }
     bool merges() const override { return true; }
 
 private:
@@ -198,10 +218,6 @@ public:
     {
         m_widget.setEnabled(common.agreement != Agreement::None);
         m_widget.setCurrentIndex(common.agreement == Agreement::Same ? int(number_of(common.value)) : -1);
-    }
-    Value value() const override
-    {
-        return m_widget.currentIndex() < 0 ? Value() : Value(qint64(m_widget.currentIndex()));
     }
 
 private:

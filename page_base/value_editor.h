@@ -27,8 +27,6 @@ public:
 
     /// Shows `value`; tells of nothing. Edits stay disabled where no object has the attribute.
     virtual void show(const CommonValue& value) = 0;
-    /// What the widget shows now; monostate where it shows none or that objects disagree.
-    virtual Value value() const = 0;
     /// Whether edits that follow each other (typing) are one step of undo.
     virtual bool merges() const { return false; }
 

@@ -6,6 +6,8 @@
 #include "frame/cmd_test.h"
 #include "studio.h"
 
+#include <algorithm>
+
 using tarn::lang;
 using tarn::ScriptLogEntry;
 
@@ -54,6 +56,8 @@ CDlgEventLog::CDlgEventLog(Studio& studio) : CChildDlg(QStringLiteral("CDlgEvent
     m_pending.setInterval(refresh_delay);
     connect(&m_pending, &QTimer::timeout, this, &CDlgEventLog::refresh);
     studio.world().script_log().on_changed = [this] {
+        if (m_studio.world().script_log().added() == 0)
+            m_seen = 0;
         if (!m_pending.isActive())
             m_pending.start();
     };
@@ -87,13 +91,29 @@ void CDlgEventLog::refresh()
 {
     if (!isVisible())
         return;
-    m_shown = m_studio.world().script_log().entries();
+    take_new_entries();
     std::vector<void*> items;
     items.reserve(m_shown.size());
     for (ScriptLogEntry& entry : m_shown)
         items.push_back(&entry);
     m_list->refill_list(items);
-    m_list->scrollToBottom();
+    if (m_list->sort_column() < 0)
+        m_list->scrollToBottom();
+}
+
+/// An entry keeps its address, and so its row, as long as it is shown.
+void CDlgEventLog::take_new_entries()
+{
+    const tarn::ScriptLog& log = m_studio.world().script_log();
+    const auto fresh = std::min(log.added() - m_seen, log.entries().size());
+    m_seen = log.added();
+    if (fresh == log.entries().size()) {
+        m_list->refill_list({});
+        m_shown.clear();
+    }
+    m_shown.insert(m_shown.end(), log.entries().end() - std::ptrdiff_t(fresh), log.entries().end());
+    while (m_shown.size() > log.entries().size())
+        m_shown.pop_front();
 }
 
 void CDlgEventLog::open_function(int row)

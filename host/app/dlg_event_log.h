@@ -19,7 +19,7 @@ public:
     QString get_item_caption(void* item, int column) const override;
 };
 
-/// What the functions of the running scene did; a double-click opens the function.
+/// What the functions of the running scene did; a double-click or Enter opens the function.
 class CDlgEventLog : public CChildDlg {
     Q_OBJECT
 
@@ -34,10 +34,12 @@ protected:
 
 private:
     void refresh();
+    void take_new_entries();
     void open_function(int row);
 
     Studio& m_studio;
     CReportListLog* m_list = nullptr;
     std::deque<tarn::ScriptLogEntry> m_shown; ///< what the rows are bound to
+    std::size_t m_seen = 0;                   ///< how many entries the log ever had when it was last looked at
     QTimer m_pending;                         ///< one refresh for any number of entries
 };

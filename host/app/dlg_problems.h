@@ -19,7 +19,7 @@ public:
     QString get_item_caption(void* item, int column) const override;
 };
 
-/// What is broken in the scene; a double-click selects the object, or opens the function.
+/// What is broken in the scene; a double-click or Enter selects the object, or opens the function.
 class CDlgProblems : public CChildDlg, private tarn::UiListener {
     Q_OBJECT
 

@@ -10,6 +10,8 @@
 #include "studio.h"
 
 #include <QApplication>
+#include <QLibraryInfo>
+#include <QLocale>
 #include <QTimer>
 #include <QTranslator>
 
@@ -24,16 +26,27 @@ void print(std::FILE* stream, const QString& text)
     std::fputs(text.toLocal8Bit().constData(), stream);
 }
 
+/// Without the file the texts stay as they are.
+void install_translation(QApplication& app, const QString& file, const QString& folder)
+{
+    auto* translator = new QTranslator(&app);
+    if (translator->load(file, folder))
+        QApplication::installTranslator(translator);
+}
+
 void set_up_language(QApplication& app, const CommandLine& line)
 {
     const auto chosen = line.language ? line.language : tarn::settings::language();
     VLCMsgIniW::set_language(chosen.value_or(tarn::settings::system_language()));
-    if (VLCMsgIniW::language() != tarn::Language::English)
-        return;
-    // The forms' captions are Chinese; the plug-in of the windows brings their translation along.
-    auto* translator = new QTranslator(&app);
-    if (translator->load(QStringLiteral(":/gui_ui/i18n/tarn_en.qm")))
-        QApplication::installTranslator(translator);
+    if (VLCMsgIniW::language() == tarn::Language::Chinese) {
+        // What Qt words itself: its dialogs, and the menus of edits.
+        QLocale::setDefault(QLocale(QLocale::Chinese, QLocale::China));
+        install_translation(app, QStringLiteral("qtbase_zh_CN"), QLibraryInfo::path(QLibraryInfo::TranslationsPath));
+    } else {
+        // The forms' captions are Chinese; the plug-in of the windows brings their translation along.
+        QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
+        install_translation(app, QStringLiteral("tarn_en"), QStringLiteral(":/gui_ui/i18n"));
+    }
 }
 
 int render(Studio& studio, const CommandLine& line)

@@ -123,10 +123,7 @@ void CChildDlg::on_text(int id, std::function<void(const QString&)> handler)
     connect(widget, &QLineEdit::textEdited, this, [this, id, handler = std::move(handler)](const QString& text) {
         run_action([&] { handler(text); }, lang(u"输入", u"Typing"), merge_key(id));
     });
-    connect(widget, &QLineEdit::editingFinished, this, [this] {
-        if (tarn::Journal* record = journal())
-            record->break_merge();
-    });
+    connect(widget, &QLineEdit::editingFinished, this, &CChildDlg::end_typing);
 }
 
 void CChildDlg::on_number(int id, std::function<void(double)> handler)
@@ -137,4 +134,11 @@ void CChildDlg::on_number(int id, std::function<void(double)> handler)
     connect(widget, &CSuperEdit::text_changed_by_user, this, [this, id, handler = std::move(handler)](double value) {
         run_action([&] { handler(value); }, lang(u"输入", u"Typing"), merge_key(id));
     });
+    connect(widget, &CSuperEdit::editing_finished, this, &CChildDlg::end_typing);
+}
+
+void CChildDlg::end_typing()
+{
+    if (tarn::Journal* record = journal())
+        record->break_merge();
 }

@@ -67,13 +67,14 @@ protected:
     void on_click(int id, std::function<void()> handler);
     /// A choice in a combo box by the user.
     void on_choose(int id, std::function<void(int)> handler);
-    /// Each change of a text by the user; typing on is one step of undo.
+    /// Each change of a text by the user; all of one visit to the edit is one step of undo.
     void on_text(int id, std::function<void(const QString&)> handler);
     void on_number(int id, std::function<void(double)> handler);
+    /// What is typed from now on is a step of its own.
+    void end_typing();
 
 private:
     QByteArray merge_key(int id) const;
-
     QString m_page_name;
     QHash<int, QWidget*> m_controls;
     CBaseWorld* m_world = nullptr;

@@ -7,6 +7,7 @@
 #include "widgets/color_swatch.h"
 #include "widgets/super_edit.h"
 
+#include <QComboBox>
 #include <QFile>
 #include <QTabBar>
 #include <QUiLoader>
@@ -14,6 +15,8 @@
 namespace tarn {
 
 namespace {
+
+constexpr int shortest_box = 6; ///< letters of a combo box that must be seen, unless its form says otherwise
 
 class Loader : public QUiLoader {
 public:
@@ -38,8 +41,13 @@ public:
             widget = new CDlgGroup(parent);
         if (!widget && class_name == QLatin1String("QTabBar"))
             widget = new QTabBar(parent);
-        if (!widget)
-            return QUiLoader::createWidget(class_name, parent, name);
+        if (!widget) {
+            widget = QUiLoader::createWidget(class_name, parent, name);
+            // One long entry shall not make a page wider than the bar that holds it.
+            if (auto* box = qobject_cast<QComboBox*>(widget))
+                box->setMinimumContentsLength(shortest_box);
+            return widget;
+        }
         widget->setObjectName(name);
         return widget;
     }

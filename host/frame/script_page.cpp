@@ -2,6 +2,8 @@
 
 #include "boxes.h"
 #include "core/language.h"
+#include "engine/base_world.h"
+#include "engine/scene_plug.h"
 #include "widgets/button_st.h"
 #include "widgets/plain_tip.h"
 
@@ -51,10 +53,22 @@ enum Id : int {
 constexpr int icon_run = 15;
 constexpr int icon_stop = 16;
 
+bool a_scene_plays(CBaseWorld& world)
+{
+    const auto& modules = world.plug_man().modules();
+    return std::any_of(modules.begin(), modules.end(), [](const auto& module) {
+        const auto* scene = dynamic_cast<const CScenePlug*>(module->main_object());
+        return scene && scene->is_playing();
+    });
+}
+
 } // namespace
 
 ScriptPage::ScriptPage(QString function_name, CBaseWorld& world, QDialog& dialog)
-    : CChildDlg(QStringLiteral("CDlgCmdTest"), &dialog), m_dialog(dialog), m_run(std::move(function_name), world, m_log)
+    : CChildDlg(QStringLiteral("CDlgCmdTest"), &dialog),
+      m_dialog(dialog),
+      m_world(world),
+      m_run(std::move(function_name), world, m_log)
 {
 }
 
@@ -109,6 +123,13 @@ void ScriptPage::init_log()
     button(id_stop)->SetIcon(icon_stop);
     button(id_stop)->setEnabled(false);
     on_click(id_run, [this] { m_run.start(script().script()); });
+    if (a_scene_plays(m_world)) {
+        // A run begins with a runtime of its own, which would end the functions that wait in the scene.
+        button(id_run)->setEnabled(false);
+        button(id_run)->SetTooltipText(lang(u"预览时不能试运行：场景的函数正在运行。请先停止预览。",
+                                            u"Not while the preview runs: the scene's functions are running. Stop the "
+                                            u"preview first."));
+    }
     on_click(id_stop, [this] { m_run.stop(); });
     connect(&m_run, &ScriptRun::went_on, list, [this, list] {
         button(id_stop)->setEnabled(m_run.is_waiting());

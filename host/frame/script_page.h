@@ -38,6 +38,7 @@ private:
     void copy_log() const;
 
     QDialog& m_dialog;
+    CBaseWorld& m_world;
     ScriptRunLog m_log;
     ScriptRun m_run;
     std::unique_ptr<ScriptFindBar> m_bar;

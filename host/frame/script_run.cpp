@@ -50,20 +50,29 @@ QString shown(const Value& value)
 ScriptRun::ScriptRun(QString function_name, CBaseWorld& world, ScriptRunLog& log)
     : m_name(std::move(function_name)), m_world(world), m_log(log)
 {
-    m_printed_before = std::exchange(runtime().on_print,
-                                     [this](const QString& text) { m_log.add(ScriptRunLog::Kind::Print, text); });
-    m_failed_before = std::exchange(runtime().on_error, [this](const ScriptError& error) { add_error(error); });
     m_ticks.setInterval(tick_interval);
     connect(&m_ticks, &QTimer::timeout, this, &ScriptRun::tick);
 }
 
 ScriptRun::~ScriptRun()
 {
-    if (m_started)
+    if (m_started) {
         runtime().reset();
-    runtime().on_print = std::move(m_printed_before);
-    runtime().on_error = std::move(m_failed_before);
+        runtime().on_print = std::move(m_printed_before);
+        runtime().on_error = std::move(m_failed_before);
+    }
     finish();
+}
+
+/// Until something runs here, what the scene's functions tell goes where it went before.
+void ScriptRun::hear_runtime()
+{
+    if (m_started)
+        return;
+    m_started = true;
+    m_printed_before = std::exchange(runtime().on_print,
+                                     [this](const QString& text) { m_log.add(ScriptRunLog::Kind::Print, text); });
+    m_failed_before = std::exchange(runtime().on_error, [this](const ScriptError& error) { add_error(error); });
 }
 
 ScriptRuntime& ScriptRun::runtime() const
@@ -76,7 +85,7 @@ void ScriptRun::start(const QString& text)
     finish();
     runtime().reset();
     m_log.clear();
-    m_started = true;
+    hear_runtime();
     m_edit = m_world.begin_edit ? m_world.begin_edit(lang(u"运行脚本", u"Run Script")) : nullptr;
     if (const Status set = runtime().try_text(m_name, text); !set)
         m_log.add(ScriptRunLog::Kind::Error, set.message());

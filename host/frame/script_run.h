@@ -37,6 +37,7 @@ Q_SIGNALS:
     void went_on();
 
 private:
+    void hear_runtime();
     void tick();
     void finish();
     void tell(const ScriptResult& result);

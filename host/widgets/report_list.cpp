@@ -158,24 +158,25 @@ void CReportList::on_section_resized()
 void CReportList::refill_list(const std::vector<void*>& items)
 {
     const CodeScope scope(*this);
-    horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
-    if (items == m_model->items()) {
+    if (items == m_filled) {
         refresh_all_item_caption();
         return;
     }
+    m_filled = items;
     const std::vector<void*> chosen = selected_items();
     void* const current = get_binded_ptr(currentIndex().row());
     const int scrolled = verticalScrollBar()->value();
 
-    m_model->set_items(items);
+    m_model->set_items(sorted_as_before(items));
 
+    const std::vector<void*>& shown = m_model->items();
     std::vector<int> rows;
     const std::unordered_set<void*> wanted(chosen.begin(), chosen.end());
-    for (size_t i = 0; i < items.size() && !wanted.empty(); ++i)
-        if (wanted.contains(items[i]))
+    for (size_t i = 0; i < shown.size() && !wanted.empty(); ++i)
+        if (wanted.contains(shown[i]))
             rows.push_back(int(i));
-    const auto at = current ? std::find(items.begin(), items.end(), current) : items.end();
-    replace_selection(rows, at == items.end() ? -1 : int(at - items.begin()));
+    const auto at = current ? std::find(shown.begin(), shown.end(), current) : shown.end();
+    replace_selection(rows, at == shown.end() ? -1 : int(at - shown.begin()));
 
     executeDelayedItemsLayout();
     verticalScrollBar()->setValue(scrolled);
@@ -350,18 +351,39 @@ void CReportList::set_multi_selection(bool multi)
     }
 }
 
+int CReportList::sort_column() const
+{
+    return horizontalHeader()->sortIndicatorSection();
+}
+
+std::vector<int> CReportList::sorted_order(const std::vector<void*>& items, int column, bool ascending) const
+{
+    std::vector<QString> captions;
+    captions.reserve(items.size());
+    for (void* item : items)
+        captions.push_back(get_item_caption(item, column));
+    return is_number_column(column) ? tarn::number_order(captions, ascending)
+                                    : tarn::text_order(captions, ascending, tarn::reading_collator());
+}
+
+std::vector<void*> CReportList::sorted_as_before(const std::vector<void*>& items) const
+{
+    if (sort_column() < 0)
+        return items;
+    const bool ascending = horizontalHeader()->sortIndicatorOrder() == Qt::AscendingOrder;
+    std::vector<void*> sorted;
+    sorted.reserve(items.size());
+    for (const int row : sorted_order(items, sort_column(), ascending))
+        sorted.push_back(items[size_t(row)]);
+    return sorted;
+}
+
 void CReportList::sort_by_column(int column, bool ascending)
 {
     if (column < 0 || column >= m_model->columnCount())
         return;
     const CodeScope scope(*this);
-    std::vector<QString> captions;
-    captions.reserve(size_t(row_count()));
-    for (void* item : m_model->items())
-        captions.push_back(get_item_caption(item, column));
-    const std::vector<int> order = m_model->columns()[size_t(column)].is_number
-        ? tarn::number_order(captions, ascending)
-        : tarn::text_order(captions, ascending, tarn::reading_collator());
+    const std::vector<int> order = sorted_order(m_model->items(), column, ascending);
 
     std::vector<bool> was_selected(order.size(), false);
     for (const int row : selected_rows())

@@ -43,8 +43,9 @@ public:
     QStringList column_captions() const;
     bool is_number_column(int column) const;
 
-    /// Shows these objects in the given order, without sorting. Objects that were selected and are still there stay
-    /// selected; the list stays scrolled as it was.
+    /// Shows these objects in the given order, or sorted as the header says when a column was sorted before. Objects
+    /// that were selected and are still there stay selected; the list stays scrolled as it was. The same objects in the
+    /// same order as last time stay where they are, whatever their captions are now.
     void refill_list(const std::vector<void*>& items);
     int row_count() const;
     /// Null when there is no such row.
@@ -75,9 +76,11 @@ public:
     /// The cell of the click that is being handled, or was last; row and column are -1 beside all rows.
     void get_item_index_under_mouse(int& row, int& column) const;
 
-    /// Sorts the rows by a column's captions, once: the rows change their places, and later changes of captions do
-    /// not move them. Stable. Does nothing for a column that there is not.
+    /// Sorts the rows by a column's captions; later refills are sorted alike, but changes of captions alone move no
+    /// row. Stable. Does nothing for a column that there is not.
     void sort_by_column(int column, bool ascending);
+    /// The column that the rows are sorted by, -1 while they stand as they were given.
+    int sort_column() const;
 
     /// Whether typing letters goes to the next row whose first column begins with them. On at first.
     void set_use_match_info(bool use);
@@ -100,6 +103,8 @@ Q_SIGNALS:
 
     /// A click with the left button. -1, -1 beside all rows, where the selection has been cleared before.
     void item_clicked(int row, int column);
+    /// A double-click, or Return or Enter on the current row while it is selected. While nobody listens, these keys are
+    /// left to the window.
     void item_double_clicked(int row, int column);
     void selection_changed_by_user();
     /// The Delete key. While nobody listens, the key is left to the window's shortcuts.
@@ -139,9 +144,13 @@ private:
     void update_row(int row);
     std::vector<int> selected_rows() const;
     void replace_selection(const std::vector<int>& sorted_rows, int current_row);
+    std::vector<int> sorted_order(const std::vector<void*>& items, int column, bool ascending) const;
+    std::vector<void*> sorted_as_before(const std::vector<void*>& items) const;
     bool hears_delete() const;
+    bool open_current_row();
 
     tarn::ReportModel* m_model;
+    std::vector<void*> m_filled; ///< the rows as they were given
     QList<int> m_icon_numbers;
     QList<QIcon> m_icons;
     QString m_empty_hint;

@@ -110,7 +110,20 @@ void CReportList::keyPressEvent(QKeyEvent* event)
             event->ignore();
         return;
     }
+    const bool is_enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (is_enter && open_current_row())
+        return;
     QTableView::keyPressEvent(event);
+}
+
+bool CReportList::open_current_row()
+{
+    static const QMetaMethod signal = QMetaMethod::fromSignal(&CReportList::item_double_clicked);
+    const QModelIndex at = currentIndex();
+    if (!isSignalConnected(signal) || !selectionModel()->isSelected(at))
+        return false;
+    Q_EMIT item_double_clicked(at.row(), at.column());
+    return true;
 }
 
 QModelIndex CReportList::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers)

@@ -57,7 +57,7 @@
     </message>
     <message>
         <source>随窗口缩放</source>
-        <translation>Scales with the dialog</translation>
+        <translation>With the dialog</translation>
     </message>
     <message>
         <source>左上</source>

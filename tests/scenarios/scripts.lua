@@ -42,6 +42,12 @@ page:control(6418):click()
 t.same(#studio.functions(), 2, "functions after a cancelled script")
 t.same(page:control(6418):color(), blue, "it is there, and empty")
 
+-- An editor with changes that an answer leaves open is closed.
+studio.answer(function(editor)
+    editor:control(editor_text):set_text("x = 1")
+end)
+t.refused("was left open", click_script.click, click_script)
+
 -- Play, and what happens in it.
 local before = t.scene_bytes()
 button:set("name", "Renamed")
@@ -71,6 +77,28 @@ studio.process()
 studio.play(false)
 local boxes = studio.boxes()
 t.same({#boxes, boxes[1] and boxes[1].text, boxes[1] and boxes[1].title}, {1, "hello", "title"}, "the message")
+
+-- While it runs, Enter on a row of the log opens its function, which can be changed, but not tried: that would end what
+-- waits in the scene.
+studio.set_function_text(name, 'print("begin") wait(0.5) control("Start").text = "waited"')
+studio.play(true)
+studio.view:click(x, y)
+studio.wait(100)
+local log = studio.page("CDlgEventLog"):control(7011)
+local can_run, tip
+studio.answer(function(editor)
+    can_run, tip = editor:control(run):enabled(), editor:control(run):tooltip()
+    editor:control(editor_text):set_text('print("changed")')
+    editor:control(ok):click()
+end)
+log:select(#log:rows() - 1)
+log:enter()
+t.same({can_run, #tip > 2}, {false, true}, "Run while the scene plays, and why")
+t.same(studio.function_text(name), 'print("changed")', "the changed function")
+studio.wait(700)
+t.same(button:get("text"), "waited", "the function that waited")
+studio.play(false)
+studio.boxes()
 
 -- Removing asks first; event and function go together.
 studio.answer("cancel")
@@ -103,14 +131,15 @@ studio.answer("ok")
 scripts:control(6524):click()
 t.same(scripts:control(6426):color(), black, "the dialog's script is gone")
 
--- What is broken is listed; a double-click jumps there.
+-- What is broken is listed; Enter jumps there.
 check:set("image_checked", "nowhere.png")
 studio.menu(t.lang("视图", "View"), t.lang("问题", "Problems"))
 studio.wait(400)
 local problems = studio.page("CDlgProblems"):control(7021)
 t.same(problems:rows(), {{"Sound", t.lang("图片 nowhere.png 不在文件包中。", "The picture nowhere.png is not in the package.")}},
        "a missing picture")
-problems:double_click(0)
+problems:select(0)
+problems:enter()
 t.same(studio.selection().control == check, true, "the control with the missing picture")
 check:set("image_checked", "")
 

@@ -7,7 +7,9 @@
 #include "widgets/color_swatch.h"
 #include "widgets/super_edit.h"
 
+#include <QApplication>
 #include <QCheckBox>
+#include <QFocusEvent>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QTest>
@@ -253,7 +255,12 @@ TEST_F(ControlPage, APageOfATypeWorksOnlyOnControlsOfThatType)
     QTest::keyClicks(edit, u"more"_s);
     EXPECT_TRUE(text->text().endsWith(u" and\nmore"_s));
     EXPECT_EQ(static_cast<CDXUTStatic*>(m_controls[0])->text(), caption) << "a button has a text too";
-    EXPECT_EQ(undo_steps(), 1);
+    for (const Qt::FocusReason reason : {Qt::PopupFocusReason, Qt::TabFocusReason}) {
+        QFocusEvent leave(QEvent::FocusOut, reason);
+        QApplication::sendEvent(edit, &leave);
+        QTest::keyClicks(edit, u" still"_s);
+    }
+    EXPECT_EQ(undo_steps(), 2) << "the edit's own menu does not end a visit";
 
     core().ClearCtrlSelection();
     tell(ui_selection_changed);

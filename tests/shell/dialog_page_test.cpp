@@ -105,11 +105,21 @@ TEST_F(DialogPage, APlaceBeyondTheEditsRangeOutlivesAClickOnAFlag)
     EXPECT_EQ(m_second->rect().x(), -40);
 }
 
-TEST_F(DialogPage, ALongNameIsCutAndShownAsItIsWhenTypingEnds)
+TEST_F(DialogPage, AnEditDoesNotShowADialogAgainThatThePageDoesNotKnowToBeHidden)
 {
-    type(id_name, QString(32, u'n'));
+    m_second->SetVisible(false);
+    ASSERT_TRUE(on_page<QCheckBox>(id_visible).isChecked());
+    type(id_name, u"New"_s);
+    EXPECT_FALSE(m_second->GetVisible());
+    EXPECT_FALSE(on_page<QCheckBox>(id_visible).isChecked());
+    on_page<QCheckBox>(id_visible).click();
+    EXPECT_TRUE(m_second->GetVisible());
+}
+
+TEST_F(DialogPage, ANameTakesNoMoreLettersThanItCanHave)
+{
+    type(id_name, QString(31, u'n') + u'm');
     EXPECT_EQ(m_second->name(), QString(31, u'n'));
-    QTest::keyClick(&on_page<QLineEdit>(id_name), Qt::Key_Return);
     EXPECT_EQ(on_page<QLineEdit>(id_name).text(), m_second->name());
 }
 

@@ -14,7 +14,9 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QFile>
+#include <QLineEdit>
 #include <QTemporaryDir>
+#include <QTest>
 
 namespace tarn::test {
 
@@ -205,6 +207,22 @@ TEST_F(ElementCustomize, ResettingIsOfferedWhereThereIsSomethingToReset)
     EXPECT_TRUE(m_second->font_italic());
     click(id_reset_all);
     EXPECT_FALSE(m_second->has_style() || enabled(id_reset_all));
+}
+
+TEST_F(ElementCustomize, EachVisitToANumberIsAStepOfUndo)
+{
+    auto* line = at<CSuperEdit>(id_size).findChild<QLineEdit*>();
+    for (const auto& text : {u"30"_s, u"40"_s}) {
+        line->selectAll();
+        QTest::keyClicks(line, text);
+        QTest::keyClick(line, Qt::Key_Return);
+    }
+    EXPECT_TRUE(m_scene->journal().undo());
+    m_page.update_ui(ui_full_refresh);
+    EXPECT_EQ(at<CSuperEdit>(id_size).get_pos(), 30);
+    EXPECT_TRUE(m_scene->journal().undo());
+    m_page.update_ui(ui_full_refresh);
+    EXPECT_EQ(at<CSuperEdit>(id_size).get_pos(), Skin::font_size);
 }
 
 TEST_F(ElementCustomize, OnlyWhatAppliesToTheTypeCanBeUsed)

@@ -132,21 +132,45 @@ TEST_F(ReportListTest, RefillKeepsTheSelectionOfSurvivorsAndReportsNothing)
     EXPECT_EQ(changes.count(), 0);
 }
 
-TEST_F(ReportListTest, RefillKeepsTheScrollPositionAndDropsTheSorting)
+TEST_F(ReportListTest, RefillKeepsTheScrollPositionAndTheSorting)
 {
     QStringList names;
     for (int i = 0; i < 500; ++i)
         names.append(QString::number(i));
     show(names);
     list.sort_by_column(1, false);
-    EXPECT_EQ(list.horizontalHeader()->sortIndicatorSection(), 1);
     list.verticalScrollBar()->setValue(3000);
+    list.selecte_item_by_ptr_binded(items[350]); // Where the list is scrolled to.
     items.pop_back();
     list.refill_list(items);
     QApplication::processEvents();
     EXPECT_EQ(list.verticalScrollBar()->value(), 3000);
-    EXPECT_EQ(list.horizontalHeader()->sortIndicatorSection(), -1);
-    EXPECT_EQ(list.get_binded_ptr(0), items[0]);
+    EXPECT_EQ(list.sort_column(), 1);
+    EXPECT_EQ(list.get_binded_ptr(0), items.back());
+    EXPECT_EQ(selection(), QStringLiteral("350"));
+
+    list.captions_asked = 0;
+    list.refill_list(items);
+    EXPECT_EQ(list.captions_asked, 0) << "the same rows are not sorted again";
+    list.refill_list({});
+    list.refill_list({items[2], items[7]});
+    EXPECT_EQ(order(), QStringLiteral("72"));
+}
+
+TEST_F(ReportListTest, EnterOpensTheCurrentRow)
+{
+    show(letters("abc"));
+    QTest::keyClick(&list, Qt::Key_Return);
+    EXPECT_EQ(double_clicks.count(), 0) << "no row is current";
+    click(1, 1);
+    QTest::keyClick(&list, Qt::Key_Down);
+    QTest::keyClick(&list, Qt::Key_Return);
+    QTest::keyClick(&list, Qt::Key_Enter, Qt::KeypadModifier);
+    ASSERT_EQ(double_clicks.count(), 2);
+    EXPECT_EQ(double_clicks.at(1).at(0).toInt(), 2);
+    click_beside_rows();
+    QTest::keyClick(&list, Qt::Key_Return);
+    EXPECT_EQ(double_clicks.count(), 2);
 }
 
 TEST_F(ReportListTest, CaptionsAreAskedOnlyOfRowsThatAreSeen)

@@ -226,7 +226,7 @@ void ScriptedBoxes::run_function(QDialog& dialog, FunctionRef function)
     if (!open || !open->isVisible())
         return;
     fail(QStringLiteral("%1 was left open").arg(quoted("dialog", page ? page->page_name() : open->windowTitle())));
-    open->reject();
+    open->done(QDialog::Rejected); // reject() may ask and stay.
 }
 
 } // namespace tarn::script
