@@ -1,5 +1,6 @@
 #include "support/scene_fixture.h"
 
+#include "gui_core/dxut_edit_box.h"
 #include "gui_scene/create_tool.h"
 
 using namespace tarn;
@@ -100,6 +101,19 @@ TEST_F(PreviewTest, a_drag_under_way_when_it_ends_does_not_go_on_in_the_next_one
     m_scene.play(true);
     mouse(MouseEvent::Kind::Move, {400, 400});
     EXPECT_EQ(m_camp->rect().topLeft(), QPoint(40, 60));
+}
+
+TEST_F(PreviewTest, typing_goes_on_in_the_text_that_was_loaded)
+{
+    read("{\"root\":{\"id\":1},\"dialogs\":[],\"controls\":[\n"
+         "{\"id\":9,\"type\":6,\"dialog\":1,\"text\":\"Player\",\"max_length\":8}\n]}");
+    auto* box = static_cast<CDXUTEditBox*>(core().find_control(9));
+    EXPECT_EQ(box->editor().text(), u"Player"_s) << "what is drawn";
+    m_scene.play(true);
+    click(box->screen_rect().center());
+    m_world.mouse_tool()->key(Qt::Key_End, {});
+    EXPECT_TRUE(box->text_typed(u" one"_s, {}));
+    EXPECT_EQ(box->text(), u"Player o"_s);
 }
 
 TEST_F(PreviewTest, edits_before_it_can_be_undone_after_it)
