@@ -10,7 +10,7 @@ public:
     CDXUTInfoBox(tarn::Journal& journal, CGuiCore& core);
 
     const QStringList& lines() const { return state<tarn::InfoBoxState>().lines; }
-    /// Appends a line; the oldest goes when there are more than the box keeps.
+    /// Appends a line, cut to the type's limit; the oldest goes when there are more than the box keeps.
     void AddString(const QString& text);
 
     void draw(tarn::DrawContext& context, const QRectF& area) const override;

@@ -275,6 +275,8 @@ TEST_F(ControlsTest, an_info_box_drops_its_oldest_lines)
     for (int i = 0; i < 5; ++i)
         box->AddString(QString::number(i));
     EXPECT_EQ(box->lines(), QStringList({u"2"_s, u"3"_s, u"4"_s}));
+    box->AddString(QString(1'000'000, u'x'));
+    EXPECT_EQ(box->lines().back().size(), 4096);
 }
 
 TEST(SwfHeader, tells_what_a_movie_says_and_why_it_cannot_be_read)
