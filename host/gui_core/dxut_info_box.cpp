@@ -27,6 +27,12 @@ void CDXUTInfoBox::AddString(const QString& text)
     state_changed();
 }
 
+void CDXUTInfoBox::reset_run_state()
+{
+    m_back = 0;
+    state_changed();
+}
+
 void CDXUTInfoBox::state_changed()
 {
     m_texts.clear();

@@ -16,6 +16,7 @@ public:
     void draw(tarn::DrawContext& context, const QRectF& area) const override;
     bool is_interactive() const override { return true; }
     bool wheel_turned(double steps) override;
+    void reset_run_state() override;
     void state_changed() override;
 
 private:

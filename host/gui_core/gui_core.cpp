@@ -301,6 +301,7 @@ void CGuiCore::EnableGui(bool editing)
     m_live = {};
     for (CDXUTDialog* dialog : GetDialogs())
         dialog->set_minimized(false);
+    tarn::walk(controls(), [](CDXUTControl* control) { control->reset_run_state(); });
 }
 
 // Screen and drawing --------------------------------------------------------------------------------------------------
