@@ -31,7 +31,7 @@ ElementChoice DrawContext::choice_of(Element element) const
 
 bool DrawContext::draw_picture(const QString& name, const QRectF& area) const
 {
-    const QImage& picture = core.texture(name);
+    const QImage picture = core.texture(name);
     if (picture.isNull())
         return false;
     painter.drawImage(area, picture);

@@ -149,6 +149,23 @@ TEST_F(DrawingTest, a_picture_shows_its_image_a_place_holder_only_while_editing_
     }
 }
 
+TEST_F(DrawingTest, decoded_pictures_keep_to_a_budget_and_go_with_their_scene)
+{
+    TextureCache cache(3 * 8 * 8 * 4);
+    const QImage first = cache.image(u"0"_s, png(Qt::red));
+    for (int i = 1; i < 10; ++i)
+        EXPECT_FALSE(cache.image(QString::number(i), png(Qt::blue)).isNull());
+    EXPECT_EQ(cache.bytes(), 3 * 8 * 8 * 4);
+    EXPECT_EQ(first.pixel(4, 4), 0xffff0000u) << "who was given it keeps it";
+    EXPECT_FALSE(cache.image(u"large"_s, png(Qt::red, {100, 100})).isNull()) << "larger than the budget";
+
+    m_core.set_texture(u"red.png"_s, png(Qt::red));
+    const qint64 decoded = m_core.texture(u"red.png"_s).cacheKey();
+    EXPECT_EQ(m_core.texture(u"red.png"_s).cacheKey(), decoded);
+    m_core.forget_history();
+    EXPECT_NE(m_core.texture(u"red.png"_s).cacheKey(), decoded);
+}
+
 TEST_F(DrawingTest, every_attribute_of_a_dialog_shows)
 {
     CDXUTDialog* d = dialog({50, 40, 200, 150});
