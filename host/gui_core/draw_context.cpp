@@ -14,8 +14,7 @@ void DrawContext::draw_element(Element element, VisualState state, const QRectF&
     const QPoint corner(qRound(area.left()), qRound(area.top()));
     const QSize size(qRound(area.left() + area.width()) - corner.x(), qRound(area.top() + area.height()) - corner.y());
     if (!size.isEmpty())
-        painter.drawImage(corner,
-                          elements.image(element, state, size, scale, styled ? choice_of(element) : ElementChoice()));
+        elements.draw(painter, corner, element, state, size, scale, styled ? choice_of(element) : ElementChoice());
 }
 
 ElementChoice DrawContext::choice_of(Element element) const

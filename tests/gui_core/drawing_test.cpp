@@ -2,6 +2,7 @@
 
 #include "support/gui_fixture.h"
 
+#include <QElapsedTimer>
 #include <QPainter>
 
 #include <array>
@@ -164,6 +165,37 @@ TEST_F(DrawingTest, decoded_pictures_keep_to_a_budget_and_go_with_their_scene)
     EXPECT_EQ(m_core.texture(u"red.png"_s).cacheKey(), decoded);
     m_core.forget_history();
     EXPECT_NE(m_core.texture(u"red.png"_s).cacheKey(), decoded);
+}
+
+TEST_F(DrawingTest, an_element_too_large_to_be_kept_looks_as_if_it_were)
+{
+    ElementCache cache(Skin::default_skin());
+    const QSize size(2600, 2000);
+    const QImage own = QImage::fromData(png(Qt::green, {60, 40}));
+    for (const ElementChoice& choice : {ElementChoice{}, ElementChoice{{}, 0xffc04020}, ElementChoice{own, 0x80ffffff}})
+        for (const Element element : {Element::Button, Element::InfoPanel, Element::MapPlaceholder})
+            for (const double scale : {1.0, 1.5, 2.0})
+                for (const QPoint corner : {QPoint(20, 30), QPoint(-1000, -700), QPoint(-2300, -1800)}) {
+                    QImage seen(m_core.screen_size() * scale, QImage::Format_ARGB32_Premultiplied);
+                    seen.setDevicePixelRatio(scale);
+                    seen.fill(background);
+                    QImage wanted = seen;
+                    QPainter(&wanted).drawImage(corner, cache.image(element, VisualState::Normal, size, scale, choice));
+                    QPainter painter(&seen);
+                    cache.draw(painter, corner, element, VisualState::Normal, size, scale, choice);
+                    EXPECT_TRUE(differing(seen, wanted).isNull()) << int(element) << " at " << scale;
+                }
+}
+
+TEST_F(DrawingTest, the_far_end_of_a_vast_control_is_drawn_at_the_cost_of_what_is_seen)
+{
+    button(m_core.GetRootDialog(), {-999'800, -999'900, 1e6, 1e6});
+    QElapsedTimer timer;
+    timer.start();
+    const QImage seen = picture();
+    EXPECT_LT(timer.elapsed(), 500);
+    EXPECT_NE(seen.pixel(190, 90), background);
+    EXPECT_EQ(seen.pixel(210, 90), background);
 }
 
 TEST_F(DrawingTest, every_attribute_of_a_dialog_shows)
