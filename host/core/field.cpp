@@ -13,7 +13,11 @@ QString cut_text(const QString& text, int units)
 {
     if (text.size() <= units)
         return text;
-    QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, text);
+    // The finder works through all that it is given, and a script's texts are long. Whether a character ends somewhere
+    // hangs on what stands before and little behind.
+    constexpr qsizetype look_ahead = 256;
+    const qsizetype length = std::min(text.size(), units + look_ahead);
+    QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, text.constData(), length);
     finder.setPosition(units);
     if (!finder.isAtBoundary())
         finder.toPreviousBoundary();

@@ -42,7 +42,10 @@ void ModelObject::replace_state(StatePtr state)
 Status ModelObject::load_state(JsonCursor& cursor)
 {
     m_state.detach();
-    return read_state(*m_state, cursor);
+    auto status = read_state(*m_state, cursor);
+    if (status)
+        state_changed();
+    return status;
 }
 
 void ModelObject::adopt_state(ObjectState* state)

@@ -215,9 +215,10 @@ InfoBoxState::InfoBoxState()
 const FieldTable& InfoBoxState::field_table()
 {
     using S = InfoBoxState;
-    static const FieldTable table = text_table<S>(0, 0, field<S>("lines", &S::lines),
-                                                  field<S>("line_height", &S::line_height, 18, range(6, 500)),
-                                                  field<S>("max_lines", &S::max_lines, 200, range(1, 100000)));
+    static const FieldTable table = text_table<S>(
+        0, 0, field<S>("lines", &S::lines, QStringList(), max_length(S::max_line_length)),
+        field<S>("line_height", &S::line_height, 18, range(6, 500)),
+        field<S>("max_lines", &S::max_lines, 200, range(1, 100000)));
     return table;
 }
 

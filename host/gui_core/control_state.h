@@ -168,6 +168,7 @@ struct ProgressState : StateOf<ProgressState, StaticState> {
 };
 
 struct InfoBoxState : StateOf<InfoBoxState, StaticState> {
+    static constexpr int max_line_length = 4096; ///< UTF-16 units
     QStringList lines;
     int line_height = 18; ///< pixels
     int max_lines = 200;  ///< older lines are dropped

@@ -14,8 +14,7 @@ void DrawContext::draw_element(Element element, VisualState state, const QRectF&
     const QPoint corner(qRound(area.left()), qRound(area.top()));
     const QSize size(qRound(area.left() + area.width()) - corner.x(), qRound(area.top() + area.height()) - corner.y());
     if (!size.isEmpty())
-        painter.drawImage(corner,
-                          elements.image(element, state, size, scale, styled ? choice_of(element) : ElementChoice()));
+        elements.draw(painter, corner, element, state, size, scale, styled ? choice_of(element) : ElementChoice());
 }
 
 ElementChoice DrawContext::choice_of(Element element) const
@@ -31,7 +30,7 @@ ElementChoice DrawContext::choice_of(Element element) const
 
 bool DrawContext::draw_picture(const QString& name, const QRectF& area) const
 {
-    const QImage& picture = core.texture(name);
+    const QImage picture = core.texture(name);
     if (picture.isNull())
         return false;
     painter.drawImage(area, picture);

@@ -62,6 +62,12 @@ void CDXUTComboBox::set_dropped(bool dropped)
     core().set_popup(dropped ? this : nullptr);
 }
 
+void CDXUTComboBox::reset_run_state()
+{
+    m_dropped = false; // A script may have removed the box while its list was down.
+    CDXUTItems::reset_run_state();
+}
+
 void CDXUTComboBox::popup_pressed(QPointF in_client)
 {
     const QRectF area = popup_rect();

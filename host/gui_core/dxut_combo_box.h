@@ -15,6 +15,7 @@ public:
     void popup_pressed(QPointF in_client) override;
     void draw_popup(tarn::DrawContext& context) const override;
     void close_popup() override { set_dropped(false); }
+    void reset_run_state() override;
     bool key_pressed(int key, Qt::KeyboardModifiers modifiers) override;
 
 protected:

@@ -131,6 +131,8 @@ public:
     /// Draws that, above all other controls.
     virtual void draw_popup(tarn::DrawContext&) const {}
     virtual void close_popup() {}
+    /// A preview begins or ends: nothing is scrolled, and no caret was moved, while it ran before.
+    virtual void reset_run_state() {}
 
     const char* class_name() const override;
     bool is_attached() const override;

@@ -41,6 +41,13 @@ bool CDXUTEditBox::SetSpacing(int pixels)
     return change<EditBoxState>(&EditBoxState::spacing, std::clamp(pixels, 0, 100));
 }
 
+void CDXUTEditBox::reset_run_state()
+{
+    m_editor = {};
+    m_scroll = 0;
+    state_changed();
+}
+
 void CDXUTEditBox::state_changed()
 {
     m_editor.set_max_length(state<EditBoxState>().max_length);

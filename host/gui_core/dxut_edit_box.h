@@ -20,6 +20,7 @@ public:
     bool key_pressed(int key, Qt::KeyboardModifiers modifiers) override;
     bool text_typed(const QString& text, const QString& preedit) override;
     QRectF caret_rect() const override;
+    void reset_run_state() override;
     void state_changed() override;
 
 private:

@@ -1,5 +1,6 @@
 #include "dxut_info_box.h"
 
+#include "core/field.h"
 #include "draw_context.h"
 #include "gui_core.h"
 
@@ -19,9 +20,15 @@ CDXUTInfoBox::CDXUTInfoBox(tarn::Journal& journal, CGuiCore& core) : CDXUTStatic
 void CDXUTInfoBox::AddString(const QString& text)
 {
     auto& s = edit<InfoBoxState>();
-    s.lines.append(text);
+    s.lines.append(tarn::cut_text(text, InfoBoxState::max_line_length));
     if (s.lines.size() > s.max_lines)
         s.lines.remove(0, s.lines.size() - s.max_lines);
+    m_back = 0;
+    state_changed();
+}
+
+void CDXUTInfoBox::reset_run_state()
+{
     m_back = 0;
     state_changed();
 }

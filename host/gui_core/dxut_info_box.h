@@ -10,12 +10,13 @@ public:
     CDXUTInfoBox(tarn::Journal& journal, CGuiCore& core);
 
     const QStringList& lines() const { return state<tarn::InfoBoxState>().lines; }
-    /// Appends a line; the oldest goes when there are more than the box keeps.
+    /// Appends a line, cut to the type's limit; the oldest goes when there are more than the box keeps.
     void AddString(const QString& text);
 
     void draw(tarn::DrawContext& context, const QRectF& area) const override;
     bool is_interactive() const override { return true; }
     bool wheel_turned(double steps) override;
+    void reset_run_state() override;
     void state_changed() override;
 
 private:

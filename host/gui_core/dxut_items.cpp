@@ -48,6 +48,12 @@ bool CDXUTItems::SelectItem(int index)
     return index >= -1 && index < GetSize() && change<ItemsState>(&ItemsState::selected, index);
 }
 
+void CDXUTItems::reset_run_state()
+{
+    m_first = 0;
+    state_changed();
+}
+
 void CDXUTItems::state_changed()
 {
     m_texts.clear();

@@ -27,6 +27,7 @@ public:
 
     bool is_interactive() const override { return true; }
     bool key_pressed(int key, Qt::KeyboardModifiers modifiers) override;
+    void reset_run_state() override;
     void state_changed() override;
 
 protected:

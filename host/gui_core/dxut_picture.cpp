@@ -16,7 +16,7 @@ bool CDXUTPicture::set_image(const QString& name)
 
 void CDXUTPicture::draw(tarn::DrawContext& context, const QRectF& area) const
 {
-    const QImage& picture = context.core.texture(image());
+    const QImage picture = context.core.texture(image());
     if (!picture.isNull() && state<tarn::PictureState>().stretch) {
         context.painter.drawImage(area, picture);
     } else if (!picture.isNull()) {

@@ -10,7 +10,10 @@ namespace tarn {
 namespace {
 
 constexpr qsizetype cache_bytes = 96 * 1024 * 1024;
-constexpr int max_side = 16384; ///< device pixels; a larger picture is drawn cut off
+constexpr int max_side = 16384;              ///< device pixels of a picture that is kept
+constexpr qint64 max_area = 4 * 1024 * 1024; ///< as well
+constexpr double max_shown = 32 * 1024
+    * 1024; ///< device pixels of a part that is composed; a display of 8K has as many
 
 /// Three spans of an axis: near edge, middle, far edge. Edges shrink together when there is no room for both.
 struct Spans {
@@ -91,9 +94,42 @@ void apply_tint(QImage& image, quint32 argb, bool shades)
     }
 }
 
+QSize device_size(QSize size, double scale)
+{
+    return {std::max(1, int(std::lround(size.width() * scale))), std::max(1, int(std::lround(size.height() * scale)))};
+}
+
+/// Where the painter draws at all, in its present coordinates.
+QRectF shown_area(const QPainter& painter)
+{
+    const QRectF device(0, 0, painter.device()->width(), painter.device()->height());
+    const QRectF area = painter.deviceTransform().inverted().mapRect(device);
+    return painter.hasClipping() ? area & painter.clipBoundingRect() : area;
+}
+
 } // namespace
 
 ElementCache::ElementCache(const Skin& skin) : m_skin(skin), m_images(cache_bytes) {}
+
+void ElementCache::draw(QPainter& painter, QPoint corner, Element element, VisualState state, QSize size, double scale,
+                        const ElementChoice& choice)
+{
+    const QSize whole = device_size(size, scale);
+    if (std::max(whole.width(), whole.height()) <= max_side && qint64(whole.width()) * whole.height() <= max_area) {
+        painter.drawImage(corner, image(element, state, size, scale, choice));
+        return;
+    }
+    // A margin, so that no edge of the part is smoothed into sight.
+    const QRectF shown = shown_area(painter).translated(-corner).adjusted(-2, -2, 2, 2) & QRectF(QPointF(), size);
+    // A dialog that is stretched far one way has a scale that the other way does not show.
+    while (shown.width() * shown.height() * scale * scale > max_shown)
+        scale /= 2;
+    const QRect part = QRectF(shown.topLeft() * scale, shown.size() * scale).toAlignedRect();
+    if (part.isEmpty())
+        return;
+    const Key key{element, state, size, choice.picture.cacheKey(), choice.tint};
+    painter.drawImage(corner + QPointF(part.topLeft()) / scale, compose(key, scale, choice.picture, part));
+}
 
 const QImage& ElementCache::image(Element element, VisualState state, QSize size, double scale,
                                   const ElementChoice& choice)
@@ -105,20 +141,19 @@ const QImage& ElementCache::image(Element element, VisualState state, QSize size
     const Key key{element, state, size.expandedTo(QSize(1, 1)), choice.picture.cacheKey(), choice.tint};
     if (const QImage* known = m_images.object(key))
         return *known;
-    auto* composed = new QImage(compose(key, scale, choice.picture));
+    auto* composed = new QImage(compose(key, scale, choice.picture, QRect(QPoint(), device_size(key.size, scale))));
     // The cache destroys what is larger than itself at once; hold the cost below that.
     m_images.insert(key, composed, std::min<qsizetype>(composed->sizeInBytes(), cache_bytes));
     return *composed;
 }
 
-QImage ElementCache::compose(const Key& key, double scale, const QImage& own) const
+QImage ElementCache::compose(const Key& key, double scale, const QImage& own, const QRect& part) const
 {
-    const int width = std::clamp(int(std::lround(key.size.width() * scale)), 1, max_side);
-    const int height = std::clamp(int(std::lround(key.size.height() * scale)), 1, max_side);
-    QImage image(width, height, QImage::Format_ARGB32_Premultiplied);
+    QImage image(part.size(), QImage::Format_ARGB32_Premultiplied);
     image.setDevicePixelRatio(scale);
     image.fill(Qt::transparent);
     QPainter painter(&image);
+    painter.translate(-QPointF(part.topLeft()) / scale);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     const Source from = own.isNull() ? skin_source(m_skin, key.element, key.state) : own_source(own, key.element);
     if (from.picture.icon)

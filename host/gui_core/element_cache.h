@@ -4,7 +4,10 @@
 
 #include <QCache>
 #include <QImage>
+#include <QRect>
 #include <QSize>
+
+class QPainter;
 
 namespace tarn {
 
@@ -20,6 +23,10 @@ class ElementCache {
 public:
     explicit ElementCache(const Skin& skin);
 
+    /// Draws the picture of `size` (interface pixels) with its corner at `corner`, `scale` device pixels for one of them.
+    /// One that is too large to be kept is composed anew each time, as far as the painter's device and clip show it.
+    void draw(QPainter& painter, QPoint corner, Element element, VisualState state, QSize size, double scale,
+              const ElementChoice& choice = {});
     /// The picture of `size` (interface pixels) at `scale` device pixels for one of them.
     const QImage& image(Element element, VisualState state, QSize size, double scale, const ElementChoice& choice = {});
 
@@ -37,7 +44,8 @@ private:
         return qHashMulti(seed, int(key.element), int(key.state), key.size.width(), key.size.height(), key.picture,
                           key.tint);
     }
-    QImage compose(const Key& key, double scale, const QImage& own) const;
+    /// The `part` (device pixels) of the picture.
+    QImage compose(const Key& key, double scale, const QImage& own, const QRect& part) const;
 
     const Skin& m_skin;
     double m_scale = 0;

@@ -200,6 +200,7 @@ void CGuiCore::clear()
 void CGuiCore::forget_history()
 {
     journal().clear();
+    m_textures.clear();
     ensure_index();
     // All are asked before any goes: a control asks its dialog.
     const auto gone = std::stable_partition(m_pool.begin(), m_pool.end(),
@@ -316,6 +317,7 @@ void CGuiCore::EnableGui(bool editing)
     m_live = {};
     for (CDXUTDialog* dialog : GetDialogs())
         dialog->set_minimized(false);
+    tarn::walk(controls(), [](CDXUTControl* control) { control->reset_run_state(); });
 }
 
 // Screen and drawing --------------------------------------------------------------------------------------------------
@@ -347,12 +349,11 @@ bool CGuiCore::move_guide(Qt::Orientation lines, std::optional<quint32> from, st
     return true;
 }
 
-const QImage& CGuiCore::texture(const QString& name) const
+QImage CGuiCore::texture(const QString& name) const
 {
-    static const QImage none;
     const auto& files = core_state().files;
     const auto encoded = files.find(tarn::texture_entry(name));
-    return encoded == files.end() ? none : m_textures.image(name, *encoded);
+    return encoded == files.end() ? QImage() : m_textures.image(name, *encoded);
 }
 
 void CGuiCore::set_texture(const QString& name, const QByteArray& encoded)

@@ -153,7 +153,8 @@ public:
         ensure_links();
         return m_live;
     }
-    const QImage& texture(const QString& name) const;
+    /// Null when there is no such picture or it cannot be read. It may be decoded for the call.
+    QImage texture(const QString& name) const;
     /// Takes an encoded picture into the scene, in place of one of that name.
     void set_texture(const QString& name, const QByteArray& encoded);
     QStringList texture_names() const;

@@ -4,13 +4,19 @@
 
 #include <QtEndian>
 
+#define ZLIB_CONST
+#include <zlib.h>
+
+#include <algorithm>
+
 namespace tarn {
 
 namespace {
 
 constexpr int fixed_part = 8; ///< bytes: signature, version, length
 constexpr int twips_per_pixel = 20;
-constexpr qint64 max_unpacked = 64; ///< bytes of the movie that the header can take
+constexpr int max_unpacked = 64; ///< bytes of the movie that the header can take
+constexpr int max_packed = 4096; ///< bytes from which these are unpacked; a stream may go on without giving any
 
 Status damaged()
 {
@@ -47,16 +53,20 @@ double signed_pixels(quint32 value, int bits)
 /// The movie's content behind the fixed part, unpacked as far as the header needs it.
 QByteArray unpacked(const QByteArray& file, char signature)
 {
-    const QByteArray content = file.mid(fixed_part);
     if (signature != 'C')
-        return content.left(max_unpacked);
-    // qUncompress wants the expected size in front. The length field is the file's word: it bounds what is unpacked.
-    const quint32 length = qFromLittleEndian<quint32>(file.constData() + 4);
-    if (length > (64u << 20))
+        return file.mid(fixed_part, max_unpacked);
+    z_stream stream{};
+    if (inflateInit(&stream) != Z_OK)
         return {};
-    QByteArray packed(4, '\0');
-    qToBigEndian(length, packed.data());
-    return qUncompress(packed + content).left(max_unpacked);
+    QByteArray content(max_unpacked, Qt::Uninitialized);
+    stream.next_in = reinterpret_cast<const Bytef*>(file.constData() + fixed_part);
+    stream.avail_in = uInt(std::min<qsizetype>(file.size() - fixed_part, max_packed));
+    stream.next_out = reinterpret_cast<Bytef*>(content.data());
+    stream.avail_out = uInt(content.size());
+    (void)inflate(&stream, Z_SYNC_FLUSH); // What it gave before it failed tells as much as a short file.
+    content.truncate(content.size() - qsizetype(stream.avail_out));
+    inflateEnd(&stream);
+    return content;
 }
 
 } // namespace

@@ -35,12 +35,13 @@ QString free_picture_name(const QString& taken, const std::function<bool(const Q
     }
 }
 
-const QImage& TextureCache::image(const QString& name, const QByteArray& encoded)
+QImage TextureCache::image(const QString& name, const QByteArray& encoded)
 {
-    Picture& known = m_pictures[name];
-    if (known.encoded.constData() != encoded.constData())
-        known = {encoded, decode(encoded)};
-    return known.image;
+    if (const Picture* known = m_pictures.object(name); known && known->encoded.constData() == encoded.constData())
+        return known->image;
+    QImage image = decode(encoded);
+    m_pictures.insert(name, new Picture{encoded, image}, image.sizeInBytes());
+    return image;
 }
 
 } // namespace tarn

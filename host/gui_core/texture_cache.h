@@ -1,7 +1,7 @@
 #pragma once
 
 #include <QByteArray>
-#include <QHash>
+#include <QCache>
 #include <QImage>
 #include <QString>
 
@@ -18,13 +18,16 @@ inline QString texture_entry(const QString& name)
 /// A name like `taken`, "folder/name-2.png", for which `is_free` holds.
 QString free_picture_name(const QString& taken, const std::function<bool(const QString&)>& is_free);
 
-/// Decoded pictures of a scene. The encoded bytes belong to the scene's state; a picture whose bytes were exchanged is
-/// decoded anew.
+/// Decoded pictures of a scene; those not asked for the longest go when all of them take more than `budget` bytes. The
+/// encoded bytes belong to the scene's state; a picture whose bytes were exchanged is decoded anew.
 class TextureCache {
 public:
+    explicit TextureCache(qsizetype budget = 256 * 1024 * 1024) : m_pictures(budget) {}
+
     /// The picture decoded from `encoded`; null when it cannot be read or has a side over max_side.
-    const QImage& image(const QString& name, const QByteArray& encoded);
+    QImage image(const QString& name, const QByteArray& encoded);
     void clear() { m_pictures.clear(); }
+    qsizetype bytes() const { return m_pictures.totalCost(); }
 
     static constexpr int max_side = 8192; ///< pixels
 
@@ -33,7 +36,7 @@ private:
         QByteArray encoded; ///< shared with the state, so that its address stays taken
         QImage image;
     };
-    QHash<QString, Picture> m_pictures;
+    QCache<QString, Picture> m_pictures;
 };
 
 } // namespace tarn

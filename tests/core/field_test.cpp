@@ -1,6 +1,8 @@
 #include "core/field.h"
 #include "support/printing.h"
 
+#include <QElapsedTimer>
+
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
@@ -34,9 +36,20 @@ TEST(CutText, never_cuts_inside_what_a_reader_sees_as_one_character)
         {u"a"_s + family + u"b"_s, 9, u"a"_s + family},
         {family, 5, u""_s}, // nothing fits
         {u"a\r\nb"_s, 2, u"a"_s},
+        {u"ab"_s + QString(2000, QChar(0x301)), 1000, u"a"_s},
     };
     for (const Cut& c : cases)
         EXPECT_EQ(cut_text(c.text, c.units), c.kept) << c.text.toStdString() << " to " << c.units;
+}
+
+TEST(CutText, costs_what_is_kept_and_not_what_is_there)
+{
+    const QString text(8'000'000, u'x');
+    QElapsedTimer timer;
+    timer.start();
+    for (int i = 0; i < 200; ++i)
+        EXPECT_EQ(cut_text(text, 31).size(), 31);
+    EXPECT_LT(timer.elapsed(), 1000);
 }
 
 TEST(CutText, of_any_length_gives_a_text_that_survives_utf8)

@@ -207,6 +207,9 @@ TEST_F(RuntimeTest, objects_are_read_and_written_through_their_fields)
                                                  {u"lamp(5).width = 'x'"_s, u"lamp 5, property \"width\""_s},
                                                  {u"lamp(5).width = 0/0"_s, u"property \"width\""_s},
                                                  {u"lamp(5).lines = {1, {}}"_s, u"cannot take such a value"_s},
+                                                 {u"local t = {} for i = 1, 2e3 do t[i] = ('x'):rep(1e3) end\n"
+                                                  "pcall(function() lamp(5).lines = t end)"_s,
+                                                  u"line 2: the script was stopped: the texts of a list"_s},
                                                  {u"lamp(5).hide()"_s, u"\"self\" has to be an object"_s},
                                                  {u"lamp(5).get({}, 'width')"_s, u"an object is needed"_s},
                                                  {u"setmetatable(lamp(5), {})"_s, u"table expected"_s}};

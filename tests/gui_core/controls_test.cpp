@@ -16,6 +16,7 @@
 #include "gui_core/swf_header.h"
 
 #include <QClipboard>
+#include <QElapsedTimer>
 #include <QGuiApplication>
 #include <QPainter>
 #include <QtEndian>
@@ -275,6 +276,8 @@ TEST_F(ControlsTest, an_info_box_drops_its_oldest_lines)
     for (int i = 0; i < 5; ++i)
         box->AddString(QString::number(i));
     EXPECT_EQ(box->lines(), QStringList({u"2"_s, u"3"_s, u"4"_s}));
+    box->AddString(QString(1'000'000, u'x'));
+    EXPECT_EQ(box->lines().back().size(), 4096);
 }
 
 TEST(SwfHeader, tells_what_a_movie_says_and_why_it_cannot_be_read)
@@ -296,8 +299,22 @@ TEST(SwfHeader, tells_what_a_movie_says_and_why_it_cannot_be_read)
         EXPECT_EQ(header.value().compressed, file[0] == 'C');
     }
     for (const QByteArray& bad : {QByteArray(), QByteArray("FWS"), QByteArray("PNG and what follows"), plain.left(12),
-                                  compressed.left(14), QByteArray("CWS\x06") + QByteArray(4, char(0xff)) + packed})
+                                  compressed.left(14), QByteArray("CWS\x06") + length + content})
         EXPECT_FALSE(read_swf_header(bad).ok());
+}
+
+TEST(SwfHeader, costs_the_same_however_long_the_movie_is)
+{
+    const QByteArray header = "CWS\x06" + QByteArray("\0\0\0\3", 4);
+    const QByteArray bomb = header + qCompress(QByteArray(48 * 1024 * 1024, '\0'), 9).mid(4);
+    const QByteArray no_content = header + "\x78\x9c" + QByteArray("\0\0\0\xff\xff", 5).repeated(10'000'000);
+    QElapsedTimer timer;
+    timer.start();
+    for (int i = 0; i < 100; ++i) {
+        EXPECT_TRUE(read_swf_header(bomb).ok());
+        EXPECT_FALSE(read_swf_header(no_content).ok());
+    }
+    EXPECT_LT(timer.elapsed(), 500);
 }
 
 TEST_F(ControlsTest, every_type_draws_itself_at_any_size)

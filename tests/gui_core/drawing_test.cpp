@@ -2,6 +2,7 @@
 
 #include "support/gui_fixture.h"
 
+#include <QElapsedTimer>
 #include <QPainter>
 
 #include <array>
@@ -147,6 +148,54 @@ TEST_F(DrawingTest, a_picture_shows_its_image_a_place_holder_only_while_editing_
         m_core.set_texture(u"red.png"_s, bad);
         EXPECT_TRUE(is_blank(picture()));
     }
+}
+
+TEST_F(DrawingTest, decoded_pictures_keep_to_a_budget_and_go_with_their_scene)
+{
+    TextureCache cache(3 * 8 * 8 * 4);
+    const QImage first = cache.image(u"0"_s, png(Qt::red));
+    for (int i = 1; i < 10; ++i)
+        EXPECT_FALSE(cache.image(QString::number(i), png(Qt::blue)).isNull());
+    EXPECT_EQ(cache.bytes(), 3 * 8 * 8 * 4);
+    EXPECT_EQ(first.pixel(4, 4), 0xffff0000u) << "who was given it keeps it";
+    EXPECT_FALSE(cache.image(u"large"_s, png(Qt::red, {100, 100})).isNull()) << "larger than the budget";
+
+    m_core.set_texture(u"red.png"_s, png(Qt::red));
+    const qint64 decoded = m_core.texture(u"red.png"_s).cacheKey();
+    EXPECT_EQ(m_core.texture(u"red.png"_s).cacheKey(), decoded);
+    m_core.forget_history();
+    EXPECT_NE(m_core.texture(u"red.png"_s).cacheKey(), decoded);
+}
+
+TEST_F(DrawingTest, an_element_too_large_to_be_kept_looks_as_if_it_were)
+{
+    ElementCache cache(Skin::default_skin());
+    const QSize size(2600, 2000);
+    const QImage own = QImage::fromData(png(Qt::green, {60, 40}));
+    for (const ElementChoice& choice : {ElementChoice{}, ElementChoice{{}, 0xffc04020}, ElementChoice{own, 0x80ffffff}})
+        for (const Element element : {Element::Button, Element::InfoPanel, Element::MapPlaceholder})
+            for (const double scale : {1.0, 1.5, 2.0})
+                for (const QPoint corner : {QPoint(20, 30), QPoint(-1000, -700), QPoint(-2300, -1800)}) {
+                    QImage seen(m_core.screen_size() * scale, QImage::Format_ARGB32_Premultiplied);
+                    seen.setDevicePixelRatio(scale);
+                    seen.fill(background);
+                    QImage wanted = seen;
+                    QPainter(&wanted).drawImage(corner, cache.image(element, VisualState::Normal, size, scale, choice));
+                    QPainter painter(&seen);
+                    cache.draw(painter, corner, element, VisualState::Normal, size, scale, choice);
+                    EXPECT_TRUE(differing(seen, wanted).isNull()) << int(element) << " at " << scale;
+                }
+}
+
+TEST_F(DrawingTest, the_far_end_of_a_vast_control_is_drawn_at_the_cost_of_what_is_seen)
+{
+    button(m_core.GetRootDialog(), {-999'800, -999'900, 1e6, 1e6});
+    QElapsedTimer timer;
+    timer.start();
+    const QImage seen = picture();
+    EXPECT_LT(timer.elapsed(), 500);
+    EXPECT_NE(seen.pixel(190, 90), background);
+    EXPECT_EQ(seen.pixel(210, 90), background);
 }
 
 TEST_F(DrawingTest, every_attribute_of_a_dialog_shows)

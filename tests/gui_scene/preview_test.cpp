@@ -1,6 +1,10 @@
 #include "support/scene_fixture.h"
 
+#include "gui_core/dxut_edit_box.h"
+#include "gui_core/gui_painter.h"
 #include "gui_scene/create_tool.h"
+
+#include <QPainter>
 
 using namespace tarn;
 using namespace tarn::test;
@@ -24,6 +28,15 @@ protected:
     {
         mouse(MouseEvent::Kind::Press, place);
         mouse(MouseEvent::Kind::Release, place);
+    }
+
+    QImage picture()
+    {
+        QImage image(core().screen_size(), QImage::Format_ARGB32_Premultiplied);
+        image.fill(Qt::black);
+        QPainter painter(&image);
+        GuiPainter().paint(painter, core(), image.rect(), 1);
+        return image;
     }
 
     CDXUTCheckBox* m_fire;
@@ -92,6 +105,39 @@ TEST_F(PreviewTest, a_minimised_dialog_is_restored_at_the_end)
     EXPECT_FALSE(m_camp->minimized());
 }
 
+TEST_F(PreviewTest, what_was_scrolled_stands_as_it_was_made_in_the_view_and_in_the_next_preview)
+{
+    QStringList many;
+    for (int i = 0; i < 60; ++i)
+        many.append(u"line %1"_s.arg(i));
+    const std::tuple<int, const char*, Value> makes[] = {
+        {DXUT_CONTROL_LISTBOX, "items", many},
+        {DXUT_CONTROL_COMBOBOX, "items", many},
+        {DXUT_CONTROL_INFOBOX, "lines", many},
+        {DXUT_CONTROL_EDITBOX, "text", u"more than fits into its field"_s},
+    };
+    std::vector<CDXUTControl*> made;
+    for (const auto& [type, field, value] : makes) {
+        made.push_back(control(type, core().GetRootDialog(), {600, double(10 + 120 * made.size()), 80, 100}));
+        (void)made.back()->set_property(*made.back()->fields().find(field), value);
+    }
+    const QImage authored = picture();
+    m_scene.play(true);
+    const QImage fresh = picture();
+    for (CDXUTControl* c : made) {
+        click(c->screen_rect().center());
+        c->key_pressed(Qt::Key_End, {});
+        m_world.mouse_tool()->wheel(c->screen_rect().center(), c == made[2] ? 30 : -30);
+    }
+    click(made[1]->screen_rect().center());
+    core().remove_control(made[1]);
+    m_scene.play(false);
+    EXPECT_EQ(picture() == authored, true);
+    EXPECT_TRUE(made[1]->popup_rect().isEmpty());
+    m_scene.play(true);
+    EXPECT_EQ(picture() == fresh, true);
+}
+
 TEST_F(PreviewTest, a_drag_under_way_when_it_ends_does_not_go_on_in_the_next_one)
 {
     m_scene.play(true);
@@ -100,6 +146,19 @@ TEST_F(PreviewTest, a_drag_under_way_when_it_ends_does_not_go_on_in_the_next_one
     m_scene.play(true);
     mouse(MouseEvent::Kind::Move, {400, 400});
     EXPECT_EQ(m_camp->rect().topLeft(), QPoint(40, 60));
+}
+
+TEST_F(PreviewTest, typing_goes_on_in_the_text_that_was_loaded)
+{
+    read("{\"root\":{\"id\":1},\"dialogs\":[],\"controls\":[\n"
+         "{\"id\":9,\"type\":6,\"dialog\":1,\"text\":\"Player\",\"max_length\":8}\n]}");
+    auto* box = static_cast<CDXUTEditBox*>(core().find_control(9));
+    EXPECT_EQ(box->editor().text(), u"Player"_s) << "what is drawn";
+    m_scene.play(true);
+    click(box->screen_rect().center());
+    m_world.mouse_tool()->key(Qt::Key_End, {});
+    EXPECT_TRUE(box->text_typed(u" one"_s, {}));
+    EXPECT_EQ(box->text(), u"Player o"_s);
 }
 
 TEST_F(PreviewTest, edits_before_it_can_be_undone_after_it)

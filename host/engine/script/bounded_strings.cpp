@@ -11,7 +11,7 @@ namespace tarn::scene_script {
 
 namespace {
 
-constexpr std::size_t bytes_per_step = 8;
+constexpr auto bytes_per_step = Sandbox::bytes_per_step;
 
 /// Lua's own function, charged for the length of all its texts.
 int charged(lua_State* lua)

@@ -231,17 +231,23 @@ void Sandbox::look_at_memory(lua_State* lua)
 void Sandbox::charge(lua_State* lua, std::size_t steps)
 {
     if (stopped())
-        raise(lua);
-    m_steps -= static_cast<long long>(std::min<std::size_t>(steps, 1U << 30));
+        m_place.line ? raise(lua) : stop(lua, m_stop);
+    charge_quietly(steps);
     if (m_steps < 0)
         stop(lua, Stop::Steps);
     if (m_look)
         look_at_memory(lua);
-    m_charged += static_cast<long long>(steps);
     if (m_charged > steps_between_looks) {
         m_charged = 0;
         look_at_clock(lua);
     }
+}
+
+void Sandbox::charge_quietly(std::size_t steps)
+{
+    const auto work = static_cast<long long>(std::min<std::size_t>(steps, 1U << 30));
+    m_steps -= work;
+    m_charged += work;
 }
 
 void Sandbox::after_failure(lua_State* lua, int status)

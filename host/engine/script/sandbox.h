@@ -9,7 +9,7 @@
 namespace tarn::scene_script {
 
 /// Why a script was stopped.
-enum class Stop { None, Steps, Time, Memory, Text, Block, Reset };
+enum class Stop { None, Steps, Time, Memory, Text, List, Block, Reset };
 
 /// Where a script is: the label of its chunk and the line, 0 when it is nowhere.
 struct Place {
@@ -23,6 +23,8 @@ struct Place {
 /// Lua's errors leave by longjmp. Functions that Lua calls keep no C++ objects on the stack where an error may pass.
 class Sandbox {
 public:
+    static constexpr std::size_t bytes_per_step = 8; ///< of texts that are worked through
+
     explicit Sandbox(const ScriptLimits& limits);
     ~Sandbox();
     Sandbox(const Sandbox&) = delete;
@@ -46,6 +48,8 @@ public:
 
     /// Takes `steps` off what the call may use; raises the stop when they are used up.
     void charge(lua_State* lua, std::size_t steps);
+    /// The same where no error may be raised: what comes next raises it.
+    void charge_quietly(std::size_t steps);
     /// After something failed under protection: raises the error on top again if the script was stopped.
     void after_failure(lua_State* lua, int status);
     /// The call's processor time is used up.

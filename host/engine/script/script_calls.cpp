@@ -135,12 +135,12 @@ ScriptResult Machine::resume(std::unique_ptr<Call> call, Start* start)
         return {.suspended = true};
     }
     ScriptResult result;
-    if (status != LUA_OK || stopped()) {
+    if (status == LUA_OK && !stopped())
+        result.value = read_plain(thread, -1).value_or(Value());
+    if (status != LUA_OK || stopped())
         result.error = error_of(*call, status);
-    } else {
-        result.value = read_value(thread, -1).value_or(Value());
+    else
         lua_settop(thread, 0);
-    }
     give_back(*call, status == LUA_OK);
     return result;
 }

@@ -170,6 +170,10 @@ QString reason_text(Stop reason, const ScriptLimits& limits)
         return lang(u"文本过长（最多 %1 KiB），脚本已停止",
                     u"the script was stopped: a text became too long (at most %1 KiB)")
             .arg(limits.text / 1024);
+    case Stop::List:
+        return lang(u"列表中的文本总共过长（最多 %1 KiB），脚本已停止",
+                    u"the script was stopped: the texts of a list are too long together (at most %1 KiB)")
+            .arg(limits.text / 1024);
     case Stop::Block:
         return lang(u"函数调用层次过深或表过大，脚本已停止",
                     u"the script was stopped: functions called each other too deeply, or a table became too large");

@@ -65,7 +65,9 @@ public:
     void push(lua_State* lua, const ScriptValue& value);
     void push_object(lua_State* lua, const ScriptObject& object);
     /// Raises nothing; nullopt for what has no form outside.
-    std::optional<ScriptValue> read(lua_State* lua, int index) const;
+    std::optional<ScriptValue> read(lua_State* lua, int index);
+    /// The same for what is neither object nor function. A list that is too long stops the script.
+    std::optional<Value> read_plain(lua_State* lua, int index);
     /// The object of the handle at `index`. Null: it is no handle, or `message` tells that its object is gone.
     ScriptObject object_at(lua_State* lua, int index, QString& message) const;
     /// Pushes the method of the object's classes whose name is at `key`; answers whether there is one.

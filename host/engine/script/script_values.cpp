@@ -26,29 +26,21 @@ struct Push {
     }
 };
 
-bool read(lua_State* lua, int index, QString& text)
+/// The table at `index` when all its elements are texts. What it says of its length is no measure of what it holds.
+std::optional<Value> read_list(lua_State* lua, int index, std::size_t limit, std::size_t& bytes)
 {
-    if (lua_type(lua, index) != LUA_TSTRING)
-        return false;
-    text = read_text(lua, index);
-    return true;
-}
-
-/// The table at `index` when all its elements can be read as T.
-template <class T>
-std::optional<Value> read_list(lua_State* lua, int index)
-{
-    QList<T> list;
+    QStringList list;
     const lua_Unsigned count = lua_rawlen(lua, index);
-    list.reserve(qsizetype(count));
     for (lua_Unsigned i = 1; i <= count; ++i) {
-        lua_rawgeti(lua, index, lua_Integer(i));
-        T item{};
-        const bool fits = read(lua, -1, item);
+        const bool is_text = lua_rawgeti(lua, index, lua_Integer(i)) == LUA_TSTRING;
+        if (is_text)
+            bytes += lua_rawlen(lua, -1);
+        const bool fits = is_text && bytes <= limit;
+        if (fits)
+            list.append(read_text(lua, -1));
         lua_pop(lua, 1);
         if (!fits)
             return std::nullopt;
-        list.append(std::move(item));
     }
     return Value(std::move(list));
 }
@@ -86,7 +78,7 @@ QString read_text(lua_State* lua, int index)
     return QString::fromUtf8(bytes, qsizetype(size));
 }
 
-std::optional<Value> read_value(lua_State* lua, int index)
+std::optional<Value> read_value(lua_State* lua, int index, std::size_t limit, std::size_t& bytes)
 {
     switch (lua_type(lua, index)) {
     case LUA_TNIL:
@@ -96,11 +88,11 @@ std::optional<Value> read_value(lua_State* lua, int index)
         if (lua_isinteger(lua, index))
             return Value(qint64(lua_tointeger(lua, index)));
         return Value(double(lua_tonumber(lua, index)));
-    case LUA_TSTRING: return Value(read_text(lua, index));
+    case LUA_TSTRING: bytes += lua_rawlen(lua, index); return Value(read_text(lua, index));
     case LUA_TTABLE:
         if (!lua_checkstack(lua, 1))
             return std::nullopt;
-        return read_list<QString>(lua, lua_absindex(lua, index));
+        return read_list(lua, lua_absindex(lua, index), limit, bytes);
     default: return std::nullopt;
     }
 }

@@ -14,6 +14,8 @@ void push_value(lua_State* lua, const Value& value);
 
 /// These raise nothing. What has no form as a Value (functions, mixed tables, handles) gives nullopt.
 QString read_text(lua_State* lua, int index); ///< of a text
-std::optional<Value> read_value(lua_State* lua, int index);
+/// `bytes` are counted up by the texts that are read. A list that takes them over `limit` gives nullopt: in Lua, a
+/// thousand references to one text cost little more than the text.
+std::optional<Value> read_value(lua_State* lua, int index, std::size_t limit, std::size_t& bytes);
 
 } // namespace tarn::scene_script

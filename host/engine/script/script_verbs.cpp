@@ -259,7 +259,17 @@ void Machine::push(lua_State* lua, const ScriptValue& value)
     }
 }
 
-std::optional<ScriptValue> Machine::read(lua_State* lua, int index) const
+std::optional<Value> Machine::read_plain(lua_State* lua, int index)
+{
+    std::size_t bytes = 0;
+    auto value = read_value(lua, index, limits().text, bytes);
+    charge_quietly(bytes / bytes_per_step);
+    if (bytes > limits().text)
+        request_stop(Stop::List);
+    return value;
+}
+
+std::optional<ScriptValue> Machine::read(lua_State* lua, int index)
 {
     if (lua_type(lua, index) == LUA_TFUNCTION)
         return ScriptFunction{lua_absindex(lua, index)};
@@ -268,7 +278,7 @@ std::optional<ScriptValue> Machine::read(lua_State* lua, int index) const
         ScriptObject object = object_at(lua, index, message);
         return object ? std::optional<ScriptValue>(std::move(object)) : std::nullopt;
     }
-    auto value = read_value(lua, index);
+    auto value = read_plain(lua, index);
     return value ? std::optional<ScriptValue>(std::move(*value)) : std::nullopt;
 }
 
