@@ -170,10 +170,36 @@ TEST_F(ControlList, ArmingATypeReleasesTheOthersUntilItIsDrawn)
         EXPECT_EQ(list().control(before)->GetType(), list().control(list().get_last_sel_index())->GetType()) << id;
         EXPECT_FALSE(button(id).GetCheck()) << id;
     }
+}
+
+TEST_F(ControlList, EditsNothingWhileTheInterfaceRuns)
+{
+    add(0, 2);
     m_scene->play(true);
-    click(id_button);
-    EXPECT_FALSE(button(id_button).GetCheck()) << "nothing is armed while the interface runs";
+    tell(ui_scene_changed);
+    click_rows({0}, CReportListControl::Name);
+    EXPECT_EQ(core().selection().current_control, listed()[0]);
+    EXPECT_TRUE(listed()[0]->GetVisible());
+    QTest::keyClick(&list(), Qt::Key_Delete);
+    EXPECT_EQ(list().row_count(), 2);
+    for (const int id : {int(id_button), int(id_remove), int(id_set_top), int(id_switch_dialog), 6592})
+        EXPECT_FALSE(button(id).isEnabled()) << id;
     m_scene->play(false);
+    tell(ui_scene_changed);
+    EXPECT_TRUE(button(id_button).isEnabled());
+}
+
+TEST_F(ControlList, ShowsAllRowsOfWhatAFrameInTheViewSelects)
+{
+    add(0, 3);
+    tell(ui_scene_changed);
+    for (const auto kind : {MouseEvent::Kind::Press, MouseEvent::Kind::Move, MouseEvent::Kind::Release})
+        m_world.mouse_tool()->mouse({.kind = kind,
+                                     .place = kind == MouseEvent::Kind::Press ? QPointF(500, 500) : QPointF(1, 1),
+                                     .button = Qt::LeftButton,
+                                     .modifiers = {}});
+    ASSERT_EQ(core().selection().controls.size(), 3u);
+    EXPECT_EQ(list().selected_controls().size(), 3u);
 }
 
 TEST_F(ControlList, RowsSelectControlsInTheirOrderAndTheClickedOneIsCurrent)

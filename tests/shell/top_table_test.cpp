@@ -1,6 +1,7 @@
 #include "editor_fixture.h"
 
 #include "widgets/button_st.h"
+#include "widgets/super_edit.h"
 
 #include <QCoreApplication>
 #include <QTranslator>
@@ -100,6 +101,26 @@ TEST_F(TopTable, EachButtonIsOneStepOfItsNameAndTellsNobody)
         m_world.on_redraw = nullptr;
     }
     EXPECT_TRUE(m_codes.empty());
+}
+
+TEST_F(TopTable, ThePropertyPageShowsWhatWasArranged)
+{
+    constexpr int id_x = 6337;
+    start();
+    const auto shown_x = [this](const QString& page_name) {
+        return dynamic_cast<CSuperEdit&>(*page(page_name)->control(id_x)).value();
+    };
+    select_controls();
+    core().SelectControl(core().selection().controls[1], false);
+    m_world.broadcast(ui_selection_changed);
+    button(id_screen_left).click();
+    EXPECT_EQ(shown_x(u"CChildCtrlDimension"_s), core().selection().current_control->rect().x());
+
+    core().SelectDialog(core().create_dialog(QRect(300, 100, 50, 50)), false);
+    m_world.broadcast(ui_selection_changed);
+    button(id_screen_left).click();
+    EXPECT_EQ(core().selection().current_dialog->rect().x(), 0);
+    EXPECT_EQ(shown_x(u"CDlgPropDialog"_s), 0);
 }
 
 TEST_F(TopTable, TheRulersTakeSnappingWithThem)
