@@ -6,6 +6,8 @@
 
 #include <QPainter>
 
+#include <cmath>
+
 namespace tarn {
 
 void DrawContext::draw_element(Element element, VisualState state, const QRectF& area) const
@@ -14,10 +16,17 @@ void DrawContext::draw_element(Element element, VisualState state, const QRectF&
     const QPoint corner(qRound(area.left()), qRound(area.top()));
     const QSize size(qRound(area.left() + area.width()) - corner.x(), qRound(area.top() + area.height()) - corner.y());
     if (!size.isEmpty())
-        elements.draw(painter, corner, element, state, size, scale, styled ? choice_of(element) : ElementChoice());
+        elements.draw(painter, corner, element, state, size, scale,
+                      styled ? choice_of(element, size) : ElementChoice());
 }
 
-ElementChoice DrawContext::choice_of(Element element) const
+QImage DrawContext::texture(const QString& name, QSizeF size) const
+{
+    const QSizeF pixels = (size * scale).boundedTo(QSizeF(TextureCache::max_side, TextureCache::max_side));
+    return core.texture(name, {int(std::ceil(pixels.width())), int(std::ceil(pixels.height()))});
+}
+
+ElementChoice DrawContext::choice_of(Element element, QSizeF size) const
 {
     const VisualState look = styled->visual_state();
     const int index = style_element_index(styled->GetType(), element);
@@ -25,12 +34,12 @@ ElementChoice DrawContext::choice_of(Element element) const
         return {};
     const int slot = style_slot(index, look);
     const QString name = styled->style_image(slot);
-    return {name.isEmpty() ? QImage() : core.texture(name), styled->style_color(slot)};
+    return {name.isEmpty() ? QImage() : texture(name, size), styled->style_color(slot)};
 }
 
 bool DrawContext::draw_picture(const QString& name, const QRectF& area) const
 {
-    const QImage picture = core.texture(name);
+    const QImage picture = texture(name, area.size());
     if (picture.isNull())
         return false;
     painter.drawImage(area, picture);

@@ -27,7 +27,8 @@ struct DrawContext {
     bool draw_picture(const QString& name, const QRectF& area) const;
 
 private:
-    ElementChoice choice_of(Element element) const;
+    ElementChoice choice_of(Element element, QSizeF size) const;
+    QImage texture(const QString& name, QSizeF size) const; ///< with pixels enough for that size
 };
 
 } // namespace tarn

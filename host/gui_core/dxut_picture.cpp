@@ -16,13 +16,15 @@ bool CDXUTPicture::set_image(const QString& name)
 
 void CDXUTPicture::draw(tarn::DrawContext& context, const QRectF& area) const
 {
-    const QImage picture = context.core.texture(image());
-    if (!picture.isNull() && state<tarn::PictureState>().stretch) {
-        context.painter.drawImage(area, picture);
-    } else if (!picture.isNull()) {
+    bool drawn = false;
+    if (state<tarn::PictureState>().stretch) {
+        drawn = context.draw_picture(image(), area);
+    } else if (const QImage picture = context.core.texture(image()); !picture.isNull()) {
         const QRectF shown(QPointF(), area.size().boundedTo(QSizeF(picture.size())));
         context.painter.drawImage(area.topLeft(), picture, shown);
-    } else if (context.editing) {
+        drawn = true;
+    }
+    if (!drawn && context.editing) {
         context.draw_element(tarn::Element::Field, tarn::VisualState::Normal, area);
         context.draw_element(tarn::Element::PicturePlaceholder, tarn::VisualState::Normal, area.adjusted(4, 4, -4, -4));
     }

@@ -11,9 +11,8 @@ namespace {
 
 constexpr qsizetype cache_bytes = 96 * 1024 * 1024;
 constexpr int max_side = 16384;              ///< device pixels of a picture that is kept
-constexpr qint64 max_area = 4 * 1024 * 1024; ///< as well
-constexpr double max_shown = 32 * 1024
-    * 1024; ///< device pixels of a part that is composed; a display of 8K has as many
+constexpr double max_area = 4 * 1024 * 1024; ///< as well
+constexpr double max_shown = 32 << 20;       ///< device pixels of a part; a display of 8K has as many
 
 /// Three spans of an axis: near edge, middle, far edge. Edges shrink together when there is no room for both.
 struct Spans {
@@ -114,8 +113,8 @@ ElementCache::ElementCache(const Skin& skin) : m_skin(skin), m_images(cache_byte
 void ElementCache::draw(QPainter& painter, QPoint corner, Element element, VisualState state, QSize size, double scale,
                         const ElementChoice& choice)
 {
-    const QSize whole = device_size(size, scale);
-    if (std::max(whole.width(), whole.height()) <= max_side && qint64(whole.width()) * whole.height() <= max_area) {
+    const QSizeF whole = QSizeF(size) * scale;
+    if (std::max(whole.width(), whole.height()) <= max_side && whole.width() * whole.height() <= max_area) {
         painter.drawImage(corner, image(element, state, size, scale, choice));
         return;
     }

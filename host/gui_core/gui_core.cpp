@@ -349,11 +349,11 @@ bool CGuiCore::move_guide(Qt::Orientation lines, std::optional<quint32> from, st
     return true;
 }
 
-QImage CGuiCore::texture(const QString& name) const
+QImage CGuiCore::texture(const QString& name, QSize shown) const
 {
     const auto& files = core_state().files;
     const auto encoded = files.find(tarn::texture_entry(name));
-    return encoded == files.end() ? QImage() : m_textures.image(name, *encoded);
+    return encoded == files.end() ? QImage() : m_textures.image(name, *encoded, shown);
 }
 
 void CGuiCore::set_texture(const QString& name, const QByteArray& encoded)

@@ -153,8 +153,9 @@ public:
         ensure_links();
         return m_live;
     }
-    /// Null when there is no such picture or it cannot be read. It may be decoded for the call.
-    QImage texture(const QString& name) const;
+    /// Null when there is no such picture or it cannot be read. With `shown`, the device pixels that it is drawn into, a
+    /// large one may come with fewer pixels than it has.
+    QImage texture(const QString& name, QSize shown = {}) const;
     /// Takes an encoded picture into the scene, in place of one of that name.
     void set_texture(const QString& name, const QByteArray& encoded);
     QStringList texture_names() const;

@@ -4,21 +4,25 @@
 #include <QFileInfo>
 #include <QImageReader>
 
+#include <algorithm>
+#include <memory>
+
 namespace tarn {
 
 namespace {
 
-QImage decode(const QByteArray& encoded)
+constexpr qint64 large_area = 4 * 1024 * 1024; ///< pixels; what has fewer is never halved
+
+/// How often the picture can be halved and still have a pixel for each that is shown.
+int halvings_for(QSize size, QSize shown)
 {
-    QBuffer buffer;
-    buffer.setData(encoded);
-    QImageReader reader(&buffer);
-    const QSize size = reader.size();
-    // The header is looked at first: a small file may claim a picture that fills the memory.
-    if (size.width() > TextureCache::max_side || size.height() > TextureCache::max_side)
-        return {};
-    const QImage image = reader.read();
-    return image.isNull() ? image : image.convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    if (!shown.isValid() || qint64(size.width()) * size.height() < large_area)
+        return 0;
+    int count = 0;
+    while (size.width() >> (count + 1) >= std::max(1, shown.width())
+           && size.height() >> (count + 1) >= std::max(1, shown.height()))
+        ++count;
+    return count;
 }
 
 } // namespace
@@ -35,12 +39,34 @@ QString free_picture_name(const QString& taken, const std::function<bool(const Q
     }
 }
 
-QImage TextureCache::image(const QString& name, const QByteArray& encoded)
+TextureCache::Picture TextureCache::decode(const QByteArray& encoded, QSize shown)
 {
-    if (const Picture* known = m_pictures.object(name); known && known->encoded.constData() == encoded.constData())
+    QBuffer buffer;
+    buffer.setData(encoded);
+    QImageReader reader(&buffer);
+    Picture picture;
+    picture.encoded = encoded;
+    picture.size = reader.size();
+    // The header is looked at first: a small file may claim a picture that fills the memory.
+    if (picture.size.width() > max_side || picture.size.height() > max_side)
+        return picture;
+    picture.halvings = halvings_for(picture.size, shown);
+    if (picture.halvings > 0)
+        reader.setScaledSize({picture.size.width() >> picture.halvings, picture.size.height() >> picture.halvings});
+    picture.image = reader.read();
+    if (!picture.image.isNull())
+        picture.image.convertTo(QImage::Format_ARGB32_Premultiplied);
+    return picture;
+}
+
+QImage TextureCache::image(const QString& name, const QByteArray& encoded, QSize shown)
+{
+    if (const Picture* known = m_pictures.object(name); known && known->encoded.constData() == encoded.constData()
+        && known->halvings <= halvings_for(known->size, shown))
         return known->image;
-    QImage image = decode(encoded);
-    m_pictures.insert(name, new Picture{encoded, image}, image.sizeInBytes());
+    auto decoded = std::make_unique<Picture>(decode(encoded, shown));
+    const QImage image = decoded->image;
+    m_pictures.insert(name, decoded.release(), image.sizeInBytes());
     return image;
 }
 

@@ -3,6 +3,7 @@
 #include <QByteArray>
 #include <QCache>
 #include <QImage>
+#include <QSize>
 #include <QString>
 
 #include <functional>
@@ -24,8 +25,10 @@ class TextureCache {
 public:
     explicit TextureCache(qsizetype budget = 256 * 1024 * 1024) : m_pictures(budget) {}
 
-    /// The picture decoded from `encoded`; null when it cannot be read or has a side over max_side.
-    QImage image(const QString& name, const QByteArray& encoded);
+    /// The picture decoded from `encoded`; null when it cannot be read or has a side over max_side. A large one has a
+    /// fraction of its pixels when `shown`, the device pixels that it is drawn into, are as few; an invalid size asks
+    /// for all of them.
+    QImage image(const QString& name, const QByteArray& encoded, QSize shown = {});
     void clear() { m_pictures.clear(); }
     qsizetype bytes() const { return m_pictures.totalCost(); }
 
@@ -34,8 +37,12 @@ public:
 private:
     struct Picture {
         QByteArray encoded; ///< shared with the state, so that its address stays taken
+        QSize size;         ///< pixels before it was halved
+        int halvings = 0;
         QImage image;
     };
+    static Picture decode(const QByteArray& encoded, QSize shown);
+
     QCache<QString, Picture> m_pictures;
 };
 

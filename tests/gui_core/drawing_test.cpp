@@ -167,6 +167,25 @@ TEST_F(DrawingTest, decoded_pictures_keep_to_a_budget_and_go_with_their_scene)
     EXPECT_NE(m_core.texture(u"red.png"_s).cacheKey(), decoded);
 }
 
+TEST_F(DrawingTest, a_large_picture_is_kept_as_large_as_it_is_shown)
+{
+    TextureCache cache;
+    const QByteArray photo = png(Qt::red, {2400, 2000});
+    EXPECT_EQ(cache.image(u"photo"_s, photo, {200, 150}).size(), QSize(300, 250));
+    EXPECT_EQ(cache.image(u"photo"_s, photo, {500, 150}).size(), QSize(600, 500)) << "no side is too small";
+    EXPECT_EQ(cache.image(u"photo"_s, photo).size(), QSize(2400, 2000));
+    EXPECT_EQ(cache.image(u"photo"_s, photo, {10, 10}).size(), QSize(2400, 2000)) << "it is there already";
+    EXPECT_EQ(cache.image(u"panel"_s, png(Qt::red, {2000, 2000}), {0, 0}).size(), QSize(2000, 2000));
+    m_core.set_texture(u"photo.png"_s, photo);
+    auto* p = control<CDXUTPicture>(m_core.GetRootDialog(), DXUT_CONTROL_PICTURE, {40, 40, 60, 60});
+    p->set_image(u"photo.png"_s);
+    EXPECT_EQ(picture().pixel(42, 42), 0xffff0000u);
+    EXPECT_LT(m_core.texture(u"photo.png"_s, {1, 1}).width(), 200);
+    ASSERT_TRUE(set(*p, "stretch", false).ok());
+    EXPECT_EQ(picture().pixel(98, 98), 0xffff0000u);
+    EXPECT_EQ(m_core.texture(u"photo.png"_s, {1, 1}).width(), 2400) << "not stretched, all of its pixels count";
+}
+
 TEST_F(DrawingTest, an_element_too_large_to_be_kept_looks_as_if_it_were)
 {
     ElementCache cache(Skin::default_skin());
