@@ -91,12 +91,12 @@ Status merge_content(CGuiPlugScene& scene, SceneContent content, const QString& 
         return status;
     CGuiCore& core = scene.gui_core();
     GuiContent& gui = content.gui;
-    if (core.ids_left() <= gui.dialogs.size() + gui.controls.size())
-        return Status::error(
-            lang(u"界面的编号已用完，无法再添加对象。", u"The interface has no ids left for more objects."));
     turn_root_into_dialog(gui, name);
     keep_design_size(gui, core);
     const auto objects = objects_by_id(gui);
+    if (core.ids_left() < objects.size())
+        return Status::error(
+            lang(u"界面的编号已用完，无法再添加对象。", u"The interface has no ids left for more objects."));
     const auto issued = issue_ids(objects, core);
     QHash<QString, QString> renamed;
     auto files = new_files(core_state(gui).files, core, renamed);
