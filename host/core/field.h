@@ -51,7 +51,7 @@ inline FieldRules slots(int count)
 /// `text` cut to at most `units` UTF-16 units, never inside a character (surrogates and combining marks included).
 QString cut_text(const QString& text, int units);
 
-/// One attribute of a state class. Everything generic (saving, loading, undo, automation, copying, comparing) goes
+/// One attribute of a state class. Everything generic (saving, loading, undo, automation, comparing) goes
 /// through this interface; Field<> below supplies it from one line of a table.
 class FieldBase {
 public:

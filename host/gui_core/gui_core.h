@@ -58,9 +58,9 @@ public:
     CDXUTDialog* find_dialog(quint32 id) const; ///< null when no attached dialog has the id
     CDXUTControl* find_control(quint32 id) const;
 
-    /// A new dialog on top of the others. Its name and caption are "Dialog<id>" when `name` is empty.
+    /// A new dialog on top of the others, "Dialog<id>" when `name` is empty; null when no ids are left.
     CDXUTDialog* create_dialog(const QRect& rect, const QString& name = {});
-    /// A new control on top of its dialog's; null when `type` cannot be made.
+    /// A new control on top of its dialog's; null when `type` cannot be made or no ids are left.
     CDXUTControl* create_control(int type, CDXUTDialog* dialog, const QRectF& rect, const QString& name = {});
     void remove_dialog(CDXUTDialog* dialog);
     /// The same for many, with one change of the list.
