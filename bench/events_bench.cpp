@@ -3,11 +3,11 @@
 // call it when the mouse comes and goes.
 
 #include "engine/base_world.h"
-#include "engine/script/script_log.h"
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
 #include "gui_core/gui_event.h"
 #include "gui_scene/gui_plug_scene.h"
+#include "script/script_log.h"
 
 #include <lua.hpp>
 

@@ -6,7 +6,7 @@
 #include "gui_scene/tex_path_info.h"
 #include "plain_package.h"
 
-#include "core/pak_file.h"
+#include "store/pak_file.h"
 
 #include <optional>
 

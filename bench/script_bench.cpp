@@ -1,8 +1,8 @@
 // Scene functions: what a call costs from outside, and what the calls of the host cost inside, beside the bare
 // interpreter.
 
-#include "engine/script/config_scene.h"
-#include "engine/script/script_runtime.h"
+#include "script/config_scene.h"
+#include "script/script_runtime.h"
 
 #include <lua.hpp>
 

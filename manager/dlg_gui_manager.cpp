@@ -2,7 +2,6 @@
 
 #include "core/appinfo.h"
 #include "core/language.h"
-#include "core/pak_file.h"
 #include "engine/base_world.h"
 #include "frame/boxes.h"
 #include "frame/filedlg.h"
@@ -11,6 +10,7 @@
 #include "gui_scene/gui_plug_scene.h"
 #include "gui_scene/tex_path_info.h"
 #include "report_list_dialog.h"
+#include "store/pak_file.h"
 #include "widgets/button_st.h"
 
 #include <array>

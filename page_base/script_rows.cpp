@@ -3,12 +3,12 @@
 #include "bound_page.h"
 #include "core/language.h"
 #include "engine/base_world.h"
-#include "engine/script/config_scene.h"
 #include "frame/boxes.h"
 #include "frame/cmd_test.h"
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
 #include "gui_scene/gui_plug_scene.h"
+#include "script/config_scene.h"
 #include "widgets/button_st.h"
 
 namespace tarn {

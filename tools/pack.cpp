@@ -2,9 +2,9 @@
 // package; PICTURES is a further folder of pictures. The scene is read and written as the program does it, so the
 // package holds the canonical text.
 
-#include "core/pak_file.h"
 #include "gui_scene/gui_plug_scene.h"
 #include "gui_scene/package_reader.h"
+#include "store/pak_file.h"
 
 #include <QCoreApplication>
 #include <QDirIterator>

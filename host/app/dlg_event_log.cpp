@@ -2,8 +2,8 @@
 
 #include "core/language.h"
 #include "engine/base_world.h"
-#include "engine/script/config_scene.h"
 #include "frame/cmd_test.h"
+#include "script/config_scene.h"
 #include "studio.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "engine/script/script_log.h"
 #include "frame/child_dlg.h"
+#include "script/script_log.h"
 #include "widgets/report_list.h"
 
 #include <QTimer>

@@ -1,6 +1,5 @@
 // The menus of the main window.
 
-#include "core/filefun.h"
 #include "core/journal.h"
 #include "core/language.h"
 #include "edit_menu.h"
@@ -9,6 +8,7 @@
 #include "main_window.h"
 #include "screen_size_menu.h"
 #include "settings.h"
+#include "store/filefun.h"
 #include "studio.h"
 #include "view/view3d.h"
 #include "widgets/iconfun.h"

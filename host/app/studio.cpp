@@ -1,11 +1,11 @@
 #include "studio.h"
 
-#include "core/inifile.h"
 #include "core/journal.h"
 #include "core/language.h"
 #include "engine/scene_plug.h"
 #include "frame/base_plug_ui.h"
 #include "settings.h"
+#include "store/inifile.h"
 
 #include <QDir>
 #include <QFileInfo>

@@ -4,8 +4,8 @@
 #include "core/language.h"
 #include "core/res_handle_man.h"
 #include "engine/base_world.h"
-#include "engine/script/config_scene.h"
-#include "engine/script/script_runtime.h"
+#include "script/config_scene.h"
+#include "script/script_runtime.h"
 #include "script_page.h"
 
 #include <QSplitter>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "engine/script/script_runtime.h"
 #include "qscintilla.h"
+#include "script/script_runtime.h"
 #include "script_words.h"
 
 class QTimer;

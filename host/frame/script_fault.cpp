@@ -1,7 +1,7 @@
 #include "script_fault.h"
 
 #include "core/language.h"
-#include "engine/script/script_runtime.h"
+#include "script/script_runtime.h"
 
 namespace tarn {
 

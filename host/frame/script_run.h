@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/script/script_runtime.h"
+#include "script/script_runtime.h"
 
 #include <QElapsedTimer>
 #include <QObject>

@@ -5,11 +5,11 @@
 #include "core/json_reader.h"
 #include "core/json_writer.h"
 #include "core/language.h"
-#include "core/pak_rules.h"
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
 #include "gui_plug_scene.h"
 #include "picture_names.h"
+#include "store/pak_rules.h"
 
 #include <QClipboard>
 #include <QGuiApplication>

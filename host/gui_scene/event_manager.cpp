@@ -1,8 +1,8 @@
 #include "event_manager.h"
 
 #include "core/language.h"
-#include "engine/script/config_scene.h"
 #include "gui_core/gui_event.h"
+#include "script/config_scene.h"
 
 #include <utility>
 

@@ -2,7 +2,6 @@
 
 #include "aids_layer.h"
 #include "core/language.h"
-#include "core/pak_file.h"
 #include "create_tool.h"
 #include "engine/base_world.h"
 #include "gui_core/control_class.h"
@@ -19,6 +18,7 @@
 #include "script/gui_script_api.h"
 #include "script/scene_scripts.h"
 #include "select_tool.h"
+#include "store/pak_file.h"
 #include "tex_path_info.h"
 
 #include <QSet>

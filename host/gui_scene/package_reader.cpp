@@ -2,11 +2,11 @@
 
 #include "core/json_reader.h"
 #include "core/language.h"
-#include "core/pak_file.h"
 #include "gui_core/control_class.h"
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
 #include "package_writer.h"
+#include "store/pak_file.h"
 #include "tex_path_info.h"
 
 #include <QHash>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "core/pak_file.h"
 #include "core/status.h"
+#include "store/pak_file.h"
 
 #include <QByteArray>
 

@@ -1,8 +1,8 @@
 #include "picture_file.h"
 
 #include "core/language.h"
-#include "core/pak_rules.h"
 #include "gui_core/gui_core.h"
+#include "store/pak_rules.h"
 
 #include <QFile>
 #include <QFileInfo>

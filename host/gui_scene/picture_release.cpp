@@ -1,10 +1,10 @@
 #include "picture_release.h"
 
 #include "core/model_object.h"
-#include "engine/script/config_scene.h"
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
 #include "gui_core/gui_core.h"
+#include "script/config_scene.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>

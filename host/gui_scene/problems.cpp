@@ -1,12 +1,12 @@
 #include "problems.h"
 
 #include "core/language.h"
-#include "engine/script/script_runtime.h"
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
 #include "gui_core/gui_event.h"
 #include "gui_plug_scene.h"
 #include "picture_names.h"
+#include "script/script_runtime.h"
 
 namespace tarn {
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "engine/script/config_scene.h"
 #include "event_manager.h"
 #include "gui_core/gui_core.h"
+#include "script/config_scene.h"
 
 #include <memory>
 

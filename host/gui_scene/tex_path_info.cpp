@@ -1,7 +1,7 @@
 #include "tex_path_info.h"
 
 #include "core/appinfo.h"
-#include "core/pak_rules.h"
+#include "store/pak_rules.h"
 
 #include <QFile>
 

@@ -2,12 +2,12 @@
 
 #include "core/language.h"
 #include "engine/base_world.h"
-#include "engine/script/config_scene.h"
-#include "engine/script/script_runtime.h"
 #include "frame/boxes.h"
 #include "frame/child_dlg.h"
 #include "frame/cmd_test.h"
 #include "frame/script_edit.h"
+#include "script/config_scene.h"
+#include "script/script_runtime.h"
 
 #include <QAbstractButton>
 #include <QLabel>

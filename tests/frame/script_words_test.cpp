@@ -1,8 +1,8 @@
 #include "core/language.h"
-#include "engine/script/config_scene.h"
-#include "engine/script/script_runtime.h"
 #include "frame/lua_text.h"
 #include "frame/script_words.h"
+#include "script/config_scene.h"
+#include "script/script_runtime.h"
 
 #include <gtest/gtest.h>
 

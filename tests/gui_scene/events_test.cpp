@@ -1,12 +1,12 @@
 // From the mouse to the function: what the running interface raises, and what answers it.
 
 #include "core/language.h"
-#include "engine/script/script_log.h"
-#include "engine/script/script_runtime.h"
 #include "gui_core/dxut_combo_box.h"
 #include "gui_core/dxut_radio_button.h"
 #include "gui_core/dxut_slider.h"
 #include "gui_core/gui_event.h"
+#include "script/script_log.h"
+#include "script/script_runtime.h"
 #include "support/scene_fixture.h"
 
 using namespace tarn;

@@ -1,7 +1,7 @@
 // What scripts reach in an interface: the guide's examples run, and its tables name all there is.
 
 #include "core/language.h"
-#include "engine/script/script_runtime.h"
+#include "script/script_runtime.h"
 #include "support/scene_fixture.h"
 
 #include <QRegularExpression>

@@ -1,8 +1,8 @@
 #include "editor_fixture.h"
 
-#include "core/pak_file.h"
 #include "gui_scene/package_writer.h"
 #include "manager/report_list_dialog.h"
+#include "store/pak_file.h"
 #include "widgets/button_st.h"
 
 #include <QTemporaryDir>

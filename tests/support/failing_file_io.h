@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/file_io.h"
+#include "store/file_io.h"
 
 #include <cerrno>
 #include <map>

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "core/pak_file.h"
 #include "engine/base_world.h"
 #include "files.h"
 #include "gui_core/dxut_button.h"
@@ -12,6 +11,7 @@
 #include "gui_scene/package_writer.h"
 #include "gui_scene/tex_path_info.h"
 #include "printing.h"
+#include "store/pak_file.h"
 
 namespace tarn::test {
 

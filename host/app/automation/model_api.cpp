@@ -2,7 +2,7 @@
 #include "core/language.h"
 #include "core/model_object.h"
 #include "engine/base_world.h"
-#include "engine/script/config_scene.h"
+#include "script/config_scene.h"
 #include "studio.h"
 
 #include <algorithm>

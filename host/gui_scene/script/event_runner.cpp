@@ -2,11 +2,11 @@
 
 #include "core/language.h"
 #include "engine/base_world.h"
-#include "engine/script/script_log.h"
-#include "engine/script/script_runtime.h"
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
 #include "gui_scene/gui_plug_scene.h"
+#include "script/script_log.h"
+#include "script/script_runtime.h"
 
 #include <QScopedValueRollback>
 

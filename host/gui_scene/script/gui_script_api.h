@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/script/script_api.h"
+#include "script/script_api.h"
 
 class CGuiPlugScene;
 

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "core/journal.h"
-#include "engine/script/config_scene.h"
 #include "gui_scene/event_manager.h"
+#include "script/config_scene.h"
 
 #include <memory>
 #include <vector>

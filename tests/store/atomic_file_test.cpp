@@ -1,4 +1,4 @@
-#include "core/atomic_file.h"
+#include "store/atomic_file.h"
 
 #include "support/failing_file_io.h"
 #include "support/files.h"

@@ -1,7 +1,7 @@
 #include "pak_file.h"
 
 #include "atomic_file.h"
-#include "language.h"
+#include "core/language.h"
 #include "pak_rules.h"
 
 #include <QDir>

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "core/status.h"
 #include "file_io.h"
-#include "status.h"
 
 #include <QByteArray>
 #include <QString>

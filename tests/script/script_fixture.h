@@ -2,8 +2,8 @@
 
 #include "core/language.h"
 #include "core/model_object.h"
-#include "engine/script/config_scene.h"
-#include "engine/script/script_runtime.h"
+#include "script/config_scene.h"
+#include "script/script_runtime.h"
 #include "support/printing.h"
 
 namespace tarn::test {

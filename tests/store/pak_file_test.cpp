@@ -1,6 +1,6 @@
-#include "core/pak_file.h"
+#include "store/pak_file.h"
 
-#include "core/pak_rules.h"
+#include "store/pak_rules.h"
 #include "support/files.h"
 #include "support/printing.h"
 

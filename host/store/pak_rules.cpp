@@ -1,6 +1,6 @@
 #include "pak_rules.h"
 
-#include "language.h"
+#include "core/language.h"
 
 #include <QStringList>
 

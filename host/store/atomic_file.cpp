@@ -1,6 +1,6 @@
 #include "atomic_file.h"
 
-#include "language.h"
+#include "core/language.h"
 
 #include <QDir>
 #include <QFile>
