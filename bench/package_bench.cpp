@@ -74,7 +74,7 @@ void merge_tarn(benchmark::State& state)
             state.SkipWithError("the package could not be merged");
         state.PauseTiming();
         scene.journal().undo();
-        scene.gui_core().forget_history();
+        scene.gui_core().document().forget_history();
         state.ResumeTiming();
     }
 }

@@ -62,10 +62,9 @@ std::vector<CDXUTControl*> controls_of_current_dialog(const CGuiCore& core)
     if (!selection.current_control)
         return controls;
     controls.reserve(selection.controls.size());
-    walk_links(selection.controls, [&, home = selection.current_control->dialog()](CDXUTControl* control) {
-        if (control->dialog() == home)
-            controls.push_back(control);
-    });
+    const CDXUTDialog* home = selection.current_control->dialog();
+    std::copy_if(selection.controls.begin(), selection.controls.end(), std::back_inserter(controls),
+                 [home](const CDXUTControl* control) { return control->dialog() == home; });
     return controls;
 }
 

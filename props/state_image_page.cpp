@@ -26,7 +26,7 @@ void CStateImagePage::refresh()
 QSize CStateImagePage::picture_size(const tarn::ModelObject& control) const
 {
     for (const tarn::ImageRow& row : m_state_images)
-        for (const QString& name : control.fields().find(row.field)->pictures(control.base_state()))
+        for (const QString& name : control.fields().find(row.field)->pictures(control.authored_state()))
             if (const QImage picture = core()->texture(name); !picture.isNull())
                 return picture.size();
     return {};

@@ -2,8 +2,9 @@
 // package; PICTURES is a further folder of pictures. The scene is read and written as the program does it, so the
 // package holds the canonical text.
 
-#include "gui_scene/gui_plug_scene.h"
 #include "gui_scene/package_reader.h"
+#include "gui_scene/package_writer.h"
+#include "gui_scene/save_opt.h"
 #include "store/pak_file.h"
 
 #include <QCoreApplication>
@@ -52,15 +53,22 @@ tarn::Status pack(const QStringList& arguments)
     if (arguments.size() > 3)
         add_pictures(arguments.at(3), files);
 
-    CGuiPlugScene scene;
+    tarn::Document document;
+    CGuiCore core(document);
     auto content = tarn::read_content(read(source + QStringLiteral("/manifest.json")),
-                                      read(source + QStringLiteral("/scene.json")), files, scene.gui_core());
+                                      {{QStringLiteral("scene.json"), read(source + QStringLiteral("/scene.json"))}},
+                                      files, core);
     if (!content)
         return content.status();
-    if (auto status = add_functions(source + QStringLiteral("/functions"), *content.value().functions); !status)
+    tarn::SceneContent& scene = content.value();
+    if (auto status = add_functions(source + QStringLiteral("/functions"), *scene.functions); !status)
         return status;
-    scene.install(std::move(content.value()));
-    return scene.save_scene(arguments.at(2));
+    document.install(std::move(scene.objects));
+    CPakFile package;
+    auto status = package.create(arguments.at(2));
+    if (status)
+        status = tarn::write_package(package, {core, *scene.functions, scene.events}, {});
+    return status ? package.close() : status;
 }
 
 } // namespace

@@ -203,6 +203,48 @@ Status from_value(const Value& value, const FieldRules& rules, ObjectRef& out)
     return integer_from(value, rules, out.id);
 }
 
+Value to_value(const IdList& value)
+{
+    NumberList ids;
+    for (const ObjectRef ref : value)
+        ids.append(ref.id);
+    return ids;
+}
+
+Status from_value(const Value&, const FieldRules&, IdList&)
+{
+    return Status::error(lang(u"不能修改", u"it cannot be changed"));
+}
+
+std::size_t kept_bytes(const QString& kept, const QString& other)
+{
+    return kept.constData() == other.constData() ? 0 : std::size_t(kept.size()) * sizeof(QChar);
+}
+
+std::size_t kept_bytes(const QStringList& kept, const QStringList& other)
+{
+    if (kept.isSharedWith(other))
+        return 0;
+    std::size_t bytes = std::size_t(kept.size()) * sizeof(QString);
+    for (qsizetype i = 0; i < kept.size(); ++i)
+        bytes += kept_bytes(kept[i], other.value(i));
+    return bytes;
+}
+
+std::size_t kept_bytes(const IdList& kept, const IdList& other)
+{
+    return kept.isSharedWith(other) ? 0 : std::size_t(kept.size()) * sizeof(ObjectRef);
+}
+
+std::size_t kept_bytes(const QMap<QString, QByteArray>& kept, const QMap<QString, QByteArray>& other)
+{
+    std::size_t bytes = 0;
+    for (auto entry = kept.begin(); entry != kept.end(); ++entry)
+        if (const auto found = other.find(entry.key()); found == other.end() || found->constData() != entry->constData())
+            bytes += std::size_t(entry->size());
+    return bytes;
+}
+
 } // namespace detail
 
 int FieldTable::index_of(std::string_view name, int hint) const
@@ -225,22 +267,39 @@ const FieldBase* FieldTable::find(std::string_view name) const
 void FieldTable::add(std::unique_ptr<FieldBase> field)
 {
     m_fields.push_back(field.get());
+    if (field->has_heap())
+        m_heap_fields.push_back(field.get());
     m_names.emplace_back(field->name());
     m_own.push_back(std::move(field));
 }
 
-void write_state(const ObjectState& state, JsonWriter& writer)
+void write_members(const ObjectState& state, JsonWriter& writer)
 {
-    writer.begin_object();
     for (const FieldBase* field : state.fields()) {
         if (field->rules().derived || field->is_default(state))
             continue;
         writer.key(field->name());
         field->write(state, writer);
     }
+}
+
+void write_state(const ObjectState& state, JsonWriter& writer)
+{
+    writer.begin_object();
+    write_members(state, writer);
     for (const auto& [name, json] : state.unknown)
         writer.raw_member(name, {json.constData(), static_cast<std::size_t>(json.size())});
     writer.end_object();
+}
+
+Status read_member(ObjectState& state, std::string_view key, JsonCursor& value)
+{
+    if (const FieldBase* field = state.fields().find(key); field && !field->rules().derived)
+        return field->read(state, value);
+    QByteArray json;
+    auto status = value.read_raw(json);
+    state.unknown.append({QString::fromUtf8(key.data(), qsizetype(key.size())), json});
+    return status;
 }
 
 Status read_state(ObjectState& state, JsonCursor& cursor)
@@ -250,7 +309,7 @@ Status read_state(ObjectState& state, JsonCursor& cursor)
     int hint = 0;
     return cursor.each_member([&](std::string_view key, JsonCursor& value) {
         const int index = table.index_of(key, hint);
-        if (index < 0) {
+        if (index < 0 || table.at(std::size_t(index))->rules().derived) {
             QByteArray json;
             auto status = value.read_raw(json);
             state.unknown.append({QString::fromUtf8(key.data(), static_cast<qsizetype>(key.size())), json});

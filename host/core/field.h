@@ -7,6 +7,8 @@
 #include "status.h"
 #include "value.h"
 
+#include <QMap>
+
 #include <functional>
 #include <limits>
 #include <memory>
@@ -43,6 +45,11 @@ inline FieldRules read_only()
 {
     return {.read_only = true};
 }
+/// Of a list of children, which is changed and saved with them.
+inline FieldRules children()
+{
+    return {.read_only = true, .derived = true};
+}
 inline FieldRules slots(int count)
 {
     return {.slots = count};
@@ -65,11 +72,19 @@ public:
     /// Stores `value` held to the rules; fails with a message when it is of another kind or not finite.
     virtual Status set(ObjectState& state, const Value& value) const = 0;
     virtual bool same(const ObjectState& a, const ObjectState& b) const = 0;
+    /// Gives `to` what `from`, a state of the same class, has in this field.
+    virtual void copy(const ObjectState& from, ObjectState& to) const = 0;
+    /// About how many bytes `kept` holds in this field that `other` does not share.
+    virtual std::size_t kept_bytes(const ObjectState& kept, const ObjectState& other) const = 0;
+    /// Whether a value takes memory beside the state.
+    virtual bool has_heap() const = 0;
     virtual bool is_default(const ObjectState& state) const = 0;
     virtual void write(const ObjectState& state, JsonWriter& writer) const = 0;
     virtual Status read(ObjectState& state, JsonCursor& cursor) const = 0;
-    /// The reference kept in this field; null when the field is none.
-    virtual ObjectRef* reference(ObjectState&) const { return nullptr; }
+    /// The one reference kept in this field; none when the field is of another kind.
+    virtual std::optional<ObjectRef> reference(const ObjectState&) const { return {}; }
+    /// Calls `visit` for each reference kept in this field.
+    virtual void each_reference(ObjectState& state, const std::function<void(ObjectRef&)>& visit) const = 0;
 
     /// The pictures that this field names; none when it is not of that kind.
     QStringList pictures(const ObjectState& state) const;
@@ -91,6 +106,7 @@ Value to_value(const QString& value);
 Value to_value(const QStringList& value);
 Value to_value(const QList<quint32>& value);
 Value to_value(ObjectRef value);
+Value to_value(const IdList& value);
 
 Status from_value(const Value& value, const FieldRules& rules, bool& out);
 Status from_value(const Value& value, const FieldRules& rules, int& out);
@@ -100,6 +116,7 @@ Status from_value(const Value& value, const FieldRules& rules, QString& out);
 Status from_value(const Value& value, const FieldRules& rules, QStringList& out);
 Status from_value(const Value& value, const FieldRules& rules, QList<quint32>& out);
 Status from_value(const Value& value, const FieldRules& rules, ObjectRef& out);
+Status from_value(const Value& value, const FieldRules& rules, IdList& out);
 
 template <class T>
 void hold_to_slots(const FieldRules& rules, QList<T>& list)
@@ -131,6 +148,16 @@ void hold_to_rules(const FieldRules& rules, T& value)
             value = static_cast<T>(rules.maximum);
     }
 }
+
+template <class T>
+std::size_t kept_bytes(const T&, const T&)
+{
+    return 0;
+}
+std::size_t kept_bytes(const QString& kept, const QString& other);
+std::size_t kept_bytes(const QStringList& kept, const QStringList& other);
+std::size_t kept_bytes(const IdList& kept, const IdList& other);
+std::size_t kept_bytes(const QMap<QString, QByteArray>& kept, const QMap<QString, QByteArray>& other);
 
 } // namespace detail
 
@@ -184,12 +211,18 @@ public:
         return m_access.get(cast(a)) == m_access.get(cast(b))
             && m_access.is_default(cast(a)) == m_access.is_default(cast(b));
     }
+    void copy(const ObjectState& from, ObjectState& to) const override { m_access.set(cast(to), T(m_access.get(cast(from)))); }
+    std::size_t kept_bytes(const ObjectState& kept, const ObjectState& other) const override
+    {
+        return detail::kept_bytes(m_access.get(cast(kept)), m_access.get(cast(other)));
+    }
+    bool has_heap() const override { return !std::is_trivially_copyable_v<T>; }
     bool is_default(const ObjectState& state) const override { return m_access.is_default(cast(state)); }
     void write(const ObjectState& state, JsonWriter& writer) const override
     {
         if constexpr (std::is_same_v<T, ObjectRef>)
             writer.value(m_access.get(cast(state)).id);
-        else
+        else if constexpr (!std::is_same_v<T, IdList>) // Children name their parent: the list is made from that.
             writer.value(m_access.get(cast(state)));
     }
     Status read(ObjectState& state, JsonCursor& cursor) const override
@@ -198,7 +231,7 @@ public:
         Status status;
         if constexpr (std::is_same_v<T, ObjectRef>) {
             status = cursor.read(value.id);
-        } else {
+        } else if constexpr (!std::is_same_v<T, IdList>) {
             status = cursor.read(value);
             detail::hold_to_rules(rules(), value);
         }
@@ -206,12 +239,21 @@ public:
             m_access.set(cast(state), std::move(value));
         return status;
     }
-    ObjectRef* reference(ObjectState& state) const override
+    std::optional<ObjectRef> reference(const ObjectState& state) const override
     {
         if constexpr (std::is_same_v<T, ObjectRef>)
-            return &m_access.get(cast(state));
+            return m_access.get(cast(state));
         else
-            return nullptr;
+            return {};
+    }
+    void each_reference(ObjectState& state, const std::function<void(ObjectRef&)>& visit) const override
+    {
+        if constexpr (std::is_same_v<T, ObjectRef>) {
+            visit(m_access.get(cast(state)));
+        } else if constexpr (std::is_same_v<T, IdList>) {
+            for (ObjectRef& reference : m_access.get(cast(state)))
+                visit(reference);
+        }
     }
 
 private:
@@ -255,6 +297,7 @@ public:
         if (base) {
             m_fields = base->m_fields;
             m_names = base->m_names;
+            m_heap_fields = base->m_heap_fields;
         }
         m_own.reserve(sizeof...(fields));
         (add(std::move(fields)), ...);
@@ -264,6 +307,8 @@ public:
     Fields::const_iterator end() const { return m_fields.end(); }
     std::size_t size() const { return m_fields.size(); }
     const FieldBase* at(std::size_t index) const { return m_fields[index]; }
+    /// Those whose values take memory beside the state.
+    const Fields& heap_fields() const { return m_heap_fields; }
     /// The index of the field named `name`, looked for first at `hint` (the place after the last one found), or -1.
     int index_of(std::string_view name, int hint = 0) const;
     const FieldBase* find(std::string_view name) const;
@@ -272,12 +317,19 @@ private:
     void add(std::unique_ptr<FieldBase> field);
 
     Fields m_fields;
+    Fields m_heap_fields;
     std::vector<std::string_view> m_names;
     std::vector<std::unique_ptr<FieldBase>> m_own;
 };
 
 /// Writes `state` as one JSON object: fields that differ from their default in table order, then the unknown members.
 void write_state(const ObjectState& state, JsonWriter& writer);
+
+/// The members alone that differ from their default, without braces and unknown members.
+void write_members(const ObjectState& state, JsonWriter& writer);
+
+/// Reads one member into its field, or keeps it as an unknown one.
+Status read_member(ObjectState& state, std::string_view key, JsonCursor& value);
 
 /// Fills `state`, fresh with defaults, from a JSON object. Members that no field knows are kept.
 Status read_state(ObjectState& state, JsonCursor& cursor);

@@ -1,10 +1,24 @@
 #include "journal.h"
 
+#include "document.h"
 #include "model_object.h"
 
 #include <algorithm>
 
 namespace tarn {
+
+namespace {
+
+/// About what a state costs beside one that shares what is equal in both.
+std::size_t bytes_kept(const ObjectState& kept, const ObjectState& other)
+{
+    std::size_t bytes = 2 * ObjectState::usual_size;
+    for (const FieldBase* field : kept.fields().heap_fields())
+        bytes += field->kept_bytes(kept, other);
+    return bytes;
+}
+
+} // namespace
 
 void Journal::begin(const QString& name, const QByteArray& merge_key)
 {
@@ -33,11 +47,14 @@ void Journal::cancel()
         on_restored(undone);
 }
 
-void Journal::note(ModelObject& object, const StatePtr& before)
+StatePtr Journal::note(ModelObject& object, const StatePtr& before)
 {
-    if (!m_recording)
-        return;
+    const std::size_t index = m_open.entries.size();
     m_open.entries.push_back({&object, before});
+    if (!goes_on())
+        return {};
+    const auto& last = m_steps.back().entries;
+    return index < last.size() && last[index].object == &object ? last[index].state : StatePtr();
 }
 
 void Journal::add_companion(std::unique_ptr<Companion> companion)
@@ -46,14 +63,19 @@ void Journal::add_companion(std::unique_ptr<Companion> companion)
         m_open.companions.push_back(std::move(companion));
 }
 
-bool Journal::merges_into_last(const Step& step) const
+/// Whether the open step may become part of the last one, as far as one can tell before it ends.
+bool Journal::goes_on() const
 {
-    if (m_merge_broken || step.merge_key.isEmpty() || !step.companions.empty() || m_position == 0
-        || m_position != m_steps.size() || m_saved_at == m_position)
+    return !m_merge_broken && !m_open.merge_key.isEmpty() && m_open.companions.empty() && m_position > 0
+        && m_position == m_steps.size() && m_saved_at != m_position && m_steps.back().merge_key == m_open.merge_key;
+}
+
+bool Journal::merges_into_last() const
+{
+    if (!goes_on())
         return false;
-    const Step& last = m_steps.back();
-    return last.merge_key == step.merge_key
-        && std::equal(last.entries.begin(), last.entries.end(), step.entries.begin(), step.entries.end(),
+    const auto& last = m_steps.back().entries;
+    return std::equal(last.begin(), last.end(), m_open.entries.begin(), m_open.entries.end(),
                       [](const Entry& a, const Entry& b) { return a.object == b.object; });
 }
 
@@ -61,36 +83,69 @@ void Journal::close_step()
 {
     if (m_open.is_empty())
         return;
+    const bool merges = merges_into_last();
     Step step = std::move(m_open);
     m_open = {};
     ++m_serial;
-    if (!merges_into_last(step)) {
+    if (!merges) {
         if (m_saved_at != never && m_saved_at > m_position)
             m_saved_at = never;
         drop_undone();
         step.number = m_serial;
+        step.bytes = sizeof(Step);
+        for (const Entry& entry : step.entries)
+            step.bytes += bytes_kept(*entry.state, entry.object->authored_state());
+        m_bytes += step.bytes;
         m_steps.push_back(std::move(step));
         m_position = m_steps.size();
+        hold_budget();
     }
     m_merge_broken = false;
     if (on_changed)
         on_changed();
 }
 
-void Journal::swap_states(std::vector<Entry>& entries)
+void Journal::set_budget(std::size_t bytes)
 {
-    walk(
-        entries, [](Entry& entry) { entry.object->swap_state(entry.state); }, &Entry::object);
-    // Only now: what an object works out from its state may hang on those of others.
-    walk(
-        entries, [](Entry& entry) { entry.object->state_changed(); }, &Entry::object);
+    m_budget = bytes;
+    hold_budget();
+}
+
+void Journal::hold_budget()
+{
+    std::size_t gone = 0;
+    while (m_bytes > m_budget && gone + 1 < m_steps.size() && gone < m_position)
+        m_bytes -= m_steps[gone++].bytes;
+    if (gone == 0)
+        return;
+    m_steps.erase(m_steps.begin(), m_steps.begin() + std::ptrdiff_t(gone));
+    m_position -= gone;
+    m_saved_at = m_saved_at == never || m_saved_at < gone ? never : m_saved_at - gone;
+    m_dropped = true;
+    m_document.drop_unreachable();
 }
 
 void Journal::exchange(Step& step)
 {
-    swap_states(step.entries);
+    walk(
+        step.entries,
+        [this](Entry& entry) {
+            ModelObject& object = *entry.object;
+            m_document.changes().touch(object, object.m_shown ? object.m_shown->state : object.m_state);
+            object.swap_state(entry.state);
+        },
+        &Entry::object);
     for (const auto& companion : step.companions)
         companion->exchange();
+    // Only now: what an object works out from its state may hang on those of others.
+    walk(
+        step.entries,
+        [](Entry& entry) {
+            if (entry.object->m_shown)
+                entry.object->follow_authored();
+            entry.object->refresh();
+        },
+        &Entry::object);
 }
 
 void Journal::drop_undone()
@@ -103,6 +158,7 @@ void Journal::drop_undone()
                 prefetch(entries[i + ahead].state.constData(), ObjectState::usual_size);
             entries[i].state.reset();
         }
+        m_bytes -= m_steps[step].bytes;
     }
     m_steps.resize(m_position);
 }
@@ -118,7 +174,7 @@ bool Journal::can_redo() const
 }
 
 /// Whether undo and redo are possible now; a change outside any action has become a step then.
-bool Journal::may_travel()
+bool Journal::can_travel()
 {
     if (m_depth > 0 || !m_recording)
         return false;
@@ -151,7 +207,7 @@ void Journal::travelled()
 
 bool Journal::undo()
 {
-    if (!may_travel() || m_position == 0)
+    if (!can_travel() || m_position == 0)
         return false;
     undo_one();
     travelled();
@@ -160,7 +216,7 @@ bool Journal::undo()
 
 bool Journal::redo()
 {
-    if (!may_travel() || m_position == m_steps.size())
+    if (!can_travel() || m_position == m_steps.size())
         return false;
     redo_one();
     travelled();
@@ -169,7 +225,7 @@ bool Journal::redo()
 
 bool Journal::go_to(std::size_t position)
 {
-    if (!may_travel())
+    if (!can_travel())
         return false;
     const std::size_t wanted = std::min(position, m_steps.size());
     if (wanted == m_position)
@@ -180,6 +236,15 @@ bool Journal::go_to(std::size_t position)
         redo_one();
     travelled();
     return true;
+}
+
+void Journal::each_kept(const std::function<void(ModelObject&)>& visit) const
+{
+    for (const Step& step : m_steps)
+        for (const Entry& entry : step.entries)
+            visit(*entry.object);
+    for (const Entry& entry : m_open.entries)
+        visit(*entry.object);
 }
 
 QString Journal::undo_name() const
@@ -200,6 +265,8 @@ void Journal::clear()
     m_open = {};
     m_position = 0;
     m_saved_at = 0;
+    m_bytes = 0;
+    m_dropped = false;
     ++m_serial;
     if (on_changed)
         on_changed();

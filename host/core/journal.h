@@ -12,14 +12,22 @@
 
 namespace tarn {
 
+class Document;
 class ModelObject;
 
 /// Undo and redo of the model. Before an object's state is first changed inside a user action the journal keeps the
 /// old state; a step is the list of those. States are shared, so keeping one costs a reference until it is written.
 ///
 /// A change made outside any action is a step of its own that ends where the next action begins.
+///
+/// What the steps keep is bounded in bytes: over it the oldest steps go, and with them the removed objects that only they
+/// could bring back.
 class Journal {
 public:
+    static constexpr std::size_t default_budget = std::size_t(256) << 20;
+
+    explicit Journal(Document& document) : m_document(document) {}
+
     struct Entry {
         ModelObject* object;
         StatePtr state; ///< before the step while it is done, after it while it is undone
@@ -37,6 +45,7 @@ public:
         std::vector<Entry> entries;
         std::vector<std::unique_ptr<Companion>> companions;
         std::size_t number = 0;
+        std::size_t bytes = 0; ///< about what it keeps
 
         bool is_empty() const { return entries.empty() && companions.empty(); }
     };
@@ -66,6 +75,11 @@ public:
     QString undo_name() const;
     QString redo_name() const;
 
+    /// How many bytes the steps may keep; the newest one stays whatever it keeps.
+    void set_budget(std::size_t bytes);
+    /// Whether steps were dropped to hold the budget since the history was last cleared.
+    bool has_dropped() const { return m_dropped; }
+
     // The steps that are kept, oldest first. A change that no action made yet is none of them.
     std::size_t step_count() const { return m_steps.size(); }
     const QString& step_name(std::size_t index) const { return m_steps[index].name; }
@@ -84,8 +98,8 @@ public:
     void changed_outside();
     bool is_saved() const;
 
-    /// Exchanges the objects' states with those in `entries`, past the journal.
-    static void swap_states(std::vector<Entry>& entries);
+    /// Calls `visit` for each object that a step can bring back.
+    void each_kept(const std::function<void(ModelObject&)>& visit) const;
 
     /// Changes are not recorded while recording is off (loading, for example).
     void set_recording(bool on) { m_recording = on; }
@@ -93,20 +107,27 @@ public:
 
 private:
     friend class ModelObject;
-    void note(ModelObject& object, const StatePtr& before);
+    /// Answers the state of the object from before the last step when what is done now goes on with that step; else null.
+    StatePtr note(ModelObject& object, const StatePtr& before);
     std::size_t serial() const { return m_serial; }
     void close_step();
-    static void exchange(Step& step);
-    bool may_travel();
+    void exchange(Step& step);
+    bool can_travel();
+    bool goes_on() const;
+    void hold_budget();
     void undo_one();
     void redo_one();
     void travelled();
-    bool merges_into_last(const Step& step) const;
+    bool merges_into_last() const;
     void drop_undone();
 
     static constexpr std::size_t never = static_cast<std::size_t>(-1);
 
+    Document& m_document;
     std::vector<Step> m_steps;
+    std::size_t m_budget = default_budget;
+    std::size_t m_bytes = 0; ///< of all steps
+    bool m_dropped = false;
     std::size_t m_position = 0; ///< number of steps that are done
     std::size_t m_saved_at = 0; ///< m_position when last saved; `never` once that state cannot be reached
     std::size_t m_serial = 1;   ///< grows with each step; an object remembers in which one it was noted

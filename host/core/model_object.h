@@ -1,72 +1,94 @@
 #pragma once
 
+#include "document.h"
 #include "field.h"
 #include "journal.h"
 #include "object_state.h"
 
 #include <algorithm>
+#include <bitset>
 #include <functional>
 #include <memory>
 
 namespace tarn {
 
 /// An object of the model: a state described by a field table, whose changes go through the journal.
+///
+/// Beside what the author made of it, its state, an object has what is shown: the same, but for those fields that a
+/// preview or a timebar wrote (see ShownWrites). Whoever draws, hits, lays out or runs the interface reads what is shown;
+/// only saving, comparing and automation's get() read what is authored.
 class ModelObject : public std::enable_shared_from_this<ModelObject> {
 public:
-    ModelObject(Journal& journal, ObjectState* initial) : m_journal(journal), m_state(initial) {}
-    virtual ~ModelObject() = default;
+    ModelObject(Document& document, ObjectState* initial) : m_document(document), m_state(initial) {}
+    virtual ~ModelObject();
     ModelObject(const ModelObject&) = delete;
     ModelObject& operator=(const ModelObject&) = delete;
 
     quint32 id() const { return m_state->id; }
-    Journal& journal() const { return m_journal; }
-    const ObjectState& base_state() const { return *m_state; }
+    Document& document() const { return m_document; }
+    Journal& journal() const { return m_document.journal(); }
+    /// Null for an object that no kind describes: a container.
+    const ObjectKind* kind() const { return m_kind; }
     const FieldTable& fields() const { return m_state->fields(); }
+    const ObjectState& authored_state() const { return *m_state; }
+    const ObjectState& shown_state() const { return m_shown ? *m_shown->state : *m_state; }
+    /// Shared with who asks until the object is written: for snapshots.
+    const StatePtr& shared_state() const { return m_state; }
 
+    /// A state as the object has it in an empty scene; for containers and fixed objects.
+    virtual ObjectState* fresh_state() const { return m_state->clone(); }
     /// The class name that automation shows.
     virtual const char* class_name() const = 0;
-    /// Whether the object is part of the scene now (not deleted, or its deletion undone).
-    virtual bool is_attached() const = 0;
+    /// Whether the object is part of the scene as it is shown now.
+    virtual bool is_attached() const { return m_is_root || (m_parent && m_parent->is_attached()); }
+    /// Null for a container and for what is in nobody's list.
+    ModelObject* parent() const { return m_parent; }
 
-    /// An attribute as the outside sees it. Objects override these where reading or writing does more than the state.
-    virtual Value property(const FieldBase& field) const { return field.get(*m_state); }
+    /// An attribute as the outside sees it, of what is shown or of what is authored. Objects override value_in() and
+    /// set_property() where reading or writing does more than the state.
+    Value property(const FieldBase& field) const { return value_in(shown_state(), field); }
+    Value authored_property(const FieldBase& field) const { return value_in(*m_state, field); }
     virtual Status set_property(const FieldBase& field, const Value& value);
 
-    /// Called after every change of the state, whoever made it, undo included: caches that hang on it go.
+    /// Called after every change of what is shown, whoever made it, undo included: caches that hang on it go.
     virtual void state_changed() {}
+    /// Called when the list of the object's children may be another.
+    virtual void children_changed() {}
+    /// The links and caches are found anew; for objects that were made from a state.
+    void refresh();
 
-    /// For loading and copying: takes over a finished state; not recorded.
-    void adopt_state(ObjectState* state);
-    /// Fills the fresh object's state from a JSON object; not recorded.
-    Status load_state(JsonCursor& cursor);
-    /// The state of an object that is not part of the scene yet, for putting it together.
-    ObjectState& raw_state()
-    {
-        m_state.detach();
-        return *m_state;
-    }
-    const StatePtr& shared_state() const { return m_state; }
     /// The object's memory, and its state's once that of the object is there, are wanted soon.
     void prefetch_object() const { prefetch(this, usual_size); }
     void prefetch_state() const { prefetch(m_state.constData(), ObjectState::usual_size); }
-    /// Exchanges the state with `other`, past the journal; state_changed() is the caller's to call.
-    void swap_state(StatePtr& other) { m_state.swap(other); }
-    /// Takes over a finished state; recorded like any change.
+    /// Takes over a finished state of the same object; recorded like any change.
     void replace_state(StatePtr state);
+    /// Changes the object by `change`, which is given its state for writing.
+    template <class State, class Change>
+    void write(Change&& change)
+    {
+        change(edit<State>());
+        written();
+    }
 
 protected:
+    /// What is shown.
     template <class State>
     const State& state() const
     {
-        return static_cast<const State&>(*m_state);
+        return static_cast<const State&>(shown_state());
     }
-    /// The state for writing; the journal keeps the old one. Call state_changed() when done.
+    /// The value of `field` in `state`, one of the object's.
+    virtual Value value_in(const ObjectState& state, const FieldBase& field) const { return field.get(state); }
+    /// The state for writing; the journal keeps the old one. Call written() when done.
     template <class State>
     State& edit()
     {
         return static_cast<State&>(edit_base());
     }
     ObjectState& edit_base();
+    void written();
+    /// The same after a write to the list of children alone.
+    void written_children();
 
     /// Stores `value` into `member` unless it is there already; answers whether it changed anything.
     template <class State, class Owner, class T, class V>
@@ -75,19 +97,42 @@ protected:
         if (state<State>().*member == value)
             return false;
         edit<State>().*member = value;
-        state_changed();
+        written();
         return true;
     }
 
 private:
+    friend class Document;
     friend class Journal;
+    friend class ModelChanges;
     static constexpr int usual_size = 128; ///< bytes of a control
 
-    void note_state();
+    /// What is shown instead of the authored state.
+    struct Shown {
+        StatePtr state;
+        StatePtr before; ///< while it is written
+        std::bitset<256> fields; ///< those that it has of its own, by their places in the table
+        bool parent = false;     ///< the parent too
+    };
 
-    Journal& m_journal;
+    StatePtr note_state();
+    void take_field(const FieldBase& field, StatePtr wanted);
+    void swap_state(StatePtr& other) { m_state.swap(other); }
+    void keep_shown();
+    void replace_state_quietly(StatePtr state);
+    void note_shown_fields();
+    void follow_authored();
+    void drop_shown();
+    void follow_parent();
+
+    Document& m_document;
     StatePtr m_state;
-    std::size_t m_noted_in = 0; ///< the journal's serial when the state was last kept
+    std::unique_ptr<Shown> m_shown; ///< null while everything is shown as authored
+    ModelObject* m_parent = nullptr;
+    const ObjectKind* m_kind = nullptr;
+    std::size_t m_noted_in = 0;   ///< the journal's serial when the state was last kept
+    std::size_t m_touched_in = 0; ///< the turn in which the change was last told
+    bool m_is_root = false;       ///< a container
 };
 
 /// Calls `visit` for each element of `list` in order and has the memory of those to come fetched meanwhile. `object`
@@ -108,6 +153,14 @@ void walk(List&& list, Visit visit, Object object = {})
             std::invoke(object, list[i + ahead])->prefetch_state();
         visit(list[i]);
     }
+}
+
+template <class Visit>
+void Document::each_child(const ModelObject& parent, const ObjectKind& kind, Visit visit) const
+{
+    if (const IdList* ids = kind.children_of(parent.shown_state()))
+        for (const ObjectRef child : *ids)
+            visit(*find(child.id));
 }
 
 } // namespace tarn

@@ -20,4 +20,7 @@ struct ObjectRef {
     bool operator==(const ObjectRef&) const = default;
 };
 
+/// The children of an object, by id.
+using IdList = QList<ObjectRef>;
+
 } // namespace tarn

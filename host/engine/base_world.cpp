@@ -23,6 +23,7 @@ CBaseWorld::~CBaseWorld() = default;
 
 void CBaseWorld::broadcast(int code)
 {
+    m_document.changes().tell();
     if (on_broadcast)
         on_broadcast(code);
     // By index: a listener may add others while it hears the code, or remove some, whose places stay empty until the

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/document.h"
 #include "mouse_tool.h"
 #include "orbit_camera.h"
 #include "overlay.h"
@@ -40,15 +41,18 @@ enum NotificationCode : int {
 
 } // namespace tarn
 
-/// The 3D world and what connects the plug-ins that work on it.
+/// The 3D world, the document that it belongs to, and what connects the plug-ins that work on it.
 class CBaseWorld {
 public:
     CBaseWorld();
     ~CBaseWorld();
 
+    /// Objects, journal and parts of the scene. Plug-ins bring the parts.
+    tarn::Document& document() { return m_document; }
     CPlugDllMan& plug_man() { return m_plug_man; }
 
-    /// Tells every listener, in the order in which they were added, before it returns; the sender hears it too.
+    /// Tells every listener, in the order in which they were added, before it returns; the sender hears it too. What
+    /// changed in the document is told first.
     void broadcast(int code);
     void add_listener(tarn::UiListener* listener);
     void remove_listener(tarn::UiListener* listener);
@@ -92,6 +96,7 @@ public:
     std::function<std::shared_ptr<void>(const QString& name)> begin_edit;
 
 private:
+    tarn::Document m_document; ///< outlives the plug-ins, whose objects it holds
     CPlugDllMan m_plug_man;
     std::vector<tarn::UiListener*> m_listeners; ///< null: removed while a code was being told
     int m_broadcasting = 0;                     ///< broadcasts under way, one inside the other

@@ -26,12 +26,15 @@ struct ControlClass {
     QSize default_size;    ///< pixels
     int icon;              ///< number in the icon table
     Factory create;
+    ObjectState* (*make_state)(); ///< a fresh one
 };
 
 /// All types, by ascending number.
 std::span<const ControlClass> control_classes();
 /// The row of `type`; null for a number without a type.
 const ControlClass* control_class(int type);
+/// A fresh state of that type; null for a number without a type.
+ObjectState* make_control_state(int type);
 
 } // namespace tarn
 

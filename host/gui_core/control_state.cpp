@@ -68,7 +68,7 @@ const FieldTable& ControlState::field_table()
     using E = ControlExtras;
     static const FieldTable table(
         nullptr, field<S>("id", &S::id, quint32(0), read_only()), field<S>("name", &S::name),
-        field<S>("type", &S::type, -1, read_only()), field<S>("dialog", &S::dialog, ObjectRef{}, read_only()),
+        field<S>("type", &S::type, -1, read_only()), field<S>("dialog", &S::parent, ObjectRef{}, read_only()),
         field<S>("x", &S::x, 0.f, range(-max_place, max_place)),
         field<S>("y", &S::y, 0.f, range(-max_place, max_place)),
         field<S>("width", &S::width, 100.f, range(0, max_place)),

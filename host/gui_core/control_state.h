@@ -34,7 +34,6 @@ struct ControlState : StateOf<ControlState> {
 
     QString name;
     int type; ///< control type number; see ControlClass
-    ObjectRef dialog;
     float x = 0;
     float y = 0;
     float width = 100;

@@ -7,8 +7,19 @@ namespace tarn {
 namespace {
 
 constexpr double max_place = 1e6;
+constexpr quint32 root_id = 1;
 
 } // namespace
+
+DialogState* DialogState::root()
+{
+    auto* state = new DialogState;
+    state->id = root_id;
+    state->name = QStringLiteral("ROOT");
+    state->caption_shown = false;
+    state->frame_shown = false;
+    return state;
+}
 
 const FieldTable& DialogState::field_table()
 {
@@ -29,7 +40,8 @@ const FieldTable& DialogState::field_table()
         field<S>("base_width", &S::base_width, 0, range(0, max_place)),
         field<S>("base_height", &S::base_height, 0, range(0, max_place)),
         field<S>("bind_texture", &S::bind_texture, QString(), picture_name()),
-        field<S>("bind_color", &S::bind_color, 0xffffffffu), field<S>("bind_mouse", &S::bind_mouse, false));
+        field<S>("bind_color", &S::bind_color, 0xffffffffu), field<S>("bind_mouse", &S::bind_mouse, false),
+        field<S>("controls", &S::controls, {}, children()));
     return table;
 }
 
@@ -40,7 +52,7 @@ const FieldTable& CoreState::field_table()
                                   field<S>("screen_height", &S::screen_height, 0, range(1, 32767)),
                                   field<S>("vertical_guides", &S::vertical_guides),
                                   field<S>("horizontal_guides", &S::horizontal_guides),
-                                  field<S>("next_id", &S::next_id, 0u, read_only()));
+                                  field<S>("dialogs", &S::dialogs, {}, children()));
     return table;
 }
 

@@ -7,9 +7,6 @@
 #include <QMap>
 #include <QString>
 
-class CDXUTControl;
-class CDXUTDialog;
-
 namespace tarn {
 
 /// A dialog's data. Places and sizes are whole pixels of the screen that base_width and base_height tell; `y` is the top of
@@ -41,7 +38,10 @@ struct DialogState : StateOf<DialogState> {
     quint32 bind_color = 0xffffffff; ///< ARGB; fills the texture under the dialog
     bool bind_mouse = false;         ///< the dialog there takes the mouse
 
-    QList<CDXUTControl*> controls; ///< from the bottom layer to the top
+    IdList controls; ///< from the bottom layer to the top
+
+    /// That of the root dialog of an empty interface.
+    static DialogState* root();
 
     static const FieldTable& field_table();
 };
@@ -53,13 +53,8 @@ struct CoreState : StateOf<CoreState> {
     /// Guide lines of the author, pixels from the screen's corner, in ascending order without doubles.
     QList<quint32> vertical_guides;
     QList<quint32> horizontal_guides;
-    quint32 next_id = 2; ///< ids from here on were never used; the root dialog has 1
-
-    /// Entries of the package beside the scene's own, by name: pictures under "textures/", and what this version does
-    /// not know, which is kept.
-    QMap<QString, QByteArray> files;
     QMap<QString, QByteArray> styles; ///< named sets of appearances, each as JSON text
-    QList<CDXUTDialog*> dialogs;      ///< from the bottom layer to the top, without the root dialog
+    IdList dialogs;                   ///< from the bottom layer to the top, without the root dialog
 
     static const FieldTable& field_table();
 };

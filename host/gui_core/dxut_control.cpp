@@ -15,7 +15,7 @@ namespace {
 /// A field that is read and written as it stands on the present screen.
 struct PlaceField {
     const FieldBase* field;
-    double (*read)(const CDXUTControl&);
+    double (*read)(const QRectF& rect, QPointF center); ///< null: as it is stored
     /// `wanted` holds the new value, held to the field's rules.
     void (*write)(CDXUTControl&, const ControlState& wanted);
 };
@@ -30,19 +30,19 @@ const auto& place_fields()
     using Control = CDXUTControl;
     using State = ControlState;
     static const std::array fields{
-        PlaceField{field_of("x"), [](const Control& c) { return double(c.x()); },
+        PlaceField{field_of("x"), [](const QRectF& r, QPointF) { return double(float(r.x())); },
                    [](Control& c, const State& s) { c.SetLocation(s.x, c.y()); }},
-        PlaceField{field_of("y"), [](const Control& c) { return double(c.y()); },
+        PlaceField{field_of("y"), [](const QRectF& r, QPointF) { return double(float(r.y())); },
                    [](Control& c, const State& s) { c.SetLocation(c.x(), s.y); }},
-        PlaceField{field_of("width"), [](const Control& c) { return double(c.width()); },
+        PlaceField{field_of("width"), [](const QRectF& r, QPointF) { return double(float(r.width())); },
                    [](Control& c, const State& s) { c.SetSize(s.width, c.height()); }},
-        PlaceField{field_of("height"), [](const Control& c) { return double(c.height()); },
+        PlaceField{field_of("height"), [](const QRectF& r, QPointF) { return double(float(r.height())); },
                    [](Control& c, const State& s) { c.SetSize(c.width(), s.height); }},
-        PlaceField{field_of("center_x"), [](const Control& c) { return double(float(c.center().x())); },
+        PlaceField{field_of("center_x"), [](const QRectF&, QPointF c) { return double(float(c.x())); },
                    [](Control& c, const State& s) {
                        c.set_center({s.extras->center_x, c.center().y()});
                    }},
-        PlaceField{field_of("center_y"), [](const Control& c) { return double(float(c.center().y())); },
+        PlaceField{field_of("center_y"), [](const QRectF&, QPointF c) { return double(float(c.y())); },
                    [](Control& c, const State& s) {
                        c.set_center({c.center().x(), s.extras->center_y});
                    }},
@@ -62,8 +62,8 @@ const PlaceField* place_field(const FieldBase& field)
 
 } // namespace
 
-CDXUTControl::CDXUTControl(tarn::Journal& journal, CGuiCore& core, ControlState* state)
-    : ModelObject(journal, state), m_core(core)
+CDXUTControl::CDXUTControl(tarn::Journal&, CGuiCore& core, ControlState* state)
+    : ModelObject(core.document(), state), m_core(core)
 {
 }
 
@@ -72,30 +72,32 @@ const char* CDXUTControl::class_name() const
     return tarn::control_class(GetType())->class_name;
 }
 
-CDXUTDialog* CDXUTControl::dialog() const
+CDXUTDialog* CDXUTControl::home() const
 {
-    m_core.ensure_links();
-    return m_dialog && m_dialog->m_attached ? m_dialog : nullptr;
+    return static_cast<CDXUTDialog*>(parent());
 }
 
-bool CDXUTControl::is_attached() const
+CDXUTDialog* CDXUTControl::dialog() const
 {
-    const CDXUTDialog* home = dialog();
-    return home && home->is_attached();
+    return is_attached() ? home() : nullptr;
 }
 
 QRectF CDXUTControl::rect() const
 {
-    const ControlState& s = control_state();
+    return rect_of(control_state());
+}
+
+QRectF CDXUTControl::rect_of(const ControlState& s) const
+{
     const QRectF stored(s.x, s.y, s.width, s.height);
     if (s.align_type == tarn::anchor_top_left || !dialog())
         return stored;
-    return tarn::anchored(stored, QSizeF(s.base_width, s.base_height), m_dialog->client_size(), s.align_type);
+    return tarn::anchored(stored, QSizeF(s.base_width, s.base_height), home()->client_size(), s.align_type);
 }
 
 QRectF CDXUTControl::screen_rect() const
 {
-    return dialog() ? m_dialog->to_screen(rect()) : QRectF();
+    return dialog() ? home()->to_screen(rect()) : QRectF();
 }
 
 /// Makes `place` the one that is meant, and the present client area the one that it is meant for.
@@ -106,7 +108,7 @@ void CDXUTControl::store_place(const QRectF& place, QPointF pivot)
     s.y = float(place.y());
     s.width = float(place.width());
     s.height = float(place.height());
-    const QSizeF client = m_dialog && s.align_type != tarn::anchor_top_left ? m_dialog->client_size() : QSizeF(0, 0);
+    const QSizeF client = home() && s.align_type != tarn::anchor_top_left ? home()->client_size() : QSizeF(0, 0);
     s.base_width = float(client.width());
     s.base_height = float(client.height());
     if (s.extras->has_center)
@@ -121,7 +123,7 @@ bool CDXUTControl::set_rect(const QRectF& wanted)
     if (wanted == rect())
         return false;
     store_place(wanted, center());
-    state_changed();
+    written();
     return true;
 }
 
@@ -144,7 +146,7 @@ bool CDXUTControl::set_align_type(int anchor)
     const QPointF pivot = center();
     edit<ControlState>().align_type = anchor;
     store_place(present, pivot);
-    state_changed();
+    written();
     return true;
 }
 
@@ -188,10 +190,13 @@ tarn::VisualState CDXUTControl::visual_state() const
     return live.focused == this ? Focused : Normal;
 }
 
-tarn::Value CDXUTControl::property(const FieldBase& field) const
+tarn::Value CDXUTControl::value_in(const tarn::ObjectState& state, const FieldBase& field) const
 {
     const PlaceField* place = place_field(field);
-    return place && place->read ? tarn::Value(place->read(*this)) : ModelObject::property(field);
+    if (!place || !place->read)
+        return ModelObject::value_in(state, field);
+    const auto& s = static_cast<const ControlState&>(state);
+    return place->read(rect_of(s), center_of(s));
 }
 
 tarn::Status CDXUTControl::set_property(const FieldBase& field, const tarn::Value& value)
@@ -200,7 +205,7 @@ tarn::Status CDXUTControl::set_property(const FieldBase& field, const tarn::Valu
     if (!place)
         return ModelObject::set_property(field, value);
     // The field's own rules first, then the operation that keeps the anchor right.
-    const std::unique_ptr<tarn::ObjectState> wanted(base_state().clone());
+    const std::unique_ptr<tarn::ObjectState> wanted(shown_state().clone());
     if (auto status = field.set(*wanted, value); !status)
         return status;
     place->write(*this, static_cast<const ControlState&>(*wanted));
@@ -212,9 +217,9 @@ void CDXUTControl::state_changed()
     if (!dialog())
         return;
     const QRectF present = drawn_bounds();
-    m_dialog->control_drawn_at(m_dialog->to_screen(present));
+    home()->control_drawn_at(home()->to_screen(present));
     if (m_last_bounds != present)
-        m_core.add_damage(m_dialog->to_screen(m_last_bounds));
+        m_core.add_damage(home()->to_screen(m_last_bounds));
     m_last_bounds = present;
 }
 

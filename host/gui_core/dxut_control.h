@@ -70,8 +70,6 @@ public:
     /// Nothing of the control is drawn outside.
     QRectF drawn_bounds() const { return is_rotated() ? bounds().adjusted(-1, -1, 1, 1) : rect(); }
     void redraw() const; ///< what is drawn of the control is damaged
-    /// What dialogs and the selection know of the control is wanted soon. It takes one cache line.
-    void prefetch_links() const { tarn::prefetch(&m_core, link_bytes); }
 
     // What the author chose instead of the style's looks; slots are those of tarn::style_slot(). Null texts and colours
     // that are 0 take the style's.
@@ -135,12 +133,11 @@ public:
     virtual void reset_run_state() {}
 
     const char* class_name() const override;
-    bool is_attached() const override;
-    tarn::Value property(const tarn::FieldBase& field) const override;
     tarn::Status set_property(const tarn::FieldBase& field, const tarn::Value& value) override;
     void state_changed() override;
 
 protected:
+    tarn::Value value_in(const tarn::ObjectState& state, const tarn::FieldBase& field) const override;
     CDXUTControl(tarn::Journal& journal, CGuiCore& core, tarn::ControlState* state);
     const tarn::ControlState& control_state() const { return state<tarn::ControlState>(); }
     CGuiCore& core() const { return m_core; }
@@ -153,8 +150,9 @@ private:
     friend class CDXUTDialog;
     friend class CGuiCore;
     friend struct tarn::SelectionRecord;
-    static constexpr int link_bytes = 64; ///< from m_core to m_last_bounds
-
+    CDXUTDialog* home() const; ///< kept while that dialog is away from the scene
+    QRectF rect_of(const tarn::ControlState& state) const;
+    QPointF center_of(const tarn::ControlState& state) const;
     bool set_rect(const QRectF& rect);
     template <class T>
     bool put_style(QList<T> tarn::ControlExtras::*list, int slot, const T& value);
@@ -162,28 +160,7 @@ private:
     double turn() const; ///< the rotation without whole turns
 
     CGuiCore& m_core;
-    CDXUTDialog* m_dialog = nullptr; ///< kept while that dialog is away from the scene
     quint32 m_selected_in = 0;       ///< the selection's round in which it holds the control
     mutable int m_layer_guess = -1;  ///< where the dialog last found the control in its list; the dialog checks it
     QRectF m_last_bounds;            ///< where the control was drawn last, to be redrawn when it moves
 };
-
-namespace tarn {
-
-/// Calls `visit` for each of `controls` in order and has what it may touch, their links, fetched meanwhile: whom they
-/// belong to, whether they are selected, and where they were drawn, but not their states.
-template <class Controls, class Visit>
-void walk_links(const Controls& controls, Visit visit)
-{
-    constexpr decltype(controls.size()) ahead = 12;
-    const auto count = controls.size();
-    for (decltype(controls.size()) i = 0; i < std::min(ahead, count); ++i)
-        controls[i]->prefetch_links();
-    for (decltype(controls.size()) i = 0; i < count; ++i) {
-        if (i + ahead < count)
-            controls[i + ahead]->prefetch_links();
-        visit(controls[i]);
-    }
-}
-
-} // namespace tarn

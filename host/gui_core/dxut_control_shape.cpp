@@ -45,14 +45,18 @@ bool CDXUTControl::set_rotation(float degrees)
     if (held == rotation())
         return false;
     edit<ControlState>().extras.edit([&](ControlExtras& extras) { extras.rotation = held; });
-    state_changed();
+    written();
     return true;
 }
 
 QPointF CDXUTControl::center() const
 {
-    const ControlState& s = control_state();
-    const QSizeF size = rect().size();
+    return center_of(control_state());
+}
+
+QPointF CDXUTControl::center_of(const ControlState& s) const
+{
+    const QSizeF size = rect_of(s).size();
     if (!s.extras->has_center)
         return {size.width() / 2, size.height() / 2};
     // A control that scales takes its centre along.
@@ -74,7 +78,7 @@ bool CDXUTControl::set_center(QPointF from_corner)
         extras.center_x = held_to("center_x", from_corner.x() * sx);
         extras.center_y = held_to("center_y", from_corner.y() * sy);
     });
-    state_changed();
+    written();
     return true;
 }
 
@@ -86,7 +90,7 @@ bool CDXUTControl::reset_center()
         extras.has_center = false;
         extras.center_x = extras.center_y = 0;
     });
-    state_changed();
+    written();
     return true;
 }
 
@@ -133,17 +137,17 @@ QPolygonF CDXUTControl::screen_outline() const
         return {};
     QPolygonF corners = outline();
     for (QPointF& corner : corners)
-        corner = m_dialog->to_screen(QRectF(corner, QSizeF())).topLeft();
+        corner = home()->to_screen(QRectF(corner, QSizeF())).topLeft();
     return corners;
 }
 
 QRectF CDXUTControl::screen_bounds() const
 {
-    return dialog() ? m_dialog->to_screen(bounds()) : QRectF();
+    return dialog() ? home()->to_screen(bounds()) : QRectF();
 }
 
 void CDXUTControl::redraw() const
 {
     if (dialog())
-        m_core.add_damage(m_dialog->to_screen(drawn_bounds()));
+        m_core.add_damage(home()->to_screen(drawn_bounds()));
 }

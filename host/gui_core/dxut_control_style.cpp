@@ -34,7 +34,7 @@ bool CDXUTControl::put_style(QList<T> ControlExtras::*list, int slot, const T& v
     if (slot < 0 || slot >= tarn::style_slot_count || (control_state().extras.get().*list).value(slot) == value)
         return false;
     edit<ControlState>().extras.edit([&](ControlExtras& extras) { put(extras.*list, slot, value); });
-    state_changed();
+    written();
     return true;
 }
 
@@ -58,7 +58,7 @@ bool CDXUTControl::set_font_family(const QString& family)
     if (family == font_family())
         return false;
     edit<ControlState>().extras.edit([&](ControlExtras& extras) { extras.font_family = family; });
-    state_changed();
+    written();
     return true;
 }
 
@@ -67,7 +67,7 @@ bool CDXUTControl::set_font_italic(bool italic)
     if (italic == font_italic())
         return false;
     edit<ControlState>().extras.edit([&](ControlExtras& extras) { extras.font_italic = italic; });
-    state_changed();
+    written();
     return true;
 }
 
@@ -76,7 +76,7 @@ bool CDXUTControl::has_style() const
     const ControlExtras& extras = control_state().extras.get();
     const auto is_chosen = [this](const char* name) {
         const tarn::FieldBase* field = fields().find(name);
-        return field && !field->is_default(base_state());
+        return field && !field->is_default(shown_state());
     };
     return !extras.style_images.isEmpty() || !extras.style_colors.isEmpty() || !extras.style_text_colors.isEmpty()
         || !extras.font_family.isEmpty() || extras.font_italic
@@ -97,7 +97,7 @@ bool CDXUTControl::reset_style()
     for (const char* name : text_fields)
         if (const tarn::FieldBase* field = fields().find(name))
             (void)field->set(edit_base(), tarn::Value(qint64(0)));
-    state_changed();
+    written();
     return true;
 }
 

@@ -1,6 +1,7 @@
 #include "dxut_dialog.h"
 
 #include "anchor.h"
+#include "core/document.h"
 #include "core/language.h"
 #include "draw_context.h"
 #include "dxut_control.h"
@@ -59,14 +60,13 @@ int unscaled(int wanted, double scale)
 
 } // namespace
 
-CDXUTDialog::CDXUTDialog(tarn::Journal& journal, CGuiCore& core) : ModelObject(journal, new DialogState), m_core(core)
+CDXUTDialog::CDXUTDialog(CGuiCore& core, tarn::DialogState* state) : ModelObject(core.document(), state), m_core(core)
 {
 }
 
-bool CDXUTDialog::is_attached() const
+tarn::ObjectState* CDXUTDialog::fresh_state() const
 {
-    m_core.ensure_links();
-    return m_attached;
+    return is_root() ? DialogState::root() : new DialogState;
 }
 
 bool CDXUTDialog::is_root() const
@@ -98,9 +98,13 @@ QSizeF CDXUTDialog::base_size() const
 
 QRect CDXUTDialog::rect() const
 {
+    return rect_of(dialog_state());
+}
+
+QRect CDXUTDialog::rect_of(const DialogState& s) const
+{
     if (is_root())
         return QRect(QPoint(), m_core.screen_size());
-    const DialogState& s = dialog_state();
     const QRect stored(s.x, s.y, s.width, s.height);
     if (s.align_type == tarn::anchor_top_left)
         return stored;
@@ -188,7 +192,7 @@ bool CDXUTDialog::set_rect(const QRect& wanted)
         if (s.align_type != tarn::anchor_top_left && base_size() != QSizeF(m_core.screen_size()))
             set_base_to_screen(s);
     }
-    state_changed();
+    written();
     return true;
 }
 
@@ -211,7 +215,7 @@ void CDXUTDialog::on_pos_scale_changed()
     s.x = present.x();
     s.y = present.y();
     set_base_to_screen(s);
-    state_changed();
+    written();
 }
 
 bool CDXUTDialog::set_align_type(int anchor)
@@ -228,7 +232,7 @@ bool CDXUTDialog::set_align_type(int anchor)
     s.height = present.height();
     if (base_size() != QSizeF(m_core.screen_size()))
         set_base_to_screen(s);
-    state_changed();
+    written();
     return true;
 }
 
@@ -286,7 +290,9 @@ bool CDXUTDialog::move_control(CDXUTControl* control, int layer)
     layer = std::clamp(layer, 0, std::max(0, GetControlNum() - 1));
     if (now < 0 || now == layer)
         return false;
-    edit_controls().move(now, layer);
+    tarn::IdList order = dialog_state().controls;
+    order.move(now, layer);
+    document().reorder(*this, *control->kind(), order);
     control->redraw();
     return true;
 }
@@ -304,59 +310,28 @@ bool CDXUTDialog::SetCtrlLayerUpDown(CDXUTControl* control, int up)
 
 void CDXUTDialog::reorder_controls(const QList<CDXUTControl*>& order)
 {
-    if (order == controls())
+    if (order == controls() || order.isEmpty())
         return;
-    edit_controls() = order;
+    tarn::IdList ids;
+    for (const CDXUTControl* control : order)
+        ids.append(tarn::ObjectRef{control->id()});
+    document().reorder(*this, *order.front()->kind(), ids);
     m_core.add_damage(m_last_bounds);
 }
 
-QList<CDXUTControl*>& CDXUTDialog::edit_controls()
+void CDXUTDialog::children_changed()
 {
+    m_controls_stale = true;
     m_core.structure_changed();
-    m_controls_edited = true;
-    return edit<DialogState>().controls;
 }
 
-/// The controls that this dialog had when the index was made, and got since, forget it.
-void CDXUTDialog::unlink_controls()
+void CDXUTDialog::find_controls() const
 {
-    const auto unlink = [this](CDXUTControl* control) {
-        if (control->m_dialog == this)
-            control->m_dialog = nullptr;
-    };
-    tarn::walk_links(m_known_controls, unlink);
-    tarn::walk_links(m_added_controls, unlink);
-    m_known_controls = {};
-    m_added_controls.clear();
-    m_controls_edited = false;
-}
-
-void CDXUTDialog::insert_control(CDXUTControl* control, int layer)
-{
-    edit_controls().insert(layer, control);
-    control->m_dialog = this;
-    m_added_controls.push_back(control);
-    if (control->control_state().dialog.id != id())
-        control->edit<tarn::ControlState>().dialog = {id()};
-    control->state_changed();
-}
-
-void CDXUTDialog::remove_control(CDXUTControl* control)
-{
-    control->redraw();
-    edit_controls().removeOne(control);
-    control->m_dialog = nullptr;
-}
-
-void CDXUTDialog::drop_unlinked(qsizetype count)
-{
-    QList<CDXUTControl*> kept;
-    if (count < controls().size())
-        tarn::walk_links(controls(), [&](CDXUTControl* control) {
-            if (control->m_dialog == this)
-                kept.append(control);
-        });
-    edit_controls() = kept;
+    m_controls_stale = false;
+    const tarn::IdList& ids = dialog_state().controls;
+    m_controls.resize(ids.size());
+    for (qsizetype i = 0; i < ids.size(); ++i)
+        m_controls[i] = static_cast<CDXUTControl*>(document().find(ids[i].id));
 }
 
 void CDXUTDialog::control_drawn_at(const QRectF& on_screen)
@@ -365,18 +340,19 @@ void CDXUTDialog::control_drawn_at(const QRectF& on_screen)
     m_core.add_damage(on_screen);
 }
 
-tarn::Value CDXUTDialog::property(const FieldBase& field) const
+tarn::Value CDXUTDialog::value_in(const tarn::ObjectState& state, const FieldBase& field) const
 {
     const PlaceFields& place = place_fields();
+    const auto& s = static_cast<const DialogState&>(state);
     if (&field == place.x)
-        return qint64(rect().x());
+        return qint64(rect_of(s).x());
     if (&field == place.y)
-        return qint64(rect().y());
+        return qint64(rect_of(s).y());
     if (&field == place.width)
-        return qint64(rect().width());
+        return qint64(rect_of(s).width());
     if (&field == place.height)
-        return qint64(rect().height());
-    return ModelObject::property(field);
+        return qint64(rect_of(s).height());
+    return ModelObject::value_in(state, field);
 }
 
 tarn::Status CDXUTDialog::set_property(const FieldBase& field, const tarn::Value& value)
@@ -389,7 +365,7 @@ tarn::Status CDXUTDialog::set_property(const FieldBase& field, const tarn::Value
     const std::array moved{place.x, place.y, place.width, place.height, place.align_type};
     if (std::find(moved.begin(), moved.end(), &field) == moved.end())
         return ModelObject::set_property(field, value);
-    const std::unique_ptr<tarn::ObjectState> wanted(base_state().clone());
+    const std::unique_ptr<tarn::ObjectState> wanted(shown_state().clone());
     if (auto status = field.set(*wanted, value); !status)
         return status;
     const auto& s = static_cast<const DialogState&>(*wanted);
@@ -409,14 +385,11 @@ tarn::Status CDXUTDialog::set_property(const FieldBase& field, const tarn::Value
 
 void CDXUTDialog::state_changed()
 {
-    if (!knows_controls())
-        m_core.links_changed();
     m_core.add_damage(m_last_bounds);
     m_last_bounds = m_core.dialog_bounds(*this);
     m_core.add_damage(m_last_bounds);
-    tarn::walk(controls(), [](CDXUTControl* control) {
+    for (CDXUTControl* control : controls())
         control->m_last_bounds = control->drawn_bounds(); // Its old place was inside the old bounds.
-    });
 }
 
 void CDXUTDialog::draw(tarn::DrawContext& context) const

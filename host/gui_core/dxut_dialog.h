@@ -38,7 +38,7 @@ struct ClientMap {
 /// on the present screen, after anchoring. The root dialog has no frame and is as large as the screen.
 class CDXUTDialog : public tarn::ModelObject {
 public:
-    CDXUTDialog(tarn::Journal& journal, CGuiCore& core);
+    explicit CDXUTDialog(CGuiCore& core, tarn::DialogState* state = new tarn::DialogState);
 
     const QString& name() const { return dialog_state().name; }
     /// Cut to 31 characters.
@@ -88,8 +88,13 @@ public:
     QString get_func_str(quint32 event_type) const { return get_func_str(id(), event_type); }
     static QString get_func_str(quint32 id, quint32 event_type);
 
-    const QList<CDXUTControl*>& controls() const { return dialog_state().controls; }
-    int GetControlNum() const { return int(controls().size()); }
+    const QList<CDXUTControl*>& controls() const
+    {
+        if (m_controls_stale)
+            find_controls();
+        return m_controls;
+    }
+    int GetControlNum() const { return int(dialog_state().controls.size()); }
     /// The layer of `control`, 0 at the bottom; -1 when it belongs to another dialog. Asking for all controls of a
     /// dialog costs one pass over its list.
     int GetControlIndex(const CDXUTControl* control) const;
@@ -104,11 +109,11 @@ public:
     /// Everything of the dialog is drawn inside it, controls that stick out included; it may be larger than that.
     const QRectF& drawn_bounds() const { return m_last_bounds; }
 
+    tarn::ObjectState* fresh_state() const override;
     const char* class_name() const override { return "CDXUTDialog"; }
-    bool is_attached() const override;
-    tarn::Value property(const tarn::FieldBase& field) const override;
     tarn::Status set_property(const tarn::FieldBase& field, const tarn::Value& value) override;
     void state_changed() override;
+    void children_changed() override;
 
     const tarn::DialogState& dialog_state() const { return state<tarn::DialogState>(); }
 
@@ -121,24 +126,17 @@ private:
     QSizeF base_size() const;
     bool set_rect(const QRect& rect);
     void set_base_to_screen(tarn::DialogState& state) const;
-    QList<CDXUTControl*>& edit_controls();
-    /// Whether all controls of the list know that they belong to this dialog, and no others take it for theirs.
-    bool knows_controls() const { return !m_controls_edited && m_known_controls.isSharedWith(controls()); }
-    void unlink_controls();
-    void insert_control(CDXUTControl* control, int layer);
-    void remove_control(CDXUTControl* control);
-    /// Drops all listed controls that no longer belong to the dialog; `count` of them.
-    void drop_unlinked(qsizetype count);
+    void find_controls() const;
     bool move_control(CDXUTControl* control, int layer);
     void draw_caption(tarn::DrawContext& context, tarn::VisualState state) const;
+    QRect rect_of(const tarn::DialogState& state) const;
+    tarn::Value value_in(const tarn::ObjectState& state, const tarn::FieldBase& field) const override;
 
     CGuiCore& m_core;
-    bool m_attached = false;
     bool m_minimized = false;
     quint32 m_selected_in = 0;             ///< the selection's round in which it holds the dialog
     QRectF m_last_bounds;                  ///< where anything of the dialog was drawn last, to be redrawn when it moves
-    QList<CDXUTControl*> m_known_controls; ///< the list that the core's index was made from
-    std::vector<CDXUTControl*> m_added_controls; ///< and those that were put into the dialog since
-    bool m_controls_edited = false;              ///< since then, even if undo brought that very list back
+    mutable QList<CDXUTControl*> m_controls; ///< the children, when they were last asked for
+    mutable bool m_controls_stale = false;
     mutable tarn::TextCache m_caption_text;
 };

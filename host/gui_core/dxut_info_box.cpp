@@ -24,7 +24,7 @@ void CDXUTInfoBox::AddString(const QString& text)
     if (s.lines.size() > s.max_lines)
         s.lines.remove(0, s.lines.size() - s.max_lines);
     m_back = 0;
-    state_changed();
+    written();
 }
 
 void CDXUTInfoBox::reset_run_state()

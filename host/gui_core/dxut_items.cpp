@@ -18,7 +18,7 @@ int CDXUTItems::item_limit() const
 void CDXUTItems::AddItem(const QString& text)
 {
     edit<ItemsState>().items.append(tarn::cut_text(text, item_limit()));
-    state_changed();
+    written();
 }
 
 bool CDXUTItems::SetItemText(int index, const QString& text)
@@ -27,7 +27,7 @@ bool CDXUTItems::SetItemText(int index, const QString& text)
     if (index < 0 || index >= GetSize() || items()[index] == kept)
         return false;
     edit<ItemsState>().items[index] = kept;
-    state_changed();
+    written();
     return true;
 }
 
@@ -39,7 +39,7 @@ bool CDXUTItems::RemoveItem(int index)
     s.items.removeAt(index);
     if (s.selected > index || s.selected >= s.items.size())
         --s.selected;
-    state_changed();
+    written();
     return true;
 }
 

@@ -23,7 +23,7 @@ QString CDXUTFlash::description() const
         return lang(u"没有影片", u"No movie");
     if (!s.source_local)
         return s.source;
-    const auto& files = core().core_state().files;
+    const auto& files = core().document().files();
     const auto movie = files.find(QStringLiteral("movies/") + s.source);
     if (movie == files.end())
         return s.source + QLatin1Char('\n') + lang(u"文件包中没有该影片", u"the movie is not in the package");

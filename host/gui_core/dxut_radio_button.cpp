@@ -44,7 +44,7 @@ tarn::Status CDXUTRadioButton::set_property(const tarn::FieldBase& field, const 
 {
     if (std::strcmp(field.name(), "checked") != 0)
         return CDXUTCheckBox::set_property(field, value);
-    const std::unique_ptr<tarn::ObjectState> wanted(base_state().clone());
+    const std::unique_ptr<tarn::ObjectState> wanted(shown_state().clone());
     auto status = field.set(*wanted, value);
     if (status)
         SetChecked(static_cast<const tarn::RadioButtonState&>(*wanted).checked);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/document.h"
 #include "core/model_object.h"
 #include "dialog_state.h"
 #include "gui_event.h"
@@ -34,24 +35,23 @@ struct LiveState {
     void forget(const CDXUTControl* control);
 };
 
-/// A whole interface that is not part of the scene yet: read from a package, or put together for a merge.
-struct GuiContent {
-    StatePtr core;                     ///< CoreState
-    std::shared_ptr<CDXUTDialog> root; ///< its state becomes the root dialog's
-    std::vector<std::shared_ptr<CDXUTDialog>> dialogs;
-    std::vector<std::shared_ptr<CDXUTControl>> controls;
-};
-
 } // namespace tarn
 
 /// The model of the interface: its dialogs and controls, the selection, and the screen that it is laid out on.
 class CGuiCore : public tarn::ModelObject {
 public:
-    explicit CGuiCore(tarn::Journal& journal);
+    /// The interface becomes a part of the document, with its kinds of objects; it must not outlive the document's use.
+    explicit CGuiCore(tarn::Document& document);
     ~CGuiCore() override;
 
     // Objects
-    const QList<CDXUTDialog*>& GetDialogs() const { return core_state().dialogs; }
+    /// From the bottom layer to the top, without the root dialog.
+    const QList<CDXUTDialog*>& GetDialogs() const
+    {
+        if (m_dialogs_stale)
+            find_dialogs();
+        return m_dialogs;
+    }
     CDXUTDialog* GetRootDialog() const { return m_root.get(); }
     /// All controls in the order in which they were made.
     const std::vector<CDXUTControl*>& controls() const;
@@ -76,34 +76,20 @@ public:
     void reorder_dialogs(const QList<CDXUTDialog*>& order);
 
     // Content as a whole
-    /// A control object of `type` that belongs to no dialog yet; null when the type cannot be made.
-    std::shared_ptr<CDXUTControl> make_control(int type);
-    std::shared_ptr<CDXUTDialog> make_dialog();
-    /// Replaces the whole interface; recorded like any change.
-    void install(tarn::GuiContent content);
-    /// Adds the dialogs of `content` above the present ones; ids have to be unused.
-    void append(tarn::GuiContent content);
-    /// An empty interface; recorded like any change.
-    void clear();
-    /// Forgets the undo history and every object that only it kept alive.
-    void forget_history();
-    /// Differs after each time that objects may have ceased to exist.
-    quint64 generation() const { return m_generation; }
-    /// An id that no object has or had; 0 when all are used up, which only a made-up package brings about.
-    quint32 take_id();
-    /// How many times take_id() still answers an id.
-    quint32 ids_left() const;
-    static constexpr quint32 max_id = 0x7fffffff;
-    /// The states of all objects as they are now, shared until one changes.
-    std::vector<tarn::Journal::Entry> states() const;
-    /// Exchanges the objects' states with `states`, past the journal.
-    void swap_states(std::vector<tarn::Journal::Entry>& states);
+    /// An object that is not part of the scene yet, with an id of its own; the type is one that can be made.
+    std::shared_ptr<CDXUTControl> make_control(tarn::StatePtr state);
+    /// Puts the control on top of the dialog's own.
+    void add_control(CDXUTControl& control, CDXUTDialog& dialog);
+    /// Those whose names are taken take the place of the present ones, or are left out.
+    void add_styles(const QMap<QString, QByteArray>& styles, bool replace);
+    const tarn::ObjectKind& root_kind() const;
+    const tarn::ObjectKind& dialog_kind() const { return *m_dialog_kind; }
+    const tarn::ObjectKind& control_kind() const { return *m_control_kind; }
 
     // Selection
     tarn::SelectionRecord& selection()
     {
-        ensure_links();
-        prune_selection();
+        follow_structure();
         return m_selection;
     }
     const tarn::SelectionRecord& selection() const { return const_cast<CGuiCore*>(this)->selection(); }
@@ -141,18 +127,14 @@ public:
     // Drawing
     tarn::LiveState& live()
     {
-        ensure_links();
+        follow_structure();
         return m_live;
     }
     /// Which control has the keyboard while the interface runs; null, or one that is not enabled: none.
     void set_focused(CDXUTControl* control);
     /// The control whose list is dropped down; null for none.
     void set_popup(CDXUTControl* control) { m_live.popup = control; }
-    const tarn::LiveState& live() const
-    {
-        ensure_links();
-        return m_live;
-    }
+    const tarn::LiveState& live() const { return const_cast<CGuiCore*>(this)->live(); }
     /// Null when there is no such picture or it cannot be read. With `shown`, the device pixels that it is drawn into, a
     /// large one may come with fewer pixels than it has.
     QImage texture(const QString& name, QSize shown = {}) const;
@@ -168,53 +150,32 @@ public:
     /// Everything that is drawn of a dialog, controls that stick out included.
     QRectF dialog_bounds(const CDXUTDialog& dialog) const;
 
-    /// A list of dialogs or controls changed: the index is made anew when it is next needed.
-    void structure_changed() { m_indexed = false; }
-    /// A list was exchanged as a whole (by undo): who belongs to whom, and what is still there to be selected, is found
-    /// out anew when it is next asked for.
-    void links_changed()
-    {
-        prune_selection(); // What undo brings back is not selected.
-        m_indexed = m_linked = false;
-    }
-    void ensure_links() const
-    {
-        if (!m_linked)
-            ensure_index();
-    }
+    /// A list of dialogs or controls may have changed: what is worked out from them is found anew when it is next asked for.
+    void structure_changed() { m_structure_stale = m_controls_stale = true; }
 
+    tarn::ObjectState* fresh_state() const override;
     const char* class_name() const override { return "CGuiCore"; }
-    bool is_attached() const override { return true; }
     void state_changed() override;
+    void children_changed() override;
 
     const tarn::CoreState& core_state() const { return state<tarn::CoreState>(); }
 
 private:
-    void ensure_index() const;
-    void rebuild_index();
-    void relink();
-    struct Taken {
-        std::vector<CDXUTControl*> controls;
-        std::size_t selected = 0; ///< of them
-    };
-    /// Takes those of the controls that are part of the scene, and do not belong to `stays`, out of their dialogs.
-    Taken take_out(const std::vector<CDXUTControl*>& controls, const CDXUTDialog* stays);
-    void prune_selection();
-    void follow_current_control();
-    void keep(std::shared_ptr<tarn::ModelObject> object) { m_pool.push_back(std::move(object)); }
+    void find_dialogs() const;
+    void find_controls() const;
+    void follow_structure();
+    void add_kinds();
 
     std::shared_ptr<CDXUTDialog> m_root;
-    /// Every object that is part of the scene or of its history.
-    std::vector<std::shared_ptr<tarn::ModelObject>> m_pool;
-    quint32 m_next_id = 2; ///< never goes back, not even by undo
-    std::vector<CDXUTControl*> m_controls;
-    std::vector<CDXUTDialog*> m_attached_dialogs; ///< those of the index, and those made since
-    QList<CDXUTDialog*> m_known_dialogs;          ///< the list that the index was made from
-    quint64 m_generation = 1;
-    bool m_indexed = false;
-    bool m_linked = true;
+    const tarn::ObjectKind* m_dialog_kind = nullptr;
+    const tarn::ObjectKind* m_control_kind = nullptr;
+    // Worked out from the lists of ids, and found anew after these changed.
+    mutable QList<CDXUTDialog*> m_dialogs;
+    mutable std::vector<CDXUTControl*> m_controls; ///< by id
+    mutable bool m_dialogs_stale = false;
+    mutable bool m_controls_stale = false;
+    bool m_structure_stale = false; ///< the selection, and where the mouse is, may be of objects that are gone
     tarn::SelectionRecord m_selection;
-    bool m_selection_stale = false; ///< controls were removed that it may hold; pruned once for any number of them
     tarn::LiveState m_live;
     tarn::ViewAids m_view_aids;
     QSize m_screen{1280, 720};

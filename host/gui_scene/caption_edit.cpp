@@ -22,7 +22,7 @@ std::function<void(const QString&)> writer(CGuiPlugScene& scene, ModelObject& ob
     return [&scene, &field, weak = object.weak_from_this()](const QString& text) {
         const auto target = weak.lock();
         if (!scene.gui_core().selection().editing || !target || !target->is_attached()
-            || std::get<QString>(field.get(target->base_state())) == text)
+            || std::get<QString>(field.get(target->authored_state())) == text)
             return;
         {
             const UserAction action(scene.journal(), lang(u"修改文字", u"Edit Text"));
@@ -36,7 +36,7 @@ template <class T>
 T value_of(const ModelObject& object, const char* name, T missing)
 {
     const FieldBase* field = object.fields().find(name);
-    const Value value = field ? field->get(object.base_state()) : Value();
+    const Value value = field ? field->get(object.authored_state()) : Value();
     const T* found = std::get_if<T>(&value);
     return found ? *found : missing;
 }

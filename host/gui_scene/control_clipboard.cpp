@@ -5,6 +5,7 @@
 #include "core/json_reader.h"
 #include "core/json_writer.h"
 #include "core/language.h"
+#include "gui_core/control_class.h"
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
 #include "gui_plug_scene.h"
@@ -31,16 +32,16 @@ constexpr double paste_step = 10; ///< pixels from a control to its copy in the 
 
 /// What a clipboard's text holds, not part of the scene.
 struct Content {
-    std::vector<std::shared_ptr<CDXUTControl>> controls;
+    std::vector<StatePtr> controls;
     QMap<QString, QByteArray> pictures; ///< by entry of a package
 };
 
 void write_pictures(JsonWriter& writer, const CGuiCore& core, const std::vector<CDXUTControl*>& controls)
 {
     QMap<QString, QByteArray> used;
-    const auto& files = core.core_state().files;
+    const auto& files = core.document().files();
     for (const CDXUTControl* control : controls)
-        for (const QString& entry : picture_entries(*control))
+        for (const QString& entry : picture_entries(control->authored_state()))
             if (const auto file = files.find(entry); file != files.end())
                 used.insert(entry, *file);
     writer.key("pictures");
@@ -53,17 +54,17 @@ void write_pictures(JsonWriter& writer, const CGuiCore& core, const std::vector<
     writer.end_object();
 }
 
-Status read_control(JsonCursor& value, CGuiCore& core, Content& content)
+Status read_control(JsonCursor& value, Content& content)
 {
     int type = -1;
     if (auto status = value.peek_int("type", type); !status)
         return status;
-    auto control = core.make_control(type);
+    StatePtr control(make_control_state(type));
     if (!control)
         return value.fail(lang(u"未知的控件类型 %1", u"the control type %1 is unknown").arg(type));
     if (content.controls.size() == max_controls)
         return value.fail(lang(u"控件太多", u"there are too many controls"));
-    auto status = control->load_state(value);
+    auto status = read_state(*control, value);
     content.controls.push_back(std::move(control));
     return status;
 }
@@ -84,7 +85,7 @@ Status read_picture(const QString& entry, JsonCursor& value, Content& content)
     return {};
 }
 
-Status read_content(const QByteArray& text, CGuiCore& core, Content& content)
+Status read_content(const QByteArray& text, Content& content)
 {
     if (text.size() > max_text)
         return Status::error(lang(u"内容太大", u"it is too large"));
@@ -94,7 +95,7 @@ Status read_content(const QByteArray& text, CGuiCore& core, Content& content)
         if (key == "format")
             return value.read(format);
         if (key == "controls")
-            return value.each_element([&](JsonCursor& control) { return read_control(control, core, content); });
+            return value.each_element([&](JsonCursor& control) { return read_control(control, content); });
         if (key == "pictures")
             return value.each_member([&](std::string_view name, JsonCursor& picture) {
                 return read_picture(QString::fromUtf8(name.data(), qsizetype(name.size())), picture, content);
@@ -114,19 +115,18 @@ Status read_content(const QByteArray& text, CGuiCore& core, Content& content)
 }
 
 /// Pictures go into the scene under their names, or under new ones that the controls follow.
-void add_pictures(CGuiCore& core, const Content& content)
+void add_pictures(CGuiCore& core, Content& content)
 {
-    std::vector<ModelObject*> objects;
     QMap<QString, QByteArray> used;
-    for (const auto& control : content.controls) {
-        objects.push_back(control.get());
+    for (const StatePtr& control : content.controls) {
         for (const QString& entry : picture_entries(*control))
             if (const auto picture = content.pictures.find(entry); picture != content.pictures.end())
                 used.insert(entry, *picture);
     }
     QHash<QString, QString> renamed;
     const auto added = new_files(used, core, renamed);
-    follow_renamed(objects, renamed);
+    for (StatePtr& control : content.controls)
+        follow_renamed(*control, renamed);
     for (auto picture = added.begin(); picture != added.end(); ++picture)
         core.set_texture(picture.key().mid(texture_entry({}).size()), picture.value());
 }
@@ -134,9 +134,9 @@ void add_pictures(CGuiCore& core, const Content& content)
 using Place = std::tuple<int, float, float, float, float>;
 
 /// A control of the same type and frame covers another one completely: its copy would not be seen.
-Place place_of(const CDXUTControl& control, double shift)
+Place place_of(const ObjectState& control, double shift)
 {
-    const auto& s = static_cast<const ControlState&>(control.base_state());
+    const auto& s = static_cast<const ControlState&>(control);
     return {s.type, s.x + float(shift), s.y + float(shift), s.width, s.height};
 }
 
@@ -145,7 +145,7 @@ double free_shift(const Content& content, const CDXUTDialog& dialog)
 {
     std::vector<Place> taken;
     for (const CDXUTControl* control : dialog.controls())
-        taken.push_back(place_of(*control, 0));
+        taken.push_back(place_of(control->authored_state(), 0));
     std::sort(taken.begin(), taken.end());
     const auto covers = [&](double shift) {
         return std::any_of(content.controls.begin(), content.controls.end(), [&](const auto& control) {
@@ -170,7 +170,7 @@ QByteArray clipboard_text(const CGuiPlugScene& scene, const std::vector<CDXUTCon
     writer.begin_array();
     for (const CDXUTControl* control : controls) {
         writer.new_line();
-        write_state(control->base_state(), writer);
+        write_state(control->authored_state(), writer);
     }
     writer.end_array();
     write_pictures(writer, scene.gui_core(), controls);
@@ -182,7 +182,7 @@ Status paste_text(CGuiPlugScene& scene, const QByteArray& text)
 {
     CGuiCore& core = scene.gui_core();
     Content content;
-    if (auto status = read_content(text, core, content); !status)
+    if (auto status = read_content(text, content); !status)
         return Status::error(lang(u"剪贴板中的控件无法粘贴：%1", u"The clipboard's controls cannot be pasted: %1")
                                  .arg(status.message()));
     CDXUTDialog* current = core.selection().current_dialog;

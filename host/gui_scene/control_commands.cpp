@@ -78,20 +78,18 @@ void remove_selected(CGuiPlugScene& scene)
     scene.world()->update_all_views();
 }
 
-CDXUTControl* add_copy(CGuiCore& core, const CDXUTControl& original, CDXUTDialog& dialog, QPointF offset)
+CDXUTControl* add_copy(CGuiCore& core, const ObjectState& original, CDXUTDialog& dialog, QPointF offset)
 {
-    const auto& from = static_cast<const ControlState&>(original.base_state());
-    CDXUTControl* made = core.create_control(from.type, &dialog, {}, from.name);
-    if (!made)
+    if (core.document().ids_left() == 0)
         return nullptr;
-    auto* state = static_cast<ControlState*>(from.clone());
-    state->id = made->id();
-    state->dialog = {dialog.id()};
-    state->name = from.name;
+    auto* state = static_cast<ControlState*>(original.clone());
+    state->id = core.document().take_id();
+    state->parent = {};
     state->x += float(offset.x());
     state->y += float(offset.y());
-    made->replace_state(tarn::StatePtr(state));
-    return made;
+    const auto made = core.make_control(StatePtr(state));
+    core.add_control(*made, dialog);
+    return made.get();
 }
 
 void select_new_controls(CGuiPlugScene& scene, const std::vector<CDXUTControl*>& controls)
@@ -107,7 +105,7 @@ void duplicate_selected(CGuiPlugScene& scene)
     {
         const UserAction action(scene.journal(), lang(u"再制控件", u"Duplicate Control"));
         for (const CDXUTControl* control : selected_controls(core, false))
-            if (CDXUTControl* copy = add_copy(core, *control, *control->dialog(), copy_offset))
+            if (CDXUTControl* copy = add_copy(core, control->authored_state(), *control->dialog(), copy_offset))
                 copies.push_back(copy);
     }
     select_new_controls(scene, copies);

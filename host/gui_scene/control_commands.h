@@ -11,6 +11,8 @@ class CGuiPlugScene;
 
 namespace tarn {
 
+struct ObjectState;
+
 // What can be done to the selected objects. Each call is one step of undo and tells the windows.
 
 /// The selected controls that are neither locked nor hidden, or all of them, by dialog and layer.
@@ -38,7 +40,7 @@ void hide_selected(CGuiPlugScene& scene);
 void select_dialog_of_control(CGuiPlugScene& scene);
 
 /// A new control on top of `dialog` that is like `original`, but for its place.
-CDXUTControl* add_copy(CGuiCore& core, const CDXUTControl& original, CDXUTDialog& dialog, QPointF offset);
+CDXUTControl* add_copy(CGuiCore& core, const ObjectState& original, CDXUTDialog& dialog, QPointF offset);
 /// Selects controls that were made just now, and tells the windows of them.
 void select_new_controls(CGuiPlugScene& scene, const std::vector<CDXUTControl*>& controls);
 

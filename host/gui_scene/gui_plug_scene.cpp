@@ -58,19 +58,17 @@ void write_picture(const std::vector<tarn::ModelObject*>& objects, const char* n
 } // namespace
 
 CGuiPlugScene::CGuiPlugScene()
-    : m_core(m_journal),
-      m_editor(std::make_unique<tarn::GuiSceneEditor>(*this)),
+    : m_editor(std::make_unique<tarn::GuiSceneEditor>(*this)),
       m_aids(std::make_unique<tarn::AidsLayer>(*this)),
-      m_select_tool(std::make_unique<tarn::SelectTool>(*this)),
-      m_play_tool(std::make_unique<tarn::PlayTool>(m_core, [this] { m_runner.deliver(); }))
+      m_select_tool(std::make_unique<tarn::SelectTool>(*this))
 {
-    m_functions.on_changed = m_events.on_changed = [this] { m_journal.changed_outside(); };
 }
 
 CGuiPlugScene::~CGuiPlugScene()
 {
     if (!m_world)
         return;
+    m_functions.on_changed = m_events.on_changed = nullptr;
     m_world->set_scene_functions(nullptr, {});
     m_world->begin_edit = nullptr;
     m_world->set_default_mouse_tool(nullptr);
@@ -85,10 +83,13 @@ tarn::SceneEditor& CGuiPlugScene::editor()
 void CGuiPlugScene::on_world_created(CBaseWorld* world)
 {
     m_world = world;
+    m_core = std::make_unique<CGuiCore>(world->document());
+    m_functions.on_changed = m_events.on_changed = [this] { journal().changed_outside(); };
+    m_play_tool = std::make_unique<tarn::PlayTool>(*m_core, [this] { m_runner.deliver(); });
     world->set_default_mouse_tool(m_select_tool.get());
     world->set_scene_functions(&m_functions, tarn::gui_script_api(*this));
     world->begin_edit = [this](const QString& name) { return begin_script_edit(name); };
-    m_overlay = std::make_unique<tarn::SceneOverlay>(m_core);
+    m_overlay = std::make_unique<tarn::SceneOverlay>(*m_core);
     world->set_overlay(m_overlay.get());
 }
 
@@ -98,35 +99,28 @@ std::shared_ptr<void> CGuiPlugScene::begin_script_edit(const QString& name)
         delete action;
         // Focus and minimised dialogs belong to an interface that runs; undo knows nothing of them.
         if (!m_playing)
-            m_core.EnableGui(m_core.selection().editing);
+            m_core->EnableGui(m_core->selection().editing);
     };
-    return std::shared_ptr<tarn::UserAction>(new tarn::UserAction(m_journal, name), end);
+    return std::shared_ptr<tarn::UserAction>(new tarn::UserAction(journal(), name), end);
 }
 
 void CGuiPlugScene::clear()
 {
     play(false);
-    const tarn::UserAction action(m_journal, lang(u"清空界面", u"Clear Interface"));
-    m_core.clear();
-    m_journal.add_companion(tarn::replace_scripts(m_functions, m_events, std::make_unique<CConfigScene>(), {}));
+    const tarn::UserAction action(journal(), lang(u"清空界面", u"Clear Interface"));
+    install({document().empty_scene(), std::make_unique<CConfigScene>(), {}});
 }
 
 Status CGuiPlugScene::save(CPakFile& package, const CSaveOpt& options)
 {
-    // What a running preview changed is not the author's: the authored states stand in while the package is written.
-    if (m_playing)
-        m_core.swap_states(m_authored);
-    auto status = tarn::write_package(package, parts(), options);
-    if (m_playing)
-        m_core.swap_states(m_authored);
-    return status;
+    return tarn::write_package(package, parts(), options);
 }
 
 void CGuiPlugScene::install(tarn::SceneContent content)
 {
-    const tarn::UserAction action(m_journal);
-    m_core.install(std::move(content.gui));
-    m_journal.add_companion(
+    const tarn::UserAction action(journal());
+    document().install(std::move(content.objects));
+    journal().add_companion(
         tarn::replace_scripts(m_functions, m_events, std::move(content.functions), std::move(content.events)));
 }
 
@@ -140,12 +134,12 @@ Status CGuiPlugScene::check_not_playing() const
 
 Status CGuiPlugScene::load(const CPakFile& package, const CTexPathInfo&)
 {
-    auto content = tarn::read_package(package, m_core);
+    auto content = tarn::read_package(package, *m_core);
     if (!content)
         return content.status();
     if (auto status = check_not_playing(); !status)
         return status;
-    const tarn::UserAction action(m_journal, lang(u"导入界面", u"Import"));
+    const tarn::UserAction action(journal(), lang(u"导入界面", u"Import"));
     install(std::move(content.value()));
     return {};
 }
@@ -153,25 +147,26 @@ Status CGuiPlugScene::load(const CPakFile& package, const CTexPathInfo&)
 void CGuiPlugScene::new_scene()
 {
     clear();
-    m_core.forget_history();
+    document().forget_history();
     m_file_name.clear();
     SetMTFunction(0, 0);
-    if (m_world)
-        m_world->broadcast(tarn::ui_full_refresh);
+    m_world->broadcast(tarn::ui_full_refresh);
 }
 
 Status CGuiPlugScene::open_scene(const QString& path)
 {
-    auto content = read_file(path, m_core);
+    auto content = read_file(path, *m_core);
     if (!content)
         return content.status();
     play(false);
-    install(std::move(content.value()));
-    m_core.forget_history();
+    {
+        const tarn::RecordingOff off(journal());
+        install(std::move(content.value()));
+    }
+    document().forget_history();
     m_file_name = path;
     SetMTFunction(0, 0);
-    if (m_world)
-        m_world->broadcast(tarn::ui_full_refresh);
+    m_world->broadcast(tarn::ui_full_refresh);
     return {};
 }
 
@@ -184,18 +179,18 @@ Status CGuiPlugScene::save_scene(const QString& path)
     if (status)
         status = package.close();
     if (status)
-        m_journal.mark_saved();
+        journal().mark_saved();
     return status;
 }
 
 Status CGuiPlugScene::on_merge_GUI(const QString& path, const QString& name, bool replace_styles)
 {
-    auto content = read_file(path, m_core);
+    auto content = read_file(path, *m_core);
     if (!content)
         return content.status();
     if (auto status = check_not_playing(); !status)
         return status;
-    const tarn::UserAction action(m_journal, lang(u"合并界面", u"Merge"));
+    const tarn::UserAction action(journal(), lang(u"合并界面", u"Merge"));
     return tarn::merge_content(*this, std::move(content.value()), name, replace_styles);
 }
 
@@ -208,47 +203,46 @@ void CGuiPlugScene::RemoveDialog(CDXUTDialog* dialog)
 void CGuiPlugScene::RemoveDialogs(const std::vector<CDXUTDialog*>& dialogs)
 {
     {
-        const tarn::UserAction action(m_journal, lang(u"删除窗口", u"Remove Dialog"));
+        const tarn::UserAction action(journal(), lang(u"删除窗口", u"Remove Dialog"));
         QList<CDXUTControl*> controls;
         for (const CDXUTDialog* dialog : dialogs)
             controls += dialog->controls();
-        const tarn::PictureRelease release(m_core, m_functions, controls);
-        m_core.remove_dialogs(dialogs);
+        const tarn::PictureRelease release(*m_core, m_functions, controls);
+        m_core->remove_dialogs(dialogs);
     }
-    if (m_world)
-        m_world->broadcast(tarn::ui_scene_changed);
+    m_world->broadcast(tarn::ui_scene_changed);
 }
 
 void CGuiPlugScene::RemoveCtrl(CDXUTControl* control)
 {
-    const tarn::UserAction action(m_journal, lang(u"删除控件", u"Remove Control"));
-    const tarn::PictureRelease release(m_core, m_functions, std::span(&control, control ? 1 : 0));
-    m_core.remove_control(control);
+    const tarn::UserAction action(journal(), lang(u"删除控件", u"Remove Control"));
+    const tarn::PictureRelease release(*m_core, m_functions, std::span(&control, control ? 1 : 0));
+    m_core->remove_control(control);
 }
 
 void CGuiPlugScene::RemoveCtrls(const std::vector<CDXUTControl*>& controls)
 {
-    const tarn::UserAction action(m_journal, lang(u"删除控件", u"Remove Control"));
-    const tarn::PictureRelease release(m_core, m_functions, controls);
-    m_core.remove_controls(controls);
+    const tarn::UserAction action(journal(), lang(u"删除控件", u"Remove Control"));
+    const tarn::PictureRelease release(*m_core, m_functions, controls);
+    m_core->remove_controls(controls);
 }
 
 Status CGuiPlugScene::set_picture(const std::vector<tarn::ModelObject*>& objects, const char* field,
                                   const QString& path)
 {
-    const tarn::UserAction action(m_journal, lang(u"设置图片", u"Set Picture"));
-    const auto name = tarn::take_picture(m_core, path);
+    const tarn::UserAction action(journal(), lang(u"设置图片", u"Set Picture"));
+    const auto name = tarn::take_picture(*m_core, path);
     if (!name)
         return name.status();
-    const tarn::PictureRelease release(m_core, m_functions, objects);
+    const tarn::PictureRelease release(*m_core, m_functions, objects);
     write_picture(objects, field, name.value());
     return {};
 }
 
 void CGuiPlugScene::clear_picture(const std::vector<tarn::ModelObject*>& objects, const char* field)
 {
-    const tarn::UserAction action(m_journal, lang(u"清除图片", u"Clear Picture"));
-    const tarn::PictureRelease release(m_core, m_functions, objects);
+    const tarn::UserAction action(journal(), lang(u"清除图片", u"Clear Picture"));
+    const tarn::PictureRelease release(*m_core, m_functions, objects);
     write_picture(objects, field, {});
 }
 
@@ -264,27 +258,26 @@ Status CGuiPlugScene::set_checkbox_img(const std::vector<tarn::ModelObject*>& bo
 
 void CGuiPlugScene::switch_ctrl_dialog()
 {
-    tarn::SelectionRecord& selection = m_core.selection();
+    tarn::SelectionRecord& selection = m_core->selection();
     selection.controls_selected = !selection.controls_selected;
-    if (m_world)
-        m_world->broadcast(tarn::ui_scene_changed);
+    m_world->broadcast(tarn::ui_scene_changed);
 }
 
 void CGuiPlugScene::switch_ctrl_dialog(CDXUTControl* control, CDXUTDialog* dialog)
 {
-    const tarn::UserAction action(m_journal, lang(u"切换控件窗口", u"Switch Dialog"));
-    m_core.move_control_to(control, dialog);
+    const tarn::UserAction action(journal(), lang(u"切换控件窗口", u"Switch Dialog"));
+    m_core->move_control_to(control, dialog);
 }
 
 void CGuiPlugScene::switch_ctrl_dialog(const std::vector<CDXUTControl*>& controls, CDXUTDialog* dialog)
 {
-    const tarn::UserAction action(m_journal, lang(u"切换控件窗口", u"Switch Dialog"));
-    m_core.move_controls_to(controls, dialog);
+    const tarn::UserAction action(journal(), lang(u"切换控件窗口", u"Switch Dialog"));
+    m_core->move_controls_to(controls, dialog);
 }
 
 void CGuiPlugScene::SetMTFunction(int kind, int type)
 {
-    if (!m_world || m_playing || (kind == 2 && !tarn::control_class(type)))
+    if (m_playing || (kind == 2 && !tarn::control_class(type)))
         return;
     m_function = kind;
     m_function_type = kind == 2 ? type : -1;
@@ -304,26 +297,23 @@ void CGuiPlugScene::play(bool on)
         return;
     if (on) {
         SetMTFunction(0, 0);
-        m_authored = m_core.states();
-        m_journal.set_recording(false);
     } else {
         m_runner.end();
-        m_core.swap_states(m_authored);
-        m_authored.clear();
-        m_journal.set_recording(true);
+        document().clear_shown();
     }
     m_playing = on;
-    m_core.EnableGui(!on);
+    m_core->EnableGui(!on);
     if (on)
         m_runner.begin();
-    if (m_world)
-        m_world->set_mouse_tool(on ? m_play_tool.get() : m_select_tool.get());
+    m_world->set_mouse_tool(on ? m_play_tool.get() : m_select_tool.get());
 }
 
 void CGuiPlugScene::advance(double now)
 {
-    if (m_playing)
-        m_runner.advance(now);
+    if (!m_playing)
+        return;
+    const tarn::ShownWrites writes(document());
+    m_runner.advance(now);
 }
 
 std::optional<tarn::TextureBinding> CGuiPlugScene::SearchTexbindByDialog(const CDXUTDialog* dialog) const
@@ -336,13 +326,13 @@ std::optional<tarn::TextureBinding> CGuiPlugScene::SearchTexbindByDialog(const C
 
 void CGuiPlugScene::create_texture_dialog_bind(CDXUTDialog* dialog, const QString& texture)
 {
-    const tarn::UserAction action(m_journal, lang(u"绑定贴图", u"Bind Texture"));
+    const tarn::UserAction action(journal(), lang(u"绑定贴图", u"Bind Texture"));
     write(*dialog, "bind_texture", texture);
 }
 
 void CGuiPlugScene::remove_tex_binder(CDXUTDialog* dialog)
 {
-    const tarn::UserAction action(m_journal, lang(u"取消绑定贴图", u"Remove Texture Binding"));
+    const tarn::UserAction action(journal(), lang(u"取消绑定贴图", u"Remove Texture Binding"));
     const tarn::DialogState unbound;
     write(*dialog, "bind_texture", unbound.bind_texture);
     write(*dialog, "bind_color", qint64(unbound.bind_color));
@@ -355,7 +345,7 @@ void CGuiPlugScene::remove_deletectrl_GUI_scripts()
         return; // What a running interface lost comes back after the preview.
     QSet<QString> orphans;
     m_events.remove_if([&](const CGuiEvent& event) {
-        const bool gone = !m_core.find_control(event.control);
+        const bool gone = !m_core->find_control(event.control);
         if (gone && event.function == CEventManager::new_function_name(event.control, event.type))
             orphans.insert(event.function);
         return gone;

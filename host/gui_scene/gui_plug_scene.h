@@ -42,13 +42,15 @@ public:
     CGuiPlugScene();
     ~CGuiPlugScene() override;
 
-    CGuiCore& gui_core() { return m_core; }
-    const CGuiCore& gui_core() const { return m_core; }
+    // From on_world_created() on; before, there is no document that an interface could be part of.
+    CGuiCore& gui_core() { return *m_core; }
+    const CGuiCore& gui_core() const { return *m_core; }
+    tarn::Document& document() const { return m_core->document(); }
     /// The scene's functions and what ties them to events of controls. They are saved, but not undone.
     CConfigScene& functions() { return m_functions; }
     CEventManager& events() { return m_events; }
-    tarn::SceneParts parts() const { return {m_core, m_functions, m_events}; }
-    tarn::Journal& journal() override { return m_journal; }
+    tarn::SceneParts parts() const { return {*m_core, m_functions, m_events}; }
+    tarn::Journal& journal() override { return document().journal(); }
     tarn::SceneModel& model() override { return m_model; }
     tarn::SceneEditor& editor() override;
 
@@ -125,8 +127,7 @@ private:
     /// One step of undo, for what a script does outside a preview, until the answer is let go.
     std::shared_ptr<void> begin_script_edit(const QString& name);
 
-    tarn::Journal m_journal;
-    CGuiCore m_core;
+    std::unique_ptr<CGuiCore> m_core;
     CConfigScene m_functions;
     CEventManager m_events;
     tarn::EventRunner m_runner{*this};
@@ -141,7 +142,6 @@ private:
     int m_function_type = -1;
     SelectionMode m_selection_mode;
     bool m_playing = false;
-    std::vector<tarn::Journal::Entry> m_authored; ///< states from before the preview
     std::unique_ptr<tarn::MouseTool> m_select_tool;
     std::unique_ptr<tarn::MouseTool> m_create_tool;
     std::unique_ptr<tarn::MouseTool> m_play_tool;

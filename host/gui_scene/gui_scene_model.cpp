@@ -56,7 +56,7 @@ std::vector<ModelObject*> GuiSceneModel::controls_of(const ModelObject& dialog) 
 
 Result<ModelObject*> GuiSceneModel::create_dialog(const QString& name, const QRectF& rect)
 {
-    if (m_scene.gui_core().ids_left() == 0)
+    if (m_scene.document().ids_left() == 0)
         return no_ids_left();
     const UserAction action(m_scene.journal(), lang(u"创建窗口", u"Create Dialog"));
     return static_cast<ModelObject*>(m_scene.gui_core().create_dialog(with_size(rect, dialog_size).toRect(), name));
@@ -71,7 +71,7 @@ Result<ModelObject*> GuiSceneModel::create_control(int type, ModelObject& dialog
         return Status::error(lang(u"不能创建类型为 %1 的控件", u"controls of type %1 cannot be made").arg(type));
     if (!owner)
         return Status::error(lang(u"需要窗口", u"a dialog is needed"));
-    if (m_scene.gui_core().ids_left() == 0)
+    if (m_scene.document().ids_left() == 0)
         return no_ids_left();
     const UserAction action(m_scene.journal(), lang(u"创建控件", u"Create Control"));
     return static_cast<ModelObject*>(

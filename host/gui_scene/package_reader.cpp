@@ -2,15 +2,11 @@
 
 #include "core/json_reader.h"
 #include "core/language.h"
-#include "gui_core/control_class.h"
-#include "gui_core/dxut_control.h"
-#include "gui_core/dxut_dialog.h"
 #include "package_writer.h"
+#include "picture_names.h"
 #include "store/pak_file.h"
+#include "store/scene_text.h"
 #include "tex_path_info.h"
-
-#include <QHash>
-#include <QSet>
 
 #include <algorithm>
 #include <utility>
@@ -19,208 +15,62 @@ namespace tarn {
 
 namespace {
 
-constexpr quint32 root_id = 1;
 const QString manifest_name = QStringLiteral("manifest.json");
-const QString scene_name = QStringLiteral("scene.json");
 
-QString twice(const QString& name)
+bool is_part(const Document& document, const QString& entry)
 {
-    return lang(u"\"%1\" 出现了两次", u"\"%1\" appears twice").arg(name);
+    const auto& parts = document.parts();
+    return std::any_of(parts.begin(), parts.end(),
+                       [&](const PackagePart& part) { return entry == QLatin1String(part.entry); });
 }
 
-/// One read of scene.json.
-class SceneReader {
-public:
-    explicit SceneReader(CGuiCore& core) : m_core(core), m_state(new CoreState)
-    {
-        m_state->next_id = 2;
-        m_content.gui.root = core.make_dialog();
-    }
-
-    Status read(QByteArray text);
-    SceneContent take(const QMap<QString, QByteArray>& files);
-
-private:
-    Status read_member(std::string_view key, JsonCursor& value);
-    Status claim_key(std::string_view key, const JsonCursor& place);
-    Status read_dialog(JsonCursor& value);
-    Status read_control(JsonCursor& value);
-    Status read_styles(JsonCursor& value);
-    Status claim_id(quint32 id, const JsonCursor& place);
-    Status link();
-
-    CGuiCore& m_core;
-    QExplicitlySharedDataPointer<CoreState> m_state;
-    SceneContent m_content;
-    QHash<quint32, CDXUTDialog*> m_dialogs;
-    QSet<quint32> m_ids;
-    quint32 m_highest = root_id;
-    QSet<QByteArray> m_keys;
-};
-
-Status SceneReader::claim_id(quint32 id, const JsonCursor& place)
+Status read_styles(CoreState& state, JsonCursor& value)
 {
-    if (id == 0 || id > CGuiCore::max_id)
-        return place.fail(lang(u"缺少有效的 \"id\"", u"a valid \"id\" is missing"));
-    if (m_ids.contains(id))
-        return place.fail(lang(u"编号 %1 出现了两次", u"the id %1 appears twice").arg(id));
-    m_ids.insert(id);
-    m_highest = std::max(m_highest, id);
-    return {};
-}
-
-Status SceneReader::claim_key(std::string_view key, const JsonCursor& place)
-{
-    const QByteArray name(key.data(), qsizetype(key.size()));
-    if (m_keys.contains(name))
-        return place.fail(twice(QString::fromUtf8(name)));
-    m_keys.insert(name);
-    return {};
-}
-
-Status SceneReader::read_dialog(JsonCursor& value)
-{
-    auto dialog = m_core.make_dialog();
-    if (auto status = dialog->load_state(value); !status)
-        return status;
-    if (auto status = claim_id(dialog->id(), value); !status)
-        return status;
-    m_dialogs.insert(dialog->id(), dialog.get());
-    m_content.gui.dialogs.push_back(std::move(dialog));
-    return {};
-}
-
-Status SceneReader::read_control(JsonCursor& value)
-{
-    int type = -1;
-    if (auto status = value.peek_int("type", type); !status)
-        return status;
-    auto control = m_core.make_control(type);
-    if (!control)
-        return value.fail(lang(u"未知的控件类型 %1", u"the control type %1 is unknown").arg(type));
-    if (auto status = control->load_state(value); !status)
-        return status;
-    if (auto status = claim_id(control->id(), value); !status)
-        return status;
-    m_content.gui.controls.push_back(std::move(control));
-    return {};
-}
-
-Status SceneReader::read_styles(JsonCursor& value)
-{
-    return value.each_member([this](std::string_view key, JsonCursor& style) {
+    return value.each_member([&](std::string_view key, JsonCursor& style) {
         const QString name = QString::fromUtf8(key.data(), qsizetype(key.size()));
-        if (m_state->styles.contains(name))
-            return style.fail(twice(name));
+        if (state.styles.contains(name))
+            return style.fail(lang(u"\"%1\" 出现了两次", u"\"%1\" appears twice").arg(name));
         QByteArray json;
         auto status = style.read_raw(json);
-        m_state->styles.insert(name, json);
+        state.styles.insert(name, json);
         return status;
     });
 }
 
-Status SceneReader::read_member(std::string_view key, JsonCursor& value)
+/// An id is not issued again while an event still names it.
+Status reserve_event_ids(SceneReader& reader, const CEventManager& events)
 {
-    if (auto status = claim_key(key, value); !status)
-        return status;
-    if (key == "root")
-        return m_content.gui.root->load_state(value);
-    if (key == "dialogs")
-        return value.each_element([this](JsonCursor& dialog) { return read_dialog(dialog); });
-    if (key == "controls")
-        return value.each_element([this](JsonCursor& control) { return read_control(control); });
-    if (key == "styles")
-        return read_styles(value);
-    if (key == "functions")
-        return m_content.functions->read(value);
-    if (key == "events")
-        return m_content.events.read(value);
-    if (const FieldBase* field = CoreState::field_table().find(key))
-        return field->read(*m_state, value);
-    QByteArray json;
-    auto status = value.read_raw(json);
-    m_state->unknown.append({QString::fromUtf8(key.data(), qsizetype(key.size())), json});
-    return status;
-}
-
-Status SceneReader::link()
-{
-    auto& root = static_cast<DialogState&>(m_content.gui.root->raw_state());
-    if (root.id == 0)
-        root.id = root_id;
-    root.caption_shown = false;
-    root.frame_shown = false;
-    if (root.id != root_id || m_ids.contains(root_id))
-        return Status::error(
-            lang(u"%1：编号 1 只能属于根窗口。", u"%1: the id 1 belongs to the root dialog alone.").arg(scene_name));
-    m_dialogs.insert(root_id, m_content.gui.root.get());
-    for (const auto& control : m_content.gui.controls) {
-        const auto& s = static_cast<const ControlState&>(control->base_state());
-        CDXUTDialog* dialog = m_dialogs.value(s.dialog.id);
-        if (!dialog)
-            return Status::error(lang(u"%1：控件 %2（“%3”）所属的窗口 %4 不存在。",
-                                      u"%1: control %2 (\"%3\") belongs to dialog %4, which does not exist.")
-                                     .arg(scene_name)
-                                     .arg(s.id)
-                                     .arg(s.name)
-                                     .arg(s.dialog.id));
-        static_cast<DialogState&>(dialog->raw_state()).controls.append(control.get());
-    }
-    // An id is not issued again while an event still names it.
-    for (const auto& event : m_content.events.events()) {
-        if (event->control > CGuiCore::max_id)
+    for (const auto& event : events.events())
+        if (!reader.reserve_id(event->control))
             return Status::error(
-                lang(u"%1：事件的控件编号 %2 无效。", u"%1: an event names the control %2, which is no valid id.")
-                    .arg(scene_name)
+                lang(u"事件的控件编号 %1 无效。", u"an event names the control %1, which is no valid id.")
                     .arg(event->control));
-        m_highest = std::max(m_highest, event->control);
-    }
-    // Nobody makes that many objects: it is not true, and would leave no ids for new ones.
-    if (m_state->next_id > CGuiCore::max_id / 2)
-        m_state->next_id = 0;
-    m_state->next_id = std::max(m_state->next_id, m_highest + 1);
     return {};
 }
 
-Status SceneReader::read(QByteArray text)
-{
-    JsonText json(std::move(text), scene_name);
-    auto status = json.each_member([this](std::string_view key, JsonCursor& value) { return read_member(key, value); });
-    return status ? link() : status;
-}
-
 /// Pictures that are named but not in the package may lie beside it.
-void add_loose_pictures(const GuiContent& content, QMap<QString, QByteArray>& files)
+void add_loose_pictures(const SceneSnapshot& scene, QMap<QString, QByteArray>& files)
 {
-    for (const auto& control : content.controls) {
-        for (const FieldBase* field : control->fields()) {
-            for (const QString& name : field->pictures(control->base_state())) {
-                if (files.contains(texture_entry(name)))
-                    continue;
-                const QByteArray loose = CTexPathInfo::find_loose(name);
-                if (!loose.isEmpty())
-                    files.insert(texture_entry(name), loose);
-            }
-        }
-    }
+    each_picture(scene, [&](const QString& name) {
+        if (files.contains(texture_entry(name)))
+            return;
+        const QByteArray loose = CTexPathInfo::find_loose(name);
+        if (!loose.isEmpty())
+            files.insert(texture_entry(name), loose);
+    });
 }
 
-SceneContent SceneReader::take(const QMap<QString, QByteArray>& files)
-{
-    m_state->files = files;
-    add_loose_pictures(m_content.gui, m_state->files);
-    m_content.gui.core = StatePtr(m_state.data());
-    return std::move(m_content);
-}
-
-Status check_manifest(QByteArray text)
+Status read_manifest(QByteArray text, quint32& next_id)
 {
     int format = 0;
     bool told = false;
     JsonText json(std::move(text), manifest_name);
     auto status = json.each_member([&](std::string_view key, JsonCursor& value) {
         if (key == "format")
-            return std::exchange(told, true) ? value.fail(twice(QStringLiteral("format"))) : value.read(format);
+            return std::exchange(told, true) ? value.fail(lang(u"\"format\" 出现了两次", u"\"format\" appears twice"))
+                                             : value.read(format);
+        if (key == "next_id")
+            return value.read(next_id);
         QByteArray ignored;
         return value.read_raw(ignored);
     });
@@ -239,15 +89,45 @@ Status check_manifest(QByteArray text)
 
 } // namespace
 
-Result<SceneContent> read_content(QByteArray manifest, QByteArray scene, const QMap<QString, QByteArray>& files,
+Result<SceneContent> read_content(QByteArray manifest, QMap<QString, QByteArray> texts, QMap<QString, QByteArray> files,
                                   CGuiCore& core)
 {
-    if (auto status = check_manifest(std::move(manifest)); !status)
+    quint32 next_id = 0;
+    if (auto status = read_manifest(std::move(manifest), next_id); !status)
         return status;
-    SceneReader reader(core);
-    if (auto status = reader.read(std::move(scene)); !status)
+    const Document& document = core.document();
+    SceneContent content;
+    SceneReader reader(document);
+    for (std::size_t i = 0; i < document.parts().size(); ++i) {
+        const PackagePart& part = document.parts()[i];
+        const auto read_more = [&](std::string_view key, JsonCursor& value, Status& status) {
+            if (part.container != &core)
+                return false;
+            if (key == "styles")
+                status = read_styles(static_cast<CoreState&>(*reader.scene().containers[i]), value);
+            else if (key == "functions")
+                status = content.functions->read(value);
+            else if (key == "events")
+                status = content.events.read(value);
+            else
+                return false;
+            return true;
+        };
+        if (auto status = reader.read(part, texts.value(QLatin1String(part.entry)), read_more); !status)
+            return status;
+    }
+    if (auto status = reserve_event_ids(reader, content.events); !status)
         return status;
-    return reader.take(files);
+    if (auto status = reader.finish(next_id); !status)
+        return status;
+    content.objects = std::move(reader.scene());
+    for (const StatePtr& root : content.objects.objects[core.root_kind().place]) {
+        auto& s = static_cast<DialogState&>(*root);
+        s.caption_shown = s.frame_shown = false;
+    }
+    add_loose_pictures(content.objects, files);
+    content.objects.files = std::move(files);
+    return content;
 }
 
 Result<SceneContent> read_package(const CPakFile& package, CGuiCore& core)
@@ -255,19 +135,23 @@ Result<SceneContent> read_package(const CPakFile& package, CGuiCore& core)
     auto manifest = package.read_file(manifest_name);
     if (!manifest)
         return manifest.status();
-    auto scene = package.read_file(scene_name);
-    if (!scene)
-        return scene.status();
+    QMap<QString, QByteArray> texts;
+    for (const PackagePart& part : core.document().parts()) {
+        auto text = package.read_file(QLatin1String(part.entry));
+        if (!text)
+            return text.status();
+        texts.insert(QLatin1String(part.entry), std::move(text.value()));
+    }
     QMap<QString, QByteArray> files;
     for (const QString& name : package.names()) {
-        if (name == manifest_name || name == scene_name || name.endsWith(QLatin1Char('/')))
+        if (name == manifest_name || is_part(core.document(), name) || name.endsWith(QLatin1Char('/')))
             continue;
         auto content = package.read_file(name);
         if (!content)
             return content.status();
         files.insert(name, std::move(content.value()));
     }
-    auto content = read_content(std::move(manifest.value()), std::move(scene.value()), files, core);
+    auto content = read_content(std::move(manifest.value()), std::move(texts), std::move(files), core);
     if (content)
         return content;
     return Status::error(lang(u"无法载入文件包 %1：%2", u"The package %1 cannot be loaded: %2")

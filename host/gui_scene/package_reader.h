@@ -14,8 +14,9 @@ namespace tarn {
 /// The file counts as hostile: whatever is wrong gives one message that names the entry and the place.
 Result<SceneContent> read_package(const CPakFile& package, CGuiCore& core);
 
-/// The same from texts that were read before; `files` are the package's other entries.
-Result<SceneContent> read_content(QByteArray manifest, QByteArray scene, const QMap<QString, QByteArray>& files,
+/// The same from texts that were read before, those of the parts by their entries; `files` are the package's other
+/// entries.
+Result<SceneContent> read_content(QByteArray manifest, QMap<QString, QByteArray> texts, QMap<QString, QByteArray> files,
                                   CGuiCore& core);
 
 } // namespace tarn

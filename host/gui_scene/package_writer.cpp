@@ -8,6 +8,7 @@
 #include "scene_content.h"
 
 #include "core/json_writer.h"
+#include "store/scene_text.h"
 
 #include <QSet>
 
@@ -15,7 +16,7 @@ namespace tarn {
 
 namespace {
 
-QByteArray manifest_text()
+QByteArray manifest_text(const Document& document)
 {
     JsonWriter writer;
     writer.begin_object();
@@ -23,6 +24,8 @@ QByteArray manifest_text()
     writer.value(package_format);
     writer.key("program");
     writer.value(QStringLiteral("tarn-studio " TARN_VERSION));
+    writer.key("next_id");
+    writer.value(document.state().next_id);
     writer.end_object();
     writer.text() += '\n';
     return QByteArray::fromStdString(writer.text());
@@ -31,16 +34,6 @@ QByteArray manifest_text()
 std::string_view view(const QByteArray& bytes)
 {
     return {bytes.constData(), static_cast<std::size_t>(bytes.size())};
-}
-
-void write_fields(JsonWriter& writer, const ObjectState& state)
-{
-    for (const FieldBase* field : state.fields()) {
-        if (field->is_default(state))
-            continue;
-        writer.key(field->name());
-        field->write(state, writer);
-    }
 }
 
 void write_styles(JsonWriter& writer, const CoreState& state)
@@ -95,66 +88,46 @@ void write_scripts(JsonWriter& writer, const SceneParts& scene, bool selection_o
     }
 }
 
+/// The selected dialogs with what belongs to them, and the root dialog without its controls.
+void keep_selected(SceneSnapshot& scene, const CGuiCore& core)
+{
+    QSet<quint32> kept;
+    for (const ObjectKind& kind : core.document().kinds()) {
+        auto& states = scene.objects[kind.place];
+        if (kind.fixed)
+            continue;
+        std::erase_if(states, [&](const StatePtr& state) {
+            return kind.container ? !core.selection().contains(core.find_dialog(state->id))
+                                  : !kept.contains(state->parent.id);
+        });
+        for (const StatePtr& state : states)
+            kept.insert(state->id);
+    }
+}
+
 } // namespace
 
 QByteArray scene_text(const SceneParts& scene, bool selection_only)
 {
-    const CGuiCore& core = scene.core;
-    QList<CDXUTDialog*> dialogs;
-    for (CDXUTDialog* dialog : core.GetDialogs())
-        if (!selection_only || core.selection().contains(dialog))
-            dialogs.append(dialog);
-
-    JsonWriter writer;
-    writer.begin_object();
-    writer.new_line();
-    write_fields(writer, core.core_state());
-    writer.new_line();
-    writer.key("root");
-    write_state(core.GetRootDialog()->base_state(), writer);
-    writer.new_line();
-    writer.key("dialogs");
-    writer.begin_array();
-    for (const CDXUTDialog* dialog : dialogs) {
-        writer.new_line();
-        write_state(dialog->base_state(), writer);
-    }
-    writer.new_line();
-    writer.end_array();
-    writer.new_line();
-    writer.key("controls");
-    writer.begin_array();
-    if (!selection_only)
-        dialogs.prepend(core.GetRootDialog());
-    for (const CDXUTDialog* dialog : dialogs) {
-        for (const CDXUTControl* control : dialog->controls()) {
-            writer.new_line();
-            write_state(control->base_state(), writer);
-        }
-    }
-    writer.new_line();
-    writer.end_array();
-    write_styles(writer, core.core_state());
-    write_scripts(writer, scene, selection_only);
-    for (const auto& [name, json] : core.core_state().unknown) {
-        writer.new_line();
-        writer.raw_member(name, view(json));
-    }
-    writer.new_line();
-    writer.end_object();
-    writer.text() += '\n';
-    return QByteArray::fromStdString(writer.text());
+    const Document& document = scene.core.document();
+    SceneSnapshot objects = document.snapshot();
+    if (selection_only)
+        keep_selected(objects, scene.core);
+    return part_text(document, document.parts().front(), objects, [&](JsonWriter& writer) {
+        write_styles(writer, scene.core.core_state());
+        write_scripts(writer, scene, selection_only);
+    });
 }
 
 Status write_package(CPakFile& package, const SceneParts& scene, const CSaveOpt& options)
 {
-    if (auto status = package.add_file(options.prefix + QStringLiteral("manifest.json"), manifest_text()); !status)
+    if (auto status = package.add_file(options.prefix + QStringLiteral("manifest.json"), manifest_text(scene.core.document())); !status)
         return status;
     if (auto status = package.add_file(options.prefix + QStringLiteral("scene.json"),
                                        scene_text(scene, options.selection_only));
         !status)
         return status;
-    const auto& files = scene.core.core_state().files;
+    const auto& files = scene.core.document().files();
     for (auto file = files.begin(); file != files.end(); ++file) {
         if (!options.with_pictures && file.key().startsWith(QLatin1String("textures/")))
             continue;

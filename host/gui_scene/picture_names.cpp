@@ -22,7 +22,7 @@ QString other_name(const QString& taken, const QByteArray& content, const QMap<Q
 QMap<QString, QByteArray> new_files(const QMap<QString, QByteArray>& theirs, const CGuiCore& core,
                                     QHash<QString, QString>& renamed)
 {
-    const auto& present = core.core_state().files;
+    const auto& present = core.document().files();
     QMap<QString, QByteArray> added;
     for (auto file = theirs.begin(); file != theirs.end(); ++file) {
         if (!present.contains(file.key())) {
@@ -37,7 +37,7 @@ QMap<QString, QByteArray> new_files(const QMap<QString, QByteArray>& theirs, con
     return added;
 }
 
-void follow_renamed(const std::vector<ModelObject*>& objects, const QHash<QString, QString>& renamed)
+void follow_renamed(ObjectState& state, const QHash<QString, QString>& renamed)
 {
     if (renamed.isEmpty())
         return;
@@ -46,23 +46,36 @@ void follow_renamed(const std::vector<ModelObject*>& objects, const QHash<QStrin
         const auto found = renamed.find(texture_entry(name));
         return found == renamed.end() ? name : found->mid(prefix);
     };
-    for (ModelObject* object : objects)
-        for (const FieldBase* field : object->fields())
-            field->rename_pictures(object->raw_state(), new_name);
+    for (const FieldBase* field : state.fields())
+        field->rename_pictures(state, new_name);
 }
 
-void each_picture(const ModelObject& object, const std::function<void(const QString&)>& visit)
+void follow_renamed(SceneSnapshot& scene, const QHash<QString, QString>& renamed)
 {
-    for (const FieldBase* field : object.fields())
-        if (field->rules().picture && !field->is_default(object.base_state()))
-            for (const QString& name : field->pictures(object.base_state()))
+    for (auto& states : scene.objects)
+        for (StatePtr& state : states)
+            follow_renamed(SceneSnapshot::edit<ObjectState>(state), renamed);
+}
+
+void each_picture(const ObjectState& state, const std::function<void(const QString&)>& visit)
+{
+    for (const FieldBase* field : state.fields())
+        if (field->rules().picture && !field->is_default(state))
+            for (const QString& name : field->pictures(state))
                 visit(name);
 }
 
-std::vector<QString> picture_entries(const ModelObject& object)
+void each_picture(const SceneSnapshot& scene, const std::function<void(const QString&)>& visit)
+{
+    for (const auto& states : scene.objects)
+        for (const StatePtr& state : states)
+            each_picture(*state, visit);
+}
+
+std::vector<QString> picture_entries(const ObjectState& state)
 {
     std::vector<QString> entries;
-    each_picture(object, [&](const QString& name) { entries.push_back(texture_entry(name)); });
+    each_picture(state, [&](const QString& name) { entries.push_back(texture_entry(name)); });
     return entries;
 }
 

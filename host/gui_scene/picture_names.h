@@ -12,20 +12,23 @@ class CGuiCore;
 
 namespace tarn {
 
-class ModelObject;
+struct ObjectState;
+struct SceneSnapshot;
 
 /// The entries of `theirs` that the scene does not have yet. One whose name is taken by another content gets a new name;
 /// `renamed` tells which.
 QMap<QString, QByteArray> new_files(const QMap<QString, QByteArray>& theirs, const CGuiCore& core,
                                     QHash<QString, QString>& renamed);
 
-/// Lets the pictures that `objects`, which are not part of the scene yet, show follow their entries' new names.
-void follow_renamed(const std::vector<ModelObject*>& objects, const QHash<QString, QString>& renamed);
+/// Lets the pictures that what was read shows follow their entries' new names.
+void follow_renamed(SceneSnapshot& scene, const QHash<QString, QString>& renamed);
+void follow_renamed(ObjectState& state, const QHash<QString, QString>& renamed);
 
-/// Calls `visit` with the names of all pictures that `object` shows, whether they exist or not.
-void each_picture(const ModelObject& object, const std::function<void(const QString&)>& visit);
+/// Calls `visit` with the names of all pictures that `state` names, whether they exist or not.
+void each_picture(const ObjectState& state, const std::function<void(const QString&)>& visit);
+void each_picture(const SceneSnapshot& scene, const std::function<void(const QString&)>& visit);
 
 /// Their entries.
-std::vector<QString> picture_entries(const ModelObject& object);
+std::vector<QString> picture_entries(const ObjectState& state);
 
 } // namespace tarn

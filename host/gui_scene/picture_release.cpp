@@ -1,8 +1,6 @@
 #include "picture_release.h"
 
 #include "core/model_object.h"
-#include "gui_core/dxut_control.h"
-#include "gui_core/dxut_dialog.h"
 #include "gui_core/gui_core.h"
 #include "script/config_scene.h"
 
@@ -23,7 +21,7 @@ QByteArray json_ending(const QString& text)
 
 PictureRelease::~PictureRelease()
 {
-    const auto& files = m_core.core_state().files;
+    const auto& files = m_core.document().files();
     m_shown.removeIf([&](const QString& name) { return !files.contains(texture_entry(name)); });
     if (!m_shown.isEmpty())
         keep_what_objects_show();
@@ -31,21 +29,19 @@ PictureRelease::~PictureRelease()
         keep_what_texts_name();
     if (m_shown.isEmpty())
         return;
-    auto* without = static_cast<CoreState*>(m_core.base_state().clone());
-    for (const QString& name : std::as_const(m_shown))
-        without->files.remove(texture_entry(name));
-    m_core.replace_state(StatePtr(without));
+    m_core.document().edit_files([this](auto& held) {
+        for (const QString& name : std::as_const(m_shown))
+            held.remove(texture_entry(name));
+    });
 }
 
 void PictureRelease::keep_what_objects_show()
 {
-    const auto keep = [this](const QString& name) { m_shown.remove(name); };
-    each_picture(*m_core.GetRootDialog(), keep);
-    walk(m_core.GetDialogs(), [&](const CDXUTDialog* dialog) { each_picture(*dialog, keep); });
-    walk(m_core.controls(), [&](const CDXUTControl* control) {
-        if (!m_shown.isEmpty())
-            each_picture(*control, keep);
-    });
+    for (const ModelObject* object : m_core.document().objects()) {
+        each_picture(object->authored_state(), [this](const QString& name) { m_shown.remove(name); });
+        if (m_shown.isEmpty())
+            return;
+    }
 }
 
 /// Styles name pictures in their JSON, scripts in their source.

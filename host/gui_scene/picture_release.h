@@ -18,7 +18,7 @@ public:
         : m_core(core), m_functions(functions)
     {
         for (const auto* object : objects)
-            each_picture(*object, [this](const QString& name) { m_shown.insert(name); });
+            each_picture(object->authored_state(), [this](const QString& name) { m_shown.insert(name); });
     }
     ~PictureRelease();
     PictureRelease(const PictureRelease&) = delete;

@@ -1,6 +1,13 @@
 #include "play_tool.h"
 
+#include "gui_core/gui_core.h"
+
 namespace tarn {
+
+PlayTool::PlayTool(CGuiCore& core, std::function<void()> after_input)
+    : m_document(core.document()), m_input(core), m_after_input(std::move(after_input))
+{
+}
 
 bool PlayTool::done(bool taken) const
 {
@@ -23,22 +30,26 @@ bool PlayTool::hand_mouse(const MouseEvent& event)
 
 bool PlayTool::mouse(const MouseEvent& event)
 {
+    const ShownWrites writes(m_document);
     return done(hand_mouse(event));
 }
 
 bool PlayTool::key(int key, Qt::KeyboardModifiers modifiers)
 {
+    const ShownWrites writes(m_document);
     m_input.key_pressed(key, modifiers);
     return done(true); // None of the interface's keys reaches the editor.
 }
 
 bool PlayTool::text(const QString& text, const QString& preedit)
 {
+    const ShownWrites writes(m_document);
     return done(m_input.text_typed(text, preedit));
 }
 
 bool PlayTool::wheel(QPointF place, double steps)
 {
+    const ShownWrites writes(m_document);
     return done(m_input.wheel_turned(place, steps));
 }
 

@@ -9,13 +9,13 @@ class CGuiCore;
 
 namespace tarn {
 
+class Document;
+
 /// Hands mouse and keyboard to the interface while it runs.
 class PlayTool : public MouseTool {
 public:
     /// `after_input` is called when the interface has done with an input.
-    PlayTool(CGuiCore& core, std::function<void()> after_input) : m_input(core), m_after_input(std::move(after_input))
-    {
-    }
+    PlayTool(CGuiCore& core, std::function<void()> after_input);
 
     bool mouse(const MouseEvent& event) override;
     bool key(int key, Qt::KeyboardModifiers modifiers) override;
@@ -30,6 +30,7 @@ private:
     bool hand_mouse(const MouseEvent& event);
     bool done(bool taken) const;
 
+    Document& m_document;
     GuiInput m_input;
     std::function<void()> m_after_input;
 };

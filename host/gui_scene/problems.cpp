@@ -14,6 +14,14 @@ namespace {
 
 using Problems = ProblemFinder::Problems;
 
+QString name_of(const ModelObject& object)
+{
+    const FieldBase* field = object.fields().find("name");
+    const Value name = field ? object.authored_property(*field) : Value();
+    const auto* text = std::get_if<QString>(&name);
+    return text ? *text : QString();
+}
+
 void find_broken_events(CGuiPlugScene& scene, Problems& problems)
 {
     for (const auto& event : scene.events().events()) {
@@ -35,7 +43,7 @@ void find_broken_events(CGuiPlugScene& scene, Problems& problems)
 void find_missing_pictures(ModelObject& object, const QString& name, const QMap<QString, QByteArray>& files,
                            Problems& problems)
 {
-    each_picture(object, [&](const QString& picture) {
+    each_picture(object.authored_state(), [&](const QString& picture) {
         if (!files.contains(texture_entry(picture)))
             problems.push_back(
                 {&object, name,
@@ -70,11 +78,9 @@ Problems ProblemFinder::find(CGuiPlugScene& scene)
     find_broken_events(scene, problems);
     find_faulty_functions(scene.functions(), problems);
     const CGuiCore& core = scene.gui_core();
-    const auto& files = core.core_state().files;
-    for (CDXUTDialog* dialog : core.GetDialogs())
-        find_missing_pictures(*dialog, dialog->name(), files, problems);
-    walk(core.controls(),
-         [&](CDXUTControl* control) { find_missing_pictures(*control, control->name(), files, problems); });
+    const auto& files = core.document().files();
+    for (ModelObject* object : core.document().objects())
+        find_missing_pictures(*object, name_of(*object), files, problems);
     return problems;
 }
 

@@ -10,14 +10,14 @@ namespace tarn {
 
 /// A whole scene that is not the open one yet: read from a package.
 struct SceneContent {
-    GuiContent gui;
+    SceneSnapshot objects;
     std::unique_ptr<CConfigScene> functions = std::make_unique<CConfigScene>();
     CEventManager events{};
 };
 
 /// What a package is written from.
 struct SceneParts {
-    const CGuiCore& core;
+    CGuiCore& core;
     const CConfigScene& functions;
     const CEventManager& events;
 };

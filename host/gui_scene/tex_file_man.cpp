@@ -15,7 +15,7 @@ QString CTexFileMan::find_tex_file_from_absolute_filename(const QString& path) c
         return found == names.end() ? QString() : *found;
     };
     const auto encoded = tarn::read_picture_file(path);
-    const auto& files = m_core.core_state().files;
+    const auto& files = m_core.document().files();
     if (encoded)
         if (const QString same = find(
                 [&](const QString& name) { return files.value(tarn::texture_entry(name)) == encoded.value(); });

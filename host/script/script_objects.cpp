@@ -55,8 +55,7 @@ const FieldBase* field_at(lua_State* lua, int index, const ModelObject& object)
 
 ScriptValue value_of(const Machine& machine, const ModelObject& object, const FieldBase& field)
 {
-    StatePtr state = object.shared_state();
-    const ObjectRef* reference = field.reference(*state);
+    const auto reference = field.reference(object.shown_state());
     if (!reference)
         return object.property(field);
     return machine.objects() ? machine.objects()->find(reference->id) : ScriptObject();

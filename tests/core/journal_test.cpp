@@ -24,7 +24,7 @@ struct NoteState : tarn::StateOf<NoteState> {
 /// The smallest object of a model.
 class Note : public tarn::ModelObject {
 public:
-    explicit Note(Journal& journal) : ModelObject(journal, new NoteState) {}
+    explicit Note(tarn::Document& document) : ModelObject(document, new NoteState) {}
 
     QString text() const { return state<NoteState>().text; }
     bool set(const QString& text) { return change<NoteState>(&NoteState::text, text); }
@@ -48,9 +48,10 @@ protected:
         return steps;
     }
 
-    Journal m_journal;
-    Note m_a{m_journal};
-    Note m_b{m_journal};
+    tarn::Document m_document;
+    Journal& m_journal = m_document.journal();
+    Note m_a{m_document};
+    Note m_b{m_document};
 };
 
 } // namespace

@@ -95,13 +95,13 @@ TEST_F(ControlShapeTest, a_package_gets_no_word_about_what_is_as_usual)
     m_control->set_align_type(anchor_centre);
     m_control->set_scale_mode(1);
     JsonWriter turned;
-    write_state(m_control->base_state(), turned);
+    write_state(m_control->authored_state(), turned);
     EXPECT_EQ(turned.text().find("scale_mode"), std::string::npos) << "the anchor tells it";
     m_control->set_rotation(0);
     m_control->reset_center();
     m_control->set_scale_mode(0);
     JsonWriter usual;
-    write_state(m_control->base_state(), usual);
+    write_state(m_control->authored_state(), usual);
     for (const char* name : {"rotation", "center_", "saved_align_type"}) {
         EXPECT_NE(turned.text().find(name), std::string::npos) << name;
         EXPECT_EQ(usual.text().find(name), std::string::npos) << name;

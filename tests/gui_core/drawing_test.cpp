@@ -163,7 +163,7 @@ TEST_F(DrawingTest, decoded_pictures_keep_to_a_budget_and_go_with_their_scene)
     m_core.set_texture(u"red.png"_s, png(Qt::red));
     const qint64 decoded = m_core.texture(u"red.png"_s).cacheKey();
     EXPECT_EQ(m_core.texture(u"red.png"_s).cacheKey(), decoded);
-    m_core.forget_history();
+    m_core.document().forget_history();
     EXPECT_NE(m_core.texture(u"red.png"_s).cacheKey(), decoded);
 }
 

@@ -220,7 +220,7 @@ TEST_F(GuiCoreTest, forgetting_the_history_lets_go_of_removed_objects)
     const auto kept = std::weak_ptr(button(home, {})->shared_from_this());
     m_core.remove_dialog(static_cast<CDXUTDialog*>(gone.lock().get()));
     EXPECT_FALSE(gone.expired()) << "undo may bring it back";
-    m_core.forget_history();
+    m_core.document().forget_history();
     EXPECT_TRUE(gone.expired());
     EXPECT_FALSE(kept.expired());
     EXPECT_TRUE(m_journal.is_saved());

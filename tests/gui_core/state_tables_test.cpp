@@ -24,7 +24,7 @@ std::vector<StateClass> all_classes()
     std::vector<StateClass> classes{{"CDXUTDialog", StatePtr(new DialogState)}, {"CGuiCore", StatePtr(new CoreState)}};
     for (const ControlClass& row : control_classes())
         if (row.create)
-            classes.push_back({row.class_name, StatePtr(row.create(journal, core)->base_state().clone())});
+            classes.push_back({row.class_name, StatePtr(row.create(journal, core)->authored_state().clone())});
     return classes;
 }
 

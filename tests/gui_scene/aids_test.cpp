@@ -55,7 +55,7 @@ TEST_F(AidsTest, a_guide_is_dragged_out_of_a_ruler_moved_and_dragged_back_each_i
 TEST_F(AidsTest, nothing_becomes_of_a_drag_that_is_dropped_or_ends_where_it_began)
 {
     core().move_guide(Qt::Vertical, {}, 400);
-    core().forget_history();
+    core().document().forget_history();
     drag({400, 300}, {500, 300}, false);
     EXPECT_TRUE(escape());
     mouse(Kind::Release, {500, 300});
@@ -74,7 +74,7 @@ TEST_F(AidsTest, handles_and_what_is_selected_come_before_a_guide_and_a_guide_be
     CDXUTDialog* d = home();
     CDXUTControl* a = button(d, {100, 100, 100, 40});
     core().move_guide(Qt::Vertical, {}, 250);
-    core().forget_history();
+    core().document().forget_history();
     core().view_aids().snap = 0;
     const QPointF on_both(250, a->screen_rect().center().y());
     drag(on_both, on_both + QPointF(50, 0));
@@ -91,7 +91,7 @@ TEST_F(AidsTest, handles_and_what_is_selected_come_before_a_guide_and_a_guide_be
 TEST_F(AidsTest, rulers_and_guides_are_there_only_while_switched_on_and_never_in_the_preview)
 {
     core().move_guide(Qt::Vertical, {}, 400);
-    core().forget_history();
+    core().document().forget_history();
     const QColor guide = painted().pixelColor(400, 300);
     EXPECT_NE(guide, QColor(Qt::black));
     EXPECT_NE(painted().pixelColor(600, 2), QColor(Qt::black)) << "the ruler";
@@ -112,7 +112,7 @@ TEST_F(AidsTest, rulers_and_guides_are_there_only_while_switched_on_and_never_in
 TEST_F(AidsTest, a_ruler_covers_what_lies_below_it)
 {
     CDXUTDialog* d = core().create_dialog({0, 0, 200, 100});
-    core().forget_history();
+    core().document().forget_history();
     core().view_aids().guide_lines = 0;
     click({100, 8});
     EXPECT_TRUE(core().selection().dialogs.empty());
@@ -160,7 +160,7 @@ TEST_F(AidsTest, a_move_snaps_to_guides_siblings_the_dialog_and_the_grid_unless_
     EXPECT_EQ(moved_by({-17, 257}), QPointF(0, 280)) << "the dialog's sides";
     EXPECT_EQ(moved_by({177, 96}, Qt::ControlModifier), QPointF(197, 116));
     core().move_guide(Qt::Vertical, {}, 298);
-    core().forget_history();
+    core().document().forget_history();
     EXPECT_EQ(moved_by({177, 96}), QPointF(198, 120)) << "the guide is nearer";
     core().view_aids().guide_lines = 0;
     EXPECT_EQ(moved_by({177, 96}), QPointF(200, 120)) << "a hidden one is none";
@@ -209,7 +209,7 @@ TEST_F(AidsTest, handles_and_guides_are_reached_by_pixels_of_a_reduced_view)
     CDXUTDialog* d = home();
     core().move_guide(Qt::Vertical, {}, 600);
     core().SelectDialog(d, false);
-    core().forget_history();
+    core().document().forget_history();
     core().view_aids().snap = 0;
     const auto press_and_move = [&](QPointF from, QPointF to) {
         m_world.mouse_tool()->mouse({Kind::Press, from, Qt::LeftButton, {}, 0.25});

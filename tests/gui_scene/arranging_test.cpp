@@ -69,7 +69,7 @@ TEST_F(ArrangingTest, controls_of_one_dialog_resize_in_their_common_frame)
     CDXUTControl* b = button(d, {60, 40, 50, 20});
     CDXUTControl* locked = button(d, {300, 200, 20, 20});
     locked->set_locked(true);
-    core().forget_history();
+    core().document().forget_history();
     for (CDXUTControl* c : {a, b, locked})
         core().SelectControl(c, true);
     EXPECT_EQ(resizable_frame(core()).size(), QSizeF(100, 50)) << "what is locked does not count";
@@ -88,7 +88,7 @@ TEST_F(ArrangingTest, a_run_of_arrow_keys_is_one_step_until_something_else_happe
     CDXUTControl* a = button(d, {10, 10, 40, 20});
     CDXUTControl* hidden = button(d, {60, 40, 50, 20});
     hidden->SetVisible(false);
-    core().forget_history();
+    core().document().forget_history();
     EXPECT_FALSE(key(Qt::Key_Left)) << "nothing is selected";
     core().SelectControl(hidden, false);
     EXPECT_TRUE(key(Qt::Key_Left));
@@ -125,7 +125,7 @@ TEST_F(ArrangingTest, layers_keep_the_order_of_what_is_selected_in_one_step)
     CDXUTDialog* d = home();
     for (const QString& name : {u"a"_s, u"b"_s, u"c"_s, u"d"_s})
         control(DXUT_CONTROL_BUTTON, d, {10, 10, 40, 20}, name);
-    core().forget_history();
+    core().document().forget_history();
     int code = 0;
     m_world.on_broadcast = [&](int told) { code = told; };
     const auto in_layers = [&](const QList<int>& which, int command) {
@@ -150,7 +150,7 @@ TEST_F(ArrangingTest, layers_keep_the_order_of_what_is_selected_in_one_step)
 TEST_F(ArrangingTest, dialogs_selected_together_keep_their_order_and_go_with_one_code)
 {
     const QList<CDXUTDialog*> made{dialog({0, 0, 50, 50}), dialog({60, 0, 50, 50}), dialog({120, 0, 50, 50})};
-    core().forget_history();
+    core().document().forget_history();
     const auto select = [&] {
         core().SelectDialog(made[1], false);
         core().SelectDialog(made[2], true);
@@ -229,7 +229,7 @@ TEST_F(ArrangingTest, a_text_in_place_is_stored_once_and_never_in_what_is_gone)
     CDXUTDialog* d = home();
     auto* c = static_cast<CDXUTButton*>(button(d, {10, 10, 100, 20}));
     c->SetText(u"old"_s);
-    core().forget_history();
+    core().document().forget_history();
     auto text = m_scene.editor().text_at(c->screen_rect().center());
     ASSERT_TRUE(text);
     EXPECT_EQ(text->text, u"old"_s);
@@ -252,7 +252,7 @@ TEST_F(ArrangingTest, ten_thousand_controls_follow_the_mouse_with_one_code_a_mov
     CDXUTDialog* d = home();
     for (int i = 0; i < 10'000; ++i)
         control(DXUT_CONTROL_BUTTON, d, QRectF(i % 100 * 4, i / 100 * 3, 4, 3));
-    core().forget_history();
+    core().document().forget_history();
     EXPECT_TRUE(run(Editor::all).ok());
     EXPECT_EQ(selected().size(), 10'000u);
     int codes = 0;

@@ -23,7 +23,7 @@ protected:
 /// A control's text without what a copy does not share.
 QByteArray content_of_control(const CDXUTControl& control)
 {
-    std::unique_ptr<ObjectState> state(control.base_state().clone());
+    std::unique_ptr<ObjectState> state(control.authored_state().clone());
     state->id = 0;
     static_cast<ControlState&>(*state).dialog = {};
     JsonWriter writer;
@@ -96,7 +96,7 @@ TEST_F(ClipboardTest, pictures_come_along_into_another_scene_and_are_renamed_whe
     m_scene.new_scene();
     core().set_texture(u"same.png"_s, "theirs");
     core().set_texture(u"differs.png"_s, "ours");
-    core().forget_history();
+    core().document().forget_history();
     for (int i = 0; i < 2; ++i) {
         ASSERT_TRUE(paste_text(m_scene, text).ok());
         QStringList images;
@@ -104,11 +104,11 @@ TEST_F(ClipboardTest, pictures_come_along_into_another_scene_and_are_renamed_whe
             images << static_cast<const CDXUTPicture*>(c)->image();
         EXPECT_EQ(images.join(u' '), u"same.png differs-2.png missing.png"_s) << "the renamed one is found again";
     }
-    EXPECT_EQ(core().core_state().files.keys().join(u' '),
+    EXPECT_EQ(core().document().files().keys().join(u' '),
               u"textures/differs-2.png textures/differs.png textures/same.png"_s);
-    EXPECT_EQ(core().core_state().files.value(u"textures/differs.png"_s), "ours");
+    EXPECT_EQ(core().document().files().value(u"textures/differs.png"_s), "ours");
     EXPECT_EQ(undo_all(), 2);
-    EXPECT_EQ(core().core_state().files.size(), 2);
+    EXPECT_EQ(core().document().files().size(), 2);
 }
 
 TEST_F(ClipboardTest, texts_that_are_not_ours_are_refused_and_change_nothing)

@@ -314,7 +314,7 @@ TEST_F(HostilePackage, random_damage_never_changes_the_open_scene)
         const Status status = m_scene.on_merge_GUI(m_file, u"M"_s, true);
         if (status.ok()) {
             ASSERT_TRUE(m_scene.journal().undo()) << "harmless damage";
-            core().forget_history();
+            core().document().forget_history();
         } else {
             EXPECT_TRUE(status.message().contains(m_file)) << i << ": " << status.message().toStdString();
         }
@@ -353,5 +353,5 @@ TEST_F(HostilePackage, a_picture_that_claims_to_be_huge_is_kept_and_not_decoded)
              {{u"textures/a.png"_s, huge_png(side)}});
         EXPECT_TRUE(core().texture(u"a.png"_s).isNull()) << side;
     }
-    EXPECT_EQ(core().core_state().files.value(u"textures/a.png"_s), huge_png(0x7fffffff));
+    EXPECT_EQ(core().document().files().value(u"textures/a.png"_s), huge_png(0x7fffffff));
 }

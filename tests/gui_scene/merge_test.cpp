@@ -49,7 +49,7 @@ TEST_F(MergeTest, dialogs_come_above_the_present_ones_in_their_order_with_new_id
     for (const CDXUTDialog* d : core().GetDialogs())
         for (const CDXUTControl* c : d->controls()) {
             EXPECT_EQ(c->dialog(), d);
-            EXPECT_EQ(static_cast<const ControlState&>(c->base_state()).dialog.id, d->id());
+            EXPECT_EQ(static_cast<const ControlState&>(c->authored_state()).parent.id, d->id());
         }
     QStringList controls;
     for (const CDXUTControl* c : core().controls())
@@ -118,10 +118,10 @@ TEST_F(MergeTest, a_picture_of_a_taken_name_is_renamed_with_its_references_an_eq
         images << static_cast<const CDXUTPicture*>(c)->image();
     EXPECT_EQ(images.join(u' '), u"same.png differs-3.png new.png sub/differs-2.png missing.png"_s);
     const CDXUTControl* styled = core().GetDialogs().last()->controls().last();
-    EXPECT_EQ(std::get<QStringList>(style_images.get(styled->base_state())).join(u' '),
+    EXPECT_EQ(std::get<QStringList>(style_images.get(styled->authored_state())).join(u' '),
               u"same.png  differs-3.png sub/differs-2.png"_s);
     EXPECT_EQ(mine->image(), u"differs.png"_s);
-    const auto& files = core().core_state().files;
+    const auto& files = core().document().files();
     EXPECT_EQ(files.value(u"textures/differs.png"_s), "mine");
     EXPECT_EQ(files.value(u"textures/differs-3.png"_s), "theirs");
     EXPECT_EQ(files.value(u"textures/differs-2.png"_s), "theirs too");
@@ -140,11 +140,11 @@ TEST_F(MergeTest, renamed_entries_have_names_that_can_be_saved)
         content = "b";
     read("{}", mine);
     ASSERT_TRUE(merge().ok());
-    EXPECT_EQ(core().core_state().files.size(), 8);
+    EXPECT_EQ(core().document().files().size(), 8);
     const Status status = m_scene.save_scene(path());
     EXPECT_TRUE(status.ok()) << status.message().toStdString();
     EXPECT_TRUE(m_scene.open_scene(path()).ok());
-    EXPECT_EQ(core().core_state().files.size(), 8);
+    EXPECT_EQ(core().document().files().size(), 8);
 }
 
 TEST_F(MergeTest, styles_of_taken_names_are_replaced_only_when_asked_for)

@@ -40,7 +40,7 @@ protected:
     CDXUTControl* button(CDXUTDialog* home, const QRectF& rect)
     {
         CDXUTControl* made = control(DXUT_CONTROL_BUTTON, home, rect);
-        core().forget_history();
+        core().document().forget_history();
         return made;
     }
     const std::vector<CDXUTControl*>& selected() { return core().selection().controls; }
@@ -48,7 +48,7 @@ protected:
     CDXUTDialog* home()
     {
         CDXUTDialog* made = dialog({100, 100, 400, 300}, u"home"_s);
-        core().forget_history();
+        core().document().forget_history();
         return made;
     }
 };

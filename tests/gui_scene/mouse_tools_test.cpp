@@ -95,7 +95,7 @@ TEST_F(MouseToolsTest, a_drag_moves_what_is_selected_in_one_step)
     CDXUTDialog* d = home();
     CDXUTControl* a = control(DXUT_CONTROL_BUTTON, d, {20, 20, 60, 20});
     CDXUTControl* b = control(DXUT_CONTROL_BUTTON, d, {20, 80, 60, 20});
-    core().forget_history();
+    core().document().forget_history();
     click(a->screen_rect().center());
     click(b->screen_rect().center(), Qt::ControlModifier);
     EXPECT_EQ(core().selection().controls, (std::vector{a, b}));
@@ -200,7 +200,7 @@ TEST_F(MouseToolsTest, each_handle_moves_its_sides_in_one_step)
 {
     CDXUTDialog* d = home();
     CDXUTControl* c = control(DXUT_CONTROL_BUTTON, d, {50, 50, 100, 60});
-    core().forget_history();
+    core().document().forget_history();
     const Resize cases[] = {
         {Handle::TopLeft, {60, 70, 90, 40}},      {Handle::Top, {50, 70, 100, 40}},
         {Handle::TopRight, {50, 70, 110, 40}},    {Handle::Right, {50, 50, 110, 60}},

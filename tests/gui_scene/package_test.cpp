@@ -67,8 +67,8 @@ TEST_F(PackageTest, everything_that_this_version_does_not_know_is_kept)
     m_scene.new_scene();
     ASSERT_TRUE(m_scene.open_scene(path()).ok());
     EXPECT_TRUE(same_text(text(), scene));
-    EXPECT_EQ(core().core_state().files.value(u"movies/intro.ogg"_s), "movie");
-    EXPECT_TRUE(core().core_state().files.contains(u"notes"_s));
+    EXPECT_EQ(core().document().files().value(u"movies/intro.ogg"_s), "movie");
+    EXPECT_TRUE(core().document().files().contains(u"notes"_s));
 }
 
 TEST_F(PackageTest, texts_of_any_kind_survive)
@@ -116,7 +116,7 @@ TEST_F(PackageTest, loose_pictures_beside_the_package_are_found_but_not_outside_
     ASSERT_TRUE(m_scene.save_scene(path()).ok());
     const QByteArray before = text();
     ASSERT_TRUE(m_scene.open_scene(path()).ok());
-    const auto& files = core().core_state().files;
+    const auto& files = core().document().files();
     EXPECT_EQ(files.keys().join(u' '), u"textures/held.png textures/loose.png textures/sub/deep.png"_s);
     EXPECT_EQ(files.value(u"textures/held.png"_s), "inside") << "what the package holds counts";
     EXPECT_EQ(files.value(u"textures/loose.png"_s), "loose");

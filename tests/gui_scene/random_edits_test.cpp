@@ -84,7 +84,7 @@ protected:
                 ASSERT_EQ(c->dialog(), d);
                 ASSERT_EQ(d->controls().indexOf(c), d->GetControlIndex(c));
                 ASSERT_EQ(core().find_control(c->id()), c);
-                ASSERT_EQ(static_cast<const ControlState&>(c->base_state()).dialog.id, d->id());
+                ASSERT_EQ(static_cast<const ControlState&>(c->authored_state()).parent.id, d->id());
             }
         }
         ASSERT_EQ(core().controls().size(), count);
@@ -112,7 +112,7 @@ TEST_P(RandomEdits, are_undone_and_redone_without_a_trace)
 {
     read_sample(u"tiny"_s);
     core().set_texture(u"campfire.png"_s, "fire");
-    core().forget_history();
+    core().document().forget_history();
     ASSERT_TRUE(m_scene.save_scene(path()).ok());
     const QByteArray start = text();
     std::vector<QByteArray> texts;

@@ -56,8 +56,9 @@ protected:
         return control<CDXUTCheckBox>(home, DXUT_CONTROL_CHECKBOX, rect);
     }
 
-    Journal m_journal;
-    CGuiCore m_core{m_journal};
+    Document m_document;
+    Journal& m_journal = m_document.journal();
+    CGuiCore m_core{m_document};
 };
 
 } // namespace tarn::test

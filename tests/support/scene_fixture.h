@@ -45,19 +45,19 @@ protected:
         for (const QString& picture : QDir(folder + u"/textures"_s).entryList(QDir::Files))
             files.insert(u"textures/"_s + QFileInfo(picture).completeBaseName() + u".png"_s,
                          "bytes of " + picture.toUtf8());
-        auto content = read_content(content_of(folder + u"/manifest.json"_s), content_of(folder + u"/scene.json"_s),
-                                    files, core());
+        auto content = read_content(content_of(folder + u"/manifest.json"_s),
+                                    {{u"scene.json"_s, content_of(folder + u"/scene.json"_s)}}, files, core());
         ASSERT_TRUE(content.ok()) << content.status().message().toStdString();
         m_scene.install(std::move(content.value()));
-        core().forget_history();
+        core().document().forget_history();
     }
     /// Reads a scene given as text, or shows why that fails.
     void read(const QByteArray& scene, const QMap<QString, QByteArray>& files = {})
     {
-        auto content = read_content("{\"format\":1}", scene, files, core());
+        auto content = read_content("{\"format\":1}", {{u"scene.json"_s, scene}}, files, core());
         ASSERT_TRUE(content.ok()) << content.status().message().toStdString();
         m_scene.install(std::move(content.value()));
-        core().forget_history();
+        core().document().forget_history();
     }
     Status save(const QString& file, const CSaveOpt& options = {}, FileIo& io = FileIo::system())
     {

@@ -54,10 +54,10 @@ public:
     ScriptObject find(QLatin1String kind, const QString& name) const override
     {
         // Objects that went with their history may have left their places to others.
-        if (m_generation != m_core.generation()) {
+        if (m_generation != m_core.document().generation()) {
             m_controls.clear();
             m_dialogs.clear();
-            m_generation = m_core.generation();
+            m_generation = m_core.document().generation();
         }
         if (kind == QLatin1String(control_kind))
             return handle(find_named(m_controls, m_core.controls(), name));
@@ -91,10 +91,9 @@ public:
             for (const FieldBase* field : fields)
                 names.append(QString::fromLatin1(field->name()));
         };
-        add_names(m_core.GetRootDialog()->fields());
-        Journal unused;
+        add_names(DialogState::field_table());
         for (const ControlClass& type : control_classes())
-            add_names(type.create(unused, m_core)->fields());
+            add_names(StatePtr(type.make_state())->fields());
         return names;
     }
 

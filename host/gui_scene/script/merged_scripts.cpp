@@ -14,7 +14,8 @@ namespace {
 using Names = QHash<QString, QString>;
 
 /// What functions that were made for an event are called with the new ids, by their old names.
-Names names_after_ids(const SceneContent& content, const QHash<quint32, quint32>& issued)
+Names names_after_ids(const SceneContent& content, const std::vector<StatePtr>& dialog_states,
+                      const QHash<quint32, quint32>& issued)
 {
     Names names;
     for (const auto& event : content.events.events()) {
@@ -23,8 +24,8 @@ Names names_after_ids(const SceneContent& content, const QHash<quint32, quint32>
             names.insert(event->function, CEventManager::new_function_name(*id, event->type));
     }
     QSet<quint32> dialogs;
-    for (const auto& dialog : content.gui.dialogs)
-        dialogs.insert(dialog->id());
+    for (const StatePtr& dialog : dialog_states)
+        dialogs.insert(dialog->id);
     for (auto id = issued.begin(); id != issued.end(); ++id) {
         if (!dialogs.contains(id.value()))
             continue;
@@ -82,12 +83,13 @@ Status check_room(const SceneParts& scene, const SceneContent& content)
 }
 
 MergedScripts merged_scripts(const CConfigScene& scene_functions, const SceneContent& content,
+                             const std::vector<StatePtr>& dialogs,
                              const QHash<quint32, quint32>& issued)
 {
     MergedScripts merged;
     if (content.functions->functions().empty() && content.events.empty())
         return merged;
-    Names names = names_after_ids(content, issued);
+    Names names = names_after_ids(content, dialogs, issued);
     QSet<QString> used;
     std::vector<FuncPtr> added;
     for (const FuncPtr& function : content.functions->functions()) {

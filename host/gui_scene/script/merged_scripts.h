@@ -17,9 +17,10 @@ struct MergedScripts {
 /// Fails when the scene has no room for those of the package.
 Status check_room(const SceneParts& scene, const SceneContent& content);
 
-/// `issued` gives the new ids of the package's objects by their old ones. Events of controls that the package does not
+/// `dialogs` are the package's; `issued` gives the new ids of the package's objects by their old ones. Events of controls that the package does not
 /// have keep no id that could be another control's: they are left out.
 MergedScripts merged_scripts(const CConfigScene& scene_functions, const SceneContent& content,
+                             const std::vector<StatePtr>& dialogs,
                              const QHash<quint32, quint32>& issued);
 
 } // namespace tarn

@@ -1,0 +1,390 @@
+#include "document.h"
+
+#include "model_object.h"
+
+#include <QSet>
+
+#include <algorithm>
+#include <utility>
+
+namespace tarn {
+
+namespace {
+
+constexpr quint32 document_id = Document::max_id + 1;
+
+} // namespace
+
+const FieldTable& DocumentState::field_table()
+{
+    using S = DocumentState;
+    static const FieldTable table(nullptr, field<S>("next_id", &S::next_id, 0u, read_only()));
+    return table;
+}
+
+/// The document's own state as an object, so that the journal keeps it like all others.
+class Document::Root final : public ModelObject {
+public:
+    explicit Root(Document& document) : ModelObject(document, new DocumentState) {}
+
+    const char* class_name() const override { return "Document"; }
+    bool is_attached() const override { return true; }
+};
+
+/// Exchanges all objects with those that were there before a whole content came.
+class Document::IndexSwap final : public Journal::Companion {
+public:
+    explicit IndexSwap(Document& document) : m_document(document) {}
+
+    void exchange() override { m_document.m_objects.swap(m_other); }
+
+private:
+    Document& m_document;
+    Index m_other;
+};
+
+Document::Document() : m_journal(*this), m_root(std::make_unique<Root>(*this))
+{
+    add_container(*m_root);
+}
+
+Document::~Document()
+{
+    close();
+}
+
+void Document::close()
+{
+    before_free = nullptr;
+    m_journal.on_changed = nullptr;
+    m_journal.on_restored = nullptr;
+    m_journal.clear();
+    m_objects.clear();
+    m_overlaid.clear();
+    m_kinds.clear();
+    m_parts.clear();
+    m_permanent.clear();
+    ++m_generation;
+}
+
+// Kinds ---------------------------------------------------------------------------------------------------------------
+
+void Document::add_container(ModelObject& container)
+{
+    container.m_is_root = true;
+    container.m_state.detach();
+    container.m_state->id = document_id + quint32(m_parts.size()) + (&container == m_root.get() ? 0 : 1);
+    m_permanent.emplace(container.id(), &container);
+}
+
+void Document::add_part(const PackagePart& part)
+{
+    add_container(*part.container);
+    m_parts.push_back(part);
+}
+
+void Document::add_kind(ObjectKind kind)
+{
+    if (kind.fixed) {
+        m_permanent.emplace(kind.fixed->id(), kind.fixed);
+        kind.fixed->m_is_root = true;
+    }
+    kind.place = m_kinds.size();
+    m_kinds.push_back(std::move(kind));
+    if (m_kinds.back().fixed)
+        m_kinds.back().fixed->m_kind = &m_kinds.back();
+}
+
+const ObjectKind* Document::kind(std::string_view key) const
+{
+    const auto found = std::find_if(m_kinds.begin(), m_kinds.end(),
+                                    [key](const ObjectKind& kind) { return kind.key == key; });
+    return found == m_kinds.end() ? nullptr : &*found;
+}
+
+// Objects -------------------------------------------------------------------------------------------------------------
+
+ModelObject* Document::find(quint32 id) const
+{
+    if (const auto found = m_objects.constFind(id); found != m_objects.constEnd())
+        return found->get();
+    const auto found = m_permanent.find(id);
+    return found == m_permanent.end() ? nullptr : found->second;
+}
+
+std::shared_ptr<ModelObject> Document::create(const ObjectKind& kind, StatePtr state)
+{
+    auto object = kind.make_object(*state);
+    object->m_kind = &kind;
+    object->m_state = std::move(state);
+    m_objects.insert(object->id(), object);
+    return object;
+}
+
+void Document::attach(ModelObject& object, ModelObject& parent, qsizetype place)
+{
+    IdList& children = *object.kind()->children(parent.edit_base());
+    children.insert(std::min(place, children.size()), ObjectRef{object.id()});
+    parent.written_children();
+    object.edit_base().parent = {parent.id()};
+    object.written();
+}
+
+void Document::detach(std::span<ModelObject* const> objects)
+{
+    if (objects.empty())
+        return;
+    ModelObject& parent = *objects.front()->parent();
+    const ObjectKind& kind = *objects.front()->kind();
+    IdList& children = *kind.children(parent.edit_base());
+    if (objects.size() == 1) {
+        children.removeOne(ObjectRef{objects.front()->id()});
+    } else {
+        QSet<quint32> gone;
+        gone.reserve(qsizetype(objects.size()));
+        for (const ModelObject* object : objects)
+            gone.insert(object->id());
+        children.removeIf([&](ObjectRef child) { return gone.contains(child.id); });
+    }
+    for (ModelObject* object : objects)
+        object->edit_base().parent = {};
+    parent.written_children();
+    for (ModelObject* object : objects)
+        object->written();
+}
+
+void Document::reorder(ModelObject& parent, const ObjectKind& kind, const IdList& order)
+{
+    *kind.children(parent.edit_base()) = order;
+    parent.written_children();
+}
+
+/// Those that may have children of the kind, in the order in which these are saved.
+std::vector<ModelObject*> Document::parents_of(const ObjectKind& kind) const
+{
+    if (kind.fixed)
+        return {};
+    if (kind.container)
+        return {kind.container};
+    std::vector<ModelObject*> parents;
+    for (const ObjectKind& other : m_kinds) {
+        if (&other == &kind)
+            break; // Parents come before their children.
+        for (ModelObject* parent : objects_of(other)) {
+            if (!kind.children_of(parent->authored_state()))
+                break; // One of a kind stands for all.
+            parents.push_back(parent);
+        }
+    }
+    return parents;
+}
+
+std::vector<ModelObject*> Document::objects_of(const ObjectKind& kind) const
+{
+    if (kind.fixed)
+        return {kind.fixed};
+    std::vector<ModelObject*> found;
+    for (const ModelObject* parent : parents_of(kind))
+        each_child(*parent, kind, [&](ModelObject& object) { found.push_back(&object); });
+    return found;
+}
+
+std::vector<ModelObject*> Document::objects() const
+{
+    std::vector<ModelObject*> all;
+    for (const ObjectKind& kind : m_kinds) {
+        const auto some = objects_of(kind);
+        all.insert(all.end(), some.begin(), some.end());
+    }
+    return all;
+}
+
+// Whole contents ------------------------------------------------------------------------------------------------------
+
+SceneSnapshot Document::snapshot() const
+{
+    SceneSnapshot all;
+    all.next_id = state().next_id;
+    all.files = state().files;
+    for (const PackagePart& part : m_parts)
+        all.containers.push_back(part.container->m_state);
+    all.objects.resize(m_kinds.size());
+    for (std::size_t k = 0; k < m_kinds.size(); ++k) {
+        const ObjectKind& kind = m_kinds[k];
+        if (kind.fixed)
+            all.objects[k].push_back(kind.fixed->m_state);
+        for (const ModelObject* parent : parents_of(kind))
+            for (const ObjectRef child : *kind.children_of(*parent->m_state))
+                all.objects[k].push_back(find(child.id)->m_state);
+    }
+    return all;
+}
+
+SceneSnapshot Document::empty_scene() const
+{
+    SceneSnapshot empty;
+    for (const PackagePart& part : m_parts)
+        empty.containers.emplace_back(part.container->fresh_state());
+    empty.objects.resize(m_kinds.size());
+    for (std::size_t k = 0; k < m_kinds.size(); ++k)
+        if (m_kinds[k].fixed)
+            empty.objects[k].emplace_back(m_kinds[k].fixed->fresh_state());
+    return empty;
+}
+
+/// Makes the objects of states whose links are complete. That one came to hang on a container or a fixed object is
+/// recorded: without it, undo could not tell that the object is gone.
+void Document::make_objects(SceneSnapshot& content)
+{
+    std::vector<ModelObject*> made;
+    for (std::size_t k = 0; k < m_kinds.size(); ++k) {
+        if (m_kinds[k].fixed)
+            continue;
+        m_objects.reserve(m_objects.size() + qsizetype(content.objects[k].size()));
+        for (StatePtr& state : content.objects[k]) {
+            const ObjectRef parent = state->parent;
+            const bool hangs_on_permanent = m_permanent.contains(parent.id);
+            if (hangs_on_permanent)
+                SceneSnapshot::edit<ObjectState>(state).parent = {};
+            ModelObject* object = create(m_kinds[k], std::move(state)).get();
+            if (hangs_on_permanent)
+                object->edit_base().parent = parent;
+            made.push_back(object);
+        }
+    }
+    for (ModelObject* object : made)
+        object->refresh();
+}
+
+void Document::install(SceneSnapshot content)
+{
+    for (const ObjectKind& kind : m_kinds) {
+        for (ModelObject* parent : parents_of(kind)) {
+            // What hangs on objects goes with them.
+            if (!m_permanent.contains(parent->id()))
+                break;
+            std::vector<ModelObject*> children;
+            for (const ObjectRef child : *kind.children_of(parent->authored_state()))
+                children.push_back(find(child.id));
+            detach(children);
+        }
+    }
+    if (before_free)
+        before_free();
+    auto swap = std::make_unique<IndexSwap>(*this);
+    swap->exchange();
+    if (m_journal.recording())
+        m_journal.add_companion(std::move(swap));
+    else
+        ++m_generation;
+    swap.reset();
+
+    for (std::size_t i = 0; i < m_parts.size(); ++i) {
+        SceneSnapshot::edit<ObjectState>(content.containers[i]).id = m_parts[i].container->id();
+        m_parts[i].container->replace_state_quietly(content.containers[i]);
+    }
+    for (std::size_t k = 0; k < m_kinds.size(); ++k)
+        if (m_kinds[k].fixed)
+            m_kinds[k].fixed->replace_state_quietly(content.objects[k].front());
+    m_next_id = std::max(m_next_id, content.next_id);
+    m_root->write<DocumentState>([&](DocumentState& s) {
+        s.next_id = content.next_id;
+        s.files = content.files;
+    });
+    make_objects(content);
+    for (const auto& [id, object] : m_permanent)
+        object->refresh();
+    m_changes.touch_everything();
+}
+
+void Document::append(SceneSnapshot content)
+{
+    m_next_id = std::max(m_next_id, content.next_id);
+    m_root->write<DocumentState>([&](DocumentState& s) {
+        s.next_id = std::max(s.next_id, m_next_id);
+        s.files.insert(content.files);
+    });
+    for (std::size_t k = 0; k < m_kinds.size(); ++k) {
+        if (!m_kinds[k].container || content.objects[k].empty())
+            continue;
+        IdList& children = *m_kinds[k].children(m_kinds[k].container->edit_base());
+        for (StatePtr& state : content.objects[k]) {
+            SceneSnapshot::edit<ObjectState>(state).parent = {m_kinds[k].container->id()};
+            children.append(ObjectRef{state->id});
+        }
+    }
+    make_objects(content);
+    for (const PackagePart& part : m_parts)
+        part.container->written_children();
+}
+
+// Identifiers ---------------------------------------------------------------------------------------------------------
+
+quint32 Document::ids_left() const
+{
+    const quint32 next = std::max(m_next_id, state().next_id);
+    return next > max_id ? 0 : max_id - next + 1;
+}
+
+quint32 Document::take_id()
+{
+    if (ids_left() == 0)
+        return 0;
+    m_next_id = std::max(m_next_id, state().next_id);
+    const quint32 id = m_next_id++;
+    m_root->write<DocumentState>([this](DocumentState& s) { s.next_id = m_next_id; });
+    return id;
+}
+
+const DocumentState& Document::state() const
+{
+    return static_cast<const DocumentState&>(m_root->authored_state());
+}
+
+void Document::edit_files(const std::function<void(QMap<QString, QByteArray>&)>& change)
+{
+    m_root->write<DocumentState>([&](DocumentState& s) { change(s.files); });
+}
+
+void Document::forget_history()
+{
+    m_journal.clear();
+    m_next_id = state().next_id;
+    drop_unreachable();
+}
+
+/// A removed object is reached by its own entry in a step, or through its parents.
+void Document::drop_unreachable()
+{
+    QSet<const ModelObject*> kept;
+    m_journal.each_kept([&](ModelObject& object) { kept.insert(&object); });
+    const auto is_kept = [&](const ModelObject& object) {
+        for (const ModelObject* o = &object; o; o = o->parent())
+            if (o->m_is_root || kept.contains(o))
+                return true;
+        return false;
+    };
+    if (before_free)
+        before_free();
+    // All are asked before any goes: a child asks its parent.
+    std::vector<std::shared_ptr<ModelObject>> gone;
+    m_objects.removeIf([&](Index::iterator entry) {
+        if (is_kept(**entry))
+            return false;
+        gone.push_back(*entry);
+        return true;
+    });
+    if (!gone.empty())
+        ++m_generation;
+}
+
+void Document::clear_shown()
+{
+    const auto overlaid = std::exchange(m_overlaid, {});
+    for (ModelObject* object : overlaid)
+        object->drop_shown();
+    for (ModelObject* object : overlaid)
+        object->refresh();
+}
+
+} // namespace tarn

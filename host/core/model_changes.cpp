@@ -1,0 +1,85 @@
+#include "model_changes.h"
+
+#include "model_object.h"
+
+#include <QCoreApplication>
+
+#include <algorithm>
+#include <utility>
+
+namespace tarn {
+
+bool ModelChange::Object::was_added() const
+{
+    return before->parent.id == 0 && object->shown_state().parent.id != 0;
+}
+
+bool ModelChange::Object::was_removed() const
+{
+    return before->parent.id != 0 && object->shown_state().parent.id == 0;
+}
+
+bool ModelChange::Object::changed(const char* name) const
+{
+    const FieldBase* field = object->fields().find(name);
+    return field && !field->same(*before, object->shown_state());
+}
+
+void ModelChanges::add_listener(ModelListener* listener)
+{
+    m_listeners.push_back(listener);
+}
+
+void ModelChanges::remove_listener(ModelListener* listener)
+{
+    if (m_telling)
+        std::replace(m_listeners.begin(), m_listeners.end(), listener, static_cast<ModelListener*>(nullptr));
+    else
+        std::erase(m_listeners, listener);
+}
+
+void ModelChanges::touch(ModelObject& object, const StatePtr& before)
+{
+    if (std::exchange(object.m_touched_in, m_turn) == m_turn)
+        return;
+    m_pending.objects.push_back({&object, before});
+    schedule();
+}
+
+void ModelChanges::touch_everything()
+{
+    m_pending.everything = true;
+    schedule();
+}
+
+void ModelChanges::schedule()
+{
+    if (!std::exchange(m_scheduled, true) && QCoreApplication::instance())
+        QMetaObject::invokeMethod(&m_context, [this] { tell(); }, Qt::QueuedConnection);
+}
+
+void ModelChanges::forget(const ModelObject& object)
+{
+    if (object.m_touched_in == m_turn)
+        std::erase_if(m_pending.objects, [&](const ModelChange::Object& change) { return change.object == &object; });
+}
+
+void ModelChanges::tell()
+{
+    m_scheduled = false;
+    if (m_telling)
+        return schedule();
+    if (m_pending.objects.empty() && !m_pending.everything)
+        return;
+    const ModelChange change = std::exchange(m_pending, {});
+    ++m_turn;
+    m_telling = true;
+    // By index: a listener may add others.
+    for (std::size_t i = 0; i < m_listeners.size(); ++i)
+        if (m_listeners[i])
+            m_listeners[i]->model_changed(change);
+    m_telling = false;
+    std::erase(m_listeners, nullptr);
+}
+
+} // namespace tarn

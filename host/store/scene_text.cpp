@@ -1,0 +1,199 @@
+#include "scene_text.h"
+
+#include "core/field.h"
+#include "core/json_reader.h"
+#include "core/json_writer.h"
+#include "core/language.h"
+#include "core/model_object.h"
+
+#include <algorithm>
+
+namespace tarn {
+
+namespace {
+
+constexpr quint32 lowest_highest = 1; ///< the root dialog's id, which is never issued
+
+std::string_view view(const QByteArray& bytes)
+{
+    return {bytes.constData(), static_cast<std::size_t>(bytes.size())};
+}
+
+void write_list(JsonWriter& writer, const ObjectKind& kind, const std::vector<StatePtr>& states)
+{
+    writer.new_line();
+    writer.key(kind.key);
+    if (kind.fixed) {
+        write_state(*states.front(), writer);
+        return;
+    }
+    writer.begin_array();
+    for (const StatePtr& state : states) {
+        writer.new_line();
+        write_state(*state, writer);
+    }
+    writer.new_line();
+    writer.end_array();
+}
+
+Status twice(std::string_view key, const JsonCursor& place)
+{
+    return place.fail(lang(u"\"%1\" 出现了两次", u"\"%1\" appears twice")
+                          .arg(QString::fromUtf8(key.data(), qsizetype(key.size()))));
+}
+
+QString described(const ObjectKind& kind, const ObjectState& state)
+{
+    const FieldBase* name = state.fields().find("name");
+    const Value value = name ? name->get(state) : Value();
+    const auto* text = std::get_if<QString>(&value);
+    return QStringLiteral("%1 %2 (\"%3\")").arg(lang(kind.chinese, kind.english)).arg(state.id).arg(text ? *text : QString());
+}
+
+} // namespace
+
+QByteArray part_text(const Document& document, const PackagePart& part, const SceneSnapshot& scene,
+                     const std::function<void(JsonWriter&)>& write_more)
+{
+    const auto& parts = document.parts();
+    const auto place = std::find_if(parts.begin(), parts.end(),
+                                    [&](const PackagePart& other) { return other.container == part.container; });
+    const ObjectState& container = *scene.containers[std::size_t(place - parts.begin())];
+    JsonWriter writer;
+    writer.begin_object();
+    writer.new_line();
+    write_members(container, writer);
+    for (std::size_t k = 0; k < document.kinds().size(); ++k)
+        if (std::string_view(document.kinds()[k].part) == part.entry)
+            write_list(writer, document.kinds()[k], scene.objects[k]);
+    if (write_more)
+        write_more(writer);
+    for (const auto& [name, json] : container.unknown) {
+        writer.new_line();
+        writer.raw_member(name, view(json));
+    }
+    writer.new_line();
+    writer.end_object();
+    writer.text() += '\n';
+    return QByteArray::fromStdString(writer.text());
+}
+
+SceneReader::SceneReader(const Document& document) : m_document(document), m_highest(lowest_highest)
+{
+    for (const PackagePart& part : document.parts())
+        m_scene.containers.emplace_back(part.container->fresh_state());
+    m_scene.objects.resize(document.kinds().size());
+}
+
+Status SceneReader::claim_id(std::size_t kind, const ObjectState& state, const JsonCursor& place)
+{
+    if (state.id == 0 || state.id > Document::max_id)
+        return place.fail(lang(u"缺少有效的 \"id\"", u"a valid \"id\" is missing"));
+    if (m_by_id.contains(state.id))
+        return place.fail(lang(u"编号 %1 出现了两次", u"the id %1 appears twice").arg(state.id));
+    m_by_id.insert(state.id, {kind, m_scene.objects[kind].size()});
+    m_highest = std::max(m_highest, state.id);
+    return {};
+}
+
+Status SceneReader::read_object(std::size_t kind, JsonCursor& value)
+{
+    const ObjectKind& row = m_document.kinds()[kind];
+    int type = -1;
+    if (row.saves_type)
+        if (auto status = value.peek_int("type", type); !status)
+            return status;
+    const StatePtr state(row.fixed ? row.fixed->fresh_state() : row.make_state(type));
+    if (!state)
+        return value.fail(lang(u"未知的%1类型 %2", u"the %1 type %2 is unknown").arg(lang(row.chinese, row.english)).arg(type));
+    if (auto status = read_state(*state, value); !status)
+        return status;
+    if (row.fixed && state->id != row.fixed->id())
+        return value.fail(
+            lang(u"%1的编号是 %2", u"the id of the %1 is %2").arg(lang(row.chinese, row.english)).arg(row.fixed->id()));
+    if (auto status = claim_id(kind, *state, value); !status)
+        return status;
+    m_scene.objects[kind].push_back(state);
+    return {};
+}
+
+Status SceneReader::read(const PackagePart& part, QByteArray text, const ReadMore& read_more)
+{
+    const auto& parts = m_document.parts();
+    const auto place = std::find_if(parts.begin(), parts.end(),
+                                    [&](const PackagePart& other) { return other.container == part.container; });
+    ObjectState& container = *m_scene.containers[std::size_t(place - parts.begin())];
+    QSet<QByteArray> seen;
+    JsonText json(std::move(text), QLatin1String(part.entry));
+    return json.each_member([&](std::string_view key, JsonCursor& value) -> Status {
+        const QByteArray name(key.data(), qsizetype(key.size()));
+        if (seen.contains(name))
+            return twice(key, value);
+        seen.insert(name);
+        for (std::size_t k = 0; k < m_document.kinds().size(); ++k) {
+            const ObjectKind& kind = m_document.kinds()[k];
+            if (key != kind.key || std::string_view(kind.part) != part.entry)
+                continue;
+            return kind.fixed ? read_object(k, value)
+                              : value.each_element([&](JsonCursor& element) { return read_object(k, element); });
+        }
+        Status status;
+        if (read_more && read_more(key, value, status))
+            return status;
+        return read_member(container, key, value);
+    });
+}
+
+Status SceneReader::reserve_id(quint32 id)
+{
+    if (id > Document::max_id)
+        return Status::error(lang(u"编号 %1 无效。", u"%1 is no valid id.").arg(id));
+    m_highest = std::max(m_highest, id);
+    return {};
+}
+
+Status SceneReader::link(std::size_t kind, const StatePtr& state)
+{
+    const ObjectKind& row = m_document.kinds()[kind];
+    if (row.container) {
+        state->parent = {row.container->id()};
+        const auto& parts = m_document.parts();
+        for (std::size_t i = 0; i < parts.size(); ++i)
+            if (parts[i].container == row.container)
+                row.children(*m_scene.containers[i])->append(ObjectRef{state->id});
+        return {};
+    }
+    const auto found = m_by_id.constFind(state->parent.id);
+    IdList* children = found == m_by_id.constEnd() ? nullptr
+                                                   : row.children(*m_scene.objects[found->first][found->second]);
+    if (!children)
+        return Status::error(lang(u"%1：%2 所属的对象 %3 不存在。",
+                                  u"%1: %2 belongs to object %3, which does not exist.")
+                                 .arg(QLatin1String(row.part), described(row, *state))
+                                 .arg(state->parent.id));
+    children->append(ObjectRef{state->id});
+    return {};
+}
+
+Status SceneReader::finish(quint32 next_id)
+{
+    const auto& kinds = m_document.kinds();
+    for (std::size_t k = 0; k < kinds.size(); ++k) {
+        if (kinds[k].fixed && m_scene.objects[k].empty()) {
+            m_scene.objects[k].emplace_back(kinds[k].fixed->fresh_state());
+            m_by_id.insert(kinds[k].fixed->id(), {k, 0});
+        }
+    }
+    for (std::size_t k = 0; k < kinds.size(); ++k)
+        if (!kinds[k].fixed)
+            for (const StatePtr& state : m_scene.objects[k])
+                if (auto status = link(k, state); !status)
+                    return status;
+    // Nobody makes that many objects: it is not true, and would leave no ids for new ones.
+    if (next_id > Document::max_id / 2)
+        next_id = 0;
+    m_scene.next_id = std::max(next_id, m_highest + 1);
+    return {};
+}
+
+} // namespace tarn

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "core/document.h"
+#include "core/status.h"
+
+#include <QByteArray>
+#include <QHash>
+#include <QSet>
+
+#include <functional>
+
+namespace tarn {
+
+class JsonCursor;
+class JsonWriter;
+
+/// The text of one part of a scene: the fields of its container, then the objects of each kind, one a line, in the order
+/// of the table of kinds. `write_more` adds members that are no objects; members that nobody knew follow. Only tables of
+/// `document` are read, so a snapshot can be written in another thread.
+QByteArray part_text(const Document& document, const PackagePart& part, const SceneSnapshot& scene,
+                     const std::function<void(JsonWriter&)>& write_more = nullptr);
+
+/// Reads the texts of the parts of a scene into states that are linked to each other, but not part of the document. What
+/// is read counts as hostile.
+class SceneReader {
+public:
+    /// Reads a member that is no list of objects; false when it knows none of that name.
+    using ReadMore = std::function<bool(std::string_view key, JsonCursor& value, Status& status)>;
+
+    explicit SceneReader(const Document& document);
+
+    Status read(const PackagePart& part, QByteArray text, const ReadMore& read_more = nullptr);
+    /// An id that something else than an object names, and that is not issued again therefore. Fails when it cannot be one.
+    Status reserve_id(quint32 id);
+    /// Links what was read. `next_id` is what the package tells, 0 for nothing.
+    Status finish(quint32 next_id);
+    SceneSnapshot& scene() { return m_scene; }
+
+private:
+    struct Place; ///< where a list is read
+    Status read_object(std::size_t kind, JsonCursor& value);
+    Status claim_id(std::size_t kind, const ObjectState& state, const JsonCursor& place);
+    Status link(std::size_t kind, const StatePtr& state);
+
+    const Document& m_document;
+    SceneSnapshot m_scene;
+    QHash<quint32, std::pair<std::size_t, std::size_t>> m_by_id; ///< kind and place of the objects
+    quint32 m_highest;
+};
+
+} // namespace tarn
