@@ -1,23 +1,19 @@
 #include "gui_plug_scene.h"
 
-#include "aids_layer.h"
 #include "core/language.h"
-#include "create_tool.h"
 #include "engine/base_world.h"
 #include "gui_core/control_class.h"
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
-#include "gui_scene_editor.h"
 #include "package_reader.h"
 #include "package_writer.h"
 #include "picture_file.h"
 #include "picture_release.h"
-#include "play_tool.h"
 #include "scene_merge.h"
 #include "scene_overlay.h"
+#include "scene_tools.h"
 #include "script/gui_script_api.h"
 #include "script/scene_scripts.h"
-#include "select_tool.h"
 #include "store/pak_file.h"
 #include "tex_path_info.h"
 
@@ -57,12 +53,7 @@ void write_picture(const std::vector<tarn::ModelObject*>& objects, const char* n
 
 } // namespace
 
-CGuiPlugScene::CGuiPlugScene()
-    : m_core(m_journal),
-      m_editor(std::make_unique<tarn::GuiSceneEditor>(*this)),
-      m_aids(std::make_unique<tarn::AidsLayer>(*this)),
-      m_select_tool(std::make_unique<tarn::SelectTool>(*this)),
-      m_play_tool(std::make_unique<tarn::PlayTool>(m_core, [this] { m_runner.deliver(); }))
+CGuiPlugScene::CGuiPlugScene() : m_core(m_journal)
 {
     m_functions.on_changed = m_events.on_changed = [this] { m_journal.changed_outside(); };
 }
@@ -79,13 +70,18 @@ CGuiPlugScene::~CGuiPlugScene()
 
 tarn::SceneEditor& CGuiPlugScene::editor()
 {
-    return *m_editor;
+    return m_tools->editor();
+}
+
+void CGuiPlugScene::set_tools(std::unique_ptr<tarn::SceneTools> tools)
+{
+    m_tools = std::move(tools);
 }
 
 void CGuiPlugScene::on_world_created(CBaseWorld* world)
 {
     m_world = world;
-    world->set_default_mouse_tool(m_select_tool.get());
+    world->set_default_mouse_tool(&m_tools->select_tool());
     world->set_scene_functions(&m_functions, tarn::gui_script_api(*this));
     world->begin_edit = [this](const QString& name) { return begin_script_edit(name); };
     m_overlay = std::make_unique<tarn::SceneOverlay>(m_core);
@@ -293,7 +289,7 @@ void CGuiPlugScene::SetMTFunction(int kind, int type)
         m_create_tool.reset();
         return;
     }
-    auto tool = std::make_unique<tarn::CreateTool>(*this, kind == 1 ? tarn::CreateTool::dialog : type);
+    auto tool = m_tools->create_tool(kind == 1 ? tarn::SceneTools::new_dialog : type);
     m_world->set_mouse_tool(tool.get());
     m_create_tool = std::move(tool);
 }
@@ -317,7 +313,7 @@ void CGuiPlugScene::play(bool on)
     if (on)
         m_runner.begin();
     if (m_world)
-        m_world->set_mouse_tool(on ? m_play_tool.get() : m_select_tool.get());
+        m_world->set_mouse_tool(on ? &m_tools->play_tool() : &m_tools->select_tool());
 }
 
 void CGuiPlugScene::advance(double now)

@@ -2,7 +2,6 @@
 
 #include "gui_core/dxut_edit_box.h"
 #include "gui_core/gui_painter.h"
-#include "gui_scene/create_tool.h"
 
 #include <QPainter>
 

@@ -5,10 +5,12 @@
 #include <QPointF>
 
 class CDXUTDialog;
-class CGuiPlugScene;
+class CGuiCore;
 class QPainter;
 
 namespace tarn {
+
+class AidsLayer;
 
 /// Snapping for the length of one drag: what there is to snap to is collected at its beginning.
 class SnapSession {
@@ -17,8 +19,8 @@ public:
 
     /// To the controls of `home` that are shown, and to its client area; null `home`: to the dialogs, in the same way,
     /// and to the screen. What is selected does not snap to itself.
-    SnapSession(CGuiPlugScene& scene, const CDXUTDialog* home, Of what);
-    static SnapSession for_selection(CGuiPlugScene& scene);
+    SnapSession(const CGuiCore& core, const AidsLayer& aids, const CDXUTDialog* home, Of what);
+    static SnapSession for_selection(const CGuiCore& core, const AidsLayer& aids);
 
     /// How far a frame has to move for one of these places of it to meet something, each axis on its own; zero where
     /// nothing is near, while Ctrl is held, and while snapping is switched off.
@@ -34,7 +36,8 @@ private:
     void add_places();
     void paint_alignments(QPainter& painter, const QRectF& frame) const;
 
-    CGuiPlugScene& m_scene;
+    const CGuiCore& m_core;
+    const AidsLayer& m_aids;
     SnapAxis m_x;
     SnapAxis m_y;
     std::vector<QRectF> m_others;

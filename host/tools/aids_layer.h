@@ -7,7 +7,7 @@
 
 #include <optional>
 
-class CGuiPlugScene;
+class CGuiCore;
 
 namespace tarn {
 
@@ -21,7 +21,7 @@ struct Guide {
 /// the core's view aids are switched on.
 class AidsLayer {
 public:
-    explicit AidsLayer(CGuiPlugScene& scene) : m_scene(scene) {}
+    explicit AidsLayer(const CGuiCore& core) : m_core(core) {}
 
     /// The mouse did something in a view, whatever the tool makes of it.
     void follow(const MouseEvent& event);
@@ -52,7 +52,7 @@ public:
     void paint_rulers(QPainter& painter);
 
 private:
-    CGuiPlugScene& m_scene;
+    const CGuiCore& m_core;
     QPointF m_mouse{-1, -1};
     double m_pixel = 1;
     std::optional<Guide> m_dragged;

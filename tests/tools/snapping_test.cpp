@@ -1,5 +1,5 @@
-#include "gui_scene/ruler_scale.h"
-#include "gui_scene/snapping.h"
+#include "tools/ruler_scale.h"
+#include "tools/snapping.h"
 
 #include <gtest/gtest.h>
 

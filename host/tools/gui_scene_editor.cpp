@@ -7,7 +7,7 @@
 #include "core/language.h"
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
-#include "gui_plug_scene.h"
+#include "gui_scene/gui_plug_scene.h"
 #include "selection_edit.h"
 
 #include <QClipboard>
@@ -103,7 +103,7 @@ std::vector<EditCommand> GuiSceneEditor::commands() const
 std::vector<EditCommand> GuiSceneEditor::context_commands(QPointF place)
 {
     const CGuiCore& core = m_scene.gui_core();
-    if (!core.selection().editing || m_scene.mouse_function() != 0 || m_scene.aids().on_ruler(place))
+    if (!core.selection().editing || m_scene.mouse_function() != 0 || m_aids.on_ruler(place))
         return {};
     const auto targets = targets_at(core, place);
     // A dialog that is selected does not keep its controls from being reached.
@@ -179,7 +179,7 @@ Status GuiSceneEditor::run(int command)
 
 std::optional<EditableText> GuiSceneEditor::text_at(QPointF place)
 {
-    return m_scene.aids().on_ruler(place) ? std::nullopt : editable_text_at(m_scene, place);
+    return m_aids.on_ruler(place) ? std::nullopt : editable_text_at(m_scene, place);
 }
 
 } // namespace tarn

@@ -1,7 +1,7 @@
 #include "aids_layer.h"
 
 #include "gui_core/dxut_dialog.h"
-#include "gui_plug_scene.h"
+#include "gui_core/gui_core.h"
 #include "selection_overlay.h"
 
 #include <QPainter>
@@ -45,23 +45,23 @@ void AidsLayer::follow(const MouseEvent& event)
 
 bool AidsLayer::shows_rulers() const
 {
-    return m_scene.gui_core().view_aids().ruler && m_scene.gui_core().selection().editing;
+    return m_core.view_aids().ruler && m_core.selection().editing;
 }
 
 bool AidsLayer::shows_guides() const
 {
-    return m_scene.gui_core().view_aids().guide_lines && m_scene.gui_core().selection().editing;
+    return m_core.view_aids().guide_lines && m_core.selection().editing;
 }
 
 RulerScale AidsLayer::x_scale() const
 {
-    const CDXUTDialog* dialog = counted_dialog(m_scene.gui_core());
+    const CDXUTDialog* dialog = counted_dialog(m_core);
     return dialog ? RulerScale{dialog->client_rect().x(), dialog->scale_x()} : RulerScale();
 }
 
 RulerScale AidsLayer::y_scale() const
 {
-    const CDXUTDialog* dialog = counted_dialog(m_scene.gui_core());
+    const CDXUTDialog* dialog = counted_dialog(m_core);
     return dialog ? RulerScale{dialog->client_rect().y(), dialog->scale_y()} : RulerScale();
 }
 
@@ -89,7 +89,7 @@ std::optional<Guide> AidsLayer::guide_from_ruler(QPointF place) const
 
 bool AidsLayer::drops_guide(Qt::Orientation lines, QPointF place) const
 {
-    const bool inside = QRectF(QPointF(), m_scene.gui_core().screen_size()).contains(place);
+    const bool inside = QRectF(QPointF(), m_core.screen_size()).contains(place);
     return !inside || (shows_rulers() && across(lines, place) < RulerPainter::thickness * m_pixel);
 }
 
@@ -100,7 +100,7 @@ std::optional<Guide> AidsLayer::guide_at(QPointF place) const
     std::optional<Guide> nearest;
     double least = guide_reach * m_pixel;
     for (const Qt::Orientation lines : {Qt::Vertical, Qt::Horizontal}) {
-        for (const quint32 guide : m_scene.gui_core().guides(lines)) {
+        for (const quint32 guide : m_core.guides(lines)) {
             const double distance = std::abs(across(lines, place) - (guide + 0.5));
             if (distance > least)
                 continue;
@@ -115,10 +115,10 @@ void AidsLayer::paint_guides(QPainter& painter) const
 {
     if (!shows_guides())
         return;
-    const QSize screen = m_scene.gui_core().screen_size();
+    const QSize screen = m_core.screen_size();
     for (const Qt::Orientation lines : {Qt::Vertical, Qt::Horizontal}) {
         const auto end = quint32(lines == Qt::Vertical ? screen.width() : screen.height());
-        for (const quint32 guide : m_scene.gui_core().guides(lines))
+        for (const quint32 guide : m_core.guides(lines))
             if (guide < end && !(m_dragged && m_dragged->lines == lines && m_dragged->place == guide))
                 paint_guide(painter, lines, guide);
     }
@@ -128,8 +128,7 @@ void AidsLayer::paint_rulers(QPainter& painter)
 {
     if (!shows_rulers())
         return;
-    const CGuiCore& core = m_scene.gui_core();
-    m_rulers.paint(painter, {core.screen_size(), x_scale(), y_scale(), selected_frame(core), m_mouse});
+    m_rulers.paint(painter, {m_core.screen_size(), x_scale(), y_scale(), selected_frame(m_core), m_mouse});
 }
 
 } // namespace tarn

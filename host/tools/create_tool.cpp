@@ -7,7 +7,8 @@
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
 #include "gui_core/gui_input.h"
-#include "gui_plug_scene.h"
+#include "gui_scene/gui_plug_scene.h"
+#include "gui_scene/scene_tools.h"
 #include "selection_overlay.h"
 
 #include <QPainter>
@@ -59,26 +60,27 @@ QPointF CreateTool::snapped(const MouseEvent& event)
 void CreateTool::begin(const MouseEvent& event)
 {
     m_press = whole(event.place);
-    m_snap.emplace(m_scene, m_type == dialog ? nullptr : home(), SnapSession::Of::NewObject);
+    m_snap.emplace(m_scene.gui_core(), m_aids, m_type == SceneTools::new_dialog ? nullptr : home(),
+                   SnapSession::Of::NewObject);
     m_start = m_end = snapped(event);
     m_modifiers = event.modifiers;
 }
 
 bool CreateTool::mouse(const MouseEvent& event)
 {
-    m_scene.aids().follow(event);
+    m_aids.follow(event);
     if (event.kind == MouseEvent::Kind::Press && event.button == Qt::LeftButton) {
         begin(event);
         return true;
     }
     if (!m_start)
-        return m_scene.aids().shows_rulers();
+        return m_aids.shows_rulers();
     m_end = snapped(event);
     m_modifiers = event.modifiers;
     if (event.kind == MouseEvent::Kind::Release) {
         QRectF drawn = frame();
         if (drawn.width() < click_reach && drawn.height() < click_reach)
-            drawn.setSize(m_type == dialog ? dialog_size : QSizeF(control_class(m_type)->default_size));
+            drawn.setSize(m_type == SceneTools::new_dialog ? dialog_size : QSizeF(control_class(m_type)->default_size));
         create(QRectF(drawn.topLeft(), drawn.size().expandedTo(QSizeF(smallest, smallest)))); // Destroys this tool.
         return true;
     }
@@ -92,9 +94,9 @@ void CreateTool::create(const QRectF& drawn)
     CBaseWorld* world = m_scene.world();
     {
         const UserAction action(core.journal(),
-                                m_type == dialog ? lang(u"创建窗口", u"Create Dialog")
-                                                 : lang(u"创建控件", u"Create Control"));
-        if (m_type == dialog) {
+                                m_type == SceneTools::new_dialog ? lang(u"创建窗口", u"Create Dialog")
+                                                                 : lang(u"创建控件", u"Create Control"));
+        if (m_type == SceneTools::new_dialog) {
             // The frame that was drawn is the whole dialog: the caption bar is part of it.
             if (CDXUTDialog* made = core.create_dialog(drawn.toRect())) {
                 const int caption = qRound(made->caption_rect().height());
@@ -130,20 +132,20 @@ bool CreateTool::key(int key, Qt::KeyboardModifiers)
 
 void CreateTool::paint(QPainter& painter)
 {
-    m_scene.aids().paint_guides(painter);
+    m_aids.paint_guides(painter);
     if (m_start)
         paint_drawing(painter);
-    m_scene.aids().paint_rulers(painter);
+    m_aids.paint_rulers(painter);
 }
 
 void CreateTool::paint_drawing(QPainter& painter) const
 {
-    if (m_type != dialog && !home()->is_root())
+    if (m_type != SceneTools::new_dialog && !home()->is_root())
         paint_frames(painter, {home()->client_rect()});
     m_snap->paint(painter, frame());
-    QString title = m_type == dialog ? lang(u"窗口", u"Dialog") : GetControlTypeName(m_type);
-    if (m_scene.aids().shows_rulers())
-        title += QStringLiteral("  ") + m_scene.aids().place_text(frame().topLeft());
+    QString title = m_type == SceneTools::new_dialog ? lang(u"窗口", u"Dialog") : GetControlTypeName(m_type);
+    if (m_aids.shows_rulers())
+        title += QStringLiteral("  ") + m_aids.place_text(frame().topLeft());
     paint_rubber_frame(painter, frame(), title);
 }
 

@@ -1,6 +1,6 @@
 #include "mouse_fixture.h"
 
-#include "gui_scene/selection_overlay.h"
+#include "tools/selection_overlay.h"
 
 #include <QImage>
 #include <QPainter>

@@ -3,8 +3,8 @@
 #include "mouse_fixture.h"
 
 #include "core/language.h"
-#include "gui_scene/aids_layer.h"
-#include "gui_scene/selection_overlay.h"
+#include "tools/aids_layer.h"
+#include "tools/selection_overlay.h"
 
 #include <QImage>
 #include <QPainter>
@@ -192,7 +192,7 @@ TEST_F(AidsTest, read_outs_count_from_the_screen_or_the_current_dialog)
 {
     CDXUTDialog* d = home();
     core().SelectControl(button(d, {20, 20, 60, 20}), false);
-    const AidsLayer& aids = m_scene.aids();
+    const AidsLayer aids(core());
     EXPECT_EQ(aids.place_text({120, 144}), u"X 120  Y 144"_s);
     core().view_aids().coordinate_display = 1;
     EXPECT_EQ(aids.place_text({120, 144}), u"X 20  Y 20"_s);

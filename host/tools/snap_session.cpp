@@ -3,7 +3,7 @@
 #include "aids_layer.h"
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
-#include "gui_plug_scene.h"
+#include "gui_core/gui_core.h"
 #include "selection_overlay.h"
 
 #include <QPainter>
@@ -25,29 +25,29 @@ std::array<double, 3> places(double low, double high)
 
 } // namespace
 
-SnapSession::SnapSession(CGuiPlugScene& scene, const CDXUTDialog* home, Of what) : m_scene(scene)
+SnapSession::SnapSession(const CGuiCore& core, const AidsLayer& aids, const CDXUTDialog* home, Of what)
+    : m_core(core), m_aids(aids)
 {
-    if (!scene.gui_core().view_aids().snap)
+    if (!core.view_aids().snap)
         return;
     collect(home, what);
     add_places();
 }
 
-SnapSession SnapSession::for_selection(CGuiPlugScene& scene)
+SnapSession SnapSession::for_selection(const CGuiCore& core, const AidsLayer& aids)
 {
-    const SelectionRecord& selection = scene.gui_core().selection();
-    return {scene, selection.controls_selected ? selection.current_dialog : nullptr, Of::Selection};
+    const SelectionRecord& selection = core.selection();
+    return {core, aids, selection.controls_selected ? selection.current_dialog : nullptr, Of::Selection};
 }
 
 void SnapSession::collect(const CDXUTDialog* home, Of what)
 {
-    const CGuiCore& core = m_scene.gui_core();
-    const auto counts = [&, &selection = core.selection()](const auto* object) {
+    const auto counts = [&, &selection = m_core.selection()](const auto* object) {
         return object->GetVisible() && !(what == Of::Selection && selection.contains(object));
     };
     if (!home) {
-        m_home = QRectF(QPointF(), core.screen_size());
-        for (const CDXUTDialog* dialog : core.GetDialogs())
+        m_home = QRectF(QPointF(), m_core.screen_size());
+        for (const CDXUTDialog* dialog : m_core.GetDialogs())
             if (counts(dialog))
                 m_others.push_back(dialog->outer_rect());
         return;
@@ -69,10 +69,10 @@ void SnapSession::add_places()
     for (const QRectF& other : m_others)
         add(other);
     add(m_home);
-    if (m_scene.aids().shows_guides()) {
-        for (const quint32 guide : m_scene.gui_core().guides(Qt::Vertical))
+    if (m_aids.shows_guides()) {
+        for (const quint32 guide : m_core.guides(Qt::Vertical))
             m_x.add_guide(guide);
-        for (const quint32 guide : m_scene.gui_core().guides(Qt::Horizontal))
+        for (const quint32 guide : m_core.guides(Qt::Horizontal))
             m_y.add_guide(guide);
     }
     m_x.set_grid(m_home.left(), grid_step * m_unit.x());
@@ -83,10 +83,10 @@ void SnapSession::add_places()
 
 QPointF SnapSession::pull(std::span<const double> x, std::span<const double> y, Qt::KeyboardModifiers modifiers)
 {
-    m_active = m_scene.gui_core().view_aids().snap && !modifiers.testFlag(Qt::ControlModifier);
+    m_active = m_core.view_aids().snap && !modifiers.testFlag(Qt::ControlModifier);
     if (!m_active)
         return {};
-    const double reach = snap_reach * m_scene.aids().pixel();
+    const double reach = snap_reach * m_aids.pixel();
     const auto hit_x = m_x.nearest(x, reach);
     const auto hit_y = m_y.nearest(y, reach);
     return {hit_x ? hit_x->offset : 0, hit_y ? hit_y->offset : 0};

@@ -16,7 +16,7 @@ namespace tarn {
 /// is not held.
 class PlaceGesture : public Gesture {
 public:
-    explicit PlaceGesture(CGuiPlugScene& scene, QPointF start);
+    PlaceGesture(CGuiPlugScene& scene, const AidsLayer& aids, QPointF start);
 
     void drag(QPointF place, Qt::KeyboardModifiers modifiers) override;
     void finish() override;
@@ -27,6 +27,7 @@ protected:
     virtual void change(QPointF offset, Qt::KeyboardModifiers modifiers) = 0;
 
     CGuiPlugScene& m_scene;
+    const AidsLayer& m_aids;
     SelectionPlaces m_places;
     QRectF m_frame; ///< of what is dragged, on the screen, before the drag
     std::optional<SnapSession> m_snap;
@@ -51,7 +52,7 @@ private:
 /// Resizes the selected objects by a handle of their common frame. Shift keeps the ratio, Alt the centre.
 class ResizeGesture : public PlaceGesture {
 public:
-    ResizeGesture(CGuiPlugScene& scene, QPointF start, Handle handle);
+    ResizeGesture(CGuiPlugScene& scene, const AidsLayer& aids, QPointF start, Handle handle);
 
     void begin() override;
     void paint(QPainter& painter) const override;

@@ -2,7 +2,7 @@
 
 #include "aids_layer.h"
 #include "gui_core/dxut_dialog.h"
-#include "gui_plug_scene.h"
+#include "gui_scene/gui_plug_scene.h"
 #include "guide_gesture.h"
 #include "marquee_gesture.h"
 #include "place_gestures.h"
@@ -39,7 +39,7 @@ QPointF arrow_step(int key)
 
 } // namespace
 
-SelectTool::SelectTool(CGuiPlugScene& scene) : m_scene(scene) {}
+SelectTool::SelectTool(CGuiPlugScene& scene, AidsLayer& aids) : m_scene(scene), m_aids(aids) {}
 
 SelectTool::~SelectTool() = default;
 
@@ -47,7 +47,7 @@ bool SelectTool::mouse(const MouseEvent& event)
 {
     if (!m_scene.gui_core().selection().editing)
         return false;
-    m_scene.aids().follow(event);
+    m_aids.follow(event);
     const bool pressed = event.kind == MouseEvent::Kind::Press || event.kind == MouseEvent::Kind::DoubleClick;
     if (pressed && event.button == Qt::LeftButton)
         press(event);
@@ -70,14 +70,14 @@ void SelectTool::press(const MouseEvent& event)
     m_click = Click::Nothing;
     m_picked = {};
     if (const auto guide = guide_under(event.place)) {
-        m_gesture = std::make_unique<GuideGesture>(m_scene, *guide);
+        m_gesture = std::make_unique<GuideGesture>(m_scene, m_aids, *guide);
         m_last_click.reset();
         return;
     }
-    if (m_scene.aids().on_ruler(event.place))
+    if (m_aids.on_ruler(event.place))
         return;
     if (const int handle = handle_under(event.place); handle >= 0) {
-        m_gesture = std::make_unique<ResizeGesture>(m_scene, event.place, Handle(handle));
+        m_gesture = std::make_unique<ResizeGesture>(m_scene, m_aids, event.place, Handle(handle));
         m_last_click.reset();
         return;
     }
@@ -90,17 +90,16 @@ void SelectTool::press(const MouseEvent& event)
 
 int SelectTool::handle_under(QPointF place) const
 {
-    return handle_at(resizable_frame(m_scene.gui_core()), place, m_scene.aids().pixel());
+    return handle_at(resizable_frame(m_scene.gui_core()), place, m_aids.pixel());
 }
 
 /// The guide line that a press takes hold of. What is selected comes first, so that a guide beneath does not keep it
 /// from being dragged away.
 std::optional<Guide> SelectTool::guide_under(QPointF place) const
 {
-    const AidsLayer& aids = m_scene.aids();
-    if (aids.on_ruler(place))
-        return aids.guide_from_ruler(place);
-    const auto guide = aids.guide_at(place);
+    if (m_aids.on_ruler(place))
+        return m_aids.guide_from_ruler(place);
+    const auto guide = m_aids.guide_at(place);
     if (!guide || handle_under(place) >= 0)
         return {};
     const auto targets = targets_at(m_scene.gui_core(), place);
@@ -142,7 +141,7 @@ void SelectTool::press_target(const MouseEvent& event, const std::vector<Target>
     } else {
         select(m_scene, m_picked, false);
     }
-    m_gesture = std::make_unique<MoveGesture>(m_scene, event.place);
+    m_gesture = std::make_unique<MoveGesture>(m_scene, m_aids, event.place);
 }
 
 void SelectTool::drag(const MouseEvent& event)
@@ -221,7 +220,7 @@ void SelectTool::update_cursor(QPointF place)
         m_cursor = GuideGesture::guide_cursor(guide->lines);
         return;
     }
-    if (m_scene.aids().on_ruler(place))
+    if (m_aids.on_ruler(place))
         return;
     if (const int handle = handle_under(place); handle >= 0) {
         m_cursor = handle_cursor(Handle(handle));
@@ -234,11 +233,11 @@ void SelectTool::update_cursor(QPointF place)
 
 void SelectTool::paint(QPainter& painter)
 {
-    m_scene.aids().paint_guides(painter);
+    m_aids.paint_guides(painter);
     paint_selection(painter, m_scene.gui_core());
     if (m_dragging)
         m_gesture->paint(painter);
-    m_scene.aids().paint_rulers(painter);
+    m_aids.paint_rulers(painter);
 }
 
 } // namespace tarn

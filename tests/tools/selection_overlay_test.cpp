@@ -1,4 +1,4 @@
-#include "gui_scene/selection_overlay.h"
+#include "tools/selection_overlay.h"
 
 #include <QImage>
 #include <QPainter>

@@ -1,7 +1,8 @@
 // The functions by which the host loads this plug-in.
 
 #include "engine/plug_dll_man.h"
-#include "gui_plug_scene.h"
+#include "gui_scene/gui_plug_scene.h"
+#include "gui_tools.h"
 
 #include <QtGlobal>
 
@@ -13,6 +14,13 @@ CGuiPlugScene* main_object = nullptr;
 
 constexpr wchar_t description[] = L"TARN-GUI-SCENE";
 
+CGuiPlugScene* make_scene()
+{
+    auto* scene = new CGuiPlugScene;
+    scene->set_tools(std::make_unique<tarn::GuiTools>(*scene));
+    return scene;
+}
+
 } // namespace
 
 extern "C" {
@@ -20,7 +28,7 @@ extern "C" {
 Q_DECL_EXPORT CPlugInfo* g_create_main_object()
 {
     if (!main_object)
-        main_object = new (std::nothrow) CGuiPlugScene;
+        main_object = make_scene();
     return main_object;
 }
 

@@ -1,7 +1,7 @@
 #include "mouse_fixture.h"
 
-#include "gui_scene/hit_test.h"
-#include "gui_scene/selection_edit.h"
+#include "tools/hit_test.h"
+#include "tools/selection_edit.h"
 
 using namespace tarn;
 using namespace tarn::test;

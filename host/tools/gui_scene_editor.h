@@ -8,10 +8,12 @@ class CGuiPlugScene;
 
 namespace tarn {
 
+class AidsLayer;
+
 /// The commands that edit the interface: they work on what is selected.
 class GuiSceneEditor : public SceneEditor {
 public:
-    explicit GuiSceneEditor(CGuiPlugScene& scene) : m_scene(scene) {}
+    GuiSceneEditor(CGuiPlugScene& scene, const AidsLayer& aids) : m_scene(scene), m_aids(aids) {}
 
     /// Numbers of the commands; a menu answers them.
     enum Command : int {
@@ -41,6 +43,7 @@ private:
     bool can_paste() const;
 
     CGuiPlugScene& m_scene;
+    const AidsLayer& m_aids;
     mutable std::optional<bool> m_can_paste; ///< none until asked for since the clipboard changed
     mutable QObject m_clipboard_listener;
 };

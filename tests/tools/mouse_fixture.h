@@ -2,7 +2,7 @@
 
 #include "support/scene_fixture.h"
 
-#include "gui_scene/gui_scene_editor.h"
+#include "tools/gui_scene_editor.h"
 
 namespace tarn::test {
 

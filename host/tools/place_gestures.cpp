@@ -4,7 +4,7 @@
 #include "core/language.h"
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
-#include "gui_plug_scene.h"
+#include "gui_scene/gui_plug_scene.h"
 #include "selection_edit.h"
 
 #include <array>
@@ -36,19 +36,19 @@ QRectF current_rect(const CGuiCore& core)
 }
 
 /// Where the current object stands, as the rulers count while they are shown. A dialog's own corner tells nothing of it.
-QString place_text(CGuiPlugScene& scene)
+QString place_text(const CGuiCore& core, const AidsLayer& aids)
 {
-    const SelectionRecord& selection = scene.gui_core().selection();
-    if (scene.aids().shows_rulers() && selection.controls_selected && selection.current_control)
-        return scene.aids().place_text(selection.current_control->screen_rect().topLeft());
-    const QRectF rect = current_rect(scene.gui_core());
+    const SelectionRecord& selection = core.selection();
+    if (aids.shows_rulers() && selection.controls_selected && selection.current_control)
+        return aids.place_text(selection.current_control->screen_rect().topLeft());
+    const QRectF rect = current_rect(core);
     return QStringLiteral("X %1  Y %2").arg(qRound(rect.x())).arg(qRound(rect.y()));
 }
 
 } // namespace
 
-PlaceGesture::PlaceGesture(CGuiPlugScene& scene, QPointF start)
-    : m_scene(scene), m_places(scene.gui_core()), m_start(start)
+PlaceGesture::PlaceGesture(CGuiPlugScene& scene, const AidsLayer& aids, QPointF start)
+    : m_scene(scene), m_aids(aids), m_places(scene.gui_core()), m_start(start)
 {
 }
 
@@ -57,7 +57,7 @@ void PlaceGesture::begin_step(const QString& name)
     // The selection may have changed since the press, by a key for example.
     m_places = SelectionPlaces(m_scene.gui_core());
     m_frame = m_places.frame();
-    m_snap.emplace(SnapSession::for_selection(m_scene));
+    m_snap.emplace(SnapSession::for_selection(m_scene.gui_core(), m_aids));
     m_action.emplace(m_scene.journal(), name);
 }
 
@@ -96,11 +96,11 @@ void MoveGesture::paint(QPainter& painter) const
         return;
     const QRectF frame = SelectionPlaces(m_scene.gui_core()).frame();
     m_snap->paint(painter, frame);
-    paint_label(painter, frame, place_text(m_scene));
+    paint_label(painter, frame, place_text(m_scene.gui_core(), m_aids));
 }
 
-ResizeGesture::ResizeGesture(CGuiPlugScene& scene, QPointF start, Handle handle)
-    : PlaceGesture(scene, start), m_handle(handle)
+ResizeGesture::ResizeGesture(CGuiPlugScene& scene, const AidsLayer& aids, QPointF start, Handle handle)
+    : PlaceGesture(scene, aids, start), m_handle(handle)
 {
 }
 
@@ -141,7 +141,8 @@ void ResizeGesture::paint(QPainter& painter) const
     const SelectionRecord& selection = m_scene.gui_core().selection();
     const bool several = selection.controls_selected && selection.controls.size() > 1;
     m_snap->paint(painter, frame);
-    const QString place = m_scene.aids().shows_rulers() ? place_text(m_scene) + QStringLiteral("  ") : QString();
+    const QString place = m_aids.shows_rulers() ? place_text(m_scene.gui_core(), m_aids) + QStringLiteral("  ")
+                                                : QString();
     paint_label(painter, frame, place + size_text(several ? frame.size() : current_rect(m_scene.gui_core()).size()));
 }
 

@@ -2,7 +2,7 @@
 
 #include "core/language.h"
 #include "engine/base_world.h"
-#include "gui_plug_scene.h"
+#include "gui_scene/gui_plug_scene.h"
 #include "selection_overlay.h"
 
 #include <algorithm>
@@ -12,19 +12,19 @@ namespace tarn {
 
 GuideGesture::~GuideGesture()
 {
-    m_scene.aids().set_dragged({});
+    m_aids.set_dragged({});
 }
 
 void GuideGesture::begin()
 {
-    m_scene.aids().set_dragged(m_guide);
+    m_aids.set_dragged(m_guide);
 }
 
 void GuideGesture::drag(QPointF place, Qt::KeyboardModifiers)
 {
     m_mouse = place;
     m_wanted.reset();
-    if (!m_scene.aids().drops_guide(m_guide.lines, place))
+    if (!m_aids.drops_guide(m_guide.lines, place))
         m_wanted = quint32(std::floor(m_guide.lines == Qt::Vertical ? place.x() : place.y()));
     m_scene.world()->update_all_views();
 }
@@ -59,7 +59,7 @@ void GuideGesture::paint(QPainter& painter) const
     }
     paint_guide(painter, m_guide.lines, *m_wanted);
     const bool vertical = m_guide.lines == Qt::Vertical;
-    const RulerScale scale = vertical ? m_scene.aids().x_scale() : m_scene.aids().y_scale();
+    const RulerScale scale = vertical ? m_aids.x_scale() : m_aids.y_scale();
     paint_label(painter, {m_mouse, QSizeF()},
                 QStringLiteral("%1 %2")
                     .arg(vertical ? QLatin1Char('X') : QLatin1Char('Y'))

@@ -1,7 +1,7 @@
 #include "mouse_fixture.h"
 
-#include "gui_scene/control_clipboard.h"
-#include "gui_scene/control_commands.h"
+#include "tools/control_clipboard.h"
+#include "tools/control_commands.h"
 
 using namespace tarn;
 using namespace tarn::test;

@@ -16,10 +16,8 @@ namespace tarn {
 /// the object is made the scene goes back to selecting.
 class CreateTool : public MouseTool {
 public:
-    static constexpr int dialog = -1;
-
-    /// `type` is the control type to make, or `dialog`.
-    CreateTool(CGuiPlugScene& scene, int type) : m_scene(scene), m_type(type) {}
+    /// `type` is the control type to make, or SceneTools::new_dialog.
+    CreateTool(CGuiPlugScene& scene, AidsLayer& aids, int type) : m_scene(scene), m_aids(aids), m_type(type) {}
 
     bool mouse(const MouseEvent& event) override;
     bool key(int key, Qt::KeyboardModifiers modifiers) override;
@@ -37,6 +35,7 @@ private:
     void create(const QRectF& drawn);
 
     CGuiPlugScene& m_scene;
+    AidsLayer& m_aids;
     int m_type;
     std::optional<QPointF> m_press;    ///< where the mouse went down
     std::optional<QPointF> m_start;    ///< where the drawing begins, which may have snapped; none between drawings

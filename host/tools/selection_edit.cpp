@@ -3,7 +3,7 @@
 #include "engine/base_world.h"
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
-#include "gui_plug_scene.h"
+#include "gui_scene/gui_plug_scene.h"
 
 namespace tarn {
 

@@ -10,6 +10,7 @@ class CGuiPlugScene;
 
 namespace tarn {
 
+class AidsLayer;
 class Gesture;
 struct Guide;
 
@@ -17,7 +18,7 @@ struct Guide;
 /// One drag is one step of undo; Escape drops it.
 class SelectTool : public MouseTool {
 public:
-    explicit SelectTool(CGuiPlugScene& scene);
+    SelectTool(CGuiPlugScene& scene, AidsLayer& aids);
     ~SelectTool() override;
 
     bool mouse(const MouseEvent& event) override;
@@ -41,6 +42,7 @@ private:
     void update_cursor(QPointF place);
 
     CGuiPlugScene& m_scene;
+    AidsLayer& m_aids;
     std::unique_ptr<Gesture> m_gesture; ///< what a drag does; null while the button is up
     bool m_dragging = false;
     QPointF m_press_place;
