@@ -2,8 +2,7 @@
 
 #include "core/model_object.h"
 #include "dialog_state.h"
-#include "skin.h"
-#include "text_cache.h"
+#include "draw_slot.h"
 
 #include <QRect>
 #include <QRectF>
@@ -16,7 +15,6 @@ class CGuiCore;
 
 namespace tarn {
 
-struct DrawContext;
 struct SelectionRecord;
 
 /// From places in a client area to the screen; taken once where there are many of them.
@@ -100,7 +98,6 @@ public:
     /// `order` holds the present controls, from the lowest layer to the top one.
     void reorder_controls(const QList<CDXUTControl*>& order);
 
-    void draw(tarn::DrawContext& context) const;
     /// Everything of the dialog is drawn inside it, controls that stick out included; it may be larger than that.
     const QRectF& drawn_bounds() const { return m_last_bounds; }
 
@@ -111,6 +108,7 @@ public:
     void state_changed() override;
 
     const tarn::DialogState& dialog_state() const { return state<tarn::DialogState>(); }
+    tarn::DrawSlot& draw_slot() const { return m_draw_slot; }
 
 private:
     friend class CGuiCore;
@@ -130,7 +128,6 @@ private:
     /// Drops all listed controls that no longer belong to the dialog; `count` of them.
     void drop_unlinked(qsizetype count);
     bool move_control(CDXUTControl* control, int layer);
-    void draw_caption(tarn::DrawContext& context, tarn::VisualState state) const;
 
     CGuiCore& m_core;
     bool m_attached = false;
@@ -140,5 +137,5 @@ private:
     QList<CDXUTControl*> m_known_controls; ///< the list that the core's index was made from
     std::vector<CDXUTControl*> m_added_controls; ///< and those that were put into the dialog since
     bool m_controls_edited = false;              ///< since then, even if undo brought that very list back
-    mutable tarn::TextCache m_caption_text;
+    mutable tarn::DrawSlot m_draw_slot;
 };

@@ -2,6 +2,7 @@
 
 #include "dxut_control.h"
 #include "dxut_dialog.h"
+#include "texture_name.h"
 
 #include <algorithm>
 #include <iterator>
@@ -200,7 +201,7 @@ void CGuiCore::clear()
 void CGuiCore::forget_history()
 {
     journal().clear();
-    m_textures.clear();
+    m_draw_slot.reset();
     ensure_index();
     // All are asked before any goes: a control asks its dialog.
     const auto gone = std::stable_partition(m_pool.begin(), m_pool.end(),
@@ -347,13 +348,6 @@ bool CGuiCore::move_guide(Qt::Orientation lines, std::optional<quint32> from, st
     auto& s = edit<CoreState>();
     (lines == Qt::Vertical ? s.vertical_guides : s.horizontal_guides) = wanted;
     return true;
-}
-
-QImage CGuiCore::texture(const QString& name, QSize shown) const
-{
-    const auto& files = core_state().files;
-    const auto encoded = files.find(tarn::texture_entry(name));
-    return encoded == files.end() ? QImage() : m_textures.image(name, *encoded, shown);
 }
 
 void CGuiCore::set_texture(const QString& name, const QByteArray& encoded)

@@ -4,6 +4,7 @@
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
 #include "gui_core/gui_core.h"
+#include "gui_core/texture_name.h"
 #include "script/config_scene.h"
 
 #include <QJsonArray>

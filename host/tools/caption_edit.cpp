@@ -3,7 +3,7 @@
 #include "core/language.h"
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
-#include "gui_core/text_cache.h"
+#include "gui_core/interface_font.h"
 #include "gui_scene/gui_plug_scene.h"
 #include "selection_edit.h"
 
@@ -49,7 +49,7 @@ Qt::Alignment alignment_of(const ModelObject& object)
 
 QFont font_of(qint64 size, double scale, bool bold)
 {
-    return interface_font(std::max(least_font, qRound(double(size > 0 ? size : Skin::font_size) * scale)), bold);
+    return interface_font(std::max(least_font, qRound(double(size > 0 ? size : default_font_size) * scale)), bold);
 }
 
 std::optional<EditableText> text_of(CGuiPlugScene& scene, CDXUTControl& control)

@@ -7,6 +7,7 @@
 #include "core/language.h"
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
+#include "gui_core/texture_name.h"
 #include "gui_scene/gui_plug_scene.h"
 #include "gui_scene/picture_names.h"
 #include "store/pak_rules.h"

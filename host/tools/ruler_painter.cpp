@@ -1,6 +1,6 @@
 #include "ruler_painter.h"
 
-#include "gui_core/text_cache.h"
+#include "gui_core/interface_font.h"
 #include "selection_overlay.h"
 
 #include <QFontMetricsF>

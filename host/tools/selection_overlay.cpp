@@ -3,7 +3,7 @@
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
 #include "gui_core/gui_core.h"
-#include "gui_core/text_cache.h"
+#include "gui_core/interface_font.h"
 #include "hit_test.h"
 #include "merged_outlines.h"
 #include "screen_rects.h"

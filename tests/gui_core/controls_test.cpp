@@ -1,5 +1,6 @@
 #include "support/gui_fixture.h"
 
+#include "gui_core/control_style.h"
 #include "gui_core/dxut_button_st.h"
 #include "gui_core/dxut_combo_box.h"
 #include "gui_core/dxut_edit_box.h"
@@ -11,14 +12,12 @@
 #include "gui_core/dxut_scroll_bar.h"
 #include "gui_core/dxut_slider.h"
 #include "gui_core/gui_input.h"
-#include "gui_core/gui_painter.h"
 #include "gui_core/scroll_geometry.h"
 #include "gui_core/swf_header.h"
 
 #include <QClipboard>
 #include <QElapsedTimer>
 #include <QGuiApplication>
-#include <QPainter>
 #include <QtEndian>
 
 namespace tarn::test {
@@ -317,31 +316,19 @@ TEST(SwfHeader, costs_the_same_however_long_the_movie_is)
     EXPECT_LT(timer.elapsed(), 500);
 }
 
-TEST_F(ControlsTest, every_type_draws_itself_at_any_size)
+TEST_F(ControlsTest, looks_of_its_own_hold_no_more_than_there_are_slots_and_end_with_what_was_chosen)
 {
-    GuiPainter painter;
-    for (const ControlClass& row : control_classes()) {
-        for (const QSizeF size :
-             {QSizeF(row.default_size), QSizeF(0, 0), QSizeF(1, 1), QSizeF(3, 200), QSizeF(300, 3)}) {
-            CDXUTControl* made = m_core.create_control(row.type, m_home, QRectF(QPointF(50, 50), size));
-            ASSERT_NE(made, nullptr) << row.class_name;
-            QImage before(400, 300, QImage::Format_ARGB32_Premultiplied);
-            before.fill(Qt::transparent);
-            QImage after = before;
-            made->SetVisible(false);
-            {
-                QPainter on_before(&before);
-                painter.paint(on_before, m_core, QRectF(0, 0, 400, 300), 1);
-            }
-            made->SetVisible(true);
-            {
-                QPainter on_after(&after);
-                painter.paint(on_after, m_core, QRectF(0, 0, 400, 300), 1);
-            }
-            EXPECT_TRUE(size != QSizeF(row.default_size) || before != after) << row.class_name << " draws nothing";
-            m_core.remove_control(made);
-        }
-    }
+    CDXUTControl* b = button(m_home, {20, 20, 100, 60});
+    ASSERT_TRUE(set(*b, "style_colors", NumberList(100, 7)).ok());
+    EXPECT_EQ(std::get<NumberList>(get(*b, "style_colors")).size(), style_slot_count);
+    ASSERT_TRUE(set(*b, "style_images", QStringList{u"a.png"_s, QString(), QString()}).ok());
+    EXPECT_EQ(std::get<QStringList>(get(*b, "style_images")), QStringList{u"a.png"_s});
+    ASSERT_TRUE(set(*b, "style_colors", NumberList{0, 0}).ok());
+    ASSERT_TRUE(set(*b, "style_images", QStringList()).ok());
+    EXPECT_FALSE(b->has_style());
+    EXPECT_FALSE(b->set_style_color(style_slot_count, 5));
+    EXPECT_FALSE(b->set_style_color(-1, 5));
+    EXPECT_FALSE(b->set_style_text_color(VisualState::Hidden, 5));
 }
 
 } // namespace

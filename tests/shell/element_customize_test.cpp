@@ -5,6 +5,7 @@
 #include "design/pop_dlg_color.h"
 #include "editor_fixture.h"
 #include "gui_core/control_style.h"
+#include "gui_core/interface_font.h"
 #include "support/files.h"
 #include "widgets/button_st.h"
 #include "widgets/color_swatch.h"
@@ -178,7 +179,7 @@ TEST_F(ElementCustomize, TheFontIsWrittenAndShown)
     click(id_bold);
     click(id_italic);
     auto& size = at<CSuperEdit>(id_size);
-    EXPECT_EQ(size.get_pos(), Skin::font_size) << "the style's";
+    EXPECT_EQ(size.get_pos(), default_font_size) << "the style's";
     size.set_pos(31);
     Q_EMIT size.text_changed_by_user(31);
     m_first->set_font_family(u"No Such Font"_s);
@@ -222,7 +223,7 @@ TEST_F(ElementCustomize, EachVisitToANumberIsAStepOfUndo)
     EXPECT_EQ(at<CSuperEdit>(id_size).get_pos(), 30);
     EXPECT_TRUE(m_scene->journal().undo());
     m_page.update_ui(ui_full_refresh);
-    EXPECT_EQ(at<CSuperEdit>(id_size).get_pos(), Skin::font_size);
+    EXPECT_EQ(at<CSuperEdit>(id_size).get_pos(), default_font_size);
 }
 
 TEST_F(ElementCustomize, OnlyWhatAppliesToTheTypeCanBeUsed)

@@ -1,27 +1,20 @@
 #pragma once
 
+#include "kept_drawing.h"
+
 #include <QByteArray>
 #include <QCache>
 #include <QImage>
 #include <QSize>
 #include <QString>
 
-#include <functional>
+class CGuiCore;
 
 namespace tarn {
 
-/// The package entry that holds the picture `name`.
-inline QString texture_entry(const QString& name)
-{
-    return QStringLiteral("textures/") + name;
-}
-
-/// A name like `taken`, "folder/name-2.png", for which `is_free` holds.
-QString free_picture_name(const QString& taken, const std::function<bool(const QString&)>& is_free);
-
 /// Decoded pictures of a scene; those not asked for the longest go when all of them take more than `budget` bytes. The
 /// encoded bytes belong to the scene's state; a picture whose bytes were exchanged is decoded anew.
-class TextureCache {
+class TextureCache : public DrawCache {
 public:
     explicit TextureCache(qsizetype budget = 256 * 1024 * 1024) : m_pictures(budget) {}
 
@@ -29,7 +22,6 @@ public:
     /// fraction of its pixels when `shown`, the device pixels that it is drawn into, are as few; an invalid size asks
     /// for all of them.
     QImage image(const QString& name, const QByteArray& encoded, QSize shown = {});
-    void clear() { m_pictures.clear(); }
     qsizetype bytes() const { return m_pictures.totalCost(); }
 
     static constexpr int max_side = 8192; ///< pixels
@@ -45,5 +37,9 @@ private:
 
     QCache<QString, Picture> m_pictures;
 };
+
+/// A picture of the scene, decoded; null when there is none of that name or it cannot be read. With `shown`, the device
+/// pixels that it is drawn into, a large one may come with fewer pixels than it has.
+QImage texture(const CGuiCore& core, const QString& name, QSize shown = {});
 
 } // namespace tarn

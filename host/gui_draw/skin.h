@@ -1,45 +1,12 @@
 #pragma once
 
+#include "gui_core/look.h"
+
 #include <QImage>
 #include <QMargins>
 #include <QRect>
 
 namespace tarn {
-
-/// How a control or a part of a dialog looks at the moment.
-enum class VisualState { Normal, Hover, Pressed, Disabled, Focused, Hidden };
-
-/// The pictures of the skin, by the rows of its sheet.
-enum class Element {
-    Button,
-    CheckBox,
-    CheckMark,
-    Caption,
-    Frame,
-    CloseButton,
-    MinimizeButton,
-    RestoreButton,
-    RadioButton,
-    RadioDot,
-    ComboBox,
-    DropArrow,
-    Field,
-    SelectedRow,
-    SliderTrack,
-    SliderThumb,
-    ScrollTrack,
-    ScrollThumb,
-    // the sheet's last row holds pictures without states
-    ProgressFrame,
-    ProgressFill,
-    InfoPanel,
-    Bubble,
-    PicturePlaceholder,
-    MoviePlaceholder,
-    MapPlaceholder,
-    CameraPlaceholder,
-    White,
-};
 
 /// Where an element's picture is in the atlas, in sheet units, and how it fills an area: as nine slices with fixed
 /// edges, or (an icon) scaled as a whole.
@@ -64,7 +31,6 @@ public:
     static ElementPicture picture(Element element, VisualState state);
     /// The colour of a text in this state, ARGB; `text_color` is the author's choice, 0 for none.
     static quint32 text_color(VisualState state, quint32 text_color);
-    static constexpr int font_size = 14; ///< pixels
 
 private:
     QImage m_atlas;

@@ -3,7 +3,7 @@
 #include "gui_core/control_style.h"
 
 #include "gui_core/control_class.h"
-#include "gui_core/gui_painter.h"
+#include "gui_draw/gui_painter.h"
 #include "support/gui_fixture.h"
 
 #include <QPainter>
@@ -134,19 +134,4 @@ TEST_F(ControlStyleTest, text_follows_its_state_and_font_on_every_type_that_show
         EXPECT_NE(picture(), italic) << row.class_name;
         m_core.remove_control(control);
     }
-}
-
-TEST_F(ControlStyleTest, lists_hold_no_more_than_there_are_slots_and_end_with_what_was_chosen)
-{
-    CDXUTControl* b = add(DXUT_CONTROL_BUTTON);
-    ASSERT_TRUE(set(*b, "style_colors", NumberList(100, 7)).ok());
-    EXPECT_EQ(std::get<NumberList>(get(*b, "style_colors")).size(), style_slot_count);
-    ASSERT_TRUE(set(*b, "style_images", QStringList{u"a.png"_s, QString(), QString()}).ok());
-    EXPECT_EQ(std::get<QStringList>(get(*b, "style_images")), QStringList{u"a.png"_s});
-    ASSERT_TRUE(set(*b, "style_colors", NumberList{0, 0}).ok());
-    ASSERT_TRUE(set(*b, "style_images", QStringList()).ok());
-    EXPECT_FALSE(b->has_style());
-    EXPECT_FALSE(b->set_style_color(style_slot_count, 5));
-    EXPECT_FALSE(b->set_style_color(-1, 5));
-    EXPECT_FALSE(b->set_style_text_color(VisualState::Hidden, 5));
 }

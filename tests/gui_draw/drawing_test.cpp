@@ -1,5 +1,7 @@
-#include "gui_core/gui_painter.h"
+#include "gui_draw/gui_painter.h"
 
+#include "gui_core/control_class.h"
+#include "gui_draw/texture_cache.h"
 #include "support/gui_fixture.h"
 
 #include <QElapsedTimer>
@@ -76,6 +78,18 @@ protected:
 TEST_F(DrawingTest, an_empty_interface_draws_nothing)
 {
     EXPECT_TRUE(is_blank(picture()));
+}
+
+TEST_F(DrawingTest, every_type_of_control_is_drawn_at_any_size)
+{
+    for (const ControlClass& row : control_classes()) {
+        for (const QSizeF size :
+             {QSizeF(row.default_size), QSizeF(0, 0), QSizeF(1, 1), QSizeF(3, 200), QSizeF(300, 3)}) {
+            CDXUTControl* made = m_core.create_control(row.type, m_core.GetRootDialog(), QRectF(QPointF(50, 50), size));
+            EXPECT_TRUE(size != QSizeF(row.default_size) || !is_blank(picture())) << row.class_name;
+            m_core.remove_control(made);
+        }
+    }
 }
 
 TEST_F(DrawingTest, every_state_of_a_control_looks_different)
@@ -161,10 +175,10 @@ TEST_F(DrawingTest, decoded_pictures_keep_to_a_budget_and_go_with_their_scene)
     EXPECT_FALSE(cache.image(u"large"_s, png(Qt::red, {100, 100})).isNull()) << "larger than the budget";
 
     m_core.set_texture(u"red.png"_s, png(Qt::red));
-    const qint64 decoded = m_core.texture(u"red.png"_s).cacheKey();
-    EXPECT_EQ(m_core.texture(u"red.png"_s).cacheKey(), decoded);
+    const qint64 decoded = texture(m_core, u"red.png"_s).cacheKey();
+    EXPECT_EQ(texture(m_core, u"red.png"_s).cacheKey(), decoded);
     m_core.forget_history();
-    EXPECT_NE(m_core.texture(u"red.png"_s).cacheKey(), decoded);
+    EXPECT_NE(texture(m_core, u"red.png"_s).cacheKey(), decoded);
 }
 
 TEST_F(DrawingTest, a_large_picture_is_kept_as_large_as_it_is_shown)
@@ -180,10 +194,10 @@ TEST_F(DrawingTest, a_large_picture_is_kept_as_large_as_it_is_shown)
     auto* p = control<CDXUTPicture>(m_core.GetRootDialog(), DXUT_CONTROL_PICTURE, {40, 40, 60, 60});
     p->set_image(u"photo.png"_s);
     EXPECT_EQ(picture().pixel(42, 42), 0xffff0000u);
-    EXPECT_LT(m_core.texture(u"photo.png"_s, {1, 1}).width(), 200);
+    EXPECT_LT(texture(m_core, u"photo.png"_s, {1, 1}).width(), 200);
     ASSERT_TRUE(set(*p, "stretch", false).ok());
     EXPECT_EQ(picture().pixel(98, 98), 0xffff0000u);
-    EXPECT_EQ(m_core.texture(u"photo.png"_s, {1, 1}).width(), 2400) << "not stretched, all of its pixels count";
+    EXPECT_EQ(texture(m_core, u"photo.png"_s, {1, 1}).width(), 2400) << "not stretched, all of its pixels count";
 }
 
 TEST_F(DrawingTest, an_element_too_large_to_be_kept_looks_as_if_it_were)

@@ -1,7 +1,9 @@
 #include "texture_cache.h"
 
+#include "gui_core/gui_core.h"
+#include "gui_core/texture_name.h"
+
 #include <QBuffer>
-#include <QFileInfo>
 #include <QImageReader>
 
 #include <algorithm>
@@ -26,18 +28,6 @@ int halvings_for(QSize size, QSize shown)
 }
 
 } // namespace
-
-QString free_picture_name(const QString& taken, const std::function<bool(const QString&)>& is_free)
-{
-    const QFileInfo info(taken);
-    const QString folder = info.path() == QLatin1String(".") ? QString() : info.path() + QLatin1Char('/');
-    const QString suffix = info.suffix().isEmpty() ? QString() : QLatin1Char('.') + info.suffix();
-    for (int i = 2;; ++i) {
-        const QString name = folder + info.completeBaseName() + QLatin1Char('-') + QString::number(i) + suffix;
-        if (is_free(name))
-            return name;
-    }
-}
 
 TextureCache::Picture TextureCache::decode(const QByteArray& encoded, QSize shown)
 {
@@ -68,6 +58,13 @@ QImage TextureCache::image(const QString& name, const QByteArray& encoded, QSize
     const QImage image = decoded->image;
     m_pictures.insert(name, decoded.release(), image.sizeInBytes());
     return image;
+}
+
+QImage texture(const CGuiCore& core, const QString& name, QSize shown)
+{
+    const auto& files = core.core_state().files;
+    const auto encoded = files.find(texture_entry(name));
+    return encoded == files.end() ? QImage() : kept_in<TextureCache>(core.draw_slot()).image(name, *encoded, shown);
 }
 
 } // namespace tarn

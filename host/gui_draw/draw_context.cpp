@@ -1,8 +1,9 @@
 #include "draw_context.h"
 
-#include "control_style.h"
-#include "dxut_control.h"
-#include "gui_core.h"
+#include "gui_core/control_style.h"
+#include "gui_core/dxut_control.h"
+#include "gui_core/gui_core.h"
+#include "texture_cache.h"
 
 #include <QPainter>
 
@@ -23,7 +24,7 @@ void DrawContext::draw_element(Element element, VisualState state, const QRectF&
 QImage DrawContext::texture(const QString& name, QSizeF size) const
 {
     const QSizeF pixels = (size * scale).boundedTo(QSizeF(TextureCache::max_side, TextureCache::max_side));
-    return core.texture(name, {int(std::ceil(pixels.width())), int(std::ceil(pixels.height()))});
+    return tarn::texture(core, name, {int(std::ceil(pixels.width())), int(std::ceil(pixels.height()))});
 }
 
 ElementChoice DrawContext::choice_of(Element element, QSizeF size) const

@@ -1,4 +1,4 @@
-#include "gui_core/text_cache.h"
+#include "gui_draw/text_cache.h"
 
 #include <QImage>
 #include <QPainter>

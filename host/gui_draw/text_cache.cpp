@@ -15,18 +15,6 @@ constexpr QPointF shadow_offset(1, 1); ///< pixels
 
 } // namespace
 
-QFont interface_font(int pixel_size, bool bold, const QString& family, bool italic)
-{
-    QStringList families{QStringLiteral("Noto Sans"), QStringLiteral("Noto Sans CJK SC")};
-    if (!family.isEmpty())
-        families.prepend(family);
-    QFont font(families);
-    font.setItalic(italic);
-    font.setPixelSize(qMax(1, pixel_size));
-    font.setBold(bold);
-    return font;
-}
-
 bool TextLook::lays_out_like(const TextLook& other) const
 {
     return font_size == other.font_size && bold == other.bold && italic == other.italic
@@ -34,36 +22,35 @@ bool TextLook::lays_out_like(const TextLook& other) const
         && word_wrap == other.word_wrap && family == other.family;
 }
 
-std::unique_ptr<TextCache::Layout> TextCache::prepared(const QSizeF& area, const QString& text, const TextLook& look)
+void TextCache::lay_out(const QSizeF& area, const QString& text, const TextLook& look)
 {
-    auto layout = std::make_unique<Layout>();
-    layout->area = area;
-    layout->source = text;
-    layout->look = look;
-    layout->font = interface_font(look.font_size, look.bold, look.family, look.italic);
+    Layout& layout = m_layout.emplace();
+    layout.area = area;
+    layout.source = text;
+    layout.look = look;
+    layout.font = interface_font(look.font_size, look.bold, look.family, look.italic);
     static constexpr Qt::Alignment horizontal[] = {Qt::AlignLeft, Qt::AlignHCenter, Qt::AlignRight};
     const bool one_line = !look.word_wrap && !text.contains(QLatin1Char('\n'));
     QTextOption option(horizontal[qBound(0, look.horizontal_align, 2)]);
     option.setWrapMode(look.word_wrap ? QTextOption::WrapAtWordBoundaryOrAnywhere : QTextOption::NoWrap);
-    layout->text.setTextFormat(Qt::PlainText);
-    layout->text.setTextOption(option);
-    layout->text.setPerformanceHint(QStaticText::AggressiveCaching);
+    layout.text.setTextFormat(Qt::PlainText);
+    layout.text.setTextOption(option);
+    layout.text.setPerformanceHint(QStaticText::AggressiveCaching);
     if (one_line) {
-        const QFontMetricsF metrics(layout->font);
-        layout->text.setTextWidth(-1);
-        layout->text.setText(metrics.elidedText(text, Qt::ElideRight, area.width()));
+        const QFontMetricsF metrics(layout.font);
+        layout.text.setTextWidth(-1);
+        layout.text.setText(metrics.elidedText(text, Qt::ElideRight, area.width()));
     } else {
-        layout->text.setTextWidth(area.width());
-        layout->text.setText(QString(text).replace(QLatin1Char('\n'), QChar::LineSeparator));
+        layout.text.setTextWidth(area.width());
+        layout.text.setText(QString(text).replace(QLatin1Char('\n'), QChar::LineSeparator));
     }
-    layout->text.prepare({}, layout->font);
-    const QSizeF size = layout->text.size();
+    layout.text.prepare({}, layout.font);
+    const QSizeF size = layout.text.size();
     const double spare_x = one_line ? area.width() - size.width() : 0;
     const double spare_y = area.height() - size.height();
-    layout->offset = {std::round(spare_x * look.horizontal_align / 2.0),
-                      std::round(spare_y * look.vertical_align / 2.0)};
-    layout->overflows = spare_y < 0 || size.width() > area.width() + 0.5;
-    return layout;
+    layout.offset = {std::round(spare_x * look.horizontal_align / 2.0),
+                     std::round(spare_y * look.vertical_align / 2.0)};
+    layout.overflows = spare_y < 0 || size.width() > area.width() + 0.5;
 }
 
 void TextCache::Layout::draw(QPainter& painter, QPointF place, TextPicture::Ink ink) const
@@ -92,7 +79,7 @@ void TextCache::draw(QPainter& painter, const QRectF& area, const QString& text,
     const bool is_ready = m_layout && area.size() == m_layout->area && look.lays_out_like(m_layout->look)
         && text == m_layout->source;
     if (!is_ready)
-        m_layout = prepared(area.size(), text, look);
+        lay_out(area.size(), text, look);
     const QPointF place = area.topLeft() + m_layout->offset;
     const TextPicture::Ink ink{look.color, look.shadow};
     if (m_layout->overflows) {

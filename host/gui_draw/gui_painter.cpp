@@ -1,9 +1,10 @@
 #include "gui_painter.h"
 
+#include "control_drawing.h"
 #include "draw_context.h"
-#include "dxut_control.h"
-#include "dxut_dialog.h"
-#include "gui_core.h"
+#include "gui_core/dxut_control.h"
+#include "gui_core/dxut_dialog.h"
+#include "gui_core/gui_core.h"
 
 #include <QPainter>
 
@@ -17,7 +18,7 @@ void draw_rotated(const CDXUTControl& control, DrawContext& context, const QRect
         return;
     context.painter.save();
     context.painter.setTransform(control.rotation_transform(), true);
-    control.draw(context, control.rect());
+    draw_control(context, control, control.rect());
     context.painter.restore();
 }
 
@@ -39,7 +40,7 @@ void GuiPainter::paint(QPainter& painter, const CGuiCore& core, const QRectF& cl
         painter.translate(popup->dialog()->client_rect().topLeft());
         painter.scale(popup->dialog()->scale_x(), popup->dialog()->scale_y());
         DrawContext context{painter, m_elements, core, scale, false, popup->has_extras() ? popup : nullptr};
-        popup->draw_popup(context);
+        draw_popup(context, *popup);
     }
     painter.restore();
 }
@@ -51,7 +52,7 @@ void GuiPainter::paint_dialog(QPainter& painter, const CGuiCore& core, const CDX
         return;
     DrawContext context{painter, m_elements, core, scale, core.selection().editing, nullptr};
     if (dialog.outer_rect().intersects(clip))
-        dialog.draw(context);
+        draw_dialog(context, dialog);
     if (dialog.minimized())
         return;
     const QPointF origin = dialog.client_rect().topLeft();
@@ -70,7 +71,7 @@ void GuiPainter::paint_dialog(QPainter& painter, const CGuiCore& core, const CDX
         if (control->is_rotated())
             draw_rotated(*control, context, visible);
         else if (const QRectF area = control->rect(); area.intersects(visible))
-            control->draw(context, area);
+            draw_control(context, *control, area);
     }
     painter.restore();
 }

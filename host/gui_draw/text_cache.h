@@ -1,14 +1,15 @@
 #pragma once
 
+#include "gui_core/interface_font.h"
+#include "kept_drawing.h"
 #include "text_picture.h"
 
-#include <QFont>
 #include <QPointF>
 #include <QSizeF>
 #include <QStaticText>
 #include <QString>
 
-#include <memory>
+#include <optional>
 
 class QPainter;
 
@@ -17,7 +18,7 @@ namespace tarn {
 /// How a text stands in its area.
 struct TextLook {
     quint32 color = 0xffffffff;
-    int font_size = 14; ///< pixels
+    int font_size = default_font_size; ///< pixels
     bool bold = false;
     int horizontal_align = 0; ///< 0 left, 1 centre, 2 right
     int vertical_align = 0;   ///< 0 top, 1 middle, 2 bottom
@@ -33,7 +34,7 @@ struct TextLook {
 /// A text laid out once and drawn many times, for as long as it, its look and the size of its area stay the same: what
 /// only moves costs nothing. What does not fit is cut at the area's edge; a single line that is too
 /// long ends in an ellipsis.
-class TextCache {
+class TextCache : public DrawCache {
 public:
     void draw(QPainter& painter, const QRectF& area, const QString& text, const TextLook& look);
 
@@ -51,14 +52,9 @@ private:
         void draw(QPainter& painter, QPointF place, TextPicture::Ink ink) const;
         QRectF extent() const;
     };
-    static std::unique_ptr<Layout> prepared(const QSizeF& area, const QString& text, const TextLook& look);
+    void lay_out(const QSizeF& area, const QString& text, const TextLook& look);
 
-    /// Apart from the object that owns the cache: most texts of a large scene are never drawn, and whoever walks the
-    /// objects should not have to step over it.
-    std::unique_ptr<Layout> m_layout;
+    std::optional<Layout> m_layout; ///< none until it is drawn
 };
-
-/// The font in which interfaces are drawn; `family` comes before the usual ones.
-QFont interface_font(int pixel_size, bool bold, const QString& family = {}, bool italic = false);
 
 } // namespace tarn
