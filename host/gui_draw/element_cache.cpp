@@ -126,33 +126,29 @@ void ElementCache::draw(QPainter& painter, QPoint corner, Element element, Visua
     const QRect part = QRectF(shown.topLeft() * scale, shown.size() * scale).toAlignedRect();
     if (part.isEmpty())
         return;
-    const Key key{element, state, size, choice.picture.cacheKey(), choice.tint};
-    painter.drawImage(corner + QPointF(part.topLeft()) / scale, compose(key, scale, choice.picture, part));
+    const Key key{element, state, size, choice.picture.cacheKey(), choice.tint, scale};
+    painter.drawImage(corner + QPointF(part.topLeft()) / scale, compose(key, choice.picture, part));
 }
 
 const QImage& ElementCache::image(Element element, VisualState state, QSize size, double scale,
                                   const ElementChoice& choice)
 {
-    if (scale != m_scale) {
-        m_images.clear();
-        m_scale = scale;
-    }
-    const Key key{element, state, size.expandedTo(QSize(1, 1)), choice.picture.cacheKey(), choice.tint};
+    const Key key{element, state, size.expandedTo(QSize(1, 1)), choice.picture.cacheKey(), choice.tint, scale};
     if (const QImage* known = m_images.object(key))
         return *known;
-    auto* composed = new QImage(compose(key, scale, choice.picture, QRect(QPoint(), device_size(key.size, scale))));
+    auto* composed = new QImage(compose(key, choice.picture, QRect(QPoint(), device_size(key.size, scale))));
     // The cache destroys what is larger than itself at once; hold the cost below that.
     m_images.insert(key, composed, std::min<qsizetype>(composed->sizeInBytes(), cache_bytes));
     return *composed;
 }
 
-QImage ElementCache::compose(const Key& key, double scale, const QImage& own, const QRect& part) const
+QImage ElementCache::compose(const Key& key, const QImage& own, const QRect& part) const
 {
     QImage image(part.size(), QImage::Format_ARGB32_Premultiplied);
-    image.setDevicePixelRatio(scale);
+    image.setDevicePixelRatio(key.scale);
     image.fill(Qt::transparent);
     QPainter painter(&image);
-    painter.translate(-QPointF(part.topLeft()) / scale);
+    painter.translate(-QPointF(part.topLeft()) / key.scale);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     const Source from = own.isNull() ? skin_source(m_skin, key.element, key.state) : own_source(own, key.element);
     if (from.picture.icon)

@@ -17,8 +17,9 @@ struct ElementChoice {
     quint32 tint = 0; ///< ARGB; 0 for none
 };
 
-/// Element pictures composed to the sizes in which they are drawn. Controls of one look and size share one picture, so
-/// that drawing a control costs one blit instead of nine scaled ones.
+/// Element pictures composed to the sizes and scales in which they are drawn. Controls of one look and size share one
+/// picture, so that drawing a control costs one blit instead of nine scaled ones. Those not asked for the longest go when
+/// all of them take too much memory.
 class ElementCache {
 public:
     explicit ElementCache(const Skin& skin);
@@ -37,18 +38,18 @@ private:
         QSize size;
         qint64 picture; ///< QImage::cacheKey() of the author's
         quint32 tint;
+        double scale;
         bool operator==(const Key&) const = default;
     };
     friend size_t qHash(const Key& key, size_t seed)
     {
         return qHashMulti(seed, int(key.element), int(key.state), key.size.width(), key.size.height(), key.picture,
-                          key.tint);
+                          key.tint, key.scale);
     }
     /// The `part` (device pixels) of the picture.
-    QImage compose(const Key& key, double scale, const QImage& own, const QRect& part) const;
+    QImage compose(const Key& key, const QImage& own, const QRect& part) const;
 
     const Skin& m_skin;
-    double m_scale = 0;
     QCache<Key, QImage> m_images;
 };
 
