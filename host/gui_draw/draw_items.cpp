@@ -68,8 +68,7 @@ void draw_combo_box(DrawContext& context, const CDXUTComboBox& combo_box, const 
     context.draw_element(Element::ComboBox, look, area);
     context.draw_element(Element::DropArrow, look, arrow.adjusted(4, 4, -4, -4));
     kept_in<ItemTexts>(combo_box.draw_slot())
-        .chosen.draw(context.painter, area.adjusted(8, 0, -side, 0), combo_box.GetSelectedItem(),
-                     text_look(combo_box));
+        .chosen.draw(context.painter, area.adjusted(8, 0, -side, 0), combo_box.GetSelectedItem(), text_look(combo_box));
 }
 
 void draw_combo_list(DrawContext& context, const CDXUTComboBox& combo_box)

@@ -1,4 +1,4 @@
-#include "editor_fixture.h"
+#include "support/editor_fixture.h"
 
 #include "gui_scene/package_writer.h"
 #include "manager/report_list_dialog.h"
@@ -52,7 +52,7 @@ protected:
     }
 };
 
-TEST_F(DialogManager, ListsTheTopLayerFirstAndFollowsTheCurrentDialog)
+TEST_F(DialogManager, lists_the_top_layer_first_and_follows_the_current_dialog)
 {
     EXPECT_EQ(list().get_binded_ptr(0), core().GetDialogs().last());
     select_row(2);
@@ -62,7 +62,7 @@ TEST_F(DialogManager, ListsTheTopLayerFirstAndFollowsTheCurrentDialog)
     EXPECT_EQ(list().get_last_sel_index(), -1);
 }
 
-TEST_F(DialogManager, RowButtonsAreEnabledByTheRow)
+TEST_F(DialogManager, row_buttons_are_enabled_by_the_row)
 {
     struct Case {
         int row;
@@ -83,7 +83,7 @@ TEST_F(DialogManager, RowButtonsAreEnabledByTheRow)
         EXPECT_FALSE(button(id).isEnabled()) << id;
 }
 
-TEST_F(DialogManager, AClickBesideTheNameTogglesVisibilityWithoutSelecting)
+TEST_F(DialogManager, a_click_beside_the_name_toggles_visibility_without_selecting)
 {
     select_row(0);
     CDXUTDialog* hidden = list().dialog(1);
@@ -95,7 +95,7 @@ TEST_F(DialogManager, AClickBesideTheNameTogglesVisibilityWithoutSelecting)
     EXPECT_TRUE(hidden->GetVisible());
 }
 
-TEST_F(DialogManager, MovesLayersAndKeepsTheRowSelected)
+TEST_F(DialogManager, moves_layers_and_keeps_the_row_selected)
 {
     const QStringList before = names();
     select_row(1);
@@ -108,7 +108,7 @@ TEST_F(DialogManager, MovesLayersAndKeepsTheRowSelected)
     EXPECT_TRUE(m_codes.empty());
 }
 
-TEST_F(DialogManager, RemoveAsksAndIsUndone)
+TEST_F(DialogManager, remove_asks_and_is_undone)
 {
     select_row(0);
     CDXUTDialog* dialog = list().dialog(0);
@@ -123,7 +123,7 @@ TEST_F(DialogManager, RemoveAsksAndIsUndone)
     EXPECT_EQ(core().GetDialogs().last(), dialog);
 }
 
-TEST_F(DialogManager, CreateWindowArmsTheViewUntilTheDialogIsMade)
+TEST_F(DialogManager, create_window_arms_the_view_until_the_dialog_is_made)
 {
     click(id_create);
     EXPECT_EQ(m_scene->mouse_function(), 1);
@@ -137,7 +137,7 @@ TEST_F(DialogManager, CreateWindowArmsTheViewUntilTheDialogIsMade)
     EXPECT_EQ(m_scene->mouse_function(), 0);
 }
 
-TEST_F(DialogManager, ExportImportAndMergeGoThroughTheFile)
+TEST_F(DialogManager, export_import_and_merge_go_through_the_file)
 {
     const QTemporaryDir folder;
     const QString path = folder.filePath(u"out.tarn"_s);
@@ -165,7 +165,7 @@ TEST_F(DialogManager, ExportImportAndMergeGoThroughTheFile)
     EXPECT_EQ(scene_text(m_scene->parts()), before);
 }
 
-TEST_F(DialogManager, AFaultyPackageGivesOneMessageAndLeavesTheScene)
+TEST_F(DialogManager, a_faulty_package_gives_one_message_and_leaves_the_scene)
 {
     const QTemporaryDir folder;
     QFile file(folder.filePath(u"bad.tarn"_s));

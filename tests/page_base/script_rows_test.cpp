@@ -1,4 +1,4 @@
-#include "editor_fixture.h"
+#include "support/editor_fixture.h"
 #include "widgets/button_st.h"
 
 namespace tarn::test {
@@ -68,7 +68,7 @@ protected:
 
 } // namespace
 
-TEST_F(ScriptRowsTest, EachPageBindsTheEventsOfItsType)
+TEST_F(ScriptRowsTest, each_page_binds_the_events_of_its_type)
 {
     for (const PageEvents& type : pages) {
         SCOPED_TRACE(type.page);
@@ -95,7 +95,7 @@ TEST_F(ScriptRowsTest, EachPageBindsTheEventsOfItsType)
     EXPECT_TRUE(m_scene->events().empty());
 }
 
-TEST_F(ScriptRowsTest, TheRowsFollowTheCurrentObjectAndSpareOtherTypes)
+TEST_F(ScriptRowsTest, the_rows_follow_the_current_object_and_spare_other_types)
 {
     const char* page_name = "CDlgPropButton";
     CDXUTControl* button = select_new(DXUT_CONTROL_BUTTON);
@@ -115,7 +115,7 @@ TEST_F(ScriptRowsTest, TheRowsFollowTheCurrentObjectAndSpareOtherTypes)
     EXPECT_EQ(at(dialog_page, 6426).text_color(), 0u);
 }
 
-TEST_F(ScriptRowsTest, AnEventKeepsItsFunctionAndAFunctionWithoutEventIsReused)
+TEST_F(ScriptRowsTest, an_event_keeps_its_function_and_a_function_without_event_is_reused)
 {
     const CDXUTControl* button = select_new(DXUT_CONTROL_BUTTON);
     const QString own = CEventManager::new_function_name(button->id(), EVENT_BUTTON_CLICKED);
@@ -129,7 +129,7 @@ TEST_F(ScriptRowsTest, AnEventKeepsItsFunctionAndAFunctionWithoutEventIsReused)
     EXPECT_EQ(m_scene->functions().functions().size(), 2u);
 }
 
-TEST_F(ScriptRowsTest, RemovingAsksFirstAndNeedsNoFunction)
+TEST_F(ScriptRowsTest, removing_asks_first_and_needs_no_function)
 {
     const CDXUTControl* button = select_new(DXUT_CONTROL_BUTTON);
     open("CDlgPropButton", 1);
@@ -143,7 +143,7 @@ TEST_F(ScriptRowsTest, RemovingAsksFirstAndNeedsNoFunction)
     EXPECT_TRUE(m_scene->events().empty());
 }
 
-TEST_F(ScriptRowsTest, ScriptsAreOutsideOfUndoButCountAsAChange)
+TEST_F(ScriptRowsTest, scripts_are_outside_of_undo_but_count_as_a_change)
 {
     const CDXUTControl* button = select_new(DXUT_CONTROL_BUTTON);
     m_scene->journal().mark_saved();
@@ -155,7 +155,7 @@ TEST_F(ScriptRowsTest, ScriptsAreOutsideOfUndoButCountAsAChange)
     EXPECT_TRUE(m_scene->events().IsFuncExist(button->id(), EVENT_BUTTON_CLICKED));
 }
 
-TEST_F(ScriptRowsTest, ScriptsOfControlsThatAreGoneAreCleanedUp)
+TEST_F(ScriptRowsTest, scripts_of_controls_that_are_gone_are_cleaned_up)
 {
     CDXUTControl* kept = select_new(DXUT_CONTROL_BUTTON);
     open("CDlgPropButton", 0);

@@ -3,9 +3,9 @@
 #include "core/field.h"
 #include "core/res_handle_man.h"
 #include "design/pop_dlg_color.h"
-#include "editor_fixture.h"
 #include "gui_core/control_style.h"
 #include "gui_core/interface_font.h"
+#include "support/editor_fixture.h"
 #include "support/files.h"
 #include "widgets/button_st.h"
 #include "widgets/color_swatch.h"
@@ -113,7 +113,7 @@ protected:
     CDXUTControl* m_slider = nullptr;
 };
 
-TEST_F(ElementCustomize, ColoursGoToEverySelectedControlOfTheTypeAsOneStep)
+TEST_F(ElementCustomize, colours_go_to_every_selected_control_of_the_type_as_one_step)
 {
     choose(id_state, int(VisualState::Hover));
     pick_color(id_tint, 0x80ff0000);
@@ -132,7 +132,7 @@ TEST_F(ElementCustomize, ColoursGoToEverySelectedControlOfTheTypeAsOneStep)
     EXPECT_FALSE(m_first->has_style()) << "cancelled";
 }
 
-TEST_F(ElementCustomize, APictureComesFromTheSceneOrAFileAndIsTakenInOnce)
+TEST_F(ElementCustomize, a_picture_comes_from_the_scene_or_a_file_and_is_taken_in_once)
 {
     const QTemporaryDir folder;
     const QString red = folder.filePath(u"body.png"_s);
@@ -156,7 +156,7 @@ TEST_F(ElementCustomize, APictureComesFromTheSceneOrAFileAndIsTakenInOnce)
     ASSERT_TRUE(journal().undo());
 }
 
-TEST_F(ElementCustomize, AFileThatIsNoPictureGivesOneMessageAndChangesNothing)
+TEST_F(ElementCustomize, a_file_that_is_no_picture_gives_one_message_and_changes_nothing)
 {
     const QTemporaryDir folder;
     const QString bad = folder.filePath(u"bad.png"_s);
@@ -174,7 +174,7 @@ TEST_F(ElementCustomize, AFileThatIsNoPictureGivesOneMessageAndChangesNothing)
     EXPECT_FALSE(m_first->has_style());
 }
 
-TEST_F(ElementCustomize, TheFontIsWrittenAndShown)
+TEST_F(ElementCustomize, the_font_is_written_and_shown)
 {
     click(id_bold);
     click(id_italic);
@@ -193,7 +193,7 @@ TEST_F(ElementCustomize, TheFontIsWrittenAndShown)
     EXPECT_EQ(at<QComboBox>(id_family).findText(u"No Such Font"_s), -1);
 }
 
-TEST_F(ElementCustomize, ResettingIsOfferedWhereThereIsSomethingToReset)
+TEST_F(ElementCustomize, resetting_is_offered_where_there_is_something_to_reset)
 {
     EXPECT_FALSE(enabled(id_reset_state) || enabled(id_reset_all));
     m_second->set_style_color(style_slot(0, VisualState::Pressed), 5);
@@ -210,7 +210,7 @@ TEST_F(ElementCustomize, ResettingIsOfferedWhereThereIsSomethingToReset)
     EXPECT_FALSE(m_second->has_style() || enabled(id_reset_all));
 }
 
-TEST_F(ElementCustomize, EachVisitToANumberIsAStepOfUndo)
+TEST_F(ElementCustomize, each_visit_to_a_number_is_a_step_of_undo)
 {
     auto* line = at<CSuperEdit>(id_size).findChild<QLineEdit*>();
     for (const auto& text : {u"30"_s, u"40"_s}) {
@@ -226,7 +226,7 @@ TEST_F(ElementCustomize, EachVisitToANumberIsAStepOfUndo)
     EXPECT_EQ(at<CSuperEdit>(id_size).get_pos(), default_font_size);
 }
 
-TEST_F(ElementCustomize, OnlyWhatAppliesToTheTypeCanBeUsed)
+TEST_F(ElementCustomize, only_what_applies_to_the_type_can_be_used)
 {
     const auto states = [this] {
         QList<bool> on;

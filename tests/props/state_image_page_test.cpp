@@ -1,5 +1,5 @@
-#include "editor_fixture.h"
 #include "gui_core/dxut_radio_button.h"
+#include "support/editor_fixture.h"
 #include "support/files.h"
 #include "support/gui_fixture.h"
 #include "widgets/button_st.h"
@@ -78,7 +78,7 @@ protected:
 
 } // namespace
 
-TEST_F(StateImagePage, APictureGoesToEverySelectedControlOfTheTypeAndIsClearedFromAll)
+TEST_F(StateImagePage, a_picture_goes_to_every_selected_control_of_the_type_and_is_cleared_from_all)
 {
     CDXUTControl* first = make(DXUT_CONTROL_CHECKBOX);
     CDXUTControl* second = make(DXUT_CONTROL_CHECKBOX);
@@ -106,7 +106,7 @@ TEST_F(StateImagePage, APictureGoesToEverySelectedControlOfTheTypeAndIsClearedFr
     EXPECT_EQ(image(second, "image_unchecked"), u"blue & co.png"_s);
 }
 
-TEST_F(StateImagePage, TheButtonsTellTheFilesNamesWithoutFolders)
+TEST_F(StateImagePage, the_buttons_tell_the_files_names_without_folders)
 {
     CDXUTControl* button = make(DXUT_CONTROL_BUTTONST);
     ASSERT_TRUE(set(*button, "image_pressed", u"skins/dark/down.png"_s));
@@ -117,7 +117,7 @@ TEST_F(StateImagePage, TheButtonsTellTheFilesNamesWithoutFolders)
     EXPECT_EQ(image(button, "image_pressed"), QString()) << "a picture that is missing can be cleared too";
 }
 
-TEST_F(StateImagePage, CancellingAndFilesThatAreNoPicturesChangeNothing)
+TEST_F(StateImagePage, cancelling_and_files_that_are_no_pictures_change_nothing)
 {
     CDXUTControl* button = make(DXUT_CONTROL_BUTTONST);
     select({button});
@@ -132,7 +132,7 @@ TEST_F(StateImagePage, CancellingAndFilesThatAreNoPicturesChangeNothing)
     EXPECT_EQ(m_scene->journal().step_count(), steps);
 }
 
-TEST_F(StateImagePage, SizingToPicturesStopsAtTheFirstControlWithoutAny)
+TEST_F(StateImagePage, sizing_to_pictures_stops_at_the_first_control_without_any)
 {
     std::vector<CDXUTControl*> boxes;
     for (int i = 0; i < 3; ++i)
@@ -164,7 +164,7 @@ TEST_F(StateImagePage, SizingToPicturesStopsAtTheFirstControlWithoutAny)
     EXPECT_EQ(button->rect().size(), QSizeF(12, 10));
 }
 
-TEST_F(StateImagePage, CaptionAndStateGoToEverySelectedControlOfTheType)
+TEST_F(StateImagePage, caption_and_state_go_to_every_selected_control_of_the_type)
 {
     auto* first = static_cast<CDXUTCheckBox*>(make(DXUT_CONTROL_CHECKBOX));
     auto* second = static_cast<CDXUTCheckBox*>(make(DXUT_CONTROL_CHECKBOX));
@@ -186,7 +186,7 @@ TEST_F(StateImagePage, CaptionAndStateGoToEverySelectedControlOfTheType)
     EXPECT_EQ(second->text(), second->name()) << "one word is one step";
 }
 
-TEST_F(StateImagePage, AGroupIsGivenWithEnterAndADropLeavesItAlone)
+TEST_F(StateImagePage, a_group_is_given_with_enter_and_a_drop_leaves_it_alone)
 {
     auto* first = static_cast<CDXUTRadioButton*>(make(DXUT_CONTROL_RADIOBUTTON));
     auto* second = static_cast<CDXUTRadioButton*>(make(DXUT_CONTROL_RADIOBUTTON));
@@ -210,7 +210,7 @@ TEST_F(StateImagePage, AGroupIsGivenWithEnterAndADropLeavesItAlone)
     EXPECT_FALSE(first->GetChecked()) << "one of a group";
 }
 
-TEST_F(StateImagePage, TheAnnotationIsWrittenToEverySelectedImageButton)
+TEST_F(StateImagePage, the_annotation_is_written_to_every_selected_image_button)
 {
     CDXUTControl* first = make(DXUT_CONTROL_BUTTONST);
     CDXUTControl* second = make(DXUT_CONTROL_BUTTONST);

@@ -1,4 +1,4 @@
-#include "editor_fixture.h"
+#include "support/editor_fixture.h"
 
 #include "manager/report_list_control.h"
 #include "widgets/button_st.h"
@@ -87,7 +87,7 @@ protected:
     std::vector<CDXUTDialog*> m_dialogs;
 };
 
-TEST_F(ControlList, LayersGetAnotherDigitOneBeforeTheirNumberDoes)
+TEST_F(ControlList, layers_get_another_digit_one_before_their_number_does)
 {
     struct Case {
         int count;
@@ -105,7 +105,7 @@ TEST_F(ControlList, LayersGetAnotherDigitOneBeforeTheirNumberDoes)
     }
 }
 
-TEST_F(ControlList, AHiddenControlHasNoIconUntilAClickBesideItsNumberShowsIt)
+TEST_F(ControlList, a_hidden_control_has_no_icon_until_a_click_beside_its_number_shows_it)
 {
     add(0, 2);
     core().create_control(DXUT_CONTROL_PIP, m_dialogs[0], QRectF(0, 0, 50, 50));
@@ -127,7 +127,7 @@ TEST_F(ControlList, AHiddenControlHasNoIconUntilAClickBesideItsNumberShowsIt)
     EXPECT_FALSE(second->GetVisible());
 }
 
-TEST_F(ControlList, TheFilterOutlivesARefreshAlthoughTheComboShowsAnotherEntry)
+TEST_F(ControlList, the_filter_outlives_a_refresh_although_the_combo_shows_another_entry)
 {
     for (int dialog = 0; dialog < 3; ++dialog)
         add(dialog, dialog + 1);
@@ -153,7 +153,7 @@ TEST_F(ControlList, TheFilterOutlivesARefreshAlthoughTheComboShowsAnotherEntry)
     EXPECT_EQ(combo(id_dialog_filter).currentIndex(), 0);
 }
 
-TEST_F(ControlList, ArmingATypeReleasesTheOthersUntilItIsDrawn)
+TEST_F(ControlList, arming_a_type_releases_the_others_until_it_is_drawn)
 {
     click(id_button);
     click(id_check_box);
@@ -172,7 +172,7 @@ TEST_F(ControlList, ArmingATypeReleasesTheOthersUntilItIsDrawn)
     }
 }
 
-TEST_F(ControlList, EditsNothingWhileTheInterfaceRuns)
+TEST_F(ControlList, edits_nothing_while_the_interface_runs)
 {
     add(0, 2);
     m_scene->play(true);
@@ -189,7 +189,7 @@ TEST_F(ControlList, EditsNothingWhileTheInterfaceRuns)
     EXPECT_TRUE(button(id_button).isEnabled());
 }
 
-TEST_F(ControlList, ShowsAllRowsOfWhatAFrameInTheViewSelects)
+TEST_F(ControlList, shows_all_rows_of_what_a_frame_in_the_view_selects)
 {
     add(0, 3);
     tell(ui_scene_changed);
@@ -202,7 +202,7 @@ TEST_F(ControlList, ShowsAllRowsOfWhatAFrameInTheViewSelects)
     EXPECT_EQ(list().selected_controls().size(), 3u);
 }
 
-TEST_F(ControlList, RowsSelectControlsInTheirOrderAndTheClickedOneIsCurrent)
+TEST_F(ControlList, rows_select_controls_in_their_order_and_the_clicked_one_is_current)
 {
     add(0, 5);
     tell(ui_scene_changed);
@@ -238,7 +238,7 @@ TEST_F(ControlList, RowsSelectControlsInTheirOrderAndTheClickedOneIsCurrent)
         EXPECT_FALSE(button(id).isEnabled()) << id;
 }
 
-TEST_F(ControlList, RemoveAsksOnceForAllRowsAndIsOneStep)
+TEST_F(ControlList, remove_asks_once_for_all_rows_and_is_one_step)
 {
     add(0, 4);
     tell(ui_scene_changed);
@@ -260,7 +260,7 @@ TEST_F(ControlList, RemoveAsksOnceForAllRowsAndIsOneStep)
     EXPECT_EQ(listed(), before);
 }
 
-TEST_F(ControlList, LayerButtonsMoveTheLastSelectedRowAndSortByLayer)
+TEST_F(ControlList, layer_buttons_move_the_last_selected_row_and_sort_by_layer)
 {
     add(0, 9);
     tell(ui_scene_changed);
@@ -285,7 +285,7 @@ TEST_F(ControlList, LayerButtonsMoveTheLastSelectedRowAndSortByLayer)
     EXPECT_EQ(sorted.last(), u"09"_s);
 }
 
-TEST_F(ControlList, TheSwitchMenuMovesAllSelectedControlsSilently)
+TEST_F(ControlList, the_switch_menu_moves_all_selected_controls_silently)
 {
     add(0, 3);
     add(1, 1);
@@ -307,7 +307,7 @@ TEST_F(ControlList, TheSwitchMenuMovesAllSelectedControlsSilently)
     EXPECT_EQ(m_dialogs[0]->GetControlNum(), 3);
 }
 
-TEST_F(ControlList, NamesOfAnyScriptAreShownAndNumbersSortAsNumbers)
+TEST_F(ControlList, names_of_any_script_are_shown_and_numbers_sort_as_numbers)
 {
     const QStringList names{u"确定按钮"_s,        u"زر الموافقة"_s, u"👩‍🚀🚀"_s,
                             u"e\u0301t\u0308é"_s, u"a&b\n%1"_s,     QString(5000, u'名')};

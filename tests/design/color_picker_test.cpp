@@ -1,4 +1,4 @@
-#include "editor_fixture.h"
+#include "support/editor_fixture.h"
 
 #include "design/pop_dlg_color.h"
 #include "widgets/button_st.h"
@@ -61,7 +61,7 @@ protected:
     QueuedAnswers m_answers;
 };
 
-TEST_F(ColorPicker, ShowsItsColourAndAnswersWhatWasTyped)
+TEST_F(ColorPicker, shows_its_colour_and_answers_what_was_typed)
 {
     CPopDlgColor picker(0x80ff0000);
     const int result = run(picker, [](OpenPicker open) {
@@ -77,7 +77,7 @@ TEST_F(ColorPicker, ShowsItsColourAndAnswersWhatWasTyped)
     EXPECT_EQ(m_answers.texts, QStringList{u"选择颜色"_s});
 }
 
-TEST_F(ColorPicker, HoldsNumbersToTheRangeAndCutsFractions)
+TEST_F(ColorPicker, holds_numbers_to_the_range_and_cuts_fractions)
 {
     CPopDlgColor picker(0xff102030);
     run(picker, [](OpenPicker open) {
@@ -95,7 +95,7 @@ TEST_F(ColorPicker, HoldsNumbersToTheRangeAndCutsFractions)
     EXPECT_EQ(picker.color(), 0xfeff000cu);
 }
 
-TEST_F(ColorPicker, TheSystemsChooserNeverChangesAlpha)
+TEST_F(ColorPicker, the_systems_chooser_never_changes_alpha)
 {
     CPopDlgColor picker(0x00123456);
     m_answers.colors = {QColor(200, 100, 50, 77), std::nullopt};
@@ -111,7 +111,7 @@ TEST_F(ColorPicker, TheSystemsChooserNeverChangesAlpha)
     EXPECT_EQ(m_answers.texts.mid(1), QStringList({u"#ff123456"_s, u"#ffc86432"_s})) << "it begins with the colour";
 }
 
-TEST_F(ColorPicker, CancelAndEscapeAreNotOk)
+TEST_F(ColorPicker, cancel_and_escape_are_not_ok)
 {
     for (const bool by_key : {false, true}) {
         CPopDlgColor picker(0xff000000);

@@ -1,4 +1,4 @@
-#include "editor_fixture.h"
+#include "support/editor_fixture.h"
 
 #include "gui_core/anchor.h"
 #include "support/files.h"
@@ -80,7 +80,7 @@ protected:
 
 } // namespace
 
-TEST_F(DialogPage, PlaceAndSizeGoToTheCurrentDialogNamesAndFlagsToAll)
+TEST_F(DialogPage, place_and_size_go_to_the_current_dialog_names_and_flags_to_all)
 {
     type(id_x, u"77"_s);
     EXPECT_EQ(m_second->rect().x(), 77);
@@ -97,7 +97,7 @@ TEST_F(DialogPage, PlaceAndSizeGoToTheCurrentDialogNamesAndFlagsToAll)
     EXPECT_TRUE(m_first->dialog_state().caption_shown);
 }
 
-TEST_F(DialogPage, APlaceBeyondTheEditsRangeOutlivesAClickOnAFlag)
+TEST_F(DialogPage, a_place_beyond_the_edits_range_outlives_a_click_on_a_flag)
 {
     m_second->SetLocation(-40, 60);
     m_world.broadcast(ui_full_refresh);
@@ -105,7 +105,7 @@ TEST_F(DialogPage, APlaceBeyondTheEditsRangeOutlivesAClickOnAFlag)
     EXPECT_EQ(m_second->rect().x(), -40);
 }
 
-TEST_F(DialogPage, AnEditDoesNotShowADialogAgainThatThePageDoesNotKnowToBeHidden)
+TEST_F(DialogPage, an_edit_does_not_show_a_dialog_again_that_the_page_does_not_know_to_be_hidden)
 {
     m_second->SetVisible(false);
     ASSERT_TRUE(on_page<QCheckBox>(id_visible).isChecked());
@@ -116,14 +116,14 @@ TEST_F(DialogPage, AnEditDoesNotShowADialogAgainThatThePageDoesNotKnowToBeHidden
     EXPECT_TRUE(m_second->GetVisible());
 }
 
-TEST_F(DialogPage, ANameTakesNoMoreLettersThanItCanHave)
+TEST_F(DialogPage, a_name_takes_no_more_letters_than_it_can_have)
 {
     type(id_name, QString(31, u'n') + u'm');
     EXPECT_EQ(m_second->name(), QString(31, u'n'));
     EXPECT_EQ(on_page<QLineEdit>(id_name).text(), m_second->name());
 }
 
-TEST_F(DialogPage, TheRatioIsKeptFromEitherSideAndAHeightOfNothingTakesTheWidthAway)
+TEST_F(DialogPage, the_ratio_is_kept_from_either_side_and_a_height_of_nothing_takes_the_width_away)
 {
     type(id_width, u"100"_s);
     EXPECT_EQ(m_second->rect().size(), QSize(100, 50));
@@ -141,7 +141,7 @@ TEST_F(DialogPage, TheRatioIsKeptFromEitherSideAndAHeightOfNothingTakesTheWidthA
     EXPECT_EQ(m_second->rect().size(), QSize(0, 5));
 }
 
-TEST_F(DialogPage, ScalingWithTheWindowKeepsEachAnchorForLater)
+TEST_F(DialogPage, scaling_with_the_window_keeps_each_anchor_for_later)
 {
     m_first->set_align_type(anchor_right);
     m_world.broadcast(ui_full_refresh);
@@ -164,7 +164,7 @@ TEST_F(DialogPage, ScalingWithTheWindowKeepsEachAnchorForLater)
     EXPECT_TRUE(m_codes.empty());
 }
 
-TEST_F(DialogPage, ADialogIsBoundToATextureThatTheSceneHas)
+TEST_F(DialogPage, a_dialog_is_bound_to_a_texture_that_the_scene_has)
 {
     const QTemporaryDir folder;
     const QString wall = folder.filePath(u"wall.png"_s);
@@ -203,7 +203,7 @@ TEST_F(DialogPage, ADialogIsBoundToATextureThatTheSceneHas)
     EXPECT_EQ(m_scene->SearchTexbindByDialog(m_second)->color, 0x80102030u) << "one step";
 }
 
-TEST_F(DialogPage, EachAttributeRedrawsOnlyWhatItNeeds)
+TEST_F(DialogPage, each_attribute_redraws_only_what_it_needs)
 {
     int redraws = 0;
     m_world.on_redraw = [&redraws] { ++redraws; };

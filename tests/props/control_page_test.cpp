@@ -1,4 +1,4 @@
-#include "editor_fixture.h"
+#include "support/editor_fixture.h"
 
 #include "design/pop_dlg_color.h"
 #include "frame/dlg_group.h"
@@ -91,7 +91,7 @@ protected:
 
 } // namespace
 
-TEST_F(ControlPage, AClickOnOneFlagWritesAllThreeToEverySelectedControl)
+TEST_F(ControlPage, a_click_on_one_flag_writes_all_three_to_every_selected_control)
 {
     m_controls[0]->SetEnabled(false);
     m_controls[1]->SetVisible(false);
@@ -112,7 +112,7 @@ TEST_F(ControlPage, AClickOnOneFlagWritesAllThreeToEverySelectedControl)
     EXPECT_FALSE(m_controls[2]->locked());
 }
 
-TEST_F(ControlPage, TypingANameRenamesTheSelectionWithEachKeyAndLeavesTheCursorAlone)
+TEST_F(ControlPage, typing_a_name_renames_the_selection_with_each_key_and_leaves_the_cursor_alone)
 {
     select({0, 2});
     auto& edit = on_page<QLineEdit>(id_name);
@@ -129,7 +129,7 @@ TEST_F(ControlPage, TypingANameRenamesTheSelectionWithEachKeyAndLeavesTheCursorA
     EXPECT_EQ(edit.text(), m_controls[2]->name());
 }
 
-TEST_F(ControlPage, NamesInAnyScriptGoThroughThePageWhole)
+TEST_F(ControlPage, names_in_any_script_go_through_the_page_whole)
 {
     const QString name = u"按钮 زر 👩‍🚀 é̂ "_s + QString(2000, u'湖');
     m_controls[0]->set_name(name);
@@ -141,7 +141,7 @@ TEST_F(ControlPage, NamesInAnyScriptGoThroughThePageWhole)
     EXPECT_EQ(m_controls[0]->name(), name.chopped(1));
 }
 
-TEST_F(ControlPage, APickedColourGoesToAllAndACancelledOneToNone)
+TEST_F(ControlPage, a_picked_colour_goes_to_all_and_a_cancelled_one_to_none)
 {
     select({0, 1});
     int redraws = 0;
@@ -164,7 +164,7 @@ TEST_F(ControlPage, APickedColourGoesToAllAndACancelledOneToNone)
     EXPECT_TRUE(m_codes.empty()) << "no page is told of a colour";
 }
 
-TEST_F(ControlPage, IsDisabledWithoutACurrentControlAndWhileTheInterfaceRuns)
+TEST_F(ControlPage, is_disabled_without_a_current_control_and_while_the_interface_runs)
 {
     select({0});
     EXPECT_TRUE(on_page<QLineEdit>(id_name).isEnabled());
@@ -179,7 +179,7 @@ TEST_F(ControlPage, IsDisabledWithoutACurrentControlAndWhileTheInterfaceRuns)
     EXPECT_FALSE(on_page<CColorSwatch>(id_swatch).isEnabled());
 }
 
-TEST_F(ControlPage, OnlyTheAttributesOfTheTypeAreUnfoldedAtFirst)
+TEST_F(ControlPage, only_the_attributes_of_the_type_are_unfolded_at_first)
 {
     const auto* rollup = page(u"CDlgPropControl"_s)->findChild<CMyRollup*>();
     ASSERT_EQ(rollup->page_count(), 3);
@@ -188,7 +188,7 @@ TEST_F(ControlPage, OnlyTheAttributesOfTheTypeAreUnfoldedAtFirst)
     EXPECT_TRUE(rollup->is_expanded(2));
 }
 
-TEST_F(ControlPage, APlaceOnWhichTheSelectionDisagreesIsEmptyUntilItIsTyped)
+TEST_F(ControlPage, a_place_on_which_the_selection_disagrees_is_empty_until_it_is_typed)
 {
     select({0, 1, 2});
     auto& x = on_location<CSuperEdit>(id_x);
@@ -204,7 +204,7 @@ TEST_F(ControlPage, APlaceOnWhichTheSelectionDisagreesIsEmptyUntilItIsTyped)
     EXPECT_EQ(m_controls[0]->x(), 0);
 }
 
-TEST_F(ControlPage, TheKeptRatioOutlivesASideOfNoLength)
+TEST_F(ControlPage, the_kept_ratio_outlives_a_side_of_no_length)
 {
     select({0});
     on_location<QCheckBox>(id_keep_ratio).click();
@@ -223,7 +223,7 @@ TEST_F(ControlPage, TheKeptRatioOutlivesASideOfNoLength)
     EXPECT_EQ(m_controls[1]->height(), 0);
 }
 
-TEST_F(ControlPage, AnAnchorIsOneOfNineButtons)
+TEST_F(ControlPage, an_anchor_is_one_of_nine_buttons)
 {
     select({0, 1});
     auto& right = on_location<QAbstractButton>(id_anchor_right);
@@ -235,7 +235,7 @@ TEST_F(ControlPage, AnAnchorIsOneOfNineButtons)
     EXPECT_EQ(undo_steps(), 1);
 }
 
-TEST_F(ControlPage, APageOfATypeWorksOnlyOnControlsOfThatType)
+TEST_F(ControlPage, a_page_of_a_type_works_only_on_controls_of_that_type)
 {
     CDXUTDialog* dialog = m_controls[0]->dialog();
     auto* text = static_cast<CDXUTStatic*>(core().create_control(DXUT_CONTROL_STATIC, dialog, QRectF(0, 50, 60, 20)));
