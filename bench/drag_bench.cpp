@@ -4,6 +4,7 @@
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
 #include "gui_scene/gui_plug_scene.h"
+#include "tools/gui_tools.h"
 
 #include <benchmark/benchmark.h>
 
@@ -20,6 +21,7 @@ class View {
 public:
     explicit View(const benchmark::State& state) : m_image(screen, QImage::Format_ARGB32_Premultiplied)
     {
+        scene.set_tools(tarn::make_gui_tools);
         scene.on_world_created(&m_world);
         m_world.overlay()->set_screen_size(screen);
         fill(int(state.range(0)));

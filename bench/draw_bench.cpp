@@ -5,9 +5,9 @@
 #include "gui_core/dxut_button.h"
 #include "gui_core/dxut_dialog.h"
 #include "gui_core/gui_core.h"
-#include "gui_core/gui_painter.h"
-#include "gui_core/skin.h"
-#include "gui_core/text_cache.h"
+#include "gui_draw/gui_painter.h"
+#include "gui_draw/skin.h"
+#include "gui_draw/text_cache.h"
 
 #include <QGraphicsItem>
 #include <QGraphicsScene>
@@ -151,7 +151,7 @@ public:
     QRectF boundingRect() const override { return QRectF(QPointF(), button_size); }
     void paint(QPainter* painter, const QStyleOptionGraphicsItem*, QWidget*) override
     {
-        static const QFont font = tarn::interface_font(tarn::Skin::font_size, false);
+        static const QFont font = tarn::interface_font(tarn::default_font_size, false);
         const QRect area(QPoint(), button_size);
         qDrawBorderPixmap(painter, area, edges, button_pixmap());
         painter->setFont(font);
@@ -196,7 +196,7 @@ void draw_pieces(benchmark::State& state)
         QPainter painter(&picture);
         qDrawBorderPixmap(&painter, picture.rect(), edges, button_pixmap());
     }
-    const QFont font = tarn::interface_font(tarn::Skin::font_size, false);
+    const QFont font = tarn::interface_font(tarn::default_font_size, false);
     std::vector<QStaticText> texts;
     std::vector<QPoint> text_places;
     for (int i = 0; i < int(all.size()); ++i) {

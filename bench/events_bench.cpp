@@ -8,6 +8,7 @@
 #include "gui_core/gui_event.h"
 #include "gui_scene/gui_plug_scene.h"
 #include "script/script_log.h"
+#include "tools/gui_tools.h"
 
 #include <lua.hpp>
 
@@ -51,6 +52,7 @@ class Interface {
 public:
     explicit Interface(int count)
     {
+        m_scene.set_tools(tarn::make_gui_tools);
         m_scene.on_world_created(&m_world);
         const tarn::RecordingOff off(m_scene.journal());
         CDXUTDialog* dialog = m_scene.gui_core().create_dialog(QRect(QPoint(), screen));

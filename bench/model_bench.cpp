@@ -146,6 +146,28 @@ void remove_selected(benchmark::State& state)
     }
 }
 
+/// Every control has a picture of its own, which goes with it.
+void release_pictures(benchmark::State& state)
+{
+    CGuiPlugScene scene;
+    {
+        const tarn::RecordingOff off(scene.journal());
+        CDXUTDialog* dialog = scene.gui_core().create_dialog(QRect(0, 0, 640, 480));
+        for (int i = 0; i < state.range(0); ++i) {
+            const QString name = QStringLiteral("p%1.png").arg(i);
+            scene.gui_core().set_texture(name, "bytes");
+            CDXUTControl* made = scene.gui_core().create_control(DXUT_CONTROL_PICTURE, dialog, QRectF(0, 0, 8, 8));
+            (void)made->set_property(*made->fields().find("image"), name);
+        }
+    }
+    const auto controls = bench::controls_of(scene);
+    for (auto _ : state) {
+        bench::cool_caches(state);
+        scene.RemoveCtrls(controls);
+        scene.journal().undo();
+    }
+}
+
 using bench::growing;
 using bench::growing_cold;
 
@@ -155,6 +177,7 @@ BENCHMARK(set_named_tarn)->Name("set_named_property/tarn")->Apply(growing_cold);
 BENCHMARK(select_all)->Name("selection/tarn")->Apply(growing_cold);
 BENCHMARK(create)->Name("create_controls/tarn")->Apply(growing);
 BENCHMARK(create_in_steps)->Name("create_in_steps/tarn")->Apply(growing_cold);
+BENCHMARK(release_pictures)->Name("release_pictures/tarn")->Apply(growing_cold);
 BENCHMARK(remove_selected)->Name("remove_selected/tarn")->Apply(growing_cold);
 
 } // namespace

@@ -8,8 +8,11 @@
 #include "frame/menufun.h"
 #include "gui_core/control_style.h"
 #include "gui_core/dxut_control.h"
-#include "gui_core/element_cache.h"
 #include "gui_core/gui_core.h"
+#include "gui_core/interface_font.h"
+#include "gui_draw/control_drawing.h"
+#include "gui_draw/element_cache.h"
+#include "gui_draw/texture_cache.h"
 #include "gui_scene/gui_plug_scene.h"
 #include "gui_scene/picture_file.h"
 #include "gui_scene/picture_release.h"
@@ -75,8 +78,7 @@ qint64 number_of(const CDXUTControl& control, const char* name)
 
 quint32 shown_text_color(const CDXUTControl& control, VisualState look)
 {
-    const quint32 chosen = control.style_text_color(look);
-    return chosen ? chosen : tarn::Skin::text_color(look, quint32(number_of(control, "text_color")));
+    return tarn::text_color_in(control, look, quint32(number_of(control, "text_color")));
 }
 
 } // namespace
@@ -229,7 +231,8 @@ void CDlgElementCustomize::show_picture(const CDXUTControl& shown)
     }
     const QString name = shown.style_image(slot());
     tarn::ElementCache cache(tarn::Skin::default_skin());
-    const tarn::ElementChoice choice{name.isEmpty() ? QImage() : core()->texture(name), shown.style_color(slot())};
+    const tarn::ElementChoice choice{name.isEmpty() ? QImage() : tarn::texture(*core(), name),
+                                     shown.style_color(slot())};
     const tarn::Element element = elements[std::size_t(m_elements->currentIndex())].element;
     preview->setPixmap(
         QPixmap::fromImage(cache.image(element, look(), preview_size, preview->devicePixelRatioF(), choice)));
@@ -261,7 +264,7 @@ void CDlgElementCustomize::show_text(const CDXUTControl& shown)
     control_as<CColorSwatch>(id_text_color)->set_color(shown_text_color(shown, look()));
     show_family(shown.font_family());
     const qint64 size = number_of(shown, "font_size");
-    control_as<CSuperEdit>(id_size)->set_pos(size ? double(size) : tarn::Skin::font_size);
+    control_as<CSuperEdit>(id_size)->set_pos(size ? double(size) : tarn::default_font_size);
     control_as<QCheckBox>(id_bold)->setChecked(property_of(shown, "bold") == tarn::Value(true));
     control_as<QCheckBox>(id_italic)->setChecked(shown.font_italic());
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "gui_core/skin.h"
+#include "gui_core/look.h"
 #include "page_base/gui_child_dlg.h"
 
 #include <functional>

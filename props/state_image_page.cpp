@@ -6,6 +6,7 @@
 #include "frame/boxes.h"
 #include "gui_core/dxut_control.h"
 #include "gui_core/gui_core.h"
+#include "gui_draw/texture_cache.h"
 #include "widgets/button_st.h"
 
 void CStateImagePage::bind_state_images(std::span<const tarn::ImageRow> rows, tarn::SetImage set, int size_button)
@@ -27,7 +28,7 @@ QSize CStateImagePage::picture_size(const tarn::ModelObject& control) const
 {
     for (const tarn::ImageRow& row : m_state_images)
         for (const QString& name : control.fields().find(row.field)->pictures(control.authored_state()))
-            if (const QImage picture = core()->texture(name); !picture.isNull())
+            if (const QImage picture = tarn::texture(*core(), name); !picture.isNull())
                 return picture.size();
     return {};
 }

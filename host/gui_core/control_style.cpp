@@ -2,7 +2,7 @@
 
 #include "control_state.h"
 #include "core/language.h"
-#include "text_cache.h"
+#include "interface_font.h"
 
 #include <QFont>
 
@@ -113,7 +113,7 @@ int style_element_index(int control_type, Element element)
 
 QFont font_of(const StaticState& state)
 {
-    return interface_font(state.font_size ? state.font_size : Skin::font_size, state.bold, state.extras->font_family,
+    return interface_font(state.font_size ? state.font_size : default_font_size, state.bold, state.extras->font_family,
                           state.extras->font_italic);
 }
 

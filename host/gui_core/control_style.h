@@ -1,6 +1,6 @@
 #pragma once
 
-#include "skin.h"
+#include "look.h"
 
 #include <QString>
 

@@ -6,7 +6,6 @@ class CDXUTButton : public CDXUTStatic {
 public:
     CDXUTButton(tarn::Journal& journal, CGuiCore& core);
 
-    void draw(tarn::DrawContext& context, const QRectF& area) const override;
     bool is_interactive() const override { return true; }
     void clicked() override { raise(EVENT_BUTTON_CLICKED); }
 };

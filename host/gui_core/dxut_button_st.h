@@ -11,7 +11,6 @@ public:
     bool set_image(int slot, const QString& name);
     QString image(int slot) const;
 
-    void draw(tarn::DrawContext& context, const QRectF& area) const override;
     bool is_interactive() const override { return true; }
     void clicked() override { raise(EVENT_BUTTON_CLICKED); }
 };

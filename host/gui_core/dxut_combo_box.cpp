@@ -1,6 +1,5 @@
 #include "dxut_combo_box.h"
 
-#include "draw_context.h"
 #include "dxut_dialog.h"
 #include "gui_core.h"
 
@@ -18,16 +17,6 @@ CDXUTComboBox::CDXUTComboBox(tarn::Journal& journal, CGuiCore& core)
 {
 }
 
-void CDXUTComboBox::draw(tarn::DrawContext& context, const QRectF& area) const
-{
-    const tarn::VisualState look = visual_state();
-    const double side = std::min(area.height(), area.width());
-    const QRectF arrow(area.right() - side, area.y(), side, area.height());
-    context.draw_element(tarn::Element::ComboBox, look, area);
-    context.draw_element(tarn::Element::DropArrow, look, arrow.adjusted(4, 4, -4, -4));
-    m_text.draw(context.painter, area.adjusted(8, 0, -side, 0), GetSelectedItem(), text_look());
-}
-
 QRectF CDXUTComboBox::popup_rect() const
 {
     if (!m_dropped || GetSize() == 0)
@@ -41,13 +30,6 @@ QRectF CDXUTComboBox::popup_rect() const
     if (dialog()->to_screen(below).bottom() > core().screen_size().height())
         return QRectF(QPointF(left, box.top() - size.height()), size);
     return below;
-}
-
-void CDXUTComboBox::draw_popup(tarn::DrawContext& context) const
-{
-    const QRectF area = popup_rect();
-    context.draw_element(tarn::Element::InfoPanel, tarn::VisualState::Normal, area.adjusted(-3, -3, 3, 3));
-    draw_rows(context, area, -1);
 }
 
 void CDXUTComboBox::set_dropped(bool dropped)

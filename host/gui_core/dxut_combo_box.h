@@ -8,23 +8,20 @@ public:
 
     bool is_dropped() const { return m_dropped; }
 
-    void draw(tarn::DrawContext& context, const QRectF& area) const override;
     void mouse_pressed(QPointF) override { set_dropped(true); }
     bool wheel_turned(double steps) override;
     QRectF popup_rect() const override;
+    QRectF rows_area() const override { return popup_rect(); }
     void popup_pressed(QPointF in_client) override;
-    void draw_popup(tarn::DrawContext& context) const override;
     void close_popup() override { set_dropped(false); }
     void reset_run_state() override;
     bool key_pressed(int key, Qt::KeyboardModifiers modifiers) override;
 
 protected:
     void user_chose(bool changed) override;
-    QRectF rows_area() const override { return popup_rect(); }
 
 private:
     void set_dropped(bool dropped);
 
     bool m_dropped = false;
-    mutable tarn::TextCache m_text;
 };

@@ -3,8 +3,9 @@
 #include "control_class.h"
 #include "control_state.h"
 #include "core/model_object.h"
+#include "draw_slot.h"
 #include "gui_event.h"
-#include "skin.h"
+#include "look.h"
 
 #include <QPolygonF>
 #include <QRectF>
@@ -16,7 +17,6 @@ class CDXUTDialog;
 class CGuiCore;
 
 namespace tarn {
-struct DrawContext;
 struct SelectionRecord;
 } // namespace tarn
 
@@ -102,9 +102,8 @@ public:
     quint32 color_tag() const { return control_state().color_tag; }
     bool set_color_tag(quint32 argb);
 
-    /// Draws the control into `area`, pixels of the client area.
-    virtual void draw(tarn::DrawContext& context, const QRectF& area) const = 0;
     virtual tarn::VisualState visual_state() const;
+    tarn::DrawSlot& draw_slot() const { return m_draw_slot; }
     /// Whether the control takes the mouse and the keyboard while the interface runs.
     virtual bool is_interactive() const { return false; }
     /// A click, or Space, while the interface runs.
@@ -126,8 +125,6 @@ public:
     virtual QRectF popup_rect() const { return {}; }
     /// The mouse went down there, in pixels of the client area.
     virtual void popup_pressed(QPointF) {}
-    /// Draws that, above all other controls.
-    virtual void draw_popup(tarn::DrawContext&) const {}
     virtual void close_popup() {}
     /// A preview begins or ends: nothing is scrolled, and no caret was moved, while it ran before.
     virtual void reset_run_state() {}
@@ -143,8 +140,6 @@ protected:
     CGuiCore& core() const { return m_core; }
     /// Tells that the user made this happen to the control; nothing when it does not happen to its type.
     void raise(GuiEventType type);
-    /// The colour of a text in that state; `authored` is the one of the control, 0 for none.
-    quint32 text_color_in(tarn::VisualState look, quint32 authored) const;
 
 private:
     friend class CDXUTDialog;
@@ -163,4 +158,5 @@ private:
     quint32 m_selected_in = 0;       ///< the selection's round in which it holds the control
     mutable int m_layer_guess = -1;  ///< where the dialog last found the control in its list; the dialog checks it
     QRectF m_last_bounds;            ///< where the control was drawn last, to be redrawn when it moves
+    mutable tarn::DrawSlot m_draw_slot;
 };

@@ -100,9 +100,3 @@ bool CDXUTControl::reset_style()
     written();
     return true;
 }
-
-quint32 CDXUTControl::text_color_in(VisualState look, quint32 authored) const
-{
-    const quint32 chosen = look == VisualState::Hidden ? 0 : style_text_color(look);
-    return chosen ? chosen : tarn::Skin::text_color(look, authored);
-}

@@ -3,12 +3,9 @@
 #include "anchor.h"
 #include "core/document.h"
 #include "core/language.h"
-#include "draw_context.h"
 #include "dxut_control.h"
 #include "gui_core.h"
 #include "gui_event.h"
-
-#include <QPainter>
 
 #include <algorithm>
 #include <array>
@@ -19,13 +16,7 @@ using tarn::FieldBase;
 
 namespace {
 
-constexpr int button_gap = 4;     ///< pixels around the buttons of the caption
-constexpr int caption_margin = 8; ///< pixels beside the caption's text
-
-int caption_font_size(double bar_height)
-{
-    return std::clamp(int(bar_height * 0.6), 6, tarn::Skin::font_size);
-}
+constexpr int button_gap = 4; ///< pixels around the buttons of the caption
 
 struct PlaceFields {
     const FieldBase* x = DialogState::field_table().find("x");
@@ -390,49 +381,4 @@ void CDXUTDialog::state_changed()
     m_core.add_damage(m_last_bounds);
     for (CDXUTControl* control : controls())
         control->m_last_bounds = control->drawn_bounds(); // Its old place was inside the old bounds.
-}
-
-void CDXUTDialog::draw(tarn::DrawContext& context) const
-{
-    using enum tarn::VisualState;
-    if (is_root())
-        return;
-    const DialogState& s = dialog_state();
-    const tarn::VisualState state = m_core.selection().current_dialog == this ? Focused : Normal;
-    if (s.frame_shown && !m_minimized) {
-        // The frame's picture is open at the top, where the caption bar goes.
-        const auto frame = s.caption_shown ? tarn::Element::Frame : tarn::Element::InfoPanel;
-        context.draw_element(frame, s.caption_shown ? state : Normal, client_rect());
-    }
-    if (s.border_width > 0 && !m_minimized) {
-        context.painter.setPen(
-            QPen(QColor(0x6f, 0xd3, 0xe0, 150), s.border_width, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
-        context.painter.setBrush(Qt::NoBrush);
-        const double half = s.border_width / 2.0;
-        context.painter.drawRect(outer_rect().adjusted(half, half, -half, -half));
-    }
-    if (s.caption_shown)
-        draw_caption(context, state);
-}
-
-void CDXUTDialog::draw_caption(tarn::DrawContext& context, tarn::VisualState state) const
-{
-    const QRectF bar = caption_rect();
-    context.draw_element(tarn::Element::Caption, state, bar);
-    double right = bar.right();
-    for (const CaptionButton button : {CaptionButton::Close, CaptionButton::Minimize}) {
-        const QRectF place = caption_button_rect(button);
-        if (place.isEmpty())
-            continue;
-        const auto picture = button == CaptionButton::Close ? tarn::Element::CloseButton
-            : m_minimized                                   ? tarn::Element::RestoreButton
-                                                            : tarn::Element::MinimizeButton;
-        const tarn::LiveState& live = m_core.live();
-        const bool hot = live.caption_dialog == this && live.caption_button == int(button);
-        context.draw_element(picture, hot ? tarn::VisualState::Hover : tarn::VisualState::Normal, place);
-        right = std::min(right, place.left());
-    }
-    const QRectF text(bar.x() + caption_margin, bar.y(), right - bar.x() - 2 * caption_margin, bar.height());
-    m_caption_text.draw(context.painter, text, dialog_state().caption,
-                        {.color = 0xffe8eef0, .font_size = caption_font_size(bar.height()), .vertical_align = 1});
 }

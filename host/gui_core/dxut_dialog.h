@@ -2,8 +2,7 @@
 
 #include "core/model_object.h"
 #include "dialog_state.h"
-#include "skin.h"
-#include "text_cache.h"
+#include "draw_slot.h"
 
 #include <QRect>
 #include <QRectF>
@@ -16,7 +15,6 @@ class CGuiCore;
 
 namespace tarn {
 
-struct DrawContext;
 struct SelectionRecord;
 
 /// From places in a client area to the screen; taken once where there are many of them.
@@ -105,7 +103,6 @@ public:
     /// `order` holds the present controls, from the lowest layer to the top one.
     void reorder_controls(const QList<CDXUTControl*>& order);
 
-    void draw(tarn::DrawContext& context) const;
     /// Everything of the dialog is drawn inside it, controls that stick out included; it may be larger than that.
     const QRectF& drawn_bounds() const { return m_last_bounds; }
 
@@ -116,6 +113,7 @@ public:
     void children_changed() override;
 
     const tarn::DialogState& dialog_state() const { return state<tarn::DialogState>(); }
+    tarn::DrawSlot& draw_slot() const { return m_draw_slot; }
 
 private:
     friend class CGuiCore;
@@ -128,7 +126,6 @@ private:
     void set_base_to_screen(tarn::DialogState& state) const;
     void find_controls() const;
     bool move_control(CDXUTControl* control, int layer);
-    void draw_caption(tarn::DrawContext& context, tarn::VisualState state) const;
     QRect rect_of(const tarn::DialogState& state) const;
     tarn::Value value_in(const tarn::ObjectState& state, const tarn::FieldBase& field) const override;
 
@@ -138,5 +135,5 @@ private:
     QRectF m_last_bounds;                  ///< where anything of the dialog was drawn last, to be redrawn when it moves
     mutable QList<CDXUTControl*> m_controls; ///< the children, when they were last asked for
     mutable bool m_controls_stale = false;
-    mutable tarn::TextCache m_caption_text;
+    mutable tarn::DrawSlot m_draw_slot;
 };

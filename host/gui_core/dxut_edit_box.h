@@ -12,8 +12,14 @@ public:
     bool SetSpacing(int pixels);
     const tarn::LineEditor& editor() const { return m_editor; }
 
+    /// Where the text is seen in a box with that frame.
+    QRectF text_area(const QRectF& frame) const;
+    /// The text with what the input method is about to put in.
+    QString shown_text() const;
+    /// Pixels of the text that are left of the field.
+    double scroll() const { return m_scroll; }
+
     tarn::VisualState visual_state() const override;
-    void draw(tarn::DrawContext& context, const QRectF& area) const override;
     bool is_interactive() const override { return true; }
     void mouse_pressed(QPointF inside) override;
     void mouse_dragged(QPointF inside) override;
@@ -24,13 +30,11 @@ public:
     void state_changed() override;
 
 private:
-    QRectF text_area(const QRectF& frame) const;
-    QString shown_text() const;
     double x_of(int position) const;
     int position_at(double x) const;
     void after_edit(bool changed);
     void scroll_to_caret();
 
     tarn::LineEditor m_editor;
-    double m_scroll = 0; ///< pixels of the text that are left of the field
+    double m_scroll = 0;
 };

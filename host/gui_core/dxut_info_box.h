@@ -2,8 +2,6 @@
 
 #include "dxut_static.h"
 
-#include <vector>
-
 /// Lines of text that scroll; new ones come in at the bottom.
 class CDXUTInfoBox : public CDXUTStatic {
 public:
@@ -13,15 +11,16 @@ public:
     /// Appends a line, cut to the type's limit; the oldest goes when there are more than the box keeps.
     void AddString(const QString& text);
 
-    void draw(tarn::DrawContext& context, const QRectF& area) const override;
+    static constexpr double margin = 8; ///< pixels between the panel and the lines
+    /// How many lines there is room for.
+    int seen_lines() const;
+    /// Lines that are scrolled back from the newest.
+    int scrolled_back() const { return m_back; }
+
     bool is_interactive() const override { return true; }
     bool wheel_turned(double steps) override;
     void reset_run_state() override;
-    void state_changed() override;
 
 private:
-    int seen_lines() const;
-
-    int m_back = 0; ///< lines that are scrolled back from the newest
-    mutable std::vector<tarn::TextCache> m_texts;
+    int m_back = 0;
 };

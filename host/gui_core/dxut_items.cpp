@@ -1,9 +1,6 @@
 #include "dxut_items.h"
 
 #include "core/field.h"
-#include "draw_context.h"
-
-#include <QPainter>
 
 #include <algorithm>
 #include <cmath>
@@ -52,12 +49,6 @@ void CDXUTItems::reset_run_state()
 {
     m_first = 0;
     state_changed();
-}
-
-void CDXUTItems::state_changed()
-{
-    m_texts.clear();
-    CDXUTControl::state_changed();
 }
 
 tarn::ScrollGeometry CDXUTItems::scroll(const QRectF& area) const
@@ -111,39 +102,4 @@ bool CDXUTItems::key_pressed(int key, Qt::KeyboardModifiers)
     if (last >= 0)
         choose(std::clamp(index, 0, last));
     return true;
-}
-
-tarn::TextLook CDXUTItems::text_look() const
-{
-    return {.color = text_color_in(visual_state(), 0),
-            .vertical_align = 1,
-            .family = font_family(),
-            .italic = font_italic()};
-}
-
-void CDXUTItems::draw_rows(tarn::DrawContext& context, const QRectF& area, int hovered) const
-{
-    const tarn::ScrollGeometry bar = scroll(area);
-    const double width = area.width() - (bar.can_scroll() ? scroll_width : 0);
-    const int count = std::min(GetSize() - m_first, int(std::ceil(area.height() / row_height)));
-    m_texts.resize(std::size_t(std::max(0, count)));
-    const tarn::TextLook look = text_look();
-    context.painter.save();
-    context.painter.setClipRect(area, Qt::IntersectClip);
-    for (int i = 0; i < count; ++i) {
-        const int row = m_first + i;
-        const QRectF place(area.x(), area.y() + i * row_height, width, row_height);
-        if (row == GetSelectedIndex())
-            context.draw_element(tarn::Element::SelectedRow, tarn::VisualState::Normal, place);
-        else if (row == hovered)
-            context.draw_element(tarn::Element::SelectedRow, tarn::VisualState::Disabled, place);
-        m_texts[std::size_t(i)].draw(context.painter, place.adjusted(6, 0, -4, 0), items()[row], look);
-    }
-    context.painter.restore();
-    if (!bar.can_scroll())
-        return;
-    const QRectF track(area.right() - scroll_width, area.y(), scroll_width, area.height());
-    context.draw_element(tarn::Element::ScrollTrack, tarn::VisualState::Normal, track);
-    context.draw_element(tarn::Element::ScrollThumb, tarn::VisualState::Normal,
-                         QRectF(track.x(), track.y() + bar.place_of(m_first), scroll_width, bar.thumb()));
 }

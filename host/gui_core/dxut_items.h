@@ -2,9 +2,6 @@
 
 #include "dxut_control.h"
 #include "scroll_geometry.h"
-#include "text_cache.h"
-
-#include <vector>
 
 /// What the list box and the combo box share: a list of texts of which at most one is selected.
 class CDXUTItems : public CDXUTControl {
@@ -25,22 +22,23 @@ public:
     bool SelectItem(int index);
     bool SetSelectedByIndex(int index) { return SelectItem(index); }
 
+    static constexpr double row_height = 22;   ///< pixels
+    static constexpr double scroll_width = 12; ///< pixels
+    /// Where the rows are seen; empty while they are not.
+    virtual QRectF rows_area() const = 0;
+    /// The topmost row that is seen.
+    int first_row() const { return m_first; }
+    /// The scroll bar of rows that are seen in `area`.
+    tarn::ScrollGeometry scroll(const QRectF& area) const;
+
     bool is_interactive() const override { return true; }
     bool key_pressed(int key, Qt::KeyboardModifiers modifiers) override;
     void reset_run_state() override;
-    void state_changed() override;
 
 protected:
     using CDXUTControl::CDXUTControl;
     int item_limit() const;
 
-    static constexpr double row_height = 22;   ///< pixels
-    static constexpr double scroll_width = 12; ///< pixels
-
-    tarn::TextLook text_look() const;
-    /// The rows that fit into `area`, from row m_first on, with a scroll bar when there are more.
-    void draw_rows(tarn::DrawContext& context, const QRectF& area, int hovered) const;
-    tarn::ScrollGeometry scroll(const QRectF& area) const;
     /// The row at a place relative to the corner of `area`; -1 beside all rows.
     int row_at(const QRectF& area, QPointF inside) const;
     void scroll_to(int first, const QRectF& area);
@@ -48,11 +46,6 @@ protected:
     /// The user chooses an item; it is scrolled into view.
     void choose(int index);
     virtual void user_chose(bool changed) = 0;
-    /// Where the rows are seen; empty while they are not.
-    virtual QRectF rows_area() const = 0;
 
-    int m_first = 0; ///< topmost row that is seen
-
-private:
-    mutable std::vector<tarn::TextCache> m_texts;
+    int m_first = 0;
 };

@@ -1,7 +1,5 @@
 #include "dxut_list_box.h"
 
-#include "draw_context.h"
-
 #include <cmath>
 
 namespace {
@@ -17,12 +15,6 @@ CDXUTListBox::CDXUTListBox(tarn::Journal& journal, CGuiCore& core) : CDXUTItems(
 QRectF CDXUTListBox::rows(const QRectF& area) const
 {
     return area.adjusted(margin, margin, -margin, -margin);
-}
-
-void CDXUTListBox::draw(tarn::DrawContext& context, const QRectF& area) const
-{
-    context.draw_element(tarn::Element::Field, visual_state(), area);
-    draw_rows(context, rows(area), -1);
 }
 
 void CDXUTListBox::mouse_pressed(QPointF inside)

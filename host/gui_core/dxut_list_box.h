@@ -6,7 +6,7 @@ class CDXUTListBox : public CDXUTItems {
 public:
     CDXUTListBox(tarn::Journal& journal, CGuiCore& core);
 
-    void draw(tarn::DrawContext& context, const QRectF& area) const override;
+    QRectF rows_area() const override { return rows(rect()); }
     void mouse_pressed(QPointF inside) override;
     void mouse_dragged(QPointF inside) override;
     bool wheel_turned(double steps) override;
@@ -14,7 +14,6 @@ public:
 
 protected:
     void user_chose(bool) override { raise(EVENT_LISTBOX_CLICKED); }
-    QRectF rows_area() const override { return rows(rect()); }
 
 private:
     QRectF rows(const QRectF& area) const;

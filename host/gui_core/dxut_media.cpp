@@ -1,18 +1,13 @@
 #include "dxut_media.h"
 
 #include "core/language.h"
-#include "draw_context.h"
 #include "gui_core.h"
 #include "swf_header.h"
 
-#include <QPainter>
-
 #include <array>
 
-using tarn::Element;
 using tarn::lang;
 using tarn::MapState;
-using tarn::VisualState;
 
 CDXUTFlash::CDXUTFlash(tarn::Journal& journal, CGuiCore& core) : CDXUTControl(journal, core, new tarn::FlashState) {}
 
@@ -42,31 +37,9 @@ QString CDXUTFlash::description() const
         .arg(h.compressed ? lang(u"已压缩", u"compressed") : lang(u"未压缩", u"not compressed"));
 }
 
-void CDXUTFlash::draw(tarn::DrawContext& context, const QRectF& area) const
-{
-    context.draw_element(Element::InfoPanel, VisualState::Normal, area);
-    const double side = std::min({48.0, area.width() / 2, area.height() / 2});
-    context.draw_element(Element::MoviePlaceholder, VisualState::Normal,
-                         QRectF(area.x() + 8, area.y() + 8, side, side));
-    m_text.draw(context.painter, area.adjusted(8, side + 12, -8, -4), description(),
-                {.color = 0xffe8eef0, .font_size = 12, .word_wrap = true});
-}
-
 CDXUTPictureInPicture::CDXUTPictureInPicture(tarn::Journal& journal, CGuiCore& core)
     : CDXUTControl(journal, core, new tarn::PictureInPictureState)
 {
-}
-
-void CDXUTPictureInPicture::draw(tarn::DrawContext& context, const QRectF& area) const
-{
-    const auto& s = state<tarn::PictureInPictureState>();
-    context.painter.fillRect(area.adjusted(2, 2, -2, -2), QColor::fromRgba(s.background_color));
-    if (s.frame_shown)
-        context.draw_element(Element::Field, VisualState::Normal, area);
-    const double side = std::min({48.0, area.width() - 8, area.height() - 8});
-    if (side > 4)
-        context.draw_element(Element::CameraPlaceholder, VisualState::Normal,
-                             QRectF(area.center() - QPointF(side / 2, side / 2), QSizeF(side, side)));
 }
 
 CDXUTMap::CDXUTMap(tarn::Journal& journal, CGuiCore& core) : CDXUTControl(journal, core, new MapState) {}
@@ -80,19 +53,4 @@ bool CDXUTMap::set_image(int slot, const QString& name)
 bool CDXUTMap::SetEagleEye(bool on)
 {
     return change<MapState>(&MapState::eagle_eye, on);
-}
-
-void CDXUTMap::draw(tarn::DrawContext& context, const QRectF& area) const
-{
-    const auto& s = state<MapState>();
-    bool drawn = context.draw_picture(s.image_base, area);
-    drawn |= context.draw_picture(s.image_map, area);
-    drawn |= context.draw_picture(s.image_surface, area);
-    if (drawn)
-        return;
-    context.draw_element(Element::Field, VisualState::Normal, area);
-    const double side = std::min({96.0, area.width() - 8, area.height() - 8});
-    if (side > 4)
-        context.draw_element(Element::MapPlaceholder, VisualState::Normal,
-                             QRectF(area.center() - QPointF(side / 2, side / 2), QSizeF(side, side)));
 }

@@ -1,27 +1,20 @@
 #pragma once
 
 #include "dxut_control.h"
-#include "text_cache.h"
 
 /// A Flash movie. Movies are not played: a card shows what the movie's header says, or why it cannot be read.
 class CDXUTFlash : public CDXUTControl {
 public:
     CDXUTFlash(tarn::Journal& journal, CGuiCore& core);
 
-    void draw(tarn::DrawContext& context, const QRectF& area) const override;
     /// The lines of the card.
     QString description() const;
-
-private:
-    mutable tarn::TextCache m_text;
 };
 
 /// A view into the world through another camera; a frame until there is one.
 class CDXUTPictureInPicture : public CDXUTControl {
 public:
     CDXUTPictureInPicture(tarn::Journal& journal, CGuiCore& core);
-
-    void draw(tarn::DrawContext& context, const QRectF& area) const override;
 };
 
 /// A navigation map: a base, the map's picture and a surface over it.
@@ -32,6 +25,4 @@ public:
     /// `slot` 0 map, 1 surface, 2 base; an empty name clears the slot. False for another slot.
     bool set_image(int slot, const QString& name);
     bool SetEagleEye(bool on);
-
-    void draw(tarn::DrawContext& context, const QRectF& area) const override;
 };

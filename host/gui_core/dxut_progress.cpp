@@ -1,9 +1,6 @@
 #include "dxut_progress.h"
 
-#include "draw_context.h"
 #include "gui_core.h"
-
-#include <QPainter>
 
 #include <algorithm>
 
@@ -51,25 +48,4 @@ QString CDXUTProgress::shown_text() const
     message.replace(QLatin1String("<total>"), QString::number(s.total));
     message.replace(QLatin1String("<percent>"), percent);
     return message;
-}
-
-void CDXUTProgress::draw(tarn::DrawContext& context, const QRectF& area) const
-{
-    const auto& s = state<ProgressState>();
-    context.draw_element(tarn::Element::ProgressFrame, tarn::VisualState::Normal, area);
-    const QRectF inside = area.adjusted(s.border, s.border, -s.border, -s.border);
-    const QRectF filled(inside.x(), inside.y(), inside.width() * double(s.percent) / 100, inside.height());
-    if (filled.width() >= 1) {
-        // Uncovering shows a part of the full picture; growing squeezes the whole of it into the filled part.
-        const bool uncover = !s.render_state || !s.texture_stretch;
-        context.painter.save();
-        context.painter.setClipRect(filled, Qt::IntersectClip);
-        const QRectF target = uncover ? inside : filled;
-        if (s.image.isEmpty() || !context.draw_picture(s.image, target))
-            context.draw_element(tarn::Element::ProgressFill, tarn::VisualState::Normal, target);
-        context.painter.restore();
-    }
-    tarn::TextLook look = text_look();
-    look.word_wrap = false;
-    m_shown.draw(context.painter, area, shown_text(), look);
 }

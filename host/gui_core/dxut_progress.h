@@ -18,9 +18,4 @@ public:
 
     /// What stands over the bar: the message with its placeholders filled in, the percentage, or the caption.
     QString shown_text() const;
-
-    void draw(tarn::DrawContext& context, const QRectF& area) const override;
-
-private:
-    mutable tarn::TextCache m_shown;
 };

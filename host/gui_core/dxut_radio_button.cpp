@@ -62,8 +62,3 @@ void CDXUTRadioButton::clicked()
         other->raise(EVENT_RADIOBUTTON_UNCHECKED);
     raise(EVENT_RADIOBUTTON_CHECKED);
 }
-
-void CDXUTRadioButton::draw(tarn::DrawContext& context, const QRectF& area) const
-{
-    draw_box(context, area, tarn::Element::RadioButton, tarn::Element::RadioDot);
-}

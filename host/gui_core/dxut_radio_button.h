@@ -14,7 +14,6 @@ public:
     /// Checking clears the others of the group.
     bool SetChecked(bool checked);
 
-    void draw(tarn::DrawContext& context, const QRectF& area) const override;
     void clicked() override;
     tarn::Status set_property(const tarn::FieldBase& field, const tarn::Value& value) override;
 

@@ -1,7 +1,5 @@
 #include "dxut_scroll_bar.h"
 
-#include "draw_context.h"
-
 #include <algorithm>
 #include <cmath>
 
@@ -31,17 +29,6 @@ tarn::ScrollGeometry CDXUTScrollBar::geometry() const
 {
     const double page = state<ScrollBarState>().page_size;
     return {.track = lies() ? rect().width() : rect().height(), .total = double(max()) - min() + page, .seen = page};
-}
-
-void CDXUTScrollBar::draw(tarn::DrawContext& context, const QRectF& area) const
-{
-    const tarn::VisualState look = visual_state();
-    context.draw_element(tarn::Element::ScrollTrack, look, area);
-    const tarn::ScrollGeometry track = geometry();
-    const double place = track.place_of(position() - double(min()));
-    const QRectF thumb = lies() ? QRectF(area.x() + place, area.y(), track.thumb(), area.height())
-                                : QRectF(area.x(), area.y() + place, area.width(), track.thumb());
-    context.draw_element(tarn::Element::ScrollThumb, look, thumb);
 }
 
 void CDXUTScrollBar::mouse_pressed(QPointF inside)

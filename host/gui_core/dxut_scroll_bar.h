@@ -17,7 +17,9 @@ public:
     bool SetTrackRange(int min, int max);
     bool SetTrackPos(int position);
 
-    void draw(tarn::DrawContext& context, const QRectF& area) const override;
+    bool lies() const { return rect().width() > rect().height(); }
+    tarn::ScrollGeometry geometry() const;
+
     bool is_interactive() const override { return true; }
     void mouse_pressed(QPointF inside) override;
     void mouse_dragged(QPointF inside) override;
@@ -27,8 +29,6 @@ public:
 private:
     bool scroll_to(double position);
     int step() const { return std::max(1, state<tarn::ScrollBarState>().page_size / 3); }
-    bool lies() const { return rect().width() > rect().height(); }
-    tarn::ScrollGeometry geometry() const;
     double along(QPointF inside) const { return lies() ? inside.x() : inside.y(); }
 
     double m_grip = 0; ///< pixels from the thumb's beginning to the mouse while it is dragged

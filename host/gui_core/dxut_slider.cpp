@@ -1,7 +1,5 @@
 #include "dxut_slider.h"
 
-#include "draw_context.h"
-
 #include <algorithm>
 #include <cmath>
 
@@ -28,18 +26,6 @@ bool CDXUTSlider::SetValue(int value)
 double CDXUTSlider::thumb_side() const
 {
     return std::min(rect().height(), rect().width());
-}
-
-void CDXUTSlider::draw(tarn::DrawContext& context, const QRectF& area) const
-{
-    const tarn::VisualState look = visual_state();
-    const double side = thumb_side();
-    const double span = double(max()) - min();
-    const double share = span > 0 ? std::clamp((value() - double(min())) / span, 0.0, 1.0) : 0;
-    context.draw_element(tarn::Element::SliderTrack, look, area);
-    context.draw_element(
-        tarn::Element::SliderThumb, look,
-        QRectF(area.x() + share * (area.width() - side), area.y() + (area.height() - side) / 2, side, side));
 }
 
 /// The user moves the thumb.

@@ -14,7 +14,8 @@ public:
     bool SetRange(int min, int max);
     bool SetValue(int value);
 
-    void draw(tarn::DrawContext& context, const QRectF& area) const override;
+    double thumb_side() const;
+
     bool is_interactive() const override { return true; }
     void mouse_pressed(QPointF inside) override { mouse_dragged(inside); }
     void mouse_dragged(QPointF inside) override;
@@ -23,5 +24,4 @@ public:
 
 private:
     void drag_to(double value);
-    double thumb_side() const;
 };

@@ -1,7 +1,5 @@
 #include "dxut_static.h"
 
-#include "draw_context.h"
-
 using tarn::StaticState;
 
 CDXUTStatic::CDXUTStatic(tarn::Journal& journal, CGuiCore& core) : CDXUTStatic(journal, core, new StaticState) {}
@@ -14,29 +12,4 @@ CDXUTStatic::CDXUTStatic(tarn::Journal& journal, CGuiCore& core, StaticState* st
 bool CDXUTStatic::SetText(const QString& text)
 {
     return change<StaticState>(&StaticState::text, text);
-}
-
-void CDXUTStatic::draw(tarn::DrawContext& context, const QRectF& area) const
-{
-    draw_text(context, area);
-}
-
-void CDXUTStatic::draw_text(tarn::DrawContext& context, const QRectF& area) const
-{
-    if (!text().isEmpty())
-        m_text.draw(context.painter, area, text(), text_look());
-}
-
-tarn::TextLook CDXUTStatic::text_look() const
-{
-    const auto& s = state<StaticState>();
-    return {.color = text_color_in(visual_state(), s.text_color),
-            .font_size = s.font_size ? s.font_size : tarn::Skin::font_size,
-            .bold = s.bold,
-            .horizontal_align = s.horizontal_align,
-            .vertical_align = s.vertical_align,
-            .word_wrap = s.word_wrap,
-            .shadow = s.shadow,
-            .family = font_family(),
-            .italic = font_italic()};
 }

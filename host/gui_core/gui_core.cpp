@@ -3,6 +3,7 @@
 #include "control_class.h"
 #include "dxut_control.h"
 #include "dxut_dialog.h"
+#include "texture_name.h"
 
 #include <algorithm>
 #include <iterator>
@@ -278,13 +279,6 @@ bool CGuiCore::move_guide(Qt::Orientation lines, std::optional<quint32> from, st
     (lines == Qt::Vertical ? s.vertical_guides : s.horizontal_guides) = wanted;
     written();
     return true;
-}
-
-QImage CGuiCore::texture(const QString& name, QSize shown) const
-{
-    const auto& files = document().files();
-    const auto encoded = files.find(tarn::texture_entry(name));
-    return encoded == files.end() ? QImage() : m_textures.image(name, *encoded, shown);
 }
 
 void CGuiCore::set_texture(const QString& name, const QByteArray& encoded)

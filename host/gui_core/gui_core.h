@@ -3,9 +3,9 @@
 #include "core/document.h"
 #include "core/model_object.h"
 #include "dialog_state.h"
+#include "draw_slot.h"
 #include "gui_event.h"
 #include "selection_record.h"
-#include "texture_cache.h"
 #include "view_aids.h"
 
 #include <QHash>
@@ -135,9 +135,6 @@ public:
     /// The control whose list is dropped down; null for none.
     void set_popup(CDXUTControl* control) { m_live.popup = control; }
     const tarn::LiveState& live() const { return const_cast<CGuiCore*>(this)->live(); }
-    /// Null when there is no such picture or it cannot be read. With `shown`, the device pixels that it is drawn into, a
-    /// large one may come with fewer pixels than it has.
-    QImage texture(const QString& name, QSize shown = {}) const;
     /// Takes an encoded picture into the scene, in place of one of that name.
     void set_texture(const QString& name, const QByteArray& encoded);
     QStringList texture_names() const;
@@ -159,6 +156,7 @@ public:
     void children_changed() override;
 
     const tarn::CoreState& core_state() const { return state<tarn::CoreState>(); }
+    tarn::DrawSlot& draw_slot() const { return m_draw_slot; }
 
 private:
     void find_dialogs() const;
@@ -181,5 +179,5 @@ private:
     QSize m_screen{1280, 720};
     QSize m_known_design{1280, 720}; ///< the design size for which the dialogs know where they are drawn
     QRectF m_damage;
-    mutable tarn::TextureCache m_textures;
+    mutable tarn::DrawSlot m_draw_slot;
 };

@@ -1,23 +1,19 @@
 #include "gui_plug_scene.h"
 
-#include "aids_layer.h"
 #include "core/language.h"
-#include "create_tool.h"
 #include "engine/base_world.h"
 #include "gui_core/control_class.h"
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
-#include "gui_scene_editor.h"
 #include "package_reader.h"
 #include "package_writer.h"
 #include "picture_file.h"
 #include "picture_release.h"
-#include "play_tool.h"
 #include "scene_merge.h"
 #include "scene_overlay.h"
+#include "scene_tools.h"
 #include "script/gui_script_api.h"
 #include "script/scene_scripts.h"
-#include "select_tool.h"
 #include "store/pak_file.h"
 #include "tex_path_info.h"
 
@@ -57,12 +53,7 @@ void write_picture(const std::vector<tarn::ModelObject*>& objects, const char* n
 
 } // namespace
 
-CGuiPlugScene::CGuiPlugScene()
-    : m_editor(std::make_unique<tarn::GuiSceneEditor>(*this)),
-      m_aids(std::make_unique<tarn::AidsLayer>(*this)),
-      m_select_tool(std::make_unique<tarn::SelectTool>(*this))
-{
-}
+CGuiPlugScene::CGuiPlugScene() = default;
 
 CGuiPlugScene::~CGuiPlugScene()
 {
@@ -77,7 +68,12 @@ CGuiPlugScene::~CGuiPlugScene()
 
 tarn::SceneEditor& CGuiPlugScene::editor()
 {
-    return *m_editor;
+    return m_tools->editor();
+}
+
+void CGuiPlugScene::set_tools(MakeTools make)
+{
+    m_make_tools = std::move(make);
 }
 
 void CGuiPlugScene::on_world_created(CBaseWorld* world)
@@ -85,8 +81,8 @@ void CGuiPlugScene::on_world_created(CBaseWorld* world)
     m_world = world;
     m_core = std::make_unique<CGuiCore>(world->document());
     m_functions.on_changed = m_events.on_changed = [this] { journal().changed_outside(); };
-    m_play_tool = std::make_unique<tarn::PlayTool>(*m_core, [this] { m_runner.deliver(); });
-    world->set_default_mouse_tool(m_select_tool.get());
+    m_tools = m_make_tools(*this);
+    world->set_default_mouse_tool(&m_tools->select_tool());
     world->set_scene_functions(&m_functions, tarn::gui_script_api(*this));
     world->begin_edit = [this](const QString& name) { return begin_script_edit(name); };
     m_overlay = std::make_unique<tarn::SceneOverlay>(*m_core);
@@ -286,7 +282,7 @@ void CGuiPlugScene::SetMTFunction(int kind, int type)
         m_create_tool.reset();
         return;
     }
-    auto tool = std::make_unique<tarn::CreateTool>(*this, kind == 1 ? tarn::CreateTool::dialog : type);
+    auto tool = m_tools->create_tool(kind == 1 ? tarn::SceneTools::new_dialog : type);
     m_world->set_mouse_tool(tool.get());
     m_create_tool = std::move(tool);
 }
@@ -305,7 +301,7 @@ void CGuiPlugScene::play(bool on)
     m_core->EnableGui(!on);
     if (on)
         m_runner.begin();
-    m_world->set_mouse_tool(on ? m_play_tool.get() : m_select_tool.get());
+    m_world->set_mouse_tool(on ? &m_tools->play_tool() : &m_tools->select_tool());
 }
 
 void CGuiPlugScene::advance(double now)

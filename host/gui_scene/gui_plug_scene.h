@@ -2,7 +2,6 @@
 
 #include "core/journal.h"
 #include "core/status.h"
-#include "engine/mouse_tool.h"
 #include "engine/scene_plug.h"
 #include "event_manager.h"
 #include "gui_core/gui_core.h"
@@ -19,9 +18,9 @@ class CPakFile;
 class CTexPathInfo;
 
 namespace tarn {
-class AidsLayer;
-class GuiSceneEditor;
+class MouseTool;
 class SceneOverlay;
+class SceneTools;
 
 struct TextureBinding {
     QString texture;    ///< name in the scene's textures
@@ -52,8 +51,12 @@ public:
     tarn::SceneParts parts() const { return {*m_core, m_functions, m_events}; }
     tarn::Journal& journal() override { return document().journal(); }
     tarn::SceneModel& model() override { return m_model; }
+    /// Of a scene that has tools.
     tarn::SceneEditor& editor() override;
 
+    /// Makes what works on the scene in the views, when there is a world.
+    using MakeTools = std::function<std::unique_ptr<tarn::SceneTools>(CGuiPlugScene&)>;
+    void set_tools(MakeTools make);
     void on_world_created(CBaseWorld* world) override;
     CBaseWorld* world() const { return m_world; }
 
@@ -115,12 +118,12 @@ public:
 
     SelectionMode& selection_mode() { return m_selection_mode; }
 
-    tarn::AidsLayer& aids() { return *m_aids; }
-
     // Preview
     void play(bool on) override;
     bool is_playing() const override { return m_playing; }
     void advance(double now) override;
+    /// Runs what answers the events that the running interface raised since the last call.
+    void deliver_events() { m_runner.deliver(); }
 
 private:
     tarn::Status check_not_playing() const;
@@ -132,8 +135,6 @@ private:
     CEventManager m_events;
     tarn::EventRunner m_runner{*this};
     tarn::GuiSceneModel m_model{*this};
-    std::unique_ptr<tarn::GuiSceneEditor> m_editor;
-    std::unique_ptr<tarn::AidsLayer> m_aids;
     std::unique_ptr<tarn::SceneOverlay>
         m_overlay; ///< made with the world: it needs the fonts and pictures of a program with a display
     CBaseWorld* m_world = nullptr;
@@ -142,7 +143,7 @@ private:
     int m_function_type = -1;
     SelectionMode m_selection_mode;
     bool m_playing = false;
-    std::unique_ptr<tarn::MouseTool> m_select_tool;
-    std::unique_ptr<tarn::MouseTool> m_create_tool;
-    std::unique_ptr<tarn::MouseTool> m_play_tool;
+    MakeTools m_make_tools;
+    std::unique_ptr<tarn::SceneTools> m_tools;
+    std::unique_ptr<tarn::MouseTool> m_create_tool; ///< null while nothing is drawn
 };

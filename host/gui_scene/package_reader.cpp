@@ -2,6 +2,7 @@
 
 #include "core/json_reader.h"
 #include "core/language.h"
+#include "gui_core/texture_name.h"
 #include "package_writer.h"
 #include "picture_names.h"
 #include "store/pak_file.h"

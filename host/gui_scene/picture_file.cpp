@@ -2,6 +2,8 @@
 
 #include "core/language.h"
 #include "gui_core/gui_core.h"
+#include "gui_core/texture_name.h"
+#include "gui_draw/texture_cache.h"
 #include "store/pak_rules.h"
 
 #include <QFile>

@@ -2,6 +2,7 @@
 
 #include "core/model_object.h"
 #include "gui_core/gui_core.h"
+#include "gui_core/texture_name.h"
 
 namespace tarn {
 

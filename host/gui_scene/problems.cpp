@@ -4,6 +4,7 @@
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
 #include "gui_core/gui_event.h"
+#include "gui_core/texture_name.h"
 #include "gui_plug_scene.h"
 #include "picture_names.h"
 #include "script/script_runtime.h"

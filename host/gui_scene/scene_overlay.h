@@ -1,7 +1,7 @@
 #pragma once
 
 #include "engine/overlay.h"
-#include "gui_core/gui_painter.h"
+#include "gui_draw/gui_painter.h"
 
 class CGuiCore;
 

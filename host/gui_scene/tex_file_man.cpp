@@ -1,6 +1,7 @@
 #include "tex_file_man.h"
 
 #include "gui_core/gui_core.h"
+#include "gui_core/texture_name.h"
 #include "picture_file.h"
 
 #include <QFileInfo>

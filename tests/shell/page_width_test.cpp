@@ -1,4 +1,4 @@
-#include "editor_fixture.h"
+#include "support/editor_fixture.h"
 
 #include "frame/control_bar.h"
 #include "frame/rollup.h"
@@ -27,7 +27,7 @@ protected:
 
 } // namespace
 
-TEST_P(PageWidth, EveryPageOfThePropertyBarFitsIt)
+TEST_P(PageWidth, every_page_of_the_property_bar_fits_it)
 {
     const QWidget& bar = *m_ui.control_bars().front();
     const int width = bar.sizeHint().width();

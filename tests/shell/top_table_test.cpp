@@ -1,4 +1,4 @@
-#include "editor_fixture.h"
+#include "support/editor_fixture.h"
 
 #include "widgets/button_st.h"
 #include "widgets/super_edit.h"
@@ -38,7 +38,7 @@ protected:
     }
 };
 
-TEST_F(TopTable, EachButtonIsOneStepOfItsNameAndTellsNobody)
+TEST_F(TopTable, each_button_is_one_step_of_its_name_and_tells_nobody)
 {
     const struct {
         int id, page_id;
@@ -103,7 +103,7 @@ TEST_F(TopTable, EachButtonIsOneStepOfItsNameAndTellsNobody)
     EXPECT_TRUE(m_codes.empty());
 }
 
-TEST_F(TopTable, ThePropertyPageShowsWhatWasArranged)
+TEST_F(TopTable, the_property_page_shows_what_was_arranged)
 {
     constexpr int id_x = 6337;
     start();
@@ -123,7 +123,7 @@ TEST_F(TopTable, ThePropertyPageShowsWhatWasArranged)
     EXPECT_EQ(shown_x(u"CDlgPropDialog"_s), 0);
 }
 
-TEST_F(TopTable, TheRulersTakeSnappingWithThem)
+TEST_F(TopTable, the_rulers_take_snapping_with_them)
 {
     start();
     for (const int id : {id_snap, id_coordinates, id_guide_lines})
@@ -148,7 +148,7 @@ TEST_F(TopTable, TheRulersTakeSnappingWithThem)
     EXPECT_FALSE(m_scene->journal().can_undo());
 }
 
-TEST_F(TopTable, WithoutRulersAFlagChangesThoughItsButtonStaysUp)
+TEST_F(TopTable, without_rulers_a_flag_changes_though_its_button_stays_up)
 {
     start();
     const struct {
@@ -167,7 +167,7 @@ TEST_F(TopTable, WithoutRulersAFlagChangesThoughItsButtonStaysUp)
         }
 }
 
-TEST_F(TopTable, TheSwitchesFollowFlagsThatOthersChange)
+TEST_F(TopTable, the_switches_follow_flags_that_others_change)
 {
     start();
     button(id_ruler).click();
@@ -180,7 +180,7 @@ TEST_F(TopTable, TheSwitchesFollowFlagsThatOthersChange)
     EXPECT_TRUE(button(id_guide_lines).isEnabled());
 }
 
-TEST_F(TopTable, TheSelectionModesButtonShowsTheModeFromBeforeTheClick)
+TEST_F(TopTable, the_selection_modes_button_shows_the_mode_from_before_the_click)
 {
     start();
     const auto& mode = m_scene->selection_mode();
@@ -195,7 +195,7 @@ TEST_F(TopTable, TheSelectionModesButtonShowsTheModeFromBeforeTheClick)
     }
 }
 
-TEST_F(TopTable, NothingIsArrangedWhileTheInterfaceRuns)
+TEST_F(TopTable, nothing_is_arranged_while_the_interface_runs)
 {
     start();
     m_scene->play(true);
@@ -207,7 +207,7 @@ TEST_F(TopTable, NothingIsArrangedWhileTheInterfaceRuns)
     EXPECT_TRUE(button(id_align_left).isEnabled() && button(id_screen_left).isEnabled());
 }
 
-TEST_F(TopTable, IsDisabledWithoutAScene)
+TEST_F(TopTable, is_disabled_without_a_scene)
 {
     start(false);
     m_world.broadcast(ui_full_refresh);
@@ -216,7 +216,7 @@ TEST_F(TopTable, IsDisabledWithoutAScene)
             EXPECT_FALSE(control.value()->isEnabled()) << control.key();
 }
 
-TEST_F(TopTable, StandsInOneRowOfAUsualViewAndInMoreOfANarrowOne)
+TEST_F(TopTable, stands_in_one_row_of_a_usual_view_and_in_more_of_a_narrow_one)
 {
     for (const Language language : {Language::Chinese, Language::English}) {
         VLCMsgIniW::set_language(language);

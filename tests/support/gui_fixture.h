@@ -9,6 +9,8 @@
 #include "printing.h"
 
 #include <QBuffer>
+#include <QColor>
+#include <QImage>
 
 #include <gtest/gtest.h>
 

@@ -12,6 +12,7 @@
 #include "gui_scene/tex_path_info.h"
 #include "printing.h"
 #include "store/pak_file.h"
+#include "tools/gui_tools.h"
 
 namespace tarn::test {
 
@@ -20,7 +21,11 @@ using namespace Qt::StringLiterals;
 /// A scene in a world, and a folder for its packages.
 class SceneTest : public testing::Test {
 protected:
-    SceneTest() { m_scene.on_world_created(&m_world); }
+    SceneTest()
+    {
+        m_scene.set_tools(make_gui_tools);
+        m_scene.on_world_created(&m_world);
+    }
 
     CGuiCore& core() { return m_scene.gui_core(); }
     QByteArray text() { return scene_text(m_scene.parts()); }

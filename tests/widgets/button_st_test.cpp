@@ -26,7 +26,7 @@ bool shows(const QImage& image, const QColor& color)
 
 } // namespace
 
-TEST(ButtonST, TextColoursHaveRedInTheLowByte)
+TEST(ButtonST, text_colours_have_red_in_the_low_byte)
 {
     CButtonST button;
     button.setText(QStringLiteral("MMMM"));
@@ -48,7 +48,7 @@ TEST(ButtonST, TextColoursHaveRedInTheLowByte)
     tarn::apply_theme(*qApp, tarn::Theme::Light);
 }
 
-TEST(ButtonST, ATextThatDoesNotFitIsTheTooltip)
+TEST(ButtonST, a_text_that_does_not_fit_is_the_tooltip)
 {
     CButtonST button;
     button.setText(QStringLiteral("A long && winding label"));
@@ -63,7 +63,7 @@ TEST(ButtonST, ATextThatDoesNotFitIsTheTooltip)
     EXPECT_EQ(button.shown_tooltip(), QStringLiteral("Goes on"));
 }
 
-TEST(ButtonST, SetCheckShowsAStateWithoutAClick)
+TEST(ButtonST, set_check_shows_a_state_without_a_click)
 {
     CButtonST button;
     QSignalSpy clicked(&button, &QPushButton::clicked);
@@ -84,7 +84,7 @@ TEST(ButtonST, SetCheckShowsAStateWithoutAClick)
     EXPECT_TRUE(toggle.GetCheck());
 }
 
-TEST(ButtonST, IconsFollowTheTheme)
+TEST(ButtonST, icons_follow_the_theme)
 {
     CButtonST button;
     button.SetIcon(2);

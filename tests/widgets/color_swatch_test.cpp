@@ -23,7 +23,7 @@ QSet<QRgb> shown(CColorSwatch& swatch)
 
 } // namespace
 
-TEST(ColorSwatch, ShowsAnOpaqueColourPlainAndOthersOverAPattern)
+TEST(ColorSwatch, shows_an_opaque_colour_plain_and_others_over_a_pattern)
 {
     CColorSwatch swatch;
     swatch.set_color(0xff336699);
@@ -37,7 +37,7 @@ TEST(ColorSwatch, ShowsAnOpaqueColourPlainAndOthersOverAPattern)
     EXPECT_EQ(swatch.property("color").value<QColor>().rgba(), 0x00336699u);
 }
 
-TEST(ColorSwatch, IsClickedWithMouseAndSpaceUnlessDisabled)
+TEST(ColorSwatch, is_clicked_with_mouse_and_space_unless_disabled)
 {
     CColorSwatch swatch;
     swatch.resize(40, 24);

@@ -20,7 +20,7 @@ QColor top_of(int number)
 
 } // namespace
 
-TEST(Iconfun, TheTableKnowsThemeIconsAndOwnOnes)
+TEST(Iconfun, the_table_knows_theme_icons_and_own_ones)
 {
     EXPECT_TRUE(iconfun::has_icon(1));
     EXPECT_TRUE(iconfun::has_icon(2)) << "a comment behind a name does not belong to it";
@@ -29,7 +29,7 @@ TEST(Iconfun, TheTableKnowsThemeIconsAndOwnOnes)
     EXPECT_TRUE(iconfun::has_icon(6)) << "lines that make no sense do not end the table";
 }
 
-TEST(Iconfun, MissingIconsAllGetTheSamePlaceholder)
+TEST(Iconfun, missing_icons_all_get_the_same_placeholder)
 {
     const QImage placeholder = picture(99);
     EXPECT_EQ(placeholder.size(), QSize(16, 16));
@@ -41,7 +41,7 @@ TEST(Iconfun, MissingIconsAllGetTheSamePlaceholder)
     EXPECT_NE(picture(2), placeholder);
 }
 
-TEST(Iconfun, OwnIconsTakeTheTextColourOfTheThemeAndKeepTheirOthers)
+TEST(Iconfun, own_icons_take_the_text_colour_of_the_theme_and_keep_their_others)
 {
     const QIcon made_before = iconfun::icon(2);
     for (const auto theme : {tarn::Theme::Dark, tarn::Theme::Light}) {
@@ -55,7 +55,7 @@ TEST(Iconfun, OwnIconsTakeTheTextColourOfTheThemeAndKeepTheirOthers)
     }
 }
 
-TEST(Iconfun, ThemeIconsFollowTheTheme)
+TEST(Iconfun, theme_icons_follow_the_theme)
 {
     tarn::apply_theme(*qApp, tarn::Theme::Dark);
     EXPECT_TRUE(tarn::is_dark());
@@ -65,7 +65,7 @@ TEST(Iconfun, ThemeIconsFollowTheTheme)
     EXPECT_NE(picture(1), on_dark);
 }
 
-TEST(Iconfun, PixmapsAreSharpAtEveryDeviceRatio)
+TEST(Iconfun, pixmaps_are_sharp_at_every_device_ratio)
 {
     for (const int number : {1, 2, 99}) {
         const QPixmap pixmap = iconfun::pixmap(number, 16, 2);
@@ -74,7 +74,7 @@ TEST(Iconfun, PixmapsAreSharpAtEveryDeviceRatio)
     }
 }
 
-TEST(Theme, SystemIsEitherAndColoursAreMadeReadable)
+TEST(Theme, system_is_either_and_colours_are_made_readable)
 {
     tarn::apply_theme(*qApp, tarn::Theme::System);
     EXPECT_TRUE(QApplication::palette() == tarn::light_palette() || QApplication::palette() == tarn::dark_palette());

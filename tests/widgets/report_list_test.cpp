@@ -117,7 +117,7 @@ protected:
 
 } // namespace
 
-TEST_F(ReportListTest, RefillKeepsTheSelectionOfSurvivorsAndReportsNothing)
+TEST_F(ReportListTest, refill_keeps_the_selection_of_survivors_and_reports_nothing)
 {
     list.set_multi_selection(true);
     show(letters("abcde"));
@@ -132,7 +132,7 @@ TEST_F(ReportListTest, RefillKeepsTheSelectionOfSurvivorsAndReportsNothing)
     EXPECT_EQ(changes.count(), 0);
 }
 
-TEST_F(ReportListTest, RefillKeepsTheScrollPositionAndTheSorting)
+TEST_F(ReportListTest, refill_keeps_the_scroll_position_and_the_sorting)
 {
     QStringList names;
     for (int i = 0; i < 500; ++i)
@@ -157,7 +157,7 @@ TEST_F(ReportListTest, RefillKeepsTheScrollPositionAndTheSorting)
     EXPECT_EQ(order(), QStringLiteral("72"));
 }
 
-TEST_F(ReportListTest, EnterOpensTheCurrentRow)
+TEST_F(ReportListTest, enter_opens_the_current_row)
 {
     show(letters("abc"));
     QTest::keyClick(&list, Qt::Key_Return);
@@ -173,7 +173,7 @@ TEST_F(ReportListTest, EnterOpensTheCurrentRow)
     EXPECT_EQ(double_clicks.count(), 2);
 }
 
-TEST_F(ReportListTest, CaptionsAreAskedOnlyOfRowsThatAreSeen)
+TEST_F(ReportListTest, captions_are_asked_only_of_rows_that_are_seen)
 {
     show(QStringList(100000, QStringLiteral("x")));
     list.captions_asked = 0;
@@ -192,7 +192,7 @@ TEST_F(ReportListTest, CaptionsAreAskedOnlyOfRowsThatAreSeen)
     list.refresh_item_caption(&list);
 }
 
-TEST_F(ReportListTest, SelectingAnUnknownObjectClears)
+TEST_F(ReportListTest, selecting_an_unknown_object_clears)
 {
     show(letters("abc"));
     list.selecte_item_by_ptr_binded(items[1]);
@@ -218,7 +218,7 @@ TEST_F(ReportListTest, SelectingAnUnknownObjectClears)
     EXPECT_EQ(list.get_binded_ptr(3), nullptr);
 }
 
-TEST_F(ReportListTest, ClicksTellTheirCellAndClicksBesideAllRowsClear)
+TEST_F(ReportListTest, clicks_tell_their_cell_and_clicks_beside_all_rows_clear)
 {
     show(letters("abc"));
     std::vector<std::pair<int, int>> seen;
@@ -242,7 +242,7 @@ TEST_F(ReportListTest, ClicksTellTheirCellAndClicksBesideAllRowsClear)
     EXPECT_EQ(double_clicks.at(0).at(0).toInt(), 2);
 }
 
-TEST_F(ReportListTest, ColumnsThatDoNotSelectLeaveTheSelectionAlone)
+TEST_F(ReportListTest, columns_that_do_not_select_leave_the_selection_alone)
 {
     list.set_multi_selection(true);
     show(letters("abc"));
@@ -264,7 +264,7 @@ TEST_F(ReportListTest, ColumnsThatDoNotSelectLeaveTheSelectionAlone)
     EXPECT_EQ(selection(), QStringLiteral("c"));
 }
 
-TEST_F(ReportListTest, AHandlerMayRefillTheListWhileItIsClicked)
+TEST_F(ReportListTest, a_handler_may_refill_the_list_while_it_is_clicked)
 {
     show(letters("abc"));
     QObject::connect(&list, &CReportList::selection_changed_by_user, [&] { list.refill_list({items[0]}); });
@@ -276,7 +276,7 @@ TEST_F(ReportListTest, AHandlerMayRefillTheListWhileItIsClicked)
     EXPECT_LT(row, list.row_count());
 }
 
-TEST_F(ReportListTest, SortingIsStableMovesRowsAndKeepsTheSelection)
+TEST_F(ReportListTest, sorting_is_stable_moves_rows_and_keeps_the_selection)
 {
     list.set_multi_selection(true);
     show(letters("abcdef"));
@@ -296,7 +296,7 @@ TEST_F(ReportListTest, SortingIsStableMovesRowsAndKeepsTheSelection)
     EXPECT_EQ(changes.count(), 0);
 }
 
-TEST_F(ReportListTest, HeaderClicksSortAndTurnTheDirection)
+TEST_F(ReportListTest, header_clicks_sort_and_turn_the_direction)
 {
     show({QStringLiteral("b"), QStringLiteral("C"), QStringLiteral("a")});
     click_header(0);
@@ -310,7 +310,7 @@ TEST_F(ReportListTest, HeaderClicksSortAndTurnTheDirection)
     EXPECT_EQ(list.horizontalHeader()->sortIndicatorOrder(), Qt::AscendingOrder);
 }
 
-TEST_F(ReportListTest, AHundredThousandRowsStayRightAfterSorting)
+TEST_F(ReportListTest, a_hundred_thousand_rows_stay_right_after_sorting)
 {
     list.set_multi_selection(true);
     QStringList names;
@@ -334,7 +334,7 @@ TEST_F(ReportListTest, AHundredThousandRowsStayRightAfterSorting)
     EXPECT_EQ(chosen, every_second);
 }
 
-TEST_F(ReportListTest, ColumnsKeepTheirSharesUntilAHeaderIsDragged)
+TEST_F(ReportListTest, columns_keep_their_shares_until_a_header_is_dragged)
 {
     show(letters("abc"));
     EXPECT_EQ(list.columnWidth(0) + list.columnWidth(1) + list.columnWidth(2), list.viewport()->width());
@@ -348,7 +348,7 @@ TEST_F(ReportListTest, ColumnsKeepTheirSharesUntilAHeaderIsDragged)
     EXPECT_EQ(list.column_captions().join(u','), QStringLiteral("Name,Number,Shown"));
 }
 
-TEST_F(ReportListTest, TheHeaderHasTwoLinesWhileACaptionIsTooLongForItsColumn)
+TEST_F(ReportListTest, the_header_has_two_lines_while_a_caption_is_too_long_for_its_column)
 {
     show(letters("ab"));
     list.resize(900, 200);
@@ -363,7 +363,7 @@ TEST_F(ReportListTest, TheHeaderHasTwoLinesWhileACaptionIsTooLongForItsColumn)
     EXPECT_EQ(list.horizontalHeader()->height(), one_line);
 }
 
-TEST_F(ReportListTest, TypingLettersGoesToTheNextMatch)
+TEST_F(ReportListTest, typing_letters_goes_to_the_next_match)
 {
     show({QStringLiteral("beta"), QStringLiteral("alpha"), QStringLiteral("Bravo"), QStringLiteral("gamma")});
     list.setFocus();
@@ -387,7 +387,7 @@ TEST_F(ReportListTest, TypingLettersGoesToTheNextMatch)
     EXPECT_EQ(deletes.count(), 1);
 }
 
-TEST_F(ReportListTest, IconsOutsideTheIconListAreNotShown)
+TEST_F(ReportListTest, icons_outside_the_icon_list_are_not_shown)
 {
     show(letters("abc"));
     things[0].icon = 0;
@@ -403,7 +403,7 @@ TEST_F(ReportListTest, IconsOutsideTheIconListAreNotShown)
     EXPECT_EQ(list.icon_index(99), -1);
 }
 
-TEST_F(ReportListTest, DrawsAdditionsOnTopAndAHintWhenEmpty)
+TEST_F(ReportListTest, draws_additions_on_top_and_a_hint_when_empty)
 {
     show(letters("ab"));
     EXPECT_EQ(list.viewport()->grab().toImage().pixelColor(cell(0, 2)), QColor(Qt::green));

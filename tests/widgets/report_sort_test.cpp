@@ -41,7 +41,7 @@ std::vector<int> plain_order(const std::vector<QString>& texts, bool ascending, 
 
 } // namespace
 
-TEST(ReportSort, CaseAndAccentsDecideOnlyBetweenEqualLetters)
+TEST(ReportSort, case_and_accents_decide_only_between_equal_letters)
 {
     const auto texts = texts_of(QStringLiteral("Zebra apple Élan eland \u00e9lan Apple elan zebra \u00e9cru ab Aa"));
     const auto order = text_order(texts, true, QCollator(QLocale(QStringLiteral("en_US"))));
@@ -49,7 +49,7 @@ TEST(ReportSort, CaseAndAccentsDecideOnlyBetweenEqualLetters)
     EXPECT_EQ(sorted(texts, order), wanted);
 }
 
-TEST(ReportSort, KeysAgreeWithTheCollatorInEveryLanguage)
+TEST(ReportSort, keys_agree_with_the_collator_in_every_language)
 {
     // Letter pairs that sort as one (cs), letters that stand for two (de), letters behind z (sv), Chinese, and text
     // beyond the basic plane.
@@ -74,7 +74,7 @@ TEST(ReportSort, KeysAgreeWithTheCollatorInEveryLanguage)
         }
 }
 
-TEST(ReportSort, LongSharedBeginningsAndPrefixesOfEachOtherAreTold)
+TEST(ReportSort, long_shared_beginnings_and_prefixes_of_each_other_are_told)
 {
     const auto texts = texts_of(QStringLiteral("Control_left_0012 Control_left_0002 Control_left_ Control_left_00"));
     const auto order = text_order(texts, true, reading_collator());
@@ -82,7 +82,7 @@ TEST(ReportSort, LongSharedBeginningsAndPrefixesOfEachOtherAreTold)
     EXPECT_TRUE(text_order({}, true, reading_collator()).empty());
 }
 
-TEST(ReportSort, NumbersSortAsNumbersAndTheRestStandsLast)
+TEST(ReportSort, numbers_sort_as_numbers_and_the_rest_stands_last)
 {
     const auto texts = texts_of(QStringLiteral("10 9 none -1.5 9 1e2 0x 2.5秒  inf"));
     const auto up = sorted(texts, number_order(texts, true));

@@ -20,7 +20,7 @@ struct Window : QMainWindow {
 
 } // namespace
 
-TEST(SizingControlBar, TakesItsStoredSizeWhereItIsDocked)
+TEST(SizingControlBar, takes_its_stored_size_where_it_is_docked)
 {
     Window window;
     window.bar->set_stored_sizes(230, 180);
@@ -41,7 +41,7 @@ TEST(SizingControlBar, TakesItsStoredSizeWhereItIsDocked)
     EXPECT_EQ(window.bar->height(), 150);
 }
 
-TEST(SizingControlBar, KeepsWhatTheUserMadeOfItOverHidingAndTellsItsSize)
+TEST(SizingControlBar, keeps_what_the_user_made_of_it_over_hiding_and_tells_its_size)
 {
     Window window;
     window.bar->set_stored_sizes(230, 180);

@@ -54,7 +54,7 @@ using Numbers = std::vector<double>;
 
 } // namespace
 
-TEST_F(SuperEditTest, TypingReportsEveryTextThatIsANumber)
+TEST_F(SuperEditTest, typing_reports_every_text_that_is_a_number)
 {
     edit.set_range(-100, 100, 1);
     QSignalSpy changes(&edit, &CSuperEdit::value_changed);
@@ -73,7 +73,7 @@ TEST_F(SuperEditTest, TypingReportsEveryTextThatIsANumber)
     EXPECT_EQ(shown(), QStringLiteral("1")) << "an emptied edit shows its value again";
 }
 
-TEST_F(SuperEditTest, TypingTheHiddenNumberIntoAMixedEditCounts)
+TEST_F(SuperEditTest, typing_the_hidden_number_into_a_mixed_edit_counts)
 {
     edit.set_pos(5);
     EXPECT_TRUE(edit.set_empty());
@@ -93,7 +93,7 @@ TEST_F(SuperEditTest, TypingTheHiddenNumberIntoAMixedEditCounts)
     EXPECT_EQ(edit.get_pos(), 10) << "within the range also when empty";
 }
 
-TEST_F(SuperEditTest, TheValueIsHeldToTheRangeWhileTheTextWaitsForTheEnd)
+TEST_F(SuperEditTest, the_value_is_held_to_the_range_while_the_text_waits_for_the_end)
 {
     edit.set_range(10, 200, 1);
     type(QStringLiteral("5"));
@@ -115,7 +115,7 @@ TEST_F(SuperEditTest, TheValueIsHeldToTheRangeWhileTheTextWaitsForTheEnd)
     EXPECT_EQ(shown(), QStringLiteral("50"));
 }
 
-TEST_F(SuperEditTest, AnEchoThroughA32BitFloatDoesNotDisturbTypingButAnotherValueDoes)
+TEST_F(SuperEditTest, an_echo_through_a32_bit_float_does_not_disturb_typing_but_another_value_does)
 {
     type(QStringLiteral("1.10"));
     edit.set_pos(double(1.1f));
@@ -124,7 +124,7 @@ TEST_F(SuperEditTest, AnEchoThroughA32BitFloatDoesNotDisturbTypingButAnotherValu
     EXPECT_EQ(shown(), QStringLiteral("2"));
 }
 
-TEST_F(SuperEditTest, RefusesWhatIsNotFinite)
+TEST_F(SuperEditTest, refuses_what_is_not_finite)
 {
     edit.set_pos(7);
     edit.set_pos(std::numeric_limits<double>::quiet_NaN());
@@ -139,7 +139,7 @@ TEST_F(SuperEditTest, RefusesWhatIsNotFinite)
         EXPECT_FALSE(tarn::parse_number(QString::fromLatin1(text))) << text;
 }
 
-TEST_F(SuperEditTest, ReadsCommasAndDigitsOfOtherScripts)
+TEST_F(SuperEditTest, reads_commas_and_digits_of_other_scripts)
 {
     type(QStringLiteral("3,25"));
     EXPECT_EQ(edit.get_pos(), 3.25);
@@ -151,7 +151,7 @@ TEST_F(SuperEditTest, ReadsCommasAndDigitsOfOtherScripts)
     EXPECT_EQ(tarn::parse_number(u" +.5 "), 0.5);
 }
 
-TEST_F(SuperEditTest, FormatsShowTheValueAndTrapsFallBack)
+TEST_F(SuperEditTest, formats_show_the_value_and_traps_fall_back)
 {
     edit.set_range(-1e9, 1e9, 0.1);
     const struct {
@@ -182,7 +182,7 @@ TEST_F(SuperEditTest, FormatsShowTheValueAndTrapsFallBack)
     std::setlocale(LC_NUMERIC, before.c_str());
 }
 
-TEST_F(SuperEditTest, CutsWhatIsTypedWhereRoundingIsOff)
+TEST_F(SuperEditTest, cuts_what_is_typed_where_rounding_is_off)
 {
     edit.set_range(-1000, 1000, 1);
     edit.set_truncating(true);
@@ -199,7 +199,7 @@ TEST_F(SuperEditTest, CutsWhatIsTypedWhereRoundingIsOff)
     }
 }
 
-TEST_F(SuperEditTest, StepsByKeysStayInRangeAndFreeOfNoise)
+TEST_F(SuperEditTest, steps_by_keys_stay_in_range_and_free_of_noise)
 {
     edit.set_range(0, 1, 0.1);
     edit.set_pos(0.1);
@@ -212,7 +212,7 @@ TEST_F(SuperEditTest, StepsByKeysStayInRangeAndFreeOfNoise)
     EXPECT_EQ(typed, (Numbers{0.2, 0.3, 1})) << "nothing at the limit";
 }
 
-TEST_F(SuperEditTest, TheWheelNeedsTheFocus)
+TEST_F(SuperEditTest, the_wheel_needs_the_focus)
 {
     const auto roll = [this] {
         QWheelEvent event(QPointF(5, 5), QPointF(5, 5), {}, {0, 120}, Qt::NoButton, {}, Qt::NoScrollPhase, false);
@@ -227,7 +227,7 @@ TEST_F(SuperEditTest, TheWheelNeedsTheFocus)
     EXPECT_EQ(typed, Numbers{1});
 }
 
-TEST_F(SuperEditTest, DraggingFromAnArrowChangesTheValue)
+TEST_F(SuperEditTest, dragging_from_an_arrow_changes_the_value)
 {
     edit.set_range(0, 1000, 1);
     edit.set_pos(50);

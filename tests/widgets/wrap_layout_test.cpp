@@ -39,7 +39,7 @@ constexpr int all_in_one_row = 3 + 100 + 2 * (5 + 1 + 5 + 100) + 3;
 
 } // namespace
 
-TEST_F(WrapLayoutTest, AnItemThatDoesNotFitBeginsARowWithoutASeparator)
+TEST_F(WrapLayoutTest, an_item_that_does_not_fit_begins_a_row_without_a_separator)
 {
     EXPECT_EQ(m_layout->sizeHint(), QSize(all_in_one_row, 26));
     lay_out(all_in_one_row);
@@ -56,7 +56,7 @@ TEST_F(WrapLayoutTest, AnItemThatDoesNotFitBeginsARowWithoutASeparator)
     EXPECT_EQ(m_lines[1]->geometry(), QRect(219, 2, 1, 20)) << "it is back with the row";
 }
 
-TEST_F(WrapLayoutTest, AHiddenItemLeavesNoGap)
+TEST_F(WrapLayoutTest, a_hidden_item_leaves_no_gap)
 {
     m_items[1]->hide();
     lay_out(all_in_one_row);

@@ -1,0 +1,70 @@
+#include "control_drawing.h"
+#include "draw_context.h"
+#include "gui_core/dxut_dialog.h"
+#include "gui_core/gui_core.h"
+#include "text_cache.h"
+
+#include <QPainter>
+
+#include <algorithm>
+
+namespace tarn {
+
+namespace {
+
+constexpr int caption_margin = 8; ///< pixels beside the caption's text
+
+int caption_font_size(double bar_height)
+{
+    return std::clamp(int(bar_height * 0.6), 6, default_font_size);
+}
+
+void draw_caption(DrawContext& context, const CDXUTDialog& dialog, VisualState state)
+{
+    const QRectF bar = dialog.caption_rect();
+    context.draw_element(Element::Caption, state, bar);
+    double right = bar.right();
+    for (const auto button : {CDXUTDialog::CaptionButton::Close, CDXUTDialog::CaptionButton::Minimize}) {
+        const QRectF place = dialog.caption_button_rect(button);
+        if (place.isEmpty())
+            continue;
+        const auto picture = button == CDXUTDialog::CaptionButton::Close ? Element::CloseButton
+            : dialog.minimized()                                         ? Element::RestoreButton
+                                                                         : Element::MinimizeButton;
+        const LiveState& live = context.core.live();
+        const bool hot = live.caption_dialog == &dialog && live.caption_button == int(button);
+        context.draw_element(picture, hot ? VisualState::Hover : VisualState::Normal, place);
+        right = std::min(right, place.left());
+    }
+    const QRectF text(bar.x() + caption_margin, bar.y(), right - bar.x() - 2 * caption_margin, bar.height());
+    kept_in<TextCache>(dialog.draw_slot())
+        .draw(context.painter, text, dialog.dialog_state().caption,
+              {.color = 0xffe8eef0, .font_size = caption_font_size(bar.height()), .vertical_align = 1});
+}
+
+} // namespace
+
+void draw_dialog(DrawContext& context, const CDXUTDialog& dialog)
+{
+    using enum VisualState;
+    if (dialog.is_root())
+        return;
+    const DialogState& s = dialog.dialog_state();
+    const VisualState state = context.core.selection().current_dialog == &dialog ? Focused : Normal;
+    if (s.frame_shown && !dialog.minimized()) {
+        // The frame's picture is open at the top, where the caption bar goes.
+        const auto frame = s.caption_shown ? Element::Frame : Element::InfoPanel;
+        context.draw_element(frame, s.caption_shown ? state : Normal, dialog.client_rect());
+    }
+    if (s.border_width > 0 && !dialog.minimized()) {
+        context.painter.setPen(
+            QPen(QColor(0x6f, 0xd3, 0xe0, 150), s.border_width, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
+        context.painter.setBrush(Qt::NoBrush);
+        const double half = s.border_width / 2.0;
+        context.painter.drawRect(dialog.outer_rect().adjusted(half, half, -half, -half));
+    }
+    if (s.caption_shown)
+        draw_caption(context, dialog, state);
+}
+
+} // namespace tarn

@@ -1,0 +1,115 @@
+#include "control_drawing.h"
+#include "draw_context.h"
+#include "draw_functions.h"
+#include "drawn_state.h"
+#include "gui_core/control_style.h"
+#include "gui_core/dxut_edit_box.h"
+#include "gui_core/dxut_info_box.h"
+#include "gui_core/gui_core.h"
+#include "gui_core/text_line.h"
+
+#include <QPainter>
+
+#include <algorithm>
+#include <deque>
+
+namespace tarn {
+
+namespace {
+
+constexpr quint32 selection_color = 0xff2f7f8f;
+constexpr quint32 caret_color = 0xffbfeef5;
+constexpr quint32 border_color = 0xff6fd3e0;
+
+/// The lines of an info box that are seen.
+struct LineTexts : DrawCache {
+    std::deque<TextCache> texts;
+};
+
+} // namespace
+
+quint32 text_color_in(const CDXUTControl& control, VisualState look, quint32 authored)
+{
+    const quint32 chosen = look == VisualState::Hidden ? 0 : control.style_text_color(look);
+    return chosen ? chosen : Skin::text_color(look, authored);
+}
+
+TextLook text_look(const CDXUTStatic& control)
+{
+    const auto& s = drawn_state<StaticState>(control);
+    return {.color = text_color_in(control, control.visual_state(), s.text_color),
+            .font_size = s.font_size ? s.font_size : default_font_size,
+            .bold = s.bold,
+            .horizontal_align = s.horizontal_align,
+            .vertical_align = s.vertical_align,
+            .word_wrap = s.word_wrap,
+            .shadow = s.shadow,
+            .family = control.font_family(),
+            .italic = control.font_italic()};
+}
+
+void draw_text(DrawContext& context, const CDXUTStatic& control, const QRectF& area)
+{
+    if (!control.text().isEmpty())
+        kept_in<TextCache>(control.draw_slot()).draw(context.painter, area, control.text(), text_look(control));
+}
+
+void draw_static(DrawContext& context, const CDXUTStatic& control, const QRectF& area)
+{
+    draw_text(context, control, area);
+}
+
+void draw_edit_box(DrawContext& context, const CDXUTEditBox& edit_box, const QRectF& area)
+{
+    const auto& s = drawn_state<EditBoxState>(edit_box);
+    const LineEditor& editor = edit_box.editor();
+    const bool focused = context.core.live().focused == &edit_box;
+    context.draw_element(Element::Field, edit_box.visual_state(), area);
+    QPainter& painter = context.painter;
+    painter.save();
+    if (s.border > 0) {
+        painter.setPen(QPen(QColor::fromRgba(border_color), s.border));
+        painter.drawRect(area.adjusted(s.border / 2.0, s.border / 2.0, -s.border / 2.0, -s.border / 2.0));
+    }
+    const QRectF place = edit_box.text_area(area);
+    painter.setClipRect(place, Qt::IntersectClip);
+    const TextLine shown(edit_box.shown_text(), font_of(s));
+    const double spare = place.width() - shown.line.naturalTextWidth();
+    const double shift = focused || spare < 0 ? 0 : spare * s.horizontal_align / 2;
+    const QPointF corner(place.x() + shift - edit_box.scroll(),
+                         place.y() + (place.height() - shown.line.height()) * s.vertical_align / 2);
+    if (focused && editor.has_selection()) {
+        const double from = shown.line.cursorToX(std::min(editor.caret(), editor.anchor()));
+        const double to = shown.line.cursorToX(std::max(editor.caret(), editor.anchor()));
+        painter.fillRect(QRectF(corner.x() + from, corner.y(), to - from, shown.line.height()),
+                         QColor::fromRgba(selection_color));
+    }
+    painter.setPen(QColor::fromRgba(text_color_in(edit_box, edit_box.visual_state(), s.text_color)));
+    shown.layout.draw(&painter, corner);
+    if (focused) {
+        const double x = corner.x() + shown.line.cursorToX(editor.caret() + int(editor.preedit().size()));
+        painter.fillRect(QRectF(x, corner.y() + 1, 1.5, shown.line.height() - 2), QColor::fromRgba(caret_color));
+    }
+    painter.restore();
+}
+
+void draw_info_box(DrawContext& context, const CDXUTInfoBox& info_box, const QRectF& area)
+{
+    const auto& s = drawn_state<InfoBoxState>(info_box);
+    constexpr double margin = CDXUTInfoBox::margin;
+    context.draw_element(Element::InfoPanel, VisualState::Normal, area);
+    const int end = std::max(0, int(s.lines.size()) - info_box.scrolled_back());
+    const int begin = std::max(0, end - info_box.seen_lines());
+    auto& texts = kept_in<LineTexts>(info_box.draw_slot()).texts;
+    texts.resize(std::size_t(end - begin));
+    TextLook look = text_look(info_box);
+    look.vertical_align = 1;
+    look.word_wrap = false;
+    for (int i = begin; i < end; ++i) {
+        const QRectF place(area.x() + margin, area.y() + margin + (i - begin) * s.line_height,
+                           area.width() - 2 * margin, s.line_height);
+        texts[std::size_t(i - begin)].draw(context.painter, place, s.lines[i], look);
+    }
+}
+
+} // namespace tarn

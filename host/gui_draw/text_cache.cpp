@@ -1,0 +1,97 @@
+#include "text_cache.h"
+
+#include <QFontMetricsF>
+#include <QPainter>
+#include <QTextOption>
+
+#include <cmath>
+
+namespace tarn {
+
+namespace {
+
+const QColor shadow_color(0, 0, 0, 170);
+constexpr QPointF shadow_offset(1, 1); ///< pixels
+
+} // namespace
+
+bool TextLook::lays_out_like(const TextLook& other) const
+{
+    return font_size == other.font_size && bold == other.bold && italic == other.italic
+        && horizontal_align == other.horizontal_align && vertical_align == other.vertical_align
+        && word_wrap == other.word_wrap && family == other.family;
+}
+
+void TextCache::lay_out(const QSizeF& area, const QString& text, const TextLook& look)
+{
+    Layout& layout = m_layout.emplace();
+    layout.area = area;
+    layout.source = text;
+    layout.look = look;
+    layout.font = interface_font(look.font_size, look.bold, look.family, look.italic);
+    static constexpr Qt::Alignment horizontal[] = {Qt::AlignLeft, Qt::AlignHCenter, Qt::AlignRight};
+    const bool one_line = !look.word_wrap && !text.contains(QLatin1Char('\n'));
+    QTextOption option(horizontal[qBound(0, look.horizontal_align, 2)]);
+    option.setWrapMode(look.word_wrap ? QTextOption::WrapAtWordBoundaryOrAnywhere : QTextOption::NoWrap);
+    layout.text.setTextFormat(Qt::PlainText);
+    layout.text.setTextOption(option);
+    layout.text.setPerformanceHint(QStaticText::AggressiveCaching);
+    if (one_line) {
+        const QFontMetricsF metrics(layout.font);
+        layout.text.setTextWidth(-1);
+        layout.text.setText(metrics.elidedText(text, Qt::ElideRight, area.width()));
+    } else {
+        layout.text.setTextWidth(area.width());
+        layout.text.setText(QString(text).replace(QLatin1Char('\n'), QChar::LineSeparator));
+    }
+    layout.text.prepare({}, layout.font);
+    const QSizeF size = layout.text.size();
+    const double spare_x = one_line ? area.width() - size.width() : 0;
+    const double spare_y = area.height() - size.height();
+    layout.offset = {std::round(spare_x * look.horizontal_align / 2.0),
+                     std::round(spare_y * look.vertical_align / 2.0)};
+    layout.overflows = spare_y < 0 || size.width() > area.width() + 0.5;
+}
+
+void TextCache::Layout::draw(QPainter& painter, QPointF place, TextPicture::Ink ink) const
+{
+    if (painter.font() != font)
+        painter.setFont(font);
+    if (ink.shadow) {
+        painter.setPen(shadow_color);
+        painter.drawStaticText(place + shadow_offset, text);
+    }
+    painter.setPen(QColor::fromRgba(ink.color));
+    painter.drawStaticText(place, text);
+}
+
+/// What the text may cover, pixels from its place. Glyphs may lean and reach out of their line.
+QRectF TextCache::Layout::extent() const
+{
+    const double lean = font.pixelSize() / 2.0 + 2;
+    return QRectF(QPointF(), text.size()).adjusted(-lean, -lean, lean, lean);
+}
+
+void TextCache::draw(QPainter& painter, const QRectF& area, const QString& text, const TextLook& look)
+{
+    if (text.isEmpty() || area.width() < 1 || area.height() < 1)
+        return;
+    const bool is_ready = m_layout && area.size() == m_layout->area && look.lays_out_like(m_layout->look)
+        && text == m_layout->source;
+    if (!is_ready)
+        lay_out(area.size(), text, look);
+    const QPointF place = area.topLeft() + m_layout->offset;
+    const TextPicture::Ink ink{look.color, look.shadow};
+    if (m_layout->overflows) {
+        painter.save();
+        painter.setClipRect(area, Qt::IntersectClip);
+        m_layout->draw(painter, place, ink);
+        painter.restore();
+        return;
+    }
+    const auto glyphs = [&](QPainter& to, QPointF at) { m_layout->draw(to, at, ink); };
+    if (!m_layout->picture.draw(painter, place, m_layout->extent(), ink, glyphs))
+        m_layout->draw(painter, place, ink);
+}
+
+} // namespace tarn

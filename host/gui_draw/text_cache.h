@@ -1,0 +1,60 @@
+#pragma once
+
+#include "gui_core/interface_font.h"
+#include "kept_drawing.h"
+#include "text_picture.h"
+
+#include <QPointF>
+#include <QSizeF>
+#include <QStaticText>
+#include <QString>
+
+#include <optional>
+
+class QPainter;
+
+namespace tarn {
+
+/// How a text stands in its area.
+struct TextLook {
+    quint32 color = 0xffffffff;
+    int font_size = default_font_size; ///< pixels
+    bool bold = false;
+    int horizontal_align = 0; ///< 0 left, 1 centre, 2 right
+    int vertical_align = 0;   ///< 0 top, 1 middle, 2 bottom
+    bool word_wrap = false;
+    bool shadow = false;
+    QString family{}; ///< empty for the usual one
+    bool italic = false;
+
+    /// Whether a text is laid out alike; colour and shadow come with the drawing.
+    bool lays_out_like(const TextLook& other) const;
+};
+
+/// A text laid out once and drawn many times, for as long as it, its look and the size of its area stay the same: what
+/// only moves costs nothing. What does not fit is cut at the area's edge; a single line that is too
+/// long ends in an ellipsis.
+class TextCache : public DrawCache {
+public:
+    void draw(QPainter& painter, const QRectF& area, const QString& text, const TextLook& look);
+
+private:
+    struct Layout {
+        QSizeF area;
+        QString source;
+        TextLook look;
+        bool overflows = false;
+        QPointF offset;
+        QStaticText text;
+        QFont font;
+        TextPicture picture;
+
+        void draw(QPainter& painter, QPointF place, TextPicture::Ink ink) const;
+        QRectF extent() const;
+    };
+    void lay_out(const QSizeF& area, const QString& text, const TextLook& look);
+
+    std::optional<Layout> m_layout; ///< none until it is drawn
+};
+
+} // namespace tarn

@@ -1,0 +1,222 @@
+#include "control_clipboard.h"
+
+#include "control_commands.h"
+#include "core/field.h"
+#include "core/json_reader.h"
+#include "core/json_writer.h"
+#include "core/language.h"
+#include "gui_core/control_class.h"
+#include "gui_core/dxut_control.h"
+#include "gui_core/dxut_dialog.h"
+#include "gui_core/texture_name.h"
+#include "gui_scene/gui_plug_scene.h"
+#include "gui_scene/picture_names.h"
+#include "store/pak_rules.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QMimeData>
+#include <QSet>
+
+#include <algorithm>
+#include <memory>
+#include <tuple>
+
+namespace tarn {
+
+namespace {
+
+constexpr int clipboard_format = 1;                  ///< newer ones are refused
+constexpr qsizetype max_text = qsizetype(256) << 20; ///< bytes
+constexpr std::size_t max_controls = 100'000;
+constexpr double paste_step = 10; ///< pixels from a control to its copy in the same place
+
+/// What a clipboard's text holds, not part of the scene.
+struct Content {
+    std::vector<StatePtr> controls;
+    QMap<QString, QByteArray> pictures; ///< by entry of a package
+};
+
+void write_pictures(JsonWriter& writer, const CGuiCore& core, const std::vector<CDXUTControl*>& controls)
+{
+    QMap<QString, QByteArray> used;
+    const auto& files = core.document().files();
+    for (const CDXUTControl* control : controls)
+        for (const QString& entry : picture_entries(control->authored_state()))
+            if (const auto file = files.find(entry); file != files.end())
+                used.insert(entry, *file);
+    writer.key("pictures");
+    writer.begin_object();
+    for (auto picture = used.begin(); picture != used.end(); ++picture) {
+        writer.new_line();
+        const QByteArray quoted = '"' + picture.value().toBase64() + '"';
+        writer.raw_member(picture.key(), {quoted.constData(), std::size_t(quoted.size())});
+    }
+    writer.end_object();
+}
+
+Status read_control(JsonCursor& value, Content& content)
+{
+    int type = -1;
+    if (auto status = value.peek_int("type", type); !status)
+        return status;
+    StatePtr control(make_control_state(type));
+    if (!control)
+        return value.fail(lang(u"未知的控件类型 %1", u"the control type %1 is unknown").arg(type));
+    if (content.controls.size() == max_controls)
+        return value.fail(lang(u"控件太多", u"there are too many controls"));
+    auto status = read_state(*control, value);
+    content.controls.push_back(std::move(control));
+    return status;
+}
+
+Status read_picture(const QString& entry, JsonCursor& value, Content& content)
+{
+    if (!entry.startsWith(texture_entry({})) || !check_entry_name(entry))
+        return value.fail(lang(u"图片名 \"%1\" 无效", u"\"%1\" is no name of a picture").arg(entry));
+    if (content.pictures.contains(entry))
+        return value.fail(lang(u"\"%1\" 出现了两次", u"\"%1\" appears twice").arg(entry));
+    QString text;
+    if (auto status = value.read(text); !status)
+        return status;
+    const auto decoded = QByteArray::fromBase64Encoding(text.toLatin1(), QByteArray::AbortOnBase64DecodingErrors);
+    if (!decoded)
+        return value.fail(lang(u"图片 \"%1\" 已损坏", u"the picture \"%1\" is damaged").arg(entry));
+    content.pictures.insert(entry, decoded.decoded);
+    return {};
+}
+
+Status read_content(const QByteArray& text, Content& content)
+{
+    if (text.size() > max_text)
+        return Status::error(lang(u"内容太大", u"it is too large"));
+    int format = 0;
+    JsonText json(text, lang(u"剪贴板", u"clipboard"));
+    auto status = json.each_member([&](std::string_view key, JsonCursor& value) {
+        if (key == "format")
+            return value.read(format);
+        if (key == "controls")
+            return value.each_element([&](JsonCursor& control) { return read_control(control, content); });
+        if (key == "pictures")
+            return value.each_member([&](std::string_view name, JsonCursor& picture) {
+                return read_picture(QString::fromUtf8(name.data(), qsizetype(name.size())), picture, content);
+            });
+        QByteArray ignored;
+        return value.read_raw(ignored);
+    });
+    if (!status)
+        return status;
+    if (format < 1 || format > clipboard_format)
+        return Status::error(
+            lang(u"它来自其他版本的程序（格式 %1）", u"it comes from another version of the program (format %1)")
+                .arg(format));
+    if (content.controls.empty())
+        return Status::error(lang(u"其中没有控件", u"there are no controls in it"));
+    return {};
+}
+
+/// Pictures go into the scene under their names, or under new ones that the controls follow.
+void add_pictures(CGuiCore& core, Content& content)
+{
+    QMap<QString, QByteArray> used;
+    for (const StatePtr& control : content.controls) {
+        for (const QString& entry : picture_entries(*control))
+            if (const auto picture = content.pictures.find(entry); picture != content.pictures.end())
+                used.insert(entry, *picture);
+    }
+    QHash<QString, QString> renamed;
+    const auto added = new_files(used, core, renamed);
+    for (StatePtr& control : content.controls)
+        follow_renamed(*control, renamed);
+    for (auto picture = added.begin(); picture != added.end(); ++picture)
+        core.set_texture(picture.key().mid(texture_entry({}).size()), picture.value());
+}
+
+using Place = std::tuple<int, float, float, float, float>;
+
+/// A control of the same type and frame covers another one completely: its copy would not be seen.
+Place place_of(const ObjectState& control, double shift)
+{
+    const auto& s = static_cast<const ControlState&>(control);
+    return {s.type, s.x + float(shift), s.y + float(shift), s.width, s.height};
+}
+
+/// How far the controls have to be moved aside to be seen.
+double free_shift(const Content& content, const CDXUTDialog& dialog)
+{
+    std::vector<Place> taken;
+    for (const CDXUTControl* control : dialog.controls())
+        taken.push_back(place_of(control->authored_state(), 0));
+    std::sort(taken.begin(), taken.end());
+    const auto covers = [&](double shift) {
+        return std::any_of(content.controls.begin(), content.controls.end(), [&](const auto& control) {
+            return std::binary_search(taken.begin(), taken.end(), place_of(*control, shift));
+        });
+    };
+    double shift = 0;
+    while (covers(shift))
+        shift += paste_step;
+    return shift;
+}
+
+} // namespace
+
+QByteArray clipboard_text(const CGuiPlugScene& scene, const std::vector<CDXUTControl*>& controls)
+{
+    JsonWriter writer;
+    writer.begin_object();
+    writer.key("format");
+    writer.value(clipboard_format);
+    writer.key("controls");
+    writer.begin_array();
+    for (const CDXUTControl* control : controls) {
+        writer.new_line();
+        write_state(control->authored_state(), writer);
+    }
+    writer.end_array();
+    write_pictures(writer, scene.gui_core(), controls);
+    writer.end_object();
+    return QByteArray::fromStdString(writer.text());
+}
+
+Status paste_text(CGuiPlugScene& scene, const QByteArray& text)
+{
+    CGuiCore& core = scene.gui_core();
+    Content content;
+    if (auto status = read_content(text, content); !status)
+        return Status::error(lang(u"剪贴板中的控件无法粘贴：%1", u"The clipboard's controls cannot be pasted: %1")
+                                 .arg(status.message()));
+    CDXUTDialog* current = core.selection().current_dialog;
+    CDXUTDialog& home = current ? *current : *core.GetRootDialog();
+    const double shift = free_shift(content, home);
+    std::vector<CDXUTControl*> pasted;
+    {
+        const UserAction action(scene.journal(), lang(u"粘贴控件", u"Paste Control"));
+        add_pictures(core, content);
+        for (const auto& control : content.controls)
+            pasted.push_back(add_copy(core, *control, home, {shift, shift}));
+    }
+    select_new_controls(scene, pasted);
+    return {};
+}
+
+void copy_to_clipboard(const CGuiPlugScene& scene, const std::vector<CDXUTControl*>& controls)
+{
+    auto data = std::make_unique<QMimeData>();
+    data->setData(QLatin1String(controls_mime_type), clipboard_text(scene, controls));
+    QGuiApplication::clipboard()->setMimeData(data.release());
+}
+
+bool clipboard_has_controls()
+{
+    const QMimeData* data = QGuiApplication::clipboard()->mimeData();
+    return data && data->hasFormat(QLatin1String(controls_mime_type));
+}
+
+Status paste_clipboard(CGuiPlugScene& scene)
+{
+    const QMimeData* data = QGuiApplication::clipboard()->mimeData();
+    return data ? paste_text(scene, data->data(QLatin1String(controls_mime_type))) : Status();
+}
+
+} // namespace tarn

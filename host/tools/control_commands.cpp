@@ -1,0 +1,180 @@
+#include "control_commands.h"
+
+#include "core/language.h"
+#include "engine/base_world.h"
+#include "gui_core/dxut_control.h"
+#include "gui_core/dxut_dialog.h"
+#include "gui_scene/gui_plug_scene.h"
+#include "selection_edit.h"
+
+#include <algorithm>
+#include <functional>
+
+namespace tarn {
+
+namespace {
+
+constexpr QPointF copy_offset(10, 10); ///< pixels from an object to its duplicate
+
+void tell(CGuiPlugScene& scene, int code)
+{
+    scene.world()->broadcast(code);
+    scene.world()->update_all_views();
+}
+
+/// `order`, lowest layer first, with its selected objects moved. They keep their order among each other: a step up or
+/// down stops at the end, and at a neighbour that was stopped.
+template <class Object>
+QList<Object*> with_moved_layers(QList<Object*> order, Layer where, const SelectionRecord& selection)
+{
+    const auto is_selected = [&](Object* object) { return selection.contains(object); };
+    const auto climb = [&](auto first, auto last) {
+        for (auto object = first; object != last && object + 1 != last; ++object)
+            if (!is_selected(object[0]) && is_selected(object[1]))
+                std::iter_swap(object, object + 1);
+    };
+    switch (where) {
+    case Layer::Top: std::stable_partition(order.begin(), order.end(), std::not_fn(is_selected)); break;
+    case Layer::Bottom: std::stable_partition(order.begin(), order.end(), is_selected); break;
+    case Layer::Up: climb(order.rbegin(), order.rend()); break;
+    case Layer::Down: climb(order.begin(), order.end()); break;
+    }
+    return order;
+}
+
+} // namespace
+
+std::vector<CDXUTControl*> selected_controls(const CGuiCore& core, bool editable_only)
+{
+    std::vector<CDXUTControl*> controls;
+    const SelectionRecord& selection = core.selection();
+    if (!selection.controls_selected || selection.controls.empty())
+        return controls;
+    for (const CDXUTDialog* dialog : all_dialogs(core))
+        for (CDXUTControl* control : dialog->controls())
+            if (selection.contains(control) && (!editable_only || is_editable(*control)))
+                controls.push_back(control);
+    return controls;
+}
+
+std::vector<CDXUTDialog*> selected_dialogs(const CGuiCore& core)
+{
+    std::vector<CDXUTDialog*> dialogs;
+    for (CDXUTDialog* dialog : core.GetDialogs())
+        if (!core.selection().controls_selected && core.selection().contains(dialog))
+            dialogs.push_back(dialog);
+    return dialogs;
+}
+
+void remove_selected(CGuiPlugScene& scene)
+{
+    const auto controls = selected_controls(scene.gui_core(), true);
+    if (!controls.empty()) {
+        scene.RemoveCtrls(controls);
+        tell(scene, ui_control_selected);
+        return;
+    }
+    scene.RemoveDialogs(selected_dialogs(scene.gui_core()));
+    scene.world()->update_all_views();
+}
+
+CDXUTControl* add_copy(CGuiCore& core, const ObjectState& original, CDXUTDialog& dialog, QPointF offset)
+{
+    if (core.document().ids_left() == 0)
+        return nullptr;
+    auto* state = static_cast<ControlState*>(original.clone());
+    state->id = core.document().take_id();
+    state->parent = {};
+    state->x += float(offset.x());
+    state->y += float(offset.y());
+    const auto made = core.make_control(StatePtr(state));
+    core.add_control(*made, dialog);
+    return made.get();
+}
+
+void select_new_controls(CGuiPlugScene& scene, const std::vector<CDXUTControl*>& controls)
+{
+    select_controls(scene, controls);
+    tell(scene, ui_control_selected);
+}
+
+void duplicate_selected(CGuiPlugScene& scene)
+{
+    CGuiCore& core = scene.gui_core();
+    std::vector<CDXUTControl*> copies;
+    {
+        const UserAction action(scene.journal(), lang(u"再制控件", u"Duplicate Control"));
+        for (const CDXUTControl* control : selected_controls(core, false))
+            if (CDXUTControl* copy = add_copy(core, control->authored_state(), *control->dialog(), copy_offset))
+                copies.push_back(copy);
+    }
+    select_new_controls(scene, copies);
+}
+
+void select_all(CGuiPlugScene& scene)
+{
+    const CGuiCore& core = scene.gui_core();
+    const CDXUTDialog* current = core.selection().current_dialog;
+    std::vector<CDXUTControl*> controls;
+    for (const CDXUTDialog* dialog : all_dialogs(core)) {
+        if (current ? dialog != current : !dialog->GetVisible())
+            continue;
+        std::copy_if(dialog->controls().begin(), dialog->controls().end(), std::back_inserter(controls),
+                     [](const CDXUTControl* control) { return is_editable(*control); });
+    }
+    if (!controls.empty())
+        select_controls(scene, controls);
+}
+
+void move_selected_layers(CGuiPlugScene& scene, Layer where)
+{
+    CGuiCore& core = scene.gui_core();
+    const bool of_controls = core.selection().controls_selected;
+    {
+        const UserAction action(scene.journal(), lang(u"调整图层", u"Change Layer"));
+        const SelectionRecord& selection = core.selection();
+        if (of_controls)
+            for (CDXUTDialog* dialog : all_dialogs(core))
+                dialog->reorder_controls(with_moved_layers(dialog->controls(), where, selection));
+        else
+            core.reorder_dialogs(with_moved_layers(core.GetDialogs(), where, selection));
+    }
+    tell(scene, of_controls ? ui_controls_changed : ui_scene_changed);
+}
+
+bool all_locked(const CGuiCore& core)
+{
+    const auto& controls = core.selection().controls;
+    return !controls.empty()
+        && std::all_of(controls.begin(), controls.end(), [](const CDXUTControl* control) { return control->locked(); });
+}
+
+void toggle_locked(CGuiPlugScene& scene)
+{
+    const bool lock = !all_locked(scene.gui_core());
+    {
+        const UserAction action(scene.journal(), lock ? lang(u"锁定", u"Lock") : lang(u"解锁", u"Unlock"));
+        walk(scene.gui_core().selection().controls, [lock](CDXUTControl* control) { control->set_locked(lock); });
+    }
+    notify_properties(scene);
+}
+
+void hide_selected(CGuiPlugScene& scene)
+{
+    {
+        const UserAction action(scene.journal(), lang(u"隐藏", u"Hide"));
+        walk(selected_controls(scene.gui_core(), true), [](CDXUTControl* control) { control->SetVisible(false); });
+        for (CDXUTDialog* dialog : selected_dialogs(scene.gui_core()))
+            dialog->SetVisible(false);
+    }
+    notify_properties(scene);
+}
+
+void select_dialog_of_control(CGuiPlugScene& scene)
+{
+    const CDXUTControl* control = scene.gui_core().selection().current_control;
+    if (control && control->dialog() && !control->dialog()->is_root())
+        select(scene, {control->dialog(), nullptr}, false);
+}
+
+} // namespace tarn

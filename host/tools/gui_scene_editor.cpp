@@ -1,0 +1,185 @@
+#include "gui_scene_editor.h"
+
+#include "aids_layer.h"
+#include "caption_edit.h"
+#include "control_clipboard.h"
+#include "control_commands.h"
+#include "core/language.h"
+#include "gui_core/dxut_control.h"
+#include "gui_core/dxut_dialog.h"
+#include "gui_scene/gui_plug_scene.h"
+#include "selection_edit.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+
+#include <algorithm>
+
+namespace tarn {
+
+namespace {
+
+struct Row {
+    GuiSceneEditor::Command id;
+    const char16_t* chinese;
+    const char16_t* english;
+    QKeySequence::StandardKey keys;
+    int icon; ///< number in the icon table; 0 for none
+    bool begins_group;
+};
+
+using E = GuiSceneEditor;
+
+/// The first six stand in the Edit menu, all of them in the context menu.
+constexpr Row table[] = {
+    {E::cut, u"剪切(&T)", u"Cu&t", QKeySequence::Cut, 21, true},
+    {E::copy, u"复制(&C)", u"&Copy", QKeySequence::Copy, 19, false},
+    {E::paste, u"粘贴(&P)", u"&Paste", QKeySequence::Paste, 20, false},
+    {E::duplicate, u"再制(&D)", u"&Duplicate", QKeySequence::UnknownKey, 18, false},
+    {E::remove, u"删除(&L)", u"De&lete", QKeySequence::Delete, 6420, false},
+    {E::all, u"全选(&A)", u"Select &All", QKeySequence::SelectAll, 6162, true},
+    {E::to_top, u"置顶", u"Bring to Top", QKeySequence::UnknownKey, 6427, true},
+    {E::one_up, u"上移一层", u"Move Up", QKeySequence::UnknownKey, 6052, false},
+    {E::one_down, u"下移一层", u"Move Down", QKeySequence::UnknownKey, 6412, false},
+    {E::to_bottom, u"置底", u"Send to Bottom", QKeySequence::UnknownKey, 6423, false},
+    {E::lock, u"锁定", u"Lock", QKeySequence::UnknownKey, 0, true},
+    {E::hide, u"隐藏", u"Hide", QKeySequence::UnknownKey, 2, false},
+    {E::to_dialog, u"选择所在窗口", u"Select the Dialog", QKeySequence::UnknownKey, 0, true},
+};
+constexpr std::size_t edit_menu_length = 6;
+
+const QKeySequence duplicate_keys(Qt::CTRL | Qt::Key_D);
+
+bool has_editable_control(const SelectionRecord& selection)
+{
+    return selection.controls_selected
+        && std::any_of(selection.controls.begin(), selection.controls.end(),
+                       [](const CDXUTControl* control) { return is_editable(*control); });
+}
+
+/// Without asking for the list of all controls, which is made anew after each control that is created.
+bool has_controls(const CGuiCore& core)
+{
+    const auto holds_some = [](const CDXUTDialog* dialog) { return !dialog->controls().isEmpty(); };
+    return holds_some(core.GetRootDialog())
+        || std::any_of(core.GetDialogs().begin(), core.GetDialogs().end(), holds_some);
+}
+
+void cut_selected(CGuiPlugScene& scene)
+{
+    const UserAction action(scene.journal(), lang(u"剪切控件", u"Cut Control"));
+    copy_to_clipboard(scene, selected_controls(scene.gui_core(), true));
+    remove_selected(scene);
+}
+
+} // namespace
+
+EditCommand GuiSceneEditor::described(Command command) const
+{
+    const Row& row = *std::find_if(std::begin(table), std::end(table),
+                                   [&](const Row& entry) { return entry.id == command; });
+    const bool of_dialogs = !m_scene.gui_core().selection().controls_selected;
+    EditCommand described{.id = row.id,
+                          .name = lang(row.chinese, row.english),
+                          .keys = row.id == duplicate ? duplicate_keys : QKeySequence(row.keys),
+                          .icon = row.icon,
+                          .enabled = is_enabled(row.id),
+                          .checked = row.id == lock && all_locked(m_scene.gui_core()),
+                          .begins_group = row.begins_group,
+                          .question = {}};
+    if (row.id == remove && of_dialogs)
+        described.question = lang(u"你正在删除你的对话框!", u"Ensure delete dialog?");
+    return described;
+}
+
+std::vector<EditCommand> GuiSceneEditor::commands() const
+{
+    std::vector<EditCommand> commands;
+    for (std::size_t i = 0; i < edit_menu_length; ++i)
+        commands.push_back(described(table[i].id));
+    return commands;
+}
+
+std::vector<EditCommand> GuiSceneEditor::context_commands(QPointF place)
+{
+    const CGuiCore& core = m_scene.gui_core();
+    if (!core.selection().editing || m_scene.mouse_function() != 0 || m_aids.on_ruler(place))
+        return {};
+    const auto targets = targets_at(core, place);
+    // A dialog that is selected does not keep its controls from being reached.
+    const bool known = std::any_of(targets.begin(), targets.end(), [&](const Target& target) {
+        return is_selected(core, target) && (target.control || target == targets.front());
+    });
+    if (targets.empty())
+        clear_selection(m_scene);
+    else if (!known)
+        select(m_scene, targets.front(), false);
+    std::vector<EditCommand> commands;
+    for (const Row& row : table)
+        commands.push_back(described(row.id));
+    return commands;
+}
+
+bool GuiSceneEditor::can_paste() const
+{
+    QClipboard* clipboard = QGuiApplication::clipboard();
+    if (!m_can_paste) {
+        // Asking another program what it put there may take long, and menus ask often.
+        m_can_paste = clipboard_has_controls();
+        QObject::connect(
+            clipboard, &QClipboard::dataChanged, &m_clipboard_listener, [this] { m_can_paste.reset(); },
+            Qt::SingleShotConnection);
+    }
+    return *m_can_paste;
+}
+
+bool GuiSceneEditor::is_enabled(int command) const
+{
+    const SelectionRecord& selection = m_scene.gui_core().selection();
+    if (!selection.editing || m_scene.journal().in_action())
+        return false;
+    const bool controls = selection.controls_selected && !selection.controls.empty();
+    const bool dialogs = !selection.controls_selected && !selected_dialogs(m_scene.gui_core()).empty();
+    switch (command) {
+    case cut: return has_editable_control(selection);
+    case copy:
+    case duplicate:
+    case lock: return controls;
+    case paste: return can_paste();
+    case remove:
+    case hide: return dialogs || has_editable_control(selection);
+    case all: return has_controls(m_scene.gui_core());
+    case to_dialog: return controls && selection.current_dialog && !selection.current_dialog->is_root();
+    default: return controls || dialogs;
+    }
+}
+
+Status GuiSceneEditor::run(int command)
+{
+    if (!is_enabled(command))
+        return {};
+    switch (command) {
+    case cut: cut_selected(m_scene); break;
+    case copy: copy_to_clipboard(m_scene, selected_controls(m_scene.gui_core(), false)); break;
+    case paste: return paste_clipboard(m_scene);
+    case duplicate: duplicate_selected(m_scene); break;
+    case remove: remove_selected(m_scene); break;
+    case all: select_all(m_scene); break;
+    case to_top: move_selected_layers(m_scene, Layer::Top); break;
+    case one_up: move_selected_layers(m_scene, Layer::Up); break;
+    case one_down: move_selected_layers(m_scene, Layer::Down); break;
+    case to_bottom: move_selected_layers(m_scene, Layer::Bottom); break;
+    case lock: toggle_locked(m_scene); break;
+    case hide: hide_selected(m_scene); break;
+    case to_dialog: select_dialog_of_control(m_scene); break;
+    default: break;
+    }
+    return {};
+}
+
+std::optional<EditableText> GuiSceneEditor::text_at(QPointF place)
+{
+    return m_aids.on_ruler(place) ? std::nullopt : editable_text_at(m_scene, place);
+}
+
+} // namespace tarn

@@ -1,0 +1,137 @@
+// What an author chooses for single controls instead of the style's pictures, colours and font.
+
+#include "gui_core/control_style.h"
+
+#include "gui_core/control_class.h"
+#include "gui_draw/gui_painter.h"
+#include "support/gui_fixture.h"
+
+#include <QPainter>
+
+using namespace tarn;
+using namespace tarn::test;
+
+namespace {
+
+class ControlStyleTest : public GuiTest {
+protected:
+    ControlStyleTest() { m_core.set_screen_size({240, 160}); }
+
+    QImage picture()
+    {
+        QImage image(m_core.screen_size(), QImage::Format_ARGB32_Premultiplied);
+        image.fill(Qt::black);
+        QPainter painter(&image);
+        m_painter.paint(painter, m_core, QRectF(QPointF(), m_core.screen_size()), 1);
+        return image;
+    }
+    static void set_where_known(CDXUTControl* control, std::initializer_list<const char*> names, const Value& value)
+    {
+        for (const char* name : names)
+            if (const FieldBase* field = control->fields().find(name)) {
+                EXPECT_TRUE(control->set_property(*field, value).ok()) << name;
+            }
+    }
+    CDXUTControl* add(int type) { return m_core.create_control(type, m_core.GetRootDialog(), {20, 20, 100, 60}); }
+
+    GuiPainter m_painter;
+};
+
+/// Red at the edges, as wide as the skin's are of its pictures, and green between them.
+QByteArray framed_png()
+{
+    QImage image(96, 192, QImage::Format_ARGB32);
+    image.fill(Qt::red);
+    QPainter painter(&image);
+    painter.fillRect(28, 56, 40, 80, Qt::green);
+    painter.end();
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    image.save(&buffer, "PNG");
+    return bytes;
+}
+
+} // namespace
+
+TEST_F(ControlStyleTest, a_picture_is_drawn_as_nine_slices_in_its_state_alone)
+{
+    m_core.set_texture(u"framed.png"_s, framed_png());
+    CDXUTButton* b = button(m_core.GetRootDialog(), {20, 20, 100, 60});
+    b->SetText(u""_s);
+    const QImage plain = picture();
+    ASSERT_TRUE(b->set_style_image(style_slot(0, VisualState::Normal), u"framed.png"_s));
+    const QImage own = picture();
+    EXPECT_EQ(own.pixel(21, 21), 0xffff0000u);
+    EXPECT_EQ(own.pixel(31, 50), 0xffff0000u) << "14 pixels, whatever the picture's size";
+    EXPECT_EQ(own.pixel(37, 50), 0xff00ff00u);
+    EXPECT_EQ(own.pixel(102, 62), 0xff00ff00u);
+    EXPECT_EQ(own.pixel(109, 69), 0xffff0000u);
+    m_core.live().hovered = b;
+    EXPECT_NE(picture().pixel(37, 50), 0xff00ff00u) << "the style's";
+    m_core.live() = {};
+    b->set_style_color(style_slot(0, VisualState::Normal), 0xff804020);
+    EXPECT_EQ(picture().pixel(21, 21), 0xff800000u);
+    m_core.set_texture(u"framed.png"_s, png(Qt::white));
+    EXPECT_EQ(picture().pixel(21, 21), 0xff804020u) << "the exchanged picture shows at once";
+    EXPECT_TRUE(b->reset_style());
+    EXPECT_FALSE(b->reset_style());
+    EXPECT_EQ(picture(), plain);
+    EXPECT_FALSE(b->has_extras());
+}
+
+TEST_F(ControlStyleTest, a_colour_turns_the_style_into_its_shades_and_a_missing_picture_counts_as_none)
+{
+    CDXUTButton* b = button(m_core.GetRootDialog(), {20, 20, 100, 60});
+    b->SetText(u""_s);
+    b->set_style_image(style_slot(0, VisualState::Normal), u"missing.png"_s);
+    const QRgb usual = picture().pixel(70, 50);
+    b->set_style_color(style_slot(0, VisualState::Normal), 0xffff0000);
+    const QRgb red = picture().pixel(70, 50);
+    EXPECT_EQ(qRed(red), std::max({qRed(usual), qGreen(usual), qBlue(usual)}));
+    EXPECT_EQ(qGreen(red), 0);
+}
+
+TEST_F(ControlStyleTest, every_element_of_every_type_takes_the_authors_colour)
+{
+    for (const ControlClass& row : control_classes()) {
+        if (row.type == DXUT_CONTROL_COMBOBOX)
+            continue; // Some of its elements show only when it is open.
+        CDXUTControl* control = add(row.type);
+        set_where_known(control, {"checked", "annotation_mode"}, true);
+        set_where_known(control, {"items"}, QStringList{u"a"_s, u"b"_s, u"c"_s, u"d"_s});
+        set_where_known(control, {"selected"}, qint64(0));
+        m_core.live().hovered = control; // An annotation shows only then.
+        for (int element = 0; element < int(style_elements(row.type).size()); ++element) {
+            const QImage before = picture();
+            control->set_style_color(style_slot(element, VisualState::Hover), 0xffff00ff);
+            EXPECT_NE(picture(), before) << row.class_name << ", element " << element;
+        }
+        m_core.live() = {};
+        m_core.remove_control(control);
+    }
+}
+
+TEST_F(ControlStyleTest, text_follows_its_state_and_font_on_every_type_that_shows_one)
+{
+    for (const ControlClass& row : control_classes()) {
+        if (!has_styled_text(row.type))
+            continue;
+        CDXUTControl* control = add(row.type);
+        set_where_known(control, {"text", "message"}, u"Lake"_s);
+        set_where_known(control, {"items", "lines"}, QStringList{u"Lake"_s});
+        set_where_known(control, {"selected"}, qint64(0));
+        const QImage plain = picture();
+        control->set_style_text_color(VisualState::Disabled, 0xffff0000);
+        EXPECT_EQ(picture(), plain) << row.class_name;
+        control->set_style_text_color(VisualState::Normal, 0xffff0000);
+        const QImage coloured = picture();
+        EXPECT_NE(coloured, plain) << row.class_name;
+        control->set_font_italic(true);
+        const QImage italic = picture();
+        EXPECT_NE(italic, coloured) << row.class_name;
+        control->set_font_family(u"DejaVu Sans Mono"_s);
+        EXPECT_NE(picture(), italic) << row.class_name;
+        m_core.remove_control(control);
+    }
+}

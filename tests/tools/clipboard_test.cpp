@@ -1,0 +1,175 @@
+#include "mouse_fixture.h"
+
+#include "tools/control_clipboard.h"
+#include "tools/control_commands.h"
+
+using namespace tarn;
+using namespace tarn::test;
+using Editor = GuiSceneEditor;
+
+namespace {
+
+class ClipboardTest : public MouseToolsTest {
+protected:
+    CDXUTPicture* picture(CDXUTDialog* home, const QString& image)
+    {
+        auto* made = static_cast<CDXUTPicture*>(control(DXUT_CONTROL_PICTURE, home, {5, 5, 10, 10}, u"pic"_s));
+        made->set_image(image);
+        return made;
+    }
+    QByteArray copied(const std::vector<CDXUTControl*>& controls) { return clipboard_text(m_scene, controls); }
+};
+
+/// A control's text without what a copy does not share.
+QByteArray content_of_control(const CDXUTControl& control)
+{
+    std::unique_ptr<ObjectState> state(control.authored_state().clone());
+    state->id = 0;
+    static_cast<ControlState&>(*state).dialog = {};
+    JsonWriter writer;
+    write_state(*state, writer);
+    return QByteArray::fromStdString(writer.text());
+}
+
+} // namespace
+
+TEST_F(ClipboardTest, every_type_comes_back_as_it_was_with_a_new_id)
+{
+    CDXUTDialog* d = home();
+    std::vector<CDXUTControl*> originals;
+    for (const ControlClass& row : control_classes())
+        originals.push_back(control(row.type, d, QRectF(row.type * 3, 7.5, 20, 10), u"名 \"%1\""_s.arg(row.type)));
+    originals.front()->set_align_type(4);
+    originals.back()->set_locked(true);
+    const QByteArray text = copied(originals);
+    QByteArrayList wanted;
+    for (const CDXUTControl* c : originals)
+        wanted << content_of_control(*c);
+    m_scene.new_scene();
+    CDXUTDialog* other = home();
+    core().SelectDialog(other, false);
+    ASSERT_TRUE(paste_text(m_scene, text).ok());
+    QByteArrayList pasted;
+    QSet<quint32> ids;
+    for (const CDXUTControl* c : selected()) {
+        pasted << content_of_control(*c);
+        ids.insert(c->id());
+        EXPECT_EQ(c->dialog(), other);
+    }
+    EXPECT_EQ(pasted, wanted) << "and in the same layers";
+    EXPECT_EQ(ids.size(), other->GetControlNum());
+    EXPECT_EQ(undo_all(), 1);
+    EXPECT_EQ(other->GetControlNum(), 0);
+}
+
+TEST_F(ClipboardTest, pasting_again_steps_aside_and_a_root_takes_what_no_dialog_does)
+{
+    CDXUTDialog* d = home();
+    CDXUTControl* c = button(d, {20, 30, 40, 20});
+    const QByteArray original = content_of_control(*c);
+    core().SelectControl(c, false);
+    EXPECT_TRUE(run(Editor::copy).ok());
+    EXPECT_FALSE(m_scene.journal().can_undo()) << "copying changes nothing";
+    EXPECT_TRUE(run(Editor::paste).ok());
+    EXPECT_TRUE(run(Editor::paste).ok());
+    EXPECT_EQ(d->controls().last()->rect(), QRectF(40, 50, 40, 20));
+    EXPECT_EQ(d->controls().last()->name(), c->name());
+    EXPECT_EQ(undo_all(), 2);
+    core().SelectControl(c, false);
+    EXPECT_TRUE(run(Editor::cut).ok());
+    EXPECT_TRUE(run(Editor::paste).ok());
+    EXPECT_EQ(content_of_control(*d->controls().first()), original) << "the same place when it is free";
+    core().ClearCtrlSelection();
+    core().ClearDialogSelection();
+    EXPECT_TRUE(run(Editor::paste).ok());
+    EXPECT_EQ(core().GetRootDialog()->controls().first()->rect(), QRectF(20, 30, 40, 20));
+}
+
+TEST_F(ClipboardTest, pictures_come_along_into_another_scene_and_are_renamed_when_their_name_is_taken)
+{
+    CDXUTDialog* d = home();
+    for (const QString& name : {u"same.png"_s, u"differs.png"_s, u"unused.png"_s})
+        core().set_texture(name, "theirs");
+    const QByteArray text = copied(
+        {picture(d, u"same.png"_s), picture(d, u"differs.png"_s), picture(d, u"missing.png"_s)});
+    EXPECT_FALSE(text.contains("unused.png"));
+    m_scene.new_scene();
+    core().set_texture(u"same.png"_s, "theirs");
+    core().set_texture(u"differs.png"_s, "ours");
+    core().document().forget_history();
+    for (int i = 0; i < 2; ++i) {
+        ASSERT_TRUE(paste_text(m_scene, text).ok());
+        QStringList images;
+        for (const CDXUTControl* c : selected())
+            images << static_cast<const CDXUTPicture*>(c)->image();
+        EXPECT_EQ(images.join(u' '), u"same.png differs-2.png missing.png"_s) << "the renamed one is found again";
+    }
+    EXPECT_EQ(core().document().files().keys().join(u' '),
+              u"textures/differs-2.png textures/differs.png textures/same.png"_s);
+    EXPECT_EQ(core().document().files().value(u"textures/differs.png"_s), "ours");
+    EXPECT_EQ(undo_all(), 2);
+    EXPECT_EQ(core().document().files().size(), 2);
+}
+
+TEST_F(ClipboardTest, texts_that_are_not_ours_are_refused_and_change_nothing)
+{
+    home();
+    const QByteArray before = text();
+    const QByteArray control = R"({"type":0,"x":1})";
+    const auto with = [](const QByteArray& controls, const QByteArray& rest = {}) {
+        return R"({"format":1,"controls":[)" + controls + "]" + rest + "}";
+    };
+    const QByteArray hostile[] = {
+        "",
+        "[]",
+        "{}",
+        "{\"format\":1",
+        "\xff\xfe",
+        with(""),
+        R"({"controls":[)" + control + "]}",
+        R"({"format":2,"controls":[)" + control + "]}",
+        R"({"format":"1","controls":[)" + control + "]}",
+        with(R"({"x":1})"),
+        with(R"({"type":7})"),
+        with(R"({"type":-1})"),
+        with(R"({"type":0,"x":"left"})"),
+        with(R"({"type":0,"x":1e999})"),
+        with("7"),
+        with(control + "," + QByteArray(5000, '[')),
+        with(control, R"(,"pictures":{"textures/../../a.png":""})"),
+        with(control, R"(,"pictures":{"manifest.json":""})"),
+        with(control, R"(,"pictures":{"textures/a.png":"not base64!"})"),
+        with(control, R"(,"pictures":{"textures/a.png":7})"),
+        with(control, R"(,"pictures":{"textures/a.png":"","textures/a.png":""})"),
+        with(control, R"(,"pictures":[])"),
+    };
+    for (const QByteArray& text_of_others : hostile) {
+        const auto status = paste_text(m_scene, text_of_others);
+        EXPECT_FALSE(status.ok()) << text_of_others.left(80).toStdString();
+        EXPECT_FALSE(status.message().isEmpty());
+    }
+    EXPECT_TRUE(same_text(text(), before));
+    EXPECT_FALSE(m_scene.journal().can_undo());
+    EXPECT_TRUE(paste_text(m_scene, with(control)).ok());
+    EXPECT_TRUE(paste_text(m_scene, with(R"({"type":0,"id":1,"dialog":99,"width":-5,"color":"later"})")).ok())
+        << "ids are not taken over, numbers are held to their range, what is not known is kept";
+    EXPECT_EQ(selected().front()->width(), 0);
+    EXPECT_TRUE(scene_text(m_scene.parts()).contains("\"color\":\"later\""));
+}
+
+TEST_F(ClipboardTest, duplicates_stay_in_their_dialogs_and_leave_the_clipboard_alone)
+{
+    CDXUTDialog* d = home();
+    CDXUTControl* a = button(d, {20, 30, 40, 20});
+    CDXUTControl* b = button(core().GetRootDialog(), {50, 60, 40, 20});
+    core().SelectControl(a, false);
+    EXPECT_TRUE(run(Editor::copy).ok());
+    core().SelectControl(b, true);
+    EXPECT_TRUE(run(Editor::duplicate).ok());
+    EXPECT_EQ(d->controls().last()->rect(), QRectF(30, 40, 40, 20));
+    EXPECT_EQ(core().GetRootDialog()->controls().last()->rect(), QRectF(60, 70, 40, 20));
+    EXPECT_EQ(undo_all(), 1);
+    core().SelectDialog(d, false);
+    EXPECT_TRUE(run(Editor::paste).ok());
+    EXPECT_EQ(selected().size(), 1u);
+}
