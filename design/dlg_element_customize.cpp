@@ -30,7 +30,9 @@
 
 #include <algorithm>
 
+using tarn::key;
 using tarn::lang;
+using tarn::StaticState;
 using tarn::VisualState;
 
 namespace {
@@ -56,29 +58,29 @@ enum Command : int { command_none = 1, command_file = 2, command_first_picture =
 constexpr QSize preview_size(96, 36); ///< pixels
 constexpr int largest_font = 500;     ///< pixels
 
-tarn::Value property_of(const CDXUTControl& control, const char* name)
+tarn::Value property_of(const CDXUTControl& control, tarn::FieldKey key)
 {
-    const tarn::FieldBase* field = control.fields().find(name);
+    const tarn::FieldBase* field = control.fields().find(key);
     return field ? control.property(*field) : tarn::Value();
 }
 
-void set_property(CDXUTControl& control, const char* name, const tarn::Value& value)
+void set_property(CDXUTControl& control, tarn::FieldKey key, const tarn::Value& value)
 {
-    if (const tarn::FieldBase* field = control.fields().find(name))
+    if (const tarn::FieldBase* field = control.fields().find(key))
         (void)control.set_property(*field, value);
 }
 
 /// A number that not every type has; 0 for those without it.
-qint64 number_of(const CDXUTControl& control, const char* name)
+qint64 number_of(const CDXUTControl& control, tarn::FieldKey key)
 {
-    const tarn::Value value = property_of(control, name);
+    const tarn::Value value = property_of(control, key);
     const auto* number = std::get_if<qint64>(&value);
     return number ? *number : 0;
 }
 
 quint32 shown_text_color(const CDXUTControl& control, VisualState look)
 {
-    return tarn::text_color_in(control, look, quint32(number_of(control, "text_color")));
+    return tarn::text_color_in(control, look, quint32(number_of(control, key<&StaticState::text_color>)));
 }
 
 } // namespace
@@ -132,11 +134,11 @@ void CDlgElementCustomize::set_up_texts()
     size->set_range(1, largest_font, 1);
     size->set_format_string(QStringLiteral("%0.0f"));
     on_number(id_size, [this](double pixels) {
-        apply([&](CDXUTControl& target) { set_property(target, "font_size", qint64(pixels)); });
+        apply([&](CDXUTControl& target) { set_property(target, key<&StaticState::font_size>, qint64(pixels)); });
     });
     on_click(id_bold, [this] {
         const bool bold = control_as<QCheckBox>(id_bold)->isChecked();
-        apply([&](CDXUTControl& target) { set_property(target, "bold", bold); });
+        apply([&](CDXUTControl& target) { set_property(target, key<&StaticState::bold>, bold); });
     });
     on_click(id_italic, [this] {
         const bool italic = control_as<QCheckBox>(id_italic)->isChecked();
@@ -263,9 +265,9 @@ void CDlgElementCustomize::show_text(const CDXUTControl& shown)
 {
     control_as<CColorSwatch>(id_text_color)->set_color(shown_text_color(shown, look()));
     show_family(shown.font_family());
-    const qint64 size = number_of(shown, "font_size");
+    const qint64 size = number_of(shown, key<&StaticState::font_size>);
     control_as<CSuperEdit>(id_size)->set_pos(size ? double(size) : tarn::default_font_size);
-    control_as<QCheckBox>(id_bold)->setChecked(property_of(shown, "bold") == tarn::Value(true));
+    control_as<QCheckBox>(id_bold)->setChecked(property_of(shown, key<&StaticState::bold>) == tarn::Value(true));
     control_as<QCheckBox>(id_italic)->setChecked(shown.font_italic());
 }
 
@@ -293,8 +295,8 @@ void CDlgElementCustomize::enable_parts(const CDXUTControl* shown)
     enable({id_state}, elements || text);
     enable({id_element, id_preview, id_picture_name, id_choose_picture, id_tint}, elements);
     enable({id_text_color, id_family, id_italic}, text);
-    enable({id_size}, text && shown->fields().find("font_size"));
-    enable({id_bold}, text && shown->fields().find("bold"));
+    enable({id_size}, text && shown->fields().find(key<&StaticState::font_size>));
+    enable({id_bold}, text && shown->fields().find(key<&StaticState::bold>));
     const auto all = targets();
     enable({id_reset_state}, std::any_of(all.begin(), all.end(), [this](const CDXUTControl* target) {
                return !target->style_image(slot()).isEmpty() || target->style_color(slot())

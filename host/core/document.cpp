@@ -18,7 +18,7 @@ constexpr quint32 document_id = Document::max_id + 1;
 const FieldTable& DocumentState::field_table()
 {
     using S = DocumentState;
-    static const FieldTable table(nullptr, field<S>("next_id", &S::next_id, 0u, read_only()));
+    static const FieldTable table(nullptr, field<S, &S::next_id>("next_id", 0u, read_only()));
     return table;
 }
 

@@ -19,9 +19,9 @@ bool ModelChange::Object::was_removed() const
     return before->parent.id != 0 && object->shown_state().parent.id == 0;
 }
 
-bool ModelChange::Object::changed(const char* name) const
+bool ModelChange::Object::changed(FieldKey key) const
 {
-    const FieldBase* field = object->fields().find(name);
+    const FieldBase* field = object->fields().find(key);
     return field && !field->same(*before, object->shown_state());
 }
 

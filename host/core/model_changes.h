@@ -1,5 +1,6 @@
 #pragma once
 
+#include "field_key.h"
 #include "object_state.h"
 
 #include <QObject>
@@ -18,7 +19,7 @@ struct ModelChange {
 
         bool was_added() const;
         bool was_removed() const;
-        bool changed(const char* field) const;
+        bool changed(FieldKey key) const; ///< false for a field that it does not have
     };
     std::vector<Object> objects;
     bool everything = false; ///< another scene, or all places after a change of the screen; `objects` may be incomplete

@@ -13,26 +13,11 @@
 
 using tarn::DialogState;
 using tarn::FieldBase;
+using tarn::key;
 
 namespace {
 
 constexpr int button_gap = 4; ///< pixels around the buttons of the caption
-
-struct PlaceFields {
-    const FieldBase* x = DialogState::field_table().find("x");
-    const FieldBase* y = DialogState::field_table().find("y");
-    const FieldBase* width = DialogState::field_table().find("width");
-    const FieldBase* height = DialogState::field_table().find("height");
-    const FieldBase* align_type = DialogState::field_table().find("align_type");
-    const FieldBase* caption_shown = DialogState::field_table().find("caption_shown");
-    const FieldBase* frame_shown = DialogState::field_table().find("frame_shown");
-};
-
-const PlaceFields& place_fields()
-{
-    static const PlaceFields fields;
-    return fields;
-}
 
 QRect whole(const QRectF& rect)
 {
@@ -67,7 +52,7 @@ bool CDXUTDialog::is_root() const
 
 bool CDXUTDialog::set_name(const QString& name)
 {
-    static const int limit = DialogState::field_table().find("name")->rules().max_length;
+    static const int limit = DialogState::field_table().find(tarn::key<&DialogState::name>)->rules().max_length;
     return change<DialogState>(&DialogState::name, tarn::cut_text(name, limit));
 }
 
@@ -333,41 +318,41 @@ void CDXUTDialog::control_drawn_at(const QRectF& on_screen)
 
 tarn::Value CDXUTDialog::value_in(const tarn::ObjectState& state, const FieldBase& field) const
 {
-    const PlaceFields& place = place_fields();
     const auto& s = static_cast<const DialogState&>(state);
-    if (&field == place.x)
+    if (field.key() == key<&DialogState::x>)
         return qint64(rect_of(s).x());
-    if (&field == place.y)
+    if (field.key() == key<&DialogState::y>)
         return qint64(rect_of(s).y());
-    if (&field == place.width)
+    if (field.key() == key<&DialogState::width>)
         return qint64(rect_of(s).width());
-    if (&field == place.height)
+    if (field.key() == key<&DialogState::height>)
         return qint64(rect_of(s).height());
     return ModelObject::value_in(state, field);
 }
 
 tarn::Status CDXUTDialog::set_property(const FieldBase& field, const tarn::Value& value)
 {
-    const PlaceFields& place = place_fields();
-    const bool frame_field = &field == place.caption_shown || &field == place.frame_shown;
+    const bool frame_field = field.key()
+            == key<&DialogState::caption_shown> || field.key() == key<&DialogState::frame_shown>;
     if (is_root() && frame_field && value != tarn::Value(false))
         return tarn::Status::error(
             tarn::lang(u"根窗口没有标题栏和边框", u"the root dialog has no caption bar and no frame"));
-    const std::array moved{place.x, place.y, place.width, place.height, place.align_type};
-    if (std::find(moved.begin(), moved.end(), &field) == moved.end())
+    static constexpr std::array moved{key<&DialogState::x>, key<&DialogState::y>, key<&DialogState::width>,
+                                      key<&DialogState::height>, key<&DialogState::align_type>};
+    if (std::find(moved.begin(), moved.end(), field.key()) == moved.end())
         return ModelObject::set_property(field, value);
     const std::unique_ptr<tarn::ObjectState> wanted(shown_state().clone());
     if (auto status = field.set(*wanted, value); !status)
         return status;
     const auto& s = static_cast<const DialogState&>(*wanted);
     const QRect now = rect();
-    if (&field == place.align_type)
+    if (field.key() == key<&DialogState::align_type>)
         set_align_type(s.align_type);
-    else if (&field == place.x)
+    else if (field.key() == key<&DialogState::x>)
         SetLocation(s.x, now.y());
-    else if (&field == place.y)
+    else if (field.key() == key<&DialogState::y>)
         SetLocation(now.x(), s.y);
-    else if (&field == place.width)
+    else if (field.key() == key<&DialogState::width>)
         SetSize(s.width, now.height());
     else
         SetSize(now.width(), s.height);

@@ -61,7 +61,8 @@ CDXUTControl* CGuiCore::create_control(int type, CDXUTDialog* dialog, const QRec
     fresh->y = float(rect.y());
     fresh->width = float(std::max(0.0, rect.width()));
     fresh->height = float(std::max(0.0, rect.height()));
-    if (const tarn::FieldBase* text = fresh->fields().find("text"); text && type != DXUT_CONTROL_PICTURE)
+    if (const tarn::FieldBase* text = fresh->fields().find(tarn::key<&tarn::StaticState::text>);
+        text && type != DXUT_CONTROL_PICTURE)
         (void)text->set(*fresh, tarn::Value(fresh->name));
     const auto control = make_control(std::move(state));
     add_control(*control, *dialog);

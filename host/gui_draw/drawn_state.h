@@ -8,7 +8,7 @@ namespace tarn {
 template <class State>
 const State& drawn_state(const ModelObject& object)
 {
-    return static_cast<const State&>(object.base_state());
+    return static_cast<const State&>(object.shown_state());
 }
 
 } // namespace tarn

@@ -62,7 +62,7 @@ QImage TextureCache::image(const QString& name, const QByteArray& encoded, QSize
 
 QImage texture(const CGuiCore& core, const QString& name, QSize shown)
 {
-    const auto& files = core.core_state().files;
+    const auto& files = core.document().files();
     const auto encoded = files.find(texture_entry(name));
     return encoded == files.end() ? QImage() : kept_in<TextureCache>(core.draw_slot()).image(name, *encoded, shown);
 }

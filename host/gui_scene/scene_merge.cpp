@@ -23,7 +23,7 @@ void turn_root_into_dialog(SceneSnapshot& objects, const CGuiCore& core, const Q
     auto& dialogs = objects.objects[core.dialog_kind().place];
     auto& s = SceneSnapshot::edit<DialogState>(roots.front());
     if (!s.controls.isEmpty()) {
-        s.name = cut_text(name, DialogState::field_table().find("name")->rules().max_length);
+        s.name = cut_text(name, DialogState::field_table().find(key<&DialogState::name>)->rules().max_length);
         s.caption = name;
         s.x = 0;
         s.y = 0;

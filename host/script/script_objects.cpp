@@ -55,9 +55,10 @@ const FieldBase* field_at(lua_State* lua, int index, const ModelObject& object)
 
 ScriptValue value_of(const Machine& machine, const ModelObject& object, const FieldBase& field)
 {
-    const auto reference = field.reference(object.shown_state());
+    Value value = object.property(field);
+    const auto* reference = std::get_if<ObjectRef>(&value);
     if (!reference)
-        return object.property(field);
+        return value;
     return machine.objects() ? machine.objects()->find(reference->id) : ScriptObject();
 }
 

@@ -86,10 +86,10 @@ Result<Data> get(Automation& app, ObjectHandle* self, const QString& property)
     const auto field = field_of(*object.value(), *self, property);
     if (!field)
         return field.status();
-    const ModelObject& from = *object.value();
-    if (const auto reference = field.value()->reference(from.authored_state()))
+    const Value value = object.value()->authored_property(*field.value());
+    if (const auto* reference = std::get_if<ObjectRef>(&value))
         return referred(app, reference->id);
-    return Data(from.authored_property(*field.value()));
+    return Data(value);
 }
 
 Status set(Automation& app, ObjectHandle* self, const QString& property, const Value& value)
