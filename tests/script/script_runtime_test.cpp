@@ -219,13 +219,13 @@ TEST_F(RuntimeTest, objects_are_read_and_written_through_their_fields)
 
 TEST_F(RuntimeTest, a_handle_of_a_deleted_object_says_so_and_never_means_another)
 {
-    EXPECT_TRUE(told(u"kept = lamp('red') delete_lamp(kept)\nreturn kept.width"_s)
-                    .contains(u"line 2: the object 5 was deleted"_s));
+    EXPECT_TRUE(
+        told(u"kept = lamp('red') delete_lamp(kept)\nreturn kept.width"_s).contains(u"line 2: lamp 5 was deleted"_s));
     m_lamps->lamps.push_back(std::make_shared<Lamp>(m_journal, 9, u"new"_s));
-    EXPECT_TRUE(told(u"local new = lamp('new') return kept.name"_s).contains(u"the object 5 was deleted"_s));
+    EXPECT_TRUE(told(u"local new = lamp('new') return kept.name"_s).contains(u"lamp 5 was deleted"_s));
     EXPECT_EQ(told(u"return lamp('new').name"_s), u"new"_s);
     EXPECT_TRUE(told(u"kept:hide()"_s).contains(u"deleted"_s));
-    EXPECT_EQ(told(u"return tostring(kept)"_s), u"deleted object 5"_s);
+    EXPECT_EQ(told(u"return tostring(kept)"_s), u"deleted lamp 5"_s);
     m_lamps->lamps[0]->attached = false;
     EXPECT_TRUE(told(u"return lamp('green').name"_s).contains(u"deleted"_s));
 }
