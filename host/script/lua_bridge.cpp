@@ -270,9 +270,8 @@ QString called(const ScriptReach& reach, const ModelObject& object)
 
 Status no_field(const ScriptReach& reach, const ModelObject& object, std::string_view name)
 {
-    return Status::error(
-        say(reach, u"%1 没有属性“%2”", u"%1 has no property \"%2\"")
-            .arg(called(reach, object), QString::fromUtf8(name.data(), qsizetype(name.size()))));
+    return Status::error(say(reach, u"%1 没有属性“%2”", u"%1 has no property \"%2\"")
+                             .arg(called(reach, object), QString::fromUtf8(name.data(), qsizetype(name.size()))));
 }
 
 ScriptValue read_field(const ScriptReach& reach, const ModelObject& object, const FieldBase& field)

@@ -25,7 +25,7 @@ void push_text(lua_State* lua, const QString& text);
 void push(lua_State* lua, const ScriptValue& value);
 
 /// These raise nothing. What has no form outside (mixed tables, foreign userdata), or is over the budget, gives nullopt.
-QString read_text(lua_State* lua, int index); ///< of a text
+QString read_text(lua_State* lua, int index);         ///< of a text
 std::string_view bytes_of(lua_State* lua, int index); ///< of a text, as long as that stays on the stack
 std::optional<Value> read_plain(lua_State* lua, int index, ReadBudget& budget);
 std::optional<ScriptValue> read(lua_State* lua, int index, ReadBudget& budget);

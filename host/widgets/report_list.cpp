@@ -5,7 +5,6 @@
 #include "widgets/report_model.h"
 #include "widgets/report_sort.h"
 
-#include <QCollator>
 #include <QHeaderView>
 #include <QScrollBar>
 
@@ -24,7 +23,8 @@ private:
     CReportList& m_list;
 };
 
-CReportList::CReportList(QWidget* parent) : QTableView(parent), m_model(new tarn::ReportModel(this))
+CReportList::CReportList(QWidget* parent)
+    : QTableView(parent), m_model(new tarn::ReportModel(this)), m_text_order(std::make_unique<tarn::TextOrder>())
 {
     const CodeScope scope(*this);
     setModel(m_model);
@@ -363,7 +363,7 @@ std::vector<int> CReportList::sorted_order(const std::vector<void*>& items, int 
     for (void* item : items)
         captions.push_back(get_item_caption(item, column));
     return is_number_column(column) ? tarn::number_order(captions, ascending)
-                                    : tarn::text_order(captions, ascending, tarn::reading_collator());
+                                    : m_text_order->sorted(captions, ascending);
 }
 
 std::vector<void*> CReportList::sorted_as_before(const std::vector<void*>& items) const
