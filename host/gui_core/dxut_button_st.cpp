@@ -1,6 +1,7 @@
 #include "dxut_button_st.h"
 
 #include "control_style.h"
+#include "core/text_part.h"
 #include "draw_context.h"
 
 #include <QFontMetricsF>
@@ -14,7 +15,8 @@ namespace {
 
 constexpr std::array image_slots{&ImageButtonState::image_normal, &ImageButtonState::image_hover,
                                  &ImageButtonState::image_pressed};
-constexpr double bubble_margin = 10; ///< pixels around an annotation's text
+constexpr double bubble_margin = 10;          ///< pixels around an annotation's text
+constexpr qsizetype longest_annotation = 500; ///< UTF-16 units; more leave the screen
 
 bool is_slot(int slot)
 {
@@ -52,7 +54,8 @@ void CDXUTButtonST::draw(tarn::DrawContext& context, const QRectF& area) const
     if (look != VisualState::Hover || s.text.isEmpty())
         return;
     const QFontMetricsF metrics(tarn::font_of(s));
-    const QSizeF size(metrics.horizontalAdvance(s.text) + 2 * bubble_margin, metrics.height() + bubble_margin);
+    const QSizeF size(metrics.horizontalAdvance(tarn::text_part(s.text, longest_annotation, 0)) + 2 * bubble_margin,
+                      metrics.height() + bubble_margin);
     const QRectF bubble(area.topLeft() + QPointF(s.annotation_x, s.annotation_y), size);
     context.draw_element(tarn::Element::Bubble, VisualState::Normal, bubble);
     draw_text(context, bubble);

@@ -26,11 +26,15 @@ public:
 private:
     QRectF text_area(const QRectF& frame) const;
     QString shown_text() const;
-    double x_of(int position) const;
+    int laid_out_units() const;
+    int place_in_shown(int position) const;
+    double x_in_shown(int place) const;
     int position_at(double x) const;
     void after_edit(bool changed);
     void scroll_to_caret();
 
     tarn::LineEditor m_editor;
-    double m_scroll = 0; ///< pixels of the text that are left of the field
+    /// Where the laid-out part of the text begins: a text may be a million letters long, of which a hundred show.
+    int m_first = 0;
+    double m_scroll = 0; ///< pixels of that part that are left of the field
 };
