@@ -230,6 +230,158 @@ void CReportList::refresh_all_item_caption()
     viewport()->update();
 }
 
+void CReportList::update_row_height()
+{
+    verticalHeader()->setDefaultSectionSize(std::max(fontMetrics().height() + 4, 20));
+    verticalScrollBar()->setSingleStep(verticalHeader()->defaultSectionSize());
+}
+
+void CReportList::insert_column(int index, const QString& title, int width_share, ColumnKind kind)
+{
+    const CodeScope scope(*this);
+    m_model->insert_column(std::clamp(index, 0, m_model->columnCount()),
+                           {title, std::max(width_share, 1), kind == Number});
+    apply_width_shares();
+}
+
+void CReportList::set_column_title(int column, const QString& title)
+{
+    if (column >= 0 && column < m_model->columnCount())
+        m_model->set_column_title(column, title);
+    update_header_height();
+}
+
+QStringList CReportList::column_captions() const
+{
+    QStringList titles;
+    for (const auto& column : m_model->columns())
+        titles.append(column.title);
+    return titles;
+}
+
+bool CReportList::is_number_column(int column) const
+{
+    return column >= 0 && column < m_model->columnCount() && m_model->columns()[size_t(column)].is_number;
+}
+
+void CReportList::apply_width_shares()
+{
+    if (!m_keeps_shares)
+        return;
+    const CodeScope scope(*this);
+    int shares_left = 0;
+    for (const auto& column : m_model->columns())
+        shares_left += column.share;
+    int width_left = viewport()->width();
+    for (int i = 0; i < m_model->columnCount(); ++i) {
+        const int share = m_model->columns()[size_t(i)].share;
+        const int width = int(qint64(width_left) * share / shares_left);
+        setColumnWidth(i, width);
+        width_left -= width;
+        shares_left -= share;
+    }
+    update_header_height();
+}
+
+// Captions that are too long for their columns go over two lines, where they can be broken.
+void CReportList::update_header_height()
+{
+    QHeaderView* header = horizontalHeader();
+    const QFontMetrics metrics = header->fontMetrics();
+    const int margins = 2 * style()->pixelMetric(QStyle::PM_HeaderMargin, nullptr, header);
+    int height = metrics.height();
+    for (int i = 0; i < m_model->columnCount(); ++i) {
+        const QRect room(0, 0, columnWidth(i) - margins, 2 * metrics.lineSpacing());
+        const QRect text = metrics.boundingRect(room, Qt::TextWordWrap, m_model->columns()[size_t(i)].title);
+        height = std::max(height, std::min(text.height(), room.height()));
+    }
+    header->setFixedHeight(height + margins);
+}
+
+void CReportList::on_section_resized()
+{
+    if (m_code_depth > 0)
+        return;
+    update_header_height();
+    m_keeps_shares = false;
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+}
+
+void CReportList::refill_list(const std::vector<void*>& items)
+{
+    const CodeScope scope(*this);
+    if (items == m_filled) {
+        refresh_all_item_caption();
+        return;
+    }
+    m_filled = items;
+    const std::vector<void*> chosen = selected_items();
+    void* const current = get_binded_ptr(currentIndex().row());
+    const int scrolled = verticalScrollBar()->value();
+
+    m_model->set_items(sorted_as_before(items));
+
+    const std::vector<void*>& shown = m_model->items();
+    std::vector<int> rows;
+    const std::unordered_set<void*> wanted(chosen.begin(), chosen.end());
+    for (size_t i = 0; i < shown.size() && !wanted.empty(); ++i)
+        if (wanted.contains(shown[i]))
+            rows.push_back(int(i));
+    const auto at = current ? std::find(shown.begin(), shown.end(), current) : shown.end();
+    replace_selection(rows, at == shown.end() ? -1 : int(at - shown.begin()));
+
+    executeDelayedItemsLayout();
+    verticalScrollBar()->setValue(scrolled);
+}
+
+int CReportList::row_count() const
+{
+    return int(m_model->items().size());
+}
+
+void* CReportList::get_binded_ptr(int row) const
+{
+    return row >= 0 && row < row_count() ? m_model->items()[size_t(row)] : nullptr;
+}
+
+QString CReportList::item_caption(int row, int column) const
+{
+    if (row < 0 || row >= row_count() || column < 0 || column >= m_model->columnCount())
+        return {};
+    return get_item_caption(m_model->items()[size_t(row)], column);
+}
+
+int CReportList::icon_index(int row) const
+{
+    if (row < 0 || row >= row_count() || m_icons.isEmpty())
+        return -1;
+    return get_item_icon(m_model->items()[size_t(row)]);
+}
+
+QIcon CReportList::row_icon(int row) const
+{
+    return m_icons.value(icon_index(row));
+}
+
+void CReportList::set_icon_list(const QList<int>& icon_numbers)
+{
+    m_icon_numbers = icon_numbers;
+    reload_icons();
+}
+
+void CReportList::reload_icons()
+{
+    m_icons.clear();
+    for (const int number : m_icon_numbers)
+        m_icons.append(iconfun::icon(number));
+    viewport()->update();
+}
+
+void CReportList::refresh_all_item_caption()
+{
+    viewport()->update();
+}
+
 void CReportList::refresh_item_caption(void* item)
 {
     const std::vector<void*>& items = m_model->items();
