@@ -50,9 +50,9 @@ public:
 /// The product's: fifty buttons to a dialog that shows neither caption nor frame and is as large as they need.
 class Interface {
 public:
-    explicit Interface(int count) : m_core(m_journal)
+    explicit Interface(int count) : m_core(m_document)
     {
-        const tarn::RecordingOff off(m_journal);
+        const tarn::RecordingOff off(m_document.journal());
         m_core.set_screen_size(screen);
         m_core.EnableGui(false);
         const auto all = places(count);
@@ -91,7 +91,7 @@ private:
         }
     }
 
-    tarn::Journal m_journal;
+    tarn::Document m_document;
     CGuiCore m_core;
     tarn::GuiPainter m_painter;
     Canvas m_canvas;

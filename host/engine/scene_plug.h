@@ -2,6 +2,7 @@
 
 #include "core/status.h"
 #include "plug_info.h"
+#include "script/script_api.h"
 
 #include <QRectF>
 #include <QString>
@@ -45,6 +46,8 @@ public:
     };
 
     virtual ~SceneModel() = default;
+    /// The same objects as scene functions find them.
+    virtual const ScriptObjects& objects() const = 0;
     virtual std::vector<ModelObject*> dialogs() const = 0; ///< the top layer last
     virtual ModelObject* root_dialog() const = 0;
     virtual std::vector<ModelObject*> controls() const = 0; ///< in the scene's order

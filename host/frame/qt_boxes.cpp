@@ -1,6 +1,7 @@
 #include "qt_boxes.h"
 
 #include "core/language.h"
+#include "core/text_part.h"
 
 #include <QApplication>
 #include <QColorDialog>
@@ -40,9 +41,22 @@ QString caption(Button button)
     return {};
 }
 
+/// As much of `text` as a person may read in a box. A script's may be a million letters long, and Qt would lay out all
+/// of them before it showed the box.
+QString readable(const QString& text, qsizetype lines, qsizetype units)
+{
+    const QString part = text_part(text_part(text, lines, units, 0, 0), units, 0);
+    return part.size() < text.size() ? part + QChar(0x2026) : part;
+}
+
+QString readable(const QString& text)
+{
+    return readable(text, 30, 2000);
+}
+
 QString title_or_name(const QString& title)
 {
-    return title.isEmpty() ? QApplication::applicationDisplayName() : title;
+    return title.isEmpty() ? QApplication::applicationDisplayName() : readable(title, 1, 200);
 }
 
 } // namespace
@@ -69,7 +83,7 @@ Button QtBoxes::message(QWidget* parent, const Message& box)
                                                 : QMessageBox::Information);
     window.setWindowTitle(title_or_name(box.title));
     window.setTextFormat(Qt::PlainText); // It may name what a package calls anything.
-    window.setText(box.text);
+    window.setText(readable(box.text));
     for (const Button button : box.buttons)
         window.addButton(standard(button))->setText(caption(button));
     window.setDefaultButton(standard(box.buttons.front()));
@@ -85,7 +99,7 @@ std::optional<QString> QtBoxes::prompt(QWidget* parent, const Prompt& box)
     QDialog window(parent);
     window.setWindowTitle(title_or_name(box.title));
     QVBoxLayout layout(&window);
-    QLabel label(box.text);
+    QLabel label(readable(box.text));
     label.setTextFormat(Qt::PlainText);
     QLineEdit edit(box.initial);
     edit.setMaxLength(box.max_length);

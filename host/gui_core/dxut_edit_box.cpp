@@ -1,12 +1,19 @@
 #include "dxut_edit_box.h"
 
 #include "control_style.h"
+#include "core/text_part.h"
 #include "gui_core.h"
 #include "text_line.h"
 
 #include <algorithm>
 
 using tarn::EditBoxState;
+
+namespace {
+
+constexpr int least_laid_out = 256; ///< UTF-16 units; many letters that take no place shall still move the caret
+
+} // namespace
 
 CDXUTEditBox::CDXUTEditBox(tarn::Journal& journal, CGuiCore& core) : CDXUTStatic(journal, core, new EditBoxState) {}
 
@@ -18,6 +25,7 @@ bool CDXUTEditBox::SetSpacing(int pixels)
 void CDXUTEditBox::reset_run_state()
 {
     m_editor = {};
+    m_first = 0;
     m_scroll = 0;
     state_changed();
 }
@@ -26,6 +34,10 @@ void CDXUTEditBox::state_changed()
 {
     m_editor.set_max_length(state<EditBoxState>().max_length);
     m_editor.set_text(text());
+    if (m_first > m_editor.caret()) { // a shorter text came from outside
+        m_first = m_editor.boundary_near(m_editor.caret() - laid_out_units() / 2);
+        m_scroll = 0;
+    }
     CDXUTStatic::state_changed();
 }
 
@@ -45,36 +57,57 @@ QRectF CDXUTEditBox::text_area(const QRectF& frame) const
     return frame.adjusted(inset, 0, -inset, 0);
 }
 
-QString CDXUTEditBox::shown_text() const
+int CDXUTEditBox::laid_out_units() const
 {
-    QString shown = m_editor.text();
-    if (state<EditBoxState>().password)
-        shown.fill(QChar(0x2022));
-    return shown.insert(m_editor.caret(), m_editor.preedit());
+    const QSizeF area(text_area(rect()).width(), 0);
+    return int(2 * tarn::units_that_show(area, font_of(state<EditBoxState>()).pixelSize())) + least_laid_out;
 }
 
-double CDXUTEditBox::x_of(int position) const
+QString CDXUTEditBox::shown_text() const
+{
+    QString shown = m_editor.text().mid(m_first, laid_out_units());
+    if (state<EditBoxState>().password)
+        shown.fill(QChar(0x2022));
+    return shown.insert(place_in_shown(m_editor.caret()), m_editor.preedit());
+}
+
+int CDXUTEditBox::place_in_shown(int position) const
+{
+    return std::clamp(position - m_first, 0, laid_out_units());
+}
+
+double CDXUTEditBox::x_in_shown(int place) const
 {
     const tarn::TextLine shown(shown_text(), font_of(state<EditBoxState>()));
-    return shown.line.isValid() ? shown.line.cursorToX(position) : 0;
+    return shown.line.isValid() ? shown.line.cursorToX(place) : 0;
 }
 
 int CDXUTEditBox::position_at(double x) const
 {
     const tarn::TextLine shown(shown_text(), font_of(state<EditBoxState>()));
-    return shown.line.isValid() ? shown.line.xToCursor(x) : 0;
+    return m_first + (shown.line.isValid() ? shown.line.xToCursor(x) : 0);
 }
 
 QRectF CDXUTEditBox::caret_rect() const
 {
     const QRectF place = text_area(rect());
-    return {place.x() + x_of(m_editor.caret()) - m_scroll, place.y(), 1, place.height()};
+    return {place.x() + x_in_shown(place_in_shown(m_editor.caret())) - m_scroll, place.y(), 1, place.height()};
 }
 
 void CDXUTEditBox::scroll_to_caret()
 {
+    // A caret that comes near an end of what is laid out moves that, so that there is text on both sides of it.
+    const int caret = m_editor.caret();
+    const int units = laid_out_units();
+    const bool left = m_first > 0 && caret < m_first + units / 8;
+    const bool right = m_first + units < m_editor.text().size() && caret > m_first + units * 7 / 8;
+    if (left || right) {
+        const double before = x_in_shown(place_in_shown(caret));
+        m_first = m_editor.boundary_near(std::max(0, caret - units / 2));
+        m_scroll += x_in_shown(place_in_shown(caret)) - before;
+    }
     const double width = text_area(rect()).width();
-    const double x = x_of(m_editor.caret() + int(m_editor.preedit().size()));
+    const double x = x_in_shown(place_in_shown(caret) + int(m_editor.preedit().size()));
     if (x - m_scroll > width - 2)
         m_scroll = x - width + 2;
     m_scroll = std::max(0.0, std::min(m_scroll, x));

@@ -14,9 +14,11 @@ public:
 
     /// Where the text is seen in a box with that frame.
     QRectF text_area(const QRectF& frame) const;
-    /// The text with what the input method is about to put in.
+    /// What is laid out of the text, with what the input method is about to put in.
     QString shown_text() const;
-    /// Pixels of the text that are left of the field.
+    /// Where a position of the text is in that.
+    int place_in_shown(int position) const;
+    /// Pixels of it that are left of the field.
     double scroll() const { return m_scroll; }
 
     tarn::VisualState visual_state() const override;
@@ -30,11 +32,14 @@ public:
     void state_changed() override;
 
 private:
-    double x_of(int position) const;
+    int laid_out_units() const;
+    double x_in_shown(int place) const;
     int position_at(double x) const;
     void after_edit(bool changed);
     void scroll_to_caret();
 
     tarn::LineEditor m_editor;
-    double m_scroll = 0;
+    /// Where the laid-out part of the text begins: a text may be a million letters long, of which a hundred show.
+    int m_first = 0;
+    double m_scroll = 0; ///< pixels of that part that are left of the field
 };

@@ -35,17 +35,50 @@ void LineEditor::place_caret(int position, bool select)
         m_anchor = m_caret;
 }
 
-int LineEditor::next(int position, bool forward, bool word) const
+namespace {
+
+constexpr qsizetype usual_reach = 128; ///< UTF-16 units in which nearly every character and word ends
+
+/// The next boundary in `text` behind or before `position`; -1 when there is none.
+qsizetype next_boundary(QStringView text, qsizetype position, bool forward, bool word)
 {
-    QTextBoundaryFinder finder(word ? QTextBoundaryFinder::Word : QTextBoundaryFinder::Grapheme, m_text);
+    QTextBoundaryFinder finder(word ? QTextBoundaryFinder::Word : QTextBoundaryFinder::Grapheme, text.data(),
+                               text.size());
     finder.setPosition(position);
     do {
-        position = int(forward ? finder.toNextBoundary() : finder.toPreviousBoundary());
-        if (position < 0)
-            return forward ? int(m_text.size()) : 0;
+        position = forward ? finder.toNextBoundary() : finder.toPreviousBoundary();
         // A word move stops where a word begins, not at the blank before it.
-    } while (word && position > 0 && position < m_text.size() && m_text[position].isSpace());
+    } while (word && position > 0 && position < text.size() && text[position].isSpace());
     return position;
+}
+
+} // namespace
+
+// The finder works through all that it is given before it answers. So it is given the neighbourhood first, and more only
+// where the answer is an end of that, which may be none of the text's.
+int LineEditor::next(int position, bool forward, bool word) const
+{
+    for (qsizetype reach = usual_reach;; reach *= 8) {
+        qsizetype begin = std::max<qsizetype>(0, position - reach);
+        const qsizetype end = std::min(m_text.size(), position + reach);
+        // Where a blank is followed by something else one character ends and another begins, whatever stood before.
+        while (begin > 0 && begin < position && !(m_text[begin - 1].isSpace() && !m_text[begin].isSpace()))
+            ++begin;
+        if (begin == position && begin > 0)
+            begin = std::max<qsizetype>(0, position - reach);
+        const qsizetype found = next_boundary(QStringView(m_text).mid(begin, end - begin), position - begin, forward,
+                                              word);
+        const bool at_begin = found <= 0 && begin > 0;
+        const bool at_end = (found < 0 || begin + found >= end) && end < m_text.size();
+        if (forward ? !at_end : !at_begin)
+            return int(found >= 0 ? begin + found : forward ? m_text.size() : 0);
+    }
+}
+
+int LineEditor::boundary_near(int position) const
+{
+    position = std::clamp(position, 0, int(m_text.size()));
+    return position == 0 || position == m_text.size() ? position : next(position + 1, false, false);
 }
 
 bool LineEditor::remove(int from, int to)

@@ -22,6 +22,9 @@ public:
     void select_all();
     void place_caret(int position, bool select);
 
+    /// The nearest place at or before `position` that stands inside no character.
+    int boundary_near(int position) const;
+
     /// What an input method is about to put in at the caret; shown, but no part of the text.
     const QString& preedit() const { return m_preedit; }
     void set_preedit(const QString& text) { m_preedit = text; }

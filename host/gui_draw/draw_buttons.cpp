@@ -1,4 +1,5 @@
 #include "draw_context.h"
+#include "core/text_part.h"
 #include "draw_functions.h"
 #include "drawn_state.h"
 #include "gui_core/control_style.h"
@@ -16,6 +17,7 @@ namespace {
 
 constexpr int padding = 6;           ///< pixels between a button's edge and its caption
 constexpr double bubble_margin = 10; ///< pixels around an annotation's text
+constexpr qsizetype longest_annotation = 500; ///< UTF-16 units; more leave the screen
 constexpr double largest_box = 20;   ///< pixels
 constexpr double gap = 6;            ///< pixels between the box and the caption
 
@@ -64,7 +66,8 @@ void draw_image_button(DrawContext& context, const CDXUTButtonST& button, const 
     if (look != VisualState::Hover || s.text.isEmpty())
         return;
     const QFontMetricsF metrics(font_of(s));
-    const QSizeF size(metrics.horizontalAdvance(s.text) + 2 * bubble_margin, metrics.height() + bubble_margin);
+    const QSizeF size(metrics.horizontalAdvance(text_part(s.text, longest_annotation, 0)) + 2 * bubble_margin,
+                      metrics.height() + bubble_margin);
     const QRectF bubble(area.topLeft() + QPointF(s.annotation_x, s.annotation_y), size);
     context.draw_element(Element::Bubble, VisualState::Normal, bubble);
     draw_text(context, button, bubble);

@@ -1,5 +1,7 @@
 #include "text_cache.h"
 
+#include "core/text_part.h"
+
 #include <QFontMetricsF>
 #include <QPainter>
 #include <QTextOption>
@@ -11,7 +13,34 @@ namespace tarn {
 namespace {
 
 const QColor shadow_color(0, 0, 0, 170);
-constexpr QPointF shadow_offset(1, 1); ///< pixels
+constexpr QPointF shadow_offset(1, 1);   ///< pixels
+constexpr qsizetype unseen_units = 5000; ///< UTF-16 units
+
+/// Of a text that may be anything (a script can make a million letters), only what can show is laid out: layout takes
+/// longer than linear time.
+QString shown_line(const QString& text, const QSizeF& area, const QFont& font)
+{
+    const qsizetype units = units_that_show({area.width(), 0}, font.pixelSize());
+    return QFontMetricsF(font).elidedText(text_part(text, units, 0), Qt::ElideRight, area.width());
+}
+
+QString shown_lines(const QString& text, const QSizeF& area, const TextLook& look)
+{
+    QString part;
+    if (look.word_wrap) {
+        // Where lines end hangs on where the first one began: one that cannot be seen begins as far away as it costs
+        // little.
+        const qsizetype units = units_that_show(area, look.font_size);
+        const bool from_begin = look.vertical_align == 0;
+        part = text_part(text, from_begin ? units : qMax(units, unseen_units), look.vertical_align);
+    } else {
+        // A line must not be lower than this, or what shows of a long text would end before the area does.
+        const auto lines = qsizetype(area.height() / qMax(1, look.font_size)) + 2;
+        const qsizetype units = units_that_show({area.width(), 0}, look.font_size);
+        part = text_part(text, lines, units, look.vertical_align, look.horizontal_align);
+    }
+    return part.replace(QLatin1Char('\n'), QChar::LineSeparator);
+}
 
 } // namespace
 
@@ -36,14 +65,8 @@ void TextCache::lay_out(const QSizeF& area, const QString& text, const TextLook&
     layout.text.setTextFormat(Qt::PlainText);
     layout.text.setTextOption(option);
     layout.text.setPerformanceHint(QStaticText::AggressiveCaching);
-    if (one_line) {
-        const QFontMetricsF metrics(layout.font);
-        layout.text.setTextWidth(-1);
-        layout.text.setText(metrics.elidedText(text, Qt::ElideRight, area.width()));
-    } else {
-        layout.text.setTextWidth(area.width());
-        layout.text.setText(QString(text).replace(QLatin1Char('\n'), QChar::LineSeparator));
-    }
+    layout.text.setTextWidth(one_line ? -1 : area.width());
+    layout.text.setText(one_line ? shown_line(text, area, layout.font) : shown_lines(text, area, look));
     layout.text.prepare({}, layout.font);
     const QSizeF size = layout.text.size();
     const double spare_x = one_line ? area.width() - size.width() : 0;

@@ -5,6 +5,7 @@
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
 #include "gui_plug_scene.h"
+#include "script/gui_script_api.h"
 
 #include <algorithm>
 
@@ -32,6 +33,8 @@ Status no_ids_left()
 }
 
 } // namespace
+
+GuiSceneModel::GuiSceneModel(CGuiPlugScene& scene) : m_scene(scene), m_objects(gui_script_objects(scene.gui_core())) {}
 
 std::vector<ModelObject*> GuiSceneModel::dialogs() const
 {

@@ -3,6 +3,8 @@
 #include "engine/scene_plug.h"
 #include "problems.h"
 
+#include <memory>
+
 class CGuiPlugScene;
 
 namespace tarn {
@@ -10,8 +12,9 @@ namespace tarn {
 /// The interface's model for automation.
 class GuiSceneModel : public SceneModel {
 public:
-    explicit GuiSceneModel(CGuiPlugScene& scene) : m_scene(scene) {}
+    explicit GuiSceneModel(CGuiPlugScene& scene);
 
+    const ScriptObjects& objects() const override { return *m_objects; }
     std::vector<ModelObject*> dialogs() const override;
     ModelObject* root_dialog() const override;
     std::vector<ModelObject*> controls() const override;
@@ -26,6 +29,7 @@ public:
 
 private:
     CGuiPlugScene& m_scene;
+    std::shared_ptr<const ScriptObjects> m_objects;
     mutable ProblemFinder m_problems;
 };
 

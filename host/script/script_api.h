@@ -76,6 +76,13 @@ public:
     virtual QStringList field_names() const { return {}; }
 };
 
+/// Which objects a Lua state can find, and how it tells failures.
+struct ScriptReach {
+    const ScriptObjects* scene = nullptr; ///< names the objects and finds what they refer to; null: nobody does
+    bool in_english = false;              ///< whatever the program's language
+    bool reads_authored = false;          ///< fields read as the author made them, not as they are shown
+};
+
 /// One call of a verb.
 class ScriptCall {
 public:

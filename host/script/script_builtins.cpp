@@ -1,6 +1,5 @@
 #include "core/language.h"
 #include "script_machine.h"
-#include "script_values.h"
 
 #include <QRandomGenerator>
 
@@ -31,7 +30,7 @@ Result<ScriptValue> random_number(ScriptCall& call)
 bool tell(Machine& machine, lua_State* lua, Frame&)
 {
     if (machine.runtime() && machine.runtime()->on_print)
-        machine.runtime()->on_print(read_text(lua, 1));
+        machine.runtime()->on_print(lua::read_text(lua, 1));
     return true;
 }
 
@@ -109,7 +108,7 @@ bool prepare_call(Machine& machine, lua_State* lua, Frame& frame)
                             .arg(machine.limits().call_depth);
     } else {
         ScriptError error;
-        const auto function = machine.compiled(read_text(lua, 1), error);
+        const auto function = machine.compiled(lua::read_text(lua, 1), error);
         if (function)
             lua_rawgeti(lua, LUA_REGISTRYINDEX, function.value());
         else

@@ -1,6 +1,5 @@
 #include "core/language.h"
 #include "script_machine.h"
-#include "script_values.h"
 
 // Calls of scene functions: each has a thread of Lua's to itself, so that it can wait.
 
@@ -51,7 +50,7 @@ int Machine::begin_call(lua_State* lua)
     luaL_checkstack(lua, int(start.arguments.size()) + 8, nullptr);
     lua_rawgeti(lua, LUA_REGISTRYINDEX, start.function);
     for (const ScriptValue& argument : start.arguments)
-        of(lua).push(lua, argument);
+        lua::push(lua, argument);
     lua_callk(lua, int(start.arguments.size()), 1, 0, [](lua_State*, int, lua_KContext) { return 1; });
     return 1;
 }
@@ -136,7 +135,8 @@ ScriptResult Machine::resume(std::unique_ptr<Call> call, Start* start)
     }
     ScriptResult result;
     if (status == LUA_OK && !stopped())
-        result.value = read_plain(thread, -1).value_or(Value());
+        if (auto value = read(thread, -1); value && std::holds_alternative<Value>(*value))
+            result.value = std::get<Value>(std::move(*value));
     if (status != LUA_OK || stopped())
         result.error = error_of(*call, status);
     else

@@ -2,7 +2,6 @@
 
 #include "config_scene.h"
 #include "core/language.h"
-#include "script_values.h"
 
 namespace tarn::scene_script {
 
@@ -97,7 +96,7 @@ Result<int> Machine::compile(const IFunc& function)
         return reference;
     QString message = lang(u"脚本过长，内存不足", u"the script is too long for the memory");
     if (lua_type(main(), -1) == LUA_TSTRING && status != LUA_ERRMEM)
-        message = read_text(main(), -1);
+        message = lua::read_text(main(), -1);
     lua_pop(main(), 1);
     return Status::error(message);
 }
@@ -204,7 +203,7 @@ void Machine::locate(lua_State* thread, ScriptError& error) const
 QString Machine::take_error_text(lua_State* thread)
 {
     if (lua_type(thread, -1) == LUA_TSTRING) {
-        const QString text = read_text(thread, -1);
+        const QString text = lua::read_text(thread, -1);
         lua_pop(thread, 1);
         return text;
     }
@@ -221,7 +220,7 @@ QString Machine::take_error_text(lua_State* thread)
     lua_insert(main(), -2);
     lua_State* before = enter(main());
     if (lua_pcall(main(), 1, 1, 0) == LUA_OK && !stopped())
-        text = read_text(main(), -1);
+        text = lua::read_text(main(), -1);
     enter(before);
     lua_pop(main(), 1);
     return text;

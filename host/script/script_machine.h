@@ -1,5 +1,6 @@
 #pragma once
 
+#include "lua_bridge.h"
 #include "sandbox.h"
 #include "script_runtime.h"
 
@@ -44,7 +45,7 @@ public:
     void abandon();
     /// Null once it was given up.
     ScriptRuntime* runtime() const { return m_runtime; }
-    const ScriptObjects* objects() const { return m_objects.get(); }
+    const ScriptReach& reach() const { return m_reach; }
 
     ScriptResult call(const QString& name, std::span<const ScriptValue> arguments, const ScriptObject& owner);
     void tick(double now);
@@ -61,18 +62,10 @@ public:
     /// leaves result or message in the frame.
     static int run_frame(lua_State* lua, bool (*work)(Machine&, lua_State*, Frame&));
 
-    /// As push_value(): may raise.
-    void push(lua_State* lua, const ScriptValue& value);
-    void push_object(lua_State* lua, const ScriptObject& object);
-    /// Raises nothing; nullopt for what has no form outside.
+    /// As lua::read(), at the script's cost. A list that is too long stops the script.
     std::optional<ScriptValue> read(lua_State* lua, int index);
-    /// The same for what is neither object nor function. A list that is too long stops the script.
-    std::optional<Value> read_plain(lua_State* lua, int index);
-    /// The object of the handle at `index`. Null: it is no handle, or `message` tells that its object is gone.
-    ScriptObject object_at(lua_State* lua, int index, QString& message) const;
     /// Pushes the method of the object's classes whose name is at `key`; answers whether there is one.
     bool push_method(lua_State* lua, const ModelObject& object, int key) const;
-    QString called(const ModelObject& object) const; ///< "button 12"
 
 private:
     class Running;
@@ -100,6 +93,7 @@ private:
     ScriptRuntime* m_runtime;
     CConfigScene* m_functions;
     std::shared_ptr<const ScriptObjects> m_objects;
+    ScriptReach m_reach{.scene = m_objects.get()};
     std::shared_ptr<const std::vector<ScriptVerb>> m_verbs;
     std::map<std::string_view, int> m_methods; ///< the table of each class
 

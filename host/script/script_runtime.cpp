@@ -3,7 +3,6 @@
 #include "config_scene.h"
 #include "core/language.h"
 #include "script_machine.h"
-#include "script_values.h"
 
 namespace tarn {
 
@@ -112,9 +111,9 @@ std::vector<ScriptError> ScriptRuntime::check(const QString& text)
     };
     if (scene_script::protect(sandbox.main(), load) == LUA_OK)
         return {};
-    ScriptError error{.message = scene_script::read_text(sandbox.main(), -1)};
+    ScriptError error{.message = lua::read_text(sandbox.main(), -1)};
     QByteArray label;
-    scene_script::split_place(scene_script::read_text(sandbox.main(), -1), label, error.line, error.message);
+    scene_script::split_place(lua::read_text(sandbox.main(), -1), label, error.line, error.message);
     return {error};
 }
 

@@ -1,6 +1,5 @@
 #include "core/language.h"
 #include "script_machine.h"
-#include "script_values.h"
 
 #include <array>
 #include <exception>
@@ -81,7 +80,7 @@ bool read_argument(Machine& machine, lua_State* lua, int index, const ScriptPara
         return true;
     }
     const bool handle = lua_type(lua, index) == LUA_TUSERDATA;
-    if (handle && !machine.object_at(lua, index, frame.message) && !frame.message.isNull())
+    if (handle && !lua::object_at(lua, index, frame.message) && !frame.message.isNull())
         return false;
     auto value = machine.read(lua, index);
     if (value && fits(*value, parameter.type)) {
@@ -123,7 +122,7 @@ int call_with_values(lua_State* lua)
     lua_settop(lua, 1);
     luaL_checkstack(lua, int(values.size()) + 4, nullptr);
     for (const ScriptValue& value : values)
-        Machine::of(lua).push(lua, value);
+        lua::push(lua, value);
     lua_call(lua, int(values.size()), 1);
     return 1;
 }
@@ -146,7 +145,7 @@ public:
         m_machine.set_depth(depth);
         auto value = status == LUA_OK ? m_machine.read(m_lua, -1) : std::nullopt;
         if (status != LUA_OK && lua_type(m_lua, -1) == LUA_TSTRING)
-            m_frame.script_error = read_text(m_lua, -1);
+            m_frame.script_error = lua::read_text(m_lua, -1);
         lua_pop(m_lua, 1);
         if (status != LUA_OK)
             return failure();
@@ -228,58 +227,28 @@ int Machine::run_frame(lua_State* lua, bool (*work)(Machine&, lua_State*, Frame&
     }
     if (done) {
         if (!frame.on_stack)
-            machine.push(lua, frame.result);
+            lua::push(lua, frame.result);
         machine.close_frame();
         return 1;
     }
     // An error of the script's own function tells its place already.
     const bool has_place = !frame.script_error.isNull() && frame.message == frame.script_error;
     luaL_where(lua, 1);
-    push_text(lua, frame.message);
+    lua::push_text(lua, frame.message);
     machine.close_frame();
     if (!has_place)
         lua_concat(lua, 2);
     return lua_error(lua);
 }
 
-void Machine::push(lua_State* lua, const ScriptValue& value)
-{
-    if (const auto* plain = std::get_if<Value>(&value)) {
-        push_value(lua, *plain);
-    } else if (const auto* object = std::get_if<ScriptObject>(&value)) {
-        push_object(lua, *object);
-    } else if (const auto* objects = std::get_if<std::vector<ScriptObject>>(&value)) {
-        lua_createtable(lua, int(objects->size()), 0);
-        for (std::size_t i = 0; i < objects->size(); ++i) {
-            push_object(lua, (*objects)[i]);
-            lua_rawseti(lua, -2, lua_Integer(i + 1));
-        }
-    } else {
-        lua_pushnil(lua);
-    }
-}
-
-std::optional<Value> Machine::read_plain(lua_State* lua, int index)
-{
-    std::size_t bytes = 0;
-    auto value = read_value(lua, index, limits().text, bytes);
-    charge_quietly(bytes / bytes_per_step);
-    if (bytes > limits().text)
-        request_stop(Stop::List);
-    return value;
-}
-
 std::optional<ScriptValue> Machine::read(lua_State* lua, int index)
 {
-    if (lua_type(lua, index) == LUA_TFUNCTION)
-        return ScriptFunction{lua_absindex(lua, index)};
-    if (lua_type(lua, index) == LUA_TUSERDATA) {
-        QString message;
-        ScriptObject object = object_at(lua, index, message);
-        return object ? std::optional<ScriptValue>(std::move(object)) : std::nullopt;
-    }
-    auto value = read_plain(lua, index);
-    return value ? std::optional<ScriptValue>(std::move(*value)) : std::nullopt;
+    lua::ReadBudget budget{.limit = limits().text};
+    auto value = lua::read(lua, index, budget);
+    charge_quietly(budget.used / bytes_per_step);
+    if (budget.used > budget.limit)
+        request_stop(Stop::List);
+    return value;
 }
 
 } // namespace tarn::scene_script

@@ -14,6 +14,7 @@ namespace {
 
 constexpr int text_margin = 5;
 constexpr int icon_size = 16;
+constexpr int widest_column = 2000; ///< pixels, of those that fit their contents
 
 QColor hover_color(const QPalette& palette)
 {
@@ -22,9 +23,16 @@ QColor hover_color(const QPalette& palette)
     return color;
 }
 
-// Measuring a text costs as much as drawing it; one of few letters is known to fit without.
-QString shortened(const QString& text, const QFontMetrics& metrics, int width)
+// What is beyond this cannot show in `width`, and measuring a text of a million letters would take seconds.
+QString head_of(const QString& text, int width)
 {
+    return text.left(std::max(0, width) + 64);
+}
+
+// Measuring a text costs as much as drawing it; one of few letters is known to fit without.
+QString shortened(const QString& full, const QFontMetrics& metrics, int width)
+{
+    const QString text = head_of(full, width);
     const bool is_latin = std::all_of(text.begin(), text.end(), [](QChar c) { return c.unicode() < 256; });
     const int widest_letter = is_latin ? metrics.horizontalAdvance(QLatin1Char('W')) : metrics.height() + 2;
     return text.size() * widest_letter <= width ? text : metrics.elidedText(text, Qt::ElideRight, width);
@@ -103,7 +111,8 @@ QSize ReportDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelI
 {
     const int margins = option.rect.width() - text_rect(option, index).width();
     const QString caption = m_list->item_caption(index.row(), index.column());
-    return {option.fontMetrics.horizontalAdvance(caption) + margins + 1, option.fontMetrics.height() + 4};
+    return {option.fontMetrics.horizontalAdvance(head_of(caption, widest_column)) + margins + 1,
+            option.fontMetrics.height() + 4};
 }
 
 bool ReportDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
@@ -112,7 +121,8 @@ bool ReportDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const
     if (event->type() != QEvent::ToolTip || !index.isValid())
         return QStyledItemDelegate::helpEvent(event, view, option, index);
     const QString caption = m_list->item_caption(index.row(), index.column());
-    const bool fits = option.fontMetrics.horizontalAdvance(caption) <= text_rect(option, index).width();
+    const int width = text_rect(option, index).width();
+    const bool fits = option.fontMetrics.horizontalAdvance(head_of(caption, width)) <= width;
     QToolTip::showText(event->globalPos(), fits ? QString() : plain_tip(caption), view->viewport(), option.rect);
     return true;
 }

@@ -5,7 +5,6 @@
 #include "widgets/report_model.h"
 #include "widgets/report_sort.h"
 
-#include <QCollator>
 #include <QHeaderView>
 #include <QScrollBar>
 
@@ -230,14 +229,6 @@ void CReportList::refresh_all_item_caption()
     viewport()->update();
 }
 
-void CReportList::refresh_item_caption(void* item)
-{
-    const std::vector<void*>& items = m_model->items();
-    const auto at = std::find(items.begin(), items.end(), item);
-    if (at != items.end())
-        update_row(int(at - items.begin()));
-}
-
 void CReportList::update_row(int row)
 {
     if (row >= 0 && row < row_count())
@@ -363,7 +354,7 @@ std::vector<int> CReportList::sorted_order(const std::vector<void*>& items, int 
     for (void* item : items)
         captions.push_back(get_item_caption(item, column));
     return is_number_column(column) ? tarn::number_order(captions, ascending)
-                                    : tarn::text_order(captions, ascending, tarn::reading_collator());
+                                    : tarn::TextOrder::shared().sorted(captions, ascending);
 }
 
 std::vector<void*> CReportList::sorted_as_before(const std::vector<void*>& items) const

@@ -8,7 +8,7 @@
 
 namespace tarn {
 class ReportModel;
-}
+} // namespace tarn
 
 /// A list of several columns whose rows are each bound to one object, named by an opaque pointer that the list never
 /// follows. A subclass says what an object is called in each column; it is asked only for rows that are painted, and
@@ -56,8 +56,6 @@ public:
     int icon_index(int row) const;
     /// Shows all captions anew; the rows stay where they are.
     void refresh_all_item_caption();
-    /// Repaints the row bound to this object and nothing else.
-    void refresh_item_caption(void* item);
 
     /// Selects the row bound to this object, and only it, and scrolls to it when it was not selected before. Null,
     /// or an object that is not in the list, clears the selection.

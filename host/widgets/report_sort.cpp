@@ -1,256 +1,104 @@
 #include "widgets/report_sort.h"
 
-#include <QCollator>
 #include <QLocale>
 
 #include <algorithm>
 #include <charconv>
 #include <cmath>
-#include <cstring>
-#include <numeric>
+#include <memory>
 
 namespace tarn {
+
 namespace {
 
-// A collator costs about as much per comparison as building one of these keys. Each character that occurs gets a
-// rank, asked of the collator once; a text's key is the bytes of its ranks, compared by memcmp. Ranks ignore case
-// and accents, which a collator looks at only when all letters are equal; such ties go to the collator itself.
-class RankTable {
-public:
-    RankTable(const std::vector<QString>& texts, const QCollator& collator) : m_ranks(65536, 0)
-    {
-        std::vector<bool> seen(65536, false);
-        for (const QString& text : texts)
-            for (const QChar c : text)
-                seen[c.unicode()] = true;
-        for (int unit = 0; unit < 65536; ++unit)
-            if (seen[size_t(unit)] && !is_printable_ascii(unit))
-                m_is_ascii = false;
-        assign(seen, ignoring_case(collator));
-    }
+constexpr std::size_t remembered = 200'000; ///< texts, some 30 MB
 
-    /// For all characters of a keyboard.
-    explicit RankTable(const QCollator& collator) : m_ranks(65536, 0)
-    {
-        std::vector<bool> seen(65536, false);
-        for (int unit = 0; unit < 128; ++unit)
-            seen[size_t(unit)] = is_printable_ascii(unit);
-        assign(seen, ignoring_case(collator));
-    }
-
-    quint16 rank(QChar c) const { return m_ranks[c.unicode()]; }
-    bool is_wide() const { return m_count > 255; }
-    bool is_ascii() const { return m_is_ascii; }
-
-    /// Whether ranks tell the whole order: each letter sorts the same behind every other one, so that no two of them
-    /// sort as one ("ch" does in some languages), and case matters only between otherwise equal texts.
-    bool tells_all(const QCollator& collator) const
-    {
-        std::vector<QChar> letters;
-        for (char16_t unit = 0; unit < 128; ++unit)
-            if (m_ranks[unit] > 0)
-                letters.push_back(QChar(unit));
-        std::sort(letters.begin(), letters.end(), [this](QChar a, QChar b) { return rank(a) < rank(b); });
-        for (const QChar first : letters)
-            for (size_t i = 1; i < letters.size(); ++i) {
-                const bool same_rank = rank(letters[i - 1]) == rank(letters[i]);
-                const QChar before[] = {first, letters[i - 1], letters.front()};
-                const QChar after[] = {first, letters[i], letters.back()};
-                if (collator.compare(before, same_rank ? 3 : 2, after, same_rank ? 3 : 2) >= 0)
-                    return false;
-                const QChar upper[] = {first, letters[i], letters.front()};
-                const QChar lower[] = {first, letters[i - 1], letters.back()};
-                if (same_rank && collator.compare(upper, 3, lower, 3) >= 0)
-                    return false;
-            }
-        return true;
-    }
-
-private:
-    struct Letter {
-        QString base;
-        char16_t unit;
-    };
-
-    static bool is_printable_ascii(int unit) { return unit >= 32 && unit < 127; }
-
-    static QCollator ignoring_case(QCollator collator)
-    {
-        collator.setCaseSensitivity(Qt::CaseInsensitive);
-        return collator;
-    }
-
-    // The letter under an accent; the character itself when it is no accented letter.
-    static QString base_of(QChar c)
-    {
-        QString base(c);
-        while (base.front().decompositionTag() == QChar::Canonical) {
-            const QString parts = base.front().decomposition();
-            const bool accented = parts.size() > 1
-                && std::all_of(parts.begin() + 1, parts.end(), [](QChar part) { return part.isMark(); });
-            if (!accented)
-                break;
-            base = parts.left(1);
-        }
-        return base;
-    }
-
-    void assign(const std::vector<bool>& seen, const QCollator& collator)
-    {
-        std::vector<Letter> letters;
-        const QString probe = QStringLiteral("a");
-        for (int unit = 0; unit < 65536; ++unit) {
-            const QChar c = QChar(char16_t(unit));
-            if (!seen[size_t(unit)] || c.isMark())
-                continue;
-            const QString base = base_of(c);
-            const bool counts = collator.compare(probe + base, probe) != 0;
-            if (counts)
-                letters.push_back({base, char16_t(unit)});
-        }
-        std::sort(letters.begin(), letters.end(),
-                  [&](const Letter& a, const Letter& b) { return collator.compare(a.base, b.base) < 0; });
-        for (size_t i = 0; i < letters.size(); ++i) {
-            if (i == 0 || collator.compare(letters[i - 1].base, letters[i].base) != 0)
-                ++m_count;
-            m_ranks[letters[i].unit] = quint16(m_count);
-        }
-    }
-
-    std::vector<quint16> m_ranks;
-    int m_count = 0;
-    bool m_is_ascii = true;
-};
-
-// Asking takes some thousand comparisons, so the last language's answer is kept.
-bool ranks_tell_all_of_ascii(const QCollator& collator)
+/// A program in the "C" locale sorts as English does instead of by code point, which would put every capital before
+/// every small letter.
+QLocale reading_locale()
 {
-    thread_local std::optional<std::pair<QLocale, bool>> known;
-    if (!known || known->first != collator.locale())
-        known.emplace(collator.locale(), RankTable(collator).tells_all(collator));
-    return known->second;
-}
-
-struct Entry {
-    quint64 prefix = 0;
-    quint32 begin = 0;
-    quint32 size = 0;
-    int row = 0;
-};
-
-// All keys one behind the other, and for each its eight bytes behind what all keys share, as a number.
-class KeyStore {
-public:
-    KeyStore(const std::vector<QString>& texts, const RankTable& ranks)
-    {
-        m_entries.resize(texts.size());
-        for (size_t i = 0; i < texts.size(); ++i) {
-            m_entries[i].row = int(i);
-            m_entries[i].begin = quint32(m_bytes.size());
-            for (const QChar c : texts[i])
-                append(ranks.rank(c), ranks.is_wide());
-            m_entries[i].size = quint32(m_bytes.size()) - m_entries[i].begin;
-        }
-        m_bytes.resize(m_bytes.size() + 8, 0);
-        m_shared = shared_size();
-        for (Entry& entry : m_entries)
-            entry.prefix = prefix_of(entry);
-    }
-
-    std::vector<Entry>& entries() { return m_entries; }
-
-    int compare(const Entry& a, const Entry& b) const
-    {
-        if (a.prefix != b.prefix)
-            return a.prefix < b.prefix ? -1 : 1;
-        const int order = std::memcmp(&m_bytes[a.begin], &m_bytes[b.begin], std::min(a.size, b.size));
-        return order != 0 ? order : int(a.size) - int(b.size);
-    }
-
-private:
-    void append(quint16 rank, bool wide)
-    {
-        if (rank == 0)
-            return;
-        if (wide)
-            m_bytes.push_back(uchar(rank >> 8));
-        m_bytes.push_back(uchar(rank & 0xff));
-    }
-
-    quint32 shared_size() const
-    {
-        quint32 shared = m_entries.empty() ? 0 : m_entries.front().size;
-        for (const Entry& entry : m_entries) {
-            shared = std::min(shared, entry.size);
-            const uchar* first = &m_bytes[m_entries.front().begin];
-            shared = quint32(std::mismatch(first, first + shared, &m_bytes[entry.begin]).first - first);
-        }
-        return shared;
-    }
-
-    quint64 prefix_of(const Entry& entry) const
-    {
-        quint64 prefix = 0;
-        const quint32 end = std::min(entry.size, m_shared + 8);
-        for (quint32 i = m_shared; i < m_shared + 8; ++i)
-            prefix = prefix << 8 | (i < end ? m_bytes[entry.begin + i] : 0);
-        return prefix;
-    }
-
-    std::vector<uchar> m_bytes;
-    std::vector<Entry> m_entries;
-    quint32 m_shared = 0;
-};
-
-std::vector<int> collated_order(const std::vector<QString>& texts, bool ascending, const QCollator& collator)
-{
-    std::vector<QCollatorSortKey> keys;
-    keys.reserve(texts.size());
-    for (const QString& text : texts)
-        keys.push_back(collator.sortKey(text));
-    std::vector<int> order(texts.size());
-    std::iota(order.begin(), order.end(), 0);
-    std::stable_sort(order.begin(), order.end(), [&](int a, int b) {
-        const int c = keys[size_t(a)].compare(keys[size_t(b)]);
-        return ascending ? c < 0 : c > 0;
-    });
-    return order;
+    const QLocale locale;
+    return locale.language() == QLocale::C ? QLocale(QLocale::English) : locale;
 }
 
 } // namespace
 
-QCollator reading_collator()
+TextOrder::TextOrder(const QLocale& locale) : m_collator(locale)
 {
-    const QLocale locale;
-    return QCollator(locale.language() == QLocale::C ? QLocale(QLocale::English) : locale);
+    m_collator.setNumericMode(true);
 }
 
-std::vector<int> text_order(const std::vector<QString>& texts, bool ascending, const QCollator& collator)
+TextOrder& TextOrder::shared()
 {
-    const RankTable ranks(texts, collator);
-    KeyStore keys(texts, ranks);
-    std::vector<Entry>& entries = keys.entries();
-    std::sort(entries.begin(), entries.end(), [&](const Entry& a, const Entry& b) {
-        int c = keys.compare(a, b);
-        if (c == 0 && texts[size_t(a.row)] != texts[size_t(b.row)])
-            c = collator.compare(texts[size_t(a.row)], texts[size_t(b.row)]);
-        if (c == 0)
-            return a.row < b.row;
-        return ascending ? c < 0 : c > 0;
-    });
+    // Lists live in one thread; the language is chosen before the first of them is there.
+    static std::unique_ptr<TextOrder> order;
+    const QLocale locale = reading_locale();
+    if (!order || order->m_collator.locale() != locale)
+        order = std::make_unique<TextOrder>(locale);
+    return *order;
+}
 
-    // Ranks know nothing of letter pairs that a language sorts as one letter, nor of letters that stand for two. One
-    // look at each pair of neighbours finds that out.
-    const bool is_sure = ranks.is_ascii() && ranks_tell_all_of_ascii(collator);
-    for (size_t i = 1; i < entries.size() && !is_sure; ++i) {
-        const QString& before = texts[size_t(entries[i - 1].row)];
-        const QString& after = texts[size_t(entries[i].row)];
-        const int c = before == after ? 0 : collator.compare(before, after);
-        if (ascending ? c > 0 : c < 0)
-            return collated_order(texts, ascending, collator);
+// A collation key costs as much as ten look-ups by text, and comparing keys from all over the memory costs even more.
+// Both are paid once for a text: afterwards it has a rank among all texts seen, and ranks are sorted by counting.
+std::vector<int> TextOrder::ids_of(const std::vector<QString>& texts)
+{
+    if (m_keys.size() > 2 * texts.size() + remembered) { // most of them are of rows that are gone
+        m_ids.clear();
+        m_keys.clear();
+        m_reading_order.clear();
     }
-    std::vector<int> order(entries.size());
-    std::transform(entries.begin(), entries.end(), order.begin(), [](const Entry& entry) { return entry.row; });
+    std::vector<int> ids;
+    ids.reserve(texts.size());
+    for (const QString& text : texts) {
+        auto known = m_ids.constFind(text);
+        if (known == m_ids.cend()) {
+            known = m_ids.insert(text, int(m_keys.size()));
+            m_keys.push_back(m_collator.sortKey(text));
+        }
+        ids.push_back(*known);
+    }
+    return ids;
+}
+
+/// New texts are sorted among themselves and merged with those whose order is known.
+void TextOrder::rank_new_texts()
+{
+    const auto known = std::ptrdiff_t(m_reading_order.size());
+    if (m_reading_order.size() == m_keys.size())
+        return;
+    for (std::size_t id = m_reading_order.size(); id < m_keys.size(); ++id)
+        m_reading_order.push_back(int(id));
+    const auto compare = [this](int a, int b) { return m_keys[std::size_t(a)].compare(m_keys[std::size_t(b)]); };
+    const auto before = [&](int a, int b) { return compare(a, b) < 0; };
+    std::sort(m_reading_order.begin() + known, m_reading_order.end(), before);
+    std::inplace_merge(m_reading_order.begin(), m_reading_order.begin() + known, m_reading_order.end(), before);
+    m_ranks.resize(m_keys.size());
+    int rank = 0;
+    for (std::size_t i = 0; i < m_reading_order.size(); ++i) {
+        if (i > 0 && compare(m_reading_order[i - 1], m_reading_order[i]) != 0)
+            ++rank;
+        m_ranks[std::size_t(m_reading_order[i])] = rank;
+    }
+}
+
+std::vector<int> TextOrder::sorted(const std::vector<QString>& texts, bool ascending)
+{
+    std::vector<int> ranks = ids_of(texts);
+    rank_new_texts();
+    const int last = int(m_keys.size());
+    for (int& id : ranks) {
+        const int rank = m_ranks[std::size_t(id)];
+        id = ascending ? rank : last - rank;
+    }
+    // places[r] is where the next row of rank r goes.
+    std::vector<int> places(std::size_t(last) + 2, 0);
+    for (const int rank : ranks)
+        ++places[std::size_t(rank) + 1];
+    for (std::size_t rank = 1; rank < places.size(); ++rank)
+        places[rank] += places[rank - 1];
+    std::vector<int> order(texts.size());
+    for (std::size_t row = 0; row < ranks.size(); ++row)
+        order[std::size_t(places[std::size_t(ranks[row])]++)] = int(row);
     return order;
 }
 

@@ -21,7 +21,7 @@ struct LampState : tarn::StateOf<LampState> {
 
 class Lamp final : public tarn::ModelObject {
 public:
-    explicit Lamp(tarn::Journal& journal) : ModelObject(journal, new LampState) {}
+    explicit Lamp(tarn::Document& document) : ModelObject(document, new LampState) {}
     const char* class_name() const override { return "Lamp"; }
     bool is_attached() const override { return true; }
     int width() const { return state<LampState>().width; }
@@ -40,13 +40,13 @@ protected:
                              }});
         m_world.set_scene_functions(&m_world.config_scene(), std::move(api));
         m_world.begin_edit = [this](const QString& name) {
-            return std::make_shared<tarn::UserAction>(m_journal, name);
+            return std::make_shared<tarn::UserAction>(m_document.journal(), name);
         };
     }
     static bool can_stop(CChildDlg& page) { return page.control(stop)->isEnabled(); }
 
-    tarn::Journal m_journal;
-    std::shared_ptr<Lamp> m_lamp = std::make_shared<Lamp>(m_journal);
+    tarn::Document m_document;
+    std::shared_ptr<Lamp> m_lamp = std::make_shared<Lamp>(m_document);
 };
 
 } // namespace
@@ -74,7 +74,7 @@ TEST_F(ScriptRunTest, runs_the_text_as_it_stands_and_stores_nothing_by_it)
     });
     EXPECT_EQ(text(), u"x = 1"_s);
     EXPECT_EQ(changes, 0);
-    EXPECT_EQ(m_journal.step_count(), 0u);
+    EXPECT_EQ(m_document.journal().step_count(), 0u);
 }
 
 TEST_F(ScriptRunTest, goes_on_with_a_run_that_waits_as_one_step_of_undo)
@@ -84,20 +84,20 @@ TEST_F(ScriptRunTest, goes_on_with_a_run_that_waits_as_one_step_of_undo)
         script(page).setText(u"grow() if ... then print('inner') else wait(0.05) call('f', true) error('late') end"_s);
         click(page, run);
         EXPECT_TRUE(can_stop(page));
-        EXPECT_TRUE(m_journal.in_action());
+        EXPECT_TRUE(m_document.journal().in_action());
         EXPECT_TRUE(QTest::qWaitFor([&] { return !can_stop(page); }));
         EXPECT_TRUE(logged(page).contains(u"inner"_s));
         EXPECT_TRUE(logged(page).join(u' ').contains(u"late"_s));
-        ASSERT_EQ(m_journal.step_count(), 1u);
+        ASSERT_EQ(m_document.journal().step_count(), 1u);
         EXPECT_EQ(m_lamp->width(), 2);
         click(page, run);
         click(page, run); // ends the one before
     });
-    EXPECT_FALSE(m_journal.in_action());
-    EXPECT_EQ(m_journal.step_count(), 3u);
+    EXPECT_FALSE(m_document.journal().in_action());
+    EXPECT_EQ(m_document.journal().step_count(), 3u);
     EXPECT_EQ(m_lamp->width(), 4);
-    while (m_journal.undo())
-        EXPECT_TRUE(m_journal.redo_name().contains(tarn::lang(u"脚本", u"Script")));
+    while (m_document.journal().undo())
+        EXPECT_TRUE(m_document.journal().redo_name().contains(tarn::lang(u"脚本", u"Script")));
     EXPECT_EQ(m_lamp->width(), 0);
 }
 
@@ -108,7 +108,7 @@ TEST_F(ScriptRunTest, drops_what_waits_when_it_is_stopped_run_again_or_closed)
         click(page, run);
         click(page, stop);
         EXPECT_EQ(m_world.scripts().suspended(), 0u);
-        EXPECT_FALSE(m_journal.in_action());
+        EXPECT_FALSE(m_document.journal().in_action());
         click(page, run);
         click(page, run);
         EXPECT_EQ(m_world.scripts().suspended(), 1u);

@@ -20,8 +20,9 @@ protected:
     QByteArray saved() const
     {
         JsonWriter writer;
-        for (const auto& entry : m_core.states())
-            write_state(*entry.state, writer);
+        for (const auto& states : m_document.snapshot().objects)
+            for (const StatePtr& state : states)
+                write_state(*state, writer);
         return QByteArray::fromStdString(writer.text());
     }
     static const QSize design, wide, small;

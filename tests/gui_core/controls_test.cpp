@@ -241,6 +241,37 @@ TEST_F(EditBoxTest, an_input_method_shows_what_it_composes_and_puts_in_what_it_c
     EXPECT_TRUE(m_box->editor().preedit().isEmpty());
 }
 
+TEST_F(EditBoxTest, the_caret_of_a_long_text_stays_in_sight_and_clicks_find_it)
+{
+    const QString accents = u"e"_s + QString(400, QChar(0x301));
+    m_box->SetText(u"iWi "_s.repeated(500) + accents + QString(500, u'm'));
+    const auto is_in_sight = [&] { return m_box->rect().contains(m_box->caret_rect().center()); };
+    for (const Qt::Key key : {Qt::Key_Right, Qt::Key_Left}) {
+        keys({key == Qt::Key_Right ? Qt::Key_Home : Qt::Key_End});
+        int moves = 0;
+        for (int before = -1; before != m_box->editor().caret(); ++moves) {
+            before = m_box->editor().caret();
+            keys({key});
+            ASSERT_TRUE(is_in_sight()) << before;
+            if (moves % 50 != 7)
+                continue;
+            const int caret = m_box->editor().caret();
+            click(m_box->caret_rect().center());
+            EXPECT_EQ(m_box->editor().caret(), caret);
+        }
+        EXPECT_EQ(moves, 2000 + 1 + 500 + 1);
+    }
+    keys({Qt::Key_End});
+    m_box->SetText(u"short"_s);
+    EXPECT_TRUE(is_in_sight());
+    EXPECT_EQ(m_box->editor().caret(), 5);
+
+    // What a million letters cost must not hang on their number.
+    QGuiApplication::clipboard()->setText(QString(999'000, u'i'));
+    keys({Qt::Key_V, Qt::Key_Backspace, Qt::Key_V}, Qt::ControlModifier);
+    EXPECT_TRUE(is_in_sight());
+}
+
 TEST_F(EditBoxTest, a_limit_counts_what_is_there_and_a_disabled_field_takes_nothing)
 {
     (void)set(*m_box, "max_length", qint64(4));

@@ -165,7 +165,7 @@ TEST_F(GuiCoreTest, the_selection_never_holds_what_is_gone)
     EXPECT_NE(m_core.selection().current_dialog, b);
     EXPECT_EQ(m_core.live().hovered, nullptr);
     EXPECT_EQ(m_core.live().focused, nullptr);
-    m_core.clear();
+    m_document.install(m_document.empty_scene());
     EXPECT_TRUE(m_core.selection().controls.empty());
     EXPECT_EQ(m_core.selection().current_dialog, nullptr);
 }

@@ -19,12 +19,12 @@ struct StateClass {
 
 std::vector<StateClass> all_classes()
 {
-    Journal journal;
-    CGuiCore core(journal);
+    Document document;
+    CGuiCore core(document);
     std::vector<StateClass> classes{{"CDXUTDialog", StatePtr(new DialogState)}, {"CGuiCore", StatePtr(new CoreState)}};
     for (const ControlClass& row : control_classes())
         if (row.create)
-            classes.push_back({row.class_name, StatePtr(row.create(journal, core)->authored_state().clone())});
+            classes.push_back({row.class_name, StatePtr(row.make_state())});
     return classes;
 }
 
@@ -280,32 +280,29 @@ TEST_P(EveryState, reading_refuses_what_is_wrong_and_names_file_line_and_attribu
 
 TEST(ControlClasses, those_that_can_be_made_are_what_their_row_says)
 {
-    Journal journal;
-    CGuiCore core(journal);
+    Document document;
+    CGuiCore core(document);
     int last = -1;
     for (const ControlClass& row : control_classes()) {
         EXPECT_GT(row.type, last) << "by ascending number";
         last = row.type;
         EXPECT_FALSE(GetControlTypeName(row.type).isEmpty());
-        const auto control = core.make_control(row.type);
-        EXPECT_EQ(control != nullptr, row.create != nullptr);
-        if (control) {
-            EXPECT_EQ(control->GetType(), row.type);
-            EXPECT_STREQ(control->class_name(), row.class_name);
-        }
+        const CDXUTControl* control = core.create_control(row.type, core.GetRootDialog(), {});
+        EXPECT_EQ(control->GetType(), row.type);
+        EXPECT_STREQ(control->class_name(), row.class_name);
     }
     for (const int unused : {-1, 7, 12, 14, 15, 20})
-        EXPECT_TRUE(GetControlTypeName(unused).isEmpty() && !core.make_control(unused)) << unused;
+        EXPECT_TRUE(GetControlTypeName(unused).isEmpty() && !core.create_control(unused, core.GetRootDialog(), {})) << unused;
 }
 
 TEST(ReadOnlyAttributes, are_refused_to_automation)
 {
-    Journal journal;
-    CGuiCore core(journal);
+    Document document;
+    CGuiCore core(document);
     CDXUTDialog* dialog = core.create_dialog({0, 0, 100, 100});
     CDXUTControl* control = core.create_control(DXUT_CONTROL_BUTTON, dialog, {0, 0, 10, 10});
     EXPECT_FALSE(set(*dialog, "id", qint64(7)).ok());
-    EXPECT_FALSE(set(core, "next_id", qint64(0xffffffff)).ok());
+    EXPECT_FALSE(set(*dialog, "controls", NumberList()).ok());
     for (const char* name : {"id", "type", "dialog"})
         EXPECT_FALSE(set(*control, name, qint64(7)).ok()) << name;
     EXPECT_EQ(core.find_control(control->id()), control);

@@ -120,3 +120,28 @@ TEST(TextCache, draws_texts_too_large_for_a_picture_and_turned_ones)
     EXPECT_FALSE(is_blank(small));
     EXPECT_NE(small, drawn(turned, {}, 1, {}, u"turned"_s));
 }
+
+TEST(TextCache, shows_of_an_endless_text_what_showed_of_all_of_it)
+{
+    const QString numbers = [] {
+        QString text;
+        for (int i = 0; i < 1500; ++i)
+            text += u"\n%1 and words that go on behind the edge"_s.arg(i);
+        return text;
+    }();
+    for (const bool wraps : {true, false})
+        for (const int side : {0, 2}) {
+            const TextLook look{.horizontal_align = side, .vertical_align = side, .word_wrap = wraps};
+            // Few enough to be laid out as a whole, and many more where they cannot show.
+            const QString more = u"\nmuch more "_s.repeated(20'000);
+            const QString endless = side == 0 ? numbers + more : more + numbers;
+            TextCache whole;
+            TextCache part;
+            EXPECT_EQ(drawn(part, look, 1, {}, endless), drawn(whole, look, 1, {}, numbers)) << wraps << side;
+        }
+    const TextLook lines{.vertical_align = 2};
+    TextCache whole;
+    TextCache part;
+    EXPECT_EQ(drawn(part, lines, 1, {}, u"line\n"_s.repeated(100'000) + u"the last"_s),
+              drawn(whole, lines, 1, {}, u"line\n"_s.repeated(20) + u"the last"_s));
+}

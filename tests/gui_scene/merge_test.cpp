@@ -41,11 +41,10 @@ TEST_F(MergeTest, dialogs_come_above_the_present_ones_in_their_order_with_new_id
     ASSERT_TRUE(merge().ok());
     EXPECT_EQ(names(), u"Camp Merged Camp Hint"_s);
     QSet<quint32> ids;
-    for (const auto& entry : core().states())
-        if (entry.object != &core()) {
-            EXPECT_FALSE(ids.contains(entry.object->id()));
-            ids.insert(entry.object->id());
-        }
+    for (const ModelObject* object : m_world.document().objects()) {
+        EXPECT_FALSE(ids.contains(object->id()));
+        ids.insert(object->id());
+    }
     for (const CDXUTDialog* d : core().GetDialogs())
         for (const CDXUTControl* c : d->controls()) {
             EXPECT_EQ(c->dialog(), d);

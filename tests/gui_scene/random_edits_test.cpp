@@ -92,11 +92,9 @@ protected:
     /// Ids never come back for another object, not even after undo.
     void note_ids()
     {
-        for (const auto& entry : core().states()) {
-            if (entry.object == &core())
-                continue;
-            const auto [place, fresh] = m_owners.try_emplace(entry.object->id(), entry.object);
-            ASSERT_EQ(place->second, entry.object) << "the id " << entry.object->id() << " was used twice";
+        for (const ModelObject* object : m_world.document().objects()) {
+            const auto [place, fresh] = m_owners.try_emplace(object->id(), object);
+            ASSERT_EQ(place->second, object) << "the id " << object->id() << " was used twice";
         }
     }
 

@@ -26,13 +26,17 @@ struct LampState : StateOf<LampState> {
     }
 };
 
+LampState* lamp(quint32 id, const QString& name)
+{
+    auto* state = new LampState;
+    state->id = id;
+    state->name = name;
+    return state;
+}
+
 class Lamp final : public ModelObject {
 public:
-    Lamp(Journal& journal, quint32 id, const QString& name) : ModelObject(journal, new LampState)
-    {
-        raw_state().id = id;
-        edit<LampState>().name = name;
-    }
+    Lamp(Document& document, quint32 id, const QString& name) : ModelObject(document, lamp(id, name)) {}
     const char* class_name() const override { return "Lamp"; }
     bool is_attached() const override { return attached; }
     bool attached = true;
@@ -67,7 +71,7 @@ protected:
     {
         for (const char16_t* name : {u"red", u"green"})
             m_lamps->lamps.push_back(
-                std::make_shared<Lamp>(m_journal, quint32(m_lamps->lamps.size() + 5), QString::fromUtf16(name)));
+                std::make_shared<Lamp>(m_document, quint32(m_lamps->lamps.size() + 5), QString::fromUtf16(name)));
         make(api());
     }
 
@@ -138,7 +142,7 @@ protected:
                 m_lamps};
     }
 
-    Journal m_journal;
+    Document m_document;
     std::shared_ptr<Lamps> m_lamps = std::make_shared<Lamps>();
 };
 
@@ -219,13 +223,13 @@ TEST_F(RuntimeTest, objects_are_read_and_written_through_their_fields)
 
 TEST_F(RuntimeTest, a_handle_of_a_deleted_object_says_so_and_never_means_another)
 {
-    EXPECT_TRUE(told(u"kept = lamp('red') delete_lamp(kept)\nreturn kept.width"_s)
-                    .contains(u"line 2: the object 5 was deleted"_s));
-    m_lamps->lamps.push_back(std::make_shared<Lamp>(m_journal, 9, u"new"_s));
-    EXPECT_TRUE(told(u"local new = lamp('new') return kept.name"_s).contains(u"the object 5 was deleted"_s));
+    EXPECT_TRUE(
+        told(u"kept = lamp('red') delete_lamp(kept)\nreturn kept.width"_s).contains(u"line 2: lamp 5 was deleted"_s));
+    m_lamps->lamps.push_back(std::make_shared<Lamp>(m_document, 9, u"new"_s));
+    EXPECT_TRUE(told(u"local new = lamp('new') return kept.name"_s).contains(u"lamp 5 was deleted"_s));
     EXPECT_EQ(told(u"return lamp('new').name"_s), u"new"_s);
     EXPECT_TRUE(told(u"kept:hide()"_s).contains(u"deleted"_s));
-    EXPECT_EQ(told(u"return tostring(kept)"_s), u"deleted object 5"_s);
+    EXPECT_EQ(told(u"return tostring(kept)"_s), u"deleted lamp 5"_s);
     m_lamps->lamps[0]->attached = false;
     EXPECT_TRUE(told(u"return lamp('green').name"_s).contains(u"deleted"_s));
 }

@@ -25,7 +25,7 @@ QByteArray content_of_control(const CDXUTControl& control)
 {
     std::unique_ptr<ObjectState> state(control.authored_state().clone());
     state->id = 0;
-    static_cast<ControlState&>(*state).dialog = {};
+    state->parent = {};
     JsonWriter writer;
     write_state(*state, writer);
     return QByteArray::fromStdString(writer.text());

@@ -98,6 +98,8 @@ Status Automation::take_box_failure(Status status)
 
 void Automation::open_lua(const QStringList& args)
 {
+    if (const auto scene = model())
+        m_reach.scene = &scene.value()->objects();
     m_lua.reset(luaL_newstate());
     lua_State* lua = m_lua.get();
     luaL_openlibs(lua);

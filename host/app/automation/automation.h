@@ -2,6 +2,7 @@
 
 #include "core/status.h"
 #include "engine/scene_plug.h"
+#include "script/script_api.h"
 
 #include <QString>
 
@@ -38,6 +39,7 @@ public:
     tarn::script::ScriptedBoxes& boxes() { return *m_boxes; }
     tarn::script::MouseSurface& view() { return *m_view; }
     tarn::Result<tarn::SceneModel*> model();
+    const tarn::ScriptReach& reach() const { return m_reach; }
     /// The notification codes, and the number of redraws asked for, since the last call.
     std::vector<int> take_codes() { return std::exchange(m_codes, {}); }
     int take_redraws() { return std::exchange(m_redraws, 0); }
@@ -75,6 +77,7 @@ private:
     MainWindow& m_window;
     std::unique_ptr<tarn::script::ScriptedBoxes> m_boxes;
     std::unique_ptr<tarn::script::MouseSurface> m_view;
+    tarn::ScriptReach m_reach{.in_english = true, .reads_authored = true};
     std::unique_ptr<lua_State, CloseLua> m_lua;
     lua_State* m_running = nullptr;
 

@@ -1,58 +1,49 @@
 #include "api.h"
 #include "scripted_boxes.h"
 
+#include <algorithm>
+#include <cmath>
+
 namespace tarn::script {
+
+/// A colour is a list of red, green and blue.
+std::optional<QColor> read_color(const NumberList& parts)
+{
+    const auto is_part = [](double part) { return part >= 0 && part <= 255 && part == std::trunc(part); };
+    if (parts.size() != 3 || !std::all_of(parts.begin(), parts.end(), is_part))
+        return std::nullopt;
+    return QColor(int(parts[0]), int(parts[1]), int(parts[2]));
+}
+
+template <>
+struct Argument<Answer> {
+    static Result<Answer> read(lua_State* lua, int index, QLatin1String name)
+    {
+        if (lua_isfunction(lua, index)) {
+            lua_pushvalue(lua, index);
+            return Answer(FunctionRef{luaL_ref(lua, LUA_REGISTRYINDEX)});
+        }
+        lua::ReadBudget unbounded;
+        const Value value = lua::read_plain(lua, index, unbounded).value_or(Value());
+        if (const auto* numbers = std::get_if<NumberList>(&value))
+            if (const auto color = read_color(*numbers))
+                return Answer(*color);
+        if (const auto* text = std::get_if<QString>(&value))
+            return Answer(*text);
+        if (const auto* number = std::get_if<qint64>(&value))
+            return Answer(*number);
+        if (const auto* flag = std::get_if<bool>(&value); flag && !*flag)
+            return Answer(false);
+        return bad_argument(lua, index, name, "a text, false, a whole number, a colour {r, g, b} or a function");
+    }
+};
 
 namespace {
 
-std::optional<QColor> read_color(lua_State* lua, int index)
+Status answer(Automation& app, const std::vector<Answer>& answers)
 {
-    int parts[3];
-    for (int i = 0; i < 3; ++i) {
-        lua_rawgeti(lua, index, i + 1);
-        const auto part = Argument<int>::read(lua, lua_gettop(lua));
-        lua_pop(lua, 1);
-        if (!part || *part < 0 || *part > 255)
-            return std::nullopt;
-        parts[i] = *part;
-    }
-    return QColor(parts[0], parts[1], parts[2]);
-}
-
-std::optional<Answer> read_answer(lua_State* lua, int index)
-{
-    if (lua_isfunction(lua, index)) {
-        lua_pushvalue(lua, index);
-        return FunctionRef{luaL_ref(lua, LUA_REGISTRYINDEX)};
-    }
-    if (lua_istable(lua, index)) {
-        const auto color = read_color(lua, index);
-        return color ? std::optional<Answer>(*color) : std::nullopt;
-    }
-    const auto value = Argument<Value>::read(lua, index);
-    if (!value)
-        return std::nullopt;
-    if (const auto* text = std::get_if<QString>(&*value))
-        return *text;
-    if (const auto* number = std::get_if<qint64>(&*value))
-        return *number;
-    if (const auto* flag = std::get_if<bool>(&*value); flag && !*flag)
-        return false;
-    return std::nullopt;
-}
-
-Status answer(Automation& app, Rest rest)
-{
-    std::vector<Answer> answers;
-    for (int i = 0; i < rest.count(); ++i) {
-        auto next = read_answer(rest.lua, rest.index(i));
-        if (!next)
-            return bad_argument(rest.lua, rest.index(i), QLatin1String("a"),
-                                "a text, false, a whole number, a colour {r, g, b} or a function");
-        answers.push_back(std::move(*next));
-    }
-    for (Answer& each : answers)
-        app.boxes().queue(std::move(each));
+    for (const Answer& each : answers)
+        app.boxes().queue(each);
     return {};
 }
 

@@ -166,12 +166,12 @@ Status set_value(Automation& app, ControlHandle* self, double number)
     return edit ? set_text(app, self, QString::number(number, 'g', 15)) : edit.status();
 }
 
-Result<Several> range(Automation&, ControlHandle* self)
+Result<Data> range(Automation&, ControlHandle* self)
 {
     const auto edit = as<CSuperEdit>(alive(*self), *self, "value");
     if (!edit)
         return edit.status();
-    return Several{edit.value()->get_min(), edit.value()->get_max(), edit.value()->get_step()};
+    return Data(Data::Several{{edit.value()->get_min(), edit.value()->get_max(), edit.value()->get_step()}});
 }
 
 // Check marks ---------------------------------------------------------------------------------------------------------

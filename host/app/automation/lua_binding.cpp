@@ -32,18 +32,14 @@ Automation& automation_of(lua_State* lua)
     return *static_cast<Automation*>(lua_touserdata(lua, lua_upvalueindex(upvalue_automation)));
 }
 
-int push_result(lua_State* lua, const Data& data)
+int run(lua_State* lua, Result<Data> (*call)(lua_State*))
 {
-    data.push(lua);
-    return 1;
-}
-
-int push_result(lua_State* lua, const Several& several)
-{
-    lua_checkstack(lua, int(several.size()) + 4);
-    for (const Data& data : several)
-        data.push(lua);
-    return int(several.size());
+    const auto result = call(lua);
+    const Status status = automation_of(lua).take_box_failure(result.status());
+    if (status)
+        return result.value().push(lua);
+    lua::push_text(lua, status.message());
+    return -1;
 }
 
 } // namespace detail

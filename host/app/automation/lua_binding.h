@@ -34,47 +34,41 @@ Data to_lua(Handle handle)
 }
 
 template <class Handle>
+Handle* handle_at(lua_State* lua, int index)
+{
+    return static_cast<Handle*>(luaL_testudata(lua, index, Handle::type_name));
+}
+
+template <class Handle>
     requires requires
     {
         Handle::type_name;
     }
 struct Argument<Handle*> {
-    static constexpr const char* needed = Handle::needed;
-    static std::optional<Handle*> read(lua_State* lua, int index)
+    static Result<Handle*> read(lua_State* lua, int index, QLatin1String name)
     {
-        auto* handle = static_cast<Handle*>(luaL_testudata(lua, index, Handle::type_name));
-        return handle ? std::optional(handle) : std::nullopt;
+        if (auto* handle = handle_at<Handle>(lua, index))
+            return handle;
+        return bad_argument(lua, index, name, Handle::needed);
     }
 };
-
-namespace detail {
-
-template <class Handle>
-int destroy(lua_State* lua)
-{
-    static_cast<Handle*>(lua_touserdata(lua, 1))->~Handle();
-    return 0;
-}
-
-template <class Handle>
-int are_equal(lua_State* lua)
-{
-    const auto a = Argument<Handle*>::read(lua, 1);
-    const auto b = Argument<Handle*>::read(lua, 2);
-    lua_pushboolean(lua, a && b && **a == **b);
-    return 1;
-}
-
-} // namespace detail
 
 /// Makes the type known to Lua with its methods, whose first argument is called "self".
 template <class Handle>
 void add_type(lua_State* lua, Automation& app, std::span<const Binding> methods)
 {
     luaL_newmetatable(lua, Handle::type_name);
-    lua_pushcfunction(lua, detail::destroy<Handle>);
+    lua_pushcfunction(lua, [](lua_State* l) {
+        static_cast<Handle*>(lua_touserdata(l, 1))->~Handle();
+        return 0;
+    });
     lua_setfield(lua, -2, "__gc");
-    lua_pushcfunction(lua, detail::are_equal<Handle>);
+    lua_pushcfunction(lua, [](lua_State* l) {
+        const auto* a = handle_at<Handle>(l, 1);
+        const auto* b = handle_at<Handle>(l, 2);
+        lua_pushboolean(l, a && b && *a == *b);
+        return 1;
+    });
     lua_setfield(lua, -2, "__eq");
     lua_newtable(lua);
     set_functions(lua, app, methods);
@@ -90,61 +84,57 @@ namespace detail {
 QLatin1String argument_name(lua_State* lua, std::size_t i);
 Automation& automation_of(lua_State* lua);
 
-int push_result(lua_State* lua, const Data& data);
-int push_result(lua_State* lua, const Several& several);
+/// What a function works with: the program, or the scene's model, which may be missing.
+inline Result<Automation*> host_of(Automation& app, const Automation*)
+{
+    return &app;
+}
+inline Result<SceneModel*> host_of(Automation& app, const SceneModel*)
+{
+    return app.model();
+}
 
-template <class R>
-struct ResultOf {
-    static int push(lua_State* lua, const R& result) { return push_result(lua, result); }
-    static Status status(const R&) { return {}; }
-};
-template <>
-struct ResultOf<Status> {
-    static int push(lua_State*, const Status&) { return 0; }
-    static Status status(const Status& status) { return status; }
-};
-template <class T>
-struct ResultOf<Result<T>> {
-    static int push(lua_State* lua, const Result<T>& result) { return push_result(lua, result.value()); }
-    static Status status(const Result<T>& result) { return result.status(); }
-};
+inline Result<Data> outcome(Result<Data> result)
+{
+    return result;
+}
+inline Result<Data> outcome(const Status& status)
+{
+    return status ? Result<Data>(Data(Data::Several())) : status;
+}
 
-template <class R, class... A, std::size_t... I>
-Status call_with(lua_State* lua, R (*function)(Automation&, A...), std::index_sequence<I...>, int& pushed)
+template <class R, class Host, class... A, std::size_t... I>
+Result<Data> call_with(lua_State* lua, R (*function)(Host&, A...), std::index_sequence<I...>)
 {
     Status failure;
     [[maybe_unused]] const auto read = [&]<class T>(std::size_t i, std::optional<T>& slot) {
-        const int index = int(i) + 1;
-        slot = Argument<T>::read(lua, index);
-        if (!slot && failure)
-            failure = bad_argument(lua, index, argument_name(lua, i), Argument<T>::needed);
+        auto value = Argument<T>::read(lua, int(i) + 1, argument_name(lua, i));
+        if (value)
+            slot.emplace(std::move(value.value()));
+        else if (failure)
+            failure = value.status();
     };
     std::tuple<std::optional<std::decay_t<A>>...> slots;
     (read(I, std::get<I>(slots)), ...);
     if (!failure)
         return failure;
     Automation& app = automation_of(lua);
+    const auto host = host_of(app, static_cast<const Host*>(nullptr));
+    if (!host)
+        return host.status();
     const Automation::CallScope scope(app, lua);
-    const R result = function(app, *std::get<I>(slots)...);
-    if (Status status = ResultOf<R>::status(result); !status)
-        return app.take_box_failure(status);
-    if (Status status = app.take_box_failure({}); !status)
-        return status;
-    pushed = ResultOf<R>::push(lua, result);
-    return {};
+    return outcome(function(*host.value(), *std::get<I>(slots)...));
 }
 
-/// Answers the number of results; on failure -1 with the message on the stack. Every C++ object is gone by then.
-template <class R, class... A>
-int call(lua_State* lua, R (*function)(Automation&, A...))
+template <class R, class Host, class... A>
+Result<Data> call(lua_State* lua, R (*function)(Host&, A...))
 {
-    int pushed = 0;
-    const Status status = call_with(lua, function, std::index_sequence_for<A...>(), pushed);
-    if (status)
-        return pushed;
-    Data(status.message()).push(lua);
-    return -1;
+    return call_with(lua, function, std::index_sequence_for<A...>());
 }
+
+/// Calls and answers the number of results; on failure -1 with the message on the stack. Every C++ object is gone by
+/// then.
+int run(lua_State* lua, Result<Data> (*call)(lua_State*));
 
 } // namespace detail
 
@@ -153,7 +143,7 @@ int call(lua_State* lua, R (*function)(Automation&, A...))
 template <auto function>
 int binding(lua_State* lua)
 {
-    const int results = detail::call(lua, function);
+    const int results = detail::run(lua, [](lua_State* l) { return detail::call(l, function); });
     if (results >= 0)
         return results;
     luaL_where(lua, 1);

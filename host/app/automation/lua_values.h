@@ -1,15 +1,10 @@
 #pragma once
 
-#include "core/status.h"
-#include "core/value.h"
-
-#include <lua.hpp>
+#include "core/model_object.h"
+#include "script/lua_bridge.h"
 
 #include <concepts>
 #include <functional>
-#include <optional>
-#include <variant>
-#include <vector>
 
 namespace tarn::script {
 
@@ -18,33 +13,31 @@ class Data {
 public:
     using List = std::vector<Data>;
     using Record = std::vector<std::pair<const char*, Data>>;
+    /// Several results of one call, or none.
+    struct Several {
+        List results{};
+    };
     using Pusher = std::function<void(lua_State*)>;
 
     Data() = default; ///< nil
-    template <std::same_as<bool> Flag>
-    Data(Flag flag) : m_value(flag)
-    {
-    }
-    template <std::integral Number>
-        requires(!std::same_as<Number, bool>)
-    Data(Number number) : m_value(qint64(number)) {}
-    Data(double number) : m_value(number) {}
-    Data(const QString& text) : m_value(text) {}
-    Data(List list) : m_value(std::move(list)) {}
-    Data(Record record) : m_value(std::move(record)) {}
-    /// Something that puts itself onto Lua's stack: a handle.
-    Data(Pusher pusher) : m_value(std::move(pusher)) {}
-    Data(const QStringList& texts);
-    Data(const Value& value);
+    template <class Plain>
+        requires std::constructible_from<Value, Plain> Data(Plain plain) : m_value(ScriptValue(Value(std::move(plain))))
+        {
+        }
+        Data(ScriptValue value) : m_value(std::move(value)) {}
+        Data(ModelObject* object) : m_value(ScriptValue(object ? object->shared_from_this() : ScriptObject())) {}
+        Data(List list) : m_value(std::move(list)) {}
+        Data(Record record) : m_value(std::move(record)) {}
+        Data(Several results) : m_value(std::move(results)) {}
+        /// Something that puts itself onto Lua's stack: a handle.
+        Data(Pusher pusher) : m_value(std::move(pusher)) {}
 
-    void push(lua_State* lua) const;
+        /// Answers how many values it pushed.
+        int push(lua_State* lua) const;
 
-private:
-    std::variant<std::monostate, bool, qint64, double, QString, List, Record, Pusher> m_value;
+    private:
+        std::variant<ScriptValue, List, Record, Several, Pusher> m_value;
 };
-
-/// Several results of one call.
-using Several = std::vector<Data>;
 
 template <class Items, class Convert>
 Data::List list_of(const Items& items, Convert convert)
@@ -55,91 +48,91 @@ Data::List list_of(const Items& items, Convert convert)
     return list;
 }
 
-/// How an argument of type T is read. Nothing here converts: a text is no number and 0 is not false.
+template <class Items>
+Data::List list_of(const Items& items)
+{
+    return Data::List(items.begin(), items.end());
+}
+
+/// "bad argument "w": a whole number is needed, not a string"; of an object that was deleted, that it was.
+Status bad_argument(lua_State* lua, int index, QLatin1String name, const char* needed);
+
+/// Whether `given` is a T, which goes into `out`. Nothing here converts: a text is no number and 0 is not false.
+bool take(const ScriptValue& given, int& out);
+bool take(const ScriptValue& given, double& out);
 template <class T>
-struct Argument;
+bool take(const ScriptValue& given, T& out)
+{
+    if constexpr (std::same_as<T, ScriptValue>) {
+        out = given;
+        return true;
+    } else if constexpr (std::same_as<T, ScriptObject>) {
+        const auto* object = std::get_if<ScriptObject>(&given);
+        return object && (out = *object);
+    } else {
+        const auto* plain = std::get_if<Value>(&given);
+        const auto* value = plain ? std::get_if<T>(plain) : nullptr;
+        if (value)
+            out = *value;
+        return value;
+    }
+}
 
+/// What messages call a T.
+template <class T>
+inline constexpr const char* needed_for = "true, false, a number, a text, an object or a list of texts or of numbers";
 template <>
-struct Argument<bool> {
-    static constexpr const char* needed = "true or false";
-    static std::optional<bool> read(lua_State* lua, int index);
-};
+inline constexpr const char* needed_for<bool> = "true or false";
+template <>
+inline constexpr const char* needed_for<int> = "a whole number";
+template <>
+inline constexpr const char* needed_for<double> = "a number";
+template <>
+inline constexpr const char* needed_for<QString> = "a text";
+template <>
+inline constexpr const char* needed_for<ScriptObject> = "a dialog or control";
 
-template <>
-struct Argument<int> {
-    static constexpr const char* needed = "a whole number";
-    static std::optional<int> read(lua_State* lua, int index);
-};
-
-template <>
-struct Argument<double> {
-    static constexpr const char* needed = "a number";
-    static std::optional<double> read(lua_State* lua, int index);
-};
-
-template <>
-struct Argument<QString> {
-    static constexpr const char* needed = "a text";
-    static std::optional<QString> read(lua_State* lua, int index);
-};
-
-template <>
-struct Argument<Value> {
-    static constexpr const char* needed = "true, false, a number, a text, or a list or table of texts or of numbers";
-    static std::optional<Value> read(lua_State* lua, int index);
+/// How the argument `name` of type T is read. `index` counts from the stack's bottom.
+template <class T>
+struct Argument {
+    static Result<T> read(lua_State* lua, int index, QLatin1String name)
+    {
+        lua::ReadBudget unbounded;
+        const auto given = lua::read(lua, index, unbounded);
+        T value{};
+        if (given && take(*given, value))
+            return value;
+        return bad_argument(lua, index, name, needed_for<T>);
+    }
 };
 
 /// An argument that may be left out.
 template <class T>
 struct Argument<std::optional<T>> {
-    static constexpr const char* needed = Argument<T>::needed;
-    static std::optional<std::optional<T>> read(lua_State* lua, int index)
+    static Result<std::optional<T>> read(lua_State* lua, int index, QLatin1String name)
     {
         if (lua_isnoneornil(lua, index))
             return std::optional<T>();
-        auto value = Argument<T>::read(lua, index);
-        return value ? std::optional<std::optional<T>>(std::move(value)) : std::nullopt;
+        auto value = Argument<T>::read(lua, index, name);
+        return value ? Result<std::optional<T>>(std::move(value.value())) : value.status();
     }
 };
 
 /// All arguments from here on.
-struct Rest {
-    lua_State* lua;
-    int first;
-    int count() const { return std::max(0, lua_gettop(lua) - first + 1); }
-    int index(int i) const { return first + i; }
-};
-
-template <>
-struct Argument<Rest> {
-    static constexpr const char* needed = "";
-    static std::optional<Rest> read(lua_State* lua, int index) { return Rest{lua, index}; }
-};
-
-/// "bad argument "w": a whole number is needed, not a string"
-Status bad_argument(lua_State* lua, int index, QLatin1String name, const char* needed);
-
 template <class T>
-Result<T> argument(lua_State* lua, int index, QLatin1String name)
-{
-    if (auto value = Argument<T>::read(lua, index))
-        return std::move(*value);
-    return bad_argument(lua, index, name, Argument<T>::needed);
-}
-
-/// Every argument of `rest`, all of type T.
-template <class T>
-Result<std::vector<T>> all_of(const Rest& rest, QLatin1String name)
-{
-    std::vector<T> values;
-    for (int i = 0; i < rest.count(); ++i) {
-        auto value = argument<T>(rest.lua, rest.index(i), name);
-        if (!value)
-            return value.status();
-        values.push_back(std::move(value.value()));
+struct Argument<std::vector<T>> {
+    static Result<std::vector<T>> read(lua_State* lua, int index, QLatin1String name)
+    {
+        std::vector<T> values;
+        for (; index <= lua_gettop(lua); ++index) {
+            auto value = Argument<T>::read(lua, index, name);
+            if (!value)
+                return value.status();
+            values.push_back(std::move(value.value()));
+        }
+        return values;
     }
-    return values;
-}
+};
 
 /// A table of named fields as the one argument of a call: {name=..., x=...}.
 class Fields {
@@ -148,14 +141,12 @@ public:
 
     /// Fails with the name of a field that is not among `names`.
     Status allow_only(const QStringList& names) const;
-    /// The field, or `otherwise` when it is missing.
     template <class T>
-    Result<T> get(const char* name, T otherwise) const
+    Result<std::optional<T>> get(const char* name) const
     {
         lua_pushstring(m_lua, name);
         lua_rawget(m_lua, m_index);
-        auto value = lua_isnil(m_lua, -1) ? Result<T>(std::move(otherwise))
-                                          : argument<T>(m_lua, lua_gettop(m_lua), QLatin1String(name));
+        auto value = Argument<std::optional<T>>::read(m_lua, lua_gettop(m_lua), QLatin1String(name));
         lua_pop(m_lua, 1);
         return value;
     }
@@ -167,10 +158,11 @@ private:
 
 template <>
 struct Argument<Fields> {
-    static constexpr const char* needed = "a table of fields";
-    static std::optional<Fields> read(lua_State* lua, int index)
+    static Result<Fields> read(lua_State* lua, int index, QLatin1String name)
     {
-        return lua_istable(lua, index) ? std::optional(Fields(lua, index)) : std::nullopt;
+        if (lua_istable(lua, index))
+            return Fields(lua, index);
+        return bad_argument(lua, index, name, "a table of fields");
     }
 };
 

@@ -11,140 +11,59 @@ namespace tarn::script {
 
 namespace {
 
-/// A dialog or control.
-struct ObjectHandle {
-    static constexpr const char* type_name = "studio.object";
-    static constexpr const char* needed = "a dialog or control";
-
-    std::weak_ptr<ModelObject> object;
-    QString called; ///< "dialog 5", also when it is gone
-
-    bool operator==(const ObjectHandle& other) const
-    {
-        return !object.owner_before(other.object) && !other.object.owner_before(object);
-    }
-};
-
-Data handle_of(ModelObject* object)
-{
-    if (!object)
-        return {};
-    // What lies in a dialog is a control.
-    const char* kind = object->fields().find("dialog") ? "control" : "dialog";
-    return to_lua(
-        ObjectHandle{object->weak_from_this(), QStringLiteral("%1 %2").arg(QLatin1String(kind)).arg(object->id())});
-}
-
-Data handles_of(const std::vector<ModelObject*>& objects)
-{
-    return list_of(objects, handle_of);
-}
-
-Result<ModelObject*> alive(const ObjectHandle& handle)
-{
-    // The shared pointer may go at once: the model keeps what is part of the scene.
-    const auto object = handle.object.lock();
-    if (!object || !object->is_attached())
-        return Status::error(QStringLiteral("%1 was deleted").arg(handle.called));
-    return object.get();
-}
-
-/// What `read` answers of the model.
-template <class Read>
-Result<Data> from_model(Automation& app, Read read)
-{
-    const auto model = app.model();
-    return model ? Result<Data>(read(*model.value())) : model.status();
-}
-
 // Objects -------------------------------------------------------------------------------------------------------------
 
-Result<const FieldBase*> field_of(const ModelObject& object, const ObjectHandle& handle, const QString& name)
+Result<Data> read(const ScriptReach& reach, const ModelObject& object, const QString& property)
 {
-    if (const FieldBase* field = object.fields().find(name.toStdString()))
-        return field;
-    return Status::error(QStringLiteral("%1 has no property \"%2\"").arg(handle.called, name));
+    const std::string name = property.toStdString();
+    if (const FieldBase* field = object.fields().find(name))
+        return Data(lua::read_field(reach, object, *field));
+    return lua::no_field(reach, object, name);
 }
 
-/// The object that a reference names; nil when it names none.
-Result<Data> referred(Automation& app, quint32 id)
+Result<Data> get(Automation& app, const ScriptObject& self, const QString& property)
 {
-    return from_model(app, [id](SceneModel& model) {
-        auto objects = model.dialogs();
-        objects.push_back(model.root_dialog());
-        const auto found = std::find_if(objects.begin(), objects.end(),
-                                        [id](const ModelObject* each) { return each->id() == id; });
-        return found == objects.end() ? Data() : handle_of(*found);
-    });
+    return read(app.reach(), *self, property);
 }
 
-Result<Data> get(Automation& app, ObjectHandle* self, const QString& property)
+Result<Data> shown(Automation& app, const ScriptObject& self, const QString& property)
 {
-    const auto object = alive(*self);
-    if (!object)
-        return object.status();
-    const auto field = field_of(*object.value(), *self, property);
-    if (!field)
-        return field.status();
-    const Value value = object.value()->authored_property(*field.value());
-    if (const auto* reference = std::get_if<ObjectRef>(&value))
-        return referred(app, reference->id);
-    return Data(value);
+    ScriptReach reach = app.reach();
+    reach.reads_authored = false;
+    return read(reach, *self, property);
 }
 
-Status set(Automation& app, ObjectHandle* self, const QString& property, const Value& value)
+Status set(Automation& app, const ScriptObject& self, const QString& property, const ScriptValue& value)
 {
-    const auto object = alive(*self);
-    if (!object)
-        return object.status();
-    const auto field = field_of(*object.value(), *self, property);
-    if (!field)
-        return field.status();
-    const auto about = [&](const QString& what) {
-        return Status::error(QStringLiteral("%1, property \"%2\": %3").arg(self->called, property, what));
-    };
-    if (field.value()->rules().read_only)
-        return about(QStringLiteral("it can only be read"));
-    const UserAction action(app.studio().scene()->journal(), lang(u"脚本", u"Script"));
-    const auto status = object.value()->set_property(*field.value(), value);
-    return status ? status : about(status.message());
+    const UserAction action(self->journal(), lang(u"脚本", u"Script"));
+    return lua::write_field(app.reach(), *self, property.toStdString(), value);
 }
 
-Result<Data> properties(Automation&, ObjectHandle* self)
+Data properties(Automation&, const ScriptObject& self)
 {
-    const auto object = alive(*self);
-    if (!object)
-        return object.status();
-    return Data(list_of(object.value()->fields(),
-                        [](const FieldBase* field) { return Data(QString::fromLatin1(field->name())); }));
+    return list_of(self->fields(), [](const FieldBase* field) { return Data(QString::fromLatin1(field->name())); });
 }
 
-Result<Data> type(Automation&, ObjectHandle* self)
+Data type(Automation&, const ScriptObject& self)
 {
-    const auto object = alive(*self);
-    return object ? Result<Data>(QString::fromLatin1(object.value()->class_name())) : object.status();
+    return QString::fromLatin1(self->class_name());
 }
 
 // The scene -----------------------------------------------------------------------------------------------------------
 
-Result<Data> dialogs(Automation& app)
+Data dialogs(SceneModel& model)
 {
-    return from_model(app, [](SceneModel& model) { return handles_of(model.dialogs()); });
+    return list_of(model.dialogs());
 }
 
-Result<Data> root_dialog(Automation& app)
+Data root_dialog(SceneModel& model)
 {
-    return from_model(app, [](SceneModel& model) { return handle_of(model.root_dialog()); });
+    return model.root_dialog();
 }
 
-Result<Data> controls(Automation& app, std::optional<ObjectHandle*> dialog)
+Data controls(SceneModel& model, const std::optional<ScriptObject>& dialog)
 {
-    if (!dialog)
-        return from_model(app, [](SceneModel& model) { return handles_of(model.controls()); });
-    const auto owner = alive(**dialog);
-    if (!owner)
-        return owner.status();
-    return from_model(app, [&](SceneModel& model) { return handles_of(model.controls_of(*owner.value())); });
+    return list_of(dialog ? model.controls_of(**dialog) : model.controls());
 }
 
 struct NameAndRect {
@@ -154,27 +73,27 @@ struct NameAndRect {
 
 Result<NameAndRect> read_place(const Fields& fields)
 {
-    const auto name = fields.get<QString>("name", {});
+    const auto name = fields.get<QString>("name");
     if (!name)
         return name.status();
     static constexpr const char* names[] = {"x", "y", "w", "h"};
     double numbers[] = {0, 0, -1, -1};
     for (std::size_t i = 0; i < 4; ++i) {
-        const auto number = fields.get<double>(names[i], numbers[i]);
+        const auto number = fields.get<double>(names[i]);
         if (!number)
             return number.status();
-        numbers[i] = number.value();
+        numbers[i] = number.value().value_or(numbers[i]);
     }
-    return NameAndRect{name.value(), QRectF(numbers[0], numbers[1], numbers[2], numbers[3])};
+    return NameAndRect{name.value().value_or(QString()), QRectF(numbers[0], numbers[1], numbers[2], numbers[3])};
 }
 
 Result<Data> made(Automation& app, const Result<ModelObject*>& object)
 {
     app.settle();
-    return object ? Result<Data>(handle_of(object.value())) : object.status();
+    return object ? Result<Data>(object.value()) : object.status();
 }
 
-Result<Data> create_dialog(Automation& app, Fields fields)
+Result<Data> create_dialog(Automation& app, const Fields& fields)
 {
     const auto model = app.model();
     if (!model)
@@ -182,12 +101,10 @@ Result<Data> create_dialog(Automation& app, Fields fields)
     if (auto status = fields.allow_only(QStringLiteral("name x y w h").split(u' ')); !status)
         return status;
     const auto place = read_place(fields);
-    if (!place)
-        return place.status();
-    return made(app, model.value()->create_dialog(place.value().name, place.value().rect));
+    return place ? made(app, model.value()->create_dialog(place.value().name, place.value().rect)) : place.status();
 }
 
-Result<Data> create_control(Automation& app, Fields fields)
+Result<Data> create_control(Automation& app, const Fields& fields)
 {
     const auto model = app.model();
     if (!model)
@@ -195,52 +112,34 @@ Result<Data> create_control(Automation& app, Fields fields)
     if (auto status = fields.allow_only(QStringLiteral("type dialog name x y w h").split(u' ')); !status)
         return status;
     const auto place = read_place(fields);
-    const auto type = fields.get<std::optional<int>>("type", {});
-    const auto dialog = fields.get<ObjectHandle*>("dialog", nullptr);
-    if (!place)
-        return place.status();
-    if (!type)
-        return type.status();
-    if (!dialog)
-        return dialog.status();
+    const auto type = fields.get<int>("type");
+    const auto dialog = fields.get<ScriptObject>("dialog");
+    for (const Status& status : {place.status(), type.status(), dialog.status()})
+        if (!status)
+            return status;
     if (!type.value())
         return Status::error(QStringLiteral("the field \"type\" is missing"));
-    const auto owner = dialog.value() ? alive(*dialog.value()) : Result<ModelObject*>(model.value()->root_dialog());
-    if (!owner)
-        return owner.status();
-    return made(app,
-                model.value()->create_control(*type.value(), *owner.value(), place.value().name, place.value().rect));
+    ModelObject& owner = dialog.value() ? **dialog.value() : *model.value()->root_dialog();
+    return made(app, model.value()->create_control(*type.value(), owner, place.value().name, place.value().rect));
 }
 
-Result<Data> selection(Automation& app)
+Data selection(SceneModel& model)
 {
-    return from_model(app, [](SceneModel& model) {
-        const SceneModel::Selection now = model.selection();
-        return Data(Data::Record{{"editing", now.editing},
-                                 {"controls_selected", now.controls_selected},
-                                 {"menu_editing", now.menu_editing},
-                                 {"dialog", handle_of(now.dialog)},
-                                 {"control", handle_of(now.control)},
-                                 {"dialogs", handles_of(now.dialogs)},
-                                 {"controls", handles_of(now.controls)}});
-    });
+    const SceneModel::Selection now = model.selection();
+    return Data::Record{{"editing", now.editing},           {"controls_selected", now.controls_selected},
+                        {"menu_editing", now.menu_editing}, {"dialog", now.dialog},
+                        {"control", now.control},           {"dialogs", list_of(now.dialogs)},
+                        {"controls", list_of(now.controls)}};
 }
 
-Status select(Automation& app, Rest rest)
+Status select(Automation& app, const std::vector<ScriptObject>& handles)
 {
     const auto model = app.model();
     if (!model)
         return model.status();
-    const auto handles = all_of<ObjectHandle*>(rest, QLatin1String("object"));
-    if (!handles)
-        return handles.status();
     std::vector<ModelObject*> objects;
-    for (const ObjectHandle* handle : handles.value()) {
-        const auto object = alive(*handle);
-        if (!object)
-            return object.status();
-        objects.push_back(object.value());
-    }
+    for (const ScriptObject& handle : handles)
+        objects.push_back(handle.get());
     if (auto status = model.value()->select(objects); !status)
         return status;
     app.world().broadcast(ui_selection_changed);
@@ -272,13 +171,10 @@ Status set_function_text(Automation& app, const QString& name, const QString& te
     return functions.add_function(IFunc::create_func(name), false, text);
 }
 
-Result<Data> events(Automation& app)
+Data events(SceneModel& model)
 {
-    return from_model(app, [](SceneModel& model) {
-        return list_of(model.events(), [](const SceneModel::Event& event) {
-            return Data(Data::Record{
-                {"control", handle_of(event.control)}, {"type", qint64(event.type)}, {"name", event.function}});
-        });
+    return list_of(model.events(), [](const SceneModel::Event& event) {
+        return Data(Data::Record{{"control", event.control}, {"type", qint64(event.type)}, {"name", event.function}});
     });
 }
 
@@ -298,6 +194,7 @@ constexpr Binding functions[] = {
 
 constexpr Binding methods[] = {
     {"get", "self property", binding<get>},
+    {"shown", "self property", binding<shown>},
     {"set", "self property value", binding<set>},
     {"properties", "self", binding<properties>},
     {"type", "self", binding<type>},
@@ -312,7 +209,11 @@ std::span<const Binding> model_functions()
 
 void add_object_type(lua_State* lua, Automation& app)
 {
-    add_type<ObjectHandle>(lua, app, methods);
+    lua::open_objects(lua, app.reach());
+    lua_newtable(lua);
+    set_functions(lua, app, methods);
+    lua_setfield(lua, -2, "__index");
+    lua_pop(lua, 1);
 }
 
 } // namespace tarn::script

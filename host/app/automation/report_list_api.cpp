@@ -108,15 +108,12 @@ Result<Data> selected_rows(Automation&, ControlHandle* self)
     return Data(list_of(selected, [](const QModelIndex& index) { return Data(index.row()); }));
 }
 
-Status select_rows(Automation& app, ControlHandle* self, Rest rest)
+Status select_rows(Automation& app, ControlHandle* self, std::vector<int> wanted)
 {
-    auto wanted = all_of<int>(rest, QLatin1String("i"));
-    if (!wanted)
-        return wanted.status();
-    if (wanted.value().empty())
-        wanted.value().push_back(empty_space);
+    if (wanted.empty())
+        wanted.push_back(empty_space);
     Qt::KeyboardModifiers modifiers;
-    for (const int row : wanted.value()) {
+    for (const int row : wanted) {
         if (auto status = click_at(*self, row, 0, modifiers); !status)
             return status;
         app.settle();

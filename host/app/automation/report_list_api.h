@@ -8,7 +8,7 @@ namespace tarn::script {
 Result<Data> rows(Automation&, ControlHandle* self);
 Result<Data> columns(Automation&, ControlHandle* self);
 Result<Data> icons(Automation&, ControlHandle* self);
-Status select_rows(Automation& app, ControlHandle* self, Rest rest);
+Status select_rows(Automation& app, ControlHandle* self, std::vector<int> wanted);
 Result<Data> selected_rows(Automation&, ControlHandle* self);
 Status click_cell(Automation& app, ControlHandle* self, int row, int column, const std::optional<QString>& mods);
 Status double_click_row(Automation& app, ControlHandle* self, int row);

@@ -220,7 +220,8 @@ void ScriptedBoxes::run_function(QDialog& dialog, FunctionRef function)
     else
         lua_pushnil(lua);
     if (lua_pcall(lua, 1, 0, 0) != LUA_OK) {
-        fail(Argument<QString>::read(lua, lua_gettop(lua)).value_or(QStringLiteral("the answer's function failed")));
+        const bool has_text = lua_type(lua, -1) == LUA_TSTRING;
+        fail(has_text ? lua::read_text(lua, -1) : QStringLiteral("the answer's function failed"));
         lua_pop(lua, 1);
     }
     if (!open || !open->isVisible())

@@ -130,10 +130,10 @@ Status key(Automation& app, SurfaceHandle* self, const QString& name, const Text
     return settled(app, (*self)->key(code, modifiers.value()));
 }
 
-Several size(Automation&, SurfaceHandle* self)
+Data size(Automation&, SurfaceHandle* self)
 {
     const QSize size = (*self)->size();
-    return {size.width(), size.height()};
+    return Data::Several{{size.width(), size.height()}};
 }
 
 constexpr Binding methods[] = {

@@ -28,13 +28,10 @@ Data objects(Automation& app)
     return list_of(app.world().objects(), [](const auto& object) { return to_lua(SceneObjectHandle{object->id}); });
 }
 
-Status select_objects(Automation& app, Rest rest)
+Status select_objects(Automation& app, const std::vector<SceneObjectHandle*>& handles)
 {
-    const auto handles = all_of<SceneObjectHandle*>(rest, QLatin1String("object"));
-    if (!handles)
-        return handles.status();
     app.world().selection().clear();
-    for (const SceneObjectHandle* handle : handles.value())
+    for (const SceneObjectHandle* handle : handles)
         app.world().selection().add(find_object(app, handle->id));
     return {};
 }

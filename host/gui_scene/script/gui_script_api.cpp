@@ -253,9 +253,14 @@ ScriptVerb message_verb(CGuiPlugScene& scene)
 
 } // namespace
 
+std::shared_ptr<const ScriptObjects> gui_script_objects(CGuiCore& core)
+{
+    return std::make_shared<GuiScriptObjects>(core);
+}
+
 ScriptApi gui_script_api(CGuiPlugScene& scene)
 {
-    ScriptApi api{{message_verb(scene)}, std::make_shared<GuiScriptObjects>(scene.gui_core())};
+    ScriptApi api{{message_verb(scene)}, gui_script_objects(scene.gui_core())};
     for (const auto& verbs : {control_verbs(scene), dialog_verbs(scene)})
         api.verbs.insert(api.verbs.end(), verbs.begin(), verbs.end());
     return api;
