@@ -253,7 +253,9 @@ void Document::make_objects(SceneSnapshot& content)
         }
     }
     for (ModelObject* object : made)
-        object->refresh();
+        object->refresh_links();
+    for (ModelObject* object : made)
+        object->state_changed();
 }
 
 void Document::install(SceneSnapshot content)
@@ -384,7 +386,9 @@ void Document::clear_shown()
     for (ModelObject* object : overlaid)
         object->drop_shown();
     for (ModelObject* object : overlaid)
-        object->refresh();
+        object->refresh_links();
+    for (ModelObject* object : overlaid)
+        object->state_changed();
 }
 
 } // namespace tarn

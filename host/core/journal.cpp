@@ -127,25 +127,21 @@ void Journal::hold_budget()
 
 void Journal::exchange(Step& step)
 {
-    walk(
-        step.entries,
-        [this](Entry& entry) {
-            ModelObject& object = *entry.object;
-            m_document.changes().touch(object, object.m_shown ? object.m_shown->state : object.m_state);
-            object.swap_state(entry.state);
-        },
-        &Entry::object);
+    for (Entry& entry : step.entries) {
+        ModelObject& object = *entry.object;
+        m_document.changes().touch(object, object.m_shown ? object.m_shown->state : object.m_state);
+        object.swap_state(entry.state);
+    }
     for (const auto& companion : step.companions)
         companion->exchange();
     // Only now: what an object works out from its state may hang on those of others.
-    walk(
-        step.entries,
-        [](Entry& entry) {
-            if (entry.object->m_shown)
-                entry.object->follow_authored();
-            entry.object->refresh();
-        },
-        &Entry::object);
+    for (const Entry& entry : step.entries) {
+        if (entry.object->m_shown)
+            entry.object->follow_authored();
+        entry.object->refresh_links();
+    }
+    for (const Entry& entry : step.entries)
+        entry.object->state_changed();
 }
 
 void Journal::drop_undone()

@@ -101,11 +101,10 @@ void ModelObject::follow_parent()
         m_parent = wanted ? m_document.find(wanted) : nullptr;
 }
 
-void ModelObject::refresh()
+void ModelObject::refresh_links()
 {
     follow_parent();
     children_changed();
-    state_changed();
 }
 
 Status ModelObject::set_property(const FieldBase& field, const Value& value)

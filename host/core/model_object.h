@@ -54,8 +54,14 @@ public:
     virtual void state_changed() {}
     /// Called when the list of the object's children may be another.
     virtual void children_changed() {}
-    /// The links and caches are found anew; for objects that were made from a state.
-    void refresh();
+    /// What hangs on the state is found anew, where the journal or the document exchanged states. Of several objects all
+    /// find their links first, since what they show may hang on each other.
+    void refresh_links();
+    void refresh()
+    {
+        refresh_links();
+        state_changed();
+    }
 
     /// The object's memory, and its state's once that of the object is there, are wanted soon.
     void prefetch_object() const { prefetch(this, usual_size); }

@@ -305,9 +305,12 @@ void CDXUTDialog::find_controls() const
 {
     m_controls_stale = false;
     const tarn::IdList& ids = dialog_state().controls;
-    m_controls.resize(ids.size());
-    for (qsizetype i = 0; i < ids.size(); ++i)
-        m_controls[i] = static_cast<CDXUTControl*>(document().find(ids[i].id));
+    m_controls.clear();
+    m_controls.reserve(ids.size());
+    for (const tarn::ObjectRef id : ids)
+        // While another content has the place of the one that this dialog belongs to, its ids are those of others.
+        if (tarn::ModelObject* control = document().find(id.id); control && control->parent() == this)
+            m_controls.append(static_cast<CDXUTControl*>(control));
 }
 
 void CDXUTDialog::control_drawn_at(const QRectF& on_screen)

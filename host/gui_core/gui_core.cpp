@@ -23,7 +23,10 @@ CGuiCore::CGuiCore(tarn::Document& document)
 {
     document.add_part({"scene.json", this});
     add_kinds();
-    document.before_free = [this] { follow_structure(); };
+    document.before_free = [this] {
+        follow_structure();
+        m_draw_slot.reset();
+    };
 }
 
 CGuiCore::~CGuiCore()

@@ -17,6 +17,7 @@ namespace tarn {
 namespace {
 
 const QString manifest_name = QStringLiteral("manifest.json");
+const QString scene_name = QStringLiteral("scene.json");
 
 bool is_part(const Document& document, const QString& entry)
 {
@@ -44,7 +45,8 @@ Status reserve_event_ids(SceneReader& reader, const CEventManager& events)
     for (const auto& event : events.events())
         if (!reader.reserve_id(event->control))
             return Status::error(
-                lang(u"事件的控件编号 %1 无效。", u"an event names the control %1, which is no valid id.")
+                lang(u"%1：事件的控件编号 %2 无效。", u"%1: an event names the control %2, which is no valid id.")
+                    .arg(scene_name)
                     .arg(event->control));
     return {};
 }

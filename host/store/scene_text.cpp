@@ -89,7 +89,12 @@ Status SceneReader::claim_id(std::size_t kind, const ObjectState& state, const J
 {
     if (state.id == 0 || state.id > Document::max_id)
         return place.fail(lang(u"缺少有效的 \"id\"", u"a valid \"id\" is missing"));
-    if (m_by_id.contains(state.id))
+    const auto& kinds = m_document.kinds();
+    const bool is_taken = m_by_id.contains(state.id)
+        || std::any_of(kinds.begin(), kinds.end(), [&](const ObjectKind& other) {
+               return other.fixed && other.place != kind && other.fixed->id() == state.id;
+           });
+    if (is_taken)
         return place.fail(lang(u"编号 %1 出现了两次", u"the id %1 appears twice").arg(state.id));
     m_by_id.insert(state.id, {kind, m_scene.objects[kind].size()});
     m_highest = std::max(m_highest, state.id);
