@@ -206,6 +206,12 @@ const FieldTable& EditBoxState::field_table()
     return table;
 }
 
+void EditBoxState::settle(const WrittenFields&)
+{
+    if (max_length > 0)
+        text = cut_text(text, max_length);
+}
+
 ProgressState::ProgressState()
 {
     type = DXUT_CONTROL_PROGRESS;
@@ -239,6 +245,12 @@ const FieldTable& InfoBoxState::field_table()
         field<S, &S::line_height>("line_height", 18, range(6, 500)),
         field<S, &S::max_lines>("max_lines", 200, range(1, 100000)));
     return table;
+}
+
+void InfoBoxState::settle(const WrittenFields&)
+{
+    if (lines.size() > max_lines)
+        lines.remove(0, lines.size() - max_lines);
 }
 
 } // namespace tarn

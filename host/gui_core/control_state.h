@@ -128,6 +128,8 @@ struct RadioButtonState : StateOf<RadioButtonState, CheckBoxState> {
 struct ItemsState : ControlState {
     QStringList items;
     int selected = -1; ///< index of an item; -1 for none
+
+    void settle(const WrittenFields& written) override;
 };
 
 struct ComboBoxState : StateOf<ComboBoxState, ItemsState> {
@@ -151,6 +153,7 @@ struct SliderState : StateOf<SliderState, ControlState> {
 
     SliderState() { type = DXUT_CONTROL_SLIDER; }
     static const FieldTable& field_table();
+    void settle(const WrittenFields& written) override;
 };
 
 /// A scroll bar; it lies when it is wider than high and stands otherwise.
@@ -162,16 +165,18 @@ struct ScrollBarState : StateOf<ScrollBarState, ControlState> {
 
     ScrollBarState() { type = DXUT_CONTROL_SCROLLBAR; }
     static const FieldTable& field_table();
+    void settle(const WrittenFields& written) override;
 };
 
 struct EditBoxState : StateOf<EditBoxState, StaticState> {
     int spacing = 4;       ///< pixels between the frame and the text
     int border = 0;        ///< pixels; width of a drawn border, 0 for none
-    int max_length = 0;    ///< characters that can be typed; 0 for any number
+    int max_length = 0;    ///< of the text, in UTF-16 units; 0 for any number
     bool password = false; ///< dots instead of the characters
 
     EditBoxState();
     static const FieldTable& field_table();
+    void settle(const WrittenFields& written) override;
 };
 
 struct ProgressState : StateOf<ProgressState, StaticState> {
@@ -198,6 +203,7 @@ struct InfoBoxState : StateOf<InfoBoxState, StaticState> {
 
     InfoBoxState();
     static const FieldTable& field_table();
+    void settle(const WrittenFields& written) override;
 };
 
 struct FlashState : StateOf<FlashState, ControlState> {

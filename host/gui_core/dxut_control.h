@@ -102,7 +102,6 @@ public:
     bool locked() const { return control_state().locked; }
     bool set_locked(bool locked);
     quint32 color_tag() const { return control_state().color_tag; }
-    bool set_color_tag(quint32 argb);
 
     /// Draws the control into `area`, pixels of the client area.
     virtual void draw(tarn::DrawContext& context, const QRectF& area) const = 0;

@@ -166,6 +166,7 @@ Status SceneReader::link()
                                      .arg(s.dialog.id));
         static_cast<DialogState&>(dialog->raw_state()).controls.append(control.get());
     }
+    keep_one_checked(m_content.gui.controls);
     // An id is not issued again while an event still names it.
     for (const auto& event : m_content.events.events()) {
         if (event->control > CGuiCore::max_id)

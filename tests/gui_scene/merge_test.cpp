@@ -24,7 +24,7 @@ protected:
     CDXUTPicture* picture(CDXUTDialog* home, const QString& image)
     {
         auto* made = static_cast<CDXUTPicture*>(control(DXUT_CONTROL_PICTURE, home, {0, 0, 10, 10}));
-        made->set_image(image);
+        (void)set(*made, "image", image);
         return made;
     }
 };

@@ -111,7 +111,7 @@ TEST_F(PackageTest, loose_pictures_beside_the_package_are_found_but_not_outside_
     CDXUTDialog* home = dialog({0, 0, 100, 100});
     for (const QString& name : {u"loose.png"_s, u"sub/deep.png"_s, u"held.png"_s, u"../secret.png"_s,
                                 path(u"secret.png"_s), u"missing.png"_s, u""_s})
-        static_cast<CDXUTPicture*>(control(DXUT_CONTROL_PICTURE, home, {}))->set_image(name);
+        (void)set(*control(DXUT_CONTROL_PICTURE, home, {}), "image", name);
     core().set_texture(u"held.png"_s, "inside");
     ASSERT_TRUE(m_scene.save_scene(path()).ok());
     const QByteArray before = text();
