@@ -1,7 +1,6 @@
 #include "control_state.h"
 
 #include "anchor.h"
-#include "control_style.h"
 #include "core/field.h"
 
 namespace tarn {
@@ -101,9 +100,9 @@ const FieldTable& ControlState::field_table()
         field<S, &S::extras, &E::rotation>("rotation", range(-max_turn, max_turn)),
         computed_field<S, CenterXAccess>("center_x", range(-max_place, max_place)),
         computed_field<S, CenterYAccess>("center_y", range(-max_place, max_place)),
-        field<S, &S::extras, &E::style_images>("style_images", {.picture = true, .slots = style_slot_count}),
-        field<S, &S::extras, &E::style_colors>("style_colors", slots(style_slot_count)),
-        field<S, &S::extras, &E::style_text_colors>("style_text_colors", slots(style_state_count)),
+        field<S, &S::extras, &E::style_images>("style_images", picture_name()),
+        field<S, &S::extras, &E::style_colors>("style_colors"),
+        field<S, &S::extras, &E::style_text_colors>("style_text_colors"),
         field<S, &S::extras, &E::font_family>("font_family", max_length(100)),
         field<S, &S::extras, &E::font_italic>("font_italic"));
     return table;

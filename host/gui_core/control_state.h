@@ -19,11 +19,11 @@ struct ControlExtras {
     float center_y = 0;
     int saved_align_type = 0; ///< the anchor from before scaling with the dialog was turned on
 
-    // What the author chose instead of the style's; see style_slot(). Beyond the end of a list nothing is chosen.
-    QStringList style_images;         ///< names in the scene's textures; empty for the style's
-    QList<quint32> style_colors;      ///< ARGB; 0 leaves the picture as it is
-    QList<quint32> style_text_colors; ///< ARGB by VisualState; 0 for the control's usual one
-    QString font_family;              ///< empty for the style's
+    // What the author chose instead of the style's, by look_name(): "Body.hover". Names that are unknown are kept.
+    TextMap style_images;                     ///< names in the scene's textures
+    QMap<QString, quint32> style_colors;      ///< ARGB; the picture takes it on
+    QMap<QString, quint32> style_text_colors; ///< ARGB by state_name(): "hover"
+    QString font_family;                      ///< empty for the style's
     bool font_italic = false;
 
     bool operator==(const ControlExtras&) const = default;

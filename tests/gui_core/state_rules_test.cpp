@@ -36,10 +36,7 @@ const Rule rules[] = {
      DXUT_CONTROL_SLIDER,
      {{"min", 300}, {"max", -5}},
      {{"min", -5}, {"max", -5}, {"value", -5}}},
-    {"a position beyond the range goes to its end",
-     DXUT_CONTROL_SCROLLBAR,
-     {{"position", -3.7}},
-     {{"position", 0}}},
+    {"a position beyond the range goes to its end", DXUT_CONTROL_SCROLLBAR, {{"position", -3.7}}, {{"position", 0}}},
     {"the ends of a scroll bar hold each other",
      DXUT_CONTROL_SCROLLBAR,
      {{"position", 60}, {"max", 20}, {"min", 50}},
@@ -118,7 +115,8 @@ TEST_F(StateRulesTest, hold_once_for_all_that_was_read)
     for (const Read& read : all) {
         const auto made = m_core.make_control(read.type);
         JsonText text("{\"o\":" + read.json + "}", u"scene.json"_s);
-        ASSERT_TRUE(text.each_member([&](std::string_view, JsonCursor& value) { return made->load_state(value); }).ok());
+        ASSERT_TRUE(
+            text.each_member([&](std::string_view, JsonCursor& value) { return made->load_state(value); }).ok());
         for (const Write& expected : read.expected)
             EXPECT_EQ(get(*made, expected.field), expected.value) << read.json.toStdString();
     }

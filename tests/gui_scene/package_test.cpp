@@ -176,3 +176,17 @@ TEST_F(PackageTest, a_scene_whose_ids_are_used_up_gets_no_objects_that_could_not
     EXPECT_FALSE(m_scene.on_merge_GUI(path(), u"merged"_s, false).ok());
     EXPECT_TRUE(m_scene.open_scene(path()).ok());
 }
+
+TEST_F(PackageTest, of_the_checked_radio_buttons_of_a_group_the_first_stays_so)
+{
+    const auto radio = [](int id, int group) {
+        return QByteArray("{\"id\":%1,\"type\":3,\"dialog\":1,\"checked\":true,\"group\":%2}")
+            .replace("%1", QByteArray::number(id))
+            .replace("%2", QByteArray::number(group));
+    };
+    read("{\"root\":{\"id\":1},\"controls\":[" + radio(2, 0) + ',' + radio(3, 0) + ',' + radio(4, 5) + "]}");
+    QList<bool> checked;
+    for (const quint32 id : {2, 3, 4})
+        checked.append(std::get<bool>(get(*core().find_control(id), "checked")));
+    EXPECT_EQ(checked, QList<bool>({true, false, true}));
+}
