@@ -5,6 +5,7 @@
 #include "gui_core/control_class.h"
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
+#include "gui_core/dxut_radio_button.h"
 #include "package_writer.h"
 #include "store/pak_file.h"
 #include "tex_path_info.h"

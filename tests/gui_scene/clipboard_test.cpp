@@ -2,6 +2,7 @@
 
 #include "gui_scene/control_clipboard.h"
 #include "gui_scene/control_commands.h"
+#include "support/gui_fixture.h"
 
 using namespace tarn;
 using namespace tarn::test;

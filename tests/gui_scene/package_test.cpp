@@ -1,3 +1,4 @@
+#include "support/gui_fixture.h"
 #include "support/scene_fixture.h"
 
 #include <ctime>
