@@ -78,9 +78,9 @@ qint64 number_of(const CDXUTControl& control, tarn::FieldKey key)
     return number ? *number : 0;
 }
 
-quint32 shown_text_color(const CDXUTControl& control, VisualState look)
+const tarn::ControlState& state_of(const CDXUTControl& control)
 {
-    return tarn::text_color_in(control, look, quint32(number_of(control, key<&StaticState::text_color>)));
+    return static_cast<const tarn::ControlState&>(control.authored_state());
 }
 
 } // namespace
@@ -106,14 +106,15 @@ void CDlgElementCustomize::OnInitDialog()
 void CDlgElementCustomize::set_up_pictures()
 {
     for (int state = 0; state < tarn::style_state_count; ++state)
-        m_states->addItem(tarn::visual_state_name(VisualState(state)));
+        m_states->addItem(tarn::visual_state_caption(VisualState(state)));
     control(id_picture_name)->installEventFilter(this);
     on_choose(id_element, [this](int) { refresh(); });
     on_choose(id_state, [this](int) { refresh(); });
     on_click(id_choose_picture, [this] { on_choose_picture(); });
     control(id_tint)->setToolTip(lang(u"图片着色", u"Picture Colour"));
     on_click(id_tint, [this] {
-        on_choose_color(id_tint, [this](CDXUTControl& target, quint32 argb) { target.set_style_color(slot(), argb); });
+        on_choose_color(id_tint,
+                        [this](CDXUTControl& target, quint32 argb) { target.set_style_color(look_name(), argb); });
     });
 }
 
@@ -176,10 +177,16 @@ std::vector<CDXUTControl*> CDlgElementCustomize::targets() const
     return all;
 }
 
-int CDlgElementCustomize::slot() const
+const tarn::StyleElement* CDlgElementCustomize::element() const
 {
-    const int element = m_elements->currentIndex();
-    return element < 0 ? -1 : tarn::style_slot(element, look());
+    const auto elements = tarn::style_elements(m_listed_type);
+    const int row = m_elements->currentIndex();
+    return row >= 0 && row < int(elements.size()) ? &elements[std::size_t(row)] : nullptr;
+}
+
+QString CDlgElementCustomize::look_name() const
+{
+    return element() ? tarn::look_name(*element(), look()) : QString();
 }
 
 VisualState CDlgElementCustomize::look() const
@@ -219,30 +226,27 @@ void CDlgElementCustomize::fill_elements(int control_type)
     m_listed_type = control_type;
     m_elements->clear();
     for (const tarn::StyleElement& element : tarn::style_elements(control_type))
-        m_elements->addItem(element.name());
+        m_elements->addItem(element.caption());
 }
 
 void CDlgElementCustomize::show_picture(const CDXUTControl& shown)
 {
     auto* preview = control_as<QLabel>(id_preview);
-    const auto elements = tarn::style_elements(shown.GetType());
-    if (slot() < 0 || slot() >= int(elements.size()) * tarn::style_state_count) {
+    if (!element()) {
         preview->setPixmap({});
         show_picture_name({});
         return;
     }
-    const QString name = shown.style_image(slot());
+    const auto [name, color] = tarn::element_look(state_of(shown), element()->element, look());
     tarn::ElementCache cache(tarn::Skin::default_skin());
-    const tarn::ElementChoice choice{name.isEmpty() ? QImage() : tarn::texture(*core(), name),
-                                     shown.style_color(slot())};
-    const tarn::Element element = elements[std::size_t(m_elements->currentIndex())].element;
-    preview->setPixmap(
-        QPixmap::fromImage(cache.image(element, look(), preview_size, preview->devicePixelRatioF(), choice)));
+    const tarn::ElementChoice choice{name.isEmpty() ? QImage() : tarn::texture(*core(), name), color};
+    preview->setPixmap(QPixmap::fromImage(
+        cache.image(element()->element, look(), preview_size, preview->devicePixelRatioF(), choice)));
     const QString text = name.isEmpty() ? lang(u"风格图片", u"The style's picture")
         : choice.picture.isNull()       ? lang(u"%1（缺失）", u"%1 (missing)").arg(name)
                                         : name;
     show_picture_name(text);
-    control_as<CColorSwatch>(id_tint)->set_color(shown.style_color(slot()));
+    control_as<CColorSwatch>(id_tint)->set_color(color);
 }
 
 void CDlgElementCustomize::show_picture_name(const QString& name)
@@ -263,7 +267,9 @@ bool CDlgElementCustomize::eventFilter(QObject* watched, QEvent* event)
 
 void CDlgElementCustomize::show_text(const CDXUTControl& shown)
 {
-    control_as<CColorSwatch>(id_text_color)->set_color(shown_text_color(shown, look()));
+    control_as<CColorSwatch>(id_text_color)
+        ->set_color(
+            tarn::text_color_in(shown, look(), quint32(number_of(shown, key<&StaticState::text_color>))));
     show_family(shown.font_family());
     const qint64 size = number_of(shown, key<&StaticState::font_size>);
     control_as<CSuperEdit>(id_size)->set_pos(size ? double(size) : tarn::default_font_size);
@@ -299,7 +305,7 @@ void CDlgElementCustomize::enable_parts(const CDXUTControl* shown)
     enable({id_bold}, text && shown->fields().find(key<&StaticState::bold>));
     const auto all = targets();
     enable({id_reset_state}, std::any_of(all.begin(), all.end(), [this](const CDXUTControl* target) {
-               return !target->style_image(slot()).isEmpty() || target->style_color(slot())
+               return !target->style_image(look_name()).isEmpty() || target->style_color(look_name())
                    || target->style_text_color(look());
            }));
     enable({id_reset_all},
@@ -309,10 +315,10 @@ void CDlgElementCustomize::enable_parts(const CDXUTControl* shown)
 void CDlgElementCustomize::on_choose_picture()
 {
     const CDXUTControl* shown = current();
-    if (!shown || slot() < 0)
+    if (!shown || !element())
         return;
     const QStringList names = core()->texture_names();
-    const QString present = shown->style_image(slot());
+    const QString present = shown->style_image(look_name());
     std::vector<tarn::boxes::MenuItem> items{
         {.id = command_none, .text = lang(u"风格图片", u"The style's picture"), .checked = present.isEmpty()},
         {.id = command_file, .text = lang(u"从文件...", u"From file...")},
@@ -325,10 +331,10 @@ void CDlgElementCustomize::on_choose_picture()
     if (command == command_file)
         take_picture_from_file();
     else if (command == command_none)
-        apply([this](CDXUTControl& target) { target.set_style_image(slot(), {}); });
+        apply([this](CDXUTControl& target) { target.set_style_image(look_name(), {}); });
     else if (command >= command_first_picture)
         apply([&](CDXUTControl& target) {
-            target.set_style_image(slot(), names.value(command - command_first_picture));
+            target.set_style_image(look_name(), names.value(command - command_first_picture));
         });
 }
 
@@ -342,7 +348,7 @@ void CDlgElementCustomize::take_picture_from_file()
         tarn::boxes::error(this, name.status().message());
         return;
     }
-    apply([&](CDXUTControl& target) { target.set_style_image(slot(), name.value()); });
+    apply([&](CDXUTControl& target) { target.set_style_image(look_name(), name.value()); });
 }
 
 void CDlgElementCustomize::on_choose_color(int swatch_id, const std::function<void(CDXUTControl&, quint32)>& put)
@@ -359,8 +365,8 @@ void CDlgElementCustomize::on_choose_color(int swatch_id, const std::function<vo
 void CDlgElementCustomize::on_reset_state()
 {
     apply([this](CDXUTControl& target) {
-        target.set_style_image(slot(), {});
-        target.set_style_color(slot(), 0);
+        target.set_style_image(look_name(), {});
+        target.set_style_color(look_name(), 0);
         target.set_style_text_color(look(), 0);
     });
 }

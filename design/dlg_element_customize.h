@@ -9,6 +9,10 @@
 class CDXUTControl;
 class QComboBox;
 
+namespace tarn {
+struct StyleElement;
+}
+
 /// The pictures, colours and font that the selected controls have instead of the style's: per element of their type and
 /// per state. Shows the current control; writes to every selected one of its type.
 class CDlgElementCustomize : public CGuiChildDlg {
@@ -29,7 +33,8 @@ private:
 
     CDXUTControl* current() const; ///< null when there is nothing to edit
     std::vector<CDXUTControl*> targets() const;
-    int slot() const; ///< -1 when no element is chosen
+    const tarn::StyleElement* element() const; ///< null when none is chosen
+    QString look_name() const;                 ///< of the element and state that are chosen; empty without an element
     tarn::VisualState look() const;
     void apply(const std::function<void(CDXUTControl&)>& change);
 

@@ -127,7 +127,7 @@ void Document::attach(ModelObject& object, ModelObject& parent, qsizetype place)
     children.insert(std::min(place, children.size()), ObjectRef{object.id()});
     parent.written_children();
     object.edit_base().parent = {parent.id()};
-    object.written();
+    object.written(key<&ObjectState::parent>);
 }
 
 void Document::detach(std::span<ModelObject* const> objects)
@@ -150,7 +150,7 @@ void Document::detach(std::span<ModelObject* const> objects)
         object->edit_base().parent = {};
     parent.written_children();
     for (ModelObject* object : objects)
-        object->written();
+        object->written(key<&ObjectState::parent>);
 }
 
 void Document::reorder(ModelObject& parent, const ObjectKind& kind, const IdList& order)

@@ -69,7 +69,7 @@ Status read_member(ObjectState& state, std::string_view key, JsonCursor& value)
     return status;
 }
 
-Status read_state(ObjectState& state, JsonCursor& cursor)
+static Status read_members(ObjectState& state, JsonCursor& cursor)
 {
     const FieldTable& table = state.fields();
     std::bitset<256> seen;
@@ -94,6 +94,14 @@ Status read_state(ObjectState& state, JsonCursor& cursor)
             QStringLiteral("%1 (\"%2\")")
                 .arg(status.message(), QString::fromLatin1(table.at(static_cast<std::size_t>(index))->name())));
     });
+}
+
+Status read_state(ObjectState& state, JsonCursor& cursor)
+{
+    auto status = read_members(state, cursor);
+    if (status)
+        state.settle(WrittenFields::whole());
+    return status;
 }
 
 } // namespace tarn

@@ -32,10 +32,6 @@ inline FieldRules children()
 {
     return {.read_only = true, .derived = true};
 }
-inline FieldRules slots(int count)
-{
-    return {.slots = count};
-}
 
 /// One attribute of a state class. Everything generic (saving, loading, undo, automation, comparing) goes
 /// through this interface; Field<> below supplies it from one line of a table.

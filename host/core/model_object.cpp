@@ -42,10 +42,14 @@ ObjectState& ModelObject::edit_base()
     return *m_state;
 }
 
-void ModelObject::written()
+void ModelObject::written(const WrittenFields& fields)
 {
+    StatePtr& state = m_document.writes_shown() ? m_shown->state : m_state;
+    state.detach();
+    state->settle(fields);
     keep_shown();
     follow_parent();
+    after_write(fields);
     state_changed();
 }
 
@@ -112,41 +116,42 @@ Status ModelObject::set_property(const FieldBase& field, const Value& value)
     if (field.rules().read_only)
         return Status::error(
             lang(u"属性 %1 不能修改", u"the property %1 cannot be changed").arg(QString::fromLatin1(field.name())));
-    StatePtr wanted(shown_state().clone());
+    StatePtr wanted(target()->clone());
     if (auto status = field.set(*wanted, value); !status)
         return status;
-    if (field.same(shown_state(), *wanted))
-        return {};
-    if (m_document.writes_shown())
-        field.copy(*wanted, edit_base());
-    else
-        take_field(field, std::move(wanted));
-    written();
+    store(field, std::move(wanted));
     return {};
 }
 
-/// Takes over `wanted`, which differs from what is shown in that field.
-void ModelObject::take_field(const FieldBase& field, StatePtr wanted)
+/// Takes over `wanted`, which differs in `field` from what is written, unless the rules undo that; answers whether it did.
+bool ModelObject::store(const FieldBase& field, StatePtr wanted)
 {
-    m_document.changes().touch(*this, m_shown ? m_shown->state : m_state);
-    // What is typed on replaces what was typed before: it begins where the first letter began, so that a value which
-    // was there only in between leaves nothing behind.
-    StatePtr start = note_state();
-    if (!start && m_shown)
-        start = m_state;
-    if (start) {
-        m_state = std::move(start);
-        m_state.detach();
-        field.copy(*wanted, *m_state);
+    wanted->settle(field.key());
+    if (field.same(*target(), *wanted))
+        return false;
+    if (m_document.writes_shown()) {
+        (void)edit_base();
+        m_shown->state = std::move(wanted);
     } else {
-        m_state = std::move(wanted);
+        m_document.changes().touch(*this, m_shown ? m_shown->state : m_state);
+        // What is typed on replaces what was typed before: it begins where the first letter began, so that a value which
+        // was there only in between leaves nothing behind.
+        if (StatePtr start = note_state()) {
+            m_state = std::move(start);
+            m_state.detach();
+            field.copy(*wanted, *m_state);
+        } else {
+            m_state = std::move(wanted);
+        }
     }
+    written(field.key());
+    return true;
 }
 
 void ModelObject::replace_state(StatePtr state)
 {
     replace_state_quietly(std::move(state));
-    refresh();
+    written(WrittenFields::whole());
 }
 
 /// The caller refreshes the object, when others are what they will be.

@@ -50,6 +50,9 @@ public:
     Value authored_property(const FieldBase& field) const { return value_in(*m_state, field); }
     virtual Status set_property(const FieldBase& field, const Value& value);
 
+    /// Called after every write, when the state's own rules are in force, for rules between objects. Undo and redo are no
+    /// writes.
+    virtual void after_write(const WrittenFields&) {}
     /// Called after every change of what is shown, whoever made it, undo included: caches that hang on it go.
     virtual void state_changed() {}
     /// Called when the list of the object's children may be another.
@@ -73,7 +76,7 @@ public:
     void write(Change&& change)
     {
         change(edit<State>());
-        written();
+        written(WrittenFields::whole());
     }
 
 protected:
@@ -92,19 +95,23 @@ protected:
         return static_cast<State&>(edit_base());
     }
     ObjectState& edit_base();
-    void written();
+    /// Puts the rules in force and tells of the change.
+    void written(const WrittenFields& fields);
     /// The same after a write to the list of children alone.
     void written_children();
 
-    /// Stores `value` into `member` unless it is there already; answers whether it changed anything.
-    template <class State, class Owner, class T, class V>
-    bool change(T Owner::*member, const V& value)
+    /// Stores `value`, held to the rules, as the attribute `member`; answers whether it changed anything.
+    template <auto member>
+    bool change(detail::MemberType<member> value)
     {
-        if (state<State>().*member == value)
+        using State = typename detail::MemberOf<decltype(member)>::Class;
+        const FieldBase& field = *fields().find(key<member>);
+        FieldType<detail::MemberType<member>>::hold(field.rules(), value);
+        if (static_cast<const State&>(*target()).*member == value)
             return false;
-        edit<State>().*member = value;
-        written();
-        return true;
+        StatePtr wanted(target()->clone());
+        static_cast<State&>(*wanted).*member = std::move(value);
+        return store(field, std::move(wanted));
     }
 
 private:
@@ -121,8 +128,10 @@ private:
         bool parent = false;     ///< the parent too
     };
 
+    /// The state that is written now: the one that is shown, or the authored one.
+    const StatePtr& target() const { return m_shown && m_document.writes_shown() ? m_shown->state : m_state; }
     StatePtr note_state();
-    void take_field(const FieldBase& field, StatePtr wanted);
+    bool store(const FieldBase& field, StatePtr wanted);
     void swap_state(StatePtr& other) { m_state.swap(other); }
     void keep_shown();
     void replace_state_quietly(StatePtr state);

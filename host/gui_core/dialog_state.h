@@ -57,6 +57,7 @@ struct CoreState : StateOf<CoreState> {
     IdList dialogs;                   ///< from the bottom layer to the top, without the root dialog
 
     static const FieldTable& field_table();
+    void settle(const WrittenFields& written) override;
 };
 
 } // namespace tarn

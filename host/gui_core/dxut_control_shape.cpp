@@ -48,7 +48,7 @@ bool CDXUTControl::set_rotation(float degrees)
     if (held == rotation())
         return false;
     edit<ControlState>().extras.edit([&](ControlExtras& extras) { extras.rotation = held; });
-    written();
+    written(key<&ControlExtras::rotation>);
     return true;
 }
 
@@ -81,7 +81,7 @@ bool CDXUTControl::set_center(QPointF from_corner)
         extras.center_x = held_to(key<CenterXAccess{}>, from_corner.x() * sx);
         extras.center_y = held_to(key<CenterYAccess{}>, from_corner.y() * sy);
     });
-    written();
+    written({key<CenterXAccess{}>, key<CenterYAccess{}>});
     return true;
 }
 
@@ -93,7 +93,7 @@ bool CDXUTControl::reset_center()
         extras.has_center = false;
         extras.center_x = extras.center_y = 0;
     });
-    written();
+    written({key<CenterXAccess{}>, key<CenterYAccess{}>});
     return true;
 }
 

@@ -17,11 +17,6 @@ constexpr int least_laid_out = 256; ///< UTF-16 units; many letters that take no
 
 CDXUTEditBox::CDXUTEditBox(tarn::Journal& journal, CGuiCore& core) : CDXUTStatic(journal, core, new EditBoxState) {}
 
-bool CDXUTEditBox::SetSpacing(int pixels)
-{
-    return change<EditBoxState>(&EditBoxState::spacing, std::clamp(pixels, 0, 100));
-}
-
 void CDXUTEditBox::reset_run_state()
 {
     m_editor = {};

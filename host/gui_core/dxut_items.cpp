@@ -1,31 +1,16 @@
 #include "dxut_items.h"
 
-#include "core/field.h"
 
 #include <algorithm>
 #include <cmath>
 
 using tarn::ItemsState;
 
-int CDXUTItems::item_limit() const
-{
-    return fields().find("items")->rules().max_length;
-}
-
 void CDXUTItems::AddItem(const QString& text)
 {
-    edit<ItemsState>().items.append(tarn::cut_text(text, item_limit()));
-    written();
-}
-
-bool CDXUTItems::SetItemText(int index, const QString& text)
-{
-    const QString kept = tarn::cut_text(text, item_limit());
-    if (index < 0 || index >= GetSize() || items()[index] == kept)
-        return false;
-    edit<ItemsState>().items[index] = kept;
-    written();
-    return true;
+    constexpr tarn::FieldKey key = tarn::key<&ItemsState::items>;
+    edit<ItemsState>().items.append(tarn::cut_text(text, fields().find(key)->rules().max_length));
+    written(key);
 }
 
 bool CDXUTItems::RemoveItem(int index)
@@ -34,15 +19,15 @@ bool CDXUTItems::RemoveItem(int index)
         return false;
     auto& s = edit<ItemsState>();
     s.items.removeAt(index);
-    if (s.selected > index || s.selected >= s.items.size())
+    if (s.selected > index)
         --s.selected;
-    written();
+    written({tarn::key<&ItemsState::items>, tarn::key<&ItemsState::selected>});
     return true;
 }
 
 bool CDXUTItems::SelectItem(int index)
 {
-    return index >= -1 && index < GetSize() && change<ItemsState>(&ItemsState::selected, index);
+    return index >= -1 && index < GetSize() && change<&ItemsState::selected>(index);
 }
 
 void CDXUTItems::reset_run_state()

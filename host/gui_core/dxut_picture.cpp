@@ -6,7 +6,4 @@ CDXUTPicture::CDXUTPicture(tarn::Journal& journal, CGuiCore& core) : CDXUTStatic
 {
 }
 
-bool CDXUTPicture::set_image(const QString& name)
-{
-    return change<tarn::PictureState>(&tarn::PictureState::image, name);
 }

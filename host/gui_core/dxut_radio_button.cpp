@@ -3,14 +3,13 @@
 #include "core/field.h"
 #include "dxut_dialog.h"
 
+#include <QSet>
+
+using tarn::key;
+
 CDXUTRadioButton::CDXUTRadioButton(tarn::Journal& journal, CGuiCore& core)
     : CDXUTCheckBox(journal, core, new tarn::RadioButtonState)
 {
-}
-
-bool CDXUTRadioButton::set_group(int group)
-{
-    return change<tarn::RadioButtonState>(&tarn::RadioButtonState::group, group);
 }
 
 std::vector<CDXUTRadioButton*> CDXUTRadioButton::checked_others() const
@@ -28,25 +27,20 @@ std::vector<CDXUTRadioButton*> CDXUTRadioButton::checked_others() const
     return others;
 }
 
-bool CDXUTRadioButton::SetChecked(bool checked)
+/// Whoever is checked clears the others. Who comes to a group that has a checked one is no longer checked: only what was
+/// written changes, and typing a group's number passes others.
+void CDXUTRadioButton::after_write(const tarn::WrittenFields& written)
 {
-    if (!CDXUTCheckBox::SetChecked(checked))
-        return false;
-    if (checked)
-        for (CDXUTRadioButton* other : checked_others())
-            other->CDXUTCheckBox::SetChecked(false);
-    return true;
-}
-
-tarn::Status CDXUTRadioButton::set_property(const tarn::FieldBase& field, const tarn::Value& value)
-{
-    if (field.key() != tarn::key<&tarn::CheckBoxState::checked>)
-        return CDXUTCheckBox::set_property(field, value);
-    const std::unique_ptr<tarn::ObjectState> wanted(shown_state().clone());
-    auto status = field.set(*wanted, value);
-    if (status)
-        SetChecked(static_cast<const tarn::RadioButtonState&>(*wanted).checked);
-    return status;
+    if (!GetChecked())
+        return;
+    const std::vector<CDXUTRadioButton*> others = checked_others();
+    const bool came = written.contains(key<&tarn::RadioButtonState::group>)
+        || written.contains(key<&tarn::ObjectState::parent>);
+    if (came && !others.empty())
+        SetChecked(false);
+    else
+        for (CDXUTRadioButton* other : others)
+            other->SetChecked(false);
 }
 
 void CDXUTRadioButton::clicked()
@@ -59,4 +53,19 @@ void CDXUTRadioButton::clicked()
     for (CDXUTRadioButton* other : others)
         other->raise(EVENT_RADIOBUTTON_UNCHECKED);
     raise(EVENT_RADIOBUTTON_CHECKED);
+}
+
+void tarn::keep_one_checked(std::vector<StatePtr>& controls)
+{
+    QSet<std::pair<quint32, int>> taken;
+    for (StatePtr& control : controls) {
+        const auto* s = dynamic_cast<const RadioButtonState*>(control.constData());
+        if (!s || !s->checked)
+            continue;
+        const std::pair group(s->parent.id, s->group);
+        if (taken.contains(group))
+            SceneSnapshot::edit<RadioButtonState>(control).checked = false;
+        else
+            taken.insert(group);
+    }
 }

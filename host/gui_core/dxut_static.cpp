@@ -11,5 +11,5 @@ CDXUTStatic::CDXUTStatic(tarn::Journal& journal, CGuiCore& core, StaticState* st
 
 bool CDXUTStatic::SetText(const QString& text)
 {
-    return change<StaticState>(&StaticState::text, text);
+    return change<&StaticState::text>(text);
 }

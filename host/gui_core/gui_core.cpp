@@ -280,7 +280,7 @@ bool CGuiCore::move_guide(Qt::Orientation lines, std::optional<quint32> from, st
         return false;
     auto& s = edit<CoreState>();
     (lines == Qt::Vertical ? s.vertical_guides : s.horizontal_guides) = wanted;
-    written();
+    written({tarn::key<&CoreState::vertical_guides>, tarn::key<&CoreState::horizontal_guides>});
     return true;
 }
 

@@ -30,7 +30,7 @@ struct LineTexts : DrawCache {
 
 quint32 text_color_in(const CDXUTControl& control, VisualState look, quint32 authored)
 {
-    const quint32 chosen = look == VisualState::Hidden ? 0 : control.style_text_color(look);
+    const quint32 chosen = chosen_text_color(drawn_state<ControlState>(control), look);
     return chosen ? chosen : Skin::text_color(look, authored);
 }
 

@@ -2,6 +2,7 @@
 
 #include "core/json_reader.h"
 #include "core/language.h"
+#include "gui_core/dxut_radio_button.h"
 #include "gui_core/texture_name.h"
 #include "package_writer.h"
 #include "picture_names.h"
@@ -128,6 +129,7 @@ Result<SceneContent> read_content(QByteArray manifest, QMap<QString, QByteArray>
         auto& s = static_cast<DialogState&>(*root);
         s.caption_shown = s.frame_shown = false;
     }
+    keep_one_checked(content.objects.objects[core.control_kind().place]);
     add_loose_pictures(content.objects, files);
     content.objects.files = std::move(files);
     return content;

@@ -117,10 +117,10 @@ TEST_F(ElementCustomize, colours_go_to_every_selected_control_of_the_type_as_one
 {
     choose(id_state, int(VisualState::Hover));
     pick_color(id_tint, 0x80ff0000);
-    const int slot = style_slot(0, VisualState::Hover);
-    EXPECT_EQ(m_first->style_color(slot), 0x80ff0000u);
-    EXPECT_EQ(m_second->style_color(slot), 0x80ff0000u);
-    EXPECT_EQ(m_slider->style_color(slot), 0u) << "another type";
+    const QString look = u"Body.hover"_s;
+    EXPECT_EQ(m_first->style_color(look), 0x80ff0000u);
+    EXPECT_EQ(m_second->style_color(look), 0x80ff0000u);
+    EXPECT_EQ(m_slider->style_color(look), 0u) << "another type";
     EXPECT_EQ(m_codes, std::vector<int>{ui_control_properties});
     EXPECT_EQ(at<CColorSwatch>(id_tint).argb(), 0x80ff0000u);
     pick_color(id_text_color, 0xff00ff00);
@@ -137,21 +137,21 @@ TEST_F(ElementCustomize, a_picture_comes_from_the_scene_or_a_file_and_is_taken_i
     const QTemporaryDir folder;
     const QString red = folder.filePath(u"body.png"_s);
     put(red, png(Qt::red));
-    const int slot = style_slot(0, VisualState::Normal);
+    const QString look = u"Body.normal"_s;
     core().set_texture(u"body.png"_s, png(Qt::blue));
     m_answers.commands = {2, 2, 10, 1, 2};
     m_answers.files = {red, red, QString()};
     click(id_choose_picture);
-    EXPECT_EQ(m_first->style_image(slot), u"body-2.png"_s) << "the name was taken by another picture";
-    EXPECT_EQ(m_second->style_image(slot), u"body-2.png"_s);
+    EXPECT_EQ(m_first->style_image(look), u"body-2.png"_s) << "the name was taken by another picture";
+    EXPECT_EQ(m_second->style_image(look), u"body-2.png"_s);
     click(id_choose_picture);
     EXPECT_EQ(core().texture_names().size(), 2) << "the same content again";
     click(id_choose_picture);
-    EXPECT_EQ(m_first->style_image(slot), u"body-2.png"_s) << "the first of the list";
+    EXPECT_EQ(m_first->style_image(look), u"body-2.png"_s) << "the first of the list";
     click(id_choose_picture);
-    EXPECT_EQ(m_first->style_image(slot), QString());
+    EXPECT_EQ(m_first->style_image(look), QString());
     click(id_choose_picture);
-    EXPECT_EQ(m_first->style_image(slot), QString()) << "cancelled";
+    EXPECT_EQ(m_first->style_image(look), QString()) << "cancelled";
     ASSERT_TRUE(journal().undo());
     ASSERT_TRUE(journal().undo());
 }
@@ -196,7 +196,7 @@ TEST_F(ElementCustomize, the_font_is_written_and_shown)
 TEST_F(ElementCustomize, resetting_is_offered_where_there_is_something_to_reset)
 {
     EXPECT_FALSE(enabled(id_reset_state) || enabled(id_reset_all));
-    m_second->set_style_color(style_slot(0, VisualState::Pressed), 5);
+    m_second->set_style_color(u"Body.pressed"_s, 5);
     m_second->set_font_italic(true);
     m_world.broadcast(ui_control_properties);
     EXPECT_FALSE(enabled(id_reset_state)) << "another state is shown";
@@ -240,7 +240,7 @@ TEST_F(ElementCustomize, only_what_applies_to_the_type_can_be_used)
     EXPECT_EQ(at<QComboBox>(id_element).count(), 2);
     choose(id_element, 1);
     pick_color(id_tint, 0xff0000ff);
-    EXPECT_EQ(m_slider->style_color(style_slot(1, VisualState::Normal)), 0xff0000ffu);
+    EXPECT_EQ(m_slider->style_color(u"Thumb.normal"_s), 0xff0000ffu);
     select({core().create_control(DXUT_CONTROL_COMBOBOX, m_first->dialog(), {0, 0, 80, 24})});
     EXPECT_EQ(states(), QList<bool>({true, true, true, true, true, false, true}));
     select({core().create_control(DXUT_CONTROL_STATIC, m_first->dialog(), {0, 0, 80, 24})});
