@@ -43,7 +43,7 @@ public:
 
     CGuiCore& gui_core() { return m_core; }
     const CGuiCore& gui_core() const { return m_core; }
-    /// The scene's functions and what ties them to events of controls. They are saved, but not undone.
+    /// The scene's functions and their bindings to events of controls. They are saved, but not undone.
     CConfigScene& functions() { return m_functions; }
     CEventManager& events() { return m_events; }
     tarn::SceneParts parts() const { return {m_core, m_functions, m_events}; }
