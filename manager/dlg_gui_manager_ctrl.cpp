@@ -37,22 +37,6 @@ enum Id : int {
     id_clean_scripts = 6592,
 };
 
-struct TypeButton {
-    int id;
-    int type;
-};
-
-constexpr std::array type_buttons{
-    TypeButton{6328, DXUT_CONTROL_BUTTON},      TypeButton{6330, DXUT_CONTROL_CHECKBOX},
-    TypeButton{6332, DXUT_CONTROL_RADIOBUTTON}, TypeButton{6334, DXUT_CONTROL_EDITBOX},
-    TypeButton{6336, DXUT_CONTROL_COMBOBOX},    TypeButton{6342, DXUT_CONTROL_SLIDER},
-    TypeButton{6344, DXUT_CONTROL_STATIC},      TypeButton{6346, DXUT_CONTROL_SCROLLBAR},
-    TypeButton{6348, DXUT_CONTROL_LISTBOX},     TypeButton{6354, DXUT_CONTROL_INFOBOX},
-    TypeButton{6361, DXUT_CONTROL_PICTURE},     TypeButton{6367, DXUT_CONTROL_BUTTONST},
-    TypeButton{6117, DXUT_CONTROL_FLASH},       TypeButton{6118, DXUT_CONTROL_PROGRESS},
-    TypeButton{6608, DXUT_CONTROL_PIP},         TypeButton{6610, DXUT_CONTROL_MAP},
-};
-
 struct RowButton {
     int id;
     int icon;
@@ -100,11 +84,12 @@ void CDlgGuiManagerCtrl::OnInitDialog()
 
 void CDlgGuiManagerCtrl::set_up_type_buttons()
 {
-    for (const TypeButton& row : type_buttons) {
-        button(row.id)->SetIcon(tarn::control_class(row.type)->icon);
-        button(row.id)->SetTooltipText(
+    for (const tarn::ControlClass& row : tarn::control_classes()) {
+        CButtonST& create = *button(row.create_button);
+        create.SetIcon(row.icon);
+        create.SetTooltipText(
             lang(u"点击后在视图中绘制：%1", u"Click, then draw in the view: %1").arg(GetControlTypeName(row.type)));
-        on_click(row.id, [this, row] { on_type_clicked(row.id, row.type); });
+        on_click(row.create_button, [this, &row] { on_type_clicked(row.create_button, row.type); });
     }
 }
 
@@ -243,8 +228,8 @@ void CDlgGuiManagerCtrl::update_buttons()
     const bool has_row = m_list->selectionModel()->hasSelection();
     for (const RowButton& row : row_buttons)
         button(row.id)->setEnabled(editing && has_row);
-    for (const TypeButton& row : type_buttons)
-        button(row.id)->setEnabled(editing);
+    for (const tarn::ControlClass& row : tarn::control_classes())
+        button(row.create_button)->setEnabled(editing);
     button(id_clean_scripts)->setEnabled(editing);
 }
 
@@ -257,14 +242,14 @@ void CDlgGuiManagerCtrl::showEvent(QShowEvent* event)
 
 void CDlgGuiManagerCtrl::show_armed_type()
 {
-    for (const TypeButton& row : type_buttons)
-        button(row.id)->SetCheck(scene()->mouse_function_type() == row.type);
+    for (const tarn::ControlClass& row : tarn::control_classes())
+        button(row.create_button)->SetCheck(scene()->mouse_function_type() == row.type);
 }
 
 void CDlgGuiManagerCtrl::release_type_buttons()
 {
-    for (const TypeButton& row : type_buttons)
-        button(row.id)->SetCheck(false);
+    for (const tarn::ControlClass& row : tarn::control_classes())
+        button(row.create_button)->SetCheck(false);
 }
 
 void CDlgGuiManagerCtrl::on_type_clicked(int button_id, int type)

@@ -34,8 +34,8 @@ public:
     {
         if (m_dialog)
             return m_dialog->get_func_str(m_event);
-        const CGuiEvent* tie = m_events.GetFunc(m_object.id(), m_event);
-        return tie ? tie->function : CEventManager::new_function_name(m_object.id(), m_event);
+        const CGuiEvent* bound = m_events.GetFunc(m_object.id(), m_event);
+        return bound ? bound->function : CEventManager::new_function_name(m_object.id(), m_event);
     }
 
     bool exists() const

@@ -9,19 +9,17 @@
 #include "dlg_prop_static.h"
 #include "engine/base_world.h"
 #include "frame/dlg_group.h"
+#include "gui_core/control_class.h"
 #include "gui_core/dxut_control.h"
 #include "gui_scene/gui_plug_scene.h"
 
-#include <algorithm>
 #include <array>
 
 namespace {
 
 struct TypePage {
     int type;
-    int template_id;
-    const char* page_name;
-    CGuiChildDlg* (*make)() = nullptr; ///< null: the page only says what type it is for
+    CGuiChildDlg* (*make)();
 };
 
 template <class Page>
@@ -30,24 +28,21 @@ CGuiChildDlg* make()
     return new Page;
 }
 
+/// The pages that do more than tell what type they are for.
 constexpr std::array type_pages{
-    TypePage{DXUT_CONTROL_BUTTON, 6005, "CDlgPropButton", make<CDlgPropButton>},
-    TypePage{DXUT_CONTROL_STATIC, 6009, "CDlgPropStatic", make<CDlgPropStatic>},
-    TypePage{DXUT_CONTROL_CHECKBOX, 6006, "CDlgPropCheck", make<CDlgPropCheck>},
-    TypePage{DXUT_CONTROL_RADIOBUTTON, 6007, "CDlgPropRadio", make<CDlgPropRadio>},
-    TypePage{DXUT_CONTROL_COMBOBOX, 6391, "CDlgPropCombo"},
-    TypePage{DXUT_CONTROL_SLIDER, 6010, "CDlgPropSlider"},
-    TypePage{DXUT_CONTROL_EDITBOX, 6008, "CDlgPropEdit"},
-    TypePage{DXUT_CONTROL_LISTBOX, 6011, "CDlgPropListBox"},
-    TypePage{DXUT_CONTROL_SCROLLBAR, 6350, "CDlgPropScrollbar"},
-    TypePage{DXUT_CONTROL_BUTTONST, 6388, "CDlgPropButtonST", make<CDlgPropButtonST>},
-    TypePage{DXUT_CONTROL_PICTURE, 6374, "CDlgPropPicture"},
-    TypePage{DXUT_CONTROL_INFOBOX, 6369, "CPropDlgInfoBox", make<CPropDlgInfoBox>},
-    TypePage{DXUT_CONTROL_FLASH, 6560, "CDlgPropFlash"},
-    TypePage{DXUT_CONTROL_PROGRESS, 6573, "CDlgPropProgressBar", make<CDlgPropProgressBar>},
-    TypePage{DXUT_CONTROL_PIP, 6609, "CDlgPropPictureInPicture"},
-    TypePage{DXUT_CONTROL_MAP, 6611, "CDlgPropMap"},
+    TypePage{DXUT_CONTROL_BUTTON, make<CDlgPropButton>},        TypePage{DXUT_CONTROL_STATIC, make<CDlgPropStatic>},
+    TypePage{DXUT_CONTROL_CHECKBOX, make<CDlgPropCheck>},       TypePage{DXUT_CONTROL_RADIOBUTTON, make<CDlgPropRadio>},
+    TypePage{DXUT_CONTROL_BUTTONST, make<CDlgPropButtonST>},    TypePage{DXUT_CONTROL_INFOBOX, make<CPropDlgInfoBox>},
+    TypePage{DXUT_CONTROL_PROGRESS, make<CDlgPropProgressBar>},
 };
+
+CGuiChildDlg* made_page(const tarn::ControlClass& row)
+{
+    for (const TypePage& page : type_pages)
+        if (page.type == row.type)
+            return page.make();
+    return new CGuiChildDlg(QLatin1String(row.page_name));
+}
 
 } // namespace
 
@@ -57,10 +52,10 @@ void CChildControls::OnInitDialog()
 {
     CGuiChildDlg::OnInitDialog();
     m_pages = findChild<CDlgGroup*>();
-    for (const TypePage& row : type_pages) {
-        auto* page = row.make ? row.make() : new CGuiChildDlg(QLatin1String(row.page_name));
-        page->Create(row.template_id, m_pages);
-        m_pages->add_wnd(page, row.template_id);
+    for (const tarn::ControlClass& row : tarn::control_classes()) {
+        CGuiChildDlg* page = made_page(row);
+        page->Create(row.page, m_pages);
+        m_pages->add_wnd(page, row.page);
     }
 }
 
@@ -84,11 +79,6 @@ void CChildControls::update_ui(int code)
 
 void CChildControls::choose_page()
 {
-    const CDXUTControl* control = core() ? core()->selection().current_control : nullptr;
-    if (!control)
-        return;
-    const auto row = std::find_if(type_pages.begin(), type_pages.end(),
-                                  [type = control->GetType()](const TypePage& page) { return page.type == type; });
-    if (row != type_pages.end())
-        m_pages->show_wnd_by_id(row->template_id);
+    if (const CDXUTControl* control = core() ? core()->selection().current_control : nullptr)
+        m_pages->show_wnd_by_id(tarn::control_class(control->GetType())->page);
 }

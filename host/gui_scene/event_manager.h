@@ -13,7 +13,7 @@
 #include <memory>
 #include <vector>
 
-/// The tie between an event of a control and the scene function that runs when it happens.
+/// The binding of an event of a control to the scene function that runs when it happens.
 struct CGuiEvent {
     quint32 control = 0;                             ///< the control's id; kept when the control is gone
     quint32 type = 0;                                ///< GuiEventType
@@ -21,7 +21,7 @@ struct CGuiEvent {
     QList<std::pair<QString, QByteArray>> unknown{}; ///< members of the saved event that this version does not know
 };
 
-/// The ties of a scene. They are not recorded by the undo journal.
+/// The event bindings of a scene. They are not recorded by the undo journal.
 class CEventManager {
 public:
     static constexpr std::size_t max_events = 1'000'000;
@@ -35,7 +35,7 @@ public:
     bool IsFuncExist(quint32 control, quint32 type) const { return GetFunc(control, type) != nullptr; }
     /// Null when nothing is tied to the event.
     CGuiEvent* GetFunc(quint32 control, quint32 type) const;
-    /// Ties the function to the event, in place of what was tied to it. Null when there is no room for more events.
+    /// Binds the function to the event, in place of what was bound to it. Null when there is no room for more events.
     CGuiEvent* CreateEventW(quint32 control, quint32 type, const QString& function);
     void RemoveEvent(CGuiEvent* event);
     /// Removes the events for which `gone` answers true; answers how many.

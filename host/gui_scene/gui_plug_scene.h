@@ -45,7 +45,7 @@ public:
     CGuiCore& gui_core() { return *m_core; }
     const CGuiCore& gui_core() const { return *m_core; }
     tarn::Document& document() const { return m_core->document(); }
-    /// The scene's functions and what ties them to events of controls. They are saved, but not undone.
+    /// The scene's functions and their bindings to events of controls. They are saved, but not undone.
     CConfigScene& functions() { return m_functions; }
     CEventManager& events() { return m_events; }
     tarn::SceneParts parts() const { return {*m_core, m_functions, m_events}; }

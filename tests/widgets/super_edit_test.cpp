@@ -115,7 +115,7 @@ TEST_F(SuperEditTest, the_value_is_held_to_the_range_while_the_text_waits_for_th
     EXPECT_EQ(shown(), QStringLiteral("50"));
 }
 
-TEST_F(SuperEditTest, an_echo_through_a32_bit_float_does_not_disturb_typing_but_another_value_does)
+TEST_F(SuperEditTest, an_echo_through_a_32_bit_float_does_not_disturb_typing_but_another_value_does)
 {
     type(QStringLiteral("1.10"));
     edit.set_pos(double(1.1f));
