@@ -36,10 +36,12 @@ struct Kind {
 
 void register_texts()
 {
-    const Kind kinds[] = {
-        {"text_words", QStringLiteral("some words ")},        {"text_letters", QStringLiteral("letters")},
-        {"text_chinese", QStringLiteral("没有空格的文字")},   {"text_arabic", QStringLiteral("\u0627\u0644\u0639\u0631")},
-        {"text_marks", QStringLiteral("a\u0301\u0301\u0301")}, {"text_lines", QStringLiteral("line\n")}};
+    const Kind kinds[] = {{"text_words", QStringLiteral("some words ")},
+                          {"text_letters", QStringLiteral("letters")},
+                          {"text_chinese", QStringLiteral("没有空格的文字")},
+                          {"text_arabic", QStringLiteral("\u0627\u0644\u0639\u0631")},
+                          {"text_marks", QStringLiteral("a\u0301\u0301\u0301")},
+                          {"text_lines", QStringLiteral("line\n")}};
     for (const Kind& kind : kinds)
         for (const int size : {100'000, 1'000'000}) {
             const tarn::TextLook look{.vertical_align = 1, .word_wrap = true};

@@ -9,8 +9,6 @@ public:
     static const CGuid s_gen_zero;
 
     static CGuid create() { return CGuid(QUuid::createUuid()); }
-    /// Zero when the text is no identifier.
-    static CGuid from_string(const QString& text) { return CGuid(QUuid::fromString(text)); }
 
     void set_zero() { m_id = QUuid(); }
     bool is_zero() const { return m_id.isNull(); }

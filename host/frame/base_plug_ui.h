@@ -30,8 +30,6 @@ public:
     CBasePlugUi();
     ~CBasePlugUi() override;
 
-    /// Whether the plug-in wants a page in the host's settings dialog.
-    virtual bool has_settings_page() { return false; }
     /// Makes the windows of the modes; the control bars exist already.
     virtual void create_tab_windows(QWidget* top_parent, QWidget* side_parent) = 0;
     /// Makes and docks the control bars.

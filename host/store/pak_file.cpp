@@ -90,11 +90,6 @@ CPakFile::CPakFile(tarn::FileIo& io) : m_io(io) {}
 
 CPakFile::~CPakFile() = default;
 
-bool CPakFile::is_open() const
-{
-    return m_reader || m_writer;
-}
-
 Status CPakFile::create(const QString& path)
 {
     m_reader.reset();

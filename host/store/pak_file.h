@@ -34,7 +34,6 @@ public:
     QStringList names() const; ///< of a package being read, in the order of the archive
 
     const QString& path() const { return m_path; }
-    bool is_open() const;
 
 private:
     struct Reader;

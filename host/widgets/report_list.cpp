@@ -230,14 +230,6 @@ void CReportList::refresh_all_item_caption()
     viewport()->update();
 }
 
-void CReportList::refresh_item_caption(void* item)
-{
-    const std::vector<void*>& items = m_model->items();
-    const auto at = std::find(items.begin(), items.end(), item);
-    if (at != items.end())
-        update_row(int(at - items.begin()));
-}
-
 void CReportList::update_row(int row)
 {
     if (row >= 0 && row < row_count())

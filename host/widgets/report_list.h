@@ -58,8 +58,6 @@ public:
     int icon_index(int row) const;
     /// Shows all captions anew; the rows stay where they are.
     void refresh_all_item_caption();
-    /// Repaints the row bound to this object and nothing else.
-    void refresh_item_caption(void* item);
 
     /// Selects the row bound to this object, and only it, and scrolls to it when it was not selected before. Null,
     /// or an object that is not in the list, clears the selection.

@@ -13,8 +13,6 @@ public:
     /// pixels; 0 or less leaves that one to the contents. A docked bar takes the size on at once, a hidden one when it
     /// is shown.
     void set_stored_sizes(int horz, int vert);
-    /// Width and height as set.
-    QSize stored_sizes() const { return m_stored; }
     /// Shows the bar, in front of those that share its place, or hides it.
     void show_bar(bool show);
 

@@ -183,13 +183,6 @@ TEST_F(ReportListTest, CaptionsAreAskedOnlyOfRowsThatAreSeen)
     QApplication::processEvents();
     EXPECT_GT(list.captions_asked, 0);
     EXPECT_LT(list.captions_asked, 500);
-
-    list.captions_asked = 0;
-    list.refresh_item_caption(items[1]);
-    QApplication::processEvents();
-    EXPECT_GE(list.captions_asked, 1);
-    EXPECT_LE(list.captions_asked, 3);
-    list.refresh_item_caption(&list);
 }
 
 TEST_F(ReportListTest, SelectingAnUnknownObjectClears)
