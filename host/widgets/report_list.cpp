@@ -23,8 +23,7 @@ private:
     CReportList& m_list;
 };
 
-CReportList::CReportList(QWidget* parent)
-    : QTableView(parent), m_model(new tarn::ReportModel(this)), m_text_order(std::make_unique<tarn::TextOrder>())
+CReportList::CReportList(QWidget* parent) : QTableView(parent), m_model(new tarn::ReportModel(this))
 {
     const CodeScope scope(*this);
     setModel(m_model);
@@ -355,7 +354,7 @@ std::vector<int> CReportList::sorted_order(const std::vector<void*>& items, int 
     for (void* item : items)
         captions.push_back(get_item_caption(item, column));
     return is_number_column(column) ? tarn::number_order(captions, ascending)
-                                    : m_text_order->sorted(captions, ascending);
+                                    : tarn::TextOrder::shared().sorted(captions, ascending);
 }
 
 std::vector<void*> CReportList::sorted_as_before(const std::vector<void*>& items) const

@@ -4,12 +4,10 @@
 #include <QList>
 #include <QTableView>
 
-#include <memory>
 #include <vector>
 
 namespace tarn {
 class ReportModel;
-class TextOrder;
 } // namespace tarn
 
 /// A list of several columns whose rows are each bound to one object, named by an opaque pointer that the list never
@@ -150,7 +148,6 @@ private:
     bool open_current_row();
 
     tarn::ReportModel* m_model;
-    std::unique_ptr<tarn::TextOrder> m_text_order;
     std::vector<void*> m_filled; ///< the rows as they were given
     QList<int> m_icon_numbers;
     QList<QIcon> m_icons;

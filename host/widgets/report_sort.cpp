@@ -5,10 +5,13 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <memory>
 
 namespace tarn {
 
 namespace {
+
+constexpr std::size_t remembered = 200'000; ///< texts, some 30 MB
 
 /// A program in the "C" locale sorts as English does instead of by code point, which would put every capital before
 /// every small letter.
@@ -20,47 +23,73 @@ QLocale reading_locale()
 
 } // namespace
 
-TextOrder::TextOrder() : m_collator(reading_locale())
+TextOrder::TextOrder(const QLocale& locale) : m_collator(locale)
 {
     m_collator.setNumericMode(true);
 }
 
+TextOrder& TextOrder::shared()
+{
+    // Lists live in one thread; the language is chosen before the first of them is there.
+    static std::unique_ptr<TextOrder> order;
+    const QLocale locale = reading_locale();
+    if (!order || order->m_collator.locale() != locale)
+        order = std::make_unique<TextOrder>(locale);
+    return *order;
+}
+
 // A collation key costs as much as ten look-ups by text, and comparing keys from all over the memory costs even more.
 // Both are paid once for a text: afterwards it has a rank among all texts seen, and ranks are sorted by counting.
-void TextOrder::learn(const std::vector<QString>& texts)
+std::vector<int> TextOrder::ids_of(const std::vector<QString>& texts)
 {
-    if (m_known.size() > 2 * texts.size() + 1000) { // most of them are of rows that are gone
-        m_known.clear();
-        m_ranks.clear();
+    if (m_keys.size() > 2 * texts.size() + remembered) { // most of them are of rows that are gone
+        m_ids.clear();
+        m_keys.clear();
+        m_reading_order.clear();
     }
-    const auto count = std::ptrdiff_t(m_known.size());
+    std::vector<int> ids;
+    ids.reserve(texts.size());
     for (const QString& text : texts) {
-        if (m_ranks.contains(text))
-            continue;
-        m_ranks.insert(text, 0);
-        m_known.push_back({text, m_collator.sortKey(text)});
+        auto known = m_ids.constFind(text);
+        if (known == m_ids.cend()) {
+            known = m_ids.insert(text, int(m_keys.size()));
+            m_keys.push_back(m_collator.sortKey(text));
+        }
+        ids.push_back(*known);
     }
-    if (count == std::ptrdiff_t(m_known.size()))
+    return ids;
+}
+
+/// New texts are sorted among themselves and merged with those whose order is known.
+void TextOrder::rank_new_texts()
+{
+    const auto known = std::ptrdiff_t(m_reading_order.size());
+    if (m_reading_order.size() == m_keys.size())
         return;
-    const auto before = [](const Known& a, const Known& b) { return a.key.compare(b.key) < 0; };
-    std::sort(m_known.begin() + count, m_known.end(), before);
-    std::inplace_merge(m_known.begin(), m_known.begin() + count, m_known.end(), before);
+    for (std::size_t id = m_reading_order.size(); id < m_keys.size(); ++id)
+        m_reading_order.push_back(int(id));
+    const auto compare = [this](int a, int b) { return m_keys[std::size_t(a)].compare(m_keys[std::size_t(b)]); };
+    const auto before = [&](int a, int b) { return compare(a, b) < 0; };
+    std::sort(m_reading_order.begin() + known, m_reading_order.end(), before);
+    std::inplace_merge(m_reading_order.begin(), m_reading_order.begin() + known, m_reading_order.end(), before);
+    m_ranks.resize(m_keys.size());
     int rank = 0;
-    for (std::size_t i = 0; i < m_known.size(); ++i) {
-        if (i > 0 && m_known[i - 1].key.compare(m_known[i].key) != 0)
+    for (std::size_t i = 0; i < m_reading_order.size(); ++i) {
+        if (i > 0 && compare(m_reading_order[i - 1], m_reading_order[i]) != 0)
             ++rank;
-        m_ranks[m_known[i].text] = rank;
+        m_ranks[std::size_t(m_reading_order[i])] = rank;
     }
 }
 
 std::vector<int> TextOrder::sorted(const std::vector<QString>& texts, bool ascending)
 {
-    learn(texts);
-    std::vector<int> ranks;
-    ranks.reserve(texts.size());
-    const int last = int(m_known.size());
-    for (const QString& text : texts)
-        ranks.push_back(ascending ? m_ranks.value(text) : last - m_ranks.value(text));
+    std::vector<int> ranks = ids_of(texts);
+    rank_new_texts();
+    const int last = int(m_keys.size());
+    for (int& id : ranks) {
+        const int rank = m_ranks[std::size_t(id)];
+        id = ascending ? rank : last - rank;
+    }
     // places[r] is where the next row of rank r goes.
     std::vector<int> places(std::size_t(last) + 2, 0);
     for (const int rank : ranks)
