@@ -1,6 +1,7 @@
 #include "field.h"
 
 #include "language.h"
+#include "utf8.h"
 
 #include <QTextBoundaryFinder>
 
@@ -253,7 +254,7 @@ Status read_state(ObjectState& state, JsonCursor& cursor)
         if (index < 0) {
             QByteArray json;
             auto status = value.read_raw(json);
-            state.unknown.append({QString::fromUtf8(key.data(), static_cast<qsizetype>(key.size())), json});
+            state.unknown.append({from_utf8(key), json});
             return status;
         }
         hint = index + 1;

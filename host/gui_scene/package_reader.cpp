@@ -2,6 +2,7 @@
 
 #include "core/json_reader.h"
 #include "core/language.h"
+#include "core/utf8.h"
 #include "gui_core/control_class.h"
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
@@ -109,7 +110,7 @@ Status SceneReader::read_control(JsonCursor& value)
 Status SceneReader::read_styles(JsonCursor& value)
 {
     return value.each_member([this](std::string_view key, JsonCursor& style) {
-        const QString name = QString::fromUtf8(key.data(), qsizetype(key.size()));
+        const QString name = from_utf8(key);
         if (m_state->styles.contains(name))
             return style.fail(twice(name));
         QByteArray json;
@@ -139,7 +140,7 @@ Status SceneReader::read_member(std::string_view key, JsonCursor& value)
         return field->read(*m_state, value);
     QByteArray json;
     auto status = value.read_raw(json);
-    m_state->unknown.append({QString::fromUtf8(key.data(), qsizetype(key.size())), json});
+    m_state->unknown.append({from_utf8(key), json});
     return status;
 }
 
