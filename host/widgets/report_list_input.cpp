@@ -30,6 +30,7 @@ void CReportList::mousePressEvent(QMouseEvent* event)
 {
     m_pressed = m_clicked = cell_at(event->position().toPoint());
     m_was_double_click = false;
+    // A press that selects nothing is kept from the view altogether: the view would start a drag of selection from it.
     m_press_is_ours = m_pressed.row < 0 || !selects_on_click(m_pressed.column);
     if (!m_press_is_ours)
         QTableView::mousePressEvent(event);
@@ -57,6 +58,7 @@ void CReportList::mouseReleaseEvent(QMouseEvent* event)
 void CReportList::mouseDoubleClickEvent(QMouseEvent* event)
 {
     const Cell cell = cell_at(event->position().toPoint());
+    // In a column that toggles something two quick clicks are two clicks.
     if (cell.row < 0 || !selects_on_click(cell.column)) {
         mousePressEvent(event);
         return;
