@@ -13,6 +13,7 @@
 #include "frame/dlg_group.h"
 #include "frame/filedlg.h"
 #include "script/config_scene.h"
+#include "script/script_runtime.h"
 #include "settings.h"
 #include "store/filefun.h"
 #include "studio.h"
@@ -264,10 +265,27 @@ void MainWindow::post_message(const QString& text, const QString& title)
 
 void MainWindow::show_messages()
 {
+    // A script that shows one message after the other must not lock its author out: while a box is open scripts stand
+    // still, and each box can end them.
+    const auto scripts = [this]() -> tarn::ScriptRuntime& { return m_studio.world().scripts(); };
+    scripts().set_paused(true);
     while (!m_messages.empty()) {
-        tarn::boxes::message(this, m_messages.front());
+        tarn::boxes::Message box = m_messages.front();
+        if (m_studio.is_playing())
+            box.cancel_caption = lang(u"停止预览", u"Stop Preview");
+        else if (scripts().suspended() > 0)
+            box.cancel_caption = lang(u"停止脚本", u"Stop Script");
+        if (!box.cancel_caption.isEmpty())
+            box.buttons.push_back(Button::Cancel);
+        if (tarn::boxes::message(this, box) == Button::Cancel && box.buttons.size() > 1) {
+            m_messages.clear();
+            scripts().reset();
+            m_studio.set_playing(false);
+            break;
+        }
         m_messages.pop_front();
     }
+    scripts().set_paused(false);
 }
 
 // A text that is being edited in the view becomes a step of its own first.

@@ -1,6 +1,7 @@
 #include "field.h"
 
 #include "language.h"
+#include "utf8.h"
 
 #include <algorithm>
 #include <bitset>
@@ -79,7 +80,7 @@ static Status read_members(ObjectState& state, JsonCursor& cursor)
         if (index < 0 || table.at(static_cast<std::size_t>(index))->rules().derived) {
             QByteArray json;
             auto status = value.read_raw(json);
-            state.unknown.append({QString::fromUtf8(key.data(), static_cast<qsizetype>(key.size())), json});
+            state.unknown.append({from_utf8(key), json});
             return status;
         }
         hint = index + 1;

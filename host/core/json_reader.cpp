@@ -1,6 +1,7 @@
 #include "json_reader.h"
 
 #include "language.h"
+#include "utf8.h"
 
 // Without its exceptions the parser cannot be asked in a way that throws at a malformed text.
 #define SIMDJSON_EXCEPTIONS 0
@@ -175,7 +176,7 @@ Status JsonCursor::read(QString& value)
     std::string_view text;
     if (m_impl.value.get_string().get(text))
         return fail(lang(u"应为文本", u"a text is expected here"));
-    value = QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+    value = from_utf8(text);
     return {};
 }
 
@@ -233,8 +234,7 @@ Status JsonCursor::peek_int(std::string_view key, int& value)
     int64_t number = 0;
     if (m_impl.object->find_field_unordered(key).get_int64().get(number) || number < std::numeric_limits<int>::min()
         || number > std::numeric_limits<int>::max())
-        return fail(lang(u"缺少整数 \"%1\"", u"the whole number \"%1\" is missing")
-                        .arg(QString::fromUtf8(key.data(), static_cast<qsizetype>(key.size()))));
+        return fail(lang(u"缺少整数 \"%1\"", u"the whole number \"%1\" is missing").arg(from_utf8(key)));
     value = static_cast<int>(number);
     bool not_empty = false;
     if (const auto error = m_impl.object->reset().get(not_empty))

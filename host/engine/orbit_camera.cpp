@@ -17,11 +17,13 @@ constexpr double field_of_view = 45; ///< degrees, vertical
 void OrbitCamera::orbit(QPointF pixels)
 {
     m_yaw = std::fmod(m_yaw - pixels.x() * degrees_per_pixel, 360.0);
+    // Never straight up or down: there view and upward direction are one, and the view matrix has no answer.
     m_pitch = std::clamp(m_pitch + pixels.y() * degrees_per_pixel, -89.0, 89.0);
 }
 
 void OrbitCamera::pan(QPointF pixels, double height)
 {
+    // What lies at the distance of the target stays under the mouse.
     const double metres_per_pixel = 2 * m_distance * std::tan(qDegreesToRadians(field_of_view / 2))
         / std::max(1.0, height);
     const QMatrix4x4 inverse = view_matrix().inverted();

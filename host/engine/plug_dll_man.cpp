@@ -27,6 +27,8 @@ Status refused(const QString& path, const QString& reason)
 Result<std::unique_ptr<PlugModule>> PlugModule::load(const QString& path)
 {
     QLibrary library(path);
+    // Qt keeps addresses in a library (types, resources, translations) beyond the last object of it: unloading would
+    // leave them hanging.
     library.setLoadHints(QLibrary::PreventUnloadHint);
     if (!library.load())
         return refused(path, library.errorString());
@@ -64,6 +66,7 @@ CPlugDllMan::~CPlugDllMan()
 
 void CPlugDllMan::unload_all()
 {
+    // The last first: the editor's plug-in works on the scene's, which has a lower type and stands before it.
     while (!m_modules.empty())
         m_modules.pop_back();
 }
@@ -93,6 +96,7 @@ std::vector<Status> CPlugDllMan::load_folder(const QString& folder)
         if (auto status = load(file.absoluteFilePath()); !status)
             failures.push_back(std::move(status));
     }
+    // Who looks for another plug-in when the world starts finds it, whatever the files are called.
     std::stable_sort(m_modules.begin(), m_modules.end(),
                      [](const auto& a, const auto& b) { return a->type() < b->type(); });
     return failures;

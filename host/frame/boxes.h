@@ -22,6 +22,7 @@ struct Message {
     QString title;
     std::vector<Button> buttons{Button::Ok};
     bool is_error = false;
+    QString cancel_caption{}; ///< what Cancel says where it does something of its own; Escape is then the first button
 };
 
 struct Prompt {

@@ -78,14 +78,18 @@ QStringList name_filters(const QString& filter)
 Button QtBoxes::message(QWidget* parent, const Message& box)
 {
     QMessageBox window(parent);
-    window.setIcon(box.is_error                 ? QMessageBox::Warning
-                       : box.buttons.size() > 1 ? QMessageBox::Question
-                                                : QMessageBox::Information);
+    window.setIcon(box.is_error                                                 ? QMessageBox::Warning
+                       : box.buttons.size() > 1 && box.cancel_caption.isEmpty() ? QMessageBox::Question
+                                                                                : QMessageBox::Information);
     window.setWindowTitle(title_or_name(box.title));
     window.setTextFormat(Qt::PlainText); // It may name what a package calls anything.
     window.setText(readable(box.text));
     for (const Button button : box.buttons)
         window.addButton(standard(button))->setText(caption(button));
+    if (!box.cancel_caption.isEmpty()) {
+        window.button(QMessageBox::Cancel)->setText(box.cancel_caption);
+        window.setEscapeButton(standard(box.buttons.front()));
+    }
     window.setDefaultButton(standard(box.buttons.front()));
     const int chosen = window.exec();
     for (const Button button : box.buttons)

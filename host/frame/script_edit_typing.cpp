@@ -43,6 +43,7 @@ void CScriptEdit::keyPressEvent(QKeyEvent* event)
         return;
     }
     const bool is_break = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    // Before the key is handled: it may close the list, and then Enter would also break the line.
     const bool completing = is_active(SCI_AUTOCACTIVE);
     if (is_break && !completing && !(event->modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier))) {
         break_line();
@@ -114,6 +115,7 @@ void CScriptEdit::break_line()
     const int line = int(SendScintilla(SCI_LINEFROMPOSITION, begin));
     const int columns = indentation(line) + (tarn::lua_opens_block(text_before(begin)) ? tabWidth() : 0);
     SendScintilla(SCI_NEWLINE);
+    // A line that is left blank keeps no blanks.
     if (is_blank(text(line)))
         setIndentation(line, 0);
     setIndentation(line + 1, columns);

@@ -1,6 +1,7 @@
 #include "event_manager.h"
 
 #include "core/language.h"
+#include "core/utf8.h"
 #include "gui_core/gui_event.h"
 #include "script/config_scene.h"
 
@@ -32,7 +33,7 @@ Status read_event(tarn::JsonCursor& cursor, CGuiEvent& event)
             return value.read(event.function);
         QByteArray json;
         auto status = value.read_raw(json);
-        event.unknown.append({QString::fromUtf8(key.data(), qsizetype(key.size())), json});
+        event.unknown.append({tarn::from_utf8(key), json});
         return status;
     });
 }

@@ -2,6 +2,7 @@
 
 #include "core/json_reader.h"
 #include "core/language.h"
+#include "core/utf8.h"
 #include "gui_core/dxut_radio_button.h"
 #include "gui_core/texture_name.h"
 #include "package_writer.h"
@@ -30,7 +31,7 @@ bool is_part(const Document& document, const QString& entry)
 Status read_styles(CoreState& state, JsonCursor& value)
 {
     return value.each_member([&](std::string_view key, JsonCursor& style) {
-        const QString name = QString::fromUtf8(key.data(), qsizetype(key.size()));
+        const QString name = from_utf8(key);
         if (state.styles.contains(name))
             return style.fail(lang(u"\"%1\" 出现了两次", u"\"%1\" appears twice").arg(name));
         QByteArray json;

@@ -9,6 +9,8 @@
 #include "picture_names.h"
 #include "script/script_runtime.h"
 
+#include <QHash>
+
 namespace tarn {
 
 namespace {
@@ -52,6 +54,23 @@ void find_missing_pictures(ModelObject& object, const QString& name, const QMap<
     });
 }
 
+/// Scripts find objects by name, and of several with one name only the first. One row for a name, at the second of them.
+template <class List>
+void find_shared_names(const List& objects, const QString& text, Problems& problems)
+{
+    QHash<QString, int> users;
+    users.reserve(objects.size());
+    for (const auto* object : objects)
+        ++users[object->name()];
+    QHash<QString, int> seen;
+    for (auto* object : objects) {
+        const QString name = object->name();
+        const int count = users.value(name);
+        if (count > 1 && !name.isEmpty() && ++seen[name] == 2)
+            problems.push_back({object, name, text.arg(count)});
+    }
+}
+
 } // namespace
 
 void ProblemFinder::find_faulty_functions(const CConfigScene& functions, Problems& problems)
@@ -82,6 +101,14 @@ Problems ProblemFinder::find(CGuiPlugScene& scene)
     const auto& files = core.document().files();
     for (ModelObject* object : core.document().objects())
         find_missing_pictures(*object, name_of(*object), files, problems);
+    find_shared_names(core.GetDialogs(),
+                      lang(u"%1 个窗口同名，脚本只能按名称找到最下层的一个。",
+                           u"%1 dialogs have this name; by it scripts find only the lowest of them."),
+                      problems);
+    find_shared_names(core.controls(),
+                      lang(u"%1 个控件同名，脚本只能按名称找到最先创建的一个。",
+                           u"%1 controls have this name; by it scripts find only the one made first."),
+                      problems);
     return problems;
 }
 

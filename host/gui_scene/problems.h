@@ -10,7 +10,7 @@ class CConfigScene;
 namespace tarn {
 
 /// Looks for what is broken in a scene: events whose function or control is gone, pictures that are named but missing,
-/// functions with faults. All of these are kept as they are, also by a save: what is missing may come back.
+/// functions with faults, names that several objects have. All of these are kept as they are, also by a save: what is missing may come back.
 class ProblemFinder {
 public:
     using Problems = std::vector<SceneModel::Problem>;

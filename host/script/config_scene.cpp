@@ -1,6 +1,7 @@
 #include "config_scene.h"
 
 #include "core/language.h"
+#include "core/utf8.h"
 
 #include <algorithm>
 
@@ -17,7 +18,7 @@ quint64 next_revision()
 /// What a package gives back: saving replaces halves of surrogate pairs, and two names must not become one there.
 QString as_saved(const QString& text)
 {
-    return text.isValidUtf16() ? text : QString::fromUtf8(text.toUtf8());
+    return text.isValidUtf16() ? text : tarn::from_utf8(text.toUtf8().toStdString());
 }
 
 Status check_name(const QString& name)
@@ -59,7 +60,7 @@ Status read_function(JsonCursor& cursor, SavedFunction& function)
             return value.read(function.text);
         QByteArray json;
         auto raw = value.read_raw(json);
-        function.unknown.append({QString::fromUtf8(key.data(), qsizetype(key.size())), json});
+        function.unknown.append({tarn::from_utf8(key), json});
         return raw;
     });
     if (status)

@@ -1,6 +1,7 @@
 #include "lua_bridge.h"
 
 #include "core/language.h"
+#include "core/utf8.h"
 
 #include <QMap>
 #include <QStringEncoder>
@@ -230,8 +231,7 @@ void push(lua_State* lua, const ScriptValue& value)
 
 QString read_text(lua_State* lua, int index)
 {
-    const std::string_view bytes = bytes_of(lua, index);
-    return QString::fromUtf8(bytes.data(), qsizetype(bytes.size()));
+    return from_utf8(bytes_of(lua, index));
 }
 
 std::string_view bytes_of(lua_State* lua, int index)
@@ -322,8 +322,8 @@ QString called(const ScriptReach& reach, const ModelObject& object)
 
 Status no_field(const ScriptReach& reach, const ModelObject& object, std::string_view name)
 {
-    return Status::error(say(reach, u"%1 没有属性“%2”", u"%1 has no property \"%2\"")
-                             .arg(called(reach, object), QString::fromUtf8(name.data(), qsizetype(name.size()))));
+    return Status::error(
+        say(reach, u"%1 没有属性“%2”", u"%1 has no property \"%2\"").arg(called(reach, object), from_utf8(name)));
 }
 
 ScriptValue read_field(const ScriptReach& reach, const ModelObject& object, const FieldBase& field)

@@ -64,6 +64,9 @@ const char* PatternMatcher::match(const char* at)
     return match_here(at, m_pattern_begin);
 }
 
+/// Where one item follows the other this loops; it calls itself only where there is a choice, and those calls are what
+/// max_depth counts. Every path passes step(): patterns with several repetitions take exponential time, and no hook of Lua's
+/// fires in here.
 const char* PatternMatcher::match_here(const char* s, const char* p)
 {
     if (++m_depth > max_depth)
@@ -133,6 +136,7 @@ const char* PatternMatcher::expand_most(const char* s, const char* p, const char
         step();
         ++count;
     }
+    // First as many as there are, then one less each time until the rest fits too.
     for (; count >= 0; --count) {
         step();
         if (const char* end = match_here(s + count, item_end + 1))
@@ -170,6 +174,7 @@ const char* PatternMatcher::match_capture_end(const char* s, const char* p)
         --open;
     if (open < 0)
         luaL_error(m_lua, "invalid pattern capture");
+    // A capture is closed for what follows it. When that does not fit it is open again: another way may close it later.
     m_captures[open].size = s - m_captures[open].begin;
     const char* end = match_here(s, p);
     if (!end)
@@ -202,6 +207,7 @@ const char* PatternMatcher::match_frontier(const char* s, const char*& p)
         luaL_error(m_lua, "missing '[' after '%%f' in pattern");
     const char* set = p;
     p = end_of_item(set);
+    // Both ends of the text count as a zero byte.
     const int before = s == m_text ? 0 : byte(s - 1);
     const int here = s == m_text_end ? 0 : byte(s);
     return !is_in_set(before, set, p - 1) && is_in_set(here, set, p - 1) ? s : nullptr;

@@ -97,6 +97,8 @@ Sandbox& Sandbox::of(lua_State* lua)
     return *static_cast<Sandbox*>(sandbox);
 }
 
+/// Every byte of Lua's passes here. Nothing may be raised from an allocator, so a refusal is a null pointer, whose reason is
+/// kept until someone may raise it (after_failure), and whatever takes long is left to the next hook (look_soon).
 void* Sandbox::allocate(void* sandbox, void* block, std::size_t old_size, std::size_t size)
 {
     auto& self = *static_cast<Sandbox*>(sandbox);
@@ -119,6 +121,8 @@ bool Sandbox::may_grow(std::size_t by, std::size_t size, bool is_text)
 {
     if (!m_open)
         return true;
+    // Two limits. Large blocks stop at the lower one; what Lua needs to go on at all (frames, errors, short texts) has
+    // the reserve above it, and before that is used up a hook has collected the garbage or stopped the script.
     const std::size_t soft = m_limits.memory - reserve;
     const std::size_t then = m_memory + by;
     if (is_text && size > m_limits.text + text_header)
@@ -137,6 +141,8 @@ bool Sandbox::may_grow(std::size_t by, std::size_t size, bool is_text)
     return false;
 }
 
+/// A count of one makes the hook fire at the next instruction, which is the first place where an error may be raised. The
+/// hook sets the usual count again.
 void Sandbox::look_soon()
 {
     m_look = true;
@@ -179,6 +185,7 @@ void Sandbox::stop(lua_State* lua, Stop reason)
 {
     m_stop = reason;
     lua_Debug at{};
+    // The innermost level may be a C function, which has no line: the script that called it is blamed.
     for (int level = 0; level < 4 && m_place.line == 0 && lua_getstack(lua, level, &at); ++level) {
         lua_getinfo(lua, "Sl", &at);
         if (at.currentline <= 0)
@@ -194,6 +201,7 @@ void Sandbox::stop(lua_State* lua, Stop reason)
 void Sandbox::hook(lua_State* lua, lua_Debug*)
 {
     Sandbox& self = of(lua);
+    // A script can catch the error of a stop; it is raised again at every instruction that follows.
     if (self.stopped())
         self.m_place.line ? raise(lua) : self.stop(lua, self.m_stop);
     if (lua_gethookcount(lua) != hook_interval)

@@ -21,6 +21,8 @@ int resume(lua_State* lua, lua_State* thread, int arguments)
 {
     Sandbox& sandbox = Sandbox::of(lua);
     sandbox.charge(lua, resume_cost);
+    // The thread of a call of the host's goes on when its wait is over. A script that got hold of it (running() gives it
+    // away) must not resume it in between.
     if (base_of(thread)) {
         lua_pushliteral(lua, "cannot resume non-suspended coroutine");
         return -1;
@@ -30,6 +32,7 @@ int resume(lua_State* lua, lua_State* thread, int arguments)
         return -1;
     }
     lua_xmove(lua, thread, arguments);
+    // A coroutine that yields, or fails, leaves calls under way whose ends are never reached: their counts go with it.
     const auto depth = sandbox.depth();
     lua_State* before = sandbox.enter(thread);
     int results = 0;
@@ -98,6 +101,7 @@ const char* status_name(lua_State* lua, lua_State* thread)
         return "suspended";
     if (lua_status(thread) != LUA_OK)
         return "dead";
+    // It neither yielded nor failed: with a frame it is resuming another one, without one it has not begun or is done.
     lua_Debug at;
     if (lua_getstack(thread, 0, &at))
         return "normal";

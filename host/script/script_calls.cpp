@@ -51,6 +51,7 @@ int Machine::begin_call(lua_State* lua)
     lua_rawgeti(lua, LUA_REGISTRYINDEX, start.function);
     for (const ScriptValue& argument : start.arguments)
         lua::push(lua, argument);
+    // With a continuation: the function may yield, and then lua_callk() does not come back here.
     lua_callk(lua, int(start.arguments.size()), 1, 0, [](lua_State*, int, lua_KContext) { return 1; });
     return 1;
 }
@@ -151,6 +152,8 @@ void Machine::suspend(std::unique_ptr<Call> call)
     m_waiting.emplace(m_runtime->now() + call->wait_seconds, std::move(call));
 }
 
+/// What is due is taken out first: a function that waits no time at all would otherwise be due again in the same tick,
+/// without end.
 void Machine::tick(double now)
 {
     if (m_nested > 0)

@@ -74,6 +74,7 @@ QByteArray Machine::label_of(const QString& name)
     while (readable.toUtf8().size() > label_bytes)
         readable.chop(1);
     QByteArray label = readable.toUtf8();
+    // Errors name the place by this label, and from it the function is found again: two names must not share one.
     const auto known = m_names.constFind(label);
     if (readable != name || (known != m_names.constEnd() && *known != name))
         label += '#' + QByteArray::number(m_names.size());
@@ -113,6 +114,7 @@ Result<int> Machine::compiled(const QString& name, ScriptError& error)
 {
     error.function = name;
     Compiled& known = m_compiled[name];
+    // Three steps, by what they cost: nothing in the table changed; this function did not change; compile it.
     if (known.function && known.checked_at == m_functions->changes())
         return known.reference;
     const FuncPtr function = m_tried && m_tried->name() == name ? m_tried : m_functions->find_function(name);

@@ -52,6 +52,8 @@ Status ScriptRuntime::try_text(const QString& name, const QString& text)
 
 void ScriptRuntime::tick(double now)
 {
+    if (m_paused)
+        return;
     const auto machine = m_machine;
     m_now = now;
     machine->tick(now);

@@ -50,6 +50,8 @@ public:
     /// The scene's clock, in seconds: goes on with the calls whose wait has ended. What does not fit into the time of
     /// one call is left for the next tick.
     void tick(double now);
+    /// While paused, tick() does nothing: scripts that wait stand still, and their clock with them. Calls still run.
+    void set_paused(bool on) { m_paused = on; }
     double now() const { return m_now; } ///< of the last tick; 0 before the first
     /// Drops all globals and all calls that wait, and stops what runs.
     void reset();
@@ -79,6 +81,7 @@ private:
     ScriptLimits m_limits;
     std::shared_ptr<const std::vector<ScriptVerb>> m_verbs;
     double m_now = 0;
+    bool m_paused = false;
     std::shared_ptr<scene_script::Machine> m_machine;
 };
 

@@ -2,6 +2,7 @@
 
 #include "atomic_file.h"
 #include "core/language.h"
+#include "core/utf8.h"
 #include "pak_rules.h"
 
 #include <QDir>
@@ -204,7 +205,7 @@ Status CPakFile::Reader::check_directory()
         zip_stat_t stat;
         if (zip_stat_index(archive, i, 0, &stat) != 0)
             return Status::error(QString::fromUtf8(zip_strerror(archive)));
-        const QString name = QString::fromUtf8(stat.name);
+        const QString name = tarn::from_utf8(stat.name);
         if (auto status = tarn::check_entry_name(name); !status)
             return status;
         if (auto status = tarn::check_entry_size(name, stat.comp_size, stat.size); !status)

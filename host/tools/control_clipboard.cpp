@@ -5,6 +5,7 @@
 #include "core/json_reader.h"
 #include "core/json_writer.h"
 #include "core/language.h"
+#include "core/utf8.h"
 #include "gui_core/control_class.h"
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
@@ -99,7 +100,7 @@ Status read_content(const QByteArray& text, Content& content)
             return value.each_element([&](JsonCursor& control) { return read_control(control, content); });
         if (key == "pictures")
             return value.each_member([&](std::string_view name, JsonCursor& picture) {
-                return read_picture(QString::fromUtf8(name.data(), qsizetype(name.size())), picture, content);
+                return read_picture(from_utf8(name), picture, content);
             });
         QByteArray ignored;
         return value.read_raw(ignored);

@@ -97,6 +97,8 @@ double NumberFormat::rounded(double number) const
 
 double NumberFormat::truncated(double number) const
 {
+    // Only where rounding went away from zero is one step taken back. Cutting the digits off would turn 0.3, which is a
+    // little less than that, into 0.2.
     const double near = rounded(number);
     const double step = std::pow(10.0, -m_precision);
     return std::abs(near) > std::abs(number) ? rounded(near - std::copysign(step, number)) : near;

@@ -38,6 +38,7 @@ QLayoutItem* WrapLayout::takeAt(int index)
     return item;
 }
 
+/// A separator stands between two items of one row; where the row ends with it, or begins, it is left out.
 std::vector<WrapLayout::Row> WrapLayout::rows(int width) const
 {
     std::vector<Row> rows(1);
@@ -102,6 +103,7 @@ void WrapLayout::setGeometry(const QRect& rect)
     QLayout::setGeometry(rect);
     const QRect area = rect.marginsRemoved(contentsMargins());
     const auto all = rows(area.width());
+    // Those that stand in no row must not stay where they were.
     for (const auto& item : m_items)
         if (is_separator(item.get()))
             item->setGeometry(QRect());

@@ -280,6 +280,20 @@ TEST_F(EventsTest, a_function_with_a_fault_is_a_problem_until_its_text_is_mended
     EXPECT_EQ(m_scene.model().problems().size(), 1u);
 }
 
+TEST_F(EventsTest, a_name_of_several_objects_is_one_problem_of_the_second)
+{
+    CDXUTControl* first = make(DXUT_CONTROL_BUTTON, 20);
+    CDXUTControl* second = make(DXUT_CONTROL_BUTTON, 60);
+    CDXUTControl* third = make(DXUT_CONTROL_BUTTON, 100);
+    for (CDXUTControl* each : {first, second, third})
+        each->set_name(u"same"_s);
+    m_home->set_name(u"same"_s); // Dialogs are asked for by another function.
+    const auto problems = m_scene.model().problems();
+    ASSERT_EQ(problems.size(), 1u);
+    EXPECT_EQ(problems[0].object, second);
+    EXPECT_TRUE(problems[0].text.contains(u'3'));
+}
+
 TEST_F(EventsTest, cleaning_up_takes_the_scripts_of_removed_controls_only)
 {
     CDXUTControl* kept = make(DXUT_CONTROL_BUTTON, 20);

@@ -59,9 +59,11 @@ TEST_F(PackageTest, everything_that_this_version_does_not_know_is_kept)
         = "{\n\"screen_width\":800,\"screen_height\":600,\"next_id\":40,\n"
           "\"root\":{\"id\":1,\"name\":\"R\",\"caption_shown\":false,\"frame_shown\":false,\"mood\":[1.50]},\n"
           "\"dialogs\":[\n{\"id\":5,\"name\":\"A\",\"tint\":\"\\u6e56\"}\n],\n"
-          "\"controls\":[\n{\"id\":9,\"type\":0,\"dialog\":5,\"spin\":{\"a\" : [ ]}}\n],\n"
+          "\"controls\":[\n{\"id\":9,\"type\":0,\"dialog\":5,\"text\":\"t\",\"\xef\xbb\xbf"
+          "text\":1,\"spin\":{\"a\" : [ ]}}\n],\n"
           "\"styles\":{\n\"Glass\":{\"blur\":1e1},\n\"Wood\":[]\n},\n"
-          "\"weather\":{\"rain\":true}\n}\n";
+          "\"weather\":{\"rain\":true},\n\"\xef\xbb\xbf"
+          "controls\":1\n}\n";
     read(scene, {{u"movies/intro.ogg"_s, "movie"}, {u"notes"_s, ""}});
     EXPECT_TRUE(same_text(text(), scene));
     ASSERT_TRUE(m_scene.save_scene(path()).ok());
@@ -75,7 +77,8 @@ TEST_F(PackageTest, everything_that_this_version_does_not_know_is_kept)
 TEST_F(PackageTest, texts_of_any_kind_survive)
 {
     CDXUTDialog* home = dialog({0, 0, 100, 100}, u"湖 \U0001F600"_s);
-    control(DXUT_CONTROL_STATIC, home, {0.1f, -3.7f, 1e6, 1e-30}, u"\"\\/\b\f\n\r\t\u2028"_s + QChar(0) + QChar(0x7f));
+    control(DXUT_CONTROL_STATIC, home, {0.1f, -3.7f, 1e6, 1e-30},
+            u"\ufeff\"\\/\b\f\n\r\t\u2028"_s + QChar(0) + QChar(0x7f));
     const QByteArray before = text();
     ASSERT_TRUE(m_scene.save_scene(path()).ok());
     ASSERT_TRUE(m_scene.open_scene(path()).ok());

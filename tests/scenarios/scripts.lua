@@ -78,6 +78,16 @@ studio.play(false)
 local boxes = studio.boxes()
 t.same({#boxes, boxes[1] and boxes[1].text, boxes[1] and boxes[1].title}, {1, "hello", "title"}, "the message")
 
+-- Messages without end: each box can stop the preview.
+studio.set_function_text(name, 'message("a") while true do wait(0) message("b") end')
+studio.play(true)
+studio.answer("ok", "ok", "cancel")
+studio.view:click(x, y)
+studio.wait(300)
+boxes = studio.boxes()
+t.same({#boxes, boxes[1].text, boxes[3].text, boxes[3].buttons}, {3, "a", "b", {"ok", "cancel"}}, "the boxes")
+t.same(page:enabled(), true, "the preview is over")
+
 -- While it runs, Enter on a row of the log opens its function, which can be changed, but not tried: that would end what
 -- waits in the scene.
 studio.set_function_text(name, 'print("begin") wait(0.5) control("Start").text = "waited"')

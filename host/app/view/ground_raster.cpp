@@ -11,6 +11,7 @@ namespace {
 /// An even pattern of -0.5 to 0.5: added before rounding, it keeps slow gradients free of steps.
 float dither(unsigned x, unsigned y)
 {
+    // The 8 x 8 matrix of Bayer: the bits of y and of x ^ y, interleaved, the lowest first.
     const unsigned d = x ^ y;
     const unsigned rank = (d & 1) << 5 | (y & 1) << 4 | (d & 2) << 2 | (y & 2) << 1 | (d & 4) >> 1 | (y & 4) >> 2;
     return (float(rank) + 0.5f) / 64 - 0.5f;
@@ -83,6 +84,8 @@ void paint_row(QRgb* out, const GroundLook& look, const GroundRow row, const flo
         const float near_z = row.depth * ray_z;
         const float x = near_x + eye.x();
         const float z = near_z + eye.z();
+        // How far a step of one pixel, to the right and downwards, moves on the ground: lines stay equally wide on the
+        // screen whatever the slant.
         const float density_x = 1 / length(row.depth * step.x(), row.depth_step * ray_x + down.x());
         const float density_z = 1 / length(row.depth * step.z(), row.depth_step * ray_z + down.z());
         const float left = unit(1 - (near_x * near_x + near_z * near_z) * fade_scale);

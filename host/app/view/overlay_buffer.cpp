@@ -38,6 +38,7 @@ QRect OverlayBuffer::update(Overlay* overlay, QSize logical, double dpr)
     const QSize screen = screen_on(logical);
     const bool all = overlay != m_shown || m_image.size() != device_size(logical, dpr)
         || !qFuzzyCompare(m_image.devicePixelRatio(), dpr) || !qFuzzyCompare(m_scale, scale(logical));
+    // In this order: a new size may damage all of it, and that belongs into this picture.
     if (overlay)
         overlay->set_screen_size(screen);
     has_damage(overlay);

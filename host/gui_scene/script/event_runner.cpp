@@ -11,6 +11,7 @@
 #include <QScopedValueRollback>
 
 #include <array>
+#include <utility>
 
 namespace tarn {
 
@@ -61,6 +62,7 @@ void EventRunner::begin()
     ScriptRuntime& scripts = world->scripts();
     scripts.reset();
     scripts.tick(0);
+    m_last_advance = 0;
     scripts.on_print = [this](const QString& text) {
         ScriptLogEntry entry = m_answered ? entry_for(*m_answered) : ScriptLogEntry();
         entry.kind = ScriptLogEntry::Kind::Print;
@@ -149,7 +151,9 @@ void EventRunner::advance(double now)
     if (!world)
         return;
     const bool waits = world->scripts().suspended() > 0;
-    world->scripts().tick(now);
+    // The scripts' own clock goes on from where it stands: it may have been paused.
+    const double passed = now - std::exchange(m_last_advance, now);
+    world->scripts().tick(world->scripts().now() + passed);
     if (waits)
         world->update_all_views();
 }

@@ -48,6 +48,7 @@ private:
 
     CGuiPlugScene& m_scene;
     std::deque<Waiting> m_waiting;
+    double m_last_advance = 0; ///< seconds of the preview
     bool m_delivering = false;
     const GuiEvent* m_answered = nullptr; ///< whose function runs now
 };
