@@ -18,6 +18,7 @@
 #include "script/gui_script_api.h"
 #include "script/scene_scripts.h"
 #include "select_tool.h"
+#include "store/enough_memory.h"
 #include "store/pak_file.h"
 #include "tex_path_info.h"
 
@@ -116,7 +117,7 @@ Status CGuiPlugScene::save(CPakFile& package, const CSaveOpt& options)
     // What a running preview changed is not the author's: the authored states stand in while the package is written.
     if (m_playing)
         m_core.swap_states(m_authored);
-    auto status = tarn::write_package(package, parts(), options);
+    auto status = tarn::with_enough_memory([&] { return tarn::write_package(package, parts(), options); });
     if (m_playing)
         m_core.swap_states(m_authored);
     return status;
@@ -175,14 +176,14 @@ Status CGuiPlugScene::open_scene(const QString& path)
     return {};
 }
 
-Status CGuiPlugScene::save_scene(const QString& path)
+Status CGuiPlugScene::save_scene(const QString& path, bool replace_read_only)
 {
     CPakFile package;
     auto status = package.create(path);
     if (status)
         status = save(package, {});
     if (status)
-        status = package.close();
+        status = package.close(replace_read_only ? tarn::ReadOnly::Replace : tarn::ReadOnly::Keep);
     if (status)
         m_journal.mark_saved();
     return status;
