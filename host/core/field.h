@@ -200,7 +200,10 @@ public:
             status = cursor.read(value.id);
         } else {
             status = cursor.read(value);
+            const T given = value;
             detail::hold_to_rules(rules(), value);
+            if (status && !rules().slots && !(value == given))
+                cursor.note_held(name(), detail::to_value(given), detail::to_value(value));
         }
         if (status)
             m_access.set(cast(state), std::move(value));

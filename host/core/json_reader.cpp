@@ -10,6 +10,7 @@
 #include <cmath>
 #include <limits>
 #include <optional>
+#include <utility>
 
 namespace tarn {
 
@@ -21,6 +22,8 @@ struct JsonText::Impl {
     QString file;
     od::parser parser;
     od::document document;
+    QList<HeldValue> held;
+    int held_count = 0; ///< with those that were taken
 
     Status fail_at(const char* place, const QString& what) const
     {
@@ -99,6 +102,17 @@ QString too_deep()
 }
 
 } // namespace
+
+void JsonCursor::note_held(const char* field, Value given, Value kept)
+{
+    if (m_impl.text.held_count++ < max_held)
+        m_impl.text.held.append({0, field, std::move(given), std::move(kept)});
+}
+
+QList<HeldValue> JsonCursor::take_held()
+{
+    return std::exchange(m_impl.text.held, {});
+}
 
 Status JsonCursor::fail(const QString& what) const
 {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/held_value.h"
 #include "core/object_state.h"
 
 #include <QByteArray>
@@ -58,6 +59,9 @@ struct CoreState : StateOf<CoreState> {
     /// Entries of the package beside the scene's own, by name: pictures under "textures/", and what this version does
     /// not know, which is kept.
     QMap<QString, QByteArray> files;
+    /// Entries that could not be unpacked, as they lay in the package: they are written back so.
+    QMap<QString, QByteArray> damaged;
+    QList<HeldValue> held;            ///< what was not as it should be when the interface was read
     QMap<QString, QByteArray> styles; ///< named sets of appearances, each as JSON text
     QList<CDXUTDialog*> dialogs;      ///< from the bottom layer to the top, without the root dialog
 

@@ -6,7 +6,10 @@
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
 #include "package_writer.h"
+#include "picture_names.h"
+#include "store/enough_memory.h"
 #include "store/pak_file.h"
+#include "store/pak_rules.h"
 #include "tex_path_info.h"
 
 #include <QHash>
@@ -47,6 +50,7 @@ private:
     Status read_control(JsonCursor& value);
     Status read_styles(JsonCursor& value);
     Status claim_id(quint32 id, const JsonCursor& place);
+    void keep_held(quint32 object, JsonCursor& value);
     Status link();
 
     CGuiCore& m_core;
@@ -78,6 +82,15 @@ Status SceneReader::claim_key(std::string_view key, const JsonCursor& place)
     return {};
 }
 
+/// What was held to its rules while `object` was read.
+void SceneReader::keep_held(quint32 object, JsonCursor& value)
+{
+    for (HeldValue& held : value.take_held()) {
+        held.object = object;
+        m_state->held.append(std::move(held));
+    }
+}
+
 Status SceneReader::read_dialog(JsonCursor& value)
 {
     auto dialog = m_core.make_dialog();
@@ -85,6 +98,7 @@ Status SceneReader::read_dialog(JsonCursor& value)
         return status;
     if (auto status = claim_id(dialog->id(), value); !status)
         return status;
+    keep_held(dialog->id(), value);
     m_dialogs.insert(dialog->id(), dialog.get());
     m_content.gui.dialogs.push_back(std::move(dialog));
     return {};
@@ -102,6 +116,7 @@ Status SceneReader::read_control(JsonCursor& value)
         return status;
     if (auto status = claim_id(control->id(), value); !status)
         return status;
+    keep_held(control->id(), value);
     m_content.gui.controls.push_back(std::move(control));
     return {};
 }
@@ -123,8 +138,11 @@ Status SceneReader::read_member(std::string_view key, JsonCursor& value)
 {
     if (auto status = claim_key(key, value); !status)
         return status;
-    if (key == "root")
-        return m_content.gui.root->load_state(value);
+    if (key == "root") {
+        auto status = m_content.gui.root->load_state(value);
+        keep_held(root_id, value);
+        return status;
+    }
     if (key == "dialogs")
         return value.each_element([this](JsonCursor& dialog) { return read_dialog(dialog); });
     if (key == "controls")
@@ -135,8 +153,11 @@ Status SceneReader::read_member(std::string_view key, JsonCursor& value)
         return m_content.functions->read(value);
     if (key == "events")
         return m_content.events.read(value);
-    if (const FieldBase* field = CoreState::field_table().find(key))
-        return field->read(*m_state, value);
+    if (const FieldBase* field = CoreState::field_table().find(key)) {
+        auto status = field->read(*m_state, value);
+        keep_held(0, value);
+        return status;
+    }
     QByteArray json;
     auto status = value.read_raw(json);
     m_state->unknown.append({QString::fromUtf8(key.data(), qsizetype(key.size())), json});
@@ -192,17 +213,22 @@ Status SceneReader::read(QByteArray text)
 /// Pictures that are named but not in the package may lie beside it.
 void add_loose_pictures(const GuiContent& content, QMap<QString, QByteArray>& files)
 {
-    for (const auto& control : content.controls) {
-        for (const FieldBase* field : control->fields()) {
-            for (const QString& name : field->pictures(control->base_state())) {
-                if (files.contains(texture_entry(name)))
-                    continue;
-                const QByteArray loose = CTexPathInfo::find_loose(name);
-                if (!loose.isEmpty())
-                    files.insert(texture_entry(name), loose);
-            }
-        }
-    }
+    QSet<QString> looked_for;
+    quint64 total = 0;
+    const auto add = [&](const QString& name) {
+        if (files.contains(texture_entry(name)) || looked_for.contains(name))
+            return;
+        looked_for.insert(name);
+        const QByteArray loose = CTexPathInfo::find_loose(name);
+        total += quint64(loose.size());
+        if (!loose.isEmpty() && total <= PakLimits::max_total_size)
+            files.insert(texture_entry(name), loose);
+    };
+    each_picture(*content.root, add);
+    for (const auto& dialog : content.dialogs)
+        each_picture(*dialog, add);
+    for (const auto& control : content.controls)
+        each_picture(*control, add);
 }
 
 SceneContent SceneReader::take(const QMap<QString, QByteArray>& files)
@@ -250,7 +276,34 @@ Result<SceneContent> read_content(QByteArray manifest, QByteArray scene, const Q
     return reader.take(files);
 }
 
-Result<SceneContent> read_package(const CPakFile& package, CGuiCore& core)
+namespace {
+
+/// The package's entries beside the scene's own.
+struct OtherEntries {
+    QMap<QString, QByteArray> files;
+    QMap<QString, QByteArray> damaged;
+};
+
+Result<OtherEntries> read_others(const CPakFile& package)
+{
+    OtherEntries others;
+    for (const QString& name : package.names()) {
+        if (name == manifest_name || name == scene_name || name.endsWith(QLatin1Char('/')))
+            continue;
+        auto content = package.read_file(name);
+        if (content) {
+            others.files.insert(name, std::move(content.value()));
+            continue;
+        }
+        const auto packed = package.read_packed(name);
+        if (package.is_memory_short())
+            return content.status(); // The entry would be lost with the next save.
+        others.damaged.insert(name, packed ? packed.value() : QByteArray());
+    }
+    return others;
+}
+
+Result<SceneContent> read_entries(const CPakFile& package, CGuiCore& core)
 {
     auto manifest = package.read_file(manifest_name);
     if (!manifest)
@@ -258,20 +311,23 @@ Result<SceneContent> read_package(const CPakFile& package, CGuiCore& core)
     auto scene = package.read_file(scene_name);
     if (!scene)
         return scene.status();
-    QMap<QString, QByteArray> files;
-    for (const QString& name : package.names()) {
-        if (name == manifest_name || name == scene_name || name.endsWith(QLatin1Char('/')))
-            continue;
-        auto content = package.read_file(name);
-        if (!content)
-            return content.status();
-        files.insert(name, std::move(content.value()));
-    }
-    auto content = read_content(std::move(manifest.value()), std::move(scene.value()), files, core);
-    if (content)
+    auto others = read_others(package);
+    if (!others)
+        return others.status();
+    auto content = read_content(std::move(manifest.value()), std::move(scene.value()), others.value().files, core);
+    if (content) {
+        static_cast<CoreState&>(*content.value().gui.core).damaged = std::move(others.value().damaged);
         return content;
+    }
     return Status::error(lang(u"无法载入文件包 %1：%2", u"The package %1 cannot be loaded: %2")
                              .arg(package.path(), content.status().message()));
+}
+
+} // namespace
+
+Result<SceneContent> read_package(const CPakFile& package, CGuiCore& core)
+{
+    return with_enough_memory([&] { return read_entries(package, core); });
 }
 
 } // namespace tarn

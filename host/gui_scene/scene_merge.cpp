@@ -83,6 +83,18 @@ void keep_design_size(GuiContent& content, const CGuiCore& core)
     }
 }
 
+/// What could not be unpacked comes along under its name, unless the scene has something there.
+void keep_damaged(const QMap<QString, QByteArray>& damaged, CGuiCore& core)
+{
+    if (damaged.isEmpty())
+        return;
+    auto* with_damaged = static_cast<CoreState*>(core.base_state().clone());
+    for (auto entry = damaged.begin(); entry != damaged.end(); ++entry)
+        if (!with_damaged->damaged.contains(entry.key()))
+            with_damaged->damaged.insert(entry.key(), entry.value());
+    core.replace_state(StatePtr(with_damaged));
+}
+
 } // namespace
 
 Status merge_content(CGuiPlugScene& scene, SceneContent content, const QString& name, bool replace_styles)
@@ -108,7 +120,9 @@ Status merge_content(CGuiPlugScene& scene, SceneContent content, const QString& 
         for (auto style = core.core_state().styles.begin(); style != core.core_state().styles.end(); ++style)
             theirs.styles.remove(style.key());
     MergedScripts scripts = merged_scripts(scene.functions(), content, issued);
+    const auto damaged = theirs.damaged;
     core.append(std::move(gui));
+    keep_damaged(damaged, core);
     scene.journal().add_companion(
         add_scripts(scene.functions(), scene.events(), std::move(scripts.functions), std::move(scripts.events)));
     return {};
