@@ -7,7 +7,6 @@
 #include "support/resources_used.h"
 #include "support/scene_fixture.h"
 
-
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -207,11 +206,12 @@ TEST_F(DamagedPackage, memory_that_does_not_suffice_is_a_refusal)
         QByteArray noise(60 << 20, Qt::Uninitialized);
         for (qsizetype i = 0; i < noise.size(); ++i)
             noise[i] = char(i * 7919 >> 5);
-        put(path(u"pictures.tarn"_s), archive_of({{"manifest.json", manifest},
-                                                  {"scene.json", scene},
-                                                  {"textures/a.png", noise},
-                                                  {"textures/b.png", noise}},
-                                                 false));
+        put(path(u"pictures.tarn"_s),
+            archive_of({{"manifest.json", manifest},
+                        {"scene.json", scene},
+                        {"textures/a.png", noise},
+                        {"textures/b.png", noise}},
+                       false));
         const QByteArray text = "{\"new\":[" + QByteArray("[1],").repeated(3'000'000) + "0]}";
         put(path(u"text.tarn"_s), archive_of({{"manifest.json", manifest}, {"scene.json", text}}, false));
         return 0;
