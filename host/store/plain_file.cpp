@@ -1,6 +1,7 @@
 #include "plain_file.h"
 
 #include "core/language.h"
+#include "enough_memory.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -36,12 +37,14 @@ Result<QByteArray> read_plain_file(const QString& path, qint64 max_size)
         return Status::error(lang(u"这不是普通文件", u"it is no ordinary file"));
     if (!open_without_waiting(file))
         return Status::error(file.errorString());
-    QByteArray content = file.read(max_size + 1); // The size that it tells may not be true any more.
-    if (content.size() > max_size)
-        return Status::error(lang(u"文件太大", u"the file is too large"));
-    if (file.error() != QFileDevice::NoError)
-        return Status::error(file.errorString());
-    return content;
+    return with_enough_memory([&]() -> Result<QByteArray> {
+        QByteArray content = file.read(max_size + 1); // The size that it tells may not be true any more.
+        if (content.size() > max_size)
+            return Status::error(lang(u"文件太大", u"the file is too large"));
+        if (file.error() != QFileDevice::NoError)
+            return Status::error(file.errorString());
+        return content;
+    });
 }
 
 QString file_inside(const QString& folder, const QString& name)
