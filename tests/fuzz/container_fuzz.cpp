@@ -47,7 +47,12 @@ void write_and_compare(const Content& content, const QString& path)
     require(out.close().ok(), "the package can be written");
     CPakFile again;
     require(again.open(path).ok(), "what was written can be opened");
-    require(read(again).files == content.files, "what was written reads the same");
+    const Content written = read(again);
+    for (auto file = content.files.begin(); file != content.files.end(); ++file)
+        require(written.files.value(file.key()) == file.value(), "what was written reads the same");
+    // A stored entry whose length alone was wrong has the right one now.
+    for (const QString& name : content.damaged.keys())
+        require(written.damaged.contains(name) || written.files.contains(name), "what is damaged is kept");
 }
 
 } // namespace
