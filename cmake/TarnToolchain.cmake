@@ -38,6 +38,9 @@ target_compile_definitions(tarn_options INTERFACE
     TARN_VERSION="${PROJECT_VERSION}"
     QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_FOREACH QT_NO_KEYWORDS)
 
+if(TARN_FUZZ)
+    add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
 if(TARN_SANITIZE)
     # Qt 6.4 compares empty lists of numbers by handing null pointers and a length of 0 to memcmp.
     add_compile_options(-fsanitize=${TARN_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=undefined

@@ -15,6 +15,7 @@
 #include <QTimer>
 #include <QTranslator>
 
+#include <csignal>
 #include <cstdio>
 
 using tarn::CommandLine;
@@ -91,6 +92,9 @@ int run(QApplication& app, Studio& studio, const QStringList& failures, const Co
 
 int main(int argc, char** argv)
 {
+#ifdef SIGXFSZ
+    std::signal(SIGXFSZ, SIG_IGN); // A file over the user's limit is an error of its save, not the program's end.
+#endif
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("tarn-studio"));
     QApplication::setApplicationDisplayName(QStringLiteral("Tarn studio"));

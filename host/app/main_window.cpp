@@ -15,6 +15,7 @@
 #include "script/config_scene.h"
 #include "script/script_runtime.h"
 #include "settings.h"
+#include "store/atomic_file.h"
 #include "store/filefun.h"
 #include "studio.h"
 #include "view/view3d.h"
@@ -331,7 +332,12 @@ bool MainWindow::open_file(const QString& path)
 bool MainWindow::save_file(const QString& path)
 {
     m_view->finish_text();
-    return report(m_studio.save_file(path));
+    const bool read_only = tarn::is_read_only(path);
+    if (read_only
+        && !tarn::boxes::confirm(
+            this, lang(u"%1 是只读文件。仍要替换它吗？", u"%1 is read-only. Replace it all the same?").arg(path)))
+        return false;
+    return report(m_studio.save_file(path, read_only));
 }
 
 bool MainWindow::may_discard()

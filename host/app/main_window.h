@@ -35,7 +35,8 @@ public:
     /// The page that the side panel shows; null when there are no modes.
     CChildDlg* side_page() const;
 
-    /// As File > New, Open and Save As do, without asking for the file. Failures are shown in a box; false then.
+    /// As File > New, Open and Save As do, without asking for the file. Failures are shown in a box; false then. Saving
+    /// asks before it replaces a read-only file.
     bool new_file();
     bool open_file(const QString& path);
     bool save_file(const QString& path);

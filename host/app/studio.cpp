@@ -100,11 +100,11 @@ QString Studio::open_file(const QString& path)
     return {};
 }
 
-QString Studio::save_file(const QString& path)
+QString Studio::save_file(const QString& path, bool replace_read_only)
 {
     if (!m_scene)
         return lang(u"没有场景插件，无法保存。", u"There is no scene plug-in; nothing can be saved.");
-    if (auto status = m_scene->save_scene(path); !status)
+    if (auto status = m_scene->save_scene(path, replace_read_only); !status)
         return status.message();
     m_file_name = QFileInfo(path).absoluteFilePath();
     remember_file(m_file_name);

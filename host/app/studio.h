@@ -37,7 +37,7 @@ public:
     // Each answers a message for the user, or an empty text when it went well.
     QString new_file();
     QString open_file(const QString& path);
-    QString save_file(const QString& path);
+    QString save_file(const QString& path, bool replace_read_only = false);
 
     /// True when there was a step.
     bool undo();

@@ -206,6 +206,7 @@ SceneSnapshot Document::snapshot() const
     SceneSnapshot all;
     all.next_id = state().next_id;
     all.files = state().files;
+    all.damaged = state().damaged;
     for (const PackagePart& part : m_parts)
         all.containers.push_back(part.container->m_state);
     all.objects.resize(m_kinds.size());
@@ -292,6 +293,8 @@ void Document::install(SceneSnapshot content)
     m_root->write<DocumentState>([&](DocumentState& s) {
         s.next_id = content.next_id;
         s.files = content.files;
+        s.damaged = content.damaged;
+        s.held = content.held;
     });
     make_objects(content);
     for (const auto& [id, object] : m_permanent)
@@ -305,6 +308,9 @@ void Document::append(SceneSnapshot content)
     m_root->write<DocumentState>([&](DocumentState& s) {
         s.next_id = std::max(s.next_id, m_next_id);
         s.files.insert(content.files);
+        for (auto entry = content.damaged.begin(); entry != content.damaged.end(); ++entry)
+            if (!s.damaged.contains(entry.key()))
+                s.damaged.insert(entry.key(), entry.value());
     });
     for (std::size_t k = 0; k < m_kinds.size(); ++k) {
         if (!m_kinds[k].container || content.objects[k].empty())

@@ -26,6 +26,10 @@ struct DocumentState : StateOf<DocumentState> {
     /// Entries of the package beside its parts, by name: pictures under "textures/", movies, and what this version does
     /// not know, which is kept.
     QMap<QString, QByteArray> files;
+    /// Entries that could not be unpacked, as they lay in the package: they are written back so. A null one is beyond
+    /// reach.
+    QMap<QString, QByteArray> damaged;
+    QList<HeldValue> held; ///< what was not as it should be when the scene was read
 
     static const FieldTable& field_table();
 };

@@ -66,7 +66,7 @@ Status read_member(ObjectState& state, std::string_view key, JsonCursor& value)
         return field->read(state, value);
     QByteArray json;
     auto status = value.read_raw(json);
-    state.unknown.append({QString::fromUtf8(key.data(), static_cast<qsizetype>(key.size())), json});
+    state.unknown.append({from_utf8(key), json});
     return status;
 }
 

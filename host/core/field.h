@@ -155,7 +155,10 @@ public:
         T value{};
         auto status = Kind::read(cursor, value);
         if (status) {
+            const T given = value;
             Kind::hold(rules(), value);
+            if (!(value == given))
+                cursor.note_held(name(), Kind::to_value(given), Kind::to_value(value));
             m_access.set(cast(state), std::move(value));
         }
         return status;

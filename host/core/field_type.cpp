@@ -1,6 +1,7 @@
 #include "field_type.h"
 
 #include "language.h"
+#include "utf8.h"
 
 #include <QTextBoundaryFinder>
 
@@ -123,7 +124,7 @@ Status detail::MapType<E>::read(JsonCursor& cursor, Map& out)
 {
     out.clear();
     return cursor.each_member([&](std::string_view name, JsonCursor& value) {
-        const auto text = QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size()));
+        const auto text = from_utf8(name);
         if (out.contains(text))
             return value.fail(lang(u"\"%1\" 出现了两次", u"\"%1\" appears twice").arg(text));
         return FieldType<E>::read(value, out[text]);

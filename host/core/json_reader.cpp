@@ -11,6 +11,7 @@
 #include <cmath>
 #include <limits>
 #include <optional>
+#include <utility>
 
 namespace tarn {
 
@@ -22,6 +23,8 @@ struct JsonText::Impl {
     QString file;
     od::parser parser;
     od::document document;
+    QList<HeldValue> held;
+    int held_count = 0; ///< with those that were taken
 
     Status fail_at(const char* place, const QString& what) const
     {
@@ -100,6 +103,17 @@ QString too_deep()
 }
 
 } // namespace
+
+void JsonCursor::note_held(const char* field, Value given, Value kept)
+{
+    if (m_impl.text.held_count++ < max_held)
+        m_impl.text.held.append({0, field, std::move(given), std::move(kept)});
+}
+
+QList<HeldValue> JsonCursor::take_held()
+{
+    return std::exchange(m_impl.text.held, {});
+}
 
 Status JsonCursor::fail(const QString& what) const
 {

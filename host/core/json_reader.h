@@ -1,5 +1,6 @@
 #pragma once
 
+#include "held_value.h"
 #include "status.h"
 
 #include <QByteArray>
@@ -47,10 +48,16 @@ public:
     /// The integer member `key` of this object, wherever it stands; each_member() still starts at the front.
     Status peek_int(std::string_view key, int& value);
 
+    /// Remembers that a value was held to its field's rules, up to max_held of them.
+    void note_held(const char* field, Value given, Value kept);
+    /// What was remembered since this was last called; whose values they are is the caller's to tell.
+    QList<HeldValue> take_held();
+
     /// An error at this place: "scene.json, line 12: <what>".
     Status fail(const QString& what) const;
 
     static constexpr int max_depth = 256;
+    static constexpr int max_held = 1000; ///< of a text; a made-up one could have millions
 
 private:
     friend class JsonText;

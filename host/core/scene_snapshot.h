@@ -1,5 +1,6 @@
 #pragma once
 
+#include "held_value.h"
 #include "object_state.h"
 
 #include <QMap>
@@ -14,6 +15,8 @@ namespace tarn {
 struct SceneSnapshot {
     quint32 next_id = 2;             ///< ids from here on were never used
     QMap<QString, QByteArray> files; ///< entries of the package beside its parts
+    QMap<QString, QByteArray> damaged; ///< see DocumentState
+    QList<HeldValue> held;
     std::vector<StatePtr> containers;           ///< in the order of Document::parts()
     std::vector<std::vector<StatePtr>> objects; ///< in the order of Document::kinds(); each list as it is saved
 

@@ -79,7 +79,8 @@ public:
     virtual void new_scene() = 0;
     /// Replaces the scene by the file's; on failure nothing changes.
     virtual tarn::Status open_scene(const QString& path) = 0;
-    virtual tarn::Status save_scene(const QString& path) = 0;
+    /// A read-only file is kept, and that is a failure, unless it is to be replaced; it then stays read-only.
+    virtual tarn::Status save_scene(const QString& path, bool replace_read_only = false) = 0;
 
     /// Runs the scene, or ends that: everything takes the state again that it had before.
     virtual void play(bool on) = 0;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/held_value.h"
 #include "core/object_state.h"
 
 #include <QByteArray>

@@ -43,5 +43,3 @@ CDXUTPictureInPicture::CDXUTPictureInPicture(tarn::Journal& journal, CGuiCore& c
 }
 
 CDXUTMap::CDXUTMap(tarn::Journal& journal, CGuiCore& core) : CDXUTControl(journal, core, new MapState) {}
-
-}

@@ -5,5 +5,3 @@
 CDXUTPicture::CDXUTPicture(tarn::Journal& journal, CGuiCore& core) : CDXUTStatic(journal, core, new tarn::PictureState)
 {
 }
-
-}

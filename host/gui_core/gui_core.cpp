@@ -146,7 +146,10 @@ void CGuiCore::add_styles(const QMap<QString, QByteArray>& styles, bool replace)
     for (auto style = styles.begin(); style != styles.end(); ++style)
         if (replace || !all.contains(style.key()))
             all.insert(style.key(), style.value());
-    change<CoreState>(&CoreState::styles, all);
+    if (all == core_state().styles)
+        return;
+    edit<CoreState>().styles = all;
+    written(tarn::WrittenFields::whole());
 }
 
 void CGuiCore::children_changed()

@@ -27,6 +27,11 @@ int halvings_for(QSize size, QSize shown)
     return count;
 }
 
+bool is_too_large(QSize size)
+{
+    return size.width() > TextureCache::max_side || size.height() > TextureCache::max_side;
+}
+
 } // namespace
 
 TextureCache::Picture TextureCache::decode(const QByteArray& encoded, QSize shown)
@@ -38,12 +43,14 @@ TextureCache::Picture TextureCache::decode(const QByteArray& encoded, QSize show
     picture.encoded = encoded;
     picture.size = reader.size();
     // The header is looked at first: a small file may claim a picture that fills the memory.
-    if (picture.size.width() > max_side || picture.size.height() > max_side)
+    if (is_too_large(picture.size))
         return picture;
     picture.halvings = halvings_for(picture.size, shown);
     if (picture.halvings > 0)
         reader.setScaledSize({picture.size.width() >> picture.halvings, picture.size.height() >> picture.halvings});
     picture.image = reader.read();
+    if (is_too_large(picture.image.size())) // Some headers do not tell the size.
+        picture.image = {};
     if (!picture.image.isNull())
         picture.image.convertTo(QImage::Format_ARGB32_Premultiplied);
     return picture;

@@ -14,6 +14,7 @@
 #include "scene_tools.h"
 #include "script/gui_script_api.h"
 #include "script/scene_scripts.h"
+#include "store/enough_memory.h"
 #include "store/pak_file.h"
 #include "tex_path_info.h"
 
@@ -114,7 +115,7 @@ void CGuiPlugScene::clear()
 
 Status CGuiPlugScene::save(CPakFile& package, const CSaveOpt& options)
 {
-    return tarn::write_package(package, parts(), options);
+    return tarn::with_enough_memory([&] { return tarn::write_package(package, parts(), options); });
 }
 
 void CGuiPlugScene::install(tarn::SceneContent content)
@@ -171,14 +172,14 @@ Status CGuiPlugScene::open_scene(const QString& path)
     return {};
 }
 
-Status CGuiPlugScene::save_scene(const QString& path)
+Status CGuiPlugScene::save_scene(const QString& path, bool replace_read_only)
 {
     CPakFile package;
     auto status = package.create(path);
     if (status)
         status = save(package, {});
     if (status)
-        status = package.close();
+        status = package.close(replace_read_only ? tarn::ReadOnly::Replace : tarn::ReadOnly::Keep);
     if (status)
         journal().mark_saved();
     return status;

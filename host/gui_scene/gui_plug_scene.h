@@ -75,7 +75,7 @@ public:
 
     void new_scene() override;
     tarn::Status open_scene(const QString& path) override;
-    tarn::Status save_scene(const QString& path) override;
+    tarn::Status save_scene(const QString& path, bool replace_read_only = false) override;
 
     // Objects
     // What is removed takes the pictures along that nothing else uses; see tarn::PictureRelease.

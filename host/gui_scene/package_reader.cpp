@@ -7,9 +7,13 @@
 #include "gui_core/texture_name.h"
 #include "package_writer.h"
 #include "picture_names.h"
+#include "store/enough_memory.h"
 #include "store/pak_file.h"
+#include "store/pak_rules.h"
 #include "store/scene_text.h"
 #include "tex_path_info.h"
+
+#include <QSet>
 
 #include <algorithm>
 #include <utility>
@@ -56,11 +60,15 @@ Status reserve_event_ids(SceneReader& reader, const CEventManager& events)
 /// Pictures that are named but not in the package may lie beside it.
 void add_loose_pictures(const SceneSnapshot& scene, QMap<QString, QByteArray>& files)
 {
+    QSet<QString> looked_for;
+    quint64 total = 0;
     each_picture(scene, [&](const QString& name) {
-        if (files.contains(texture_entry(name)))
+        if (files.contains(texture_entry(name)) || looked_for.contains(name))
             return;
+        looked_for.insert(name);
         const QByteArray loose = CTexPathInfo::find_loose(name);
-        if (!loose.isEmpty())
+        total += quint64(loose.size());
+        if (!loose.isEmpty() && total <= PakLimits::max_total_size)
             files.insert(texture_entry(name), loose);
     });
 }
@@ -136,7 +144,34 @@ Result<SceneContent> read_content(QByteArray manifest, QMap<QString, QByteArray>
     return content;
 }
 
-Result<SceneContent> read_package(const CPakFile& package, CGuiCore& core)
+namespace {
+
+/// The package's entries beside the scene's own.
+struct OtherEntries {
+    QMap<QString, QByteArray> files;
+    QMap<QString, QByteArray> damaged;
+};
+
+Result<OtherEntries> read_others(const CPakFile& package, const Document& document)
+{
+    OtherEntries others;
+    for (const QString& name : package.names()) {
+        if (name == manifest_name || is_part(document, name) || name.endsWith(QLatin1Char('/')))
+            continue;
+        auto content = package.read_file(name);
+        if (content) {
+            others.files.insert(name, std::move(content.value()));
+            continue;
+        }
+        const auto packed = package.read_packed(name);
+        if (package.is_memory_short())
+            return content.status(); // The entry would be lost with the next save.
+        others.damaged.insert(name, packed ? packed.value() : QByteArray());
+    }
+    return others;
+}
+
+Result<SceneContent> read_entries(const CPakFile& package, CGuiCore& core)
 {
     auto manifest = package.read_file(manifest_name);
     if (!manifest)
@@ -148,20 +183,23 @@ Result<SceneContent> read_package(const CPakFile& package, CGuiCore& core)
             return text.status();
         texts.insert(QLatin1String(part.entry), std::move(text.value()));
     }
-    QMap<QString, QByteArray> files;
-    for (const QString& name : package.names()) {
-        if (name == manifest_name || is_part(core.document(), name) || name.endsWith(QLatin1Char('/')))
-            continue;
-        auto content = package.read_file(name);
-        if (!content)
-            return content.status();
-        files.insert(name, std::move(content.value()));
-    }
-    auto content = read_content(std::move(manifest.value()), std::move(texts), std::move(files), core);
-    if (content)
+    auto others = read_others(package, core.document());
+    if (!others)
+        return others.status();
+    auto content = read_content(std::move(manifest.value()), std::move(texts), std::move(others.value().files), core);
+    if (content) {
+        content.value().objects.damaged = std::move(others.value().damaged);
         return content;
+    }
     return Status::error(lang(u"无法载入文件包 %1：%2", u"The package %1 cannot be loaded: %2")
                              .arg(package.path(), content.status().message()));
+}
+
+} // namespace
+
+Result<SceneContent> read_package(const CPakFile& package, CGuiCore& core)
+{
+    return with_enough_memory([&] { return read_entries(package, core); });
 }
 
 } // namespace tarn

@@ -11,7 +11,8 @@ class CPakFile;
 namespace tarn {
 
 /// Reads a package's content into objects that are not part of the scene yet; nothing of the open scene changes.
-/// The file counts as hostile: whatever is wrong gives one message that names the entry and the place.
+/// The file counts as hostile: whatever is wrong gives one message that names the entry and the place. Entries that the
+/// interface can be shown without, like pictures, may be damaged: DocumentState::damaged has them then.
 Result<SceneContent> read_package(const CPakFile& package, CGuiCore& core);
 
 /// The same from texts that were read before, those of the parts by their entries; `files` are the package's other

@@ -128,10 +128,20 @@ Status write_package(CPakFile& package, const SceneParts& scene, const CSaveOpt&
         !status)
         return status;
     const auto& files = scene.core.document().files();
+    const auto left_out = [&](const QString& name) {
+        return !options.with_pictures && name.startsWith(QLatin1String("textures/"));
+    };
     for (auto file = files.begin(); file != files.end(); ++file) {
-        if (!options.with_pictures && file.key().startsWith(QLatin1String("textures/")))
+        if (left_out(file.key()))
             continue;
         if (auto status = package.add_file(options.prefix + file.key(), file.value()); !status)
+            return status;
+    }
+    const auto& damaged = scene.core.document().state().damaged;
+    for (auto entry = damaged.begin(); entry != damaged.end(); ++entry) {
+        if (entry->isNull() || files.contains(entry.key()) || left_out(entry.key()))
+            continue;
+        if (auto status = package.add_packed(options.prefix + entry.key(), entry.value()); !status)
             return status;
     }
     return {};

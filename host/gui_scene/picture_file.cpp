@@ -5,8 +5,8 @@
 #include "gui_core/texture_name.h"
 #include "gui_draw/texture_cache.h"
 #include "store/pak_rules.h"
+#include "store/plain_file.h"
 
-#include <QFile>
 #include <QFileInfo>
 
 namespace tarn {
@@ -24,13 +24,8 @@ Status unreadable(const QString& path, const QString& reason)
 
 Result<QByteArray> read_picture_file(const QString& path)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return unreadable(path, file.errorString());
-    QByteArray content = file.read(largest_file + 1); // What is no plain file may tell no size.
-    if (content.size() > largest_file)
-        return unreadable(path, lang(u"文件太大", u"the file is too large"));
-    return content;
+    auto content = read_plain_file(path, largest_file);
+    return content ? content : unreadable(path, content.status().message());
 }
 
 Result<QString> take_picture(CGuiCore& core, const QString& path)

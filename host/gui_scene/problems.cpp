@@ -17,6 +17,8 @@ namespace {
 
 using Problems = ProblemFinder::Problems;
 
+constexpr int longest_value = 40; ///< UTF-16 units of a text that a message quotes
+
 QString name_of(const ModelObject& object)
 {
     const FieldBase* field = object.fields().find("name");
@@ -43,11 +45,17 @@ void find_broken_events(CGuiPlugScene& scene, Problems& problems)
     }
 }
 
-void find_missing_pictures(ModelObject& object, const QString& name, const QMap<QString, QByteArray>& files,
-                           Problems& problems)
+void find_missing_pictures(ModelObject& object, const QString& name, const DocumentState& document, Problems& problems)
 {
     each_picture(object.authored_state(), [&](const QString& picture) {
-        if (!files.contains(texture_entry(picture)))
+        const QString entry = texture_entry(picture);
+        if (document.files.contains(entry))
+            return;
+        if (document.damaged.contains(entry))
+            problems.push_back(
+                {&object, name,
+                 lang(u"图片 %1 已损坏，无法显示。", u"The picture %1 is damaged and not shown.").arg(picture)});
+        else
             problems.push_back(
                 {&object, name,
                  lang(u"图片 %1 不在文件包中。", u"The picture %1 is not in the package.").arg(picture)});
@@ -68,6 +76,60 @@ void find_shared_names(const List& objects, const QString& text, Problems& probl
         const int count = users.value(name);
         if (count > 1 && !name.isEmpty() && ++seen[name] == 2)
             problems.push_back({object, name, text.arg(count)});
+    }
+}
+
+void find_damaged_entries(const DocumentState& document, Problems& problems)
+{
+    for (auto entry = document.damaged.begin(); entry != document.damaged.end(); ++entry)
+        if (!document.files.contains(entry.key()))
+            problems.push_back(
+                {nullptr, entry.key(),
+                 entry->isNull() ? lang(u"文件包中的这个条目已损坏，内容无法取得，保存后将不再存在。",
+                                        u"This entry of the package is damaged beyond reach; a saved package lacks it.")
+                                 : lang(u"文件包中的这个条目已损坏；保存时保持原样。",
+                                        u"This entry of the package is damaged; saving keeps it as it is.")});
+}
+
+QString value_text(const Value& value)
+{
+    if (const auto* text = std::get_if<QString>(&value))
+        return QLatin1Char('"') + cut_text(*text, longest_value) + QLatin1Char('"');
+    if (const auto* whole = std::get_if<qint64>(&value))
+        return QString::number(*whole);
+    if (const auto* real = std::get_if<double>(&value))
+        return QString::number(*real);
+    return lang(u"列表", u"a list");
+}
+
+struct NamedObject {
+    ModelObject* object = nullptr;
+    QString name;
+};
+
+NamedObject find_object(CGuiCore& core, quint32 id)
+{
+    if (id == 0)
+        return {&core, lang(u"界面", u"Interface")};
+    ModelObject* object = core.document().find(id);
+    if (object == core.GetRootDialog())
+        return {object, lang(u"屏幕", u"Screen")};
+    return object && object->is_attached() ? NamedObject{object, name_of(*object)} : NamedObject();
+}
+
+/// An attribute that the author has set since is none of them.
+void find_held_values(CGuiCore& core, Problems& problems)
+{
+    for (const HeldValue& held : core.document().state().held) {
+        const NamedObject found = find_object(core, held.object);
+        const FieldBase* field = found.object ? found.object->fields().find(held.field.constData()) : nullptr;
+        if (!field || field->get(found.object->authored_state()) != held.kept)
+            continue;
+        const bool can_be_shown = held.object != 0 && found.object != core.GetRootDialog();
+        problems.push_back({can_be_shown ? found.object : nullptr, found.name,
+                            lang(u"文件中的属性 %1 为 %2，超出允许的范围，已改为 %3。",
+                                 u"The file gave the property %1 as %2, which cannot be; it was made %3.")
+                                .arg(QString::fromLatin1(held.field), value_text(held.given), value_text(held.kept))});
     }
 }
 
@@ -97,10 +159,10 @@ Problems ProblemFinder::find(CGuiPlugScene& scene)
     Problems problems;
     find_broken_events(scene, problems);
     find_faulty_functions(scene.functions(), problems);
-    const CGuiCore& core = scene.gui_core();
-    const auto& files = core.document().files();
+    CGuiCore& core = scene.gui_core();
+    const DocumentState& document = core.document().state();
     for (ModelObject* object : core.document().objects())
-        find_missing_pictures(*object, name_of(*object), files, problems);
+        find_missing_pictures(*object, name_of(*object), document, problems);
     find_shared_names(core.GetDialogs(),
                       lang(u"%1 个窗口同名，脚本只能按名称找到最下层的一个。",
                            u"%1 dialogs have this name; by it scripts find only the lowest of them."),
@@ -109,6 +171,8 @@ Problems ProblemFinder::find(CGuiPlugScene& scene)
                       lang(u"%1 个控件同名，脚本只能按名称找到最先创建的一个。",
                            u"%1 controls have this name; by it scripts find only the one made first."),
                       problems);
+    find_damaged_entries(document, problems);
+    find_held_values(core, problems);
     return problems;
 }
 

@@ -2,8 +2,7 @@
 
 #include "core/appinfo.h"
 #include "store/pak_rules.h"
-
-#include <QFile>
+#include "store/plain_file.h"
 
 #include <utility>
 
@@ -28,8 +27,9 @@ QByteArray CTexPathInfo::find_loose(const QString& name)
 {
     if (!innermost || !tarn::check_entry_name(name))
         return {};
-    QFile file(innermost->m_folder + QLatin1Char('/') + name);
-    if (file.size() > max_loose_size || !file.open(QIODevice::ReadOnly))
+    const QString path = tarn::file_inside(innermost->m_folder, name);
+    if (path.isNull())
         return {};
-    return file.readAll();
+    const auto content = tarn::read_plain_file(path, max_loose_size);
+    return content ? content.value() : QByteArray();
 }

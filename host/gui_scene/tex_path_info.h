@@ -15,7 +15,8 @@ public:
     CTexPathInfo(const CTexPathInfo&) = delete;
     CTexPathInfo& operator=(const CTexPathInfo&) = delete;
 
-    /// The content of the loose picture `name`; null when no guard lives, the name is unsafe or there is no such file.
+    /// The content of the loose picture `name`; null when no guard lives, the name is unsafe, there is no such file in the
+    /// folder (links out of it lead nowhere), or it is larger than pictures are.
     static QByteArray find_loose(const QString& name);
 
 private:

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "atomic_file.h"
 #include "core/status.h"
-#include "file_io.h"
 
 #include <QByteArray>
 #include <QString>
@@ -24,12 +24,19 @@ public:
     /// sizes over the limits of PakLimits and archives that are cut off are refused with the entry's name. `mode` is 0.
     tarn::Status open(const QString& path, int mode = 0);
     /// Of a package being written: writes it in place of the old file. Does nothing otherwise.
-    tarn::Status close();
+    tarn::Status close(tarn::ReadOnly read_only = tarn::ReadOnly::Keep);
 
     /// Adds an entry to a package being written. Entries that are compressed already (pictures) are stored as they are.
     tarn::Status add_file(const QString& name, const QByteArray& content);
     /// The content of an entry; fails with the entry's name when it is missing or its checksum is wrong.
     tarn::Result<QByteArray> read_file(const QString& name) const;
+    /// An entry as it lies in the package, for one that cannot be unpacked; add_packed() takes it.
+    tarn::Result<QByteArray> read_packed(const QString& name) const;
+    /// Adds an entry that stands in the package afterwards as it stood in the one that read_packed() took it from,
+    /// however damaged that is.
+    tarn::Status add_packed(const QString& name, const QByteArray& packed);
+    /// Whether reading an entry has failed because memory was short: the entry may be whole then.
+    bool is_memory_short() const { return m_memory_short; }
     bool has_file(const QString& name) const;
     QStringList names() const; ///< of a package being read, in the order of the archive
 
@@ -39,8 +46,11 @@ private:
     struct Reader;
     struct Writer;
 
+    tarn::Result<QByteArray> read_entry(const QString& name, bool packed) const;
+
     tarn::FileIo& m_io;
     QString m_path;
+    mutable bool m_memory_short = false;
     std::unique_ptr<Reader> m_reader;
     std::unique_ptr<Writer> m_writer;
 };

@@ -53,4 +53,15 @@ Status check_entry_size(const QString& name, quint64 packed, quint64 unpacked)
         lang(u"条目“%1”过大（%2 字节）", u"the entry \"%1\" is too large (%2 bytes)").arg(name).arg(unpacked));
 }
 
+Status check_total_size(const QString& largest, quint64 packed, quint64 unpacked)
+{
+    const bool bomb = unpacked > PakLimits::unsuspicious_total && unpacked / (packed + 1) > PakLimits::max_total_ratio;
+    if (unpacked <= PakLimits::max_total_size && !bomb)
+        return {};
+    return Status::error(lang(u"解压后内容过大（%1 字节，最大的条目是“%2”）",
+                              u"its content is too large (%1 bytes unpacked, the most of them in \"%2\")")
+                             .arg(unpacked)
+                             .arg(largest));
+}
+
 } // namespace tarn

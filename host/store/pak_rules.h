@@ -14,6 +14,8 @@ struct PakLimits {
     static constexpr quint64 max_total_size = quint64(2) << 30; ///< bytes, unpacked
     static constexpr quint64 unsuspicious_size = quint64(16) << 20;
     static constexpr quint64 max_ratio = 400; ///< unpacked : packed, for entries over unsuspicious_size
+    static constexpr quint64 unsuspicious_total = quint64(64) << 20;
+    static constexpr quint64 max_total_ratio = 100; ///< the same for all together, over unsuspicious_total
 };
 
 /// Whether `name` may be an entry's name: relative, with forward slashes, staying inside its folder, usable on every
@@ -22,5 +24,8 @@ Status check_entry_name(const QString& name);
 
 /// Whether an entry of these sizes (bytes) may be unpacked.
 Status check_entry_size(const QString& name, quint64 packed, quint64 unpacked);
+
+/// Whether all entries of a package of `packed` bytes may be unpacked, which gives `unpacked`; `largest` is named if not.
+Status check_total_size(const QString& largest, quint64 packed, quint64 unpacked);
 
 } // namespace tarn

@@ -5,6 +5,7 @@
 #include "core/json_writer.h"
 #include "core/language.h"
 #include "core/model_object.h"
+#include "core/utf8.h"
 
 #include <algorithm>
 
@@ -39,7 +40,7 @@ void write_list(JsonWriter& writer, const ObjectKind& kind, const std::vector<St
 Status twice(std::string_view key, const JsonCursor& place)
 {
     return place.fail(lang(u"\"%1\" 出现了两次", u"\"%1\" appears twice")
-                          .arg(QString::fromUtf8(key.data(), qsizetype(key.size()))));
+                          .arg(from_utf8(key)));
 }
 
 QString described(const ObjectKind& kind, const ObjectState& state)
@@ -101,6 +102,15 @@ Status SceneReader::claim_id(std::size_t kind, const ObjectState& state, const J
     return {};
 }
 
+/// What was held to its rules while the object was read; 0 stands for a container.
+void SceneReader::keep_held(quint32 object, JsonCursor& value)
+{
+    for (HeldValue& held : value.take_held()) {
+        held.object = object;
+        m_scene.held.append(std::move(held));
+    }
+}
+
 Status SceneReader::read_object(std::size_t kind, JsonCursor& value)
 {
     const ObjectKind& row = m_document.kinds()[kind];
@@ -118,6 +128,7 @@ Status SceneReader::read_object(std::size_t kind, JsonCursor& value)
             lang(u"%1的编号是 %2", u"the id of the %1 is %2").arg(lang(row.chinese, row.english)).arg(row.fixed->id()));
     if (auto status = claim_id(kind, *state, value); !status)
         return status;
+    keep_held(state->id, value);
     m_scene.objects[kind].push_back(state);
     return {};
 }
@@ -145,7 +156,9 @@ Status SceneReader::read(const PackagePart& part, QByteArray text, const ReadMor
         Status status;
         if (read_more && read_more(key, value, status))
             return status;
-        return read_member(container, key, value);
+        auto status_of_member = read_member(container, key, value);
+        keep_held(0, value);
+        return status_of_member;
     });
 }
 

@@ -37,9 +37,9 @@ public:
     SceneSnapshot& scene() { return m_scene; }
 
 private:
-    struct Place; ///< where a list is read
     Status read_object(std::size_t kind, JsonCursor& value);
     Status claim_id(std::size_t kind, const ObjectState& state, const JsonCursor& place);
+    void keep_held(quint32 object, JsonCursor& value);
     Status link(std::size_t kind, const StatePtr& state);
 
     const Document& m_document;

@@ -12,6 +12,7 @@
 #include "gui_core/texture_name.h"
 #include "gui_scene/gui_plug_scene.h"
 #include "gui_scene/picture_names.h"
+#include "store/enough_memory.h"
 #include "store/pak_rules.h"
 
 #include <QClipboard>
@@ -184,7 +185,7 @@ Status paste_text(CGuiPlugScene& scene, const QByteArray& text)
 {
     CGuiCore& core = scene.gui_core();
     Content content;
-    if (auto status = read_content(text, content); !status)
+    if (auto status = with_enough_memory([&] { return read_content(text, content); }); !status)
         return Status::error(lang(u"剪贴板中的控件无法粘贴：%1", u"The clipboard's controls cannot be pasted: %1")
                                  .arg(status.message()));
     CDXUTDialog* current = core.selection().current_dialog;

@@ -56,7 +56,7 @@ TEST_F(PackageTest, samples_saved_opened_and_saved_again_give_the_same_bytes_in_
 TEST_F(PackageTest, everything_that_this_version_does_not_know_is_kept)
 {
     const QByteArray scene
-        = "{\n\"screen_width\":800,\"screen_height\":600,\"next_id\":40,\n"
+        = "{\n\"screen_width\":800,\"screen_height\":600,\n"
           "\"root\":{\"id\":1,\"name\":\"R\",\"caption_shown\":false,\"frame_shown\":false,\"mood\":[1.50]},\n"
           "\"dialogs\":[\n{\"id\":5,\"name\":\"A\",\"tint\":\"\\u6e56\"}\n],\n"
           "\"controls\":[\n{\"id\":9,\"type\":0,\"dialog\":5,\"text\":\"t\",\"\xef\xbb\xbf"

@@ -105,3 +105,17 @@ t.same(studio.pending(), 2, "a refused call queues nothing")
 remove:click()
 t.refused("was answered with 3 and needs a path or false", merge.click, merge)
 t.same(#studio.dialogs(), 1, "the script goes on after an error")
+
+-- Files
+local protected = t.temporary("protected.tarn")
+os.remove(protected)
+t.same(studio.save(protected), true, "a new file")
+assert(os.execute(('chmod 444 "%s"'):format(protected)))
+studio.create_dialog{name = "Later", x = 1, y = 2, w = 30, h = 40}
+studio.boxes()
+studio.answer("cancel")
+t.same(studio.save(protected), false, "a read-only file is kept")
+t.same(#studio.boxes(), 1, "it was asked for")
+studio.answer("ok")
+t.same(studio.save(protected), true, "it is replaced when that is wanted")
+os.remove(protected)

@@ -2,6 +2,7 @@
 
 #include "store/file_io.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <map>
 
@@ -10,7 +11,7 @@ namespace tarn::test {
 /// The real file system, of whose operations the `number`th of the kind `kind` fails, or all from it on.
 class FailingFileIo : public FileIo {
 public:
-    enum Kind { Open, Write, Sync, Close, Rename, SyncFolder, Remove, KindCount };
+    enum Kind { Create, Write, Sync, Close, Rename, SyncFolder, Remove, KindCount };
 
     FailingFileIo() = default;
     FailingFileIo(Kind kind, int number, bool from_then_on = false)
@@ -18,12 +19,15 @@ public:
     {
     }
 
-    int open_for_writing(const QString& path) override { return fails(Open) ? -1 : FileIo::open_for_writing(path); }
+    int create(const QString& path, const QString& like) override
+    {
+        return fails(Create) ? -1 : FileIo::create(path, like);
+    }
     bool write(int handle, const char* data, qint64 size) override
     {
         if (!fails(Write))
             return FileIo::write(handle, data, size);
-        FileIo::write(handle, data, size / 2); // A full disk takes what still fits.
+        FileIo::write(handle, data, std::min(size, m_fits)); // A full disk takes what still fits.
         errno = ENOSPC;
         return false;
     }
@@ -37,6 +41,8 @@ public:
     bool sync_folder(const QString& path) override { return !fails(SyncFolder) && FileIo::sync_folder(path); }
     bool remove(const QString& path) override { return !fails(Remove) && FileIo::remove(path); }
 
+    /// How many bytes a write that fails still writes.
+    void set_fits(qint64 bytes) { m_fits = bytes; }
     /// How many operations of the kind there were.
     int count(Kind kind) const
     {
@@ -55,6 +61,7 @@ private:
 
     Kind m_kind = KindCount;
     int m_number = 0;
+    qint64 m_fits = 100;
     bool m_from_then_on = false;
     std::map<Kind, int> m_counts;
 };

@@ -22,10 +22,11 @@ inline void put(const QString& path, const QByteArray& content)
     file.write(content);
 }
 
-/// Everything in a folder, hidden files and folders below included.
+/// Everything in a folder: hidden files, folders, links to nothing and pipes included.
 inline QStringList everything_in(const QString& folder)
 {
-    QStringList names = QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name);
+    QStringList names = QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot,
+                                               QDir::Name);
     return names;
 }
 
