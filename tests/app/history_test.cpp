@@ -26,7 +26,7 @@ struct CountState : StateOf<CountState> {
 
 class Counter : public ModelObject {
 public:
-    explicit Counter(Journal& journal) : ModelObject(journal, new CountState) {}
+    explicit Counter(Document& document) : ModelObject(document, new CountState) {}
 
     void count() { change<&CountState::count>(state<CountState>().count + 1); }
     const char* class_name() const override { return "Counter"; }
@@ -34,8 +34,9 @@ public:
 };
 
 struct HistoryTest : testing::Test {
-    Journal journal;
-    Counter counter{journal};
+    Document document;
+    Journal& journal = document.journal();
+    Counter counter{document};
 
     void act(const QString& name)
     {

@@ -283,22 +283,3 @@ TEST(SwfHeader, tells_what_a_movie_says_and_why_it_cannot_be_read)
                                   compressed.left(14), QByteArray("CWS\x06") + length + content, no_content})
         EXPECT_FALSE(read_swf_header(bad).ok());
 }
-
-TEST_F(ControlsTest, looks_of_its_own_hold_no_more_than_there_are_slots_and_end_with_what_was_chosen)
-{
-    CDXUTControl* b = button(m_home, {20, 20, 100, 60});
-    ASSERT_TRUE(set(*b, "style_colors", NumberList(100, 7)).ok());
-    EXPECT_EQ(std::get<NumberList>(get(*b, "style_colors")).size(), style_slot_count);
-    ASSERT_TRUE(set(*b, "style_images", QStringList{u"a.png"_s, QString(), QString()}).ok());
-    EXPECT_EQ(std::get<QStringList>(get(*b, "style_images")), QStringList{u"a.png"_s});
-    ASSERT_TRUE(set(*b, "style_colors", NumberList{0, 0}).ok());
-    ASSERT_TRUE(set(*b, "style_images", QStringList()).ok());
-    EXPECT_FALSE(b->has_style());
-    EXPECT_FALSE(b->set_style_color(style_slot_count, 5));
-    EXPECT_FALSE(b->set_style_color(-1, 5));
-    EXPECT_FALSE(b->set_style_text_color(VisualState::Hidden, 5));
-}
-
-} // namespace
-
-} // namespace tarn::test

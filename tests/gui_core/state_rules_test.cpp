@@ -94,7 +94,7 @@ TEST_F(StateRulesTest, hold_after_each_write)
         for (const Write& write : rule.writes)
             EXPECT_TRUE(set(*made, write.field, write.value).ok()) << rule.what;
         for (const Write& expected : rule.expected)
-            EXPECT_EQ(get(*made, expected.field), expected.value) << rule.what << ", " << expected.field;
+            EXPECT_EQ(made->fields().find(expected.field)->get(*made), expected.value) << rule.what << ", " << expected.field;
     }
 }
 
@@ -113,12 +113,12 @@ TEST_F(StateRulesTest, hold_once_for_all_that_was_read)
         {DXUT_CONTROL_INFOBOX, R"({"max_lines":1,"lines":["a","b"]})", {{"lines", QStringList(u"b"_s)}}},
     };
     for (const Read& read : all) {
-        const auto made = m_core.make_control(read.type);
+        const StatePtr made(make_control_state(read.type));
         JsonText text("{\"o\":" + read.json + "}", u"scene.json"_s);
         ASSERT_TRUE(
-            text.each_member([&](std::string_view, JsonCursor& value) { return made->load_state(value); }).ok());
+            text.each_member([&](std::string_view, JsonCursor& value) { return read_state(*made, value); }).ok());
         for (const Write& expected : read.expected)
-            EXPECT_EQ(get(*made, expected.field), expected.value) << read.json.toStdString();
+            EXPECT_EQ(made->fields().find(expected.field)->get(*made), expected.value) << read.json.toStdString();
     }
 }
 

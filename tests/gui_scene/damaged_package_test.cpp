@@ -183,8 +183,8 @@ TEST_F(DamagedPackage, a_pipe_chosen_as_a_picture_is_refused_and_not_waited_for)
 {
     read(scene);
     ASSERT_EQ(::mkfifo(QFile::encodeName(path(u"pipe.png"_s)).constData(), 0600), 0);
-    EXPECT_FALSE(m_scene.set_picture({core().find_control(3)}, "image", path(u"pipe.png"_s)).ok());
-    EXPECT_FALSE(m_scene.set_picture({core().find_control(3)}, "image", u"/dev/zero"_s).ok());
+    EXPECT_FALSE(m_scene.set_picture({core().find_control(3)}, key<&PictureState::image>, path(u"pipe.png"_s)).ok());
+    EXPECT_FALSE(m_scene.set_picture({core().find_control(3)}, key<&PictureState::image>, u"/dev/zero"_s).ok());
 }
 
 TEST_F(DamagedPackage, memory_that_does_not_suffice_is_a_refusal)

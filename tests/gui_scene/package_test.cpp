@@ -158,12 +158,13 @@ TEST_F(PackageTest, options_leave_out_pictures_and_unselected_dialogs_and_prefix
 
 TEST_F(PackageTest, objects_made_after_opening_get_ids_that_were_never_used)
 {
-    read("{\"next_id\":3,\"dialogs\":[{\"id\":700,\"name\":\"A\"}],\"controls\":[]}");
+    const QByteArray scene = "{\"dialogs\":[{\"id\":700,\"name\":\"A\"}],\"controls\":[]}";
+    read(scene, {}, "{\"format\":1,\"next_id\":3}");
     EXPECT_EQ(dialog({})->id(), 701u);
-    read("{\"next_id\":900,\"dialogs\":[{\"id\":700,\"name\":\"A\"}],\"controls\":[]}");
+    read(scene, {}, "{\"format\":1,\"next_id\":900}");
     EXPECT_EQ(dialog({})->id(), 900u);
     // Nobody gets that far by making objects.
-    read("{\"next_id\":4294967295,\"dialogs\":[{\"id\":700,\"name\":\"A\"}]}");
+    read(scene, {}, "{\"format\":1,\"next_id\":4294967295}");
     EXPECT_EQ(dialog({})->id(), 701u);
 }
 

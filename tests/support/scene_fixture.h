@@ -57,9 +57,10 @@ protected:
         core().document().forget_history();
     }
     /// Reads a scene given as text, or shows why that fails.
-    void read(const QByteArray& scene, const QMap<QString, QByteArray>& files = {})
+    void read(const QByteArray& scene, const QMap<QString, QByteArray>& files = {},
+              const QByteArray& manifest = "{\"format\":1}")
     {
-        auto content = read_content("{\"format\":1}", {{u"scene.json"_s, scene}}, files, core());
+        auto content = read_content(manifest, {{u"scene.json"_s, scene}}, files, core());
         ASSERT_TRUE(content.ok()) << content.status().message().toStdString();
         m_scene.install(std::move(content.value()));
         core().document().forget_history();
