@@ -27,7 +27,9 @@
 
 #include <algorithm>
 
+using tarn::key;
 using tarn::lang;
+using tarn::StaticState;
 using tarn::VisualState;
 
 namespace {
@@ -53,22 +55,22 @@ enum Command : int { command_none = 1, command_file = 2, command_first_picture =
 constexpr QSize preview_size(96, 36); ///< pixels
 constexpr int largest_font = 500;     ///< pixels
 
-tarn::Value property_of(const CDXUTControl& control, const char* name)
+tarn::Value property_of(const CDXUTControl& control, tarn::FieldKey key)
 {
-    const tarn::FieldBase* field = control.fields().find(name);
+    const tarn::FieldBase* field = control.fields().find(key);
     return field ? control.property(*field) : tarn::Value();
 }
 
-void set_property(CDXUTControl& control, const char* name, const tarn::Value& value)
+void set_property(CDXUTControl& control, tarn::FieldKey key, const tarn::Value& value)
 {
-    if (const tarn::FieldBase* field = control.fields().find(name))
+    if (const tarn::FieldBase* field = control.fields().find(key))
         (void)control.set_property(*field, value);
 }
 
 /// A number that not every type has; 0 for those without it.
-qint64 number_of(const CDXUTControl& control, const char* name)
+qint64 number_of(const CDXUTControl& control, tarn::FieldKey key)
 {
-    const tarn::Value value = property_of(control, name);
+    const tarn::Value value = property_of(control, key);
     const auto* number = std::get_if<qint64>(&value);
     return number ? *number : 0;
 }
@@ -76,7 +78,7 @@ qint64 number_of(const CDXUTControl& control, const char* name)
 quint32 shown_text_color(const CDXUTControl& control, VisualState look)
 {
     const quint32 chosen = control.style_text_color(look);
-    return chosen ? chosen : tarn::Skin::text_color(look, quint32(number_of(control, "text_color")));
+    return chosen ? chosen : tarn::Skin::text_color(look, quint32(number_of(control, key<&StaticState::text_color>)));
 }
 
 } // namespace
@@ -130,11 +132,11 @@ void CDlgElementCustomize::set_up_texts()
     size->set_range(1, largest_font, 1);
     size->set_format_string(QStringLiteral("%0.0f"));
     on_number(id_size, [this](double pixels) {
-        apply([&](CDXUTControl& target) { set_property(target, "font_size", qint64(pixels)); });
+        apply([&](CDXUTControl& target) { set_property(target, key<&StaticState::font_size>, qint64(pixels)); });
     });
     on_click(id_bold, [this] {
         const bool bold = control_as<QCheckBox>(id_bold)->isChecked();
-        apply([&](CDXUTControl& target) { set_property(target, "bold", bold); });
+        apply([&](CDXUTControl& target) { set_property(target, key<&StaticState::bold>, bold); });
     });
     on_click(id_italic, [this] {
         const bool italic = control_as<QCheckBox>(id_italic)->isChecked();
@@ -260,9 +262,9 @@ void CDlgElementCustomize::show_text(const CDXUTControl& shown)
 {
     control_as<CColorSwatch>(id_text_color)->set_color(shown_text_color(shown, look()));
     show_family(shown.font_family());
-    const qint64 size = number_of(shown, "font_size");
+    const qint64 size = number_of(shown, key<&StaticState::font_size>);
     control_as<CSuperEdit>(id_size)->set_pos(size ? double(size) : tarn::Skin::font_size);
-    control_as<QCheckBox>(id_bold)->setChecked(property_of(shown, "bold") == tarn::Value(true));
+    control_as<QCheckBox>(id_bold)->setChecked(property_of(shown, key<&StaticState::bold>) == tarn::Value(true));
     control_as<QCheckBox>(id_italic)->setChecked(shown.font_italic());
 }
 
@@ -290,8 +292,8 @@ void CDlgElementCustomize::enable_parts(const CDXUTControl* shown)
     enable({id_state}, elements || text);
     enable({id_element, id_preview, id_picture_name, id_choose_picture, id_tint}, elements);
     enable({id_text_color, id_family, id_italic}, text);
-    enable({id_size}, text && shown->fields().find("font_size"));
-    enable({id_bold}, text && shown->fields().find("bold"));
+    enable({id_size}, text && shown->fields().find(key<&StaticState::font_size>));
+    enable({id_bold}, text && shown->fields().find(key<&StaticState::bold>));
     const auto all = targets();
     enable({id_reset_state}, std::any_of(all.begin(), all.end(), [this](const CDXUTControl* target) {
                return !target->style_image(slot()).isEmpty() || target->style_color(slot())

@@ -23,31 +23,31 @@ namespace {
 /// Looks an attribute up in the tables of many objects, most of which are of one class.
 class FieldOf {
 public:
-    explicit FieldOf(const char* name) : m_name(name) {}
+    explicit FieldOf(tarn::FieldKey key) : m_key(key) {}
 
     /// Null for an object without the attribute.
     const FieldBase* operator()(const ModelObject& object)
     {
         if (const tarn::FieldTable* table = &object.fields(); table != m_table) {
             m_table = table;
-            m_field = table->find(m_name);
+            m_field = table->find(m_key);
         }
         return m_field;
     }
 
 private:
-    const char* m_name;
+    tarn::FieldKey m_key;
     const tarn::FieldTable* m_table = nullptr;
     const FieldBase* m_field = nullptr;
 };
 
 } // namespace
 
-CommonValue tarn::common_value(std::span<ModelObject* const> objects, const char* field_name)
+CommonValue tarn::common_value(std::span<ModelObject* const> objects, FieldKey key)
 {
     using Agreement = CommonValue::Agreement;
     CommonValue common;
-    FieldOf field_of(field_name);
+    FieldOf field_of(key);
     for (const ModelObject* object : objects) {
         const FieldBase* field = field_of(*object);
         if (!field || field->rules().read_only)
@@ -91,7 +91,7 @@ void CBoundPage::bind(std::span<const tarn::FieldRow> rows)
     for (const tarn::FieldRow& row : rows) {
         QWidget* widget = control(row.control);
         auto editor = widget ? tarn::make_value_editor(*widget, row) : nullptr;
-        Q_ASSERT_X(editor, row.field, "the form has no fitting control for this attribute");
+        Q_ASSERT_X(editor, "bind", "the form has no fitting control for this attribute");
         if (!editor)
             continue;
         Row& bound = m_rows.emplace_back(Row{row, std::move(editor)});
@@ -204,12 +204,12 @@ void CBoundPage::write_row(const Row& bound, const Value& value)
     }
 }
 
-void CBoundPage::write(const char* field_name, const Value& value, tarn::Scope scope)
+void CBoundPage::write(tarn::FieldKey key, const Value& value, tarn::Scope scope)
 {
     const std::vector<ModelObject*> targets = scope == tarn::Scope::Current
         ? std::vector<ModelObject*>(has_selection() ? 1 : 0, current())
         : selected();
-    FieldOf field_of(field_name);
+    FieldOf field_of(key);
     tarn::Status failed;
     tarn::walk(targets, [&](ModelObject* object) {
         const FieldBase* field = field_of(*object);

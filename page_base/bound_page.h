@@ -16,7 +16,7 @@ class FieldTable;
 class ModelObject;
 
 /// What `objects` say about the attribute `field`; those that do not have it have no say.
-CommonValue common_value(std::span<ModelObject* const> objects, const char* field);
+CommonValue common_value(std::span<ModelObject* const> objects, FieldKey field);
 
 } // namespace tarn
 
@@ -56,7 +56,7 @@ protected:
     /// part of the same step.
     virtual void row_edited(int, const tarn::Value&) {}
     /// Writes one attribute of the selected objects that have it; what goes wrong is told in a box.
-    void write(const char* field, const tarn::Value& value, tarn::Scope scope = tarn::Scope::EverySelected);
+    void write(tarn::FieldKey field, const tarn::Value& value, tarn::Scope scope = tarn::Scope::EverySelected);
     /// After a change of the selected objects: tells the other pages and redraws the views.
     void tell_changed();
     /// Whether an edit of a row is being written; refreshes then come from the page itself.

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/field_key.h"
+
 #include <QtGlobal>
 
 #include <optional>
@@ -29,8 +31,8 @@ struct NumberLook {
 /// One attribute of the selected objects in one control of a page's form. Everything else about it, how the widget
 /// shows it and when, comes from the widget's kind and the attribute's field.
 struct FieldRow {
-    int control;       ///< number of the control in the form
-    const char* field; ///< name of the attribute
+    int control;    ///< number of the control in the form
+    FieldKey field; ///< the attribute
     Scope scope = Scope::EverySelected;
     Gate gate = Gate::Always;
     Shows shows = Shows::Common;

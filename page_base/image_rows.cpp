@@ -12,9 +12,9 @@ namespace tarn {
 
 namespace {
 
-QString picture_of(const ModelObject& object, const char* name)
+QString picture_of(const ModelObject& object, FieldKey key)
 {
-    const FieldBase* field = object.fields().find(name);
+    const FieldBase* field = object.fields().find(key);
     const Value value = field ? object.property(*field) : Value();
     const auto* picture = std::get_if<QString>(&value);
     return picture ? *picture : QString();
@@ -78,7 +78,7 @@ Status ImageRows::put(int slot, const QString& path) const
                  : scene.set_picture(m_page.selected(), m_rows[std::size_t(slot)].field, path);
 }
 
-void ImageRows::clear(const char* field)
+void ImageRows::clear(FieldKey field)
 {
     if (!m_page.has_selection())
         return;

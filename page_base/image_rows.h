@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/field_key.h"
 #include "core/status.h"
 
 #include <span>
@@ -19,7 +20,7 @@ QString picture_caption(const QString& picture);
 struct ImageRow {
     int button;
     int clear_button;
-    const char* field;
+    FieldKey field;
 };
 
 /// Gives the objects the picture in the file `path`; `slot` is the row's place among the page's.
@@ -37,7 +38,7 @@ public:
 private:
     void choose(int slot);
     Status put(int slot, const QString& path) const;
-    void clear(const char* field);
+    void clear(FieldKey field);
 
     CBoundPage& m_page;
     std::vector<ImageRow> m_rows;

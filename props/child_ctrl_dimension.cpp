@@ -1,12 +1,19 @@
 #include "child_ctrl_dimension.h"
 
 #include "anchor_rows.h"
+#include "gui_core/control_state.h"
 #include "gui_core/dxut_control.h"
 #include "widgets/button_st.h"
 
 #include <QCheckBox>
 
+using tarn::CenterXAccess;
+using tarn::CenterYAccess;
+using tarn::ControlExtras;
+using tarn::ControlState;
 using tarn::FieldRow;
+using tarn::key;
+using tarn::ScaleModeAccess;
 
 namespace {
 
@@ -24,17 +31,18 @@ enum Id : int {
 };
 
 constexpr FieldRow rows[] = {
-    {.control = id_x, .field = "x"},
-    {.control = id_y, .field = "y"},
-    {.control = id_width, .field = "width"},
-    {.control = id_height, .field = "height"},
-    {.control = id_rotation, .field = "rotation"},
-    {.control = id_center_x, .field = "center_x"},
-    {.control = id_center_y, .field = "center_y"},
-    {.control = id_scale_mode, .field = "scale_mode"},
+    {.control = id_x, .field = key<&ControlState::x>},
+    {.control = id_y, .field = key<&ControlState::y>},
+    {.control = id_width, .field = key<&ControlState::width>},
+    {.control = id_height, .field = key<&ControlState::height>},
+    {.control = id_rotation, .field = key<&ControlExtras::rotation>},
+    {.control = id_center_x, .field = key<CenterXAccess{}>},
+    {.control = id_center_y, .field = key<CenterYAccess{}>},
+    {.control = id_scale_mode, .field = key<ScaleModeAccess{}>},
 };
 
-constexpr auto anchors = tarn::anchor_rows(tarn::Scope::EverySelected, tarn::Follows::Broadcast);
+constexpr auto anchors = tarn::anchor_rows(key<&ControlState::align_type>, tarn::Scope::EverySelected,
+                                           tarn::Follows::Broadcast);
 
 } // namespace
 
@@ -75,7 +83,7 @@ void CChildCtrlDimension::refresh()
     control_as<QCheckBox>(id_keep_ratio)->setEnabled(control);
     button(id_center_reset)->setEnabled(control && control->has_own_center());
     // While place and size scale, no side is kept to.
-    const tarn::CommonValue anchor = tarn::common_value(selected(), "align_type");
+    const tarn::CommonValue anchor = tarn::common_value(selected(), key<&ControlState::align_type>);
     if (anchor.value == tarn::Value(qint64(tarn::anchor_scale)))
         for (const FieldRow& row : anchors)
             button(row.control)->setEnabled(false);
@@ -87,7 +95,7 @@ void CChildCtrlDimension::row_edited(int id, const tarn::Value& value)
     if (!number || !keeps_ratio() || m_aspect == 0)
         return;
     if (id == id_width)
-        write("height", *number / m_aspect);
+        write(key<&ControlState::height>, *number / m_aspect);
     else if (id == id_height)
-        write("width", *number * m_aspect);
+        write(key<&ControlState::width>, *number * m_aspect);
 }

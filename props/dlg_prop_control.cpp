@@ -6,11 +6,14 @@
 #include "design/dlg_element_customize.h"
 #include "design/pop_dlg_color.h"
 #include "frame/rollup.h"
+#include "gui_core/control_state.h"
 #include "gui_core/dxut_control.h"
 #include "gui_scene/gui_plug_scene.h"
 #include "widgets/color_swatch.h"
 
+using tarn::ControlState;
 using tarn::FieldRow;
+using tarn::key;
 using tarn::Shows;
 
 namespace {
@@ -22,10 +25,10 @@ enum Section : int { section_location, section_style, section_property };
 constexpr int flags = 1; ///< a click on one of the three writes them all
 
 constexpr FieldRow rows[] = {
-    {.control = id_name, .field = "name", .shows = Shows::Current},
-    {.control = id_visible, .field = "visible", .shows = Shows::Current, .together = flags},
-    {.control = id_enabled, .field = "enabled", .shows = Shows::Current, .together = flags},
-    {.control = id_locked, .field = "locked", .shows = Shows::Current, .together = flags},
+    {.control = id_name, .field = key<&ControlState::name>, .shows = Shows::Current},
+    {.control = id_visible, .field = key<&ControlState::visible>, .shows = Shows::Current, .together = flags},
+    {.control = id_enabled, .field = key<&ControlState::enabled>, .shows = Shows::Current, .together = flags},
+    {.control = id_locked, .field = key<&ControlState::locked>, .shows = Shows::Current, .together = flags},
 };
 
 } // namespace
@@ -93,7 +96,7 @@ void CDlgPropControl::on_pick_color()
     CPopDlgColor picker(control->color_tag());
     if (picker.do_modal(this) == 1) {
         m_swatch->set_color(picker.color());
-        write("color_tag", qint64(picker.color()));
+        write(key<&ControlState::color_tag>, qint64(picker.color()));
     }
     update_all_views();
 }

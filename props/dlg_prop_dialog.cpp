@@ -13,8 +13,10 @@
 
 #include <QCheckBox>
 
+using tarn::DialogState;
 using tarn::FieldRow;
 using tarn::Follows;
+using tarn::key;
 using tarn::NumberLook;
 using tarn::Scope;
 using tarn::Shows;
@@ -37,37 +39,50 @@ enum Id : int {
 constexpr int all_together = 1; ///< an edit of any writes them all
 constexpr NumberLook pixels{.step = 1, .format = "%.0f", .minimum = 0, .maximum = 9999};
 
-constexpr FieldRow shared_row(int control, const char* field)
+constexpr FieldRow shared_row(int control, tarn::FieldKey field)
 {
     return {.control = control, .field = field, .shows = Shows::Current, .together = all_together};
 }
 
-constexpr FieldRow place_row(int control, const char* field)
+constexpr FieldRow place_row(int control, tarn::FieldKey field)
 {
     return {.control = control, .field = field, .scope = Scope::Current, .together = all_together, .number = pixels};
 }
 
 constexpr FieldRow rows[] = {
-    shared_row(6335, "visible"),
-    shared_row(6019, "caption_shown"),
-    shared_row(6333, "frame_shown"),
-    shared_row(6031, "minimize_button"),
-    shared_row(6020, "movable"),
-    shared_row(6021, "close_button"),
-    shared_row(6018, "name"),
-    shared_row(6362, "caption"),
-    place_row(6337, "x"),
-    place_row(6339, "y"),
-    place_row(id_width, "width"),
-    place_row(id_height, "height"),
-    place_row(6343, "caption_height"),
-    {.control = 6030, .field = "border_width", .shows = Shows::Current, .follows = Follows::Redraw, .number = pixels},
-    {.control = 6508, .field = "minimize_to_bottom", .scope = Scope::Current, .follows = Follows::Nothing},
-    {.control = 6033, .field = "always_on_top", .scope = Scope::Current, .follows = Follows::Redraw}, // not shown yet
-    {.control = id_bind_mouse, .field = "bind_mouse", .scope = Scope::Current, .follows = Follows::Nothing},
+    shared_row(6335, key<&DialogState::visible>),
+    shared_row(6019, key<&DialogState::caption_shown>),
+    shared_row(6333, key<&DialogState::frame_shown>),
+    shared_row(6031, key<&DialogState::minimize_button>),
+    shared_row(6020, key<&DialogState::movable>),
+    shared_row(6021, key<&DialogState::close_button>),
+    shared_row(6018, key<&DialogState::name>),
+    shared_row(6362, key<&DialogState::caption>),
+    place_row(6337, key<&DialogState::x>),
+    place_row(6339, key<&DialogState::y>),
+    place_row(id_width, key<&DialogState::width>),
+    place_row(id_height, key<&DialogState::height>),
+    place_row(6343, key<&DialogState::caption_height>),
+    {.control = 6030,
+     .field = key<&DialogState::border_width>,
+     .shows = Shows::Current,
+     .follows = Follows::Redraw,
+     .number = pixels},
+    {.control = 6508,
+     .field = key<&DialogState::minimize_to_bottom>,
+     .scope = Scope::Current,
+     .follows = Follows::Nothing},
+    {.control = 6033,
+     .field = key<&DialogState::always_on_top>,
+     .scope = Scope::Current,
+     .follows = Follows::Redraw}, // not shown yet
+    {.control = id_bind_mouse,
+     .field = key<&DialogState::bind_mouse>,
+     .scope = Scope::Current,
+     .follows = Follows::Nothing},
 };
 
-constexpr auto anchors = tarn::anchor_rows(Scope::Current, Follows::Redraw);
+constexpr auto anchors = tarn::anchor_rows(key<&DialogState::align_type>, Scope::Current, Follows::Redraw);
 
 CDXUTDialog* as_dialog(tarn::ModelObject* object)
 {
@@ -124,9 +139,9 @@ void CDlgPropDialog::row_edited(int id, const Value& value)
     if (!number || !button(id_keep_ratio)->isChecked())
         return;
     if (id == id_width && m_aspect != 0)
-        write("height", *number / m_aspect, Scope::Current);
+        write(key<&DialogState::height>, *number / m_aspect, Scope::Current);
     else if (id == id_height)
-        write("width", *number * m_aspect, Scope::Current);
+        write(key<&DialogState::width>, *number * m_aspect, Scope::Current);
 }
 
 void CDlgPropDialog::on_scale_with_window()
@@ -187,6 +202,6 @@ void CDlgPropDialog::on_bind_color()
     CPopDlgColor picker(binding->color);
     if (picker.do_modal(this) != 1)
         return;
-    write("bind_color", qint64(picker.color()), Scope::Current);
+    write(key<&DialogState::bind_color>, qint64(picker.color()), Scope::Current);
     refresh();
 }

@@ -1,13 +1,17 @@
 #include "dlg_prop_info_box.h"
 
 #include "core/language.h"
+#include "gui_core/control_state.h"
 #include "gui_core/dxut_info_box.h"
+
+using tarn::InfoBoxState;
+using tarn::key;
 
 namespace {
 
 constexpr tarn::FieldRow rows[] = {
-    {.control = 6650, .field = "line_height", .number = {.format = "%.0f"}},
-    {.control = 6651, .field = "max_lines", .number = {.format = "%.0f"}},
+    {.control = 6650, .field = key<&InfoBoxState::line_height>, .number = {.format = "%.0f"}},
+    {.control = 6651, .field = key<&InfoBoxState::max_lines>, .number = {.format = "%.0f"}},
 };
 
 constexpr int id_test = 6652;

@@ -1,6 +1,7 @@
 #include "dlg_prop_radio.h"
 
 #include "check_rows.h"
+#include "gui_core/control_state.h"
 #include "gui_core/control_type.h"
 #include "gui_scene/gui_plug_scene.h"
 
@@ -10,7 +11,7 @@ constexpr tarn::FieldRow rows[] = {
     tarn::caption_row,
     tarn::checked_row,
     {.control = 6364,
-     .field = "group",
+     .field = tarn::key<&tarn::RadioButtonState::group>,
      .gate = tarn::Gate::OnEnter,
      .shows = tarn::Shows::Current,
      .follows = tarn::Follows::Redraw,

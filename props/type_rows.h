@@ -1,5 +1,6 @@
 #pragma once
 
+#include "gui_core/control_state.h"
 #include "gui_core/gui_event.h"
 #include "page_base/field_row.h"
 #include "page_base/script_rows.h"
@@ -9,13 +10,13 @@
 namespace tarn {
 
 /// A row of a page for one type of controls: it shows the current control and writes to all selected ones of the type.
-constexpr FieldRow type_row(int control, const char* field)
+constexpr FieldRow type_row(int control, FieldKey field)
 {
     return {.control = control, .field = field, .shows = Shows::Current, .follows = Follows::Redraw};
 }
 
 /// The caption has the same number on every page.
-constexpr FieldRow caption_row = type_row(6352, "text");
+constexpr FieldRow caption_row = type_row(6352, key<&StaticState::text>);
 
 /// So have the buttons of the scripts, in the order of the page's events.
 template <std::size_t count>

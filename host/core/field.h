@@ -1,31 +1,15 @@
 #pragma once
 
-#include "json_reader.h"
-#include "json_writer.h"
+#include "field_key.h"
+#include "field_type.h"
 #include "object_state.h"
 #include "rare_data.h"
-#include "status.h"
-#include "value.h"
 
 #include <functional>
-#include <limits>
 #include <memory>
-#include <optional>
-#include <type_traits>
 #include <vector>
 
 namespace tarn {
-
-/// What may be stored in a field beyond its type. The defaults allow everything.
-struct FieldRules {
-    double minimum = std::numeric_limits<double>::lowest();
-    double maximum = std::numeric_limits<double>::max();
-    int max_length = std::numeric_limits<int>::max(); ///< of a text or of each text of a list, in UTF-16 units
-    bool read_only = false;                           ///< set by the object itself only
-    bool picture = false;                             ///< a text, or a list of texts, that names pictures of the scene
-    bool derived = false;                             ///< follows from other fields and is not saved
-    int slots = 0; ///< of a list whose elements have fixed places: how many; empty ones at its end are left out
-};
 
 inline FieldRules range(double minimum, double maximum)
 {
@@ -48,16 +32,14 @@ inline FieldRules slots(int count)
     return {.slots = count};
 }
 
-/// `text` cut to at most `units` UTF-16 units, never inside a character (surrogates and combining marks included).
-QString cut_text(const QString& text, int units);
-
 /// One attribute of a state class. Everything generic (saving, loading, undo, automation, comparing) goes
 /// through this interface; Field<> below supplies it from one line of a table.
 class FieldBase {
 public:
-    FieldBase(const char* name, FieldRules rules) : m_name(name), m_rules(rules) {}
+    FieldBase(FieldKey key, const char* name, FieldRules rules) : m_key(key), m_name(name), m_rules(rules) {}
     virtual ~FieldBase() = default;
 
+    FieldKey key() const { return m_key; }
     const char* name() const { return m_name; }
     const FieldRules& rules() const { return m_rules; }
 
@@ -68,113 +50,89 @@ public:
     virtual bool is_default(const ObjectState& state) const = 0;
     virtual void write(const ObjectState& state, JsonWriter& writer) const = 0;
     virtual Status read(ObjectState& state, JsonCursor& cursor) const = 0;
-    /// The reference kept in this field; null when the field is none.
-    virtual ObjectRef* reference(ObjectState&) const { return nullptr; }
+    /// Gives `to`, a state of the same class, what `from` has in this field.
+    virtual void copy(const ObjectState& from, ObjectState& to) const = 0;
+    /// About how many bytes of memory beside the state itself `kept` holds in this field and does not share with `other`,
+    /// a state of the same class.
+    virtual std::size_t kept_bytes(const ObjectState& kept, const ObjectState& other) const = 0;
 
+    /// The references to objects that this field holds; none when it is not of that kind.
+    virtual void each_reference(const ObjectState& state, const std::function<void(ObjectRef)>& visit) const = 0;
+    virtual void each_reference(ObjectState& state, const std::function<void(ObjectRef&)>& visit) const = 0;
     /// The pictures that this field names; none when it is not of that kind.
-    QStringList pictures(const ObjectState& state) const;
+    virtual QStringList pictures(const ObjectState& state) const = 0;
     /// Puts `renamed(name)` in the place of each of them.
-    void rename_pictures(ObjectState& state, const std::function<QString(const QString&)>& renamed) const;
+    virtual void rename_pictures(ObjectState& state, const std::function<QString(const QString&)>& renamed) const = 0;
 
 private:
+    FieldKey m_key;
     const char* m_name;
     FieldRules m_rules;
 };
 
 namespace detail {
 
-Value to_value(bool value);
-Value to_value(int value);
-Value to_value(quint32 value);
-Value to_value(float value);
-Value to_value(const QString& value);
-Value to_value(const QStringList& value);
-Value to_value(const QList<quint32>& value);
-Value to_value(ObjectRef value);
-
-Status from_value(const Value& value, const FieldRules& rules, bool& out);
-Status from_value(const Value& value, const FieldRules& rules, int& out);
-Status from_value(const Value& value, const FieldRules& rules, quint32& out);
-Status from_value(const Value& value, const FieldRules& rules, float& out);
-Status from_value(const Value& value, const FieldRules& rules, QString& out);
-Status from_value(const Value& value, const FieldRules& rules, QStringList& out);
-Status from_value(const Value& value, const FieldRules& rules, QList<quint32>& out);
-Status from_value(const Value& value, const FieldRules& rules, ObjectRef& out);
-
 template <class T>
-void hold_to_slots(const FieldRules& rules, QList<T>& list)
-{
-    if (!rules.slots)
-        return;
-    if (list.size() > rules.slots)
-        list.resize(rules.slots);
-    while (!list.isEmpty() && list.back() == T())
-        list.removeLast();
-}
-
-template <class T>
-void hold_to_rules(const FieldRules& rules, T& value)
-{
-    if constexpr (std::is_same_v<T, QString>) {
-        if (value.size() > rules.max_length)
-            value = cut_text(value, rules.max_length);
-    } else if constexpr (std::is_same_v<T, QStringList>) {
-        for (QString& text : value)
-            hold_to_rules(rules, text);
-        hold_to_slots(rules, value);
-    } else if constexpr (std::is_same_v<T, QList<quint32>>) {
-        hold_to_slots(rules, value);
-    } else if constexpr (std::is_arithmetic_v<T> && !std::is_same_v<T, bool>) {
-        if (static_cast<double>(value) < rules.minimum)
-            value = static_cast<T>(rules.minimum);
-        else if (static_cast<double>(value) > rules.maximum)
-            value = static_cast<T>(rules.maximum);
-    }
-}
+struct MemberOf;
+template <class Owner, class T>
+struct MemberOf<T Owner::*> {
+    using Class = Owner;
+    using Type = T;
+};
+template <auto member>
+using MemberType = typename MemberOf<decltype(member)>::Type;
 
 } // namespace detail
 
 /// Where an attribute lives: in a member of the state.
-template <class State, class T>
+template <class State, auto member>
 struct MemberAccess {
-    using Type = T;
-    T State::*member;
-    T default_value;
+    using Type = detail::MemberType<member>;
+    Type default_value;
 
-    const T& get(const State& state) const { return state.*member; }
-    T& get(State& state) const { return state.*member; }
-    void set(State& state, T&& value) const { state.*member = std::move(value); }
+    const Type& get(const State& state) const { return state.*member; }
+    void set(State& state, Type&& value) const { state.*member = std::move(value); }
     bool is_default(const State& state) const { return get(state) == default_value; }
 };
 
 /// In data that a state has only when it needs them. The default is what fresh data hold.
-template <class State, class Data, class T>
+template <class State, auto data, auto member>
 struct RareAccess {
-    using Type = T;
-    RareData<Data> State::*data;
-    T Data::*member;
+    using Type = detail::MemberType<member>;
+    using Data = typename detail::MemberOf<decltype(member)>::Class;
 
-    const T& get(const State& state) const { return (state.*data).get().*member; }
-    void set(State& state, T&& value) const
+    const Type& get(const State& state) const { return (state.*data).get().*member; }
+    void set(State& state, Type&& value) const
     {
         (state.*data).edit([&](Data& held) { held.*member = std::move(value); });
     }
     bool is_default(const State& state) const { return (state.*data).is_fresh() || get(state) == Data().*member; }
+    /// The field's part of the data, which are on the heap themselves.
+    std::size_t own_bytes(const State& kept, const State& other) const
+    {
+        return (kept.*data).is_shared_with(other.*data) ? 0 : sizeof(Type);
+    }
 };
 
-/// The attribute that `access` reaches, and its rules.
+/// The attribute that `access` reaches, and its rules. An access class has the members of MemberAccess; where a copy of
+/// what get() gives is not all, it has copy(from, to), too.
 template <class State, class Access>
 class Field final : public FieldBase {
     using T = typename Access::Type;
+    using Kind = FieldType<T>;
+    using Part = typename Kind::Part;
 
 public:
-    Field(const char* name, Access access, FieldRules rules) : FieldBase(name, rules), m_access(std::move(access)) {}
+    Field(FieldKey key, const char* name, Access access, FieldRules rules)
+        : FieldBase(key, name, rules), m_access(std::move(access))
+    {
+    }
 
-    Value get(const ObjectState& state) const override { return detail::to_value(m_access.get(cast(state))); }
+    Value get(const ObjectState& state) const override { return Kind::to_value(m_access.get(cast(state))); }
     Status set(ObjectState& state, const Value& value) const override
     {
         T converted{};
-        auto status = detail::from_value(value, rules(), converted);
+        auto status = Kind::from_value(value, rules(), converted);
         if (status)
             m_access.set(cast(state), std::move(converted));
         return status;
@@ -187,61 +145,100 @@ public:
     bool is_default(const ObjectState& state) const override { return m_access.is_default(cast(state)); }
     void write(const ObjectState& state, JsonWriter& writer) const override
     {
-        if constexpr (std::is_same_v<T, ObjectRef>)
-            writer.value(m_access.get(cast(state)).id);
-        else
-            writer.value(m_access.get(cast(state)));
+        Kind::write(m_access.get(cast(state)), writer);
     }
     Status read(ObjectState& state, JsonCursor& cursor) const override
     {
         T value{};
-        Status status;
-        if constexpr (std::is_same_v<T, ObjectRef>) {
-            status = cursor.read(value.id);
-        } else {
-            status = cursor.read(value);
-            detail::hold_to_rules(rules(), value);
-        }
-        if (status)
+        auto status = Kind::read(cursor, value);
+        if (status) {
+            Kind::hold(rules(), value);
             m_access.set(cast(state), std::move(value));
+        }
         return status;
     }
-    ObjectRef* reference(ObjectState& state) const override
+    void copy(const ObjectState& from, ObjectState& to) const override
     {
-        if constexpr (std::is_same_v<T, ObjectRef>)
-            return &m_access.get(cast(state));
+        if constexpr (requires { m_access.copy(cast(from), cast(to)); })
+            m_access.copy(cast(from), cast(to));
         else
-            return nullptr;
+            m_access.set(cast(to), T(m_access.get(cast(from))));
+    }
+    std::size_t kept_bytes(const ObjectState& kept, const ObjectState& other) const override
+    {
+        std::size_t bytes = Kind::kept_bytes(m_access.get(cast(kept)), m_access.get(cast(other)));
+        if constexpr (requires { m_access.own_bytes(cast(kept), cast(other)); })
+            bytes += m_access.own_bytes(cast(kept), cast(other));
+        return bytes;
+    }
+    void each_reference(const ObjectState& state, const std::function<void(ObjectRef)>& visit) const override
+    {
+        if constexpr (std::is_same_v<Part, ObjectRef>)
+            Kind::each_part(m_access.get(cast(state)), visit);
+    }
+    void each_reference(ObjectState& state, const std::function<void(ObjectRef&)>& visit) const override
+    {
+        if constexpr (std::is_same_v<Part, ObjectRef>)
+            change_parts(state, visit);
+    }
+    QStringList pictures(const ObjectState& state) const override
+    {
+        QStringList names;
+        if constexpr (std::is_same_v<Part, QString>)
+            if (rules().picture)
+                Kind::each_part(m_access.get(cast(state)), [&](const QString& name) {
+                    if (!name.isEmpty())
+                        names.append(name);
+                });
+        return names;
+    }
+    void rename_pictures(ObjectState& state, const std::function<QString(const QString&)>& renamed) const override
+    {
+        if constexpr (std::is_same_v<Part, QString>)
+            if (rules().picture && !is_default(state))
+                change_parts(state, [&](QString& name) {
+                    if (!name.isEmpty())
+                        name = renamed(name);
+                });
     }
 
 private:
     static const State& cast(const ObjectState& state) { return static_cast<const State&>(state); }
     static State& cast(ObjectState& state) { return static_cast<State&>(state); }
 
+    template <class Change>
+    void change_parts(ObjectState& state, const Change& change) const
+    {
+        T value = m_access.get(cast(state));
+        Kind::each_part(value, change);
+        Kind::hold(rules(), value);
+        m_access.set(cast(state), std::move(value));
+    }
+
     Access m_access;
 };
 
-template <class State, class Owner, class T, class Default = T>
-std::unique_ptr<FieldBase> field(const char* name, T Owner::*member, Default default_value = {}, FieldRules rules = {})
+/// `field<S, &S::x>("x", 0.f, range(-10, 10))`
+template <class State, auto member>
+std::unique_ptr<FieldBase> field(const char* name, detail::MemberType<member> default_value = {}, FieldRules rules = {})
 {
-    using Access = MemberAccess<State, T>;
-    return std::make_unique<Field<State, Access>>(
-        name, Access{static_cast<T State::*>(member), T(std::move(default_value))}, rules);
+    using Access = MemberAccess<State, member>;
+    return std::make_unique<Field<State, Access>>(key<member>, name, Access{std::move(default_value)}, rules);
 }
 
 /// An attribute in the rare data `data` of the state.
-template <class State, class Data, class T>
-std::unique_ptr<FieldBase> field(const char* name, RareData<Data> State::*data, T Data::*member, FieldRules rules = {})
+template <class State, auto data, auto member>
+std::unique_ptr<FieldBase> field(const char* name, FieldRules rules = {})
 {
-    using Access = RareAccess<State, Data, T>;
-    return std::make_unique<Field<State, Access>>(name, Access{data, member}, rules);
+    using Access = RareAccess<State, data, member>;
+    return std::make_unique<Field<State, Access>>(key<member>, name, Access{}, rules);
 }
 
-/// An attribute that is worked out by an access class of its own.
+/// An attribute that is worked out by an access class of its own, one without members.
 template <class State, class Access>
 std::unique_ptr<FieldBase> computed_field(const char* name, FieldRules rules = {})
 {
-    return std::make_unique<Field<State, Access>>(name, Access{}, rules);
+    return std::make_unique<Field<State, Access>>(key<Access{}>, name, Access{}, rules);
 }
 
 /// The attributes of one state class in declaration order, those of its base class first.
@@ -255,6 +252,7 @@ public:
         if (base) {
             m_fields = base->m_fields;
             m_names = base->m_names;
+            m_keys = base->m_keys;
         }
         m_own.reserve(sizeof...(fields));
         (add(std::move(fields)), ...);
@@ -267,12 +265,15 @@ public:
     /// The index of the field named `name`, looked for first at `hint` (the place after the last one found), or -1.
     int index_of(std::string_view name, int hint = 0) const;
     const FieldBase* find(std::string_view name) const;
+    /// Null for an attribute that objects with this table do not have.
+    const FieldBase* find(FieldKey key) const;
 
 private:
     void add(std::unique_ptr<FieldBase> field);
 
     Fields m_fields;
     std::vector<std::string_view> m_names;
+    std::vector<FieldKey> m_keys;
     std::vector<std::unique_ptr<FieldBase>> m_own;
 };
 

@@ -179,28 +179,6 @@ Status JsonCursor::read(QString& value)
     return {};
 }
 
-template <class T>
-Status JsonCursor::read_list(QList<T>& list)
-{
-    list.clear();
-    return each_element([&](JsonCursor& element) {
-        T item{};
-        auto status = element.read(item);
-        list.append(std::move(item));
-        return status;
-    });
-}
-
-Status JsonCursor::read(QStringList& value)
-{
-    return read_list(value);
-}
-
-Status JsonCursor::read(QList<quint32>& value)
-{
-    return read_list(value);
-}
-
 Status JsonCursor::read_raw(QByteArray& json)
 {
     const Kind what = kind();

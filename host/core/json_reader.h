@@ -3,7 +3,7 @@
 #include "status.h"
 
 #include <QByteArray>
-#include <QStringList>
+#include <QString>
 
 #include <memory>
 #include <string_view>
@@ -25,8 +25,6 @@ public:
     Status read(float& value);
     Status read(double& value);
     Status read(QString& value);
-    Status read(QStringList& value);
-    Status read(QList<quint32>& value);
     /// The value as checked JSON text, at most max_depth deep.
     Status read_raw(QByteArray& json);
 
@@ -58,9 +56,6 @@ private:
     friend class JsonText;
     struct Impl;
     explicit JsonCursor(Impl& impl) : m_impl(impl) {}
-
-    template <class T>
-    Status read_list(QList<T>& list);
 
     using MemberVisitor = Status (*)(void*, std::string_view, JsonCursor&);
     using ElementVisitor = Status (*)(void*, JsonCursor&);

@@ -44,6 +44,14 @@ void JsonWriter::key(std::string_view key)
     m_after_key = true;
 }
 
+void JsonWriter::text_key(const QString& key)
+{
+    separate();
+    string(key);
+    m_text += ':';
+    m_after_key = true;
+}
+
 void JsonWriter::value(bool value)
 {
     raw(value ? "true" : "false");
@@ -63,11 +71,8 @@ void JsonWriter::raw(std::string_view json)
 
 void JsonWriter::raw_member(const QString& name, std::string_view json)
 {
-    separate();
-    string(name);
-    m_text += ':';
-    m_text += json;
-    m_needs_comma = true;
+    text_key(name);
+    raw(json);
 }
 
 void JsonWriter::string(const QString& text)

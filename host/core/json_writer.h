@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QString>
-#include <QStringList>
 
 #include <charconv>
 #include <string>
@@ -22,16 +21,9 @@ public:
 
     /// The member's name; a value has to follow. `key` needs no escapes.
     void key(std::string_view key);
+    void text_key(const QString& key); ///< the same of a name that may hold anything
     void value(bool value);
     void value(const QString& value);
-    template <class T>
-    void value(const QList<T>& list)
-    {
-        begin_array();
-        for (const T& item : list)
-            value(item);
-        end_array();
-    }
     template <class T>
         requires(std::is_arithmetic_v<T> && !std::is_same_v<T, bool>)
     void value(T number)

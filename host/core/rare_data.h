@@ -9,6 +9,7 @@ template <class T>
 class RareData {
 public:
     bool is_fresh() const { return !m_data; }
+    bool is_shared_with(const RareData& other) const { return m_data == other.m_data; }
     const T& get() const
     {
         static const T fresh;

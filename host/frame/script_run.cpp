@@ -19,29 +19,33 @@ using namespace std::chrono_literals;
 constexpr auto tick_interval = 16ms;
 
 /// As a script would write it.
+struct Show {
+    QString operator()(std::monostate) const { return QStringLiteral("nil"); }
+    QString operator()(bool flag) const { return flag ? QStringLiteral("true") : QStringLiteral("false"); }
+    QString operator()(qint64 number) const { return QString::number(number); }
+    QString operator()(double number) const { return QString::number(number, 'g', QLocale::FloatingPointShortest); }
+    QString operator()(const QString& text) const { return QLatin1Char('"') + text + QLatin1Char('"'); }
+    QString operator()(ObjectRef reference) const { return QString::number(reference.id); }
+    template <class T>
+    QString operator()(const QList<T>& list) const
+    {
+        QStringList parts;
+        for (const T& element : list)
+            parts.append((*this)(element));
+        return QLatin1Char('{') + parts.join(QStringLiteral(", ")) + QLatin1Char('}');
+    }
+    template <class T>
+    QString operator()(const QMap<QString, T>& map) const
+    {
+        QStringList parts;
+        for (auto entry = map.begin(); entry != map.end(); ++entry)
+            parts.append(QStringLiteral("[%1] = %2").arg((*this)(entry.key()), (*this)(*entry)));
+        return QLatin1Char('{') + parts.join(QStringLiteral(", ")) + QLatin1Char('}');
+    }
+};
+
 QString shown(const Value& value)
 {
-    struct Show {
-        QString operator()(std::monostate) const { return QStringLiteral("nil"); }
-        QString operator()(bool flag) const { return flag ? QStringLiteral("true") : QStringLiteral("false"); }
-        QString operator()(qint64 number) const { return QString::number(number); }
-        QString operator()(double number) const { return QString::number(number, 'g', QLocale::FloatingPointShortest); }
-        QString operator()(const QString& text) const { return QLatin1Char('"') + text + QLatin1Char('"'); }
-        QString operator()(const QStringList& texts) const
-        {
-            QStringList parts;
-            for (const QString& text : texts)
-                parts.append((*this)(text));
-            return QLatin1Char('{') + parts.join(QStringLiteral(", ")) + QLatin1Char('}');
-        }
-        QString operator()(const NumberList& numbers) const
-        {
-            QStringList parts;
-            for (const double number : numbers)
-                parts.append((*this)(number));
-            return QLatin1Char('{') + parts.join(QStringLiteral(", ")) + QLatin1Char('}');
-        }
-    };
     return std::visit(Show(), value);
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "control_type.h"
+#include "core/field_key.h"
 #include "core/object_state.h"
 #include "core/rare_data.h"
 #include "core/value.h"
@@ -49,6 +50,28 @@ struct ControlState : StateOf<ControlState> {
     RareData<ControlExtras> extras;
 
     static const FieldTable& field_table();
+};
+
+/// One coordinate of the rotation centre. A control has both of its own, or neither.
+template <float ControlExtras::*own, float ControlState::*size>
+struct CenterAccess {
+    using Type = float;
+
+    float get(const ControlState& s) const;
+    void set(ControlState& s, float value) const;
+    bool is_default(const ControlState& s) const;
+    void copy(const ControlState& from, ControlState& to) const;
+};
+using CenterXAccess = CenterAccess<&ControlExtras::center_x, &ControlState::width>;
+using CenterYAccess = CenterAccess<&ControlExtras::center_y, &ControlState::height>;
+
+/// Whether the control scales with its dialog is a matter of its anchor.
+struct ScaleModeAccess {
+    using Type = int;
+
+    int get(const ControlState& s) const;
+    void set(ControlState& s, int mode) const;
+    bool is_default(const ControlState& s) const;
 };
 
 /// A control that shows a text: the static text, and the base of most types.

@@ -7,47 +7,47 @@
 #include <algorithm>
 #include <array>
 
+using tarn::CenterXAccess;
+using tarn::CenterYAccess;
 using tarn::ControlState;
 using tarn::FieldBase;
+using tarn::key;
+using tarn::ScaleModeAccess;
 
 namespace {
 
 /// A field that is read and written as it stands on the present screen.
 struct PlaceField {
-    const FieldBase* field;
+    tarn::FieldKey field;
     double (*read)(const CDXUTControl&);
     /// `wanted` holds the new value, held to the field's rules.
     void (*write)(CDXUTControl&, const ControlState& wanted);
 };
 
-const FieldBase* field_of(const char* name)
-{
-    return ControlState::field_table().find(name);
-}
-
 const auto& place_fields()
 {
     using Control = CDXUTControl;
     using State = ControlState;
-    static const std::array fields{
-        PlaceField{field_of("x"), [](const Control& c) { return double(c.x()); },
+    static constexpr std::array fields{
+        PlaceField{key<&State::x>, [](const Control& c) { return double(c.x()); },
                    [](Control& c, const State& s) { c.SetLocation(s.x, c.y()); }},
-        PlaceField{field_of("y"), [](const Control& c) { return double(c.y()); },
+        PlaceField{key<&State::y>, [](const Control& c) { return double(c.y()); },
                    [](Control& c, const State& s) { c.SetLocation(c.x(), s.y); }},
-        PlaceField{field_of("width"), [](const Control& c) { return double(c.width()); },
+        PlaceField{key<&State::width>, [](const Control& c) { return double(c.width()); },
                    [](Control& c, const State& s) { c.SetSize(s.width, c.height()); }},
-        PlaceField{field_of("height"), [](const Control& c) { return double(c.height()); },
+        PlaceField{key<&State::height>, [](const Control& c) { return double(c.height()); },
                    [](Control& c, const State& s) { c.SetSize(c.width(), s.height); }},
-        PlaceField{field_of("center_x"), [](const Control& c) { return double(float(c.center().x())); },
+        PlaceField{key<CenterXAccess{}>, [](const Control& c) { return double(float(c.center().x())); },
                    [](Control& c, const State& s) {
                        c.set_center({s.extras->center_x, c.center().y()});
                    }},
-        PlaceField{field_of("center_y"), [](const Control& c) { return double(float(c.center().y())); },
+        PlaceField{key<CenterYAccess{}>, [](const Control& c) { return double(float(c.center().y())); },
                    [](Control& c, const State& s) {
                        c.set_center({c.center().x(), s.extras->center_y});
                    }},
-        PlaceField{field_of("align_type"), nullptr, [](Control& c, const State& s) { c.set_align_type(s.align_type); }},
-        PlaceField{field_of("scale_mode"), nullptr,
+        PlaceField{key<&State::align_type>, nullptr,
+                   [](Control& c, const State& s) { c.set_align_type(s.align_type); }},
+        PlaceField{key<ScaleModeAccess{}>, nullptr,
                    [](Control& c, const State& s) { c.set_scale_mode(s.align_type == tarn::anchor_scale); }},
     };
     return fields;
@@ -56,7 +56,8 @@ const auto& place_fields()
 const PlaceField* place_field(const FieldBase& field)
 {
     const auto& all = place_fields();
-    const auto found = std::find_if(all.begin(), all.end(), [&](const PlaceField& p) { return p.field == &field; });
+    const auto found = std::find_if(all.begin(), all.end(),
+                                    [&](const PlaceField& p) { return p.field == field.key(); });
     return found == all.end() ? nullptr : &*found;
 }
 

@@ -10,12 +10,15 @@
 
 // Rotation, its centre, and scaling with the dialog.
 
+using tarn::CenterXAccess;
+using tarn::CenterYAccess;
 using tarn::ControlExtras;
 using tarn::ControlState;
+using tarn::key;
 
 namespace {
 
-float held_to(const char* field, double value)
+float held_to(tarn::FieldKey field, double value)
 {
     const tarn::FieldRules& rules = ControlState::field_table().find(field)->rules();
     return float(std::clamp(value, rules.minimum, rules.maximum));
@@ -41,7 +44,7 @@ bool CDXUTControl::set_scale_mode(int mode)
 
 bool CDXUTControl::set_rotation(float degrees)
 {
-    const float held = held_to("rotation", double(degrees));
+    const float held = held_to(key<&ControlExtras::rotation>, double(degrees));
     if (held == rotation())
         return false;
     edit<ControlState>().extras.edit([&](ControlExtras& extras) { extras.rotation = held; });
@@ -71,8 +74,8 @@ bool CDXUTControl::set_center(QPointF from_corner)
     const double sy = size.height() > 0 ? double(s.height) / size.height() : 1;
     s.extras.edit([&](ControlExtras& extras) {
         extras.has_center = true;
-        extras.center_x = held_to("center_x", from_corner.x() * sx);
-        extras.center_y = held_to("center_y", from_corner.y() * sy);
+        extras.center_x = held_to(key<CenterXAccess{}>, from_corner.x() * sx);
+        extras.center_y = held_to(key<CenterYAccess{}>, from_corner.y() * sy);
     });
     state_changed();
     return true;

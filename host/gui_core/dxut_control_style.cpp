@@ -9,6 +9,8 @@
 
 using tarn::ControlExtras;
 using tarn::ControlState;
+using tarn::key;
+using tarn::StaticState;
 using tarn::VisualState;
 
 namespace {
@@ -24,7 +26,8 @@ void put(QList<T>& list, int slot, const T& value)
         list.removeLast();
 }
 
-constexpr const char* text_fields[] = {"text_color", "font_size", "bold"};
+constexpr tarn::FieldKey text_fields[] = {key<&StaticState::text_color>, key<&StaticState::font_size>,
+                                          key<&StaticState::bold>};
 
 } // namespace
 
@@ -74,8 +77,8 @@ bool CDXUTControl::set_font_italic(bool italic)
 bool CDXUTControl::has_style() const
 {
     const ControlExtras& extras = control_state().extras.get();
-    const auto is_chosen = [this](const char* name) {
-        const tarn::FieldBase* field = fields().find(name);
+    const auto is_chosen = [this](tarn::FieldKey key) {
+        const tarn::FieldBase* field = fields().find(key);
         return field && !field->is_default(base_state());
     };
     return !extras.style_images.isEmpty() || !extras.style_colors.isEmpty() || !extras.style_text_colors.isEmpty()
@@ -94,8 +97,8 @@ bool CDXUTControl::reset_style()
         extras.font_family.clear();
         extras.font_italic = false;
     });
-    for (const char* name : text_fields)
-        if (const tarn::FieldBase* field = fields().find(name))
+    for (const tarn::FieldKey key : text_fields)
+        if (const tarn::FieldBase* field = fields().find(key))
             (void)field->set(edit_base(), tarn::Value(qint64(0)));
     state_changed();
     return true;

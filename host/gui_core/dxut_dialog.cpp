@@ -15,6 +15,7 @@
 
 using tarn::DialogState;
 using tarn::FieldBase;
+using tarn::key;
 
 namespace {
 
@@ -24,22 +25,6 @@ constexpr int caption_margin = 8; ///< pixels beside the caption's text
 int caption_font_size(double bar_height)
 {
     return std::clamp(int(bar_height * 0.6), 6, tarn::Skin::font_size);
-}
-
-struct PlaceFields {
-    const FieldBase* x = DialogState::field_table().find("x");
-    const FieldBase* y = DialogState::field_table().find("y");
-    const FieldBase* width = DialogState::field_table().find("width");
-    const FieldBase* height = DialogState::field_table().find("height");
-    const FieldBase* align_type = DialogState::field_table().find("align_type");
-    const FieldBase* caption_shown = DialogState::field_table().find("caption_shown");
-    const FieldBase* frame_shown = DialogState::field_table().find("frame_shown");
-};
-
-const PlaceFields& place_fields()
-{
-    static const PlaceFields fields;
-    return fields;
 }
 
 QRect whole(const QRectF& rect)
@@ -76,7 +61,7 @@ bool CDXUTDialog::is_root() const
 
 bool CDXUTDialog::set_name(const QString& name)
 {
-    static const int limit = DialogState::field_table().find("name")->rules().max_length;
+    static const int limit = DialogState::field_table().find(tarn::key<&DialogState::name>)->rules().max_length;
     return change<DialogState>(&DialogState::name, tarn::cut_text(name, limit));
 }
 
@@ -367,40 +352,40 @@ void CDXUTDialog::control_drawn_at(const QRectF& on_screen)
 
 tarn::Value CDXUTDialog::property(const FieldBase& field) const
 {
-    const PlaceFields& place = place_fields();
-    if (&field == place.x)
+    if (field.key() == key<&DialogState::x>)
         return qint64(rect().x());
-    if (&field == place.y)
+    if (field.key() == key<&DialogState::y>)
         return qint64(rect().y());
-    if (&field == place.width)
+    if (field.key() == key<&DialogState::width>)
         return qint64(rect().width());
-    if (&field == place.height)
+    if (field.key() == key<&DialogState::height>)
         return qint64(rect().height());
     return ModelObject::property(field);
 }
 
 tarn::Status CDXUTDialog::set_property(const FieldBase& field, const tarn::Value& value)
 {
-    const PlaceFields& place = place_fields();
-    const bool frame_field = &field == place.caption_shown || &field == place.frame_shown;
+    const bool frame_field = field.key()
+            == key<&DialogState::caption_shown> || field.key() == key<&DialogState::frame_shown>;
     if (is_root() && frame_field && value != tarn::Value(false))
         return tarn::Status::error(
             tarn::lang(u"根窗口没有标题栏和边框", u"the root dialog has no caption bar and no frame"));
-    const std::array moved{place.x, place.y, place.width, place.height, place.align_type};
-    if (std::find(moved.begin(), moved.end(), &field) == moved.end())
+    static constexpr std::array moved{key<&DialogState::x>, key<&DialogState::y>, key<&DialogState::width>,
+                                      key<&DialogState::height>, key<&DialogState::align_type>};
+    if (std::find(moved.begin(), moved.end(), field.key()) == moved.end())
         return ModelObject::set_property(field, value);
     const std::unique_ptr<tarn::ObjectState> wanted(base_state().clone());
     if (auto status = field.set(*wanted, value); !status)
         return status;
     const auto& s = static_cast<const DialogState&>(*wanted);
     const QRect now = rect();
-    if (&field == place.align_type)
+    if (field.key() == key<&DialogState::align_type>)
         set_align_type(s.align_type);
-    else if (&field == place.x)
+    else if (field.key() == key<&DialogState::x>)
         SetLocation(s.x, now.y());
-    else if (&field == place.y)
+    else if (field.key() == key<&DialogState::y>)
         SetLocation(now.x(), s.y);
-    else if (&field == place.width)
+    else if (field.key() == key<&DialogState::width>)
         SetSize(s.width, now.height());
     else
         SetSize(now.width(), s.height);

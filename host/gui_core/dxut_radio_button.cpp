@@ -3,8 +3,6 @@
 #include "core/field.h"
 #include "dxut_dialog.h"
 
-#include <cstring>
-
 CDXUTRadioButton::CDXUTRadioButton(tarn::Journal& journal, CGuiCore& core)
     : CDXUTCheckBox(journal, core, new tarn::RadioButtonState)
 {
@@ -42,7 +40,7 @@ bool CDXUTRadioButton::SetChecked(bool checked)
 
 tarn::Status CDXUTRadioButton::set_property(const tarn::FieldBase& field, const tarn::Value& value)
 {
-    if (std::strcmp(field.name(), "checked") != 0)
+    if (field.key() != tarn::key<&tarn::CheckBoxState::checked>)
         return CDXUTCheckBox::set_property(field, value);
     const std::unique_ptr<tarn::ObjectState> wanted(base_state().clone());
     auto status = field.set(*wanted, value);

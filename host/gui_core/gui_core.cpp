@@ -241,7 +241,7 @@ void CGuiCore::raise(GuiEventType type, CDXUTControl& control)
     const tarn::EventKind* kind = on_event ? tarn::event_kind(type) : nullptr;
     if (!kind || !tarn::happens_to(*kind, control.GetType()))
         return;
-    const tarn::FieldBase* field = kind->value ? control.fields().find(kind->value) : nullptr;
+    const tarn::FieldBase* field = control.fields().find(kind->value);
     on_event({.type = type, .control = &control, .value = field ? control.property(*field) : tarn::Value()});
 }
 

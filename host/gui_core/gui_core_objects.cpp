@@ -84,7 +84,8 @@ CDXUTControl* CGuiCore::create_control(int type, CDXUTDialog* dialog, const QRec
     fresh->height = float(std::max(0.0, rect.height()));
     keep(control);
     control->adopt_state(fresh);
-    if (const tarn::FieldBase* text = control->fields().find("text"); text && type != DXUT_CONTROL_PICTURE)
+    if (const tarn::FieldBase* text = control->fields().find(tarn::key<&tarn::StaticState::text>);
+        text && type != DXUT_CONTROL_PICTURE)
         (void)text->set(*fresh, tarn::Value(fresh->name));
     dialog->insert_control(control.get(), dialog->GetControlNum());
     return control.get();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "control_type.h"
+#include "core/field_key.h"
 #include "core/value.h"
 
 #include <QString>
@@ -55,7 +56,7 @@ struct EventKind {
     const char16_t* chinese;
     const char16_t* english;
     quint32 control_types; ///< a bit for each type of controls that it happens to; 0: it happens to dialogs
-    const char* value;     ///< the control's attribute that it tells; null for none
+    FieldKey value;        ///< the control's attribute that it tells; default for none
 };
 
 std::span<const EventKind> event_kinds();

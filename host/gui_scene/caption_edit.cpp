@@ -33,9 +33,9 @@ std::function<void(const QString&)> writer(CGuiPlugScene& scene, ModelObject& ob
 }
 
 template <class T>
-T value_of(const ModelObject& object, const char* name, T missing)
+T value_of(const ModelObject& object, FieldKey key, T missing)
 {
-    const FieldBase* field = object.fields().find(name);
+    const FieldBase* field = object.fields().find(key);
     const Value value = field ? field->get(object.base_state()) : Value();
     const T* found = std::get_if<T>(&value);
     return found ? *found : missing;
@@ -44,7 +44,8 @@ T value_of(const ModelObject& object, const char* name, T missing)
 Qt::Alignment alignment_of(const ModelObject& object)
 {
     static constexpr Qt::Alignment horizontal[] = {Qt::AlignLeft, Qt::AlignHCenter, Qt::AlignRight};
-    return horizontal[std::clamp<qint64>(value_of<qint64>(object, "horizontal_align", 0), 0, 2)] | Qt::AlignVCenter;
+    return horizontal[std::clamp<qint64>(value_of<qint64>(object, key<&StaticState::horizontal_align>, 0), 0, 2)]
+        | Qt::AlignVCenter;
 }
 
 QFont font_of(qint64 size, double scale, bool bold)
@@ -54,16 +55,17 @@ QFont font_of(qint64 size, double scale, bool bold)
 
 std::optional<EditableText> text_of(CGuiPlugScene& scene, CDXUTControl& control)
 {
-    const FieldBase* field = control.fields().find("text");
+    const FieldBase* field = control.fields().find(key<&StaticState::text>);
     if (!field)
         return {};
-    const QString text = value_of(control, "text", QString());
+    const QString text = value_of(control, key<&StaticState::text>, QString());
     return EditableText{.text = text,
                         .place = control.screen_rect(),
-                        .font = font_of(value_of<qint64>(control, "font_size", 0), control.dialog()->scale_y(),
-                                        value_of(control, "bold", false)),
+                        .font = font_of(value_of<qint64>(control, key<&StaticState::font_size>, 0),
+                                        control.dialog()->scale_y(), value_of(control, key<&StaticState::bold>, false)),
                         .alignment = alignment_of(control),
-                        .multi_line = value_of(control, "word_wrap", false) || text.contains(QLatin1Char('\n')),
+                        .multi_line = value_of(control, key<&StaticState::word_wrap>, false)
+                            || text.contains(QLatin1Char('\n')),
                         .commit = writer(scene, control, *field)};
 }
 
@@ -73,7 +75,7 @@ EditableText caption_of(CGuiPlugScene& scene, CDXUTDialog& dialog)
             .place = dialog.caption_rect(),
             .font = font_of(0, 1, false),
             .alignment = Qt::AlignLeft | Qt::AlignVCenter,
-            .commit = writer(scene, dialog, *dialog.fields().find("caption"))};
+            .commit = writer(scene, dialog, *dialog.fields().find(key<&DialogState::caption>))};
 }
 
 } // namespace

@@ -25,6 +25,10 @@
 
 #include <array>
 
+using tarn::CheckBoxState;
+using tarn::DialogState;
+using tarn::ImageButtonState;
+using tarn::key;
 using tarn::lang;
 using tarn::Status;
 
@@ -40,19 +44,20 @@ tarn::Result<tarn::SceneContent> read_file(const QString& path, CGuiCore& core)
     return tarn::read_package(package, core);
 }
 
-constexpr std::array button_images{"image_normal", "image_hover", "image_pressed"};
-constexpr std::array box_images{"image_unchecked", "image_checked"};
+constexpr std::array button_images{key<&ImageButtonState::image_normal>, key<&ImageButtonState::image_hover>,
+                                   key<&ImageButtonState::image_pressed>};
+constexpr std::array box_images{key<&CheckBoxState::image_unchecked>, key<&CheckBoxState::image_checked>};
 
 /// For attributes that take any value of that kind.
-void write(tarn::ModelObject& object, const char* name, const tarn::Value& value)
+void write(tarn::ModelObject& object, tarn::FieldKey key, const tarn::Value& value)
 {
-    if (const tarn::FieldBase* field = object.fields().find(name))
+    if (const tarn::FieldBase* field = object.fields().find(key))
         (void)object.set_property(*field, value);
 }
 
-void write_picture(const std::vector<tarn::ModelObject*>& objects, const char* name, const QString& picture)
+void write_picture(const std::vector<tarn::ModelObject*>& objects, tarn::FieldKey key, const QString& picture)
 {
-    tarn::walk(objects, [&](tarn::ModelObject* object) { write(*object, name, picture); });
+    tarn::walk(objects, [&](tarn::ModelObject* object) { write(*object, key, picture); });
 }
 
 } // namespace
@@ -233,7 +238,7 @@ void CGuiPlugScene::RemoveCtrls(const std::vector<CDXUTControl*>& controls)
     m_core.remove_controls(controls);
 }
 
-Status CGuiPlugScene::set_picture(const std::vector<tarn::ModelObject*>& objects, const char* field,
+Status CGuiPlugScene::set_picture(const std::vector<tarn::ModelObject*>& objects, tarn::FieldKey field,
                                   const QString& path)
 {
     const tarn::UserAction action(m_journal, lang(u"设置图片", u"Set Picture"));
@@ -245,7 +250,7 @@ Status CGuiPlugScene::set_picture(const std::vector<tarn::ModelObject*>& objects
     return {};
 }
 
-void CGuiPlugScene::clear_picture(const std::vector<tarn::ModelObject*>& objects, const char* field)
+void CGuiPlugScene::clear_picture(const std::vector<tarn::ModelObject*>& objects, tarn::FieldKey field)
 {
     const tarn::UserAction action(m_journal, lang(u"清除图片", u"Clear Picture"));
     const tarn::PictureRelease release(m_core, m_functions, objects);
@@ -337,16 +342,16 @@ std::optional<tarn::TextureBinding> CGuiPlugScene::SearchTexbindByDialog(const C
 void CGuiPlugScene::create_texture_dialog_bind(CDXUTDialog* dialog, const QString& texture)
 {
     const tarn::UserAction action(m_journal, lang(u"绑定贴图", u"Bind Texture"));
-    write(*dialog, "bind_texture", texture);
+    write(*dialog, key<&DialogState::bind_texture>, texture);
 }
 
 void CGuiPlugScene::remove_tex_binder(CDXUTDialog* dialog)
 {
     const tarn::UserAction action(m_journal, lang(u"取消绑定贴图", u"Remove Texture Binding"));
     const tarn::DialogState unbound;
-    write(*dialog, "bind_texture", unbound.bind_texture);
-    write(*dialog, "bind_color", qint64(unbound.bind_color));
-    write(*dialog, "bind_mouse", unbound.bind_mouse);
+    write(*dialog, key<&DialogState::bind_texture>, unbound.bind_texture);
+    write(*dialog, key<&DialogState::bind_color>, qint64(unbound.bind_color));
+    write(*dialog, key<&DialogState::bind_mouse>, unbound.bind_mouse);
 }
 
 void CGuiPlugScene::remove_deletectrl_GUI_scripts()

@@ -82,8 +82,8 @@ public:
 
     // Pictures of objects. A file is taken into the scene; a picture that nothing uses any more leaves it.
     /// Gives the objects that have the attribute `field` the picture in the file `path`. On failure nothing changes.
-    tarn::Status set_picture(const std::vector<tarn::ModelObject*>& objects, const char* field, const QString& path);
-    void clear_picture(const std::vector<tarn::ModelObject*>& objects, const char* field);
+    tarn::Status set_picture(const std::vector<tarn::ModelObject*>& objects, tarn::FieldKey field, const QString& path);
+    void clear_picture(const std::vector<tarn::ModelObject*>& objects, tarn::FieldKey field);
     /// `state` 0 normal, 1 mouse over, 2 pressed.
     tarn::Status set_buttonst_img(const std::vector<tarn::ModelObject*>& buttons, int state, const QString& path);
     /// Of check boxes and radio buttons; `state` 0 unchecked, 1 checked.

@@ -27,7 +27,7 @@ void turn_root_into_dialog(GuiContent& content, const QString& name)
     auto& s = static_cast<DialogState&>(content.root->raw_state());
     if (s.controls.isEmpty())
         return;
-    s.name = cut_text(name, DialogState::field_table().find("name")->rules().max_length);
+    s.name = cut_text(name, DialogState::field_table().find(key<&DialogState::name>)->rules().max_length);
     s.caption = name;
     s.x = 0;
     s.y = 0;
@@ -63,8 +63,9 @@ QHash<quint32, quint32> issue_ids(const std::vector<ModelObject*>& objects, CGui
     }
     for (ModelObject* object : objects)
         for (const FieldBase* field : object->fields())
-            if (ObjectRef* reference = field->reference(object->raw_state()))
-                reference->id = issued.value(reference->id, reference->id);
+            field->each_reference(object->raw_state(), [&](ObjectRef& reference) {
+                reference.id = issued.value(reference.id, reference.id);
+            });
     return issued;
 }
 

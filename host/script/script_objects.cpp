@@ -55,10 +55,10 @@ const FieldBase* field_at(lua_State* lua, int index, const ModelObject& object)
 
 ScriptValue value_of(const Machine& machine, const ModelObject& object, const FieldBase& field)
 {
-    StatePtr state = object.shared_state();
-    const ObjectRef* reference = field.reference(*state);
+    Value value = object.property(field);
+    const auto* reference = std::get_if<ObjectRef>(&value);
     if (!reference)
-        return object.property(field);
+        return value;
     return machine.objects() ? machine.objects()->find(reference->id) : ScriptObject();
 }
 

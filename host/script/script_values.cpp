@@ -24,6 +24,18 @@ struct Push {
             lua_rawseti(lua, -2, i + 1);
         }
     }
+    void operator()(ObjectRef reference) const { lua_pushinteger(lua, reference.id); }
+    template <class T>
+    void operator()(const QMap<QString, T>& map) const
+    {
+        luaL_checkstack(lua, 4, nullptr);
+        lua_createtable(lua, 0, int(map.size()));
+        for (auto entry = map.begin(); entry != map.end(); ++entry) {
+            push_text(lua, entry.key());
+            (*this)(*entry);
+            lua_rawset(lua, -3);
+        }
+    }
 };
 
 /// The table at `index` when all its elements are texts. What it says of its length is no measure of what it holds.
@@ -43,6 +55,33 @@ std::optional<Value> read_list(lua_State* lua, int index, std::size_t limit, std
             return std::nullopt;
     }
     return Value(std::move(list));
+}
+
+/// The table at `index`, which is no list, when its keys are texts and its elements all texts or all numbers.
+std::optional<Value> read_map(lua_State* lua, int index, std::size_t limit, std::size_t& bytes)
+{
+    TextMap texts;
+    NumberMap numbers;
+    lua_pushnil(lua);
+    while (lua_next(lua, index)) {
+        const bool is_text = lua_type(lua, -1) == LUA_TSTRING;
+        bool fits = lua_type(lua, -2) == LUA_TSTRING && (is_text || lua_type(lua, -1) == LUA_TNUMBER);
+        if (fits)
+            bytes += lua_rawlen(lua, -2) + (is_text ? lua_rawlen(lua, -1) : sizeof(double));
+        fits = fits && bytes <= limit && (is_text ? numbers.isEmpty() : texts.isEmpty());
+        if (!fits) {
+            lua_pop(lua, 2);
+            return std::nullopt;
+        }
+        if (is_text)
+            texts.insert(read_text(lua, -2), read_text(lua, -1));
+        else
+            numbers.insert(read_text(lua, -2), lua_tonumber(lua, -1));
+        lua_pop(lua, 1);
+    }
+    if (!numbers.isEmpty())
+        return Value(std::move(numbers));
+    return texts.isEmpty() ? Value(QStringList()) : Value(std::move(texts));
 }
 
 } // namespace
@@ -90,9 +129,10 @@ std::optional<Value> read_value(lua_State* lua, int index, std::size_t limit, st
         return Value(double(lua_tonumber(lua, index)));
     case LUA_TSTRING: bytes += lua_rawlen(lua, index); return Value(read_text(lua, index));
     case LUA_TTABLE:
-        if (!lua_checkstack(lua, 1))
+        if (!lua_checkstack(lua, 3))
             return std::nullopt;
-        return read_list(lua, lua_absindex(lua, index), limit, bytes);
+        index = lua_absindex(lua, index);
+        return lua_rawlen(lua, index) == 0 ? read_map(lua, index, limit, bytes) : read_list(lua, index, limit, bytes);
     default: return std::nullopt;
     }
 }

@@ -19,7 +19,7 @@ struct CountState : StateOf<CountState> {
 
     static const FieldTable& field_table()
     {
-        static const FieldTable table(nullptr, field<CountState>("count", &CountState::count, 0));
+        static const FieldTable table(nullptr, field<CountState, &CountState::count>("count", 0));
         return table;
     }
 };

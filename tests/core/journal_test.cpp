@@ -16,7 +16,7 @@ struct NoteState : tarn::StateOf<NoteState> {
 
     static const tarn::FieldTable& field_table()
     {
-        static const tarn::FieldTable table(nullptr, tarn::field<NoteState>("text", &NoteState::text));
+        static const tarn::FieldTable table(nullptr, tarn::field<NoteState, &NoteState::text>("text"));
         return table;
     }
 };

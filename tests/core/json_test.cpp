@@ -1,5 +1,6 @@
 #include "core/json_reader.h"
 
+#include "core/field_type.h"
 #include "core/json_writer.h"
 #include "support/printing.h"
 
@@ -58,7 +59,10 @@ template <class T>
 Status read_as(const QByteArray& value, T& out)
 {
     return JsonText("{\n\"a\":" + value + "}", u"test.json"_s).each_member([&](std::string_view, JsonCursor& cursor) {
-        return cursor.read(out);
+        if constexpr (std::is_arithmetic_v<T>)
+            return cursor.read(out);
+        else
+            return tarn::FieldType<T>::read(cursor, out);
     });
 }
 

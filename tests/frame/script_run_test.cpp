@@ -14,7 +14,7 @@ struct LampState : tarn::StateOf<LampState> {
 
     static const tarn::FieldTable& field_table()
     {
-        static const tarn::FieldTable table(nullptr, tarn::field<LampState>("width", &LampState::width));
+        static const tarn::FieldTable table(nullptr, tarn::field<LampState, &LampState::width>("width"));
         return table;
     }
 };

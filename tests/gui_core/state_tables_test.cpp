@@ -51,12 +51,23 @@ Value other_value(const FieldBase& field, const ObjectState& state)
         return QStringList{u"湖"_s, QString(), u"\"\\\n"_s};
     if (std::holds_alternative<NumberList>(now))
         return NumberList{0, 0xff00ff00u, 0xffffffffu};
+    if (const auto* reference = std::get_if<ObjectRef>(&now))
+        return ObjectRef{reference->id + 1};
+    if (std::holds_alternative<TextMap>(now))
+        return TextMap{{u"Body.hover"_s, u"湖.png"_s}, {u"\"\\\n"_s, u"a"_s}};
+    if (std::holds_alternative<NumberMap>(now))
+        return NumberMap{{u"Body.hover"_s, 0xffffffffu}, {u"from later.湖"_s, 1}};
     return u"湖 \U0001F600 \"\\\n"_s;
+}
+
+bool is_map(const Value& value)
+{
+    return std::holds_alternative<TextMap>(value) || std::holds_alternative<NumberMap>(value);
 }
 
 bool is_list(const Value& value)
 {
-    return std::holds_alternative<QStringList>(value) || std::holds_alternative<NumberList>(value);
+    return std::holds_alternative<QStringList>(value) || std::holds_alternative<NumberList>(value) || is_map(value);
 }
 
 QByteArray text_of(const ObjectState& state)
@@ -76,8 +87,16 @@ Status read_text(const QByteArray& json, ObjectState& state)
 /// JSON that is no value of the field.
 std::vector<QByteArray> wrong_json(const FieldBase& field, const ObjectState& state)
 {
-    std::vector<QByteArray> wrong{"null", "{}", "[{}]"};
+    std::vector<QByteArray> wrong{"null", "[{}]"};
     const Value now = field.get(state);
+    if (is_map(now))
+        wrong.insert(wrong.end(), {"[]", "{\"a\":null}", "{\"a\":true}"});
+    else
+        wrong.push_back("{}");
+    if (std::holds_alternative<TextMap>(now))
+        wrong.insert(wrong.end(), {"{\"a\":1}", "{\"a\":\"b\",\"a\":\"b\"}"});
+    if (std::holds_alternative<NumberMap>(now))
+        wrong.insert(wrong.end(), {"{\"a\":\"1\"}", "{\"a\":-1}", "{\"a\":1.5}"});
     if (!std::holds_alternative<QStringList>(now))
         wrong.push_back("[\"a\"]");
     if (std::holds_alternative<NumberList>(now))
@@ -103,11 +122,13 @@ INSTANTIATE_TEST_SUITE_P(Classes, EveryState, testing::ValuesIn(all_classes()),
 TEST_P(EveryState, has_attributes_of_different_names_that_need_no_escapes)
 {
     std::set<std::string> names;
+    EXPECT_EQ(table().find(FieldKey()), nullptr);
     for (const FieldBase* field : table()) {
         const std::string name = field->name();
         EXPECT_TRUE(names.insert(name).second) << name;
         EXPECT_EQ(name.find_first_not_of("abcdefghijklmnopqrstuvwxyz0123456789_"), std::string::npos) << name;
         EXPECT_EQ(table().find(name), field) << name;
+        EXPECT_EQ(table().find(field->key()), field) << name << " has another's key";
     }
     EXPECT_EQ(table().find("no_such_name"), nullptr);
 }
@@ -142,6 +163,20 @@ TEST_P(EveryState, keeps_every_attribute_through_writing_reading_and_cloning)
     }
 }
 
+TEST_P(EveryState, copies_one_attribute_and_leaves_the_others)
+{
+    for (const FieldBase* field : table()) {
+        const StatePtr changed = fresh();
+        ASSERT_TRUE(field->set(*changed, other_value(*field, *changed)).ok());
+        const StatePtr there = fresh();
+        field->copy(*changed, *there);
+        EXPECT_EQ(text_of(*there), text_of(*changed)) << field->name();
+        EXPECT_LE(field->kept_bytes(*changed, *there), sizeof(QString)) << field->name() << " is shared";
+        field->copy(*fresh(), *there);
+        EXPECT_EQ(text_of(*there), text_of(*fresh())) << field->name() << " back again";
+    }
+}
+
 TEST_P(EveryState, refuses_values_of_another_kind_and_stays_as_it_was)
 {
     const double infinity = std::numeric_limits<double>::infinity();
@@ -149,11 +184,16 @@ TEST_P(EveryState, refuses_values_of_another_kind_and_stays_as_it_was)
         const StatePtr state = fresh();
         const bool list = is_list(field->get(*state));
         const bool number = !std::holds_alternative<QString>(field->get(*state)) && !list;
+        EXPECT_EQ(field->set(*state, QStringList()).ok(), list) << "an empty table may be of any kind";
         std::vector<Value> wrong{Value()};
         if (!list)
             wrong.push_back(NumberList{});
         if (std::holds_alternative<QStringList>(field->get(*state)))
-            wrong.push_back(NumberList{5});
+            wrong.insert(wrong.end(), {NumberList{5}, TextMap{{u"a"_s, u"b"_s}}});
+        if (std::holds_alternative<TextMap>(field->get(*state)))
+            wrong.insert(wrong.end(), {QStringList{u"a"_s}, NumberMap{{u"a"_s, 1}}});
+        if (std::holds_alternative<NumberMap>(field->get(*state)))
+            wrong.insert(wrong.end(), {NumberList{1}, NumberMap{{u"a"_s, -1}}, NumberMap{{u"a"_s, infinity}}});
         if (std::holds_alternative<NumberList>(field->get(*state)))
             wrong.insert(wrong.end(), {QStringList{u"5"_s}, NumberList{5, -1}, NumberList{infinity}, NumberList{1e10}});
         if (number)

@@ -27,7 +27,10 @@ protected:
         const Status done = m_scene.set_buttonst_img({button}, state, path(file));
         ASSERT_TRUE(done) << done.message().toStdString();
     }
-    void clear(CDXUTControl* button, const char* field = "image_normal") { m_scene.clear_picture({button}, field); }
+    void clear(CDXUTControl* button, FieldKey field = key<&ImageButtonState::image_normal>)
+    {
+        m_scene.clear_picture({button}, field);
+    }
 
     CDXUTDialog* m_home = nullptr;
     CDXUTButtonST* m_first = nullptr;
@@ -41,10 +44,10 @@ TEST_F(PictureReleaseTest, APictureStaysAsLongAsAnySlotShowsItAndComesBackWithUn
     set(m_second, 1, u"red.png"_s);
     EXPECT_EQ(pictures(), u"red.png"_s) << "one content, one file";
     clear(m_first);
-    clear(m_second, "image_hover");
+    clear(m_second, key<&ImageButtonState::image_hover>);
     EXPECT_EQ(pictures(), u"red.png"_s);
     const QByteArray before = saved_bytes();
-    clear(m_first, "image_pressed");
+    clear(m_first, key<&ImageButtonState::image_pressed>);
     EXPECT_EQ(pictures(), QString());
     ASSERT_TRUE(m_scene.journal().undo());
     EXPECT_EQ(pictures(), u"red.png"_s);

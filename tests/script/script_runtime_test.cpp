@@ -18,10 +18,10 @@ struct LampState : StateOf<LampState> {
     static const FieldTable& field_table()
     {
         using S = LampState;
-        static const FieldTable table(nullptr, field<S>("name", &S::name),
-                                      field<S>("width", &S::width, 10, range(0, 500)),
-                                      field<S>("visible", &S::visible, true), field<S>("angle", &S::angle),
-                                      field<S>("lines", &S::lines), field<S>("partner", &S::partner));
+        static const FieldTable table(nullptr, field<S, &S::name>("name"),
+                                      field<S, &S::width>("width", 10, range(0, 500)),
+                                      field<S, &S::visible>("visible", true), field<S, &S::angle>("angle"),
+                                      field<S, &S::lines>("lines"), field<S, &S::partner>("partner"));
         return table;
     }
 };

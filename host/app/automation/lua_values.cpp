@@ -59,6 +59,38 @@ std::optional<QList<T>> read_array(lua_State* lua, int index)
     return items;
 }
 
+/// The table at `index` when all its keys are texts and all its elements T.
+template <class T>
+std::optional<QMap<QString, T>> read_map(lua_State* lua, int index)
+{
+    QMap<QString, T> map;
+    lua_pushnil(lua);
+    while (lua_next(lua, index)) {
+        const auto name = Argument<QString>::read(lua, lua_gettop(lua) - 1);
+        const auto item = Argument<T>::read(lua, lua_gettop(lua));
+        lua_pop(lua, 1);
+        if (!name || !item) {
+            lua_pop(lua, 1);
+            return std::nullopt;
+        }
+        map.insert(*name, *item);
+    }
+    return map;
+}
+
+template <class T>
+Data::Pusher table_pusher(const QMap<QString, T>& map)
+{
+    return [map](lua_State* lua) {
+        lua_createtable(lua, 0, int(map.size()));
+        for (auto entry = map.begin(); entry != map.end(); ++entry) {
+            push_text(lua, entry.key());
+            Data(*entry).push(lua);
+            lua_rawset(lua, -3);
+        }
+    };
+}
+
 } // namespace
 
 Data::Data(const QStringList& texts) : m_value(list_of(texts, [](const QString& text) { return Data(text); })) {}
@@ -71,6 +103,12 @@ Data::Data(const Value& value)
             *this = Data(held);
         else if constexpr (std::is_same_v<Held, NumberList>)
             *this = Data(list_of(held, [](double number) { return Data(number); }));
+        else if constexpr (std::is_same_v<Held, ObjectRef>)
+            *this = Data(held.id);
+        else if constexpr (std::is_same_v<Held, IdList>)
+            *this = Data(list_of(held, [](ObjectRef reference) { return Data(reference.id); }));
+        else if constexpr (std::is_same_v<Held, TextMap> || std::is_same_v<Held, NumberMap>)
+            *this = Data(table_pusher(held));
         else
             m_value = held;
     };
@@ -125,6 +163,14 @@ std::optional<Value> Argument<Value>::read(lua_State* lua, int index)
         return Value(double(lua_tonumber(lua, index)));
     case LUA_TSTRING: return Value(*Argument<QString>::read(lua, index));
     case LUA_TTABLE:
+        index = lua_absindex(lua, index);
+        if (lua_rawlen(lua, index) == 0) {
+            if (auto texts = read_map<QString>(lua, index))
+                return texts->isEmpty() ? Value(QStringList()) : Value(std::move(*texts));
+            if (auto numbers = read_map<double>(lua, index))
+                return Value(std::move(*numbers));
+            return std::nullopt;
+        }
         if (auto texts = read_array<QString>(lua, index))
             return Value(QStringList(std::move(*texts)));
         if (auto numbers = read_array<double>(lua, index))

@@ -85,7 +85,7 @@ struct Argument<QString> {
 
 template <>
 struct Argument<Value> {
-    static constexpr const char* needed = "true, false, a number, a text or a list of texts or of numbers";
+    static constexpr const char* needed = "true, false, a number, a text, or a list or table of texts or of numbers";
     static std::optional<Value> read(lua_State* lua, int index);
 };
 

@@ -86,10 +86,10 @@ Result<Data> get(Automation& app, ObjectHandle* self, const QString& property)
     const auto field = field_of(*object.value(), *self, property);
     if (!field)
         return field.status();
-    StatePtr state = object.value()->shared_state();
-    if (const ObjectRef* reference = field.value()->reference(*state))
+    const Value value = object.value()->property(*field.value());
+    if (const auto* reference = std::get_if<ObjectRef>(&value))
         return referred(app, reference->id);
-    return Data(object.value()->property(*field.value()));
+    return Data(value);
 }
 
 Status set(Automation& app, ObjectHandle* self, const QString& property, const Value& value)
