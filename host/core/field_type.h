@@ -118,13 +118,16 @@ struct FieldType<bool> : detail::SingleType<bool> {
 };
 
 template <>
-struct FieldType<int> : detail::NumberType<int> {};
+struct FieldType<int> : detail::NumberType<int> {
+};
 
 template <>
-struct FieldType<quint32> : detail::NumberType<quint32> {};
+struct FieldType<quint32> : detail::NumberType<quint32> {
+};
 
 template <>
-struct FieldType<float> : detail::NumberType<float> {};
+struct FieldType<float> : detail::NumberType<float> {
+};
 
 template <>
 struct FieldType<QString> : detail::SingleType<QString> {

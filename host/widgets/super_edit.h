@@ -44,6 +44,9 @@ public:
     /// No value while the edit is empty.
     std::optional<double> value() const { return m_value; }
 
+    /// The user typed, and has not ended the editing yet.
+    bool is_typing() const { return m_is_typing; }
+
     void stepBy(int steps) override;
     void clear() override;
     QValidator::State validate(QString& input, int& pos) const override;
