@@ -121,7 +121,7 @@ void CBoundPage::bind_row(const FieldRow& row)
     const bool opens = !row.opener || control_as<QAbstractButton>(row.opener);
     if (!editor || !opens)
         return tell_missing(editor ? row.opener : row.control, QString::fromLatin1(row.field.text()));
-    auto* mark = new tarn::RowMark(*control(row.control));
+    auto* mark = new tarn::RowMark(*control(row.control), *this);
     Row& bound = m_rows.emplace_back(Row{row, std::move(editor), mark});
     connect_row(bound);
     connect_input(bound);

@@ -35,7 +35,7 @@ void ImageRows::bind(std::span<const ImageRow> rows, SetImage set)
             if (!m_page.button(id))
                 return m_page.tell_missing(id, QString::fromLatin1(row.field.text()));
         m_rows.push_back(row);
-        m_marks.push_back(new RowMark(*m_page.button(row.button)));
+        m_marks.push_back(new RowMark(*m_page.button(row.button), m_page));
         QObject::connect(m_page.button(row.button), &CButtonST::clicked, &m_page, [this, slot] { choose(slot); });
         QObject::connect(m_page.button(row.clear_button), &CButtonST::clicked, &m_page,
                          [this, field = row.field] { clear(field); });

@@ -53,11 +53,12 @@ void run_on_text(TextEdit& edit, int command)
 
 } // namespace
 
-RowMark::RowMark(QWidget& control) : QWidget(control.parentWidget()), m_control(control)
+RowMark::RowMark(QWidget& control, QWidget& page) : QWidget(&page), m_control(control)
 {
     setObjectName(QStringLiteral("mark_") + control.objectName());
     setCursor(Qt::ArrowCursor);
-    control.installEventFilter(this);
+    for (QWidget* holder = &control; holder && holder != &page; holder = holder->parentWidget())
+        holder->installEventFilter(this);
     hide();
 }
 
@@ -77,12 +78,11 @@ void RowMark::show_state(bool changed, bool mixed)
 
 void RowMark::follow_control()
 {
-    // Not isVisible(): the page itself may be hidden.
-    const bool shown = (m_changed || m_mixed) && !m_control.isHidden();
+    const bool shown = (m_changed || m_mixed) && m_control.isVisibleTo(parentWidget());
     setVisible(shown);
     if (!shown)
         return;
-    const QRect control = m_control.geometry();
+    const QRect control(m_control.mapTo(parentWidget(), QPoint()), m_control.size());
     setGeometry(control.adjusted(-badge_reach, -badge_reach, 0, 0));
     QRegion area;
     if (m_changed)

@@ -13,7 +13,8 @@ class RowMark : public QWidget {
     Q_OBJECT
 
 public:
-    explicit RowMark(QWidget& control);
+    /// `page` holds the control, not always at once.
+    RowMark(QWidget& control, QWidget& page);
 
     void show_state(bool changed, bool mixed);
     bool tells_changed() const { return m_changed; }

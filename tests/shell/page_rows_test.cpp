@@ -177,7 +177,7 @@ void PageRows::walk_row(CBoundPage& page, const FieldRow& row)
 {
     select_for(page);
     QWidget& widget = *page.control(row.control);
-    const auto& mark = *page.findChild<RowMark*>(u"mark_"_s + widget.objectName());
+    const auto& mark = *page.findChild<RowMark*>(u"mark_"_s + widget.objectName(), Qt::FindDirectChildrenOnly);
     if (row.option && held_by_current(row) == Value(qint64(*row.option)))
         for (int object = 0; object < 2; ++object)
             put(object, row, qint64(*row.option == 0));
