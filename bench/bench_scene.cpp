@@ -49,7 +49,7 @@ void fill_control(CDXUTControl& control, int number)
     const QString& word = words[std::size_t(number) % words.size()];
     set(control, "text", QStringLiteral("%1 %2").arg(word).arg(number));
     if (number % 3 == 0)
-        control.set_color_tag(0xff000000u | quint32(number));
+        set(control, "color_tag", qint64(0xff000000u | quint32(number)));
     if (number % 4 == 0)
         set(control, "font_size", qint64(10 + number % 20));
     if (number % 8 == 0)
@@ -60,8 +60,8 @@ void fill_control(CDXUTControl& control, int number)
         control.SetVisible(false);
     if (auto* box = dynamic_cast<CDXUTCheckBox*>(&control))
         box->SetChecked(number % 2 == 0);
-    if (auto* picture = dynamic_cast<CDXUTPicture*>(&control))
-        picture->set_image(picture_name(number));
+    if (control.GetType() == DXUT_CONTROL_PICTURE)
+        set(control, "image", picture_name(number));
 }
 
 const QTemporaryDir& folder()

@@ -28,7 +28,6 @@
 using tarn::ControlExtras;
 using tarn::FieldKey;
 using tarn::FieldRow;
-using tarn::item;
 using tarn::key;
 using tarn::lang;
 using tarn::ModelObject;
@@ -93,14 +92,18 @@ Value chosen_color(const ModelObject&, const Value& picked, Part)
     return tarn::number_of(picked) != 0 ? picked : Value(qint64(0x00ffffff));
 }
 
-/// The text's own colour where none is chosen for the state, which is the part's index.
+/// The colour that is seen where none is chosen for the state that the part names.
 Value seen_text_color(const ModelObject& object, const Value& chosen, Part part)
 {
     if (tarn::number_of(chosen) != 0)
         return chosen;
     const tarn::FieldBase* own = object.fields().find(key<&StaticState::text_color>);
     const auto authored = quint32(own ? tarn::number_of(object.property(*own)) : 0);
-    return qint64(tarn::Skin::text_color(VisualState(part.index), authored));
+    int state = 0;
+    while (state + 1 < tarn::style_state_count && tarn::state_name(VisualState(state)) != QLatin1String(part.name))
+        ++state;
+    const auto& control = static_cast<const tarn::ControlState&>(object.base_state());
+    return qint64(tarn::text_color(control, VisualState(state), authored));
 }
 
 Value seen_font_size(const ModelObject&, const Value& chosen, Part)
@@ -121,14 +124,14 @@ constexpr FieldRow rows[] = {
     {.control = id_tint,
      .field = style_colors,
      .shows = Shows::Current,
-     .part = item(-1),
+     .part = tarn::entry(""),
      .conversion = {.stored = chosen_color},
      .enabled_if = has_elements,
      .blank_color = 0xffffffff},
     {.control = id_text_color,
      .field = style_text_colors,
      .shows = Shows::Current,
-     .part = item(-1),
+     .part = tarn::entry(""),
      .conversion = {.shown = seen_text_color, .stored = chosen_color},
      .enabled_if = has_text,
      .blank_color = 0xffffffff},
@@ -160,7 +163,7 @@ void CDlgElementCustomize::OnInitDialog()
     m_elements = control_as<QComboBox>(id_element);
     m_states = control_as<QComboBox>(id_state);
     for (int state = 0; state < tarn::style_state_count; ++state)
-        m_states->addItem(tarn::visual_state_name(VisualState(state)));
+        m_states->addItem(tarn::visual_state_caption(VisualState(state)));
     control(id_tint)->setToolTip(lang(u"图片着色", u"Picture Colour"));
     control(id_text_color)->setToolTip(lang(u"文字颜色", u"Text Colour"));
     bind(rows);
@@ -174,23 +177,36 @@ void CDlgElementCustomize::OnInitDialog()
     refresh();
 }
 
-int CDlgElementCustomize::slot() const
+const tarn::StyleElement* CDlgElementCustomize::element() const
 {
-    const int element = m_elements->currentIndex();
-    return element < 0 ? -1 : tarn::style_slot(element, look());
+    const auto elements = tarn::style_elements(m_listed_type);
+    const int row = m_elements->currentIndex();
+    return row >= 0 && row < int(elements.size()) ? &elements[std::size_t(row)] : nullptr;
 }
 
-VisualState CDlgElementCustomize::look() const
+VisualState CDlgElementCustomize::state() const
 {
     return VisualState(std::max(0, m_states->currentIndex()));
+}
+
+Part CDlgElementCustomize::look_part() const
+{
+    return tarn::entry(m_look_name.constData());
+}
+
+Part CDlgElementCustomize::state_part() const
+{
+    return tarn::entry(m_state_name.constData());
 }
 
 void CDlgElementCustomize::refresh()
 {
     const auto* shown = static_cast<const CDXUTControl*>(current());
     fill_elements(shown ? shown->GetType() : -1);
-    set_part(id_tint, item(slot()));
-    set_part(id_text_color, item(int(look())));
+    m_look_name = element() ? tarn::look_name(*element(), state()).toLatin1() : QByteArray();
+    m_state_name = tarn::state_name(state()).toLatin1();
+    set_part(id_tint, look_part());
+    set_part(id_text_color, state_part());
     CBoundPage::refresh();
     enable_parts(shown);
     if (shown)
@@ -204,12 +220,12 @@ void CDlgElementCustomize::fill_elements(int control_type)
     m_listed_type = control_type;
     m_elements->clear();
     for (const tarn::StyleElement& element : tarn::style_elements(control_type))
-        m_elements->addItem(element.name());
+        m_elements->addItem(element.caption());
 }
 
 QString CDlgElementCustomize::picture_name(const CDXUTControl& control) const
 {
-    return tarn::value_as<QString>(part_of(value_of(control, style_images), item(slot())));
+    return tarn::value_as<QString>(part_of(value_of(control, style_images), look_part()));
 }
 
 QImage CDlgElementCustomize::picture(const QString& name) const
@@ -218,22 +234,30 @@ QImage CDlgElementCustomize::picture(const QString& name) const
     return file != m_chosen_files.end() ? *file : name.isEmpty() ? QImage() : core()->texture(name);
 }
 
+/// The control's state with the edits that wait.
+tarn::StatePtr CDlgElementCustomize::awaited_state(const CDXUTControl& control) const
+{
+    tarn::StatePtr awaited(control.base_state().clone());
+    for (const FieldKey field : {style_images, style_colors})
+        (void)control.fields().find(field)->set(*awaited, value_of(control, field));
+    return awaited;
+}
+
 void CDlgElementCustomize::show_picture(const CDXUTControl& shown)
 {
     auto* preview = control_as<QLabel>(id_preview);
-    if (slot() < 0) {
+    if (!element()) {
         preview->setPixmap({});
         show_picture_name({});
         return;
     }
-    const QString name = picture_name(shown);
-    const auto tint = quint32(tarn::number_of(part_of(value_of(shown, style_colors), item(slot()))));
+    const tarn::StatePtr awaited = awaited_state(shown);
+    const auto [name, color] = tarn::element_look(static_cast<const tarn::ControlState&>(*awaited), element()->element,
+                                                  state());
     tarn::ElementCache cache(tarn::Skin::default_skin());
-    const tarn::ElementChoice choice{picture(name), tint};
-    const auto elements = tarn::style_elements(shown.GetType());
-    const tarn::Element element = elements[std::size_t(m_elements->currentIndex())].element;
-    preview->setPixmap(
-        QPixmap::fromImage(cache.image(element, look(), preview_size, preview->devicePixelRatioF(), choice)));
+    const tarn::ElementChoice choice{picture(name), color};
+    preview->setPixmap(QPixmap::fromImage(
+        cache.image(element()->element, state(), preview_size, preview->devicePixelRatioF(), choice)));
     const QString text = name.isEmpty() ? lang(u"风格图片", u"The style's picture")
         : choice.picture.isNull()       ? lang(u"%1（缺失）", u"%1 (missing)").arg(name)
                                         : name;
@@ -264,9 +288,9 @@ void CDlgElementCustomize::enable_parts(const CDXUTControl* shown)
     control(id_state)->setEnabled(elements || (shown && has_text(*shown)));
     const auto all = selected();
     button(id_reset_state)
-        ->setEnabled(differs_from_default(style_images, item(slot()), all)
-                     || differs_from_default(style_colors, item(slot()), all)
-                     || differs_from_default(style_text_colors, item(int(look())), all));
+        ->setEnabled(differs_from_default(style_images, look_part(), all)
+                     || differs_from_default(style_colors, look_part(), all)
+                     || differs_from_default(style_text_colors, state_part(), all));
     button(id_reset_all)->setEnabled(std::any_of(style_fields.begin(), style_fields.end(), [&](FieldKey field) {
         return differs_from_default(field, {}, all);
     }));
@@ -275,7 +299,7 @@ void CDlgElementCustomize::enable_parts(const CDXUTControl* shown)
 void CDlgElementCustomize::on_choose_picture()
 {
     const auto* shown = static_cast<const CDXUTControl*>(current());
-    if (!shown || slot() < 0)
+    if (!shown || !element())
         return;
     const QStringList names = core()->texture_names();
     const QString present = picture_name(*shown);
@@ -308,16 +332,16 @@ void CDlgElementCustomize::choose_picture_file()
 
 void CDlgElementCustomize::put_picture(const QString& name)
 {
-    change([&] { write(style_images, name, tarn::Scope::EverySelected, item(slot())); }, {});
+    change([&] { write(style_images, name, tarn::Scope::EverySelected, look_part()); }, {});
     refresh();
 }
 
 void CDlgElementCustomize::on_reset_state()
 {
     const auto reset = [this] {
-        write_default(style_images, item(slot()));
-        write_default(style_colors, item(slot()));
-        write_default(style_text_colors, item(int(look())));
+        write_default(style_images, look_part());
+        write_default(style_colors, look_part());
+        write_default(style_text_colors, state_part());
     };
     change(reset, {});
     refresh();
@@ -345,7 +369,7 @@ tarn::Status CDlgElementCustomize::take_chosen_files()
 {
     QHash<QString, QString> names;
     for (const ModelObject* object : selected())
-        for (const QString& name : tarn::value_as<QStringList>(value_of(*object, style_images))) {
+        for (const QString& name : tarn::value_as<tarn::TextMap>(value_of(*object, style_images))) {
             if (!m_chosen_files.contains(name) || names.contains(name))
                 continue;
             const auto taken = tarn::take_picture(*core(), name);
@@ -354,10 +378,10 @@ tarn::Status CDlgElementCustomize::take_chosen_files()
             names.insert(name, taken.value());
         }
     const auto renamed = [&](const ModelObject& object, const tarn::FieldBase&) -> Value {
-        auto list = tarn::value_as<QStringList>(value_of(object, style_images));
-        for (QString& name : list)
+        auto images = tarn::value_as<tarn::TextMap>(value_of(object, style_images));
+        for (QString& name : images)
             name = names.value(name, name);
-        return list;
+        return images;
     };
     if (!names.isEmpty())
         write_each(style_images, tarn::Scope::EverySelected, renamed);

@@ -9,6 +9,10 @@
 class CDXUTControl;
 class QComboBox;
 
+namespace tarn {
+struct StyleElement;
+}
+
 /// The pictures, colours and font that the selected controls have instead of the style's: per element of their type and
 /// per state. Shows the current control; what is changed waits for OK, and is written to every selected one of its type.
 class CDlgElementCustomize : public CBoundPage {
@@ -24,8 +28,11 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    int slot() const; ///< -1 when no element is chosen
-    tarn::VisualState look() const;
+    const tarn::StyleElement* element() const; ///< null when none is chosen
+    tarn::VisualState state() const;
+    tarn::Part look_part() const;  ///< of the pictures and their colours
+    tarn::Part state_part() const; ///< of the texts' colours
+    tarn::StatePtr awaited_state(const CDXUTControl& control) const;
     QString picture_name(const CDXUTControl& control) const;
     QImage picture(const QString& name) const;
 
@@ -43,6 +50,8 @@ private:
 
     QComboBox* m_elements = nullptr;
     QComboBox* m_states = nullptr;
+    QByteArray m_look_name;  ///< what the page shows: "Body.hover"; empty without an element
+    QByteArray m_state_name; ///< "hover"
     QString m_picture_name;
     int m_listed_type = -1;                ///< whose elements the list shows
     QHash<QString, QImage> m_chosen_files; ///< by path, which stands for the picture's name until it is in the scene

@@ -283,7 +283,7 @@ RowView CBoundPage::view_of(const FieldRow& row, CommonValue common, const Model
 {
     RowView view;
     static_cast<CommonValue&>(view) = std::move(common);
-    const bool is_there = view.agreement != Agreement::None && row.part.index >= 0;
+    const bool is_there = view.agreement != Agreement::None && !row.part.is_none();
     view.enabled = is_there && (!row.enabled_if || (shown && row.enabled_if(*shown)));
     view.format = row.conversion.format ? row.conversion.format() : row.number.format;
     if (!is_there || !shown)

@@ -46,7 +46,9 @@ struct Part {
     };
     Of of = Of::Whole;
     int index = 0; ///< of an item from 0, or -1 for none: nothing can be edited then; of a channel its lowest bit
-    const char* name = ""; ///< of an entry; has to stay
+    const char* name = ""; ///< of an entry; has to stay. An empty one for none
+
+    constexpr bool is_none() const { return (of == Of::Item && index < 0) || (of == Of::Entry && !*name); }
 };
 
 constexpr Part item(int index)

@@ -41,12 +41,12 @@ double number_of(const Value& value)
 
 Value part_of(const Value& value, Part part)
 {
+    if (part.is_none())
+        return {};
     switch (part.of) {
     case Part::Of::Whole: break;
     case Part::Of::Channel: return qint64(number_of(value)) >> part.index & byte_mask;
     case Part::Of::Item:
-        if (part.index < 0)
-            return {};
         if (const auto* texts = std::get_if<QStringList>(&value))
             return texts->value(part.index);
         if (const auto* numbers = std::get_if<NumberList>(&value))
@@ -64,6 +64,8 @@ Value part_of(const Value& value, Part part)
 
 Value with_part(Value value, Part part, const Value& content)
 {
+    if (part.is_none())
+        return value;
     switch (part.of) {
     case Part::Of::Whole: return content;
     case Part::Of::Channel: {
@@ -71,8 +73,6 @@ Value with_part(Value value, Part part, const Value& content)
         return (qint64(number_of(value)) & ~(byte_mask << part.index)) | byte << part.index;
     }
     case Part::Of::Item:
-        if (part.index < 0)
-            return value;
         if (auto* texts = std::get_if<QStringList>(&value))
             put(*texts, part.index, value_as<QString>(content));
         else if (auto* numbers = std::get_if<NumberList>(&value))

@@ -27,10 +27,6 @@ inline FieldRules read_only()
 {
     return {.read_only = true};
 }
-inline FieldRules slots(int count)
-{
-    return {.slots = count};
-}
 
 /// One attribute of a state class. Everything generic (saving, loading, undo, automation, comparing) goes
 /// through this interface; Field<> below supplies it from one line of a table.

@@ -18,7 +18,6 @@ struct FieldRules {
     bool read_only = false;                           ///< set by the object itself only
     bool picture = false;                             ///< the texts name pictures of the scene
     bool derived = false;                             ///< follows from other fields and is not saved
-    int slots = 0; ///< of a list whose elements have fixed places: how many; empty ones at its end are left out
 };
 
 /// `text` cut to at most `units` UTF-16 units, never inside a character (surrogates and combining marks included).
@@ -73,12 +72,6 @@ struct ListType {
     {
         for (E& element : list)
             FieldType<E>::hold(rules, element);
-        if (!rules.slots)
-            return;
-        if (list.size() > rules.slots)
-            list.resize(rules.slots);
-        while (!list.isEmpty() && list.back() == E())
-            list.removeLast();
     }
     static void write(const QList<E>& list, JsonWriter& writer)
     {

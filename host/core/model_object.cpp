@@ -27,16 +27,35 @@ Status ModelObject::set_property(const FieldBase& field, const Value& value)
     StatePtr wanted(m_state->clone());
     if (auto status = field.set(*wanted, value); !status)
         return status;
-    if (!field.same(*m_state, *wanted))
-        replace_state(std::move(wanted));
+    store(field, std::move(wanted));
     return {};
+}
+
+/// Takes over `wanted`, which differs in `field`, unless the rules undo that; answers whether it did.
+bool ModelObject::store(const FieldBase& field, StatePtr wanted)
+{
+    wanted->settle(field.key());
+    if (field.same(*m_state, *wanted))
+        return false;
+    note_state();
+    m_state = std::move(wanted);
+    written(field.key());
+    return true;
+}
+
+void ModelObject::written(const WrittenFields& fields)
+{
+    m_state.detach();
+    m_state->settle(fields);
+    after_write(fields);
+    state_changed();
 }
 
 void ModelObject::replace_state(StatePtr state)
 {
     note_state();
     m_state = std::move(state);
-    state_changed();
+    written(WrittenFields::whole());
 }
 
 Status ModelObject::load_state(JsonCursor& cursor)
@@ -44,7 +63,7 @@ Status ModelObject::load_state(JsonCursor& cursor)
     m_state.detach();
     auto status = read_state(*m_state, cursor);
     if (status)
-        state_changed();
+        written(WrittenFields::whole());
     return status;
 }
 
@@ -52,7 +71,7 @@ void ModelObject::adopt_state(ObjectState* state)
 {
     m_state = StatePtr(state);
     m_noted_in = 0;
-    state_changed();
+    written(WrittenFields::whole());
 }
 
 } // namespace tarn

@@ -32,6 +32,9 @@ public:
     virtual Value property(const FieldBase& field) const { return field.get(*m_state); }
     virtual Status set_property(const FieldBase& field, const Value& value);
 
+    /// Called after every write of the state, when its own rules are in force, for rules between objects. Undo and redo
+    /// are no writes.
+    virtual void after_write(const WrittenFields&) {}
     /// Called after every change of the state, whoever made it, undo included: caches that hang on it go.
     virtual void state_changed() {}
 
@@ -60,7 +63,7 @@ protected:
     {
         return static_cast<const State&>(*m_state);
     }
-    /// The state for writing; the journal keeps the old one. Call state_changed() when done.
+    /// The state for writing; the journal keeps the old one. Call written() when done.
     template <class State>
     State& edit()
     {
@@ -68,15 +71,20 @@ protected:
     }
     ObjectState& edit_base();
 
-    /// Stores `value` into `member` unless it is there already; answers whether it changed anything.
-    template <class State, class Owner, class T, class V>
-    bool change(T Owner::*member, const V& value)
+    void written(const WrittenFields& fields);
+
+    /// Stores `value`, held to the rules, as the attribute `member`; answers whether it changed anything.
+    template <auto member>
+    bool change(detail::MemberType<member> value)
     {
+        using State = typename detail::MemberOf<decltype(member)>::Class;
+        const FieldBase& field = *fields().find(key<member>);
+        FieldType<detail::MemberType<member>>::hold(field.rules(), value);
         if (state<State>().*member == value)
             return false;
-        edit<State>().*member = value;
-        state_changed();
-        return true;
+        StatePtr wanted(m_state->clone());
+        static_cast<State&>(*wanted).*member = std::move(value);
+        return store(field, std::move(wanted));
     }
 
 private:
@@ -84,6 +92,7 @@ private:
     static constexpr int usual_size = 128; ///< bytes of a control
 
     void note_state();
+    bool store(const FieldBase& field, StatePtr wanted);
 
     Journal& m_journal;
     StatePtr m_state;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "field_key.h"
 #include "object_pool.h"
 
 #include <QByteArray>
@@ -7,12 +8,33 @@
 #include <QList>
 #include <QSharedData>
 #include <QString>
+#include <QVarLengthArray>
 
+#include <initializer_list>
 #include <utility>
 
 namespace tarn {
 
 class FieldTable;
+
+/// What was written of a state at one time: some attributes, or all of it.
+class WrittenFields {
+public:
+    WrittenFields(FieldKey field) : m_fields{field} {}
+    WrittenFields(std::initializer_list<FieldKey> fields) : m_fields(fields) {}
+    static WrittenFields whole() { return WrittenFields(); }
+
+    void add(FieldKey field) { m_fields.append(field); }
+    bool is_whole() const { return m_fields.isEmpty(); }
+    bool contains(FieldKey field) const { return is_whole() || m_fields.contains(field); }
+    /// The attributes; none when it is the whole state.
+    const auto& fields() const { return m_fields; }
+
+private:
+    WrittenFields() = default;
+
+    QVarLengthArray<FieldKey, 4> m_fields;
+};
 
 /// The data of a model object, apart from everything that can be worked out from it. States are shared between an
 /// object and the undo journal and copied when one of them is written.
@@ -29,6 +51,9 @@ struct ObjectState : QSharedData {
 
     virtual ObjectState* clone() const = 0;
     virtual const FieldTable& fields() const = 0;
+    /// Puts the state's own rules in force after a write, whoever wrote. What was written last wins where attributes
+    /// hang on each other. It changes nothing in a state that is settled, and is not called for one that was before.
+    virtual void settle(const WrittenFields&) {}
 
 protected:
     ObjectState() = default;

@@ -1,7 +1,6 @@
 #include "control_state.h"
 
 #include "anchor.h"
-#include "control_style.h"
 #include "core/field.h"
 
 namespace tarn {
@@ -101,9 +100,9 @@ const FieldTable& ControlState::field_table()
         field<S, &S::extras, &E::rotation>("rotation", range(-max_turn, max_turn)),
         computed_field<S, CenterXAccess>("center_x", range(-max_place, max_place)),
         computed_field<S, CenterYAccess>("center_y", range(-max_place, max_place)),
-        field<S, &S::extras, &E::style_images>("style_images", {.picture = true, .slots = style_slot_count}),
-        field<S, &S::extras, &E::style_colors>("style_colors", slots(style_slot_count)),
-        field<S, &S::extras, &E::style_text_colors>("style_text_colors", slots(style_state_count)),
+        field<S, &S::extras, &E::style_images>("style_images", picture_name()),
+        field<S, &S::extras, &E::style_colors>("style_colors"),
+        field<S, &S::extras, &E::style_text_colors>("style_text_colors"),
         field<S, &S::extras, &E::font_family>("font_family", max_length(100)),
         field<S, &S::extras, &E::font_italic>("font_italic"));
     return table;
@@ -206,6 +205,12 @@ const FieldTable& EditBoxState::field_table()
     return table;
 }
 
+void EditBoxState::settle(const WrittenFields&)
+{
+    if (max_length > 0)
+        text = cut_text(text, max_length);
+}
+
 ProgressState::ProgressState()
 {
     type = DXUT_CONTROL_PROGRESS;
@@ -239,6 +244,12 @@ const FieldTable& InfoBoxState::field_table()
         field<S, &S::line_height>("line_height", 18, range(6, 500)),
         field<S, &S::max_lines>("max_lines", 200, range(1, 100000)));
     return table;
+}
+
+void InfoBoxState::settle(const WrittenFields&)
+{
+    if (lines.size() > max_lines)
+        lines.remove(0, lines.size() - max_lines);
 }
 
 } // namespace tarn

@@ -19,11 +19,11 @@ struct ControlExtras {
     float center_y = 0;
     int saved_align_type = 0; ///< the anchor from before scaling with the dialog was turned on
 
-    // What the author chose instead of the style's; see style_slot(). Beyond the end of a list nothing is chosen.
-    QStringList style_images;         ///< names in the scene's textures; empty for the style's
-    QList<quint32> style_colors;      ///< ARGB; 0 leaves the picture as it is
-    QList<quint32> style_text_colors; ///< ARGB by VisualState; 0 for the control's usual one
-    QString font_family;              ///< empty for the style's
+    // What the author chose instead of the style's, by look_name(): "Body.hover". Names that are unknown are kept.
+    TextMap style_images;                     ///< names in the scene's textures
+    QMap<QString, quint32> style_colors;      ///< ARGB; the picture takes it on
+    QMap<QString, quint32> style_text_colors; ///< ARGB by state_name(): "hover"
+    QString font_family;                      ///< empty for the style's
     bool font_italic = false;
 
     bool operator==(const ControlExtras&) const = default;
@@ -129,6 +129,8 @@ struct RadioButtonState : StateOf<RadioButtonState, CheckBoxState> {
 struct ItemsState : ControlState {
     QStringList items;
     int selected = -1; ///< index of an item; -1 for none
+
+    void settle(const WrittenFields& written) override;
 };
 
 struct ComboBoxState : StateOf<ComboBoxState, ItemsState> {
@@ -152,6 +154,7 @@ struct SliderState : StateOf<SliderState, ControlState> {
 
     SliderState() { type = DXUT_CONTROL_SLIDER; }
     static const FieldTable& field_table();
+    void settle(const WrittenFields& written) override;
 };
 
 /// A scroll bar; it lies when it is wider than high and stands otherwise.
@@ -163,16 +166,18 @@ struct ScrollBarState : StateOf<ScrollBarState, ControlState> {
 
     ScrollBarState() { type = DXUT_CONTROL_SCROLLBAR; }
     static const FieldTable& field_table();
+    void settle(const WrittenFields& written) override;
 };
 
 struct EditBoxState : StateOf<EditBoxState, StaticState> {
     int spacing = 4;       ///< pixels between the frame and the text
     int border = 0;        ///< pixels; width of a drawn border, 0 for none
-    int max_length = 0;    ///< characters that can be typed; 0 for any number
+    int max_length = 0;    ///< of the text, in UTF-16 units; 0 for any number
     bool password = false; ///< dots instead of the characters
 
     EditBoxState();
     static const FieldTable& field_table();
+    void settle(const WrittenFields& written) override;
 };
 
 struct ProgressState : StateOf<ProgressState, StaticState> {
@@ -199,6 +204,7 @@ struct InfoBoxState : StateOf<InfoBoxState, StaticState> {
 
     InfoBoxState();
     static const FieldTable& field_table();
+    void settle(const WrittenFields& written) override;
 };
 
 struct FlashState : StateOf<FlashState, ControlState> {

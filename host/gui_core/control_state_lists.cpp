@@ -2,6 +2,8 @@
 
 #include "core/field.h"
 
+#include <algorithm>
+
 // The attributes of the types that hold items, values or media.
 
 namespace tarn {
@@ -11,7 +13,30 @@ namespace {
 constexpr double max_value = 1e6;
 constexpr double max_place = 1e6; ///< metres or pixels
 
+/// Of two ends that crossed, the one that was written last stays: the upper one when `max_moved`.
+void keep_in_range(int& min, int& max, int& value, bool max_moved)
+{
+    if (min > max)
+        (max_moved ? min : max) = max_moved ? max : min;
+    value = std::clamp(value, min, max);
+}
+
 } // namespace
+
+void ItemsState::settle(const WrittenFields&)
+{
+    selected = std::clamp(selected, -1, int(items.size()) - 1);
+}
+
+void SliderState::settle(const WrittenFields& written)
+{
+    keep_in_range(min, max, value, !written.contains(key<&SliderState::min>));
+}
+
+void ScrollBarState::settle(const WrittenFields& written)
+{
+    keep_in_range(min, max, position, !written.contains(key<&ScrollBarState::min>));
+}
 
 const FieldTable& ComboBoxState::field_table()
 {

@@ -22,28 +22,32 @@ struct TypeStyle {
 template <std::size_t count>
 using Elements = std::array<StyleElement, count>;
 
-constexpr Elements<1> button{{{Element::Button, u"按钮体", u"Body"}}};
-constexpr Elements<2> image_button{{{Element::Button, u"按钮体", u"Body"}, {Element::Bubble, u"注释气泡", u"Bubble"}}};
-constexpr Elements<2> check_box{{{Element::CheckBox, u"方框", u"Box"}, {Element::CheckMark, u"勾选标记", u"Mark"}}};
-constexpr Elements<2> radio{{{Element::RadioButton, u"圆环", u"Ring"}, {Element::RadioDot, u"圆点", u"Dot"}}};
-constexpr Elements<6> combo_box{{{Element::ComboBox, u"框体", u"Body"},
-                                 {Element::DropArrow, u"箭头", u"Arrow"},
-                                 {Element::InfoPanel, u"下拉框", u"Drop-down Field"},
-                                 {Element::SelectedRow, u"选中行", u"Selected Row"},
-                                 {Element::ScrollTrack, u"滚动条轨道", u"Scroll Track"},
-                                 {Element::ScrollThumb, u"滚动条滑块", u"Scroll Thumb"}}};
-constexpr Elements<2> slider{{{Element::SliderTrack, u"轨道", u"Track"}, {Element::SliderThumb, u"滑块", u"Thumb"}}};
-constexpr Elements<1> edit_box{{{Element::Field, u"输入框", u"Field"}}};
-constexpr Elements<4> list_box{{{Element::Field, u"列表框", u"Field"},
-                                {Element::SelectedRow, u"选中行", u"Selected Row"},
-                                {Element::ScrollTrack, u"滚动条轨道", u"Scroll Track"},
-                                {Element::ScrollThumb, u"滚动条滑块", u"Scroll Thumb"}}};
+constexpr Elements<1> button{{{Element::Button, "Body", u"按钮体", u"Body"}}};
+constexpr Elements<2> image_button{
+    {{Element::Button, "Body", u"按钮体", u"Body"}, {Element::Bubble, "Bubble", u"注释气泡", u"Bubble"}}};
+constexpr Elements<2> check_box{
+    {{Element::CheckBox, "Box", u"方框", u"Box"}, {Element::CheckMark, "Mark", u"勾选标记", u"Mark"}}};
+constexpr Elements<2> radio{
+    {{Element::RadioButton, "Ring", u"圆环", u"Ring"}, {Element::RadioDot, "Dot", u"圆点", u"Dot"}}};
+constexpr Elements<6> combo_box{{{Element::ComboBox, "Body", u"框体", u"Body"},
+                                 {Element::DropArrow, "Arrow", u"箭头", u"Arrow"},
+                                 {Element::InfoPanel, "DropDown", u"下拉框", u"Drop-down Field"},
+                                 {Element::SelectedRow, "SelectedRow", u"选中行", u"Selected Row"},
+                                 {Element::ScrollTrack, "ScrollTrack", u"滚动条轨道", u"Scroll Track"},
+                                 {Element::ScrollThumb, "ScrollThumb", u"滚动条滑块", u"Scroll Thumb"}}};
+constexpr Elements<2> slider{
+    {{Element::SliderTrack, "Track", u"轨道", u"Track"}, {Element::SliderThumb, "Thumb", u"滑块", u"Thumb"}}};
+constexpr Elements<1> edit_box{{{Element::Field, "Field", u"输入框", u"Field"}}};
+constexpr Elements<4> list_box{{{Element::Field, "Field", u"列表框", u"Field"},
+                                {Element::SelectedRow, "SelectedRow", u"选中行", u"Selected Row"},
+                                {Element::ScrollTrack, "ScrollTrack", u"滚动条轨道", u"Scroll Track"},
+                                {Element::ScrollThumb, "ScrollThumb", u"滚动条滑块", u"Scroll Thumb"}}};
 constexpr Elements<2> scroll_bar{
-    {{Element::ScrollTrack, u"轨道", u"Track"}, {Element::ScrollThumb, u"滑块", u"Thumb"}}};
-constexpr Elements<1> panel{{{Element::InfoPanel, u"面板", u"Panel"}}};
+    {{Element::ScrollTrack, "Track", u"轨道", u"Track"}, {Element::ScrollThumb, "Thumb", u"滑块", u"Thumb"}}};
+constexpr Elements<1> panel{{{Element::InfoPanel, "Panel", u"面板", u"Panel"}}};
 constexpr Elements<2> progress{
-    {{Element::ProgressFrame, u"外框", u"Frame"}, {Element::ProgressFill, u"填充", u"Filling"}}};
-constexpr Elements<1> frame{{{Element::Field, u"边框", u"Frame"}}};
+    {{Element::ProgressFrame, "Frame", u"外框", u"Frame"}, {Element::ProgressFill, "Filling", u"填充", u"Filling"}}};
+constexpr Elements<1> frame{{{Element::Field, "Frame", u"边框", u"Frame"}}};
 
 // The pictures that a picture and a map are made of are attributes of theirs.
 const std::array table{
@@ -71,9 +75,23 @@ const TypeStyle* style_of(int control_type)
     return found == table.end() ? nullptr : &*found;
 }
 
+/// What one level of choices says.
+struct LookLevel {
+    const TextMap& images;
+    const QMap<QString, quint32>& colors;
+    const QMap<QString, quint32>& text_colors;
+};
+
+/// The nearest first. What none of them says is the default skin's.
+std::array<LookLevel, 1> look_levels(const ControlState& control)
+{
+    const ControlExtras& own = control.extras.get();
+    return {{{own.style_images, own.style_colors, own.style_text_colors}}};
+}
+
 } // namespace
 
-QString StyleElement::name() const
+QString StyleElement::caption() const
 {
     return lang(chinese, english);
 }
@@ -90,7 +108,7 @@ bool has_styled_text(int control_type)
     return style && style->has_text;
 }
 
-QString visual_state_name(VisualState state)
+QString visual_state_caption(VisualState state)
 {
     switch (state) {
     case VisualState::Normal: return lang(u"正常", u"Normal");
@@ -103,12 +121,52 @@ QString visual_state_name(VisualState state)
     return {};
 }
 
-int style_element_index(int control_type, Element element)
+QString state_name(VisualState state)
 {
-    const auto all = style_elements(control_type);
-    const auto found = std::find_if(all.begin(), all.end(),
-                                    [&](const StyleElement& e) { return e.element == element; });
-    return found == all.end() ? -1 : int(found - all.begin());
+    static const std::array names{QStringLiteral("normal"), QStringLiteral("hover"), QStringLiteral("pressed"),
+                                  QStringLiteral("disabled"), QStringLiteral("focused")};
+    static_assert(names.size() == style_state_count);
+    return state == VisualState::Hidden ? QString() : names[std::size_t(state)];
+}
+
+QString look_name(const StyleElement& element, VisualState state)
+{
+    return QLatin1String(element.name) + QLatin1Char('.') + state_name(state);
+}
+
+ElementLook element_look(const ControlState& control, Element element, VisualState state)
+{
+    const auto elements = style_elements(control.type);
+    const auto part = std::find_if(elements.begin(), elements.end(),
+                                   [&](const StyleElement& e) { return e.element == element; });
+    if (part == elements.end() || state == VisualState::Hidden)
+        return {};
+    ElementLook look;
+    for (const LookLevel& level : look_levels(control)) {
+        if (level.images.isEmpty() && level.colors.isEmpty())
+            continue;
+        const QString name = look_name(*part, state);
+        const QString usual = look_name(*part, VisualState::Normal);
+        const bool has_own = level.images.contains(name);
+        const bool served = !has_own && level.images.contains(usual);
+        if (look.color == 0)
+            look.color = level.colors.value(name);
+        if (look.color == 0 && served)
+            look.color = level.colors.value(usual);
+        if (has_own || served) {
+            look.picture = level.images.value(has_own ? name : usual);
+            break; // A colour farther away is meant for the picture there.
+        }
+    }
+    return look;
+}
+
+quint32 text_color(const ControlState& control, VisualState state, quint32 authored)
+{
+    for (const LookLevel& level : look_levels(control))
+        if (const quint32 chosen = level.text_colors.value(state_name(state)))
+            return chosen;
+    return Skin::text_color(state, authored);
 }
 
 QFont font_of(const StaticState& state)

@@ -10,35 +10,45 @@ class QFont;
 
 namespace tarn {
 
+struct ControlState;
 struct StaticState;
 
 /// A part of a control that is drawn from a picture of the skin, or from one that the author chose instead.
 struct StyleElement {
     Element element;
+    const char* name; ///< in files; it never changes
     const char16_t* chinese;
     const char16_t* english;
 
-    QString name() const; ///< in the program's language
+    QString caption() const; ///< in the program's language
 };
 
 /// The states that can look different: VisualState::Normal to Focused.
 constexpr int style_state_count = 5;
-constexpr int most_style_elements = 6;
-constexpr int style_slot_count = style_state_count * most_style_elements;
 
 /// What a control of that type is drawn from; empty for a type that has no pictures of the skin.
 std::span<const StyleElement> style_elements(int control_type);
 /// Whether a control of that type shows a text in a font and a colour of the author's choice.
 bool has_styled_text(int control_type);
-QString visual_state_name(VisualState state);
+QString visual_state_caption(VisualState state); ///< in the program's language
 
-/// The place of an element, by its index in style_elements(), and a state in the lists of what the author chose.
-constexpr int style_slot(int element, VisualState state)
-{
-    return element * style_state_count + int(state);
-}
-/// The index of `element` in the type's elements; -1 when it is none of them.
-int style_element_index(int control_type, Element element);
+/// "hover": a state in files. Empty for Hidden, which looks like nothing.
+QString state_name(VisualState state);
+/// "Body.hover": an element in a state, in files.
+QString look_name(const StyleElement& element, VisualState state);
+
+/// How an element is drawn.
+struct ElementLook {
+    QString picture;   ///< name in the scene's textures; empty for the default skin's
+    quint32 color = 0; ///< ARGB; the picture takes it on: one of the author's is multiplied with it, one of the skin's
+                       ///< turned into its shades. 0 leaves it as it is
+};
+
+/// What was chosen for an element and a state: at the control, or else by its style, or else nothing, which stands for
+/// the default skin. A picture that was chosen for Normal serves the states that have none, with its colour.
+ElementLook element_look(const ControlState& control, Element element, VisualState state);
+/// ARGB of a text, found in the same order. `authored` is the text's own colour, 0 for none.
+quint32 text_color(const ControlState& control, VisualState state, quint32 authored);
 
 /// The font of a control's text.
 QFont font_of(const StaticState& state);

@@ -2,6 +2,9 @@
 
 #include "core/field.h"
 
+#include <algorithm>
+#include <functional>
+
 namespace tarn {
 
 namespace {
@@ -42,6 +45,16 @@ const FieldTable& CoreState::field_table()
                                   field<S, &S::horizontal_guides>("horizontal_guides"),
                                   field<S, &S::next_id>("next_id", 0u, read_only()));
     return table;
+}
+
+void CoreState::settle(const WrittenFields&)
+{
+    for (QList<quint32>* guides : {&vertical_guides, &horizontal_guides}) {
+        if (std::adjacent_find(guides->cbegin(), guides->cend(), std::greater_equal<>()) == guides->cend())
+            continue;
+        std::sort(guides->begin(), guides->end());
+        guides->erase(std::unique(guides->begin(), guides->end()), guides->end());
+    }
 }
 
 } // namespace tarn

@@ -62,6 +62,7 @@ struct CoreState : StateOf<CoreState> {
     QList<CDXUTDialog*> dialogs;      ///< from the bottom layer to the top, without the root dialog
 
     static const FieldTable& field_table();
+    void settle(const WrittenFields& written) override;
 };
 
 } // namespace tarn

@@ -28,13 +28,9 @@ QImage DrawContext::texture(const QString& name, QSizeF size) const
 
 ElementChoice DrawContext::choice_of(Element element, QSizeF size) const
 {
-    const VisualState look = styled->visual_state();
-    const int index = style_element_index(styled->GetType(), element);
-    if (index < 0 || look == VisualState::Hidden)
-        return {};
-    const int slot = style_slot(index, look);
-    const QString name = styled->style_image(slot);
-    return {name.isEmpty() ? QImage() : texture(name, size), styled->style_color(slot)};
+    const auto& state = static_cast<const ControlState&>(styled->base_state());
+    const ElementLook look = element_look(state, element, styled->visual_state());
+    return {look.picture.isEmpty() ? QImage() : texture(look.picture, size), look.color};
 }
 
 bool DrawContext::draw_picture(const QString& name, const QRectF& area) const

@@ -27,11 +27,6 @@ CDXUTButtonST::CDXUTButtonST(tarn::Journal& journal, CGuiCore& core) : CDXUTStat
 {
 }
 
-bool CDXUTButtonST::set_image(int slot, const QString& name)
-{
-    return is_slot(slot) && change<ImageButtonState>(image_slots[std::size_t(slot)], name);
-}
-
 QString CDXUTButtonST::image(int slot) const
 {
     return is_slot(slot) ? state<ImageButtonState>().*image_slots[std::size_t(slot)] : QString();

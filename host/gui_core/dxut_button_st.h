@@ -7,8 +7,7 @@ class CDXUTButtonST : public CDXUTStatic {
 public:
     CDXUTButtonST(tarn::Journal& journal, CGuiCore& core);
 
-    /// `slot` 0 normal, 1 mouse over, 2 pressed; an empty name clears the slot. False for another slot.
-    bool set_image(int slot, const QString& name);
+    /// `slot` 0 normal, 1 mouse over, 2 pressed; empty for another one.
     QString image(int slot) const;
 
     void draw(tarn::DrawContext& context, const QRectF& area) const override;

@@ -23,7 +23,7 @@ CDXUTCheckBox::CDXUTCheckBox(tarn::Journal& journal, CGuiCore& core, tarn::Check
 
 bool CDXUTCheckBox::SetChecked(bool checked)
 {
-    return change<tarn::CheckBoxState>(&tarn::CheckBoxState::checked, checked);
+    return change<&tarn::CheckBoxState::checked>(checked);
 }
 
 void CDXUTCheckBox::clicked()

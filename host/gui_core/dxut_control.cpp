@@ -53,6 +53,19 @@ const auto& place_fields()
     return fields;
 }
 
+const tarn::WrittenFields place_keys{key<&ControlState::x>,          key<&ControlState::y>,
+                                     key<&ControlState::width>,      key<&ControlState::height>,
+                                     key<&ControlState::base_width>, key<&ControlState::base_height>,
+                                     key<CenterXAccess{}>,           key<CenterYAccess{}>};
+
+const tarn::WrittenFields anchor_keys = [] {
+    tarn::WrittenFields keys = place_keys;
+    keys.add(key<&ControlState::align_type>);
+    keys.add(key<ScaleModeAccess{}>);
+    keys.add(key<&tarn::ControlExtras::saved_align_type>);
+    return keys;
+}();
+
 const PlaceField* place_field(const FieldBase& field)
 {
     const auto& all = place_fields();
@@ -122,7 +135,7 @@ bool CDXUTControl::set_rect(const QRectF& wanted)
     if (wanted == rect())
         return false;
     store_place(wanted, center());
-    state_changed();
+    written(place_keys);
     return true;
 }
 
@@ -145,33 +158,28 @@ bool CDXUTControl::set_align_type(int anchor)
     const QPointF pivot = center();
     edit<ControlState>().align_type = anchor;
     store_place(present, pivot);
-    state_changed();
+    written(anchor_keys);
     return true;
 }
 
 bool CDXUTControl::set_name(const QString& name)
 {
-    return change<ControlState>(&ControlState::name, name);
+    return change<&ControlState::name>(name);
 }
 
 bool CDXUTControl::SetVisible(bool visible)
 {
-    return change<ControlState>(&ControlState::visible, visible);
+    return change<&ControlState::visible>(visible);
 }
 
 bool CDXUTControl::SetEnabled(bool enabled)
 {
-    return change<ControlState>(&ControlState::enabled, enabled);
+    return change<&ControlState::enabled>(enabled);
 }
 
 bool CDXUTControl::set_locked(bool locked)
 {
-    return change<ControlState>(&ControlState::locked, locked);
-}
-
-bool CDXUTControl::set_color_tag(quint32 argb)
-{
-    return change<ControlState>(&ControlState::color_tag, argb);
+    return change<&ControlState::locked>(locked);
 }
 
 tarn::VisualState CDXUTControl::visual_state() const

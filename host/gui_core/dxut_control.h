@@ -73,19 +73,14 @@ public:
     /// What dialogs and the selection know of the control is wanted soon. It takes one cache line.
     void prefetch_links() const { tarn::prefetch(&m_core, link_bytes); }
 
-    // What the author chose instead of the style's looks; slots are those of tarn::style_slot(). Null texts and colours
-    // that are 0 take the style's.
-    QString style_image(int slot) const { return control_state().extras->style_images.value(slot); }
-    bool set_style_image(int slot, const QString& name);
-    /// The picture takes on this colour, ARGB: one of the author's is multiplied with it, one of the style's turned into
-    /// its shades.
-    quint32 style_color(int slot) const { return control_state().extras->style_colors.value(slot); }
-    bool set_style_color(int slot, quint32 argb);
-    quint32 style_text_color(tarn::VisualState look) const
-    {
-        return control_state().extras->style_text_colors.value(int(look));
-    }
-    bool set_style_text_color(tarn::VisualState look, quint32 argb);
+    // What the author chose at this control instead of the style's looks; `look` is a tarn::look_name(). Empty texts and
+    // colours that are 0 take the style's. tarn::element_look() tells what is drawn.
+    QString style_image(const QString& look) const { return control_state().extras->style_images.value(look); }
+    bool set_style_image(const QString& look, const QString& name);
+    quint32 style_color(const QString& look) const { return control_state().extras->style_colors.value(look); }
+    bool set_style_color(const QString& look, quint32 argb);
+    quint32 style_text_color(tarn::VisualState state) const;
+    bool set_style_text_color(tarn::VisualState state, quint32 argb);
     const QString& font_family() const { return control_state().extras->font_family; }
     bool set_font_family(const QString& family);
     bool font_italic() const { return control_state().extras->font_italic; }
@@ -102,7 +97,6 @@ public:
     bool locked() const { return control_state().locked; }
     bool set_locked(bool locked);
     quint32 color_tag() const { return control_state().color_tag; }
-    bool set_color_tag(quint32 argb);
 
     /// Draws the control into `area`, pixels of the client area.
     virtual void draw(tarn::DrawContext& context, const QRectF& area) const = 0;
@@ -156,8 +150,10 @@ private:
     static constexpr int link_bytes = 64; ///< from m_core to m_last_bounds
 
     bool set_rect(const QRectF& rect);
-    template <class T>
-    bool put_style(QList<T> tarn::ControlExtras::*list, int slot, const T& value);
+    template <auto map, class T>
+    bool put_style(const QString& name, const T& value);
+    template <auto member, class T>
+    bool change_extra(const T& value);
     void store_place(const QRectF& rect, QPointF pivot);
     double turn() const; ///< the rotation without whole turns
 

@@ -48,7 +48,7 @@ bool CDXUTControl::set_rotation(float degrees)
     if (held == rotation())
         return false;
     edit<ControlState>().extras.edit([&](ControlExtras& extras) { extras.rotation = held; });
-    state_changed();
+    written(key<&ControlExtras::rotation>);
     return true;
 }
 
@@ -77,7 +77,7 @@ bool CDXUTControl::set_center(QPointF from_corner)
         extras.center_x = held_to(key<CenterXAccess{}>, from_corner.x() * sx);
         extras.center_y = held_to(key<CenterYAccess{}>, from_corner.y() * sy);
     });
-    state_changed();
+    written({key<CenterXAccess{}>, key<CenterYAccess{}>});
     return true;
 }
 
@@ -89,7 +89,7 @@ bool CDXUTControl::reset_center()
         extras.has_center = false;
         extras.center_x = extras.center_y = 0;
     });
-    state_changed();
+    written({key<CenterXAccess{}>, key<CenterYAccess{}>});
     return true;
 }
 

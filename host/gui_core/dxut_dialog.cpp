@@ -27,6 +27,15 @@ int caption_font_size(double bar_height)
     return std::clamp(int(bar_height * 0.6), 6, tarn::Skin::font_size);
 }
 
+const tarn::WrittenFields place_keys{key<&DialogState::x>,          key<&DialogState::y>,
+                                     key<&DialogState::width>,      key<&DialogState::height>,
+                                     key<&DialogState::base_width>, key<&DialogState::base_height>};
+const tarn::WrittenFields anchor_keys = [] {
+    tarn::WrittenFields keys = place_keys;
+    keys.add(key<&DialogState::align_type>);
+    return keys;
+}();
+
 QRect whole(const QRectF& rect)
 {
     return {int(std::trunc(rect.x())), int(std::trunc(rect.y())), int(std::trunc(rect.width())),
@@ -61,18 +70,12 @@ bool CDXUTDialog::is_root() const
 
 bool CDXUTDialog::set_name(const QString& name)
 {
-    static const int limit = DialogState::field_table().find(tarn::key<&DialogState::name>)->rules().max_length;
-    return change<DialogState>(&DialogState::name, tarn::cut_text(name, limit));
-}
-
-bool CDXUTDialog::SetCaptionText(const QString& caption)
-{
-    return change<DialogState>(&DialogState::caption, caption);
+    return change<&DialogState::name>(name);
 }
 
 bool CDXUTDialog::SetVisible(bool visible)
 {
-    return change<DialogState>(&DialogState::visible, visible);
+    return change<&DialogState::visible>(visible);
 }
 
 QSizeF CDXUTDialog::base_size() const
@@ -173,7 +176,7 @@ bool CDXUTDialog::set_rect(const QRect& wanted)
         if (s.align_type != tarn::anchor_top_left && base_size() != QSizeF(m_core.screen_size()))
             set_base_to_screen(s);
     }
-    state_changed();
+    written(place_keys);
     return true;
 }
 
@@ -196,7 +199,7 @@ void CDXUTDialog::on_pos_scale_changed()
     s.x = present.x();
     s.y = present.y();
     set_base_to_screen(s);
-    state_changed();
+    written(place_keys);
 }
 
 bool CDXUTDialog::set_align_type(int anchor)
@@ -213,7 +216,7 @@ bool CDXUTDialog::set_align_type(int anchor)
     s.height = present.height();
     if (base_size() != QSizeF(m_core.screen_size()))
         set_base_to_screen(s);
-    state_changed();
+    written(anchor_keys);
     return true;
 }
 
@@ -222,7 +225,7 @@ void CDXUTDialog::set_scaled(bool scaled)
     if (scaled == (align_type() == tarn::anchor_scale))
         return;
     if (scaled) {
-        change<DialogState>(&DialogState::saved_align_type, align_type());
+        change<&DialogState::saved_align_type>(align_type());
         set_align_type(tarn::anchor_scale);
     } else {
         set_align_type(std::min<int>(dialog_state().saved_align_type, tarn::anchor_centre));
@@ -323,7 +326,7 @@ void CDXUTDialog::insert_control(CDXUTControl* control, int layer)
     m_added_controls.push_back(control);
     if (control->control_state().dialog.id != id())
         control->edit<tarn::ControlState>().dialog = {id()};
-    control->state_changed();
+    control->written(key<&tarn::ControlState::dialog>);
 }
 
 void CDXUTDialog::remove_control(CDXUTControl* control)

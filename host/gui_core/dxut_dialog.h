@@ -44,7 +44,6 @@ public:
     /// Cut to 31 characters.
     bool set_name(const QString& name);
     const QString& caption() const { return dialog_state().caption; }
-    bool SetCaptionText(const QString& caption);
     bool GetVisible() const { return dialog_state().visible; }
     bool SetVisible(bool visible);
     bool is_root() const;

@@ -36,11 +36,6 @@ struct Line {
 
 CDXUTEditBox::CDXUTEditBox(tarn::Journal& journal, CGuiCore& core) : CDXUTStatic(journal, core, new EditBoxState) {}
 
-bool CDXUTEditBox::SetSpacing(int pixels)
-{
-    return change<EditBoxState>(&EditBoxState::spacing, std::clamp(pixels, 0, 100));
-}
-
 void CDXUTEditBox::reset_run_state()
 {
     m_editor = {};

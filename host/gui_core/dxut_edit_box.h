@@ -8,8 +8,6 @@ class CDXUTEditBox : public CDXUTStatic {
 public:
     CDXUTEditBox(tarn::Journal& journal, CGuiCore& core);
 
-    /// Pixels between the frame and the text, 0 to 100.
-    bool SetSpacing(int pixels);
     const tarn::LineEditor& editor() const { return m_editor; }
 
     tarn::VisualState visual_state() const override;

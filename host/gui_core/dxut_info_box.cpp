@@ -19,12 +19,9 @@ CDXUTInfoBox::CDXUTInfoBox(tarn::Journal& journal, CGuiCore& core) : CDXUTStatic
 
 void CDXUTInfoBox::AddString(const QString& text)
 {
-    auto& s = edit<InfoBoxState>();
-    s.lines.append(tarn::cut_text(text, InfoBoxState::max_line_length));
-    if (s.lines.size() > s.max_lines)
-        s.lines.remove(0, s.lines.size() - s.max_lines);
     m_back = 0;
-    state_changed();
+    edit<InfoBoxState>().lines.append(tarn::cut_text(text, InfoBoxState::max_line_length));
+    written(tarn::key<&InfoBoxState::lines>);
 }
 
 void CDXUTInfoBox::reset_run_state()

@@ -1,6 +1,5 @@
 #include "dxut_items.h"
 
-#include "core/field.h"
 #include "draw_context.h"
 
 #include <QPainter>
@@ -10,25 +9,11 @@
 
 using tarn::ItemsState;
 
-int CDXUTItems::item_limit() const
-{
-    return fields().find("items")->rules().max_length;
-}
-
 void CDXUTItems::AddItem(const QString& text)
 {
-    edit<ItemsState>().items.append(tarn::cut_text(text, item_limit()));
-    state_changed();
-}
-
-bool CDXUTItems::SetItemText(int index, const QString& text)
-{
-    const QString kept = tarn::cut_text(text, item_limit());
-    if (index < 0 || index >= GetSize() || items()[index] == kept)
-        return false;
-    edit<ItemsState>().items[index] = kept;
-    state_changed();
-    return true;
+    constexpr tarn::FieldKey key = tarn::key<&ItemsState::items>;
+    edit<ItemsState>().items.append(tarn::cut_text(text, fields().find(key)->rules().max_length));
+    written(key);
 }
 
 bool CDXUTItems::RemoveItem(int index)
@@ -37,15 +22,15 @@ bool CDXUTItems::RemoveItem(int index)
         return false;
     auto& s = edit<ItemsState>();
     s.items.removeAt(index);
-    if (s.selected > index || s.selected >= s.items.size())
+    if (s.selected > index)
         --s.selected;
-    state_changed();
+    written({tarn::key<&ItemsState::items>, tarn::key<&ItemsState::selected>});
     return true;
 }
 
 bool CDXUTItems::SelectItem(int index)
 {
-    return index >= -1 && index < GetSize() && change<ItemsState>(&ItemsState::selected, index);
+    return index >= -1 && index < GetSize() && change<&ItemsState::selected>(index);
 }
 
 void CDXUTItems::reset_run_state()

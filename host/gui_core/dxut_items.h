@@ -16,14 +16,12 @@ public:
     QString GetItem(int index) const { return items().value(index); }
     /// Appends an item, cut to the type's limit.
     void AddItem(const QString& text);
-    bool SetItemText(int index, const QString& text);
     /// The selection stays on its item; without it, on the one that took its place.
     bool RemoveItem(int index);
     int GetSelectedIndex() const { return state<tarn::ItemsState>().selected; }
     QString GetSelectedItem() const { return GetItem(GetSelectedIndex()); }
     /// -1 selects nothing; false for an index that there is not, and when it is selected already.
     bool SelectItem(int index);
-    bool SetSelectedByIndex(int index) { return SelectItem(index); }
 
     bool is_interactive() const override { return true; }
     bool key_pressed(int key, Qt::KeyboardModifiers modifiers) override;
@@ -32,7 +30,6 @@ public:
 
 protected:
     using CDXUTControl::CDXUTControl;
-    int item_limit() const;
 
     static constexpr double row_height = 22;   ///< pixels
     static constexpr double scroll_width = 12; ///< pixels

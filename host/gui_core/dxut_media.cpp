@@ -71,17 +71,6 @@ void CDXUTPictureInPicture::draw(tarn::DrawContext& context, const QRectF& area)
 
 CDXUTMap::CDXUTMap(tarn::Journal& journal, CGuiCore& core) : CDXUTControl(journal, core, new MapState) {}
 
-bool CDXUTMap::set_image(int slot, const QString& name)
-{
-    static constexpr std::array pictures{&MapState::image_map, &MapState::image_surface, &MapState::image_base};
-    return slot >= 0 && slot < int(pictures.size()) && change<MapState>(pictures[std::size_t(slot)], name);
-}
-
-bool CDXUTMap::SetEagleEye(bool on)
-{
-    return change<MapState>(&MapState::eagle_eye, on);
-}
-
 void CDXUTMap::draw(tarn::DrawContext& context, const QRectF& area) const
 {
     const auto& s = state<MapState>();

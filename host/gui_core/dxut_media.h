@@ -29,9 +29,5 @@ class CDXUTMap : public CDXUTControl {
 public:
     CDXUTMap(tarn::Journal& journal, CGuiCore& core);
 
-    /// `slot` 0 map, 1 surface, 2 base; an empty name clears the slot. False for another slot.
-    bool set_image(int slot, const QString& name);
-    bool SetEagleEye(bool on);
-
     void draw(tarn::DrawContext& context, const QRectF& area) const override;
 };

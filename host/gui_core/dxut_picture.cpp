@@ -9,11 +9,6 @@ CDXUTPicture::CDXUTPicture(tarn::Journal& journal, CGuiCore& core) : CDXUTStatic
 {
 }
 
-bool CDXUTPicture::set_image(const QString& name)
-{
-    return change<tarn::PictureState>(&tarn::PictureState::image, name);
-}
-
 void CDXUTPicture::draw(tarn::DrawContext& context, const QRectF& area) const
 {
     bool drawn = false;

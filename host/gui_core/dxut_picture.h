@@ -6,9 +6,8 @@ class CDXUTPicture : public CDXUTStatic {
 public:
     CDXUTPicture(tarn::Journal& journal, CGuiCore& core);
 
+    /// Name of a picture among the scene\'s textures; empty for none.
     const QString& image() const { return state<tarn::PictureState>().image; }
-    /// `name` of a picture among the scene's textures; empty for none.
-    bool set_image(const QString& name);
 
     void draw(tarn::DrawContext& context, const QRectF& area) const override;
 };

@@ -5,8 +5,6 @@
 
 #include <QPainter>
 
-#include <algorithm>
-
 using tarn::ProgressState;
 
 namespace {
@@ -19,26 +17,6 @@ QString number(double value, bool integer)
 } // namespace
 
 CDXUTProgress::CDXUTProgress(tarn::Journal& journal, CGuiCore& core) : CDXUTStatic(journal, core, new ProgressState) {}
-
-bool CDXUTProgress::SetPersent(float percent)
-{
-    return change<ProgressState>(&ProgressState::percent, std::clamp(percent, 0.f, 100.f));
-}
-
-bool CDXUTProgress::SetTotalNum(int total)
-{
-    return change<ProgressState>(&ProgressState::total, std::clamp(total, 0, 999999));
-}
-
-bool CDXUTProgress::SetBorder(int pixels)
-{
-    return change<ProgressState>(&ProgressState::border, std::clamp(pixels, 0, 10));
-}
-
-bool CDXUTProgress::SetShowMessage(const QString& format)
-{
-    return change<ProgressState>(&ProgressState::message, format);
-}
 
 QString CDXUTProgress::shown_text() const
 {

@@ -3,14 +3,13 @@
 #include "core/field.h"
 #include "dxut_dialog.h"
 
+#include <QSet>
+
+using tarn::key;
+
 CDXUTRadioButton::CDXUTRadioButton(tarn::Journal& journal, CGuiCore& core)
     : CDXUTCheckBox(journal, core, new tarn::RadioButtonState)
 {
-}
-
-bool CDXUTRadioButton::set_group(int group)
-{
-    return change<tarn::RadioButtonState>(&tarn::RadioButtonState::group, group);
 }
 
 std::vector<CDXUTRadioButton*> CDXUTRadioButton::checked_others() const
@@ -28,25 +27,20 @@ std::vector<CDXUTRadioButton*> CDXUTRadioButton::checked_others() const
     return others;
 }
 
-bool CDXUTRadioButton::SetChecked(bool checked)
+/// Whoever is checked clears the others. Who comes to a group that has a checked one is no longer checked: only what was
+/// written changes, and typing a group's number passes others.
+void CDXUTRadioButton::after_write(const tarn::WrittenFields& written)
 {
-    if (!CDXUTCheckBox::SetChecked(checked))
-        return false;
-    if (checked)
-        for (CDXUTRadioButton* other : checked_others())
-            other->CDXUTCheckBox::SetChecked(false);
-    return true;
-}
-
-tarn::Status CDXUTRadioButton::set_property(const tarn::FieldBase& field, const tarn::Value& value)
-{
-    if (field.key() != tarn::key<&tarn::CheckBoxState::checked>)
-        return CDXUTCheckBox::set_property(field, value);
-    const std::unique_ptr<tarn::ObjectState> wanted(base_state().clone());
-    auto status = field.set(*wanted, value);
-    if (status)
-        SetChecked(static_cast<const tarn::RadioButtonState&>(*wanted).checked);
-    return status;
+    if (!GetChecked())
+        return;
+    const std::vector<CDXUTRadioButton*> others = checked_others();
+    const bool came = written.contains(key<&tarn::RadioButtonState::group>)
+        || written.contains(key<&tarn::ControlState::dialog>);
+    if (came && !others.empty())
+        SetChecked(false);
+    else
+        for (CDXUTRadioButton* other : others)
+            other->SetChecked(false);
 }
 
 void CDXUTRadioButton::clicked()
@@ -64,4 +58,19 @@ void CDXUTRadioButton::clicked()
 void CDXUTRadioButton::draw(tarn::DrawContext& context, const QRectF& area) const
 {
     draw_box(context, area, tarn::Element::RadioButton, tarn::Element::RadioDot);
+}
+
+void tarn::keep_one_checked(const std::vector<std::shared_ptr<CDXUTControl>>& controls)
+{
+    QSet<std::pair<quint32, int>> taken;
+    for (const auto& control : controls) {
+        if (control->GetType() != DXUT_CONTROL_RADIOBUTTON)
+            continue;
+        const auto& s = static_cast<const RadioButtonState&>(control->base_state());
+        const std::pair group(s.dialog.id, s.group);
+        if (s.checked && taken.contains(group))
+            static_cast<RadioButtonState&>(control->raw_state()).checked = false;
+        else if (s.checked)
+            taken.insert(group);
+    }
 }

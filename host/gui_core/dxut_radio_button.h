@@ -2,6 +2,7 @@
 
 #include "dxut_check_box.h"
 
+#include <memory>
 #include <vector>
 
 /// One of a group: checking it clears the others of its dialog that have the same group number.
@@ -10,15 +11,20 @@ public:
     CDXUTRadioButton(tarn::Journal& journal, CGuiCore& core);
 
     int group() const { return state<tarn::RadioButtonState>().group; }
-    bool set_group(int group);
-    /// Checking clears the others of the group.
-    bool SetChecked(bool checked);
 
     void draw(tarn::DrawContext& context, const QRectF& area) const override;
     void clicked() override;
-    tarn::Status set_property(const tarn::FieldBase& field, const tarn::Value& value) override;
+    void after_write(const tarn::WrittenFields& written) override;
 
 private:
-    /// The other checked ones of the group; one at most, unless the author made it so.
+    /// The other checked ones of the group; one at most, but while a rule is being put in force.
     std::vector<CDXUTRadioButton*> checked_others() const;
 };
+
+namespace tarn {
+
+/// Of the checked radio buttons of a dialog and group the first one stays so. For what was read and is not part of the
+/// scene yet; there the buttons see to it themselves.
+void keep_one_checked(const std::vector<std::shared_ptr<CDXUTControl>>& controls);
+
+} // namespace tarn

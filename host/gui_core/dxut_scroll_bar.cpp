@@ -11,22 +11,6 @@ CDXUTScrollBar::CDXUTScrollBar(tarn::Journal& journal, CGuiCore& core) : CDXUTCo
 {
 }
 
-bool CDXUTScrollBar::SetTrackRange(int min, int max)
-{
-    bool changed = change<ScrollBarState>(&ScrollBarState::min, min);
-    changed |= change<ScrollBarState>(&ScrollBarState::max, max);
-    if (min <= max)
-        changed |= SetTrackPos(position());
-    return changed;
-}
-
-bool CDXUTScrollBar::SetTrackPos(int position)
-{
-    if (min() <= max())
-        position = std::clamp(position, min(), max());
-    return change<ScrollBarState>(&ScrollBarState::position, position);
-}
-
 tarn::ScrollGeometry CDXUTScrollBar::geometry() const
 {
     const double page = state<ScrollBarState>().page_size;
@@ -88,8 +72,8 @@ bool CDXUTScrollBar::key_pressed(int key, Qt::KeyboardModifiers)
 /// The user moves the thumb; answers whether it moved.
 bool CDXUTScrollBar::scroll_to(double position)
 {
-    const double within = std::clamp(position, double(std::min(min(), max())), double(std::max(min(), max())));
-    const bool moved = SetTrackPos(int(std::lround(within)));
+    const double within = std::clamp(position, double(min()), double(max()));
+    const bool moved = change<&ScrollBarState::position>(int(std::lround(within)));
     if (moved)
         raise(EVENT_SCROLLBAR_CHANGED);
     return moved;

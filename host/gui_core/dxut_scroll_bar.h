@@ -13,9 +13,6 @@ public:
     int min() const { return state<tarn::ScrollBarState>().min; }
     int max() const { return state<tarn::ScrollBarState>().max; }
     int position() const { return state<tarn::ScrollBarState>().position; }
-    /// A position outside the range goes to its nearer end; a range whose ends are crossed leaves the position alone.
-    bool SetTrackRange(int min, int max);
-    bool SetTrackPos(int position);
 
     void draw(tarn::DrawContext& context, const QRectF& area) const override;
     bool is_interactive() const override { return true; }

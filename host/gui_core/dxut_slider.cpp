@@ -9,22 +9,6 @@ using tarn::SliderState;
 
 CDXUTSlider::CDXUTSlider(tarn::Journal& journal, CGuiCore& core) : CDXUTControl(journal, core, new SliderState) {}
 
-bool CDXUTSlider::SetRange(int min, int max)
-{
-    bool changed = change<SliderState>(&SliderState::min, min);
-    changed |= change<SliderState>(&SliderState::max, max);
-    if (min <= max)
-        changed |= SetValue(value());
-    return changed;
-}
-
-bool CDXUTSlider::SetValue(int value)
-{
-    if (min() <= max())
-        value = std::clamp(value, min(), max());
-    return change<SliderState>(&SliderState::value, value);
-}
-
 double CDXUTSlider::thumb_side() const
 {
     return std::min(rect().height(), rect().width());
@@ -45,8 +29,7 @@ void CDXUTSlider::draw(tarn::DrawContext& context, const QRectF& area) const
 /// The user moves the thumb.
 void CDXUTSlider::drag_to(double value)
 {
-    const double within = std::clamp(value, double(std::min(min(), max())), double(std::max(min(), max())));
-    if (SetValue(int(std::lround(within))))
+    if (change<&SliderState::value>(int(std::lround(std::clamp(value, double(min()), double(max()))))))
         raise(EVENT_SLIDER_DRAGGED);
 }
 

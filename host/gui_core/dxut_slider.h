@@ -10,9 +10,6 @@ public:
     int min() const { return state<tarn::SliderState>().min; }
     int max() const { return state<tarn::SliderState>().max; }
     int value() const { return state<tarn::SliderState>().value; }
-    /// A value outside the range goes to its nearer end; a range whose ends are crossed leaves the value alone.
-    bool SetRange(int min, int max);
-    bool SetValue(int value);
 
     void draw(tarn::DrawContext& context, const QRectF& area) const override;
     bool is_interactive() const override { return true; }

@@ -13,7 +13,7 @@ CDXUTStatic::CDXUTStatic(tarn::Journal& journal, CGuiCore& core, StaticState* st
 
 bool CDXUTStatic::SetText(const QString& text)
 {
-    return change<StaticState>(&StaticState::text, text);
+    return change<&StaticState::text>(text);
 }
 
 void CDXUTStatic::draw(tarn::DrawContext& context, const QRectF& area) const

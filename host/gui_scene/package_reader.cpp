@@ -5,6 +5,7 @@
 #include "gui_core/control_class.h"
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
+#include "gui_core/dxut_radio_button.h"
 #include "package_writer.h"
 #include "store/pak_file.h"
 #include "tex_path_info.h"
@@ -166,6 +167,7 @@ Status SceneReader::link()
                                      .arg(s.dialog.id));
         static_cast<DialogState&>(dialog->raw_state()).controls.append(control.get());
     }
+    keep_one_checked(m_content.gui.controls);
     // An id is not issued again while an event still names it.
     for (const auto& event : m_content.events.events()) {
         if (event->control > CGuiCore::max_id)

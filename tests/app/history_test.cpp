@@ -28,7 +28,7 @@ class Counter : public ModelObject {
 public:
     explicit Counter(Journal& journal) : ModelObject(journal, new CountState) {}
 
-    void count() { change<CountState>(&CountState::count, state<CountState>().count + 1); }
+    void count() { change<&CountState::count>(state<CountState>().count + 1); }
     const char* class_name() const override { return "Counter"; }
     bool is_attached() const override { return true; }
 };

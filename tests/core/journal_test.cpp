@@ -27,7 +27,7 @@ public:
     explicit Note(Journal& journal) : ModelObject(journal, new NoteState) {}
 
     QString text() const { return state<NoteState>().text; }
-    bool set(const QString& text) { return change<NoteState>(&NoteState::text, text); }
+    bool set(const QString& text) { return change<&NoteState::text>(text); }
 
     const char* class_name() const override { return "Note"; }
     bool is_attached() const override { return true; }

@@ -25,7 +25,7 @@ public:
     const char* class_name() const override { return "Lamp"; }
     bool is_attached() const override { return true; }
     int width() const { return state<LampState>().width; }
-    void grow() { change<LampState>(&LampState::width, width() + 1); }
+    void grow() { change<&LampState::width>(width() + 1); }
 };
 
 /// The scene is a lamp that scripts let grow, and a journal.

@@ -7,6 +7,7 @@
 #include "support/gui_fixture.h"
 
 #include <QPainter>
+#include <QSet>
 
 using namespace tarn;
 using namespace tarn::test;
@@ -54,23 +55,20 @@ QByteArray framed_png()
 
 } // namespace
 
-TEST_F(ControlStyleTest, a_picture_is_drawn_as_nine_slices_in_its_state_alone)
+TEST_F(ControlStyleTest, a_picture_is_drawn_as_nine_slices)
 {
     m_core.set_texture(u"framed.png"_s, framed_png());
     CDXUTButton* b = button(m_core.GetRootDialog(), {20, 20, 100, 60});
     b->SetText(u""_s);
     const QImage plain = picture();
-    ASSERT_TRUE(b->set_style_image(style_slot(0, VisualState::Normal), u"framed.png"_s));
+    ASSERT_TRUE(b->set_style_image(u"Body.normal"_s, u"framed.png"_s));
     const QImage own = picture();
     EXPECT_EQ(own.pixel(21, 21), 0xffff0000u);
     EXPECT_EQ(own.pixel(31, 50), 0xffff0000u) << "14 pixels, whatever the picture's size";
     EXPECT_EQ(own.pixel(37, 50), 0xff00ff00u);
     EXPECT_EQ(own.pixel(102, 62), 0xff00ff00u);
     EXPECT_EQ(own.pixel(109, 69), 0xffff0000u);
-    m_core.live().hovered = b;
-    EXPECT_NE(picture().pixel(37, 50), 0xff00ff00u) << "the style's";
-    m_core.live() = {};
-    b->set_style_color(style_slot(0, VisualState::Normal), 0xff804020);
+    b->set_style_color(u"Body.normal"_s, 0xff804020);
     EXPECT_EQ(picture().pixel(21, 21), 0xff800000u);
     m_core.set_texture(u"framed.png"_s, png(Qt::white));
     EXPECT_EQ(picture().pixel(21, 21), 0xff804020u) << "the exchanged picture shows at once";
@@ -84,9 +82,9 @@ TEST_F(ControlStyleTest, a_colour_turns_the_style_into_its_shades_and_a_missing_
 {
     CDXUTButton* b = button(m_core.GetRootDialog(), {20, 20, 100, 60});
     b->SetText(u""_s);
-    b->set_style_image(style_slot(0, VisualState::Normal), u"missing.png"_s);
+    b->set_style_image(u"Body.normal"_s, u"missing.png"_s);
     const QRgb usual = picture().pixel(70, 50);
-    b->set_style_color(style_slot(0, VisualState::Normal), 0xffff0000);
+    b->set_style_color(u"Body.normal"_s, 0xffff0000);
     const QRgb red = picture().pixel(70, 50);
     EXPECT_EQ(qRed(red), std::max({qRed(usual), qGreen(usual), qBlue(usual)}));
     EXPECT_EQ(qGreen(red), 0);
@@ -102,10 +100,10 @@ TEST_F(ControlStyleTest, every_element_of_every_type_takes_the_authors_colour)
         set_where_known(control, {"items"}, QStringList{u"a"_s, u"b"_s, u"c"_s, u"d"_s});
         set_where_known(control, {"selected"}, qint64(0));
         m_core.live().hovered = control; // An annotation shows only then.
-        for (int element = 0; element < int(style_elements(row.type).size()); ++element) {
+        for (const StyleElement& element : style_elements(row.type)) {
             const QImage before = picture();
-            control->set_style_color(style_slot(element, VisualState::Hover), 0xffff00ff);
-            EXPECT_NE(picture(), before) << row.class_name << ", element " << element;
+            control->set_style_color(look_name(element, VisualState::Hover), 0xffff00ff);
+            EXPECT_NE(picture(), before) << row.class_name << ", " << element.name;
         }
         m_core.live() = {};
         m_core.remove_control(control);
@@ -136,17 +134,43 @@ TEST_F(ControlStyleTest, text_follows_its_state_and_font_on_every_type_that_show
     }
 }
 
-TEST_F(ControlStyleTest, lists_hold_no_more_than_there_are_slots_and_end_with_what_was_chosen)
+TEST_F(ControlStyleTest, a_picture_for_normal_serves_the_states_that_have_none_with_its_colour)
 {
     CDXUTControl* b = add(DXUT_CONTROL_BUTTON);
-    ASSERT_TRUE(set(*b, "style_colors", NumberList(100, 7)).ok());
-    EXPECT_EQ(std::get<NumberList>(get(*b, "style_colors")).size(), style_slot_count);
-    ASSERT_TRUE(set(*b, "style_images", QStringList{u"a.png"_s, QString(), QString()}).ok());
-    EXPECT_EQ(std::get<QStringList>(get(*b, "style_images")), QStringList{u"a.png"_s});
-    ASSERT_TRUE(set(*b, "style_colors", NumberList{0, 0}).ok());
-    ASSERT_TRUE(set(*b, "style_images", QStringList()).ok());
-    EXPECT_FALSE(b->has_style());
-    EXPECT_FALSE(b->set_style_color(style_slot_count, 5));
-    EXPECT_FALSE(b->set_style_color(-1, 5));
+    const auto look = [&](VisualState state) {
+        const auto found = element_look(static_cast<const ControlState&>(b->base_state()), Element::Button, state);
+        return found.picture + u' ' + QString::number(found.color, 16);
+    };
+    b->set_style_color(u"Body.normal"_s, 0xff000001);
+    EXPECT_EQ(look(VisualState::Normal), u" ff000001"_s);
+    EXPECT_EQ(look(VisualState::Hover), u" 0"_s) << "the style's own picture for that state";
+    b->set_style_image(u"Body.normal"_s, u"a.png"_s);
+    EXPECT_EQ(look(VisualState::Hover), u"a.png ff000001"_s);
+    b->set_style_color(u"Body.hover"_s, 0xff000002);
+    EXPECT_EQ(look(VisualState::Hover), u"a.png ff000002"_s);
+    b->set_style_image(u"Body.pressed"_s, u"b.png"_s);
+    EXPECT_EQ(look(VisualState::Pressed), u"b.png 0"_s) << "the colour is the other picture's";
+    EXPECT_EQ(look(VisualState::Hidden), u" 0"_s);
+    const auto other = element_look(static_cast<const ControlState&>(b->base_state()), Element::Bubble, {});
+    EXPECT_EQ(other.picture, QString()) << "an element that buttons do not have";
+}
+
+TEST_F(ControlStyleTest, names_are_different_within_a_type_and_unknown_ones_are_kept)
+{
+    for (const ControlClass& row : control_classes()) {
+        QSet<QString> names;
+        for (const StyleElement& element : style_elements(row.type))
+            for (int state = 0; state < style_state_count; ++state)
+                names.insert(look_name(element, VisualState(state)));
+        EXPECT_EQ(names.size(), qsizetype(style_elements(row.type).size()) * style_state_count) << row.class_name;
+    }
+    CDXUTControl* b = add(DXUT_CONTROL_BUTTON);
+    ASSERT_TRUE(set(*b, "style_images", TextMap{{u"Body.hover"_s, u"a.png"_s}, {u"Glow.later"_s, u"b.png"_s}}).ok());
+    b->set_style_image(u"Body.hover"_s, QString());
+    EXPECT_EQ(get(*b, "style_images"), Value(TextMap{{u"Glow.later"_s, u"b.png"_s}}));
+    ASSERT_TRUE(set(*b, "style_colors", NumberMap{{u"Body.normal"_s, 0}}).ok());
+    EXPECT_EQ(get(*b, "style_colors"), Value(NumberMap())) << "0 is no colour";
     EXPECT_FALSE(b->set_style_text_color(VisualState::Hidden, 5));
+    EXPECT_TRUE(b->reset_style());
+    EXPECT_FALSE(b->has_style());
 }

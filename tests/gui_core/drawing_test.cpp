@@ -136,7 +136,7 @@ TEST_F(DrawingTest, a_picture_shows_its_image_a_place_holder_only_while_editing_
     m_core.EnableGui(false);
     EXPECT_TRUE(is_blank(picture()));
     m_core.set_texture(u"red.png"_s, png(Qt::red));
-    p->set_image(u"red.png"_s);
+    (void)set(*p, "image", u"red.png"_s);
     const QImage stretched = picture();
     EXPECT_EQ(stretched.pixel(90, 90), 0xffff0000u);
     ASSERT_TRUE(set(*p, "stretch", false).ok());
@@ -178,7 +178,7 @@ TEST_F(DrawingTest, a_large_picture_is_kept_as_large_as_it_is_shown)
     EXPECT_EQ(cache.image(u"panel"_s, png(Qt::red, {2000, 2000}), {0, 0}).size(), QSize(2000, 2000));
     m_core.set_texture(u"photo.png"_s, photo);
     auto* p = control<CDXUTPicture>(m_core.GetRootDialog(), DXUT_CONTROL_PICTURE, {40, 40, 60, 60});
-    p->set_image(u"photo.png"_s);
+    (void)set(*p, "image", u"photo.png"_s);
     EXPECT_EQ(picture().pixel(42, 42), 0xffff0000u);
     EXPECT_LT(m_core.texture(u"photo.png"_s, {1, 1}).width(), 200);
     ASSERT_TRUE(set(*p, "stretch", false).ok());
@@ -284,7 +284,7 @@ TEST_F(DrawingTest, a_rotated_control_is_the_picture_of_the_unrotated_one_turned
     m_core.set_screen_size({300, 300});
     m_core.set_texture(u"red.png"_s, png(Qt::red));
     auto* p = control<CDXUTPicture>(m_core.GetRootDialog(), DXUT_CONTROL_PICTURE, {120, 140, 60, 20});
-    p->set_image(u"red.png"_s);
+    (void)set(*p, "image", u"red.png"_s);
     QImage upright = picture();
     p->set_rotation(90);
     EXPECT_EQ(picture(), upright.transformed(QTransform().rotate(90))) << "it stands in the middle of the screen";

@@ -2,6 +2,7 @@
 
 #include "gui_scene/control_clipboard.h"
 #include "gui_scene/control_commands.h"
+#include "support/gui_fixture.h"
 
 using namespace tarn;
 using namespace tarn::test;
@@ -14,7 +15,7 @@ protected:
     CDXUTPicture* picture(CDXUTDialog* home, const QString& image)
     {
         auto* made = static_cast<CDXUTPicture*>(control(DXUT_CONTROL_PICTURE, home, {5, 5, 10, 10}, u"pic"_s));
-        made->set_image(image);
+        (void)set(*made, "image", image);
         return made;
     }
     QByteArray copied(const std::vector<CDXUTControl*>& controls) { return clipboard_text(m_scene, controls); }

@@ -1,3 +1,4 @@
+#include "support/gui_fixture.h"
 #include "support/scene_fixture.h"
 
 using namespace tarn;
@@ -24,7 +25,7 @@ protected:
     CDXUTPicture* picture(CDXUTDialog* home, const QString& image)
     {
         auto* made = static_cast<CDXUTPicture*>(control(DXUT_CONTROL_PICTURE, home, {0, 0, 10, 10}));
-        made->set_image(image);
+        (void)set(*made, "image", image);
         return made;
     }
 };
@@ -100,8 +101,10 @@ TEST_F(MergeTest, a_picture_of_a_taken_name_is_renamed_with_its_references_an_eq
         picture(other, image);
     const FieldBase& style_images = *ControlState::field_table().find("style_images");
     CDXUTControl* last = other->controls().last();
-    for (const auto& [slot, image] : {std::pair(0, u"same.png"_s), {2, u"differs.png"_s}, {3, u"sub/differs.png"_s}})
-        last->set_style_image(slot, image);
+    for (const auto& [look, image] : {std::pair(u"Body.normal"_s, u"same.png"_s),
+                                      {u"Body.hover"_s, u"differs.png"_s},
+                                      {u"Later.hover"_s, u"sub/differs.png"_s}})
+        last->set_style_image(look, image);
     core().set_texture(u"same.png"_s, "same");
     core().set_texture(u"differs.png"_s, "theirs");
     core().set_texture(u"differs-2.png"_s, "theirs too");
@@ -118,8 +121,10 @@ TEST_F(MergeTest, a_picture_of_a_taken_name_is_renamed_with_its_references_an_eq
         images << static_cast<const CDXUTPicture*>(c)->image();
     EXPECT_EQ(images.join(u' '), u"same.png differs-3.png new.png sub/differs-2.png missing.png"_s);
     const CDXUTControl* styled = core().GetDialogs().last()->controls().last();
-    EXPECT_EQ(std::get<QStringList>(style_images.get(styled->base_state())).join(u' '),
-              u"same.png  differs-3.png sub/differs-2.png"_s);
+    EXPECT_EQ(style_images.get(styled->base_state()),
+              Value(TextMap{{u"Body.normal"_s, u"same.png"_s},
+                            {u"Body.hover"_s, u"differs-3.png"_s},
+                            {u"Later.hover"_s, u"sub/differs-2.png"_s}}));
     EXPECT_EQ(mine->image(), u"differs.png"_s);
     const auto& files = core().core_state().files;
     EXPECT_EQ(files.value(u"textures/differs.png"_s), "mine");

@@ -1,3 +1,4 @@
+#include "support/gui_fixture.h"
 #include "support/scene_fixture.h"
 
 #include <ctime>
@@ -111,7 +112,7 @@ TEST_F(PackageTest, loose_pictures_beside_the_package_are_found_but_not_outside_
     CDXUTDialog* home = dialog({0, 0, 100, 100});
     for (const QString& name : {u"loose.png"_s, u"sub/deep.png"_s, u"held.png"_s, u"../secret.png"_s,
                                 path(u"secret.png"_s), u"missing.png"_s, u""_s})
-        static_cast<CDXUTPicture*>(control(DXUT_CONTROL_PICTURE, home, {}))->set_image(name);
+        (void)set(*control(DXUT_CONTROL_PICTURE, home, {}), "image", name);
     core().set_texture(u"held.png"_s, "inside");
     ASSERT_TRUE(m_scene.save_scene(path()).ok());
     const QByteArray before = text();
@@ -175,4 +176,18 @@ TEST_F(PackageTest, a_scene_whose_ids_are_used_up_gets_no_objects_that_could_not
     ASSERT_TRUE(m_scene.save_scene(path()).ok());
     EXPECT_FALSE(m_scene.on_merge_GUI(path(), u"merged"_s, false).ok());
     EXPECT_TRUE(m_scene.open_scene(path()).ok());
+}
+
+TEST_F(PackageTest, of_the_checked_radio_buttons_of_a_group_the_first_stays_so)
+{
+    const auto radio = [](int id, int group) {
+        return QByteArray("{\"id\":%1,\"type\":3,\"dialog\":1,\"checked\":true,\"group\":%2}")
+            .replace("%1", QByteArray::number(id))
+            .replace("%2", QByteArray::number(group));
+    };
+    read("{\"root\":{\"id\":1},\"controls\":[" + radio(2, 0) + ',' + radio(3, 0) + ',' + radio(4, 5) + "]}");
+    QList<bool> checked;
+    for (const quint32 id : {2, 3, 4})
+        checked.append(std::get<bool>(get(*core().find_control(id), "checked")));
+    EXPECT_EQ(checked, QList<bool>({true, false, true}));
 }

@@ -127,7 +127,7 @@ TEST_F(PictureReleaseTest, ManyControlsCostOnePass)
     std::vector<CDXUTControl*> many;
     for (int i = 0; i < 20'000; ++i) {
         many.push_back(control(DXUT_CONTROL_BUTTONST, m_home, {0, 0, 8, 8}));
-        static_cast<CDXUTButtonST*>(many.back())->set_image(0, u"p%1.png"_s.arg(i));
+        (void)tarn::test::set(*many.back(), "image_normal", u"p%1.png"_s.arg(i));
     }
     act([&] {
         for (int i = 0; i < 200; ++i)

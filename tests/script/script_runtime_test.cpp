@@ -13,15 +13,17 @@ struct LampState : StateOf<LampState> {
     bool visible = true;
     float angle = 0;
     QStringList lines;
+    TextMap looks;
+    QMap<QString, quint32> colors;
     ObjectRef partner;
 
     static const FieldTable& field_table()
     {
         using S = LampState;
-        static const FieldTable table(nullptr, field<S, &S::name>("name"),
-                                      field<S, &S::width>("width", 10, range(0, 500)),
-                                      field<S, &S::visible>("visible", true), field<S, &S::angle>("angle"),
-                                      field<S, &S::lines>("lines"), field<S, &S::partner>("partner"));
+        static const FieldTable table(
+            nullptr, field<S, &S::name>("name"), field<S, &S::width>("width", 10, range(0, 500)),
+            field<S, &S::visible>("visible", true), field<S, &S::angle>("angle"), field<S, &S::lines>("lines"),
+            field<S, &S::looks>("looks"), field<S, &S::colors>("colors"), field<S, &S::partner>("partner"));
         return table;
     }
 };
@@ -196,6 +198,10 @@ TEST_F(RuntimeTest, objects_are_read_and_written_through_their_fields)
     EXPECT_EQ(told(u"local l = lamp('red') l.width = 30 l:set('angle', 1.5) l.lines = {'a', 'b'} "
                    "return l.width + l:get('angle') .. #l.lines"_s),
               u"31.52"_s);
+    EXPECT_EQ(
+        told(u"local l = lamp('red') l.looks = {['Body.hover'] = 'a'} l.colors = {x = 7, y = 0} "
+             "local c = l.colors l.looks = {} return tostring(c.x == 7) .. tostring(c.y) .. tostring(next(l.looks))"_s),
+        u"truenilnil"_s);
     EXPECT_EQ(told(u"lamp(5).width = 900 return lamp('red').width"_s), u"500"_s);
     EXPECT_EQ(told(u"lamp('red').partner = lamp('green') return lamp('red').partner.name"_s), u"green"_s);
     EXPECT_EQ(told(u"return lamp('red').partner == lamp(6) and lamps()[2] == lamp(6) and lamp('blue') == nil"_s),
@@ -206,6 +212,8 @@ TEST_F(RuntimeTest, objects_are_read_and_written_through_their_fields)
                                                  {u"lamp(5).colour = 1"_s, u"has no property \"colour\""_s},
                                                  {u"lamp(5).width = 'x'"_s, u"lamp 5, property \"width\""_s},
                                                  {u"lamp(5).width = 0/0"_s, u"property \"width\""_s},
+                                                 {u"lamp(5).looks = {a = 1}"_s, u"a table of texts by name"_s},
+                                                 {u"lamp(5).looks = {a = 'x', b = {}}"_s, u"cannot take such"_s},
                                                  {u"lamp(5).lines = {1, {}}"_s, u"cannot take such a value"_s},
                                                  {u"local t = {} for i = 1, 2e3 do t[i] = ('x'):rep(1e3) end\n"
                                                   "pcall(function() lamp(5).lines = t end)"_s,

@@ -292,7 +292,7 @@ TEST_F(BindingKit, PartsOfColoursAreWrittenApart)
     constexpr FieldRow rows[] = {{.control = 10, .field = key<&ControlState::color_tag>, .part = channel(24)},
                                  {.control = 11, .field = key<&ControlState::color_tag>, .part = channel(8)}};
     make(rows, {{u"CSuperEdit"_s, 10}, {u"CSuperEdit"_s, 11}});
-    m_controls[0]->set_color_tag(0xff112233);
+    ASSERT_TRUE(m_controls[0]->set_property(*m_controls[0]->fields().find("color_tag"), qint64(0xff112233)));
     tell();
     EXPECT_EQ(at<CSuperEdit>(10).get_pos(), 255) << "of this they all have as much";
     EXPECT_FALSE(at<CSuperEdit>(11).value());

@@ -117,15 +117,15 @@ TEST_F(ElementCustomize, ColoursGoToEverySelectedControlOfTheTypeAsOneStep)
 {
     choose(id_state, int(VisualState::Hover));
     pick_color(id_tint, 0x80ff0000);
-    const int slot = style_slot(0, VisualState::Hover);
+    const QString look = u"Body.hover"_s;
     EXPECT_EQ(at<CColorSwatch>(id_tint).argb(), 0x80ff0000u);
     pick_color(id_text_color, 0xff00ff00);
     EXPECT_FALSE(m_first->has_style()) << "it waits";
     EXPECT_TRUE(m_codes.empty());
     click(id_ok);
-    EXPECT_EQ(m_first->style_color(slot), 0x80ff0000u);
-    EXPECT_EQ(m_second->style_color(slot), 0x80ff0000u);
-    EXPECT_EQ(m_slider->style_color(slot), 0u) << "another type";
+    EXPECT_EQ(m_first->style_color(look), 0x80ff0000u);
+    EXPECT_EQ(m_second->style_color(look), 0x80ff0000u);
+    EXPECT_EQ(m_slider->style_color(look), 0u) << "another type";
     EXPECT_EQ(m_second->style_text_color(VisualState::Hover), 0xff00ff00u);
     EXPECT_EQ(m_codes, std::vector<int>{ui_control_properties});
     EXPECT_TRUE(journal().undo());
@@ -137,7 +137,7 @@ TEST_F(ElementCustomize, ColoursGoToEverySelectedControlOfTheTypeAsOneStep)
 
 TEST_F(ElementCustomize, EditsWaitForTheirObjectsUntilOkOrCancel)
 {
-    const int slot = style_slot(0, VisualState::Normal);
+    const QString look = u"Body.normal"_s;
     pick_color(id_tint, 0xffff0000);
     EXPECT_TRUE(enabled(id_ok) && enabled(id_cancel));
     select({m_slider});
@@ -150,7 +150,7 @@ TEST_F(ElementCustomize, EditsWaitForTheirObjectsUntilOkOrCancel)
     EXPECT_EQ(at<CColorSwatch>(id_tint).argb(), 0u);
     select({m_first});
     click(id_ok);
-    EXPECT_EQ(m_first->style_color(slot), 0xffff0000u);
+    EXPECT_EQ(m_first->style_color(look), 0xffff0000u);
     EXPECT_FALSE(m_second->has_style());
     EXPECT_FALSE(enabled(id_ok));
 
@@ -167,7 +167,7 @@ TEST_F(ElementCustomize, APictureComesFromTheSceneOrAFileAndIsTakenInOnce)
     const QTemporaryDir folder;
     const QString red = folder.filePath(u"body.png"_s);
     put(red, png(Qt::red));
-    const int slot = style_slot(0, VisualState::Normal);
+    const QString look = u"Body.normal"_s;
     core().set_texture(u"body.png"_s, png(Qt::blue));
     m_answers.commands = {2, 2, 2, 10, 1, 2};
     m_answers.files = {red, red, red, QString()};
@@ -177,20 +177,20 @@ TEST_F(ElementCustomize, APictureComesFromTheSceneOrAFileAndIsTakenInOnce)
     for (const bool again : {false, true}) {
         click(id_choose_picture);
         click(id_ok);
-        EXPECT_EQ(m_first->style_image(slot), u"body-2.png"_s) << "the name was taken by another picture";
-        EXPECT_EQ(m_second->style_image(slot), u"body-2.png"_s);
+        EXPECT_EQ(m_first->style_image(look), u"body-2.png"_s) << "the name was taken by another picture";
+        EXPECT_EQ(m_second->style_image(look), u"body-2.png"_s);
         EXPECT_EQ(core().texture_names().size(), 2) << (again ? "the same content again" : "");
     }
     click(id_choose_picture);
     EXPECT_FALSE(enabled(id_ok)) << "the first of the list, which it has";
     click(id_choose_picture);
     click(id_ok);
-    EXPECT_EQ(m_first->style_image(slot), QString());
+    EXPECT_EQ(m_first->style_image(look), QString());
     EXPECT_EQ(core().texture_names().size(), 1) << "nothing shows it any more";
     click(id_choose_picture);
     EXPECT_FALSE(enabled(id_ok)) << "cancelled";
     ASSERT_TRUE(journal().undo());
-    EXPECT_EQ(m_first->style_image(slot), u"body-2.png"_s);
+    EXPECT_EQ(m_first->style_image(look), u"body-2.png"_s);
     EXPECT_EQ(core().texture_names().size(), 2);
 }
 
@@ -236,7 +236,7 @@ TEST_F(ElementCustomize, TheFontIsWrittenAndShown)
 TEST_F(ElementCustomize, ResettingIsOfferedWhereThereIsSomethingToReset)
 {
     EXPECT_FALSE(enabled(id_reset_state) || enabled(id_reset_all));
-    m_second->set_style_color(style_slot(0, VisualState::Pressed), 5);
+    m_second->set_style_color(u"Body.pressed"_s, 5);
     m_second->set_font_italic(true);
     m_world.broadcast(ui_control_properties);
     EXPECT_FALSE(enabled(id_reset_state)) << "another state is shown";
@@ -247,7 +247,7 @@ TEST_F(ElementCustomize, ResettingIsOfferedWhereThereIsSomethingToReset)
     EXPECT_FALSE(enabled(id_reset_state));
     click(id_ok);
     EXPECT_TRUE(m_second->font_italic());
-    EXPECT_EQ(m_second->style_color(style_slot(0, VisualState::Pressed)), 0u);
+    EXPECT_EQ(m_second->style_color(u"Body.pressed"_s), 0u);
     click(id_reset_all);
     EXPECT_FALSE(enabled(id_reset_all));
     click(id_ok);
@@ -284,7 +284,7 @@ TEST_F(ElementCustomize, OnlyWhatAppliesToTheTypeCanBeUsed)
     choose(id_element, 1);
     pick_color(id_tint, 0xff0000ff);
     click(id_ok);
-    EXPECT_EQ(m_slider->style_color(style_slot(1, VisualState::Normal)), 0xff0000ffu);
+    EXPECT_EQ(m_slider->style_color(u"Thumb.normal"_s), 0xff0000ffu);
     select({core().create_control(DXUT_CONTROL_COMBOBOX, m_first->dialog(), {0, 0, 80, 24})});
     EXPECT_EQ(states(), QList<bool>({true, true, true, true, true, false, true}));
     select({core().create_control(DXUT_CONTROL_STATIC, m_first->dialog(), {0, 0, 80, 24})});
