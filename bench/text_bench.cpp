@@ -1,7 +1,7 @@
 // One text drawn for the first time: a long one of which little shows, beside the same text cut to what a reader could
 // see at all.
 
-#include "gui_core/text_cache.h"
+#include "gui_draw/text_cache.h"
 
 #include <benchmark/benchmark.h>
 

@@ -2,10 +2,10 @@
 
 #include "core/field.h"
 #include "core/language.h"
-#include "engine/base_world.h"
 #include "frame/boxes.h"
 #include "frame/filedlg.h"
 #include "frame/menufun.h"
+#include "gui_core/control_state.h"
 #include "gui_core/control_style.h"
 #include "gui_core/dxut_control.h"
 #include "gui_core/gui_core.h"
@@ -16,28 +16,35 @@
 #include "gui_scene/gui_plug_scene.h"
 #include "gui_scene/picture_file.h"
 #include "gui_scene/picture_release.h"
-#include "pop_dlg_color.h"
+#include "page_base/value_part.h"
 #include "widgets/button_st.h"
-#include "widgets/color_swatch.h"
 #include "widgets/plain_tip.h"
-#include "widgets/super_edit.h"
 
-#include <QCheckBox>
 #include <QComboBox>
 #include <QEvent>
 #include <QFontDatabase>
 #include <QLabel>
 
 #include <algorithm>
+#include <array>
 
+using tarn::ControlExtras;
+using tarn::FieldKey;
+using tarn::FieldRow;
 using tarn::key;
 using tarn::lang;
+using tarn::ModelObject;
+using tarn::Part;
+using tarn::Shows;
 using tarn::StaticState;
+using tarn::Value;
 using tarn::VisualState;
 
 namespace {
 
 enum Id : int {
+    id_ok = 1,
+    id_cancel = 2,
     id_element = 6621,
     id_state = 6622,
     id_preview = 6623,
@@ -58,123 +65,118 @@ enum Command : int { command_none = 1, command_file = 2, command_first_picture =
 constexpr QSize preview_size(96, 36); ///< pixels
 constexpr int largest_font = 500;     ///< pixels
 
-tarn::Value property_of(const CDXUTControl& control, tarn::FieldKey key)
+constexpr FieldKey style_images = key<&ControlExtras::style_images>;
+constexpr FieldKey style_colors = key<&ControlExtras::style_colors>;
+constexpr FieldKey style_text_colors = key<&ControlExtras::style_text_colors>;
+
+/// All that makes a look of a control's own.
+constexpr std::array style_fields{style_images,
+                                  style_colors,
+                                  style_text_colors,
+                                  key<&ControlExtras::font_family>,
+                                  key<&ControlExtras::font_italic>,
+                                  key<&StaticState::text_color>,
+                                  key<&StaticState::font_size>,
+                                  key<&StaticState::bold>};
+
+bool has_elements(const ModelObject& current)
 {
-    const tarn::FieldBase* field = control.fields().find(key);
-    return field ? control.property(*field) : tarn::Value();
+    return !tarn::style_elements(static_cast<const CDXUTControl&>(current).GetType()).empty();
 }
 
-void set_property(CDXUTControl& control, tarn::FieldKey key, const tarn::Value& value)
+bool has_text(const ModelObject& current)
 {
-    if (const tarn::FieldBase* field = control.fields().find(key))
-        (void)control.set_property(*field, value);
+    return tarn::has_styled_text(static_cast<const CDXUTControl&>(current).GetType());
 }
 
-/// A number that not every type has; 0 for those without it.
-qint64 number_of(const CDXUTControl& control, tarn::FieldKey key)
+/// The colour that is all zeros means that none is chosen; what is as transparent can stand for it.
+Value chosen_color(const ModelObject&, const Value& picked, Part)
 {
-    const tarn::Value value = property_of(control, key);
-    const auto* number = std::get_if<qint64>(&value);
-    return number ? *number : 0;
+    return tarn::number_of(picked) != 0 ? picked : Value(qint64(0x00ffffff));
 }
 
-const tarn::ControlState& state_of(const CDXUTControl& control)
+/// The colour that is seen where none is chosen for the state that the part names.
+Value seen_text_color(const ModelObject& object, const Value& chosen, Part part)
 {
-    return static_cast<const tarn::ControlState&>(control.authored_state());
+    if (tarn::number_of(chosen) != 0)
+        return chosen;
+    const tarn::FieldBase* own = object.fields().find(key<&StaticState::text_color>);
+    const auto authored = quint32(own ? tarn::number_of(object.property(*own)) : 0);
+    int state = 0;
+    while (state + 1 < tarn::style_state_count && tarn::state_name(VisualState(state)) != QLatin1String(part.name))
+        ++state;
+    return qint64(tarn::text_color_in(static_cast<const CDXUTControl&>(object), VisualState(state), authored));
 }
+
+Value seen_font_size(const ModelObject&, const Value& chosen, Part)
+{
+    return tarn::number_of(chosen) != 0 ? chosen : Value(qint64(tarn::default_font_size));
+}
+
+std::vector<tarn::ChoiceItem> families(CGuiPlugScene&, const ModelObject&)
+{
+    static const QStringList installed = QFontDatabase::families();
+    std::vector<tarn::ChoiceItem> items{{QString(), lang(u"（风格字体）", u"(The style's)")}};
+    for (const QString& family : installed)
+        items.push_back({family, family});
+    return items;
+}
+
+constexpr FieldRow rows[] = {
+    {.control = id_tint,
+     .field = style_colors,
+     .shows = Shows::Current,
+     .part = tarn::entry(""),
+     .conversion = {.stored = chosen_color},
+     .enabled_if = has_elements,
+     .blank_color = 0xffffffff},
+    {.control = id_text_color,
+     .field = style_text_colors,
+     .shows = Shows::Current,
+     .part = tarn::entry(""),
+     .conversion = {.shown = seen_text_color, .stored = chosen_color},
+     .enabled_if = has_text,
+     .blank_color = 0xffffffff},
+    {.control = id_family,
+     .field = key<&ControlExtras::font_family>,
+     .shows = Shows::Current,
+     .enabled_if = has_text,
+     .choices = families},
+    {.control = id_size,
+     .field = key<&StaticState::font_size>,
+     .shows = Shows::Current,
+     .number = {.format = "%.0f", .minimum = 1, .maximum = largest_font},
+     .conversion = {.shown = seen_font_size},
+     .enabled_if = has_text},
+    {.control = id_bold, .field = key<&StaticState::bold>, .shows = Shows::Current, .enabled_if = has_text},
+    {.control = id_italic, .field = key<&ControlExtras::font_italic>, .shows = Shows::Current, .enabled_if = has_text},
+};
 
 } // namespace
 
 CDlgElementCustomize::CDlgElementCustomize(QWidget* parent)
-    : CGuiChildDlg(QStringLiteral("CDlgElementCustomize"), parent)
+    : CBoundPage(QStringLiteral("CDlgElementCustomize"), tarn::selected_like_current, parent)
 {
 }
 
 void CDlgElementCustomize::OnInitDialog()
 {
-    CGuiChildDlg::OnInitDialog();
+    CBoundPage::OnInitDialog();
     m_elements = control_as<QComboBox>(id_element);
     m_states = control_as<QComboBox>(id_state);
-    m_families = control_as<QComboBox>(id_family);
-    set_up_pictures();
-    set_up_texts();
-    on_click(id_reset_state, [this] { on_reset_state(); });
-    on_click(id_reset_all, [this] { apply([](CDXUTControl& control) { control.reset_style(); }); });
-    enable_parts(nullptr);
-}
-
-void CDlgElementCustomize::set_up_pictures()
-{
     for (int state = 0; state < tarn::style_state_count; ++state)
         m_states->addItem(tarn::visual_state_caption(VisualState(state)));
+    control(id_tint)->setToolTip(lang(u"图片着色", u"Picture Colour"));
+    control(id_text_color)->setToolTip(lang(u"文字颜色", u"Text Colour"));
+    bind(rows);
+    buffer_edits(id_ok, id_cancel, lang(u"自定义风格", u"Custom Style"));
     control(id_picture_name)->installEventFilter(this);
     on_choose(id_element, [this](int) { refresh(); });
     on_choose(id_state, [this](int) { refresh(); });
     on_click(id_choose_picture, [this] { on_choose_picture(); });
-    control(id_tint)->setToolTip(lang(u"图片着色", u"Picture Colour"));
-    on_click(id_tint, [this] {
-        on_choose_color(id_tint,
-                        [this](CDXUTControl& target, quint32 argb) { target.set_style_color(look_name(), argb); });
-    });
-}
-
-void CDlgElementCustomize::set_up_texts()
-{
-    control(id_text_color)->setToolTip(lang(u"文字颜色", u"Text Colour"));
-    on_click(id_text_color, [this] {
-        on_choose_color(id_text_color,
-                        [this](CDXUTControl& target, quint32 argb) { target.set_style_text_color(look(), argb); });
-    });
-    m_families->addItem(lang(u"（风格字体）", u"(The style's)"));
-    m_families->addItems(QFontDatabase::families());
-    on_choose(id_family, [this](int row) {
-        const QString family = row == 0 ? QString() : m_families->itemText(row);
-        apply([&](CDXUTControl& target) { target.set_font_family(family); });
-    });
-    auto* size = control_as<CSuperEdit>(id_size);
-    size->set_range(1, largest_font, 1);
-    size->set_format_string(QStringLiteral("%0.0f"));
-    on_number(id_size, [this](double pixels) {
-        apply([&](CDXUTControl& target) { set_property(target, key<&StaticState::font_size>, qint64(pixels)); });
-    });
-    on_click(id_bold, [this] {
-        const bool bold = control_as<QCheckBox>(id_bold)->isChecked();
-        apply([&](CDXUTControl& target) { set_property(target, key<&StaticState::bold>, bold); });
-    });
-    on_click(id_italic, [this] {
-        const bool italic = control_as<QCheckBox>(id_italic)->isChecked();
-        apply([&](CDXUTControl& target) { target.set_font_italic(italic); });
-    });
-}
-
-void CDlgElementCustomize::update_ui(int code)
-{
-    switch (code) {
-    case tarn::ui_full_refresh:
-    case tarn::ui_scene_changed:
-    case tarn::ui_control_selected:
-    case tarn::ui_control_properties:
-    case tarn::ui_selection_changed: refresh(); break;
-    default: break;
-    }
-}
-
-CDXUTControl* CDlgElementCustomize::current() const
-{
-    if (!core())
-        return nullptr;
-    const tarn::SelectionRecord& selection = core()->selection();
-    return selection.editing && selection.controls_selected ? selection.current_control : nullptr;
-}
-
-std::vector<CDXUTControl*> CDlgElementCustomize::targets() const
-{
-    const CDXUTControl* shown = current();
-    std::vector<CDXUTControl*> all;
-    if (shown)
-        std::copy_if(core()->selection().controls.begin(), core()->selection().controls.end(), std::back_inserter(all),
-                     [&](const CDXUTControl* control) { return control->GetType() == shown->GetType(); });
-    return all;
+    on_click(id_reset_state, [this] { on_reset_state(); });
+    on_click(id_reset_all, [this] { on_reset_all(); });
+    refresh();
 }
 
 const tarn::StyleElement* CDlgElementCustomize::element() const
@@ -184,39 +186,33 @@ const tarn::StyleElement* CDlgElementCustomize::element() const
     return row >= 0 && row < int(elements.size()) ? &elements[std::size_t(row)] : nullptr;
 }
 
-QString CDlgElementCustomize::look_name() const
-{
-    return element() ? tarn::look_name(*element(), look()) : QString();
-}
-
-VisualState CDlgElementCustomize::look() const
+VisualState CDlgElementCustomize::state() const
 {
     return VisualState(std::max(0, m_states->currentIndex()));
 }
 
-void CDlgElementCustomize::apply(const std::function<void(CDXUTControl&)>& change)
+Part CDlgElementCustomize::look_part() const
 {
-    const auto all = targets();
-    if (all.empty())
-        return;
-    {
-        const tarn::PictureRelease release(*core(), scene()->functions(), all);
-        for (CDXUTControl* target : all)
-            change(*target);
-    }
-    broadcast(tarn::ui_control_properties);
-    update_all_views();
+    return tarn::entry(m_look_name.constData());
+}
+
+Part CDlgElementCustomize::state_part() const
+{
+    return tarn::entry(m_state_name.constData());
 }
 
 void CDlgElementCustomize::refresh()
 {
-    const CDXUTControl* shown = current();
+    const auto* shown = static_cast<const CDXUTControl*>(current());
     fill_elements(shown ? shown->GetType() : -1);
+    m_look_name = element() ? tarn::look_name(*element(), state()).toLatin1() : QByteArray();
+    m_state_name = tarn::state_name(state()).toLatin1();
+    set_part(id_tint, look_part());
+    set_part(id_text_color, state_part());
+    CBoundPage::refresh();
     enable_parts(shown);
-    if (!shown)
-        return;
-    show_picture(*shown);
-    show_text(*shown);
+    if (shown)
+        show_picture(*shown);
 }
 
 void CDlgElementCustomize::fill_elements(int control_type)
@@ -229,6 +225,26 @@ void CDlgElementCustomize::fill_elements(int control_type)
         m_elements->addItem(element.caption());
 }
 
+QString CDlgElementCustomize::picture_name(const CDXUTControl& control) const
+{
+    return tarn::value_as<QString>(part_of(value_of(control, style_images), look_part()));
+}
+
+QImage CDlgElementCustomize::picture(const QString& name) const
+{
+    const auto file = m_chosen_files.find(name);
+    return file != m_chosen_files.end() ? *file : name.isEmpty() ? QImage() : tarn::texture(*core(), name);
+}
+
+/// The control's state with the edits that wait.
+tarn::StatePtr CDlgElementCustomize::awaited_state(const CDXUTControl& control) const
+{
+    tarn::StatePtr awaited(control.authored_state().clone());
+    for (const FieldKey field : {style_images, style_colors})
+        (void)control.fields().find(field)->set(*awaited, value_of(control, field));
+    return awaited;
+}
+
 void CDlgElementCustomize::show_picture(const CDXUTControl& shown)
 {
     auto* preview = control_as<QLabel>(id_preview);
@@ -237,16 +253,17 @@ void CDlgElementCustomize::show_picture(const CDXUTControl& shown)
         show_picture_name({});
         return;
     }
-    const auto [name, color] = tarn::element_look(state_of(shown), element()->element, look());
+    const tarn::StatePtr awaited = awaited_state(shown);
+    const auto [name, color] = tarn::element_look(static_cast<const tarn::ControlState&>(*awaited), element()->element,
+                                                  state());
     tarn::ElementCache cache(tarn::Skin::default_skin());
-    const tarn::ElementChoice choice{name.isEmpty() ? QImage() : tarn::texture(*core(), name), color};
+    const tarn::ElementChoice choice{picture(name), color};
     preview->setPixmap(QPixmap::fromImage(
-        cache.image(element()->element, look(), preview_size, preview->devicePixelRatioF(), choice)));
+        cache.image(element()->element, state(), preview_size, preview->devicePixelRatioF(), choice)));
     const QString text = name.isEmpty() ? lang(u"风格图片", u"The style's picture")
         : choice.picture.isNull()       ? lang(u"%1（缺失）", u"%1 (missing)").arg(name)
                                         : name;
     show_picture_name(text);
-    control_as<CColorSwatch>(id_tint)->set_color(color);
 }
 
 void CDlgElementCustomize::show_picture_name(const QString& name)
@@ -262,63 +279,32 @@ bool CDlgElementCustomize::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() == QEvent::Resize && watched == control(id_picture_name))
         show_picture_name(m_picture_name);
-    return CGuiChildDlg::eventFilter(watched, event);
-}
-
-void CDlgElementCustomize::show_text(const CDXUTControl& shown)
-{
-    control_as<CColorSwatch>(id_text_color)
-        ->set_color(
-            tarn::text_color_in(shown, look(), quint32(number_of(shown, key<&StaticState::text_color>))));
-    show_family(shown.font_family());
-    const qint64 size = number_of(shown, key<&StaticState::font_size>);
-    control_as<CSuperEdit>(id_size)->set_pos(size ? double(size) : tarn::default_font_size);
-    control_as<QCheckBox>(id_bold)->setChecked(property_of(shown, key<&StaticState::bold>) == tarn::Value(true));
-    control_as<QCheckBox>(id_italic)->setChecked(shown.font_italic());
-}
-
-void CDlgElementCustomize::show_family(const QString& family)
-{
-    if (m_missing_family >= 0)
-        m_families->removeItem(m_missing_family);
-    m_missing_family = -1;
-    int row = family.isEmpty() ? 0 : m_families->findText(family, Qt::MatchFixedString);
-    if (row < 0) {
-        row = m_missing_family = m_families->count();
-        m_families->addItem(family);
-    }
-    m_families->setCurrentIndex(row);
+    return CBoundPage::eventFilter(watched, event);
 }
 
 void CDlgElementCustomize::enable_parts(const CDXUTControl* shown)
 {
-    const bool elements = shown && !tarn::style_elements(shown->GetType()).empty();
-    const bool text = shown && tarn::has_styled_text(shown->GetType());
-    const auto enable = [this](std::initializer_list<int> ids, bool on) {
-        for (const int id : ids)
-            control(id)->setEnabled(on);
-    };
-    enable({id_state}, elements || text);
-    enable({id_element, id_preview, id_picture_name, id_choose_picture, id_tint}, elements);
-    enable({id_text_color, id_family, id_italic}, text);
-    enable({id_size}, text && shown->fields().find(key<&StaticState::font_size>));
-    enable({id_bold}, text && shown->fields().find(key<&StaticState::bold>));
-    const auto all = targets();
-    enable({id_reset_state}, std::any_of(all.begin(), all.end(), [this](const CDXUTControl* target) {
-               return !target->style_image(look_name()).isEmpty() || target->style_color(look_name())
-                   || target->style_text_color(look());
-           }));
-    enable({id_reset_all},
-           std::any_of(all.begin(), all.end(), [](const CDXUTControl* target) { return target->has_style(); }));
+    const bool elements = shown && has_elements(*shown);
+    for (const int id : {id_element, id_preview, id_picture_name, id_choose_picture})
+        control(id)->setEnabled(elements);
+    control(id_state)->setEnabled(elements || (shown && has_text(*shown)));
+    const auto all = selected();
+    button(id_reset_state)
+        ->setEnabled(differs_from_default(style_images, look_part(), all)
+                     || differs_from_default(style_colors, look_part(), all)
+                     || differs_from_default(style_text_colors, state_part(), all));
+    button(id_reset_all)->setEnabled(std::any_of(style_fields.begin(), style_fields.end(), [&](FieldKey field) {
+        return differs_from_default(field, {}, all);
+    }));
 }
 
 void CDlgElementCustomize::on_choose_picture()
 {
-    const CDXUTControl* shown = current();
+    const auto* shown = static_cast<const CDXUTControl*>(current());
     if (!shown || !element())
         return;
     const QStringList names = core()->texture_names();
-    const QString present = shown->style_image(look_name());
+    const QString present = picture_name(*shown);
     std::vector<tarn::boxes::MenuItem> items{
         {.id = command_none, .text = lang(u"风格图片", u"The style's picture"), .checked = present.isEmpty()},
         {.id = command_file, .text = lang(u"从文件...", u"From file...")},
@@ -329,44 +315,77 @@ void CDlgElementCustomize::on_choose_picture()
         items.push_back({.id = command_first_picture + i, .text = names[i], .checked = names[i] == present});
     const int command = menufun::pop_menu(this, items);
     if (command == command_file)
-        take_picture_from_file();
-    else if (command == command_none)
-        apply([this](CDXUTControl& target) { target.set_style_image(look_name(), {}); });
-    else if (command >= command_first_picture)
-        apply([&](CDXUTControl& target) {
-            target.set_style_image(look_name(), names.value(command - command_first_picture));
-        });
+        choose_picture_file();
+    else if (command != 0)
+        put_picture(names.value(command - command_first_picture));
 }
 
-void CDlgElementCustomize::take_picture_from_file()
+void CDlgElementCustomize::choose_picture_file()
 {
     const QString path = filedlg::pop_open_dlg_img(this);
     if (path.isEmpty())
         return;
-    const auto name = tarn::take_picture(*core(), path);
-    if (!name) {
-        tarn::boxes::error(this, name.status().message());
-        return;
-    }
-    apply([&](CDXUTControl& target) { target.set_style_image(look_name(), name.value()); });
+    const auto loaded = tarn::load_picture(path);
+    if (!loaded)
+        return tarn::boxes::error(this, loaded.status().message());
+    m_chosen_files.insert(path, loaded.value());
+    put_picture(path);
 }
 
-void CDlgElementCustomize::on_choose_color(int swatch_id, const std::function<void(CDXUTControl&, quint32)>& put)
+void CDlgElementCustomize::put_picture(const QString& name)
 {
-    const quint32 start = control_as<CColorSwatch>(swatch_id)->argb();
-    CPopDlgColor picker(start ? start : 0xffffffffu);
-    if (picker.do_modal(this) != 1)
-        return;
-    // The colour that is all zeros means that none is chosen; what is as transparent can stand for it.
-    const quint32 argb = picker.color() ? picker.color() : 0x00ffffffu;
-    apply([&](CDXUTControl& target) { put(target, argb); });
+    change([&] { write(style_images, name, tarn::Scope::EverySelected, look_part()); }, {});
+    refresh();
 }
 
 void CDlgElementCustomize::on_reset_state()
 {
-    apply([this](CDXUTControl& target) {
-        target.set_style_image(look_name(), {});
-        target.set_style_color(look_name(), 0);
-        target.set_style_text_color(look(), 0);
-    });
+    const auto reset = [this] {
+        write_default(style_images, look_part());
+        write_default(style_colors, look_part());
+        write_default(style_text_colors, state_part());
+    };
+    change(reset, {});
+    refresh();
+}
+
+void CDlgElementCustomize::on_reset_all()
+{
+    const auto reset = [this] {
+        for (const FieldKey field : style_fields)
+            write_default(field);
+    };
+    change(reset, {});
+    refresh();
+}
+
+tarn::Status CDlgElementCustomize::write_buffered(const std::function<tarn::Status()>& write)
+{
+    const tarn::PictureRelease release(*core(), scene()->functions(), selected());
+    const tarn::Status taken = take_chosen_files();
+    return taken ? write() : taken;
+}
+
+/// The pictures that wait with the edits come into the scene, and the edits get their names there.
+tarn::Status CDlgElementCustomize::take_chosen_files()
+{
+    QHash<QString, QString> names;
+    for (const ModelObject* object : selected())
+        for (const QString& name : tarn::value_as<tarn::TextMap>(value_of(*object, style_images))) {
+            if (!m_chosen_files.contains(name) || names.contains(name))
+                continue;
+            const auto taken = tarn::take_picture(*core(), name);
+            if (!taken)
+                return taken.status();
+            names.insert(name, taken.value());
+        }
+    const auto renamed = [&](const ModelObject& object, const tarn::FieldBase&) -> Value {
+        auto images = tarn::value_as<tarn::TextMap>(value_of(object, style_images));
+        for (QString& name : images)
+            name = names.value(name, name);
+        return images;
+    };
+    if (!names.isEmpty())
+        write_each(style_images, tarn::Scope::EverySelected, renamed);
+    return {};
 }

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "gui_core/look.h"
-#include "page_base/gui_child_dlg.h"
+#include "page_base/bound_page.h"
 
-#include <functional>
-#include <vector>
+#include <QHash>
+#include <QImage>
 
 class CDXUTControl;
 class QComboBox;
@@ -14,47 +14,45 @@ struct StyleElement;
 }
 
 /// The pictures, colours and font that the selected controls have instead of the style's: per element of their type and
-/// per state. Shows the current control; writes to every selected one of its type.
-class CDlgElementCustomize : public CGuiChildDlg {
+/// per state. Shows the current control; what is changed waits for OK, and is written to every selected one of its type.
+class CDlgElementCustomize : public CBoundPage {
     Q_OBJECT
 
 public:
     explicit CDlgElementCustomize(QWidget* parent = nullptr);
 
-    void update_ui(int code) override;
-
 protected:
     void OnInitDialog() override;
+    void refresh() override;
+    tarn::Status write_buffered(const std::function<tarn::Status()>& write) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    void set_up_pictures();
-    void set_up_texts();
-
-    CDXUTControl* current() const; ///< null when there is nothing to edit
-    std::vector<CDXUTControl*> targets() const;
     const tarn::StyleElement* element() const; ///< null when none is chosen
-    QString look_name() const;                 ///< of the element and state that are chosen; empty without an element
-    tarn::VisualState look() const;
-    void apply(const std::function<void(CDXUTControl&)>& change);
+    tarn::VisualState state() const;
+    tarn::Part look_part() const;  ///< of the pictures and their colours
+    tarn::Part state_part() const; ///< of the texts' colours
+    tarn::StatePtr awaited_state(const CDXUTControl& control) const;
+    QString picture_name(const CDXUTControl& control) const;
+    QImage picture(const QString& name) const;
 
-    void refresh();
     void fill_elements(int control_type);
     void show_picture(const CDXUTControl& control);
     void show_picture_name(const QString& name);
-    void show_text(const CDXUTControl& control);
-    void show_family(const QString& family);
     void enable_parts(const CDXUTControl* control);
 
     void on_choose_picture();
-    void take_picture_from_file();
-    void on_choose_color(int swatch_id, const std::function<void(CDXUTControl&, quint32)>& put);
+    void choose_picture_file();
+    void put_picture(const QString& name);
+    tarn::Status take_chosen_files();
     void on_reset_state();
+    void on_reset_all();
 
     QComboBox* m_elements = nullptr;
     QComboBox* m_states = nullptr;
-    QComboBox* m_families = nullptr;
+    QByteArray m_look_name;  ///< what the page shows: "Body.hover"; empty without an element
+    QByteArray m_state_name; ///< "hover"
     QString m_picture_name;
-    int m_listed_type = -1;    ///< whose elements the list shows
-    int m_missing_family = -1; ///< row of a font that is not installed
+    int m_listed_type = -1;                ///< whose elements the list shows
+    QHash<QString, QImage> m_chosen_files; ///< by path, which stands for the picture's name until it is in the scene
 };

@@ -4,26 +4,38 @@
 #include "core/language.h"
 #include "engine/base_world.h"
 #include "frame/boxes.h"
-#include "gui_core/dxut_control.h"
-#include "gui_core/dxut_dialog.h"
+#include "frame/filedlg.h"
 #include "gui_scene/gui_plug_scene.h"
+#include "value_part.h"
+#include "widgets/button_st.h"
 
 #include <QAbstractButton>
 #include <QLabel>
 
+#include <algorithm>
+#include <cmath>
 #include <utility>
 
 using tarn::CommonValue;
+using tarn::Edit;
 using tarn::FieldBase;
+using tarn::FieldKey;
+using tarn::FieldRow;
+using tarn::lang;
+using tarn::Limits;
 using tarn::ModelObject;
+using tarn::RowView;
+using tarn::Scope;
 using tarn::Value;
 
 namespace {
 
+using Agreement = CommonValue::Agreement;
+
 /// Looks an attribute up in the tables of many objects, most of which are of one class.
 class FieldOf {
 public:
-    explicit FieldOf(tarn::FieldKey key) : m_key(key) {}
+    explicit FieldOf(FieldKey key) : m_key(key) {}
 
     /// Null for an object without the attribute.
     const FieldBase* operator()(const ModelObject& object)
@@ -36,35 +48,43 @@ public:
     }
 
 private:
-    tarn::FieldKey m_key;
+    FieldKey m_key;
     const tarn::FieldTable* m_table = nullptr;
     const FieldBase* m_field = nullptr;
 };
 
-} // namespace
-
-CommonValue tarn::common_value(std::span<ModelObject* const> objects, FieldKey key)
+template <class Read>
+CommonValue common_by(std::span<ModelObject* const> objects, FieldKey key, Read read)
 {
-    using Agreement = CommonValue::Agreement;
     CommonValue common;
     FieldOf field_of(key);
     for (const ModelObject* object : objects) {
         const FieldBase* field = field_of(*object);
         if (!field || field->rules().read_only)
             continue;
-        Value value = object->property(*field);
-        if (common.agreement == Agreement::None)
+        Value value = read(*object, *field);
+        if (common.agreement == Agreement::None) {
             common = {Agreement::Same, std::move(value), field};
-        else if (!(common.value == value))
-            return {Agreement::Mixed, {}, field};
+        } else if (!(common.value == value)) {
+            common.agreement = Agreement::Mixed;
+            break;
+        }
     }
     return common;
 }
 
-/// While an edit of a row is written, the echo of the broadcast leaves the row's widget alone.
+} // namespace
+
+CommonValue tarn::common_value(std::span<ModelObject* const> objects, FieldKey field)
+{
+    return common_by(objects, field,
+                     [](const ModelObject& object, const FieldBase& held) { return object.property(held); });
+}
+
+/// While what is typed is written, the echo of the broadcast leaves the row's widget alone.
 class CBoundPage::Writing {
 public:
-    Writing(CBoundPage& page, const Row& row) : m_page(page), m_outer(std::exchange(page.m_written, &row)) {}
+    Writing(CBoundPage& page, const Row* row) : m_page(page), m_outer(std::exchange(page.m_written, row)) {}
     ~Writing() { m_page.m_written = m_outer; }
     Writing(const Writing&) = delete;
     Writing& operator=(const Writing&) = delete;
@@ -74,168 +94,424 @@ private:
     const Row* m_outer;
 };
 
-CBoundPage::CBoundPage(const QString& page_name, Target target, QWidget* parent)
+CBoundPage::CBoundPage(const QString& page_name, const tarn::Target& target, QWidget* parent)
     : CGuiChildDlg(page_name, parent), m_target(target)
-{
-}
-
-CBoundPage::CBoundPage(const QString& page_name, int control_type, QWidget* parent)
-    : CGuiChildDlg(page_name, parent), m_target(Target::Controls), m_control_type(control_type)
 {
 }
 
 CBoundPage::~CBoundPage() = default;
 
-void CBoundPage::bind(std::span<const tarn::FieldRow> rows)
+std::vector<const FieldRow*> CBoundPage::field_rows() const
 {
-    for (const tarn::FieldRow& row : rows) {
-        QWidget* widget = control(row.control);
-        auto editor = widget ? tarn::make_value_editor(*widget, row) : nullptr;
-        Q_ASSERT_X(editor, "bind", "the form has no fitting control for this attribute");
-        if (!editor)
-            continue;
-        Row& bound = m_rows.emplace_back(Row{row, std::move(editor)});
-        bound.editor->on_edited = [this, &bound](const Value& value) { on_edited(bound, value); };
-        bound.editor->on_finished = [this] {
-            end_typing();
-            if (core())
-                refresh(); // What was typed may have been held to the attribute's limits.
-        };
-    }
+    std::vector<const FieldRow*> rows;
+    for (const Row& bound : m_rows)
+        rows.push_back(&bound.row);
+    return rows;
 }
 
-bool CBoundPage::has_selection() const
+void CBoundPage::bind(std::span<const FieldRow> rows)
 {
-    return current() != nullptr;
+    for (const FieldRow& row : rows)
+        bind_row(row);
+}
+
+void CBoundPage::bind_row(const FieldRow& row)
+{
+    auto editor = control(row.control) ? tarn::make_value_editor(*this, row) : nullptr;
+    const bool opens = !row.opener || control_as<QAbstractButton>(row.opener);
+    if (!editor || !opens)
+        return tell_missing(editor ? row.opener : row.control, QString::fromLatin1(row.field.text()));
+    auto* mark = new tarn::RowMark(*control(row.control), *this);
+    Row& bound = m_rows.emplace_back(Row{row, std::move(editor), mark});
+    connect_row(bound);
+    connect_input(bound);
+}
+
+void CBoundPage::tell_missing(int control, const QString& what)
+{
+    tarn::boxes::error(this,
+                       lang(u"%1 的界面模板中没有可用的控件 %2（%3）。",
+                            u"The form of %1 has no control %2 of a kind that can be used (%3).")
+                           .arg(page_name())
+                           .arg(control)
+                           .arg(what));
+}
+
+void CBoundPage::connect_row(Row& bound)
+{
+    bound.editor->on_edited = [this, &bound](const Edit& edit) { on_edited(bound, edit); };
+    bound.editor->on_finished = [this] {
+        end_typing();
+        if (core())
+            refresh(); // What was typed may have been held to the attribute's limits.
+    };
+    bound.editor->on_abandoned = [this, &bound] {
+        if (bound.row.follows != tarn::Follows::Nothing)
+            update_all_views();
+    };
+    bound.editor->on_chosen = [this, &bound](int index) {
+        if (!bound.row.list.chosen || !has_selection())
+            return;
+        const auto choose = [&] {
+            write(bound.row.list.chosen, qint64(index), Scope::Current);
+            follow(bound.row.follows);
+        };
+        change(choose, lang(u"选择", u"Choose"));
+    };
+    if (!bound.row.opener)
+        return;
+    connect(control_as<QAbstractButton>(bound.row.opener), &QAbstractButton::clicked, this, [this, &bound] {
+        if (has_selection())
+            open_files(bound);
+    });
+}
+
+void CBoundPage::connect_input(Row& bound)
+{
+    auto* input = new tarn::RowInput(*control(bound.row.control));
+    input->keeps_undo = [&bound] { return bound.editor->keeps_undo(); };
+    connect(bound.mark, &tarn::RowMark::clicked, input, &tarn::RowInput::open_menu);
+    if (bound.row.reset == tarn::Default::None)
+        return;
+    input->can_reset = [this, &bound] {
+        return differs_from_default(bound.row.field, bound.row.part, targets_of(bound.row.scope));
+    };
+    input->reset = [this, &bound] { on_edited(bound, {.to_default = true}); };
+}
+
+void CBoundPage::buffer_edits(int ok_button, int cancel_button, const QString& name)
+{
+    for (const int id : {ok_button, cancel_button})
+        if (!button(id))
+            return tell_missing(id, name);
+    m_buffer.emplace();
+    m_ok_button = ok_button;
+    m_cancel_button = cancel_button;
+    connect(button(ok_button), &QAbstractButton::clicked, this, [this, name] { confirm_edits(name); });
+    connect(button(cancel_button), &QAbstractButton::clicked, this, &CBoundPage::drop_edits);
 }
 
 ModelObject* CBoundPage::current() const
 {
-    if (!core())
-        return nullptr;
-    const tarn::SelectionRecord& selection = core()->selection();
-    const bool of_controls = m_target == Target::Controls;
-    if (!selection.editing || selection.controls_selected != of_controls)
-        return nullptr;
-    if (!of_controls)
-        return selection.current_dialog;
-    CDXUTControl* control = selection.current_control;
-    return control && (m_control_type == any_type || control->GetType() == m_control_type) ? control : nullptr;
+    return scene() ? m_target.current(*scene()) : nullptr;
 }
 
 std::vector<ModelObject*> CBoundPage::selected() const
 {
-    if (!has_selection())
-        return {};
-    const tarn::SelectionRecord& selection = core()->selection();
-    if (m_target == Target::Dialogs)
-        return {selection.dialogs.begin(), selection.dialogs.end()};
-    std::vector<ModelObject*> controls;
-    tarn::walk(selection.controls, [&](CDXUTControl* control) {
-        if (m_control_type == any_type || control->GetType() == m_control_type)
-            controls.push_back(control);
-    });
-    return controls;
+    return scene() ? m_target.selected(*scene()) : std::vector<ModelObject*>();
 }
 
-bool CBoundPage::reacts_to(int code) const
+std::vector<ModelObject*> CBoundPage::targets_of(Scope scope) const
 {
-    switch (code) {
-    case tarn::ui_full_refresh:
-    case tarn::ui_scene_changed:
-    case tarn::ui_selection_changed: return true;
-    case tarn::ui_control_selected:
-    case tarn::ui_control_properties: return m_target == Target::Controls;
-    case tarn::ui_dialog_properties: return m_target == Target::Dialogs;
-    default: return false;
-    }
+    if (scope == Scope::EverySelected)
+        return selected();
+    ModelObject* one = current();
+    return std::vector<ModelObject*>(one ? 1 : 0, one);
 }
 
 void CBoundPage::update_ui(int code)
 {
-    if (core() && reacts_to(code))
+    const auto codes = m_target.codes();
+    if (core() && std::find(codes.begin(), codes.end(), code) != codes.end())
         refresh();
 }
 
 void CBoundPage::refresh()
 {
+    if (m_buffer)
+        m_buffer->drop_removed();
     const std::vector<ModelObject*> all = selected();
     ModelObject* const current_one = current();
-    const std::span<ModelObject* const> one(&current_one, current_one ? 1 : 0);
-    for (const Row& bound : m_rows) {
-        if (&bound == m_written)
-            continue;
-        const bool common = bound.row.shows == tarn::Shows::Common && bound.row.scope == tarn::Scope::EverySelected;
-        bound.editor->show(tarn::common_value(common ? std::span<ModelObject* const>(all) : one, bound.row.field));
-    }
+    const Objects one(&current_one, current_one ? 1 : 0);
+    for (const Row& bound : m_rows)
+        show_row(bound, all, one);
     m_scripts.show();
     m_images.show();
-}
-
-void CBoundPage::on_edited(const Row& bound, const Value& value)
-{
-    const QWidget* widget = control(bound.row.control);
-    if (!has_selection() || (bound.row.gate == tarn::Gate::WithFocus && !widget->hasFocus()))
+    m_actions.show();
+    if (!m_buffer)
         return;
-    const QByteArray key = bound.editor->merges() ? page_name().toLatin1() + '/' + QByteArray::number(bound.row.control)
-                                                  : QByteArray();
-    run_action(
-        [&] {
-            const Writing writing(*this, bound);
-            row_edited(bound.row.control, value);
-            write_row(bound, value);
-            follow(bound.row.follows);
-        },
-        caption_of(bound.row.control), key);
+    for (const int id : {m_ok_button, m_cancel_button})
+        button(id)->setEnabled(m_buffer->waits_for(all));
 }
 
-void CBoundPage::write_row(const Row& bound, const Value& value)
+Value CBoundPage::held_by(const ModelObject& object, const FieldBase& field) const
 {
-    write(bound.row.field, value, bound.row.scope);
-    if (!bound.row.together)
+    return m_buffer ? m_buffer->value(object, field) : object.property(field);
+}
+
+Value CBoundPage::value_of(const ModelObject& object, FieldKey field) const
+{
+    const FieldBase* held = object.fields().find(field);
+    return held ? held_by(object, *held) : Value();
+}
+
+/// What the row's widget has to show of `object`.
+Value CBoundPage::shown_value(const FieldRow& row, const ModelObject& object, const FieldBase& field) const
+{
+    const Value part = part_of(held_by(object, field), row.part);
+    return row.conversion.shown ? row.conversion.shown(object, part, row.part) : part;
+}
+
+CommonValue CBoundPage::common_of(Objects objects, const FieldRow& row) const
+{
+    return common_by(objects, row.field, [&](const ModelObject& object, const FieldBase& field) {
+        return shown_value(row, object, field);
+    });
+}
+
+void CBoundPage::show_row(const Row& bound, Objects all, Objects one) const
+{
+    const FieldRow& row = bound.row;
+    const Objects objects = row.scope == Scope::Current ? one : all;
+    CommonValue common = common_of(objects, row);
+    bool tells_mixed = false;
+    if (row.shows == tarn::Shows::Current) {
+        tells_mixed = common.agreement == Agreement::Mixed;
+        common = common_of(one, row);
+    }
+    const RowView view = view_of(row, std::move(common), one.empty() ? nullptr : one.front());
+    if (&bound != m_written)
+        bound.editor->show(view);
+    const bool has_say = view.enabled
+        && (!row.option || (view.agreement == Agreement::Same && tarn::number_of(view.value) == *row.option));
+    bound.mark->show_state(has_say && row.reset == tarn::Default::Offered
+                               && differs_from_default(row.field, row.part, objects),
+                           has_say && tells_mixed);
+}
+
+RowView CBoundPage::view_of(const FieldRow& row, CommonValue common, const ModelObject* shown) const
+{
+    RowView view;
+    static_cast<CommonValue&>(view) = std::move(common);
+    const bool is_there = view.agreement != Agreement::None && !row.part.is_none();
+    view.enabled = is_there && (!row.enabled_if || (shown && row.enabled_if(*shown)));
+    view.format = row.conversion.format ? row.conversion.format() : row.number.format;
+    if (!is_there || !shown)
+        return view;
+    view.limits = limits_of(row, view.field->rules(), *shown);
+    if (row.choices)
+        view.choices = row.choices(*scene(), *shown);
+    if (row.list.chosen)
+        view.chosen = int(tarn::number_of(value_of(*shown, row.list.chosen)));
+    return view;
+}
+
+Limits CBoundPage::limits_of(const FieldRow& row, const tarn::FieldRules& rules, const ModelObject& shown) const
+{
+    Limits limits{row.number.minimum, row.number.maximum};
+    const auto narrow = [&limits](double minimum, double maximum) {
+        limits = {std::max(limits.minimum, minimum), std::min(limits.maximum, maximum)};
+    };
+    if (row.part.of == tarn::Part::Of::Channel)
+        narrow(0, 255);
+    else if (!row.conversion.stored) // The field's are those of what is stored.
+        narrow(rules.minimum, rules.maximum);
+    if (row.limits) {
+        const Limits own = row.limits(shown);
+        narrow(own.minimum, own.maximum);
+    }
+    return limits;
+}
+
+bool CBoundPage::differs_from_default(FieldKey key, tarn::Part part, Objects objects) const
+{
+    FieldOf field_of(key);
+    const FieldBase* last = nullptr;
+    Value usual;
+    return std::any_of(objects.begin(), objects.end(), [&](const ModelObject* object) {
+        const FieldBase* field = field_of(*object);
+        if (!field || field->rules().read_only)
+            return false;
+        if (field != last)
+            usual = part_of(field->default_value(), part);
+        last = field;
+        return !std::holds_alternative<std::monostate>(usual) && !(part_of(held_by(*object, *field), part) == usual);
+    });
+}
+
+void CBoundPage::on_edited(const Row& bound, const Edit& edit)
+{
+    const FieldRow& row = bound.row;
+    const bool typed = !edit.change && !edit.to_default;
+    const ModelObject* shown = current();
+    const FieldBase* field = shown ? shown->fields().find(row.field) : nullptr;
+    if (!field || (typed && row.gate == tarn::Gate::WithFocus && !control(row.control)->hasFocus()))
+        return;
+    if (const QString reason = veto_of(row, edit); !reason.isEmpty()) {
+        tarn::boxes::message(this, {.text = reason, .title = {}});
+        return refresh();
+    }
+    const bool goes_on = typed && bound.editor->merges();
+    const QByteArray key = goes_on ? page_name().toLatin1() + '/' + QByteArray::number(row.control) : QByteArray();
+    const auto write_all = [&] {
+        const Writing writing(*this, goes_on ? &bound : nullptr);
+        row_edited(row.control, edited_value(row, *shown, *field, edit));
+        write_row(row, edit);
+        if (m_failed)
+            follow(row.follows);
+    };
+    change(write_all, caption_of(row.control), key);
+}
+
+void CBoundPage::open_files(const Row& bound)
+{
+    const QString path = filedlg::pop_file_dlg(bound.row.files(), filedlg::mode_open, window());
+    if (!path.isEmpty())
+        on_edited(bound, {.value = path});
+}
+
+void CBoundPage::row_edited(int, const Value&) {}
+
+QString CBoundPage::veto_of(const FieldRow& row, const Edit& edit) const
+{
+    if (!row.veto)
+        return {};
+    FieldOf field_of(row.field);
+    for (const ModelObject* object : targets_of(row.scope))
+        if (const FieldBase* field = field_of(*object))
+            if (const QString reason = row.veto(*object, edited_value(row, *object, *field, edit)); !reason.isEmpty())
+                return reason;
+    return {};
+}
+
+/// What `object` gets: the whole value, also where the row shows a part of it.
+Value CBoundPage::edited_value(const FieldRow& row, const ModelObject& object, const FieldBase& field,
+                               const Edit& edit) const
+{
+    if (edit.to_default)
+        return with_part(held_by(object, field), row.part, part_of(field.default_value(), row.part));
+    Value shown = edit.value;
+    if (edit.change) {
+        const Limits limits = limits_of(row, field.rules(), object);
+        const double number = edit.change->of(tarn::number_of(shown_value(row, object, field)));
+        shown = std::clamp(number, limits.minimum, std::max(limits.minimum, limits.maximum));
+    }
+    if (row.conversion.stored)
+        shown = row.conversion.stored(object, shown, row.part);
+    return row.part.of == tarn::Part::Of::Whole ? shown : with_part(held_by(object, field), row.part, shown);
+}
+
+void CBoundPage::write_row(const FieldRow& row, const Edit& edit)
+{
+    write_each(row.field, row.scope, [&](const ModelObject& object, const FieldBase& field) {
+        return edited_value(row, object, field, edit);
+    });
+    if (!row.together)
         return;
     for (const Row& other : m_rows) {
         // What goes to the current object alone it has already.
-        if (&other == &bound || other.row.together != bound.row.together || other.row.scope == tarn::Scope::Current)
+        if (other.row.field == row.field || other.row.together != row.together || other.row.scope == Scope::Current)
             continue;
         // Not what the widgets show: a list that shows and hides objects tells nobody.
-        if (const FieldBase* field = current()->fields().find(other.row.field))
-            write(other.row.field, current()->property(*field), other.row.scope);
+        write(other.row.field, value_of(*current(), other.row.field), other.row.scope);
     }
 }
 
-void CBoundPage::write(tarn::FieldKey key, const Value& value, tarn::Scope scope)
+void CBoundPage::set_part(int id, tarn::Part part)
 {
-    const std::vector<ModelObject*> targets = scope == tarn::Scope::Current
-        ? std::vector<ModelObject*>(has_selection() ? 1 : 0, current())
-        : selected();
-    FieldOf field_of(key);
+    for (Row& bound : m_rows)
+        if (bound.row.control == id)
+            bound.row.part = part;
+}
+
+bool CBoundPage::change(const std::function<void()>& change, const QString& name, const QByteArray& merge_key)
+{
+    if (!m_buffer)
+        return run_whole(change, name, merge_key);
+    const tarn::EditBuffer before = *m_buffer;
+    change();
+    const tarn::Status failed = std::exchange(m_failed, {});
+    if (failed)
+        return true;
+    *m_buffer = before;
+    tarn::boxes::error(this, failed.message());
+    refresh();
+    return false;
+}
+
+bool CBoundPage::run_whole(const std::function<void()>& change, const QString& name, const QByteArray& merge_key)
+{
     tarn::Status failed;
-    tarn::walk(targets, [&](ModelObject* object) {
-        const FieldBase* field = field_of(*object);
-        if (!field || !failed)
-            return;
-        failed = object->set_property(*field, value);
+    const auto run = [&] {
+        change();
+        failed = std::exchange(m_failed, {});
+        if (!failed)
+            journal()->cancel();
+    };
+    run_action(run, name, merge_key);
+    if (failed)
+        return true;
+    tarn::boxes::error(this, failed.message());
+    refresh();
+    return false;
+}
+
+void CBoundPage::write(FieldKey field, const Value& value, Scope scope, tarn::Part part)
+{
+    write_each(field, scope, [&](const ModelObject& object, const FieldBase& held) {
+        return part.of == tarn::Part::Of::Whole ? value : with_part(held_by(object, held), part, value);
     });
-    if (!failed)
-        tarn::boxes::error(this, failed.message());
+}
+
+void CBoundPage::write_default(FieldKey field, tarn::Part part)
+{
+    write_each(field, Scope::EverySelected, [&](const ModelObject& object, const FieldBase& held) {
+        return with_part(held_by(object, held), part, part_of(held.default_value(), part));
+    });
+}
+
+void CBoundPage::write_each(FieldKey key, Scope scope, const ValueOf& value_of)
+{
+    FieldOf field_of(key);
+    tarn::walk(targets_of(scope), [&](ModelObject* object) {
+        const FieldBase* field = field_of(*object);
+        if (!field || !m_failed)
+            return;
+        const Value value = value_of(*object, *field);
+        if (m_buffer && value == held_by(*object, *field))
+            return; // Nothing waits then.
+        m_failed = m_buffer ? m_buffer->put(*object, *field, value) : object->set_property(*field, value);
+    });
 }
 
 void CBoundPage::follow(tarn::Follows follows)
 {
-    if (follows == tarn::Follows::Broadcast) {
+    if (follows == tarn::Follows::Broadcast && !m_buffer) {
         tell_changed(); // This page hears it too.
         return;
     }
     refresh();
-    if (follows == tarn::Follows::Redraw)
+    if (follows == tarn::Follows::Redraw && !m_buffer)
         update_all_views();
 }
 
 void CBoundPage::tell_changed()
 {
-    broadcast(m_target == Target::Controls ? tarn::ui_control_properties : tarn::ui_dialog_properties);
+    broadcast(m_target.changed_code());
     update_all_views();
+}
+
+void CBoundPage::confirm_edits(const QString& name)
+{
+    const std::vector<ModelObject*> all = selected();
+    const auto write_all = [&] {
+        m_failed = write_buffered([&] { return m_buffer->write(all); });
+        if (!m_failed)
+            return;
+        m_buffer->drop(all);
+        tell_changed();
+    };
+    const tarn::EditBuffer before = *m_buffer;
+    if (run_whole(write_all, name))
+        return;
+    *m_buffer = before;
+    refresh();
+}
+
+void CBoundPage::drop_edits()
+{
+    m_buffer->drop(selected());
+    refresh();
 }
 
 /// What the step of undo is called: the caption of the control, or that of the label before it.
@@ -251,6 +527,6 @@ QString CBoundPage::caption_of(int id) const
     if (caption.isEmpty())
         caption = widget->toolTip();
     if (caption.isEmpty())
-        return tarn::lang(u"修改属性", u"Change Property");
+        return lang(u"修改属性", u"Change Property");
     return caption.remove(QLatin1Char('&')).remove(QLatin1Char(':')).remove(QChar(0xff1a));
 }

@@ -1,63 +1,90 @@
 #pragma once
 
+#include "action_rows.h"
+#include "edit_buffer.h"
 #include "field_row.h"
 #include "gui_child_dlg.h"
 #include "image_rows.h"
+#include "row_mark.h"
 #include "script_rows.h"
+#include "target.h"
 #include "value_editor.h"
 
 #include <deque>
+#include <optional>
 #include <span>
 #include <vector>
 
 namespace tarn {
 
-class FieldTable;
-class ModelObject;
+struct FieldRules;
 
-/// What `objects` say about the attribute `field`; those that do not have it have no say.
+/// What `objects` say about an attribute; those that do not have it have no say.
 CommonValue common_value(std::span<ModelObject* const> objects, FieldKey field);
 
 } // namespace tarn
 
-/// A page that shows and edits attributes of the selected dialogs or controls. Most of it is a table of rows: an edit
-/// writes to the selection as one step of undo, tells the other pages and redraws the views.
+/// A page that shows and edits attributes of its target. Most of it is a table of rows: an edit writes to the target as
+/// one step of undo, in whole or not at all, tells the other pages and redraws the views.
 class CBoundPage : public CGuiChildDlg {
     Q_OBJECT
 
 public:
-    enum class Target { Dialogs, Controls };
-
-    CBoundPage(const QString& page_name, Target target, QWidget* parent = nullptr);
-    /// A page for the attributes of one type of controls: it works while the current control is of that type, and only
-    /// on the selected controls that are.
-    CBoundPage(const QString& page_name, int control_type, QWidget* parent = nullptr);
+    CBoundPage(const QString& page_name, const tarn::Target& target, QWidget* parent = nullptr);
     ~CBoundPage() override;
 
-    /// Refreshes for the codes after which the selection or its attributes may be others.
+    /// Refreshes for the target's codes.
     void update_ui(int code) override;
 
+    const tarn::Target& target() const { return m_target; }
+    /// The page's table as it stands, in the order in which it was bound.
+    std::vector<const tarn::FieldRow*> field_rows() const;
+
 protected:
-    /// To be called when the form is there.
+    using Objects = std::span<tarn::ModelObject* const>;
+
+    // To be called when the form is there. A row whose control the form does not have, or has of a kind that cannot show
+    // the value, is told in a box.
     void bind(std::span<const tarn::FieldRow> rows);
     void bind_scripts(std::span<const tarn::ScriptRow> rows) { m_scripts.bind(rows); }
     void bind_images(std::span<const tarn::ImageRow> rows, tarn::SetImage set = nullptr) { m_images.bind(rows, set); }
+    void bind_actions(std::span<const tarn::ActionRow> rows) { m_actions.bind(rows); }
+    /// From now on edits wait until `ok_button` writes them, as one step called `name`, or `cancel_button` drops them.
+    /// Those of objects that are selected no more wait until they are selected again.
+    void buffer_edits(int ok_button, int cancel_button, const QString& name);
 
-    /// Whether the interface is edited, the selection is of what the page edits, and there is a current object.
-    bool has_selection() const;
-    /// The current object; null without a selection.
+    bool has_selection() const { return current() != nullptr; }
+    /// The current object of the target; null when there is nothing to edit.
     tarn::ModelObject* current() const;
-    /// The selected objects in selection order; empty without a selection.
+    /// All objects of the target; empty when there is nothing to edit.
     std::vector<tarn::ModelObject*> selected() const;
 
-    /// Fills the page from the selection. Pages that show more than their rows extend it.
+    /// Fills the page from the target. Pages that show more than their rows extend it.
     virtual void refresh();
     /// The user's edit of the row for control `id` is about to be written; a page may add writes of its own, which are
-    /// part of the same step.
-    virtual void row_edited(int, const tarn::Value&) {}
-    /// Writes one attribute of the selected objects that have it; what goes wrong is told in a box.
-    void write(tarn::FieldKey field, const tarn::Value& value, tarn::Scope scope = tarn::Scope::EverySelected);
-    /// After a change of the selected objects: tells the other pages and redraws the views.
+    /// part of the same step. `value` is the one that the current object gets.
+    virtual void row_edited(int id, const tarn::Value& value);
+
+    /// Which part of its value the row for control `id` shows from the next refresh on.
+    void set_part(int id, tarn::Part part);
+    /// An attribute of `object` with the edits that wait; monostate when it has none.
+    tarn::Value value_of(const tarn::ModelObject& object, tarn::FieldKey field) const;
+    /// Runs `change`, which calls write(), as one step of undo called `name` that happens in whole or not at all: what
+    /// goes wrong is told in a box. False then.
+    bool change(const std::function<void()>& change, const QString& name, const QByteArray& merge_key = {});
+    /// Writes one attribute, or a part of it, of the objects that have it.
+    void write(tarn::FieldKey field, const tarn::Value& value, tarn::Scope scope = tarn::Scope::EverySelected,
+               tarn::Part part = {});
+    /// Writes the defaults.
+    void write_default(tarn::FieldKey field, tarn::Part part = {});
+    /// Writes to each object that has the attribute what `value_of` gives for it.
+    using ValueOf = std::function<tarn::Value(const tarn::ModelObject& object, const tarn::FieldBase& field)>;
+    void write_each(tarn::FieldKey field, tarn::Scope scope, const ValueOf& value_of);
+    /// The confirmed edits are to be written, which `write` does; what fails undoes the step.
+    virtual tarn::Status write_buffered(const std::function<tarn::Status()>& write) { return write(); }
+    /// Whether one of the objects has something else than the default.
+    bool differs_from_default(tarn::FieldKey field, tarn::Part part, Objects objects) const;
+    /// After a change of the target's objects: tells the other pages and redraws the views.
     void tell_changed();
     /// Whether an edit of a row is being written; refreshes then come from the page itself.
     bool is_writing() const { return m_written != nullptr; }
@@ -65,23 +92,49 @@ protected:
 private:
     friend class tarn::ScriptRows;
     friend class tarn::ImageRows;
+    friend class tarn::ActionRows;
     struct Row {
         tarn::FieldRow row;
         std::unique_ptr<tarn::ValueEditor> editor;
+        tarn::RowMark* mark;
     };
     class Writing;
-    static constexpr int any_type = -1;
 
-    bool reacts_to(int code) const;
-    void on_edited(const Row& row, const tarn::Value& value);
-    void write_row(const Row& row, const tarn::Value& value);
+    void bind_row(const tarn::FieldRow& row);
+    void connect_row(Row& bound);
+    void connect_input(Row& bound);
+    void tell_missing(int control, const QString& what);
+
+    tarn::Value held_by(const tarn::ModelObject& object, const tarn::FieldBase& field) const;
+    tarn::Value shown_value(const tarn::FieldRow& row, const tarn::ModelObject& object,
+                            const tarn::FieldBase& field) const;
+    tarn::CommonValue common_of(Objects objects, const tarn::FieldRow& row) const;
+    void show_row(const Row& bound, Objects all, Objects one) const;
+    tarn::RowView view_of(const tarn::FieldRow& row, tarn::CommonValue common, const tarn::ModelObject* shown) const;
+    tarn::Limits limits_of(const tarn::FieldRow& row, const tarn::FieldRules& rules,
+                           const tarn::ModelObject& shown) const;
+    std::vector<tarn::ModelObject*> targets_of(tarn::Scope scope) const;
+
+    void on_edited(const Row& row, const tarn::Edit& edit);
+    void open_files(const Row& row);
+    QString veto_of(const tarn::FieldRow& row, const tarn::Edit& edit) const;
+    tarn::Value edited_value(const tarn::FieldRow& row, const tarn::ModelObject& object, const tarn::FieldBase& field,
+                             const tarn::Edit& edit) const;
+    void write_row(const tarn::FieldRow& row, const tarn::Edit& edit);
+    bool run_whole(const std::function<void()>& change, const QString& name, const QByteArray& merge_key = {});
     void follow(tarn::Follows follows);
+    void confirm_edits(const QString& name);
+    void drop_edits();
     QString caption_of(int id) const;
 
-    Target m_target;
-    int m_control_type = any_type;
+    const tarn::Target& m_target;
     std::deque<Row> m_rows; ///< the editors' callbacks know their rows by address
     tarn::ScriptRows m_scripts{*this};
     tarn::ImageRows m_images{*this};
+    tarn::ActionRows m_actions{*this};
+    std::optional<tarn::EditBuffer> m_buffer; ///< none: edits are written at once
+    int m_ok_button = 0;
+    int m_cancel_button = 0;
+    tarn::Status m_failed;          ///< of the change that runs
     const Row* m_written = nullptr; ///< the row whose edit is being written: its widget is left alone meanwhile
 };

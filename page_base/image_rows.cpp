@@ -6,6 +6,7 @@
 #include "frame/boxes.h"
 #include "frame/filedlg.h"
 #include "gui_scene/gui_plug_scene.h"
+#include "value_part.h"
 #include "widgets/button_st.h"
 
 namespace tarn {
@@ -15,9 +16,7 @@ namespace {
 QString picture_of(const ModelObject& object, FieldKey key)
 {
     const FieldBase* field = object.fields().find(key);
-    const Value value = field ? object.property(*field) : Value();
-    const auto* picture = std::get_if<QString>(&value);
-    return picture ? *picture : QString();
+    return field ? value_as<QString>(object.property(*field)) : QString();
 }
 
 } // namespace
@@ -32,7 +31,11 @@ void ImageRows::bind(std::span<const ImageRow> rows, SetImage set)
     m_set = set;
     for (const ImageRow& row : rows) {
         const int slot = int(m_rows.size());
+        for (const int id : {row.button, row.clear_button})
+            if (!m_page.button(id))
+                return m_page.tell_missing(id, QString::fromLatin1(row.field.text()));
         m_rows.push_back(row);
+        m_marks.push_back(new RowMark(*m_page.button(row.button), m_page));
         QObject::connect(m_page.button(row.button), &CButtonST::clicked, &m_page, [this, slot] { choose(slot); });
         QObject::connect(m_page.button(row.clear_button), &CButtonST::clicked, &m_page,
                          [this, field = row.field] { clear(field); });
@@ -43,13 +46,15 @@ void ImageRows::show() const
 {
     const ModelObject* object = m_page.current();
     const std::vector<ModelObject*> objects = m_page.selected();
-    for (const ImageRow& row : m_rows) {
+    for (std::size_t i = 0; i < m_rows.size(); ++i) {
+        const ImageRow& row = m_rows[i];
         m_page.button(row.button)->setText(object ? picture_caption(picture_of(*object, row.field)) : QString());
         m_page.button(row.button)->setEnabled(object);
         using Agreement = CommonValue::Agreement;
         const CommonValue common = common_value(objects, row.field);
         const bool none = common.agreement == Agreement::Same && common.value == Value(QString());
         m_page.button(row.clear_button)->setEnabled(common.agreement != Agreement::None && !none);
+        m_marks[i]->show_state(false, object && common.agreement == Agreement::Mixed);
     }
 }
 

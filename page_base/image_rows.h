@@ -12,6 +12,7 @@ class CGuiPlugScene;
 namespace tarn {
 
 class ModelObject;
+class RowMark;
 
 /// What a button says of a picture of the scene: its file's name without folders.
 QString picture_caption(const QString& picture);
@@ -26,7 +27,8 @@ struct ImageRow {
 /// Gives the objects the picture in the file `path`; `slot` is the row's place among the page's.
 using SetImage = Status (CGuiPlugScene::*)(const std::vector<ModelObject*>& objects, int slot, const QString& path);
 
-/// The pictures of the selected objects in a page. The buttons show those of the current object.
+/// The pictures of the selected objects in a page. The buttons show those of the current object, and a mark where others
+/// have another one.
 class ImageRows {
 public:
     explicit ImageRows(CBoundPage& page) : m_page(page) {}
@@ -42,6 +44,7 @@ private:
 
     CBoundPage& m_page;
     std::vector<ImageRow> m_rows;
+    std::vector<RowMark*> m_marks; ///< by row
     SetImage m_set = nullptr;
 };
 

@@ -78,6 +78,9 @@ private:
 void ScriptRows::bind(std::span<const ScriptRow> rows)
 {
     for (const ScriptRow& row : rows) {
+        for (const int id : {row.script_button, row.remove_button})
+            if (!m_page.button(id))
+                return m_page.tell_missing(id, QString::number(row.event, 16));
         m_rows.push_back(row);
         m_page.on_click(row.script_button, [this, event = row.event] { open(event); });
         m_page.on_click(row.remove_button, [this, event = row.event] { remove(event); });

@@ -2,12 +2,11 @@
 
 #include "core/field.h"
 #include "core/language.h"
-#include "field_row.h"
-#include "widgets/button_st.h"
+#include "frame/child_dlg.h"
+#include "value_part.h"
 #include "widgets/super_edit.h"
 
 #include <QCheckBox>
-#include <QComboBox>
 #include <QFocusEvent>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -23,26 +22,6 @@ namespace {
 
 using Agreement = CommonValue::Agreement;
 
-QString mixed_text()
-{
-    return lang(u"<不一致>", u"<mixed>");
-}
-
-/// The value as a T; a fresh one when it is of another kind.
-template <class T>
-T as(const Value& value)
-{
-    const T* held = std::get_if<T>(&value);
-    return held ? *held : T();
-}
-
-double number_of(const Value& value)
-{
-    if (const auto* whole = std::get_if<qint64>(&value))
-        return double(*whole);
-    return as<double>(value);
-}
-
 class TextLine : public ValueEditor {
 public:
     explicit TextLine(QLineEdit& widget) : m_widget(widget)
@@ -50,14 +29,14 @@ public:
         QObject::connect(&widget, &QLineEdit::textEdited, &widget, [this](const QString& text) { edited(text); });
         QObject::connect(&widget, &QLineEdit::editingFinished, &widget, [this] { finished(); });
     }
-    void show(const CommonValue& common) override
+    void show(const RowView& view) override
     {
-        m_widget.setEnabled(common.agreement != Agreement::None);
-        m_widget.setPlaceholderText(common.agreement == Agreement::Mixed ? mixed_text() : QString());
+        m_widget.setEnabled(view.enabled);
+        m_widget.setPlaceholderText(view.agreement == Agreement::Mixed ? mixed_text() : QString());
         // Setting it puts the cursor at the end.
-        if (common.field && common.field->rules().max_length != m_widget.maxLength())
-            m_widget.setMaxLength(common.field->rules().max_length);
-        const QString text = common.agreement == Agreement::Same ? as<QString>(common.value) : QString();
+        if (view.field && view.field->rules().max_length != m_widget.maxLength())
+            m_widget.setMaxLength(view.field->rules().max_length);
+        const QString text = view.agreement == Agreement::Same ? value_as<QString>(view.value) : QString();
         if (m_widget.text() != text) { // Keeps the cursor otherwise.
             m_widget.setText(text);
             m_widget.setCursorPosition(0);
@@ -96,15 +75,15 @@ public:
         QObject::connect(&widget, &QPlainTextEdit::textChanged, &widget, [this] { edited(value()); });
         new LeaveWatch(widget, [this] { finished(); });
     }
-    void show(const CommonValue& common) override
+    void show(const RowView& view) override
     {
         const QSignalBlocker quiet(m_widget); // It does not tell the user's changes from others.
-        m_is_list = std::holds_alternative<QStringList>(common.value);
-        m_widget.setEnabled(common.agreement != Agreement::None);
-        m_widget.setPlaceholderText(common.agreement == Agreement::Mixed ? mixed_text() : QString());
-        const QString text = common.agreement != Agreement::Same ? QString()
-            : m_is_list                                          ? as<QStringList>(common.value).join(QLatin1Char('\n'))
-                                                                 : as<QString>(common.value);
+        m_is_list = std::holds_alternative<QStringList>(view.value);
+        m_widget.setEnabled(view.enabled);
+        m_widget.setPlaceholderText(view.agreement == Agreement::Mixed ? mixed_text() : QString());
+        const QString text = view.agreement != Agreement::Same ? QString()
+            : m_is_list ? value_as<QStringList>(view.value).join(QLatin1Char('\n'))
+                        : value_as<QString>(view.value);
         if (m_widget.toPlainText() != text)
             m_widget.setPlainText(text);
     }
@@ -135,19 +114,15 @@ public:
             edited(m_widget.isChecked());
         });
     }
-    void show(const CommonValue& common) override
+    void show(const RowView& view) override
     {
-        const bool mixed = common.agreement == Agreement::Mixed;
-        m_widget.setEnabled(common.agreement != Agreement::None);
+        const bool mixed = view.agreement == Agreement::Mixed;
+        m_widget.setEnabled(view.enabled);
         m_widget.setTristate(mixed);
-        m_widget.setCheckState(mixed                              ? Qt::PartiallyChecked
-                                   : number_or_flag(common.value) ? Qt::Checked
-                                                                  : Qt::Unchecked);
+        m_widget.setCheckState(mixed ? Qt::PartiallyChecked : number_of(view.value) ? Qt::Checked : Qt::Unchecked);
     }
 
 private:
-    static bool number_or_flag(const Value& value) { return as<bool>(value) || number_of(value) != 0; }
-
     QCheckBox& m_widget;
 };
 
@@ -162,10 +137,10 @@ public:
             edited(qint64(m_option));
         });
     }
-    void show(const CommonValue& common) override
+    void show(const RowView& view) override
     {
-        m_widget.setEnabled(common.agreement != Agreement::None);
-        m_widget.setChecked(common.agreement == Agreement::Same && number_of(common.value) == m_option);
+        m_widget.setEnabled(view.enabled);
+        m_widget.setChecked(view.agreement == Agreement::Same && number_of(view.value) == m_option);
     }
 
 private:
@@ -175,72 +150,66 @@ private:
 
 class NumberEdit : public ValueEditor {
 public:
-    NumberEdit(CSuperEdit& widget, const FieldRow& row) : m_widget(widget), m_look(row.number)
+    NumberEdit(CSuperEdit& widget, const FieldRow& row)
+        : m_widget(widget), m_step(row.number.step), m_on_enter(row.gate == Gate::OnEnter)
     {
-        widget.set_format_string(QLatin1String(m_look.format));
-        const auto signal = row.gate == Gate::OnEnter ? &CSuperEdit::entered : &CSuperEdit::text_changed_by_user;
+        widget.set_telling_changes(true);
+        const auto signal = m_on_enter ? &CSuperEdit::entered : &CSuperEdit::text_changed_by_user;
         QObject::connect(&widget, signal, &widget, [this](double pos) { edited(pos); });
+        QObject::connect(&widget, &CSuperEdit::changed_by, &widget, [this](const Sum& sum, bool by_enter) {
+            if ((by_enter || !m_on_enter) && on_edited)
+                on_edited({.change = sum});
+        });
         QObject::connect(&widget, &CSuperEdit::editing_finished, &widget, [this] { finished(); });
     }
-    void show(const CommonValue& common) override
+    void show(const RowView& view) override
     {
-        m_widget.setEnabled(common.agreement != Agreement::None);
-        if (common.field && common.field != m_field) {
-            m_field = common.field;
-            const FieldRules& rules = m_field->rules();
-            m_widget.set_range(std::max(rules.minimum, m_look.minimum), std::min(rules.maximum, m_look.maximum),
-                               m_look.step);
+        m_widget.setEnabled(view.enabled);
+        if (view.format && m_format != view.format) {
+            m_format = view.format;
+            m_widget.set_format_string(QLatin1String(m_format));
         }
-        if (common.agreement == Agreement::Same)
-            m_widget.set_pos(number_of(common.value));
+        if (view.field && (m_widget.get_min() != view.limits.minimum || m_widget.get_max() != view.limits.maximum))
+            m_widget.set_range(view.limits.minimum, view.limits.maximum, m_step);
+        if (view.agreement == Agreement::Same)
+            m_widget.set_pos(number_of(view.value));
         else
             m_widget.set_empty();
         // There is no room for words.
-        m_widget.findChild<QLineEdit*>()->setPlaceholderText(common.agreement == Agreement::Mixed ? QStringLiteral("…")
-                                                                                                  : QString());
+        m_widget.findChild<QLineEdit*>()->setPlaceholderText(view.agreement == Agreement::Mixed ? QStringLiteral("…")
+                                                                                                : QString());
     }
     bool merges() const override { return true; }
+    bool keeps_undo() const override { return m_on_enter && m_widget.is_typing(); }
 
 private:
     CSuperEdit& m_widget;
-    NumberLook m_look;
-    const FieldBase* m_field = nullptr; ///< whose range the edit has
-};
-
-/// A combo box whose entries stand for 0, 1, 2...
-class Choice : public ValueEditor {
-public:
-    explicit Choice(QComboBox& widget) : m_widget(widget)
-    {
-        QObject::connect(&widget, &QComboBox::activated, &widget, [this](int index) { edited(qint64(index)); });
-    }
-    void show(const CommonValue& common) override
-    {
-        m_widget.setEnabled(common.agreement != Agreement::None);
-        m_widget.setCurrentIndex(common.agreement == Agreement::Same ? int(number_of(common.value)) : -1);
-    }
-
-private:
-    QComboBox& m_widget;
+    double m_step;
+    bool m_on_enter;
+    QByteArray m_format;
 };
 
 } // namespace
 
-std::unique_ptr<ValueEditor> make_value_editor(QWidget& widget, const FieldRow& row)
+QString mixed_text()
 {
-    if (auto* button = qobject_cast<QAbstractButton*>(&widget); button && row.option)
+    return lang(u"<不一致>", u"<mixed>");
+}
+
+std::unique_ptr<ValueEditor> make_value_editor(const CChildDlg& page, const FieldRow& row)
+{
+    QWidget* widget = page.control(row.control);
+    if (auto* button = qobject_cast<QAbstractButton*>(widget); button && row.option)
         return std::make_unique<OptionButton>(*button, *row.option);
-    if (auto* box = qobject_cast<QCheckBox*>(&widget))
+    if (auto* box = qobject_cast<QCheckBox*>(widget))
         return std::make_unique<CheckMark>(*box);
-    if (auto* edit = qobject_cast<CSuperEdit*>(&widget))
+    if (auto* edit = qobject_cast<CSuperEdit*>(widget))
         return std::make_unique<NumberEdit>(*edit, row);
-    if (auto* edit = qobject_cast<QLineEdit*>(&widget))
+    if (auto* edit = qobject_cast<QLineEdit*>(widget))
         return std::make_unique<TextLine>(*edit);
-    if (auto* edit = qobject_cast<QPlainTextEdit*>(&widget))
+    if (auto* edit = qobject_cast<QPlainTextEdit*>(widget))
         return std::make_unique<TextLines>(*edit);
-    if (auto* box = qobject_cast<QComboBox*>(&widget))
-        return std::make_unique<Choice>(*box);
-    return nullptr;
+    return make_picking_editor(page, row);
 }
 
 } // namespace tarn

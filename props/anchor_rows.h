@@ -7,7 +7,7 @@
 
 namespace tarn {
 
-/// The nine buttons for the anchors, kept in `field`; they have the same numbers on every page.
+/// The nine buttons for the anchors, which have the same numbers on every page.
 constexpr std::array<FieldRow, 9> anchor_rows(FieldKey field, Scope scope, Follows follows)
 {
     // By the anchors' numbers, which run clockwise from the top left and end with the centre.

@@ -7,13 +7,10 @@
 
 #include <QCheckBox>
 
-using tarn::CenterXAccess;
-using tarn::CenterYAccess;
 using tarn::ControlExtras;
 using tarn::ControlState;
 using tarn::FieldRow;
 using tarn::key;
-using tarn::ScaleModeAccess;
 
 namespace {
 
@@ -30,24 +27,43 @@ enum Id : int {
     id_scale_mode = 6593,
 };
 
+constexpr FieldRow place_row(int control, tarn::FieldKey field)
+{
+    return {.control = control, .field = field, .reset = tarn::Default::None};
+}
+
 constexpr FieldRow rows[] = {
-    {.control = id_x, .field = key<&ControlState::x>},
-    {.control = id_y, .field = key<&ControlState::y>},
-    {.control = id_width, .field = key<&ControlState::width>},
-    {.control = id_height, .field = key<&ControlState::height>},
+    place_row(id_x, key<&ControlState::x>),
+    place_row(id_y, key<&ControlState::y>),
+    place_row(id_width, key<&ControlState::width>),
+    place_row(id_height, key<&ControlState::height>),
     {.control = id_rotation, .field = key<&ControlExtras::rotation>},
-    {.control = id_center_x, .field = key<CenterXAccess{}>},
-    {.control = id_center_y, .field = key<CenterYAccess{}>},
-    {.control = id_scale_mode, .field = key<ScaleModeAccess{}>},
+    place_row(id_center_x, key<tarn::CenterXAccess{}>),
+    place_row(id_center_y, key<tarn::CenterYAccess{}>),
+    {.control = id_scale_mode, .field = key<tarn::ScaleModeAccess{}>},
 };
 
 constexpr auto anchors = tarn::anchor_rows(key<&ControlState::align_type>, tarn::Scope::EverySelected,
                                            tarn::Follows::Broadcast);
 
+tarn::ActionResult reset_centers(CGuiPlugScene&, std::span<tarn::ModelObject* const> selected, tarn::ModelObject&)
+{
+    for (tarn::ModelObject* object : selected)
+        static_cast<CDXUTControl*>(object)->reset_center();
+    return {.changed = true};
+}
+
+bool has_own_center(const tarn::ModelObject& current)
+{
+    return static_cast<const CDXUTControl&>(current).has_own_center();
+}
+
+constexpr tarn::ActionRow center_actions[] = {{id_center_reset, reset_centers, has_own_center}};
+
 } // namespace
 
 CChildCtrlDimension::CChildCtrlDimension(QWidget* parent)
-    : CBoundPage(QStringLiteral("CChildCtrlDimension"), Target::Controls, parent)
+    : CBoundPage(QStringLiteral("CChildCtrlDimension"), tarn::selected_controls, parent)
 {
 }
 
@@ -58,11 +74,7 @@ void CChildCtrlDimension::OnInitDialog()
     bind(anchors);
     for (const FieldRow& row : anchors)
         button(row.control)->SetIcon(tarn::anchor_icon(*row.option));
-    on_click(id_center_reset, [this] {
-        for (tarn::ModelObject* object : selected())
-            static_cast<CDXUTControl*>(object)->reset_center();
-        tell_changed();
-    });
+    bind_actions(center_actions);
 }
 
 bool CChildCtrlDimension::keeps_ratio() const
@@ -79,12 +91,11 @@ void CChildCtrlDimension::set_aspect(float aspect)
 void CChildCtrlDimension::refresh()
 {
     CBoundPage::refresh();
-    const auto* control = static_cast<const CDXUTControl*>(current());
-    control_as<QCheckBox>(id_keep_ratio)->setEnabled(control);
-    button(id_center_reset)->setEnabled(control && control->has_own_center());
+    control_as<QCheckBox>(id_keep_ratio)->setEnabled(has_selection());
     // While place and size scale, no side is kept to.
     const tarn::CommonValue anchor = tarn::common_value(selected(), key<&ControlState::align_type>);
-    if (anchor.value == tarn::Value(qint64(tarn::anchor_scale)))
+    if (anchor.agreement == tarn::CommonValue::Agreement::Same
+        && anchor.value == tarn::Value(qint64(tarn::anchor_scale)))
         for (const FieldRow& row : anchors)
             button(row.control)->setEnabled(false);
 }

@@ -4,12 +4,10 @@
 #include "child_ctrl_dimension.h"
 #include "core/language.h"
 #include "design/dlg_element_customize.h"
-#include "design/pop_dlg_color.h"
 #include "frame/rollup.h"
 #include "gui_core/control_state.h"
 #include "gui_core/dxut_control.h"
 #include "gui_scene/gui_plug_scene.h"
-#include "widgets/color_swatch.h"
 
 using tarn::ControlState;
 using tarn::FieldRow;
@@ -25,16 +23,20 @@ enum Section : int { section_location, section_style, section_property };
 constexpr int flags = 1; ///< a click on one of the three writes them all
 
 constexpr FieldRow rows[] = {
-    {.control = id_name, .field = key<&ControlState::name>, .shows = Shows::Current},
+    {.control = id_name, .field = key<&ControlState::name>, .shows = Shows::Current, .reset = tarn::Default::None},
     {.control = id_visible, .field = key<&ControlState::visible>, .shows = Shows::Current, .together = flags},
     {.control = id_enabled, .field = key<&ControlState::enabled>, .shows = Shows::Current, .together = flags},
     {.control = id_locked, .field = key<&ControlState::locked>, .shows = Shows::Current, .together = flags},
+    {.control = id_swatch,
+     .field = key<&ControlState::color_tag>,
+     .shows = Shows::Current,
+     .follows = tarn::Follows::Redraw},
 };
 
 } // namespace
 
 CDlgPropControl::CDlgPropControl(QWidget* parent)
-    : CBoundPage(QStringLiteral("CDlgPropControl"), Target::Controls, parent)
+    : CBoundPage(QStringLiteral("CDlgPropControl"), tarn::selected_controls, parent)
 {
 }
 
@@ -43,9 +45,6 @@ void CDlgPropControl::OnInitDialog()
     CBoundPage::OnInitDialog();
     m_rollup = findChild<CMyRollup*>();
     bind(rows);
-    m_swatch = control_as<CColorSwatch>(id_swatch);
-    m_swatch->set_color(0xffffffff);
-    on_click(id_swatch, [this] { on_pick_color(); });
     create_sub_pages();
 }
 
@@ -80,23 +79,8 @@ void CDlgPropControl::refresh()
 {
     CBoundPage::refresh();
     const auto* control = static_cast<const CDXUTControl*>(current());
-    m_swatch->setEnabled(control != nullptr);
     if (!control)
         return;
-    m_swatch->set_color(control->color_tag());
     const float center_y = control->height() / 2;
     m_dimension->set_aspect(center_y != 0 ? control->width() / 2 / center_y : 0);
-}
-
-void CDlgPropControl::on_pick_color()
-{
-    const auto* control = static_cast<const CDXUTControl*>(current());
-    if (!control)
-        return;
-    CPopDlgColor picker(control->color_tag());
-    if (picker.do_modal(this) == 1) {
-        m_swatch->set_color(picker.color());
-        write(key<&ControlState::color_tag>, qint64(picker.color()));
-    }
-    update_all_views();
 }

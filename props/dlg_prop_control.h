@@ -3,7 +3,6 @@
 #include "page_base/bound_page.h"
 
 class CChildCtrlDimension;
-class CColorSwatch;
 class CMyRollup;
 
 /// What the selected controls have in common, whatever their type: name, flags and colour tag, and below them the
@@ -23,9 +22,7 @@ protected:
 
 private:
     void create_sub_pages();
-    void on_pick_color();
 
     CMyRollup* m_rollup = nullptr;
     CChildCtrlDimension* m_dimension = nullptr;
-    CColorSwatch* m_swatch = nullptr;
 };

@@ -2,18 +2,19 @@
 
 #include "anchor_rows.h"
 #include "core/language.h"
-#include "design/pop_dlg_color.h"
 #include "frame/boxes.h"
 #include "frame/filedlg.h"
+#include "gui_core/dialog_state.h"
 #include "gui_core/dxut_dialog.h"
 #include "gui_scene/gui_plug_scene.h"
 #include "gui_scene/tex_file_man.h"
 #include "widgets/button_st.h"
-#include "widgets/color_swatch.h"
 
 #include <QCheckBox>
 
+using tarn::Default;
 using tarn::DialogState;
+using tarn::FieldKey;
 using tarn::FieldRow;
 using tarn::Follows;
 using tarn::key;
@@ -39,15 +40,23 @@ enum Id : int {
 constexpr int all_together = 1; ///< an edit of any writes them all
 constexpr NumberLook pixels{.step = 1, .format = "%.0f", .minimum = 0, .maximum = 9999};
 
-constexpr FieldRow shared_row(int control, tarn::FieldKey field)
+constexpr FieldRow shared_row(int control, FieldKey field, Default reset = Default::Offered)
 {
-    return {.control = control, .field = field, .shows = Shows::Current, .together = all_together};
+    return {.control = control, .field = field, .shows = Shows::Current, .reset = reset, .together = all_together};
 }
 
-constexpr FieldRow place_row(int control, tarn::FieldKey field)
+constexpr FieldRow place_row(int control, FieldKey field, Default reset = Default::None)
 {
-    return {.control = control, .field = field, .scope = Scope::Current, .together = all_together, .number = pixels};
+    return {.control = control,
+            .field = field,
+            .scope = Scope::Current,
+            .reset = reset,
+            .together = all_together,
+            .number = pixels};
 }
+
+bool is_bound(const tarn::ModelObject& dialog);
+bool keeps_anchor(const tarn::ModelObject& dialog);
 
 constexpr FieldRow rows[] = {
     shared_row(6335, key<&DialogState::visible>),
@@ -56,13 +65,13 @@ constexpr FieldRow rows[] = {
     shared_row(6031, key<&DialogState::minimize_button>),
     shared_row(6020, key<&DialogState::movable>),
     shared_row(6021, key<&DialogState::close_button>),
-    shared_row(6018, key<&DialogState::name>),
-    shared_row(6362, key<&DialogState::caption>),
+    shared_row(6018, key<&DialogState::name>, Default::None),
+    shared_row(6362, key<&DialogState::caption>, Default::None),
     place_row(6337, key<&DialogState::x>),
     place_row(6339, key<&DialogState::y>),
     place_row(id_width, key<&DialogState::width>),
     place_row(id_height, key<&DialogState::height>),
-    place_row(6343, key<&DialogState::caption_height>),
+    place_row(6343, key<&DialogState::caption_height>, Default::Offered),
     {.control = 6030,
      .field = key<&DialogState::border_width>,
      .shows = Shows::Current,
@@ -72,26 +81,49 @@ constexpr FieldRow rows[] = {
      .field = key<&DialogState::minimize_to_bottom>,
      .scope = Scope::Current,
      .follows = Follows::Nothing},
-    {.control = 6033,
+    {.control = 6033, // not shown yet
      .field = key<&DialogState::always_on_top>,
      .scope = Scope::Current,
-     .follows = Follows::Redraw}, // not shown yet
+     .follows = Follows::Redraw},
     {.control = id_bind_mouse,
      .field = key<&DialogState::bind_mouse>,
      .scope = Scope::Current,
-     .follows = Follows::Nothing},
+     .follows = Follows::Nothing,
+     .enabled_if = is_bound},
+    {.control = id_bind_color,
+     .field = key<&DialogState::bind_color>,
+     .scope = Scope::Current,
+     .follows = Follows::Nothing,
+     .enabled_if = is_bound},
 };
 
-constexpr auto anchors = tarn::anchor_rows(key<&DialogState::align_type>, Scope::Current, Follows::Redraw);
+constexpr auto anchors = [] {
+    auto all = tarn::anchor_rows(key<&DialogState::align_type>, Scope::Current, Follows::Redraw);
+    for (FieldRow& row : all)
+        row.enabled_if = keeps_anchor;
+    return all;
+}();
 
 CDXUTDialog* as_dialog(tarn::ModelObject* object)
 {
     return static_cast<CDXUTDialog*>(object);
 }
 
+bool is_bound(const tarn::ModelObject& dialog)
+{
+    return !static_cast<const DialogState&>(dialog.authored_state()).bind_texture.isEmpty();
+}
+
+/// Not while the dialog scales with the window.
+bool keeps_anchor(const tarn::ModelObject& dialog)
+{
+    return static_cast<const CDXUTDialog&>(dialog).align_type() != tarn::anchor_scale;
+}
+
 } // namespace
 
-CDlgPropDialog::CDlgPropDialog(QWidget* parent) : CBoundPage(QStringLiteral("CDlgPropDialog"), Target::Dialogs, parent)
+CDlgPropDialog::CDlgPropDialog(QWidget* parent)
+    : CBoundPage(QStringLiteral("CDlgPropDialog"), tarn::selected_dialogs, parent)
 {
 }
 
@@ -106,8 +138,6 @@ void CDlgPropDialog::OnInitDialog()
     on_click(id_scale, [this] { on_scale_with_window(); });
     on_click(id_bind, [this] { on_bind(); });
     on_click(id_unbind, [this] { on_unbind(); });
-    on_click(id_bind_color, [this] { on_bind_color(); });
-    control_as<CColorSwatch>(id_bind_color)->set_color(0xffffffff);
 }
 
 void CDlgPropDialog::refresh()
@@ -117,10 +147,7 @@ void CDlgPropDialog::refresh()
     auto* scale = control_as<QCheckBox>(id_scale);
     scale->setEnabled(dialog);
     button(id_keep_ratio)->setEnabled(dialog);
-    const bool scales = dialog && dialog->align_type() == tarn::anchor_scale;
-    scale->setChecked(scales);
-    for (const FieldRow& row : anchors)
-        button(row.control)->setEnabled(dialog && !scales);
+    scale->setChecked(dialog && !keeps_anchor(*dialog));
     if (!is_writing())
         on_keep_ratio();
     show_binding();
@@ -163,9 +190,7 @@ void CDlgPropDialog::show_binding()
     button(id_bind)->setEnabled(dialog);
     button(id_bind)->setText(binding ? tarn::picture_caption(binding->texture)
                                      : tarn::lang(u"未绑定贴图", u"No texture bound"));
-    if (binding)
-        control_as<CColorSwatch>(id_bind_color)->set_color(binding->color);
-    for (const int id : {id_unbind, id_bind_color_label, id_bind_color, id_bind_mouse})
+    for (const int id : {id_unbind, id_bind_color_label})
         control(id)->setEnabled(binding.has_value());
 }
 
@@ -191,17 +216,5 @@ void CDlgPropDialog::on_unbind()
 {
     if (CDXUTDialog* dialog = as_dialog(current()))
         scene()->remove_tex_binder(dialog);
-    refresh();
-}
-
-void CDlgPropDialog::on_bind_color()
-{
-    const auto binding = scene()->SearchTexbindByDialog(as_dialog(current()));
-    if (!binding)
-        return;
-    CPopDlgColor picker(binding->color);
-    if (picker.do_modal(this) != 1)
-        return;
-    write(key<&DialogState::bind_color>, qint64(picker.color()), Scope::Current);
     refresh();
 }

@@ -21,7 +21,6 @@ private:
     void show_binding();
     void on_bind();
     void on_unbind();
-    void on_bind_color();
 
     double m_aspect = 0; ///< width over height of the current dialog; 0 when it has no height
 };

@@ -2,8 +2,22 @@
 
 #include "core/language.h"
 #include "dlg_prop_dialog.h"
-#include "dlg_prop_dialog_script.h"
 #include "frame/rollup.h"
+#include "page_base/table_page.h"
+#include "type_rows.h"
+
+namespace {
+
+constexpr auto scripts = tarn::script_rows(
+    {EVENT_DIALOG_MINIMIZED, EVENT_DIALOG_RESTORED, EVENT_DIALOG_CLOSED, EVENT_DIALOG_MOVED});
+
+/// The scripts that run when something happens to the current dialog.
+constexpr tarn::PageEntry script_page{.class_name = "CDlgPropDialogScript",
+                                      .template_id = 6377,
+                                      .target = &tarn::selected_dialogs,
+                                      .scripts = scripts};
+
+} // namespace
 
 CDlgPropDialogAll::CDlgPropDialogAll(QWidget* parent) : CGuiChildDlg(QStringLiteral("CDlgPropDialogAll"), parent) {}
 
@@ -11,12 +25,10 @@ void CDlgPropDialogAll::OnInitDialog()
 {
     CGuiChildDlg::OnInitDialog();
     m_rollup = findChild<CMyRollup*>();
-    const auto insert = [this](CGuiChildDlg* page, int template_id, const QString& title) {
-        page->Create(template_id, m_rollup);
-        m_rollup->InsertPage(title, page);
-    };
-    insert(new CDlgPropDialog, 6003, tarn::lang(u"窗口属性", u"Property"));
-    insert(new CDlgPropDialogScript, 6377, tarn::lang(u"脚本设置", u"Script"));
+    auto* properties = new CDlgPropDialog;
+    properties->Create(6003, m_rollup);
+    m_rollup->InsertPage(tarn::lang(u"窗口属性", u"Property"), properties);
+    m_rollup->InsertPage(tarn::lang(u"脚本设置", u"Script"), tarn::make_page(script_page, m_rollup));
     m_rollup->ExpandAllPages(true);
 }
 

@@ -16,7 +16,11 @@ constexpr FieldRow type_row(int control, FieldKey field)
 }
 
 /// The caption has the same number on every page.
-constexpr FieldRow caption_row = type_row(6352, key<&StaticState::text>);
+constexpr FieldRow caption_row{.control = 6352,
+                               .field = key<&StaticState::text>,
+                               .shows = Shows::Current,
+                               .follows = Follows::Redraw,
+                               .reset = Default::None};
 
 /// So have the buttons of the scripts, in the order of the page's events.
 template <std::size_t count>
@@ -30,8 +34,5 @@ constexpr std::array<ScriptRow, count> script_rows(const GuiEventType (&events)[
         rows[i] = {events[i], script_buttons[i], remove_buttons[i]};
     return rows;
 }
-
-constexpr auto button_scripts = script_rows({EVENT_BUTTON_CLICKED, EVENT_BUTTON_MOUSE_ENTERED, EVENT_BUTTON_MOUSE_LEFT,
-                                             EVENT_BUTTON_LEFT_DOWN, EVENT_BUTTON_LEFT_UP});
 
 } // namespace tarn

@@ -49,6 +49,8 @@ public:
     virtual Status set(ObjectState& state, const Value& value) const = 0;
     virtual bool same(const ObjectState& a, const ObjectState& b) const = 0;
     virtual bool is_default(const ObjectState& state) const = 0;
+    /// monostate for an attribute that is worked out and has none of its own.
+    virtual Value default_value() const = 0;
     virtual void write(const ObjectState& state, JsonWriter& writer) const = 0;
     virtual Status read(ObjectState& state, JsonCursor& cursor) const = 0;
     /// Gives `to`, a state of the same class, what `from` has in this field.
@@ -110,6 +112,7 @@ struct RareAccess {
         (state.*data).edit([&](Data& held) { held.*member = std::move(value); });
     }
     bool is_default(const State& state) const { return (state.*data).is_fresh() || get(state) == Data().*member; }
+    static Type fresh_value() { return Data().*member; }
     /// The field's part of the data, which are on the heap themselves.
     std::size_t own_bytes(const State& kept, const State& other) const
     {
@@ -146,6 +149,15 @@ public:
             && m_access.is_default(cast(a)) == m_access.is_default(cast(b));
     }
     bool is_default(const ObjectState& state) const override { return m_access.is_default(cast(state)); }
+    Value default_value() const override
+    {
+        if constexpr (requires { m_access.default_value; })
+            return Kind::to_value(m_access.default_value);
+        else if constexpr (requires { m_access.fresh_value(); })
+            return Kind::to_value(m_access.fresh_value());
+        else
+            return {};
+    }
     void write(const ObjectState& state, JsonWriter& writer) const override
     {
         Kind::write(m_access.get(cast(state)), writer);

@@ -16,7 +16,9 @@ namespace tarn {
 class FieldKey {
 public:
     constexpr FieldKey() = default;
-    constexpr bool operator==(const FieldKey&) const = default;
+    constexpr bool operator==(const FieldKey& other) const { return m_id == other.m_id; }
+    /// Names the member, among other things: for messages to whoever misused the key.
+    constexpr const char* text() const { return m_text; }
     constexpr explicit operator bool() const { return m_id != 0; }
 
     template <auto member>
@@ -40,6 +42,7 @@ private:
     static constexpr FieldKey from_name(const char* name)
     {
         FieldKey key;
+        key.m_text = name;
         key.m_id = 0xcbf29ce484222325u; // FNV-1a
         for (; *name; ++name)
             key.m_id = (key.m_id ^ static_cast<std::uint8_t>(*name)) * 0x100000001b3u;
@@ -47,6 +50,7 @@ private:
     }
 
     std::uint64_t m_id = 0;
+    const char* m_text = "";
 };
 
 /// `key<&ControlState::x>`, the same for all derived states; `key<&ControlExtras::rotation>` for rare data;

@@ -8,6 +8,7 @@
 #include "widgets/super_edit.h"
 
 #include <QComboBox>
+#include <QEvent>
 #include <QFile>
 #include <QTabBar>
 #include <QUiLoader>
@@ -17,6 +18,19 @@ namespace tarn {
 namespace {
 
 constexpr int shortest_box = 6; ///< letters of a combo box that must be seen, unless its form says otherwise
+
+/// Keeps the wheel from a combo box: it scrolls the page, and what passes under the mouse meanwhile stays as it is.
+class WheelGuard : public QObject {
+public:
+    using QObject::QObject;
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        if (event->type() != QEvent::Wheel)
+            return false;
+        event->ignore(); // The page below gets it.
+        return true;
+    }
+};
 
 class Loader : public QUiLoader {
 public:
@@ -44,8 +58,10 @@ public:
         if (!widget) {
             widget = QUiLoader::createWidget(class_name, parent, name);
             // One long entry shall not make a page wider than the bar that holds it.
-            if (auto* box = qobject_cast<QComboBox*>(widget))
+            if (auto* box = qobject_cast<QComboBox*>(widget)) {
                 box->setMinimumContentsLength(shortest_box);
+                box->installEventFilter(new WheelGuard(box));
+            }
             return widget;
         }
         widget->setObjectName(name);

@@ -26,8 +26,6 @@ struct ControlClass {
     QSize default_size;    ///< pixels
     int icon;              ///< number in the icon table
     int create_button;     ///< number, in the control list's form, of the button that creates one
-    int page;              ///< number of the form with the type's attributes
-    const char* page_name; ///< the class name of that page
     Factory create;
     ObjectState* (*make_state)(); ///< a fresh one
 };

@@ -67,6 +67,7 @@ using CenterYAccess = CenterAccess<&ControlExtras::center_y, &ControlState::heig
 /// Whether the control scales with its dialog is a matter of its anchor.
 struct ScaleModeAccess {
     using Type = int;
+    static constexpr int default_value = 0;
 
     int get(const ControlState& s) const;
     void set(ControlState& s, int mode) const;

@@ -28,20 +28,44 @@ Result<QByteArray> read_picture_file(const QString& path)
     return content ? content : unreadable(path, content.status().message());
 }
 
-Result<QString> take_picture(CGuiCore& core, const QString& path)
+namespace {
+
+struct FoundPicture {
+    QByteArray encoded;
+    QImage image;
+};
+
+Result<FoundPicture> find_picture(const QString& path)
 {
     const auto encoded = read_picture_file(path);
     if (!encoded)
         return encoded.status();
-    QString wanted = QFileInfo(path).fileName();
-    if (TextureCache().image(wanted, encoded.value()).isNull())
+    const QImage image = TextureCache().image(QFileInfo(path).fileName(), encoded.value());
+    if (image.isNull())
         return Status::error(lang(u"%1 不是可用的图片（边长不超过 %2 像素）。",
                                   u"%1 is no picture that can be used (up to %2 pixels a side).")
                                  .arg(path)
                                  .arg(TextureCache::max_side));
+    return FoundPicture{encoded.value(), image};
+}
+
+} // namespace
+
+Result<QImage> load_picture(const QString& path)
+{
+    const auto found = find_picture(path);
+    return found ? Result<QImage>(found.value().image) : found.status();
+}
+
+Result<QString> take_picture(CGuiCore& core, const QString& path)
+{
+    const auto found = find_picture(path);
+    if (!found)
+        return found.status();
+    QString wanted = QFileInfo(path).fileName();
     if (!check_entry_name(texture_entry(wanted)))
         wanted = QStringLiteral("picture");
-    return core.add_texture(wanted, encoded.value());
+    return core.add_texture(wanted, found.value().encoded);
 }
 
 } // namespace tarn

@@ -3,6 +3,7 @@
 #include "core/status.h"
 
 #include <QByteArray>
+#include <QImage>
 
 class CGuiCore;
 
@@ -10,6 +11,9 @@ namespace tarn {
 
 /// The content of a file of pictures, which is read up to a size that no picture for an interface has.
 Result<QByteArray> read_picture_file(const QString& path);
+
+/// The picture in the file `path`, which can be taken into a scene.
+Result<QImage> load_picture(const QString& path);
 
 /// Takes the picture in the file `path` into the scene and answers its name there: that of the file, or another one
 /// where the name is taken or no package could hold it. A picture that the scene has already is shared.

@@ -4,6 +4,7 @@
 
 #include <charconv>
 #include <cmath>
+#include <string_view>
 
 namespace tarn {
 namespace {
@@ -25,13 +26,104 @@ QString plain(QStringView text)
             result += u'-';
         else if (unit == u'\uFF0B')
             result += u'+';
+        else if (unit == u'\u00D7' || unit == u'\uFF0A')
+            result += u'*';
+        else if (unit == u'\u00F7' || unit == u'\uFF0F')
+            result += u'/';
+        else if (unit == u'\uFF08' || unit == u'\uFF09')
+            result += unit == u'\uFF08' ? u'(' : u')';
+        else if (unit == u'\uFF1D')
+            result += u'=';
         else
             result += c;
     }
     return result;
 }
 
+constexpr std::size_t longest_sum = 200; ///< letters; each opening parenthesis is a call deeper
+
+/// Works a sum out: products bind before sums, both from the left.
+class SumReader {
+public:
+    explicit SumReader(std::string_view text) : m_rest(text) {}
+
+    std::optional<double> read_all()
+    {
+        const auto total = read_total();
+        return total && m_rest.empty() && std::isfinite(*total) ? total : std::nullopt;
+    }
+
+private:
+    bool take(char sign)
+    {
+        while (!m_rest.empty() && m_rest.front() == ' ')
+            m_rest.remove_prefix(1);
+        if (m_rest.empty() || m_rest.front() != sign)
+            return false;
+        m_rest.remove_prefix(1);
+        return true;
+    }
+
+    std::optional<double> read_total()
+    {
+        auto total = read_product();
+        while (total) {
+            const bool plus = take('+');
+            if (!plus && !take('-'))
+                break;
+            const auto next = read_product();
+            total = next ? std::optional(plus ? *total + *next : *total - *next) : std::nullopt;
+        }
+        return total;
+    }
+
+    std::optional<double> read_product()
+    {
+        auto product = read_factor();
+        while (product) {
+            const bool times = take('*');
+            if (!times && !take('/'))
+                break;
+            const auto next = read_factor();
+            product = next ? std::optional(times ? *product * *next : *product / *next) : std::nullopt;
+        }
+        return product;
+    }
+
+    std::optional<double> read_factor()
+    {
+        if (take('-')) {
+            const auto factor = read_factor();
+            return factor ? std::optional(-*factor) : std::nullopt;
+        }
+        if (take('(')) {
+            const auto inside = read_total();
+            return inside && take(')') ? inside : std::nullopt;
+        }
+        double number = 0;
+        const auto [stop, error] = std::from_chars(m_rest.data(), m_rest.data() + m_rest.size(), number);
+        if (error != std::errc() || !std::isfinite(number)) // from_chars knows "inf" and "nan".
+            return std::nullopt;
+        m_rest.remove_prefix(std::size_t(stop - m_rest.data()));
+        take(' ');
+        return number;
+    }
+
+    std::string_view m_rest;
+};
+
 } // namespace
+
+double Sum::of(double before) const
+{
+    switch (change) {
+    case '+': return before + number;
+    case '-': return before - number;
+    case '*': return before * number;
+    case '/': return before / number;
+    default: return number;
+    }
+}
 
 std::optional<double> parse_number(QStringView text)
 {
@@ -47,10 +139,29 @@ std::optional<double> parse_number(QStringView text)
     return number;
 }
 
-bool may_become_number(QStringView text)
+std::optional<Sum> parse_sum(QStringView text)
 {
-    static const QRegularExpression beginning(QStringLiteral("^[-+]?\\d*\\.?\\d*([eE][-+]?\\d*)?$"));
-    return beginning.match(plain(text)).hasMatch();
+    const QByteArray typed = plain(text).toUtf8();
+    std::string_view rest(typed.constData(), std::size_t(typed.size()));
+    if (rest.empty() || rest.size() > longest_sum)
+        return std::nullopt;
+    Sum sum;
+    const bool assigns = rest.size() > 1 && rest[1] == '=';
+    if (std::string_view("+-*/").find(rest[0]) != std::string_view::npos && (rest[0] != '-' || assigns)) {
+        sum.change = rest[0];
+        rest.remove_prefix(assigns ? 2 : 1);
+    }
+    const auto number = SumReader(rest).read_all();
+    if (!number || (sum.change == '/' && *number == 0))
+        return std::nullopt;
+    sum.number = *number;
+    return sum;
+}
+
+bool may_become_sum(QStringView text)
+{
+    static const QRegularExpression signs(QStringLiteral("^([-+*/]=?)?[-+*/ ().\\deE]*$"));
+    return text.size() <= qsizetype(longest_sum) && signs.match(plain(text)).hasMatch();
 }
 
 std::optional<NumberFormat> NumberFormat::from_printf(const QString& format)

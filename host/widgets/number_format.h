@@ -10,8 +10,22 @@ namespace tarn {
 /// example) count, blanks around it do not matter. Empty for anything else, for numbers too large for a double, and
 /// for infinity and "not a number".
 std::optional<double> parse_number(QStringView text);
-/// Whether more typing could make a number of this text ("-", "1e", "" …).
-bool may_become_number(QStringView text);
+
+/// A sum that a person types where a number goes: "120/2", "(3+4)*2". With an operator in front it changes the number
+/// that is there: "+10", "*2", "/4", "+=1", "-=1". A lone "-5" is a number, not a change.
+struct Sum {
+    char change = 0; ///< '+', '-', '*' or '/' for a change by `number`; 0 for `number` itself
+    double number = 0;
+
+    /// What becomes of the number that was there. Not finite after a division by 0.
+    double of(double before) const;
+};
+
+/// Reads a sum, in the digits and signs of parse_number(). Plain numbers without a '+' in front are sums, too. Empty for
+/// anything else, and for one that is not finite.
+std::optional<Sum> parse_sum(QStringView text);
+/// Whether more typing could make a sum of this text ("120/", "(" …).
+bool may_become_sum(QStringView text);
 
 /// How a number is shown: what a printf conversion asks for, without ever handing a text to printf, and with '.'
 /// as the decimal sign whatever the locale.

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cmath>
 #include <tuple>
+#include <utility>
 
 namespace {
 
@@ -65,6 +66,8 @@ bool CSuperEdit::set_pos(double pos)
 
 bool CSuperEdit::set_empty()
 {
+    if (!m_value && m_is_typing)
+        return false; // The text on the way to a number stays.
     const bool changed = replace_value(std::nullopt);
     show_value();
     return changed;
@@ -97,6 +100,7 @@ bool CSuperEdit::replace_value(std::optional<double> value)
 void CSuperEdit::show_value()
 {
     m_is_typing = false;
+    m_sum.reset();
     const QString text = m_value ? m_format.text(*m_value) : QString();
     if (lineEdit()->text() != text)
         lineEdit()->setText(text);
@@ -106,15 +110,37 @@ void CSuperEdit::show_value()
 void CSuperEdit::on_text_edited(const QString& text)
 {
     m_is_typing = true;
-    const std::optional<double> typed = tarn::parse_number(text);
+    m_sum = tarn::parse_sum(text);
+    const std::optional<double> typed = m_sum && m_sum->change ? std::nullopt : tarn::parse_number(text);
     if (!typed)
         return;
-    replace_value(held(m_is_truncating ? m_format.truncated(*typed) : m_format.rounded(*typed)));
+    m_sum.reset();
+    take_typed(*typed);
+}
+
+void CSuperEdit::take_typed(double typed)
+{
+    replace_value(held(m_is_truncating ? m_format.truncated(typed) : m_format.rounded(typed)));
     Q_EMIT text_changed_by_user(get_pos());
+}
+
+// Half of a sum is a sum, too: "+1" on the way to "+10". So it counts only when the editing ends.
+bool CSuperEdit::take_sum(bool by_enter)
+{
+    const std::optional<tarn::Sum> sum = std::exchange(m_sum, std::nullopt);
+    if (!sum || isReadOnly())
+        return false;
+    const bool tells = sum->change && m_tells_changes;
+    if (tells)
+        Q_EMIT changed_by(*sum, by_enter);
+    else
+        take_typed(sum->of(get_pos()));
+    return tells;
 }
 
 void CSuperEdit::commit()
 {
+    take_sum(false);
     show_value();
     Q_EMIT editing_finished();
 }
@@ -151,15 +177,17 @@ QAbstractSpinBox::StepEnabled CSuperEdit::stepEnabled() const
 
 QValidator::State CSuperEdit::validate(QString& input, int&) const
 {
-    if (tarn::parse_number(input))
+    if (tarn::parse_number(input) || tarn::parse_sum(input))
         return QValidator::Acceptable;
-    return tarn::may_become_number(input) ? QValidator::Intermediate : QValidator::Invalid;
+    return tarn::may_become_sum(input) ? QValidator::Intermediate : QValidator::Invalid;
 }
 
 void CSuperEdit::keyPressEvent(QKeyEvent* event)
 {
-    if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && m_value && !isReadOnly())
-        Q_EMIT entered(get_pos());
+    if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && !isReadOnly()) {
+        if (!take_sum(true) && m_value)
+            Q_EMIT entered(get_pos());
+    }
     QAbstractSpinBox::keyPressEvent(event);
 }
 

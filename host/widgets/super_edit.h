@@ -10,7 +10,7 @@
 /// disagree is empty, and typing any number into it, also one of theirs, is a change.
 ///
 /// Up, Down, Page Up, Page Down, the wheel (while the edit has the focus) and the arrows change the value by steps;
-/// so does dragging from an arrow to the left or right.
+/// so does dragging from an arrow to the left or right. Sums ("120/2", "+10") count when the editing ends.
 class CSuperEdit : public QAbstractSpinBox {
     Q_OBJECT
 
@@ -30,6 +30,10 @@ public:
     /// From now on what is typed is cut to those decimals instead of rounded.
     void set_truncating(bool truncating) { m_is_truncating = truncating; }
 
+    /// From now on a sum that changes what is there ("+10") is told by changed_by() instead of being worked out here: for
+    /// an edit that stands for several objects.
+    void set_telling_changes(bool telling) { m_tells_changes = telling; }
+
     /// Shows a value, held to the range. A number that is not finite is refused. The text that the user is typing is
     /// left alone when it stands for this very value. Returns whether the value changed.
     bool set_pos(double pos);
@@ -40,6 +44,9 @@ public:
     /// No value while the edit is empty.
     std::optional<double> value() const { return m_value; }
 
+    /// The user typed, and has not ended the editing yet.
+    bool is_typing() const { return m_is_typing; }
+
     void stepBy(int steps) override;
     void clear() override;
     QValidator::State validate(QString& input, int& pos) const override;
@@ -49,9 +56,13 @@ public:
 Q_SIGNALS:
     /// Any change of the value, whoever made it.
     void value_changed();
-    /// The user typed a text that is a number, or stepped. `pos` is get_pos(): held to the range. Texts on the way to
-    /// a number ("-", "1e", nothing) are not reported; when the editing ends with one, the last value is shown again.
+    /// The user typed a text that is a number, or stepped, or ended the editing with a sum. `pos` is get_pos(): held to
+    /// the range. Texts on the way to a number ("-", "1e", nothing) are not reported; when the editing ends with one, the
+    /// last value is shown again.
     void text_changed_by_user(double pos);
+    /// Enter, or the focus left the edit, after the user typed a change of what is there; before entered() and
+    /// editing_finished(). Only for an edit that tells changes.
+    void changed_by(const tarn::Sum& sum, bool by_enter);
     /// Enter, before editing_finished(); not in an empty edit. `pos` is get_pos().
     void entered(double pos);
     /// Enter, or the focus left the edit. The value is shown in its format by then.
@@ -78,6 +89,8 @@ private:
     bool shows_same(double pos) const;
     void show_value();
     void on_text_edited(const QString& text);
+    void take_typed(double typed);
+    bool take_sum(bool by_enter); ///< whether it was told as a change
     void commit();
     QSize size_for(int digits) const;
 
@@ -89,4 +102,6 @@ private:
     std::optional<Drag> m_drag;
     bool m_is_typing = false;
     bool m_is_truncating = false;
+    bool m_tells_changes = false;
+    std::optional<tarn::Sum> m_sum; ///< what is typed, while it is more than a number
 };

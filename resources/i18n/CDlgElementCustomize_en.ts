@@ -55,5 +55,13 @@
         <source>全部重置</source>
         <translation>Reset All</translation>
     </message>
+    <message>
+        <source>确定</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>取消</source>
+        <translation>Cancel</translation>
+    </message>
 </context>
 </TS>

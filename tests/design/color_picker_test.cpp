@@ -1,6 +1,6 @@
 #include "support/editor_fixture.h"
 
-#include "design/pop_dlg_color.h"
+#include "page_base/pop_dlg_color.h"
 #include "widgets/button_st.h"
 #include "widgets/color_swatch.h"
 #include "widgets/super_edit.h"

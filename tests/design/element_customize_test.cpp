@@ -2,7 +2,7 @@
 
 #include "core/field.h"
 #include "core/res_handle_man.h"
-#include "design/pop_dlg_color.h"
+#include "page_base/pop_dlg_color.h"
 #include "gui_core/control_style.h"
 #include "gui_core/interface_font.h"
 #include "support/editor_fixture.h"
@@ -25,6 +25,7 @@ namespace {
 
 enum Id : int {
     id_ok = 1,
+    id_cancel = 2,
     id_element = 6621,
     id_state = 6622,
     id_choose_picture = 6625,
@@ -118,18 +119,48 @@ TEST_F(ElementCustomize, colours_go_to_every_selected_control_of_the_type_as_one
     choose(id_state, int(VisualState::Hover));
     pick_color(id_tint, 0x80ff0000);
     const QString look = u"Body.hover"_s;
+    EXPECT_EQ(at<CColorSwatch>(id_tint).argb(), 0x80ff0000u);
+    pick_color(id_text_color, 0xff00ff00);
+    EXPECT_FALSE(m_first->has_style()) << "it waits";
+    EXPECT_TRUE(m_codes.empty());
+    click(id_ok);
     EXPECT_EQ(m_first->style_color(look), 0x80ff0000u);
     EXPECT_EQ(m_second->style_color(look), 0x80ff0000u);
     EXPECT_EQ(m_slider->style_color(look), 0u) << "another type";
-    EXPECT_EQ(m_codes, std::vector<int>{ui_control_properties});
-    EXPECT_EQ(at<CColorSwatch>(id_tint).argb(), 0x80ff0000u);
-    pick_color(id_text_color, 0xff00ff00);
     EXPECT_EQ(m_second->style_text_color(VisualState::Hover), 0xff00ff00u);
-    EXPECT_TRUE(journal().undo() && journal().undo());
+    EXPECT_EQ(m_codes, std::vector<int>{ui_control_properties});
+    EXPECT_TRUE(journal().undo());
     EXPECT_FALSE(m_first->has_style() || m_second->has_style());
     m_answers.dialogs.push_back([](QDialog& dialog) { dialog.reject(); });
     click(id_tint);
-    EXPECT_FALSE(m_first->has_style()) << "cancelled";
+    EXPECT_FALSE(enabled(id_ok)) << "cancelled";
+}
+
+TEST_F(ElementCustomize, edits_wait_for_their_objects_until_ok_or_cancel)
+{
+    const QString look = u"Body.normal"_s;
+    pick_color(id_tint, 0xffff0000);
+    EXPECT_TRUE(enabled(id_ok) && enabled(id_cancel));
+    select({m_slider});
+    EXPECT_FALSE(enabled(id_ok));
+    select({m_second});
+    EXPECT_TRUE(enabled(id_ok)) << "they wait for this one, too";
+    EXPECT_EQ(at<CColorSwatch>(id_tint).argb(), 0xffff0000u);
+    click(id_cancel);
+    EXPECT_FALSE(enabled(id_ok));
+    EXPECT_EQ(at<CColorSwatch>(id_tint).argb(), 0u);
+    select({m_first});
+    click(id_ok);
+    EXPECT_EQ(m_first->style_color(look), 0xffff0000u);
+    EXPECT_FALSE(m_second->has_style());
+    EXPECT_FALSE(enabled(id_ok));
+
+    click(id_bold);
+    m_scene->RemoveCtrl(m_first);
+    m_world.broadcast(ui_selection_changed);
+    ASSERT_TRUE(journal().undo());
+    select({m_first});
+    EXPECT_FALSE(enabled(id_ok)) << "what was taken out of the scene has no edits any more";
 }
 
 TEST_F(ElementCustomize, a_picture_comes_from_the_scene_or_a_file_and_is_taken_in_once)
@@ -139,21 +170,29 @@ TEST_F(ElementCustomize, a_picture_comes_from_the_scene_or_a_file_and_is_taken_i
     put(red, png(Qt::red));
     const QString look = u"Body.normal"_s;
     core().set_texture(u"body.png"_s, png(Qt::blue));
-    m_answers.commands = {2, 2, 10, 1, 2};
-    m_answers.files = {red, red, QString()};
+    m_answers.commands = {2, 2, 2, 10, 1, 2};
+    m_answers.files = {red, red, red, QString()};
     click(id_choose_picture);
-    EXPECT_EQ(m_first->style_image(look), u"body-2.png"_s) << "the name was taken by another picture";
-    EXPECT_EQ(m_second->style_image(look), u"body-2.png"_s);
+    EXPECT_EQ(core().texture_names().size(), 1) << "it waits";
+    click(id_cancel);
+    for (const bool again : {false, true}) {
+        click(id_choose_picture);
+        click(id_ok);
+        EXPECT_EQ(m_first->style_image(look), u"body-2.png"_s) << "the name was taken by another picture";
+        EXPECT_EQ(m_second->style_image(look), u"body-2.png"_s);
+        EXPECT_EQ(core().texture_names().size(), 2) << (again ? "the same content again" : "");
+    }
     click(id_choose_picture);
-    EXPECT_EQ(core().texture_names().size(), 2) << "the same content again";
+    EXPECT_FALSE(enabled(id_ok)) << "the first of the list, which it has";
     click(id_choose_picture);
-    EXPECT_EQ(m_first->style_image(look), u"body-2.png"_s) << "the first of the list";
-    click(id_choose_picture);
+    click(id_ok);
     EXPECT_EQ(m_first->style_image(look), QString());
+    EXPECT_EQ(core().texture_names().size(), 1) << "nothing shows it any more";
     click(id_choose_picture);
-    EXPECT_EQ(m_first->style_image(look), QString()) << "cancelled";
+    EXPECT_FALSE(enabled(id_ok)) << "cancelled";
     ASSERT_TRUE(journal().undo());
-    ASSERT_TRUE(journal().undo());
+    EXPECT_EQ(m_first->style_image(look), u"body-2.png"_s);
+    EXPECT_EQ(core().texture_names().size(), 2);
 }
 
 TEST_F(ElementCustomize, a_file_that_is_no_picture_gives_one_message_and_changes_nothing)
@@ -182,6 +221,7 @@ TEST_F(ElementCustomize, the_font_is_written_and_shown)
     EXPECT_EQ(size.get_pos(), default_font_size) << "the style's";
     size.set_pos(31);
     Q_EMIT size.text_changed_by_user(31);
+    click(id_ok);
     m_first->set_font_family(u"No Such Font"_s);
     m_world.broadcast(ui_control_properties);
     EXPECT_EQ(at<QComboBox>(id_family).currentText(), u"No Such Font"_s);
@@ -189,6 +229,7 @@ TEST_F(ElementCustomize, the_font_is_written_and_shown)
     EXPECT_EQ(std::get<qint64>(m_second->property(*m_second->fields().find("font_size"))), 31);
     EXPECT_EQ(std::get<bool>(m_second->property(*m_second->fields().find("bold"))), true);
     choose(id_family, 0);
+    click(id_ok);
     EXPECT_EQ(m_first->font_family(), QString());
     EXPECT_EQ(at<QComboBox>(id_family).findText(u"No Such Font"_s), -1);
 }
@@ -205,12 +246,16 @@ TEST_F(ElementCustomize, resetting_is_offered_where_there_is_something_to_reset)
     ASSERT_TRUE(enabled(id_reset_state));
     click(id_reset_state);
     EXPECT_FALSE(enabled(id_reset_state));
+    click(id_ok);
     EXPECT_TRUE(m_second->font_italic());
+    EXPECT_EQ(m_second->style_color(u"Body.pressed"_s), 0u);
     click(id_reset_all);
-    EXPECT_FALSE(m_second->has_style() || enabled(id_reset_all));
+    EXPECT_FALSE(enabled(id_reset_all));
+    click(id_ok);
+    EXPECT_FALSE(m_second->has_style());
 }
 
-TEST_F(ElementCustomize, each_visit_to_a_number_is_a_step_of_undo)
+TEST_F(ElementCustomize, ok_is_one_step_of_undo_however_much_was_typed)
 {
     auto* line = at<CSuperEdit>(id_size).findChild<QLineEdit*>();
     for (const auto& text : {u"30"_s, u"40"_s}) {
@@ -218,9 +263,8 @@ TEST_F(ElementCustomize, each_visit_to_a_number_is_a_step_of_undo)
         QTest::keyClicks(line, text);
         QTest::keyClick(line, Qt::Key_Return);
     }
-    EXPECT_TRUE(m_scene->journal().undo());
-    m_page.update_ui(ui_full_refresh);
-    EXPECT_EQ(at<CSuperEdit>(id_size).get_pos(), 30);
+    click(id_ok);
+    EXPECT_EQ(std::get<qint64>(m_second->property(*m_second->fields().find("font_size"))), 40);
     EXPECT_TRUE(m_scene->journal().undo());
     m_page.update_ui(ui_full_refresh);
     EXPECT_EQ(at<CSuperEdit>(id_size).get_pos(), default_font_size);
@@ -240,6 +284,7 @@ TEST_F(ElementCustomize, only_what_applies_to_the_type_can_be_used)
     EXPECT_EQ(at<QComboBox>(id_element).count(), 2);
     choose(id_element, 1);
     pick_color(id_tint, 0xff0000ff);
+    click(id_ok);
     EXPECT_EQ(m_slider->style_color(u"Thumb.normal"_s), 0xff0000ffu);
     select({core().create_control(DXUT_CONTROL_COMBOBOX, m_first->dialog(), {0, 0, 80, 24})});
     EXPECT_EQ(states(), QList<bool>({true, true, true, true, true, false, true}));

@@ -283,3 +283,7 @@ TEST(SwfHeader, tells_what_a_movie_says_and_why_it_cannot_be_read)
                                   compressed.left(14), QByteArray("CWS\x06") + length + content, no_content})
         EXPECT_FALSE(read_swf_header(bad).ok());
 }
+
+} // namespace
+
+} // namespace tarn::test

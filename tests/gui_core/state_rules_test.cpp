@@ -94,7 +94,7 @@ TEST_F(StateRulesTest, hold_after_each_write)
         for (const Write& write : rule.writes)
             EXPECT_TRUE(set(*made, write.field, write.value).ok()) << rule.what;
         for (const Write& expected : rule.expected)
-            EXPECT_EQ(made->fields().find(expected.field)->get(*made), expected.value) << rule.what << ", " << expected.field;
+            EXPECT_EQ(get(*made, expected.field), expected.value) << rule.what << ", " << expected.field;
     }
 }
 

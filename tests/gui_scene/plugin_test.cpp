@@ -29,9 +29,11 @@ TEST(ScenePlugin, is_loaded_and_found_by_its_description)
 
 TEST(ScenePlugin, loaded_a_second_time_is_refused_and_the_first_lives_on)
 {
+    CBaseWorld world;
     CPlugDllMan plugs;
     ASSERT_TRUE(plugs.load(plugin_path).ok());
     auto* scene = static_cast<CGuiPlugScene*>(plugs.find_main_object_from_plug_desc(plugin_description));
+    scene->on_world_created(&world);
     scene->gui_core().create_dialog({0, 0, 100, 100});
     const Status again = plugs.load(plugin_path);
     EXPECT_FALSE(again.ok());

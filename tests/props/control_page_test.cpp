@@ -1,9 +1,9 @@
 #include "support/editor_fixture.h"
 
-#include "design/pop_dlg_color.h"
 #include "frame/dlg_group.h"
 #include "frame/rollup.h"
 #include "gui_core/dxut_static.h"
+#include "page_base/pop_dlg_color.h"
 #include "widgets/color_swatch.h"
 #include "widgets/super_edit.h"
 

@@ -151,6 +151,41 @@ TEST_F(SuperEditTest, reads_commas_and_digits_of_other_scripts)
     EXPECT_EQ(tarn::parse_number(u" +.5 "), 0.5);
 }
 
+TEST_F(SuperEditTest, sums_count_when_the_editing_ends_and_change_what_was_there)
+{
+    edit.set_range(-1000, 1000, 1);
+    const auto enter = [this](const char* text) {
+        type(QString::fromUtf8(text));
+        QTest::keyClick(&edit, Qt::Key_Return);
+        return edit.get_pos();
+    };
+    EXPECT_EQ(enter("120/2"), 60);
+    EXPECT_EQ(shown(), QStringLiteral("60"));
+    typed.clear();
+    EXPECT_EQ(enter("+10"), 70);
+    EXPECT_EQ(typed, Numbers{70}) << "once, and not by 1 on the way";
+    QTest::keyClick(&edit, Qt::Key_Return);
+    EXPECT_EQ(edit.get_pos(), 70) << "a second Enter adds nothing";
+    EXPECT_EQ(enter("-5"), -5) << "a number";
+    EXPECT_EQ(enter("-=5"), -10);
+    EXPECT_EQ(enter("*（2＋1）"), -30);
+    EXPECT_EQ(enter("2*3-8/4+-1"), 3);
+    EXPECT_EQ(enter("+9999"), 1000) << "held to the range";
+    for (const char* text : {"1/0", "/0", "(1", "1)", "2**3", "1e", "+", "()", "0*1e400"})
+        EXPECT_FALSE(tarn::parse_sum(QString::fromLatin1(text))) << text;
+    EXPECT_FALSE(tarn::parse_sum(QString(100000, u'('))) << "nothing that is too deep";
+
+    std::vector<double> told;
+    QObject::connect(&edit, &CSuperEdit::changed_by, [&](const tarn::Sum& sum) { told.push_back(sum.of(100)); });
+    edit.set_telling_changes(true);
+    edit.set_empty();
+    typed.clear();
+    enter("*2");
+    EXPECT_EQ(told, Numbers{200});
+    EXPECT_TRUE(typed.empty());
+    EXPECT_EQ(shown(), QString()) << "still several numbers";
+}
+
 TEST_F(SuperEditTest, formats_show_the_value_and_traps_fall_back)
 {
     edit.set_range(-1e9, 1e9, 0.1);

@@ -3,7 +3,7 @@
 #include "core/language.h"
 #include "core/res_handle_man.h"
 #include "frame/boxes.h"
-#include "page_base/gui_child_dlg.h"
+#include "gui_child_dlg.h"
 #include "widgets/button_st.h"
 #include "widgets/color_swatch.h"
 #include "widgets/super_edit.h"

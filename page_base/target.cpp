@@ -1,0 +1,91 @@
+#include "target.h"
+
+#include "engine/base_world.h"
+#include "gui_core/dxut_control.h"
+#include "gui_core/dxut_dialog.h"
+#include "gui_scene/gui_plug_scene.h"
+
+namespace tarn {
+
+namespace {
+
+constexpr int dialog_codes[] = {ui_full_refresh, ui_scene_changed, ui_selection_changed, ui_dialog_properties};
+constexpr int control_codes[] = {ui_full_refresh, ui_scene_changed, ui_selection_changed, ui_control_selected,
+                                 ui_control_properties};
+
+const SelectionRecord* edited_selection(CGuiPlugScene& scene, bool of_controls)
+{
+    const SelectionRecord& selection = scene.gui_core().selection();
+    return selection.editing && selection.controls_selected == of_controls ? &selection : nullptr;
+}
+
+} // namespace
+
+ModelObject* SelectedDialogs::current(CGuiPlugScene& scene) const
+{
+    const SelectionRecord* selection = edited_selection(scene, false);
+    return selection ? selection->current_dialog : nullptr;
+}
+
+std::vector<ModelObject*> SelectedDialogs::selected(CGuiPlugScene& scene) const
+{
+    if (!current(scene))
+        return {};
+    const auto& dialogs = scene.gui_core().selection().dialogs;
+    return {dialogs.begin(), dialogs.end()};
+}
+
+std::span<const int> SelectedDialogs::codes() const
+{
+    return dialog_codes;
+}
+
+int SelectedDialogs::changed_code() const
+{
+    return ui_dialog_properties;
+}
+
+CDXUTControl* SelectedControls::current_control(CGuiPlugScene& scene) const
+{
+    const SelectionRecord* selection = edited_selection(scene, true);
+    CDXUTControl* control = selection ? selection->current_control : nullptr;
+    return control && (m_type == any_type || control->GetType() == m_type) ? control : nullptr;
+}
+
+std::vector<ModelObject*> SelectedControls::selected_of(CGuiPlugScene& scene, int type)
+{
+    std::vector<ModelObject*> controls;
+    walk(scene.gui_core().selection().controls, [&](CDXUTControl* control) {
+        if (type == any_type || control->GetType() == type)
+            controls.push_back(control);
+    });
+    return controls;
+}
+
+ModelObject* SelectedControls::current(CGuiPlugScene& scene) const
+{
+    return current_control(scene);
+}
+
+std::vector<ModelObject*> SelectedControls::selected(CGuiPlugScene& scene) const
+{
+    return current_control(scene) ? selected_of(scene, m_type) : std::vector<ModelObject*>();
+}
+
+std::span<const int> SelectedControls::codes() const
+{
+    return control_codes;
+}
+
+int SelectedControls::changed_code() const
+{
+    return ui_control_properties;
+}
+
+std::vector<ModelObject*> SelectedLikeCurrent::selected(CGuiPlugScene& scene) const
+{
+    const CDXUTControl* shown = current_control(scene);
+    return shown ? selected_of(scene, shown->GetType()) : std::vector<ModelObject*>();
+}
+
+} // namespace tarn

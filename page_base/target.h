@@ -1,0 +1,70 @@
+#pragma once
+
+#include <span>
+#include <vector>
+
+class CDXUTControl;
+class CGuiPlugScene;
+
+namespace tarn {
+
+class ModelObject;
+
+/// What a page edits: which objects of the scene, and the notification codes that tell of them. Targets have no state of
+/// their own, so pages share them.
+class Target {
+public:
+    virtual ~Target() = default;
+
+    /// The object that a page shows; null when there is nothing to edit.
+    virtual ModelObject* current(CGuiPlugScene& scene) const = 0;
+    /// All that an edit is written to, in the order of selection, the current one among them; empty without a current
+    /// one.
+    virtual std::vector<ModelObject*> selected(CGuiPlugScene& scene) const = 0;
+    /// After which codes other objects, or other values of theirs, may have to be shown.
+    virtual std::span<const int> codes() const = 0;
+    /// What a page broadcasts after it changed the objects.
+    virtual int changed_code() const = 0;
+};
+
+/// The selected dialogs, while dialogs are selected and the interface is edited.
+class SelectedDialogs : public Target {
+public:
+    ModelObject* current(CGuiPlugScene& scene) const override;
+    std::vector<ModelObject*> selected(CGuiPlugScene& scene) const override;
+    std::span<const int> codes() const override;
+    int changed_code() const override;
+};
+
+/// The selected controls, likewise; with a type only those of it, and only while the current one is of it.
+class SelectedControls : public Target {
+public:
+    static constexpr int any_type = -1;
+
+    explicit SelectedControls(int type = any_type) : m_type(type) {}
+    int type() const { return m_type; }
+
+    ModelObject* current(CGuiPlugScene& scene) const override;
+    std::vector<ModelObject*> selected(CGuiPlugScene& scene) const override;
+    std::span<const int> codes() const override;
+    int changed_code() const override;
+
+protected:
+    CDXUTControl* current_control(CGuiPlugScene& scene) const;
+    static std::vector<ModelObject*> selected_of(CGuiPlugScene& scene, int type);
+
+private:
+    int m_type;
+};
+
+/// Those of the selected controls that are of the current one's type, whatever that is.
+class SelectedLikeCurrent : public SelectedControls {
+public:
+    std::vector<ModelObject*> selected(CGuiPlugScene& scene) const override;
+};
+
+inline const SelectedDialogs selected_dialogs;
+inline const SelectedControls selected_controls;
+inline const SelectedLikeCurrent selected_like_current;
+
+} // namespace tarn
