@@ -38,8 +38,10 @@ QStringList Studio::load_plug_ins(const QString& folder)
     for (const tarn::Status& status : m_world.plug_man().load_folder(folder))
         failures.append(status.message());
     for (const auto& module : m_world.plug_man().modules()) {
-        if (auto* scene = dynamic_cast<CScenePlug*>(module->main_object()); scene && !m_scene)
+        if (auto* scene = dynamic_cast<CScenePlug*>(module->main_object()); scene && !m_scene) {
             m_scene = scene;
+            m_scene->join(m_world.document());
+        }
         if (auto* ui = dynamic_cast<CBasePlugUi*>(module->main_object()))
             m_ui_plug_ins.push_back(ui);
     }

@@ -159,43 +159,44 @@ void Document::reorder(ModelObject& parent, const ObjectKind& kind, const IdList
     parent.written_children();
 }
 
-/// Those that may have children of the kind, in the order in which these are saved.
-std::vector<ModelObject*> Document::parents_of(const ObjectKind& kind) const
+/// All objects by their kinds: those that are part of the scene as it is shown, or as it is authored. For each parent its
+/// children in their order.
+std::vector<std::vector<ModelObject*>> Document::collected(bool authored) const
 {
-    if (kind.fixed)
-        return {};
-    if (kind.container)
-        return {kind.container};
-    std::vector<ModelObject*> parents;
-    for (const ObjectKind& other : m_kinds) {
-        if (&other == &kind)
-            break; // Parents come before their children.
-        for (ModelObject* parent : objects_of(other)) {
-            if (!kind.children_of(parent->authored_state()))
-                break; // One of a kind stands for all.
-            parents.push_back(parent);
-        }
+    std::vector<std::vector<ModelObject*>> objects(m_kinds.size());
+    const auto add_children = [&](const ObjectKind& kind, const ModelObject& parent) {
+        const IdList* ids = kind.children_of(authored ? parent.authored_state() : parent.shown_state());
+        if (!ids)
+            return false;
+        for (const ObjectRef child : *ids)
+            objects[kind.place].push_back(find(child.id));
+        return true;
+    };
+    for (const ObjectKind& kind : m_kinds) {
+        if (kind.fixed)
+            objects[kind.place].push_back(kind.fixed);
+        else if (kind.container)
+            add_children(kind, *kind.container);
+        else
+            // Parents come before their children. One of a kind of parents stands for all.
+            for (std::size_t place = 0; place < kind.place; ++place)
+                for (const ModelObject* parent : objects[place])
+                    if (!add_children(kind, *parent))
+                        break;
     }
-    return parents;
+    return objects;
 }
 
 std::vector<ModelObject*> Document::objects_of(const ObjectKind& kind) const
 {
-    if (kind.fixed)
-        return {kind.fixed};
-    std::vector<ModelObject*> found;
-    for (const ModelObject* parent : parents_of(kind))
-        each_child(*parent, kind, [&](ModelObject& object) { found.push_back(&object); });
-    return found;
+    return collected(false)[kind.place];
 }
 
 std::vector<ModelObject*> Document::objects() const
 {
     std::vector<ModelObject*> all;
-    for (const ObjectKind& kind : m_kinds) {
-        const auto some = objects_of(kind);
+    for (const auto& some : collected(false))
         all.insert(all.end(), some.begin(), some.end());
-    }
     return all;
 }
 
@@ -209,14 +210,11 @@ SceneSnapshot Document::snapshot() const
     all.damaged = state().damaged;
     for (const PackagePart& part : m_parts)
         all.containers.push_back(part.container->m_state);
-    all.objects.resize(m_kinds.size());
-    for (std::size_t k = 0; k < m_kinds.size(); ++k) {
-        const ObjectKind& kind = m_kinds[k];
-        if (kind.fixed)
-            all.objects[k].push_back(kind.fixed->m_state);
-        for (const ModelObject* parent : parents_of(kind))
-            for (const ObjectRef child : *kind.children_of(*parent->m_state))
-                all.objects[k].push_back(find(child.id)->m_state);
+    for (const auto& some : collected(true)) {
+        auto& states = all.objects.emplace_back();
+        states.reserve(some.size());
+        for (const ModelObject* object : some)
+            states.push_back(object->m_state);
     }
     return all;
 }
@@ -261,13 +259,14 @@ void Document::make_objects(SceneSnapshot& content)
 
 void Document::install(SceneSnapshot content)
 {
+    // What hangs on containers and fixed objects goes, and with it what hangs on that.
     for (const ObjectKind& kind : m_kinds) {
-        for (ModelObject* parent : parents_of(kind)) {
-            // What hangs on objects goes with them.
-            if (!m_permanent.contains(parent->id()))
-                break;
+        for (const auto& [id, parent] : m_permanent) {
+            const IdList* ids = kind.children_of(parent->authored_state());
+            if (!ids || (kind.container && kind.container != parent))
+                continue;
             std::vector<ModelObject*> children;
-            for (const ObjectRef child : *kind.children_of(parent->authored_state()))
+            for (const ObjectRef child : *ids)
                 children.push_back(find(child.id));
             detach(children);
         }

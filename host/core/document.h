@@ -96,9 +96,6 @@ public:
     std::vector<ModelObject*> objects_of(const ObjectKind& kind) const;
     /// Every object that is part of the scene, containers left out, parents before their children.
     std::vector<ModelObject*> objects() const;
-    /// Calls `visit` for the children of `parent` that are of the kind, in order.
-    template <class Visit>
-    void each_child(const ModelObject& parent, const ObjectKind& kind, Visit visit) const;
 
     /// An id that no object has or had; 0 when all are used up, which only a made-up package brings about.
     quint32 take_id();
@@ -136,7 +133,7 @@ private:
     void note_overlaid(ModelObject& object) { m_overlaid.push_back(&object); }
     void add_container(ModelObject& container);
     void make_objects(SceneSnapshot& content);
-    std::vector<ModelObject*> parents_of(const ObjectKind& kind) const;
+    std::vector<std::vector<ModelObject*>> collected(bool authored) const;
 
     Journal m_journal;
     ModelChanges m_changes;

@@ -62,7 +62,7 @@ void write_state(const ObjectState& state, JsonWriter& writer)
 
 Status read_member(ObjectState& state, std::string_view key, JsonCursor& value)
 {
-    if (const FieldBase* field = state.fields().find(key); field && !field->rules().derived)
+    if (const FieldBase* field = state.fields().find(key); field && !field->rules().children)
         return field->read(state, value);
     QByteArray json;
     auto status = value.read_raw(json);
@@ -77,7 +77,7 @@ static Status read_members(ObjectState& state, JsonCursor& cursor)
     int hint = 0;
     return cursor.each_member([&](std::string_view key, JsonCursor& value) {
         const int index = table.index_of(key, hint);
-        if (index < 0 || table.at(static_cast<std::size_t>(index))->rules().derived) {
+        if (index < 0 || table.at(static_cast<std::size_t>(index))->rules().children) {
             QByteArray json;
             auto status = value.read_raw(json);
             state.unknown.append({from_utf8(key), json});

@@ -30,7 +30,7 @@ inline FieldRules read_only()
 /// Of a list of children, which is changed and saved with them.
 inline FieldRules children()
 {
-    return {.read_only = true, .derived = true};
+    return {.read_only = true, .derived = true, .children = true};
 }
 
 /// One attribute of a state class. Everything generic (saving, loading, undo, automation, comparing) goes

@@ -18,6 +18,7 @@ struct FieldRules {
     bool read_only = false;                           ///< set by the object itself only
     bool picture = false;                             ///< the texts name pictures of the scene
     bool derived = false;                             ///< follows from other fields and is not saved
+    bool children = false;                            ///< a list of children, which is changed and saved with them
 };
 
 /// `text` cut to at most `units` UTF-16 units, never inside a character (surrogates and combining marks included).

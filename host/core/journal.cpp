@@ -20,13 +20,14 @@ std::size_t bytes_kept(const ObjectState& kept, const ObjectState& other)
 
 } // namespace
 
-void Journal::begin(const QString& name, const QByteArray& merge_key)
+void Journal::begin(const QString& name, const QByteArray& merge_key, Merging merging)
 {
     if (m_depth++ > 0)
         return;
     close_step();
     m_open.name = name;
     m_open.merge_key = merge_key;
+    m_open.merging = merging;
 }
 
 void Journal::end()
@@ -51,7 +52,7 @@ StatePtr Journal::note(ModelObject& object, const StatePtr& before)
 {
     const std::size_t index = m_open.entries.size();
     m_open.entries.push_back({&object, before});
-    if (!goes_on())
+    if (m_open.merging == Merging::Adds || !goes_on())
         return {};
     const auto& last = m_steps.back().entries;
     return index < last.size() && last[index].object == &object ? last[index].state : StatePtr();

@@ -39,9 +39,13 @@ public:
         /// Exchanges what is there now with what is kept: undoes it, and the next time does it again.
         virtual void exchange() = 0;
     };
+    /// What a step that merges does with what the steps before it wrote: adds to it, or takes its place. Of what is typed
+    /// the last state counts: 120 passes 1 and 12, and what rules made of these is to leave nothing behind.
+    enum class Merging { Adds, Replaces };
     struct Step {
         QString name;
         QByteArray merge_key;
+        Merging merging = Merging::Adds;
         std::vector<Entry> entries;
         std::vector<std::unique_ptr<Companion>> companions;
         std::size_t number = 0;
@@ -57,7 +61,7 @@ public:
 
     /// Actions nest; only the outermost makes a step. A step whose non-empty `merge_key` and objects equal those of
     /// the step before it (typing into one field, for example) becomes part of that one.
-    void begin(const QString& name, const QByteArray& merge_key = {});
+    void begin(const QString& name, const QByteArray& merge_key = {}, Merging merging = Merging::Adds);
     void end();
     /// Undoes what the running outermost action did so far and ends it without a step.
     void cancel();
@@ -107,7 +111,8 @@ public:
 
 private:
     friend class ModelObject;
-    /// Answers the state of the object from before the last step when what is done now goes on with that step; else null.
+    /// Answers the state of the object from before the last step when what is done now takes the place of that step; else
+    /// null.
     StatePtr note(ModelObject& object, const StatePtr& before);
     std::size_t serial() const { return m_serial; }
     void close_step();
@@ -140,10 +145,11 @@ private:
 /// A user action for the length of a scope.
 class UserAction {
 public:
-    explicit UserAction(Journal& journal, const QString& name = {}, const QByteArray& merge_key = {})
+    explicit UserAction(Journal& journal, const QString& name = {}, const QByteArray& merge_key = {},
+                        Journal::Merging merging = Journal::Merging::Adds)
         : m_journal(journal)
     {
-        m_journal.begin(name, merge_key);
+        m_journal.begin(name, merge_key, merging);
     }
     ~UserAction() { m_journal.end(); }
     UserAction(const UserAction&) = delete;

@@ -170,12 +170,4 @@ void walk(List&& list, Visit visit, Object object = {})
     }
 }
 
-template <class Visit>
-void Document::each_child(const ModelObject& parent, const ObjectKind& kind, Visit visit) const
-{
-    if (const IdList* ids = kind.children_of(parent.shown_state()))
-        for (const ObjectRef child : *ids)
-            visit(*find(child.id));
-}
-
 } // namespace tarn

@@ -13,6 +13,7 @@ class CBaseWorld;
 
 namespace tarn {
 
+class Document;
 class Journal;
 class ModelObject;
 class SceneEditor;
@@ -69,7 +70,10 @@ public:
 /// The main object of a plug-in that holds a scene's content: what the program needs of it to be its document.
 class CScenePlug : public CPlugInfo {
 public:
-    /// The world exists now: mouse tools and the overlay can be set up.
+    /// The scene becomes a part of the document, which outlives it; before, it has no objects.
+    virtual void join(tarn::Document& document) = 0;
+    /// The world exists now: mouse tools and the overlay can be set up. A scene that did not join a document yet joins the
+    /// world's.
     virtual void on_world_created(CBaseWorld* world) = 0;
     virtual tarn::Journal& journal() = 0;
     virtual tarn::SceneModel& model() = 0;

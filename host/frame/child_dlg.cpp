@@ -92,7 +92,7 @@ void CChildDlg::run_action(const std::function<void()>& handler, const QString& 
 {
     std::optional<tarn::UserAction> action;
     if (tarn::Journal* record = journal())
-        action.emplace(*record, name, merge_key);
+        action.emplace(*record, name, merge_key, tarn::Journal::Merging::Replaces);
     handler();
 }
 

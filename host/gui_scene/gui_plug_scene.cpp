@@ -82,12 +82,19 @@ void CGuiPlugScene::set_tools(MakeTools make)
     m_make_tools = std::move(make);
 }
 
+void CGuiPlugScene::join(tarn::Document& document)
+{
+    m_core = std::make_unique<CGuiCore>(document);
+    m_functions.on_changed = m_events.on_changed = [this] { journal().changed_outside(); };
+    if (m_make_tools)
+        m_tools = m_make_tools(*this);
+}
+
 void CGuiPlugScene::on_world_created(CBaseWorld* world)
 {
     m_world = world;
-    m_core = std::make_unique<CGuiCore>(world->document());
-    m_functions.on_changed = m_events.on_changed = [this] { journal().changed_outside(); };
-    m_tools = m_make_tools(*this);
+    if (!m_core)
+        join(world->document());
     world->set_default_mouse_tool(&m_tools->select_tool());
     world->set_scene_functions(&m_functions, tarn::gui_script_api(*this));
     world->begin_edit = [this](const QString& name) { return begin_script_edit(name); };

