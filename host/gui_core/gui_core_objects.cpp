@@ -122,7 +122,8 @@ void CGuiCore::move_controls_to(const std::vector<CDXUTControl*>& controls, CDXU
     });
     remove_controls(moved);
     for (CDXUTControl* control : moved)
-        add_control(*control, *dialog);
+        if (!control->dialog()) // It may be named twice.
+            add_control(*control, *dialog);
     follow_structure();
 }
 

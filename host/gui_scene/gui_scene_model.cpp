@@ -34,7 +34,14 @@ Status no_ids_left()
 
 } // namespace
 
-GuiSceneModel::GuiSceneModel(CGuiPlugScene& scene) : m_scene(scene), m_objects(gui_script_objects(scene.gui_core())) {}
+GuiSceneModel::GuiSceneModel(CGuiPlugScene& scene) : m_scene(scene) {}
+
+const ScriptObjects& GuiSceneModel::objects() const
+{
+    if (!m_objects)
+        m_objects = gui_script_objects(m_scene.gui_core());
+    return *m_objects;
+}
 
 std::vector<ModelObject*> GuiSceneModel::dialogs() const
 {

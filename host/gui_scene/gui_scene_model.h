@@ -14,7 +14,7 @@ class GuiSceneModel : public SceneModel {
 public:
     explicit GuiSceneModel(CGuiPlugScene& scene);
 
-    const ScriptObjects& objects() const override { return *m_objects; }
+    const ScriptObjects& objects() const override;
     std::vector<ModelObject*> dialogs() const override;
     ModelObject* root_dialog() const override;
     std::vector<ModelObject*> controls() const override;
@@ -29,7 +29,7 @@ public:
 
 private:
     CGuiPlugScene& m_scene;
-    std::shared_ptr<const ScriptObjects> m_objects;
+    mutable std::shared_ptr<const ScriptObjects> m_objects; ///< made when it is first asked for: then there is a core
     mutable ProblemFinder m_problems;
 };
 

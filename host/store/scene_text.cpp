@@ -118,11 +118,13 @@ Status SceneReader::read_object(std::size_t kind, JsonCursor& value)
     if (row.saves_type)
         if (auto status = value.peek_int("type", type); !status)
             return status;
-    const StatePtr state(row.fixed ? row.fixed->fresh_state() : row.make_state(type));
+    const StatePtr state(row.make_state(type));
     if (!state)
         return value.fail(lang(u"未知的%1类型 %2", u"the %1 type %2 is unknown").arg(lang(row.chinese, row.english)).arg(type));
     if (auto status = read_state(*state, value); !status)
         return status;
+    if (row.fixed && state->id == 0)
+        state->id = row.fixed->id();
     if (row.fixed && state->id != row.fixed->id())
         return value.fail(
             lang(u"%1的编号是 %2", u"the id of the %1 is %2").arg(lang(row.chinese, row.english)).arg(row.fixed->id()));

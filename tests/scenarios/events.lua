@@ -10,9 +10,9 @@ local home, panel = studio.dialogs()[1], studio.dialogs()[2]
 -- Where a control is on the screen: its middle, or as many pixels from its corner.
 local function place(name, dx, dy)
     local c = t.find(studio.controls(), name)
-    local d = c:get("dialog")
-    local x, y = d:get("x"), d:get("y") + (d:get("caption_shown") and d:get("caption_height") or 0)
-    return x + c:get("x") + (dx or c:get("width") / 2), y + c:get("y") + (dy or c:get("height") / 2)
+    local d = c:shown("dialog")
+    local x, y = d:shown("x"), d:shown("y") + (d:shown("caption_shown") and d:shown("caption_height") or 0)
+    return x + c:shown("x") + (dx or c:shown("width") / 2), y + c:shown("y") + (dy or c:shown("height") / 2)
 end
 
 local function click(name, dx, dy)
@@ -50,7 +50,7 @@ t.same(studio.functions()[1] ~= nil, true, "functions of the sample")
 studio.play(true)
 click("Button")
 heard({"Button MouseEnter", "Button LeftDown", "Button LeftUp", "Button Click"}, "button")
-t.same(t.find(studio.controls(), "Button"):get("text"), "按钮 Button 1", "the function changes the button")
+t.same(t.find(studio.controls(), "Button"):shown("text"), "按钮 Button 1", "the function changes the button")
 click("ImageButton")
 heard({"Button MouseLeave", "ImageButton MouseEnter", "ImageButton LeftDown", "ImageButton LeftUp", "ImageButton Click"},
       "image button")
@@ -61,7 +61,7 @@ click("Hard", 10)
 heard({"Hard RadioClick true", "Easy RadioOff false", "Hard RadioOn true"}, "radio buttons")
 click("Slider", 140)
 results()
-t.same(t.find(studio.controls(), "Bar"):get("percent"), t.find(studio.controls(), "Slider"):get("value"),
+t.same(t.find(studio.controls(), "Bar"):shown("percent"), t.find(studio.controls(), "Slider"):shown("value"),
        "the bar follows the slider")
 studio.view:key("Home")
 heard({"Slider SliderDrag 0"}, "slider")
@@ -78,21 +78,21 @@ studio.view:double_click(x, y)
 heard({"List ListClick 1", "List ListDoubleClick 1"}, "list box")
 click("Scroll", 10, 100)
 heard({"Scroll ScrollChanged 10"}, "scroll bar")
-local px, py = panel:get("x"), panel:get("y")
+local px, py = panel:shown("x"), panel:shown("y")
 studio.view:drag(px + 60, py + 12, px + 90, py + 12)
 heard({"Panel Move"}, "moving a dialog")
-local right = panel:get("x") + panel:get("width")
+local right = panel:shown("x") + panel:shown("width")
 -- The buttons stand at the right end of the caption bar: close, and minimise before it.
 studio.view:click(right - 34, py + 12)
 studio.view:click(right - 34, py + 12)
 heard({"Panel Minimize", "Panel Restore"}, "minimising")
 studio.view:click(right - 12, py + 12)
 heard({"Panel Close"}, "closing")
-t.same(panel:get("visible"), false, "the dialog is closed")
+t.same(panel:shown("visible"), false, "the dialog is closed")
 click("Button")
 click("Button")
-t.same(panel:get("visible"), true, "a function brings it back")
-t.same(#t.find(studio.controls(), "Log"):get("lines") > 20, true, "lines of the info box")
+t.same(panel:shown("visible"), true, "a function brings it back")
+t.same(#t.find(studio.controls(), "Log"):shown("lines") > 20, true, "lines of the info box")
 
 -- None of its keys reaches the editor.
 studio.view:key("Delete")
@@ -102,7 +102,7 @@ t.same(#studio.controls(), 13, "controls")
 t.same(t.scene_bytes() == authored, true, "saving while it runs")
 studio.play(false)
 t.same(t.scene_bytes() == authored, true, "saving after it")
-t.same(home:get("visible"), true, "the dialog")
+t.same(home:shown("visible"), true, "the dialog")
 
 -- A double-click on a row of the log opens the function.
 local opened

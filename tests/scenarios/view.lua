@@ -10,7 +10,7 @@ local camp = t.find(studio.dialogs(), "Camp")
 local button, check = t.find(studio.controls(), "btnRest"), t.find(studio.controls(), "chkFire")
 
 local function place(object)
-    return {object:get("x"), object:get("y"), object:get("width"), object:get("height")}
+    return {object:shown("x"), object:shown("y"), object:shown("width"), object:shown("height")}
 end
 
 -- A dialog by its caption, then by the handle of its lower right corner
@@ -73,7 +73,7 @@ t.same(t.scene_bytes() == before, true, "the scene after camera movements")
 -- The preview works on the interface itself, and leaves no trace.
 studio.play(true)
 view:click(192, 124)
-t.same(check:get("checked"), false, "a click in the preview takes the mark away")
+t.same(check:shown("checked"), false, "a click in the preview takes the mark away")
 view:drag(150, 70, 300, 200)
 t.same(place(camp), {190, 190, 240, 120}, "a dialog can be moved in the preview")
 t.same(t.scene_bytes() == before, true, "what is saved meanwhile is the author's scene")
