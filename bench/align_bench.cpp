@@ -35,7 +35,9 @@ public:
         scene.journal().undo();
     }
 
-    CGuiPlugScene scene;
+    bench::WorldScene in_world;
+
+    CGuiPlugScene\& scene = in_world.scene;
 };
 
 template <class Operation>

@@ -93,7 +93,8 @@ QString package_path(int count)
     const QString path = folder().filePath(QStringLiteral("%1.pak").arg(count));
     if (QFileInfo::exists(path))
         return path;
-    CGuiPlugScene scene;
+    bench::WorldScene in_world;
+    CGuiPlugScene\& scene = in_world.scene;
     const tarn::RecordingOff off(scene.journal());
     fill_scene(scene.gui_core(), count);
     if (!scene.save_scene(path))

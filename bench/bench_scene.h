@@ -1,5 +1,8 @@
 #pragma once
 
+#include "engine/base_world.h"
+#include "gui_scene/gui_plug_scene.h"
+
 #include <benchmark/benchmark.h>
 
 #include <QString>
@@ -8,9 +11,16 @@
 
 class CDXUTControl;
 class CGuiCore;
-class CGuiPlugScene;
 
 namespace bench {
+
+/// A scene without tools in a world of its own.
+struct WorldScene {
+    WorldScene() { scene.on_world_created(&world); }
+
+    CBaseWorld world;
+    CGuiPlugScene scene;
+};
 
 /// Adds `count` controls, fifty to a dialog: the four types that can be made, with the attributes that an author
 /// changes; no two have the same name, text and place.

@@ -46,7 +46,9 @@ public:
             dialog->SetCtrlLayer(dialog->controls().first(), 0);
     }
 
-    CGuiPlugScene scene;
+    bench::WorldScene in_world;
+
+    CGuiPlugScene\& scene = in_world.scene;
     CReportListControl list;
 };
 

@@ -20,7 +20,9 @@ public:
     CGuiCore& core() { return scene.gui_core(); }
     tarn::Journal& journal() { return scene.journal(); }
 
-    CGuiPlugScene scene;
+    bench::WorldScene in_world;
+
+    CGuiPlugScene\& scene = in_world.scene;
     std::vector<CDXUTControl*> controls;
 };
 
@@ -102,7 +104,8 @@ void select_all(benchmark::State& state)
 
 void create(benchmark::State& state)
 {
-    CGuiPlugScene scene;
+    bench::WorldScene in_world;
+    CGuiPlugScene\& scene = in_world.scene;
     for (auto _ : state) {
         {
             const tarn::UserAction action(scene.journal());
@@ -117,7 +120,8 @@ void create(benchmark::State& state)
 /// Each control is a step of its own, as when a script makes them.
 void create_in_steps(benchmark::State& state)
 {
-    CGuiPlugScene scene;
+    bench::WorldScene in_world;
+    CGuiPlugScene\& scene = in_world.scene;
     for (auto _ : state) {
         bench::cool_caches(state);
         CDXUTDialog* dialog = nullptr;
@@ -149,7 +153,8 @@ void remove_selected(benchmark::State& state)
 /// Every control has a picture of its own, which goes with it.
 void release_pictures(benchmark::State& state)
 {
-    CGuiPlugScene scene;
+    bench::WorldScene in_world;
+    CGuiPlugScene\& scene = in_world.scene;
     {
         const tarn::RecordingOff off(scene.journal());
         CDXUTDialog* dialog = scene.gui_core().create_dialog(QRect(0, 0, 640, 480));

@@ -20,12 +20,12 @@ std::string plain_path(const benchmark::State& state)
 void load_tarn(benchmark::State& state)
 {
     const QString path = bench::package_path(int(state.range(0)));
-    std::optional<CGuiPlugScene> scene;
+    std::optional<bench::WorldScene> in_world;
     for (auto _ : state) {
         state.PauseTiming();
-        scene.emplace();
+        in_world.emplace();
         state.ResumeTiming();
-        if (!scene->open_scene(path))
+        if (!in_world->scene.open_scene(path))
             state.SkipWithError("the package could not be loaded");
     }
 }
@@ -47,7 +47,8 @@ void load_plain(benchmark::State& state)
 void reload_tarn(benchmark::State& state)
 {
     const QString path = bench::package_path(int(state.range(0)));
-    CGuiPlugScene scene;
+    bench::WorldScene in_world;
+    CGuiPlugScene\& scene = in_world.scene;
     (void)scene.open_scene(path);
     for (auto _ : state)
         if (!scene.open_scene(path))
@@ -67,7 +68,8 @@ void reload_plain(benchmark::State& state)
 void merge_tarn(benchmark::State& state)
 {
     const QString path = bench::package_path(int(state.range(0)));
-    CGuiPlugScene scene;
+    bench::WorldScene in_world;
+    CGuiPlugScene\& scene = in_world.scene;
     (void)scene.open_scene(path);
     for (auto _ : state) {
         if (!scene.on_merge_GUI(path, QStringLiteral("merged"), true))
@@ -83,7 +85,8 @@ void merge_tarn(benchmark::State& state)
 void undo_import(benchmark::State& state)
 {
     const QString path = bench::package_path(int(state.range(0)));
-    CGuiPlugScene scene;
+    bench::WorldScene in_world;
+    CGuiPlugScene\& scene = in_world.scene;
     CPakFile package;
     if (!package.open(path) || !scene.load(package, CTexPathInfo(path, 1)))
         state.SkipWithError("the package could not be loaded");
@@ -98,7 +101,8 @@ void undo_import(benchmark::State& state)
 
 void save_tarn(benchmark::State& state)
 {
-    CGuiPlugScene scene;
+    bench::WorldScene in_world;
+    CGuiPlugScene\& scene = in_world.scene;
     (void)scene.open_scene(bench::package_path(int(state.range(0))));
     const QString output = bench::output_path();
     for (auto _ : state)

@@ -125,6 +125,14 @@ void CDlgGuiManager::update_ui(int code)
     }
 }
 
+void CDlgGuiManager::model_changed(const tarn::ModelChange& change)
+{
+    if (change.is_of_structure())
+        fill_list();
+    else
+        m_list->refresh_all_item_caption();
+}
+
 void CDlgGuiManager::fill_list()
 {
     const auto& dialogs = core()->GetDialogs();

@@ -14,6 +14,7 @@ public:
     explicit CDlgGuiManager(QWidget* parent = nullptr);
 
     void update_ui(int code) override;
+    void model_changed(const tarn::ModelChange& change) override;
 
 protected:
     void OnInitDialog() override;

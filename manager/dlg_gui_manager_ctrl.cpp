@@ -1,5 +1,6 @@
 #include "dlg_gui_manager_ctrl.h"
 
+#include "core/field.h"
 #include "core/language.h"
 #include "engine/base_world.h"
 #include "frame/boxes.h"
@@ -23,6 +24,8 @@
 using tarn::lang;
 
 namespace {
+
+constexpr int first_dialog = 2; ///< entry of the filter of dialogs
 
 enum Id : int {
     id_list = 6316,
@@ -178,6 +181,39 @@ void CDlgGuiManagerCtrl::update_ui(int code)
     }
 }
 
+void CDlgGuiManagerCtrl::model_changed(const tarn::ModelChange& change)
+{
+    // In what order the controls lie changes captions, not rows.
+    const bool other_objects = change.everything
+        || std::any_of(change.objects.begin(), change.objects.end(), [](const tarn::ModelChange::Object& object) {
+                                   return object.before->parent != object.object->shown_state().parent;
+                               });
+    if (change.is_of_structure() || change.is_of(tarn::key<&tarn::DialogState::name>))
+        follow_dialogs();
+    if (other_objects)
+        refill();
+    else
+        m_list->refresh_all_item_caption();
+}
+
+/// The filter's entries are the present dialogs; the chosen one stays chosen while it is there.
+void CDlgGuiManagerCtrl::follow_dialogs()
+{
+    const auto& dialogs = core()->GetDialogs();
+    auto* filter = control_as<QComboBox>(id_dialog_filter);
+    QStringList entries{all_entry, QStringLiteral("---ROOT---")};
+    for (const CDXUTDialog* dialog : dialogs)
+        entries.append(dialog->name());
+    const bool of_dialog = m_filter_dialog && m_filter_dialog != core()->GetRootDialog();
+    const qsizetype place = of_dialog ? dialogs.indexOf(m_filter_dialog) : -1;
+    if (of_dialog && place < 0)
+        m_filter_dialog = nullptr;
+    const int chosen = place >= 0 ? first_dialog + int(place) : m_filter_dialog ? 1 : 0;
+    filter->clear();
+    filter->addItems(entries);
+    filter->setCurrentIndex(chosen);
+}
+
 void CDlgGuiManagerCtrl::refresh()
 {
     const CDXUTDialog* before = std::exchange(m_filter_dialog, nullptr);
@@ -261,7 +297,6 @@ void CDlgGuiManagerCtrl::on_type_clicked(int button_id, int type)
 
 void CDlgGuiManagerCtrl::on_dialog_filter(int entry)
 {
-    constexpr int first_dialog = 2;
     m_filter_dialog = entry == 1 ? core()->GetRootDialog() : core()->GetDialogs().value(entry - first_dialog);
     refill();
 }

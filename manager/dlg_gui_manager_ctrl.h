@@ -15,6 +15,7 @@ public:
     explicit CDlgGuiManagerCtrl(QWidget* parent = nullptr);
 
     void update_ui(int code) override;
+    void model_changed(const tarn::ModelChange& change) override;
 
 protected:
     void OnInitDialog() override;
@@ -27,6 +28,7 @@ private:
     void set_up_filters();
     void set_up_list();
 
+    void follow_dialogs();
     void refresh();
     void refill();
     void select_rows_of_selection();

@@ -212,7 +212,27 @@ std::vector<ModelObject*> CBoundPage::targets_of(Scope scope) const
 void CBoundPage::update_ui(int code)
 {
     const auto codes = m_target.codes();
-    if (core() && std::find(codes.begin(), codes.end(), code) != codes.end())
+    if (!core() || std::find(codes.begin(), codes.end(), code) == codes.end())
+        return;
+    // That attributes changed the model has told already.
+    const bool is_fresh = code == m_target.changed_code() && m_refreshed_in == scene()->document().changes().turn();
+    if (!is_fresh)
+        refresh();
+}
+
+void CBoundPage::model_changed(const tarn::ModelChange&)
+{
+    m_stale = !isVisible();
+    if (m_stale)
+        return;
+    m_refreshed_in = scene()->document().changes().turn();
+    refresh();
+}
+
+void CBoundPage::showEvent(QShowEvent* event)
+{
+    CGuiChildDlg::showEvent(event);
+    if (std::exchange(m_stale, false))
         refresh();
 }
 

@@ -59,6 +59,8 @@ protected:
     /// All objects of the target; empty when there is nothing to edit.
     std::vector<tarn::ModelObject*> selected() const;
 
+    void model_changed(const tarn::ModelChange& change) override;
+    void showEvent(QShowEvent* event) override;
     /// Fills the page from the target. Pages that show more than their rows extend it.
     virtual void refresh();
     /// The user's edit of the row for control `id` is about to be written; a page may add writes of its own, which are
@@ -127,6 +129,8 @@ private:
     void drop_edits();
     QString caption_of(int id) const;
 
+    bool m_stale = false;           ///< the model changed while the page was hidden
+    std::size_t m_refreshed_in = 0; ///< the turn of the model's changes in which the page was refreshed for them
     const tarn::Target& m_target;
     std::deque<Row> m_rows; ///< the editors' callbacks know their rows by address
     tarn::ScriptRows m_scripts{*this};

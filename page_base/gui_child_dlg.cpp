@@ -15,11 +15,21 @@ CGuiPlugScene* tarn::find_gui_scene(CBaseWorld& world)
         world.plug_man().find_main_object_from_plug_desc(QStringLiteral("TARN-GUI-SCENE")));
 }
 
+CGuiChildDlg::~CGuiChildDlg()
+{
+    if (m_changes)
+        m_changes->remove_listener(this);
+}
+
 void CGuiChildDlg::on_world_created(CBaseWorld* world)
 {
     CChildDlg::on_world_created(world);
     m_scene = tarn::find_gui_scene(*world);
     m_core = m_scene ? &m_scene->gui_core() : nullptr;
+    if (m_scene && !m_changes) {
+        m_changes = &m_scene->document().changes();
+        m_changes->add_listener(this);
+    }
     if (!m_scene)
         enable_all_controls(this, false);
 }

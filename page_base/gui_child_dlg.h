@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/model_changes.h"
 #include "frame/child_dlg.h"
 
 class CBaseWorld;
@@ -8,17 +9,20 @@ class CGuiPlugScene;
 
 /// Base of every page of the interface editor. Once the world exists the page knows the scene and its core; where the
 /// scene's plug-in is missing it stays disabled.
-class CGuiChildDlg : public CChildDlg {
+class CGuiChildDlg : public CChildDlg, private tarn::ModelListener {
     Q_OBJECT
 
 public:
     using CChildDlg::CChildDlg;
+    ~CGuiChildDlg() override;
 
     void on_world_created(CBaseWorld* world) override;
     void enable_window() { setEnabled(true); }
     void disable_window() { setEnabled(false); }
 
 protected:
+    /// The scene changed, whoever did it; comes once for any number of changes, before a code that tells of them.
+    void model_changed(const tarn::ModelChange&) override {}
     CGuiPlugScene* scene() const { return m_scene; } ///< null until the world exists, and without the plug-in
     CGuiCore* core() const { return m_core; }
     /// False while the interface runs: what is done to it then is gone when it stops.
@@ -31,6 +35,7 @@ protected:
 private:
     CGuiPlugScene* m_scene = nullptr;
     CGuiCore* m_core = nullptr;
+    tarn::ModelChanges* m_changes = nullptr; ///< those of the scene that the page listens to
 };
 
 namespace tarn {

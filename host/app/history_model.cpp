@@ -64,7 +64,8 @@ QVariant HistoryModel::data(const QModelIndex& index, int role) const
         return {};
     if (role == Qt::DisplayRole) {
         if (index.row() == 0)
-            return lang(u"（开始）", u"(Start)");
+            return m_journal.has_dropped() ? lang(u"（更早的步骤已丢弃）", u"(Earlier steps were dropped)")
+                                           : lang(u"（开始）", u"(Start)");
         const QString& name = m_journal.step_name(std::size_t(index.row()) - 1);
         return name.isEmpty() ? lang(u"修改", u"Change") : name;
     }

@@ -86,6 +86,7 @@ MainWindow::MainWindow(Studio& studio) : m_studio(studio)
         m_view->set_editor(&studio.scene()->editor());
     resize(usual_size);
 
+    studio.world().document().changes().add_listener(this);
     studio.world().on_redraw = [this] { m_view->schedule_redraw(); };
     studio.world().on_message = [this](const QString& text, const QString& title) { post_message(text, title); };
     studio.world().on_always_refresh = [this](bool on) { m_view->set_always_refresh(on); };
@@ -105,11 +106,17 @@ MainWindow::MainWindow(Studio& studio) : m_studio(studio)
 
 MainWindow::~MainWindow()
 {
+    m_studio.world().document().changes().remove_listener(this);
     m_studio.world().on_redraw = nullptr;
     m_studio.world().on_message = nullptr;
     m_studio.world().on_always_refresh = nullptr;
     for (CBasePlugUi* plug_in : m_studio.ui_plug_ins())
         plug_in->destroy_windows();
+}
+
+void MainWindow::model_changed(const tarn::ModelChange&)
+{
+    m_view->schedule_redraw();
 }
 
 void MainWindow::make_side_panel()

@@ -3,6 +3,8 @@
 #include "frame/base_plug_ui.h"
 #include "frame/boxes.h"
 
+#include "core/model_changes.h"
+
 #include <QMainWindow>
 
 #include <deque>
@@ -18,7 +20,7 @@ class Studio;
 
 /// The program's window: menus, the 3D view with the strip of the active mode above it, the side panel with the tabs of
 /// the modes, and the plug-ins' bars.
-class MainWindow : public QMainWindow {
+class MainWindow : public QMainWindow, private tarn::ModelListener {
     Q_OBJECT
 
 public:
@@ -48,6 +50,8 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
+    /// The view shows the scene, so it draws again.
+    void model_changed(const tarn::ModelChange&) override;
     void make_menus();
     void make_file_menu();
     void make_edit_menu();

@@ -9,13 +9,27 @@ namespace tarn {
 
 namespace {
 
-/// About what a state costs beside one that shares what is equal in both.
 std::size_t bytes_kept(const ObjectState& kept, const ObjectState& other)
 {
     std::size_t bytes = 2 * ObjectState::usual_size;
     for (const FieldBase* field : kept.fields().heap_fields())
         bytes += field->kept_bytes(kept, other);
     return bytes;
+}
+
+/// About what an entry costs: what its state does not share with the present one. Of an object that the step removed
+/// the step keeps all.
+std::size_t bytes_kept(const Journal::Entry& entry)
+{
+    const ObjectState& now = entry.object->authored_state();
+    const ObjectKind* kind = entry.object->kind();
+    if (!kind || entry.state->parent.id == 0 || now.parent.id != 0)
+        return bytes_kept(*entry.state, now);
+    const FieldBase* type = kind->saves_type ? now.fields().find("type") : nullptr;
+    const Value value = type ? type->get(now) : Value();
+    const auto* number = std::get_if<qint64>(&value);
+    const StatePtr fresh(kind->make_state(number ? int(*number) : -1));
+    return bytes_kept(*entry.state, fresh ? *fresh : now);
 }
 
 } // namespace
@@ -95,7 +109,7 @@ void Journal::close_step()
         step.number = m_serial;
         step.bytes = sizeof(Step);
         for (const Entry& entry : step.entries)
-            step.bytes += bytes_kept(*entry.state, entry.object->authored_state());
+            step.bytes += bytes_kept(entry);
         m_bytes += step.bytes;
         m_steps.push_back(std::move(step));
         m_position = m_steps.size();

@@ -25,6 +25,24 @@ bool ModelChange::Object::changed(FieldKey key) const
     return field && !field->same(*before, object->shown_state());
 }
 
+bool ModelChange::is_of_structure() const
+{
+    return everything || std::any_of(objects.begin(), objects.end(), [](const Object& change) {
+               const ObjectState& now = change.object->shown_state();
+               const auto& fields = now.fields().heap_fields();
+               return change.before->parent != now.parent
+                   || std::any_of(fields.begin(), fields.end(), [&](const FieldBase* field) {
+                          return field->rules().children && !field->same(*change.before, now);
+                      });
+           });
+}
+
+bool ModelChange::is_of(FieldKey key) const
+{
+    return everything
+        || std::any_of(objects.begin(), objects.end(), [key](const Object& change) { return change.changed(key); });
+}
+
 void ModelChanges::add_listener(ModelListener* listener)
 {
     m_listeners.push_back(listener);
@@ -55,7 +73,8 @@ void ModelChanges::touch_everything()
 void ModelChanges::schedule()
 {
     if (!std::exchange(m_scheduled, true) && QCoreApplication::instance())
-        QMetaObject::invokeMethod(&m_context, [this] { tell(); }, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(
+            &m_context, [this] { tell(); }, Qt::QueuedConnection);
 }
 
 void ModelChanges::forget(const ModelObject& object)

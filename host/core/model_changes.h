@@ -23,6 +23,11 @@ struct ModelChange {
     };
     std::vector<Object> objects;
     bool everything = false; ///< another scene, or all places after a change of the screen; `objects` may be incomplete
+
+    /// Whether objects came, went, or stand in another order.
+    bool is_of_structure() const;
+    /// Whether the attribute changed in one of the objects that have it.
+    bool is_of(FieldKey key) const;
 };
 
 class ModelListener {
@@ -46,6 +51,8 @@ public:
     void forget(const ModelObject& object);
     /// Tells now what was collected.
     void tell();
+    /// Another one after each time that changes were told.
+    std::size_t turn() const { return m_turn; }
 
 private:
     void schedule();

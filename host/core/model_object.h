@@ -123,7 +123,7 @@ private:
     /// What is shown instead of the authored state.
     struct Shown {
         StatePtr state;
-        StatePtr before; ///< while it is written
+        StatePtr before;         ///< while it is written
         std::bitset<256> fields; ///< those that it has of its own, by their places in the table
         bool parent = false;     ///< the parent too
     };

@@ -20,12 +20,12 @@ struct PackagePart {
 /// What the program knows of a kind of objects: how they are saved, made and linked. Whatever goes through all objects
 /// (reader, writer, merge, snapshots, problems, automation) goes through the table of kinds.
 struct ObjectKind {
-    const char* part;         ///< entry of a package that holds them: "scene.json"
-    const char* key;          ///< member of that entry that lists them, which also names the kind: "controls"
-    const char16_t* chinese;  ///< what a person calls one of them
-    const char16_t* english;  ///< "control"
-    bool saves_type = false;  ///< the member "type" of a saved object chooses its class
-    bool recorded = true;     ///< changes are steps of undo
+    const char* part;                 ///< entry of a package that holds them: "scene.json"
+    const char* key;                  ///< member of that entry that lists them, which also names the kind: "controls"
+    const char16_t* chinese;          ///< what a person calls one of them
+    const char16_t* english;          ///< "control"
+    bool saves_type = false;          ///< the member "type" of a saved object chooses its class
+    bool recorded = true;             ///< changes are steps of undo
     ModelObject* container = nullptr; ///< on which they hang; null: their parent is an object and is saved with them
     ModelObject* fixed = nullptr;     ///< the only one of its kind, which is always there
     /// A fresh state; null for a type that there is not.

@@ -13,8 +13,8 @@ namespace tarn {
 /// The states of a scene, or of some of its objects: what packages are written from and read into. A snapshot shares its
 /// states with the scene it was taken of; it can be read in another thread, and is to be released where states are made.
 struct SceneSnapshot {
-    quint32 next_id = 2;             ///< ids from here on were never used
-    QMap<QString, QByteArray> files; ///< entries of the package beside its parts
+    quint32 next_id = 2;               ///< ids from here on were never used
+    QMap<QString, QByteArray> files;   ///< entries of the package beside its parts
     QMap<QString, QByteArray> damaged; ///< see DocumentState
     QList<HeldValue> held;
     std::vector<StatePtr> containers;           ///< in the order of Document::parts()

@@ -151,8 +151,8 @@ private:
     double turn() const; ///< the rotation without whole turns
 
     CGuiCore& m_core;
-    quint32 m_selected_in = 0;       ///< the selection's round in which it holds the control
-    mutable int m_layer_guess = -1;  ///< where the dialog last found the control in its list; the dialog checks it
-    QRectF m_last_bounds;            ///< where the control was drawn last, to be redrawn when it moves
+    quint32 m_selected_in = 0;      ///< the selection's round in which it holds the control
+    mutable int m_layer_guess = -1; ///< where the dialog last found the control in its list; the dialog checks it
+    QRectF m_last_bounds;           ///< where the control was drawn last, to be redrawn when it moves
     mutable tarn::DrawSlot m_draw_slot;
 };

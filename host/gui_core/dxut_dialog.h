@@ -130,8 +130,8 @@ private:
 
     CGuiCore& m_core;
     bool m_minimized = false;
-    quint32 m_selected_in = 0;             ///< the selection's round in which it holds the dialog
-    QRectF m_last_bounds;                  ///< where anything of the dialog was drawn last, to be redrawn when it moves
+    quint32 m_selected_in = 0; ///< the selection's round in which it holds the dialog
+    QRectF m_last_bounds;      ///< where anything of the dialog was drawn last, to be redrawn when it moves
     mutable QList<CDXUTControl*> m_controls; ///< the children, when they were last asked for
     mutable bool m_controls_stale = false;
     mutable tarn::DrawSlot m_draw_slot;

@@ -1,6 +1,5 @@
 #include "dxut_items.h"
 
-
 #include <algorithm>
 #include <cmath>
 

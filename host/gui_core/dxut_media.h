@@ -21,5 +21,4 @@ public:
 class CDXUTMap : public CDXUTControl {
 public:
     CDXUTMap(tarn::Journal& journal, CGuiCore& core);
-
 };

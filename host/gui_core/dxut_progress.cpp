@@ -2,7 +2,6 @@
 
 #include "gui_core.h"
 
-
 using tarn::ProgressState;
 
 namespace {

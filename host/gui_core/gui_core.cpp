@@ -47,17 +47,19 @@ void CGuiCore::add_kinds()
                          .english = u"root dialog",
                          .fixed = m_root.get(),
                          .make_state = [](int) -> tarn::ObjectState* { return new tarn::DialogState; }});
-    document().add_kind({.part = "scene.json",
-                         .key = "dialogs",
-                         .chinese = u"窗口",
-                         .english = u"dialog",
-                         .container = this,
-                         .make_state = [](int) -> tarn::ObjectState* { return new tarn::DialogState; },
-                         .make_object = [this](const tarn::ObjectState&) { return std::make_shared<CDXUTDialog>(*this); },
-                         .children = [](tarn::ObjectState& parent) {
-                             auto* core = dynamic_cast<CoreState*>(&parent);
-                             return core ? &core->dialogs : nullptr;
-                         }});
+    document().add_kind(
+        {.part = "scene.json",
+         .key = "dialogs",
+         .chinese = u"窗口",
+         .english = u"dialog",
+         .container = this,
+         .make_state = [](int) -> tarn::ObjectState* { return new tarn::DialogState; },
+         .make_object = [this](const tarn::ObjectState&) { return std::make_shared<CDXUTDialog>(*this); },
+         .children =
+             [](tarn::ObjectState& parent) {
+                 auto* core = dynamic_cast<CoreState*>(&parent);
+                 return core ? &core->dialogs : nullptr;
+             }});
     m_dialog_kind = &document().kinds().back();
     document().add_kind({.part = "scene.json",
                          .key = "controls",
@@ -70,10 +72,11 @@ void CGuiCore::add_kinds()
                                  const int type = static_cast<const tarn::ControlState&>(state).type;
                                  return tarn::control_class(type)->create(journal(), *this);
                              },
-                         .children = [](tarn::ObjectState& parent) {
-                             auto* dialog = dynamic_cast<tarn::DialogState*>(&parent);
-                             return dialog ? &dialog->controls : nullptr;
-                         }});
+                         .children =
+                             [](tarn::ObjectState& parent) {
+                                 auto* dialog = dynamic_cast<tarn::DialogState*>(&parent);
+                                 return dialog ? &dialog->controls : nullptr;
+                             }});
     m_control_kind = &document().kinds().back();
 }
 

@@ -117,9 +117,8 @@ void CGuiCore::move_controls_to(const std::vector<CDXUTControl*>& controls, CDXU
     if (!dialog)
         return;
     std::vector<CDXUTControl*> moved;
-    std::copy_if(controls.begin(), controls.end(), std::back_inserter(moved), [dialog](const CDXUTControl* control) {
-        return control->dialog() && control->dialog() != dialog;
-    });
+    std::copy_if(controls.begin(), controls.end(), std::back_inserter(moved),
+                 [dialog](const CDXUTControl* control) { return control->dialog() && control->dialog() != dialog; });
     remove_controls(moved);
     for (CDXUTControl* control : moved)
         if (!control->dialog()) // It may be named twice.

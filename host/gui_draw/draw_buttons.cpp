@@ -1,5 +1,5 @@
-#include "draw_context.h"
 #include "core/text_part.h"
+#include "draw_context.h"
 #include "draw_functions.h"
 #include "drawn_state.h"
 #include "gui_core/control_style.h"
@@ -15,11 +15,11 @@ namespace tarn {
 
 namespace {
 
-constexpr int padding = 6;           ///< pixels between a button's edge and its caption
-constexpr double bubble_margin = 10; ///< pixels around an annotation's text
+constexpr int padding = 6;                    ///< pixels between a button's edge and its caption
+constexpr double bubble_margin = 10;          ///< pixels around an annotation's text
 constexpr qsizetype longest_annotation = 500; ///< UTF-16 units; more leave the screen
-constexpr double largest_box = 20;   ///< pixels
-constexpr double gap = 6;            ///< pixels between the box and the caption
+constexpr double largest_box = 20;            ///< pixels
+constexpr double gap = 6;                     ///< pixels between the box and the caption
 
 void draw_box(DrawContext& context, const CDXUTCheckBox& check_box, const QRectF& area, Element box_element,
               Element mark)

@@ -95,7 +95,8 @@ void CGuiPlugScene::on_world_created(CBaseWorld* world)
     m_world = world;
     if (!m_core)
         join(world->document());
-    world->set_default_mouse_tool(&m_tools->select_tool());
+    if (m_tools)
+        world->set_default_mouse_tool(&m_tools->select_tool());
     world->set_scene_functions(&m_functions, tarn::gui_script_api(*this));
     world->begin_edit = [this](const QString& name) { return begin_script_edit(name); };
     m_overlay = std::make_unique<tarn::SceneOverlay>(*m_core);

@@ -121,7 +121,9 @@ QByteArray scene_text(const SceneParts& scene, bool selection_only)
 
 Status write_package(CPakFile& package, const SceneParts& scene, const CSaveOpt& options)
 {
-    if (auto status = package.add_file(options.prefix + QStringLiteral("manifest.json"), manifest_text(scene.core.document())); !status)
+    if (auto status = package.add_file(options.prefix + QStringLiteral("manifest.json"),
+                                       manifest_text(scene.core.document()));
+        !status)
         return status;
     if (auto status = package.add_file(options.prefix + QStringLiteral("scene.json"),
                                        scene_text(scene, options.selection_only));

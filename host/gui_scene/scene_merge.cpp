@@ -102,8 +102,8 @@ Status merge_content(CGuiPlugScene& scene, SceneContent content, const QString& 
     objects.files = new_files(objects.files, core, renamed);
     follow_renamed(objects, renamed);
     objects.next_id = 0;
-    MergedScripts scripts = merged_scripts(scene.functions(), content,
-                                           objects.objects[core.dialog_kind().place], issued);
+    MergedScripts scripts = merged_scripts(scene.functions(), content, objects.objects[core.dialog_kind().place],
+                                           issued);
     core.add_styles(theirs.styles, replace_styles);
     core.document().append(std::move(objects));
     scene.journal().add_companion(

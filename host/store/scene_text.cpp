@@ -39,8 +39,7 @@ void write_list(JsonWriter& writer, const ObjectKind& kind, const std::vector<St
 
 Status twice(std::string_view key, const JsonCursor& place)
 {
-    return place.fail(lang(u"\"%1\" 出现了两次", u"\"%1\" appears twice")
-                          .arg(from_utf8(key)));
+    return place.fail(lang(u"\"%1\" 出现了两次", u"\"%1\" appears twice").arg(from_utf8(key)));
 }
 
 QString described(const ObjectKind& kind, const ObjectState& state)
@@ -48,7 +47,10 @@ QString described(const ObjectKind& kind, const ObjectState& state)
     const FieldBase* name = state.fields().find("name");
     const Value value = name ? name->get(state) : Value();
     const auto* text = std::get_if<QString>(&value);
-    return QStringLiteral("%1 %2 (\"%3\")").arg(lang(kind.chinese, kind.english)).arg(state.id).arg(text ? *text : QString());
+    return QStringLiteral("%1 %2 (\"%3\")")
+        .arg(lang(kind.chinese, kind.english))
+        .arg(state.id)
+        .arg(text ? *text : QString());
 }
 
 } // namespace
@@ -93,8 +95,8 @@ Status SceneReader::claim_id(std::size_t kind, const ObjectState& state, const J
     const auto& kinds = m_document.kinds();
     const bool is_taken = m_by_id.contains(state.id)
         || std::any_of(kinds.begin(), kinds.end(), [&](const ObjectKind& other) {
-               return other.fixed && other.place != kind && other.fixed->id() == state.id;
-           });
+                              return other.fixed && other.place != kind && other.fixed->id() == state.id;
+                          });
     if (is_taken)
         return place.fail(lang(u"编号 %1 出现了两次", u"the id %1 appears twice").arg(state.id));
     m_by_id.insert(state.id, {kind, m_scene.objects[kind].size()});
@@ -120,7 +122,8 @@ Status SceneReader::read_object(std::size_t kind, JsonCursor& value)
             return status;
     const StatePtr state(row.make_state(type));
     if (!state)
-        return value.fail(lang(u"未知的%1类型 %2", u"the %1 type %2 is unknown").arg(lang(row.chinese, row.english)).arg(type));
+        return value.fail(
+            lang(u"未知的%1类型 %2", u"the %1 type %2 is unknown").arg(lang(row.chinese, row.english)).arg(type));
     if (auto status = read_state(*state, value); !status)
         return status;
     if (row.fixed && state->id == 0)
@@ -187,10 +190,10 @@ Status SceneReader::link(std::size_t kind, const StatePtr& state)
     IdList* children = found == m_by_id.constEnd() ? nullptr
                                                    : row.children(*m_scene.objects[found->first][found->second]);
     if (!children)
-        return Status::error(lang(u"%1：%2 所属的对象 %3 不存在。",
-                                  u"%1: %2 belongs to object %3, which does not exist.")
-                                 .arg(QLatin1String(row.part), described(row, *state))
-                                 .arg(state->parent.id));
+        return Status::error(
+            lang(u"%1：%2 所属的对象 %3 不存在。", u"%1: %2 belongs to object %3, which does not exist.")
+                .arg(QLatin1String(row.part), described(row, *state))
+                .arg(state->parent.id));
     children->append(ObjectRef{state->id});
     return {};
 }

@@ -2,9 +2,9 @@
 
 #include "core/field.h"
 #include "core/res_handle_man.h"
-#include "page_base/pop_dlg_color.h"
 #include "gui_core/control_style.h"
 #include "gui_core/interface_font.h"
+#include "page_base/pop_dlg_color.h"
 #include "support/editor_fixture.h"
 #include "support/files.h"
 #include "widgets/button_st.h"

@@ -2,9 +2,9 @@
 
 #include "fuzz.h"
 
+#include "core/field.h"
 #include "core/json_reader.h"
 #include "core/json_writer.h"
-#include "core/field.h"
 #include "gui_core/control_class.h"
 #include "gui_core/control_state.h"
 #include "gui_core/dialog_state.h"
@@ -67,8 +67,7 @@ void write_and_compare(const ObjectState& state, ObjectState& fresh)
     write_state(state, writer);
     writer.end_object();
     JsonText json(QByteArray::fromStdString(writer.text()), QStringLiteral("state"));
-    const auto status = json.each_member(
-        [&](std::string_view, JsonCursor& value) { return read_state(fresh, value); });
+    const auto status = json.each_member([&](std::string_view, JsonCursor& value) { return read_state(fresh, value); });
     require(status.ok(), "what was written can be read");
     for (const FieldBase* field : state.fields())
         require(field->rules().derived || field->same(state, fresh), field->name());

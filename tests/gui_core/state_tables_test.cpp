@@ -304,7 +304,8 @@ TEST(ControlClasses, those_that_can_be_made_are_what_their_row_says)
         EXPECT_STREQ(control->class_name(), row.class_name);
     }
     for (const int unused : {-1, 7, 12, 14, 15, 20})
-        EXPECT_TRUE(GetControlTypeName(unused).isEmpty() && !core.create_control(unused, core.GetRootDialog(), {})) << unused;
+        EXPECT_TRUE(GetControlTypeName(unused).isEmpty() && !core.create_control(unused, core.GetRootDialog(), {}))
+            << unused;
 }
 
 TEST(ReadOnlyAttributes, are_refused_to_automation)

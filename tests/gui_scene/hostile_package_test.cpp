@@ -297,8 +297,8 @@ TEST_F(HostilePackage, any_wrong_type_in_any_attribute_is_refused)
     try_all(DialogState::field_table(), "{\"root\":{", "}}");
     try_all(DialogState::field_table(), "{\"dialogs\":[{", "}]}");
     for (const ControlClass& row : control_classes())
-        try_all(StatePtr(row.make_state())->fields(),
-                    "{\"controls\":[{\"type\":" + QByteArray::number(row.type) + ",", "}]}");
+        try_all(StatePtr(row.make_state())->fields(), "{\"controls\":[{\"type\":" + QByteArray::number(row.type) + ",",
+                "}]}");
 }
 
 TEST_F(HostilePackage, random_damage_never_changes_the_open_scene)

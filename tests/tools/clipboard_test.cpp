@@ -1,8 +1,8 @@
 #include "mouse_fixture.h"
 
+#include "support/gui_fixture.h"
 #include "tools/control_clipboard.h"
 #include "tools/control_commands.h"
-#include "support/gui_fixture.h"
 
 using namespace tarn;
 using namespace tarn::test;

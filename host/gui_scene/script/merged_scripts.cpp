@@ -83,8 +83,7 @@ Status check_room(const SceneParts& scene, const SceneContent& content)
 }
 
 MergedScripts merged_scripts(const CConfigScene& scene_functions, const SceneContent& content,
-                             const std::vector<StatePtr>& dialogs,
-                             const QHash<quint32, quint32>& issued)
+                             const std::vector<StatePtr>& dialogs, const QHash<quint32, quint32>& issued)
 {
     MergedScripts merged;
     if (content.functions->functions().empty() && content.events.empty())

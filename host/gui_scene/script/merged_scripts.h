@@ -20,7 +20,6 @@ Status check_room(const SceneParts& scene, const SceneContent& content);
 /// `dialogs` are the package's; `issued` gives the new ids of the package's objects by their old ones. Events of controls that the package does not
 /// have keep no id that could be another control's: they are left out.
 MergedScripts merged_scripts(const CConfigScene& scene_functions, const SceneContent& content,
-                             const std::vector<StatePtr>& dialogs,
-                             const QHash<quint32, quint32>& issued);
+                             const std::vector<StatePtr>& dialogs, const QHash<quint32, quint32>& issued);
 
 } // namespace tarn
