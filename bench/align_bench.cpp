@@ -37,7 +37,7 @@ public:
 
     bench::WorldScene in_world;
 
-    CGuiPlugScene\& scene = in_world.scene;
+    CGuiPlugScene& scene = in_world.scene;
 };
 
 template <class Operation>

@@ -94,7 +94,7 @@ QString package_path(int count)
     if (QFileInfo::exists(path))
         return path;
     bench::WorldScene in_world;
-    CGuiPlugScene\& scene = in_world.scene;
+    CGuiPlugScene& scene = in_world.scene;
     const tarn::RecordingOff off(scene.journal());
     fill_scene(scene.gui_core(), count);
     if (!scene.save_scene(path))

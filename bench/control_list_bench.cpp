@@ -1,5 +1,6 @@
 // The list of controls over a real scene, as the page fills and sorts it.
 
+#include "bench_scene.h"
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
 #include "gui_scene/gui_plug_scene.h"
@@ -48,7 +49,7 @@ public:
 
     bench::WorldScene in_world;
 
-    CGuiPlugScene\& scene = in_world.scene;
+    CGuiPlugScene& scene = in_world.scene;
     CReportListControl list;
 };
 

@@ -22,7 +22,7 @@ public:
 
     bench::WorldScene in_world;
 
-    CGuiPlugScene\& scene = in_world.scene;
+    CGuiPlugScene& scene = in_world.scene;
     std::vector<CDXUTControl*> controls;
 };
 
@@ -105,7 +105,7 @@ void select_all(benchmark::State& state)
 void create(benchmark::State& state)
 {
     bench::WorldScene in_world;
-    CGuiPlugScene\& scene = in_world.scene;
+    CGuiPlugScene& scene = in_world.scene;
     for (auto _ : state) {
         {
             const tarn::UserAction action(scene.journal());
@@ -121,7 +121,7 @@ void create(benchmark::State& state)
 void create_in_steps(benchmark::State& state)
 {
     bench::WorldScene in_world;
-    CGuiPlugScene\& scene = in_world.scene;
+    CGuiPlugScene& scene = in_world.scene;
     for (auto _ : state) {
         bench::cool_caches(state);
         CDXUTDialog* dialog = nullptr;
@@ -154,7 +154,7 @@ void remove_selected(benchmark::State& state)
 void release_pictures(benchmark::State& state)
 {
     bench::WorldScene in_world;
-    CGuiPlugScene\& scene = in_world.scene;
+    CGuiPlugScene& scene = in_world.scene;
     {
         const tarn::RecordingOff off(scene.journal());
         CDXUTDialog* dialog = scene.gui_core().create_dialog(QRect(0, 0, 640, 480));

@@ -48,7 +48,7 @@ void reload_tarn(benchmark::State& state)
 {
     const QString path = bench::package_path(int(state.range(0)));
     bench::WorldScene in_world;
-    CGuiPlugScene\& scene = in_world.scene;
+    CGuiPlugScene& scene = in_world.scene;
     (void)scene.open_scene(path);
     for (auto _ : state)
         if (!scene.open_scene(path))
@@ -69,7 +69,7 @@ void merge_tarn(benchmark::State& state)
 {
     const QString path = bench::package_path(int(state.range(0)));
     bench::WorldScene in_world;
-    CGuiPlugScene\& scene = in_world.scene;
+    CGuiPlugScene& scene = in_world.scene;
     (void)scene.open_scene(path);
     for (auto _ : state) {
         if (!scene.on_merge_GUI(path, QStringLiteral("merged"), true))
@@ -86,7 +86,7 @@ void undo_import(benchmark::State& state)
 {
     const QString path = bench::package_path(int(state.range(0)));
     bench::WorldScene in_world;
-    CGuiPlugScene\& scene = in_world.scene;
+    CGuiPlugScene& scene = in_world.scene;
     CPakFile package;
     if (!package.open(path) || !scene.load(package, CTexPathInfo(path, 1)))
         state.SkipWithError("the package could not be loaded");
@@ -102,7 +102,7 @@ void undo_import(benchmark::State& state)
 void save_tarn(benchmark::State& state)
 {
     bench::WorldScene in_world;
-    CGuiPlugScene\& scene = in_world.scene;
+    CGuiPlugScene& scene = in_world.scene;
     (void)scene.open_scene(bench::package_path(int(state.range(0))));
     const QString output = bench::output_path();
     for (auto _ : state)
