@@ -187,11 +187,6 @@ std::vector<std::vector<ModelObject*>> Document::collected(bool authored) const
     return objects;
 }
 
-std::vector<ModelObject*> Document::objects_of(const ObjectKind& kind) const
-{
-    return collected(false)[kind.place];
-}
-
 std::vector<ModelObject*> Document::objects() const
 {
     std::vector<ModelObject*> all;
@@ -283,11 +278,11 @@ void Document::install(SceneSnapshot content)
 
     for (std::size_t i = 0; i < m_parts.size(); ++i) {
         SceneSnapshot::edit<ObjectState>(content.containers[i]).id = m_parts[i].container->id();
-        m_parts[i].container->replace_state_quietly(content.containers[i]);
+        m_parts[i].container->replace_state(content.containers[i]);
     }
     for (std::size_t k = 0; k < m_kinds.size(); ++k)
         if (m_kinds[k].fixed)
-            m_kinds[k].fixed->replace_state_quietly(content.objects[k].front());
+            m_kinds[k].fixed->replace_state(content.objects[k].front());
     m_next_id = std::max(m_next_id, content.next_id);
     m_root->write<DocumentState>([&](DocumentState& s) {
         s.next_id = content.next_id;

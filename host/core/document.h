@@ -92,8 +92,6 @@ public:
     void install(SceneSnapshot content);
     /// Adds the objects of the kinds, whose ids have to be unused, behind those that are there, and the files; recorded.
     void append(SceneSnapshot content);
-    /// All objects of the kind that are part of the scene: for each parent its children in their order.
-    std::vector<ModelObject*> objects_of(const ObjectKind& kind) const;
     /// Every object that is part of the scene, containers left out, parents before their children.
     std::vector<ModelObject*> objects() const;
 
@@ -119,7 +117,6 @@ public:
     // Shown beside authored
     /// Whether writes go to what is shown instead of what is authored; see ShownWrites.
     bool writes_shown() const { return m_writes_shown > 0; }
-    bool has_shown() const { return !m_overlaid.empty(); }
     /// Everything is shown as authored again.
     void clear_shown();
 

@@ -148,14 +148,8 @@ bool ModelObject::store(const FieldBase& field, StatePtr wanted)
     return true;
 }
 
-void ModelObject::replace_state(StatePtr state)
-{
-    replace_state_quietly(std::move(state));
-    written(WrittenFields::whole());
-}
-
 /// The caller refreshes the object, when others are what they will be.
-void ModelObject::replace_state_quietly(StatePtr state)
+void ModelObject::replace_state(StatePtr state)
 {
     m_document.changes().touch(*this, m_shown ? m_shown->state : m_state);
     (void)note_state();

@@ -69,8 +69,6 @@ public:
     /// The object's memory, and its state's once that of the object is there, are wanted soon.
     void prefetch_object() const { prefetch(this, usual_size); }
     void prefetch_state() const { prefetch(m_state.constData(), ObjectState::usual_size); }
-    /// Takes over a finished state of the same object; recorded like any change.
-    void replace_state(StatePtr state);
     /// Changes the object by `change`, which is given its state for writing.
     template <class State, class Change>
     void write(Change&& change)
@@ -134,7 +132,8 @@ private:
     bool store(const FieldBase& field, StatePtr wanted);
     void swap_state(StatePtr& other) { m_state.swap(other); }
     void keep_shown();
-    void replace_state_quietly(StatePtr state);
+    /// Takes over a finished state of the same object; recorded like any change.
+    void replace_state(StatePtr state);
     void note_shown_fields();
     void follow_authored();
     void drop_shown();
