@@ -56,8 +56,7 @@ public:
         m_scene.on_world_created(&m_world);
         const tarn::RecordingOff off(m_scene.journal());
         CDXUTDialog* dialog = m_scene.gui_core().create_dialog(QRect(QPoint(), screen));
-        static_cast<void>(m_scene.functions().add_function(IFunc::create_func(QStringLiteral("f")), true,
-                                                           QLatin1String(function_text)));
+        (void)m_scene.functions().set_function(QStringLiteral("f"), QLatin1String(function_text));
         for (const QRectF& place : grid(count)) {
             const quint32 id = m_scene.gui_core().create_control(DXUT_CONTROL_BUTTON, dialog, place)->id();
             for (const quint32 type : {EVENT_BUTTON_CLICKED, EVENT_BUTTON_MOUSE_ENTERED, EVENT_BUTTON_MOUSE_LEFT})

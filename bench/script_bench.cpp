@@ -25,9 +25,10 @@ ScriptApi api()
 
 void run_function(benchmark::State& state, const char* text, int calls)
 {
-    CConfigScene functions;
+    Document document;
+    CConfigScene functions(document);
     const auto name = QStringLiteral("f");
-    if (!functions.add_function(IFunc::create_func(name), true, QString::fromLatin1(text)))
+    if (!functions.set_function(name, QString::fromLatin1(text)))
         state.SkipWithError("the function cannot be added");
     ScriptRuntime runtime(functions, api());
     for (auto _ : state)

@@ -35,7 +35,7 @@ public:
         if (m_dialog)
             return m_dialog->get_func_str(m_event);
         const CGuiEvent* bound = m_events.GetFunc(m_object.id(), m_event);
-        return bound ? bound->function : CEventManager::new_function_name(m_object.id(), m_event);
+        return bound ? bound->function() : CEventManager::new_function_name(m_object.id(), m_event);
     }
 
     bool exists() const
@@ -48,7 +48,7 @@ public:
     {
         const QString name = function_name();
         if (!m_functions.find_function(name))
-            if (Status added = m_functions.add_function(IFunc::create_func(name), true); !added)
+            if (Status added = m_functions.add_function(IFunc::create_func(m_functions, name), true); !added)
                 return added;
         if (m_dialog || m_events.CreateEventW(m_object.id(), m_event, name))
             return {};

@@ -15,7 +15,7 @@ namespace {
 QSize picture_size(std::span<const ImageRow> rows, const CGuiCore& core, const ModelObject& control)
 {
     for (const ImageRow& row : rows)
-        for (const QString& name : control.fields().find(row.field)->pictures(control.authored_state()))
+        for (const QString& name : control.fields().find(row.field)->names(control.authored_state()))
             if (const QImage picture = texture(core, name); !picture.isNull())
                 return picture.size();
     return {};

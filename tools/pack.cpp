@@ -1,10 +1,12 @@
-// tarn-pack SOURCE OUT.tarn [PICTURES]: packs a folder of readable sources (manifest.json, scene.json, textures/) into a
+// tarn-pack SOURCE OUT.tarn [PICTURES]: packs a folder of readable sources (manifest.json, the texts of the parts, functions/ with a file each, textures/) into a
 // package; PICTURES is a further folder of pictures. The scene is read and written as the program does it, so the
 // package holds the canonical text.
 
+#include "gui_scene/event_manager.h"
 #include "gui_scene/package_reader.h"
 #include "gui_scene/package_writer.h"
 #include "gui_scene/save_opt.h"
+#include "script/config_scene.h"
 #include "store/pak_file.h"
 
 #include <QCoreApplication>
@@ -37,9 +39,8 @@ tarn::Status add_functions(const QString& folder, CConfigScene& functions)
 {
     const QFileInfoList files = QDir(folder).entryInfoList({QStringLiteral("*.lua")}, QDir::Files, QDir::Name);
     for (const QFileInfo& file : files) {
-        const auto function = IFunc::create_func(file.completeBaseName());
         const QString text = QString::fromUtf8(read(file.filePath()));
-        if (auto status = functions.add_function(function, false, text); !status)
+        if (auto status = functions.set_function(file.completeBaseName(), text); !status)
             return status;
     }
     return {};
@@ -54,20 +55,22 @@ tarn::Status pack(const QStringList& arguments)
         add_pictures(arguments.at(3), files);
 
     tarn::Document document;
+    CConfigScene functions(document);
+    CEventManager events(document);
     CGuiCore core(document);
-    auto content = tarn::read_content(read(source + QStringLiteral("/manifest.json")),
-                                      {{QStringLiteral("scene.json"), read(source + QStringLiteral("/scene.json"))}},
-                                      files, core);
+    QMap<QString, QByteArray> texts;
+    for (const tarn::PackagePart& part : document.parts())
+        texts.insert(QLatin1String(part.entry), read(source + QLatin1Char('/') + QLatin1String(part.entry)));
+    auto content = tarn::read_content(read(source + QStringLiteral("/manifest.json")), texts, files, core);
     if (!content)
         return content.status();
-    tarn::SceneContent& scene = content.value();
-    if (auto status = add_functions(source + QStringLiteral("/functions"), *scene.functions); !status)
+    document.install(std::move(content.value()));
+    if (auto status = add_functions(source + QStringLiteral("/functions"), functions); !status)
         return status;
-    document.install(std::move(scene.objects));
     CPakFile package;
     auto status = package.create(arguments.at(2));
     if (status)
-        status = tarn::write_package(package, {core, *scene.functions, scene.events}, {});
+        status = tarn::write_package(package, core, tarn::content_to_save(core), {});
     return status ? package.close() : status;
 }
 

@@ -1,10 +1,12 @@
 #include "document.h"
 
+#include "language.h"
 #include "model_object.h"
 
 #include <QSet>
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 namespace tarn {
@@ -12,6 +14,19 @@ namespace tarn {
 namespace {
 
 constexpr quint32 document_id = Document::max_id + 1;
+
+/// For the length of a scope in which a step brings objects that are not recorded: the step has them all the same.
+class UnrecordedQuietly {
+public:
+    UnrecordedQuietly(Journal& journal, bool recorded)
+    {
+        if (!recorded)
+            m_off.emplace(journal);
+    }
+
+private:
+    std::optional<RecordingOff> m_off;
+};
 
 } // namespace
 
@@ -31,16 +46,98 @@ public:
     bool is_attached() const override { return true; }
 };
 
-/// Exchanges all objects with those that were there before a whole content came.
+/// Exchanges all objects with those that were there before a whole content came. The lists of containers that are not
+/// recorded go along: no entry of the step has them.
 class Document::IndexSwap final : public Journal::Companion {
 public:
-    explicit IndexSwap(Document& document) : m_document(document) {}
+    explicit IndexSwap(Document& document) : m_document(document)
+    {
+        for (const PackagePart& part : document.m_parts) {
+            if (part.recorded)
+                continue;
+            StatePtr empty(part.container->fresh_state());
+            empty->id = part.container->id();
+            m_containers.emplace_back(part.container, std::move(empty));
+        }
+    }
 
-    void exchange() override { m_document.m_objects.swap(m_other); }
+    void exchange() override
+    {
+        for (const auto& object : m_document.unrecorded_objects())
+            object->hang_on({});
+        m_document.m_objects.swap(m_other);
+        for (auto& [container, state] : m_containers)
+            container->swap_state(state);
+        for (const auto& object : m_document.unrecorded_objects())
+            object->hang_on({object->kind()->container->id()});
+        for (auto& [container, state] : m_containers)
+            container->refresh();
+        m_document.m_changes.touch_everything();
+    }
 
 private:
     Document& m_document;
     Index m_other;
+    std::vector<std::pair<ModelObject*, StatePtr>> m_containers;
+};
+
+/// Lets objects that are not recorded go and come with the step that brought them. What the author removed or made anew
+/// since stays so.
+class Document::AddedUnrecorded final : public Journal::Companion {
+public:
+    explicit AddedUnrecorded(std::vector<std::shared_ptr<ModelObject>> objects) : m_objects(std::move(objects)) {}
+
+    void exchange() override
+    {
+        if (m_objects.empty())
+            return;
+        Document& document = m_objects.front()->document();
+        const RecordingOff off(document.journal());
+        for (const ObjectKind& kind : document.kinds())
+            m_present ? take_out(document, kind) : put_back(document, kind);
+        m_present = !m_present;
+    }
+
+private:
+    void take_out(Document& document, const ObjectKind& kind)
+    {
+        std::erase_if(m_objects, [&](const auto& object) { return object->kind() == &kind && !object->is_attached(); });
+        document.detach(of_kind(kind));
+    }
+    void put_back(Document& document, const ObjectKind& kind)
+    {
+        const auto candidates = of_kind(kind);
+        if (candidates.empty())
+            return;
+        QSet<QString> taken;
+        if (kind.unique_key)
+            for (const ModelObject* present : document.objects_of(kind))
+                taken.insert(kind.unique_key(present->authored_state()));
+        std::erase_if(m_objects, [&](const auto& object) {
+            return object->kind() == &kind && kind.unique_key
+                && taken.contains(kind.unique_key(object->authored_state()));
+        });
+        IdList& children = *kind.children(kind.container->edit_base());
+        for (const auto& object : m_objects) {
+            if (object->kind() != &kind)
+                continue;
+            document.m_objects.insert(object->id(), object);
+            children.append(ObjectRef{object->id()});
+            object->hang_on({kind.container->id()});
+        }
+        kind.container->written_children();
+    }
+    std::vector<ModelObject*> of_kind(const ObjectKind& kind) const
+    {
+        std::vector<ModelObject*> found;
+        for (const auto& object : m_objects)
+            if (object->kind() == &kind)
+                found.push_back(object.get());
+        return found;
+    }
+
+    std::vector<std::shared_ptr<ModelObject>> m_objects;
+    bool m_present = true;
 };
 
 Document::Document() : m_journal(*this), m_root(std::make_unique<Root>(*this))
@@ -80,7 +177,15 @@ void Document::add_container(ModelObject& container)
 void Document::add_part(const PackagePart& part)
 {
     add_container(*part.container);
+    part.container->m_recorded = part.recorded;
     m_parts.push_back(part);
+}
+
+std::size_t Document::part_of(const ModelObject& container) const
+{
+    const auto found = std::find_if(m_parts.begin(), m_parts.end(),
+                                    [&](const PackagePart& part) { return part.container == &container; });
+    return std::size_t(found - m_parts.begin());
 }
 
 void Document::add_kind(ObjectKind kind)
@@ -90,6 +195,9 @@ void Document::add_kind(ObjectKind kind)
         kind.fixed->m_is_root = true;
     }
     kind.place = m_kinds.size();
+    for (const PackagePart& part : m_parts)
+        if (std::string_view(part.entry) == kind.part)
+            kind.recorded = part.recorded;
     m_kinds.push_back(std::move(kind));
     if (m_kinds.back().fixed)
         m_kinds.back().fixed->m_kind = &m_kinds.back();
@@ -116,6 +224,7 @@ std::shared_ptr<ModelObject> Document::create(const ObjectKind& kind, StatePtr s
 {
     auto object = kind.make_object(*state);
     object->m_kind = &kind;
+    object->m_recorded = kind.recorded;
     object->m_state = std::move(state);
     m_objects.insert(object->id(), object);
     return object;
@@ -187,6 +296,21 @@ std::vector<std::vector<ModelObject*>> Document::collected(bool authored) const
     return objects;
 }
 
+std::vector<ModelObject*> Document::objects_of(const ObjectKind& kind) const
+{
+    return collected(false)[kind.place];
+}
+
+std::vector<std::shared_ptr<ModelObject>> Document::unrecorded_objects() const
+{
+    std::vector<std::shared_ptr<ModelObject>> objects;
+    for (const ObjectKind& kind : m_kinds)
+        if (!kind.recorded)
+            for (const ObjectRef child : *kind.children_of(kind.container->authored_state()))
+                objects.push_back(m_objects.value(child.id));
+    return objects;
+}
+
 std::vector<ModelObject*> Document::objects() const
 {
     std::vector<ModelObject*> all;
@@ -200,7 +324,7 @@ std::vector<ModelObject*> Document::objects() const
 SceneSnapshot Document::snapshot() const
 {
     SceneSnapshot all;
-    all.next_id = state().next_id;
+    all.next_id = next_id();
     all.files = state().files;
     all.damaged = state().damaged;
     for (const PackagePart& part : m_parts)
@@ -228,34 +352,36 @@ SceneSnapshot Document::empty_scene() const
 
 /// Makes the objects of states whose links are complete. That one came to hang on a container or a fixed object is
 /// recorded: without it, undo could not tell that the object is gone.
-void Document::make_objects(SceneSnapshot& content)
+std::vector<std::shared_ptr<ModelObject>> Document::make_objects(SceneSnapshot& content)
 {
-    std::vector<ModelObject*> made;
+    std::vector<std::shared_ptr<ModelObject>> made;
     for (std::size_t k = 0; k < m_kinds.size(); ++k) {
         if (m_kinds[k].fixed)
             continue;
         m_objects.reserve(m_objects.size() + qsizetype(content.objects[k].size()));
         for (StatePtr& state : content.objects[k]) {
             const ObjectRef parent = state->parent;
-            const bool hangs_on_permanent = m_permanent.contains(parent.id);
-            if (hangs_on_permanent)
+            const bool is_told = m_kinds[k].recorded && m_permanent.contains(parent.id);
+            if (is_told)
                 SceneSnapshot::edit<ObjectState>(state).parent = {};
-            ModelObject* object = create(m_kinds[k], std::move(state)).get();
-            if (hangs_on_permanent)
+            const auto& object = made.emplace_back(create(m_kinds[k], std::move(state)));
+            if (is_told)
                 object->edit_base().parent = parent;
-            made.push_back(object);
         }
     }
-    for (ModelObject* object : made)
+    for (const auto& object : made)
         object->refresh_links();
-    for (ModelObject* object : made)
+    for (const auto& object : made)
         object->state_changed();
+    return made;
 }
 
 void Document::install(SceneSnapshot content)
 {
     // What hangs on containers and fixed objects goes, and with it what hangs on that.
     for (const ObjectKind& kind : m_kinds) {
+        if (!kind.recorded)
+            continue;
         for (const auto& [id, parent] : m_permanent) {
             const IdList* ids = kind.children_of(parent->authored_state());
             if (!ids || (kind.container && kind.container != parent))
@@ -277,6 +403,7 @@ void Document::install(SceneSnapshot content)
     swap.reset();
 
     for (std::size_t i = 0; i < m_parts.size(); ++i) {
+        const UnrecordedQuietly quiet(m_journal, m_parts[i].recorded);
         SceneSnapshot::edit<ObjectState>(content.containers[i]).id = m_parts[i].container->id();
         m_parts[i].container->replace_state(content.containers[i]);
     }
@@ -293,7 +420,17 @@ void Document::install(SceneSnapshot content)
     make_objects(content);
     for (const auto& [id, object] : m_permanent)
         object->refresh();
-    m_changes.touch_everything();
+}
+
+Status Document::check_room(const SceneSnapshot& content) const
+{
+    for (const ObjectKind& kind : m_kinds)
+        if (objects_of(kind).size() + content.objects[kind.place].size() > kind.most)
+            return Status::error(lang(u"场景中的%1过多（最多 %2 个）。",
+                                      u"The scene would have too many objects of the kind \"%1\" (at most %2).")
+                                     .arg(lang(kind.chinese, kind.english))
+                                     .arg(kind.most));
+    return {};
 }
 
 void Document::append(SceneSnapshot content)
@@ -309,15 +446,18 @@ void Document::append(SceneSnapshot content)
     for (std::size_t k = 0; k < m_kinds.size(); ++k) {
         if (!m_kinds[k].container || content.objects[k].empty())
             continue;
+        const UnrecordedQuietly quiet(m_journal, m_kinds[k].recorded);
         IdList& children = *m_kinds[k].children(m_kinds[k].container->edit_base());
         for (StatePtr& state : content.objects[k]) {
             SceneSnapshot::edit<ObjectState>(state).parent = {m_kinds[k].container->id()};
             children.append(ObjectRef{state->id});
         }
     }
-    make_objects(content);
+    auto unrecorded = make_objects(content);
     for (const PackagePart& part : m_parts)
         part.container->written_children();
+    std::erase_if(unrecorded, [](const auto& object) { return object->kind()->recorded; });
+    m_journal.add_companion(std::make_unique<AddedUnrecorded>(std::move(unrecorded)));
 }
 
 // Identifiers ---------------------------------------------------------------------------------------------------------
@@ -328,14 +468,25 @@ quint32 Document::ids_left() const
     return next > max_id ? 0 : max_id - next + 1;
 }
 
-quint32 Document::take_id()
+quint32 Document::take_id(bool recorded)
 {
     if (ids_left() == 0)
         return 0;
     m_next_id = std::max(m_next_id, state().next_id);
     const quint32 id = m_next_id++;
-    m_root->write<DocumentState>([this](DocumentState& s) { s.next_id = m_next_id; });
+    if (recorded)
+        m_root->write<DocumentState>([this](DocumentState& s) { s.next_id = m_next_id; });
     return id;
+}
+
+/// What a package tells: no object that is part of the scene has an id from there on. Undo does not take back the making
+/// of objects that are not recorded, so their ids count by themselves.
+quint32 Document::next_id() const
+{
+    quint32 next = state().next_id;
+    for (const auto& object : unrecorded_objects())
+        next = std::max(next, object->id() + 1);
+    return next;
 }
 
 const DocumentState& Document::state() const
@@ -351,7 +502,7 @@ void Document::edit_files(const std::function<void(QMap<QString, QByteArray>&)>&
 void Document::forget_history()
 {
     m_journal.clear();
-    m_next_id = state().next_id;
+    m_next_id = next_id();
     drop_unreachable();
 }
 

@@ -5,6 +5,7 @@
 #include "object_kind.h"
 #include "object_state.h"
 #include "scene_snapshot.h"
+#include "status.h"
 
 #include <QHash>
 #include <QMap>
@@ -58,6 +59,8 @@ public:
     /// The part's container gets its id here.
     void add_part(const PackagePart& part);
     const std::vector<PackagePart>& parts() const { return m_parts; }
+    /// The place of a part's container in parts(), and of its state in a snapshot.
+    std::size_t part_of(const ModelObject& container) const;
     /// Parents come before their children.
     void add_kind(ObjectKind kind);
     /// Frees all objects and forgets parts and kinds: the plug-in that brought them goes.
@@ -75,6 +78,8 @@ public:
     {
         return dynamic_cast<Object*>(find(id));
     }
+    /// Those of a kind that are part of the scene, each parent's in their order.
+    std::vector<ModelObject*> objects_of(const ObjectKind& kind) const;
     /// An object made from a state that has an id and no children; not part of the scene yet: attach() does that.
     std::shared_ptr<ModelObject> create(const ObjectKind& kind, StatePtr state);
     /// Puts the object, which has no parent, into the parent's list at `place`, at most its length; recorded.
@@ -92,11 +97,14 @@ public:
     void install(SceneSnapshot content);
     /// Adds the objects of the kinds, whose ids have to be unused, behind those that are there, and the files; recorded.
     void append(SceneSnapshot content);
+    /// Fails when the scene may not have so many more objects of a kind.
+    Status check_room(const SceneSnapshot& content) const;
     /// Every object that is part of the scene, containers left out, parents before their children.
     std::vector<ModelObject*> objects() const;
 
-    /// An id that no object has or had; 0 when all are used up, which only a made-up package brings about.
-    quint32 take_id();
+    /// An id that no object has or had; 0 when all are used up, which only a made-up package brings about. `recorded`:
+    /// it is for an object whose making is undone.
+    quint32 take_id(bool recorded = true);
     /// How many times take_id() still answers an id.
     quint32 ids_left() const;
 
@@ -125,11 +133,14 @@ private:
     friend class ShownWrites;
     class Root;
     class IndexSwap;
+    class AddedUnrecorded;
     using Index = QHash<quint32, std::shared_ptr<ModelObject>>;
 
     void note_overlaid(ModelObject& object) { m_overlaid.push_back(&object); }
     void add_container(ModelObject& container);
-    void make_objects(SceneSnapshot& content);
+    std::vector<std::shared_ptr<ModelObject>> make_objects(SceneSnapshot& content);
+    std::vector<std::shared_ptr<ModelObject>> unrecorded_objects() const;
+    quint32 next_id() const;
     std::vector<std::vector<ModelObject*>> collected(bool authored) const;
 
     Journal m_journal;

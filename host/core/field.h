@@ -64,10 +64,10 @@ public:
     /// The references to objects that this field holds; none when it is not of that kind.
     virtual void each_reference(const ObjectState& state, const std::function<void(ObjectRef)>& visit) const = 0;
     virtual void each_reference(ObjectState& state, const std::function<void(ObjectRef&)>& visit) const = 0;
-    /// The pictures that this field names; none when it is not of that kind.
-    virtual QStringList pictures(const ObjectState& state) const = 0;
+    /// What this field names, empty names left out; nothing when the rules do not tell what it names.
+    virtual QStringList names(const ObjectState& state) const = 0;
     /// Puts `renamed(name)` in the place of each of them.
-    virtual void rename_pictures(ObjectState& state, const std::function<QString(const QString&)>& renamed) const = 0;
+    virtual void rename(ObjectState& state, const std::function<QString(const QString&)>& renamed) const = 0;
 
 private:
     FieldKey m_key;
@@ -200,21 +200,21 @@ public:
         if constexpr (std::is_same_v<Part, ObjectRef>)
             change_parts(state, visit);
     }
-    QStringList pictures(const ObjectState& state) const override
+    QStringList names(const ObjectState& state) const override
     {
         QStringList names;
         if constexpr (std::is_same_v<Part, QString>)
-            if (rules().picture)
+            if (rules().picture || rules().function)
                 Kind::each_part(m_access.get(cast(state)), [&](const QString& name) {
                     if (!name.isEmpty())
                         names.append(name);
                 });
         return names;
     }
-    void rename_pictures(ObjectState& state, const std::function<QString(const QString&)>& renamed) const override
+    void rename(ObjectState& state, const std::function<QString(const QString&)>& renamed) const override
     {
         if constexpr (std::is_same_v<Part, QString>)
-            if (rules().picture && !is_default(state))
+            if ((rules().picture || rules().function) && !is_default(state))
                 change_parts(state, [&](QString& name) {
                     if (!name.isEmpty())
                         name = renamed(name);

@@ -17,6 +17,7 @@ struct FieldRules {
     int max_length = std::numeric_limits<int>::max(); ///< of each text, in UTF-16 units
     bool read_only = false;                           ///< set by the object itself only
     bool picture = false;                             ///< the texts name pictures of the scene
+    bool function = false;                            ///< the texts name functions of the scene
     bool derived = false;                             ///< follows from other fields and is not saved
     bool children = false;                            ///< a list of children, which is changed and saved with them
 };

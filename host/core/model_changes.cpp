@@ -60,6 +60,7 @@ void ModelChanges::touch(ModelObject& object, const StatePtr& before)
 {
     if (std::exchange(object.m_touched_in, m_turn) == m_turn)
         return;
+    object.m_touched_place = m_pending.objects.size();
     m_pending.objects.push_back({&object, before});
     schedule();
 }
@@ -80,7 +81,7 @@ void ModelChanges::schedule()
 void ModelChanges::forget(const ModelObject& object)
 {
     if (object.m_touched_in == m_turn)
-        std::erase_if(m_pending.objects, [&](const ModelChange::Object& change) { return change.object == &object; });
+        m_pending.objects[object.m_touched_place].object = nullptr;
 }
 
 void ModelChanges::tell()
@@ -90,7 +91,8 @@ void ModelChanges::tell()
         return schedule();
     if (m_pending.objects.empty() && !m_pending.everything)
         return;
-    const ModelChange change = std::exchange(m_pending, {});
+    ModelChange change = std::exchange(m_pending, {});
+    std::erase_if(change.objects, [](const ModelChange::Object& object) { return !object.object; });
     ++m_turn;
     m_telling = true;
     // By index: a listener may add others.

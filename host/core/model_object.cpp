@@ -17,8 +17,12 @@ ModelObject::~ModelObject()
 StatePtr ModelObject::note_state()
 {
     Journal& journal = m_document.journal();
-    if (m_noted_in == journal.serial() || !journal.recording() || (m_kind && !m_kind->recorded))
+    if (m_noted_in == journal.serial() || !journal.recording())
         return {};
+    if (!m_recorded) {
+        journal.changed_outside();
+        return {};
+    }
     m_noted_in = journal.serial();
     return journal.note(*this, m_state);
 }
@@ -47,6 +51,11 @@ void ModelObject::written(const WrittenFields& fields)
     StatePtr& state = m_document.writes_shown() ? m_shown->state : m_state;
     state.detach();
     state->settle(fields);
+    settled(fields);
+}
+
+void ModelObject::settled(const WrittenFields& fields)
+{
     keep_shown();
     follow_parent();
     after_write(fields);
@@ -140,12 +149,21 @@ bool ModelObject::store(const FieldBase& field, StatePtr wanted)
             m_state = std::move(start);
             m_state.detach();
             field.copy(*wanted, *m_state);
+            m_state->settle(field.key());
         } else {
             m_state = std::move(wanted);
         }
     }
-    written(field.key());
+    settled(field.key());
     return true;
+}
+
+/// Without a word to anybody: for what is not recorded, when whole contents change.
+void ModelObject::hang_on(ObjectRef parent)
+{
+    m_state.detach();
+    m_state->parent = parent;
+    follow_parent();
 }
 
 /// The caller refreshes the object, when others are what they will be.

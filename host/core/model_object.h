@@ -95,6 +95,7 @@ protected:
     ObjectState& edit_base();
     /// Puts the rules in force and tells of the change.
     void written(const WrittenFields& fields);
+    void settled(const WrittenFields& fields);
     /// The same after a write to the list of children alone.
     void written_children();
 
@@ -131,6 +132,7 @@ private:
     StatePtr note_state();
     bool store(const FieldBase& field, StatePtr wanted);
     void swap_state(StatePtr& other) { m_state.swap(other); }
+    void hang_on(ObjectRef parent);
     void keep_shown();
     /// Takes over a finished state of the same object; recorded like any change.
     void replace_state(StatePtr state);
@@ -144,9 +146,11 @@ private:
     std::unique_ptr<Shown> m_shown; ///< null while everything is shown as authored
     ModelObject* m_parent = nullptr;
     const ObjectKind* m_kind = nullptr;
-    std::size_t m_noted_in = 0;   ///< the journal's serial when the state was last kept
-    std::size_t m_touched_in = 0; ///< the turn in which the change was last told
-    bool m_is_root = false;       ///< a container
+    std::size_t m_noted_in = 0;      ///< the journal's serial when the state was last kept
+    std::size_t m_touched_in = 0;    ///< the turn in which the change was last told
+    std::size_t m_touched_place = 0; ///< among the changes of that turn
+    bool m_is_root = false;          ///< a container
+    bool m_recorded = true;          ///< changes are steps of undo
 };
 
 /// Calls `visit` for each element of `list` in order and has the memory of those to come fetched meanwhile. `object`

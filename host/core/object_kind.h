@@ -2,7 +2,10 @@
 
 #include "object_state.h"
 
+#include <QString>
+
 #include <functional>
+#include <limits>
 #include <memory>
 
 namespace tarn {
@@ -15,6 +18,8 @@ class ModelObject;
 struct PackagePart {
     const char* entry; ///< "scene.json"
     ModelObject* container;
+    bool required = false; ///< a package without the entry is none; others are written only when there is something
+    bool recorded = true;  ///< changes of the container and of the objects in it are steps of undo
 };
 
 /// What the program knows of a kind of objects: how they are saved, made and linked. Whatever goes through all objects
@@ -25,7 +30,6 @@ struct ObjectKind {
     const char16_t* chinese;          ///< what a person calls one of them
     const char16_t* english;          ///< "control"
     bool saves_type = false;          ///< the member "type" of a saved object chooses its class
-    bool recorded = true;             ///< changes are steps of undo
     ModelObject* container = nullptr; ///< on which they hang; null: their parent is an object and is saved with them
     ModelObject* fixed = nullptr;     ///< the only one of its kind, which is always there
     /// A fresh state; null for a type that there is not.
@@ -33,8 +37,14 @@ struct ObjectKind {
     std::function<std::shared_ptr<ModelObject>(const ObjectState& state)> make_object{};
     /// The list of ids in a parent's state; null when `parent` cannot have such children.
     IdList* (*children)(ObjectState& parent) = nullptr;
+    /// What no two objects of the kind have alike; null where there is no such thing. An empty answer: the object lacks
+    /// something without which it is nothing.
+    QString (*unique_key)(const ObjectState& state) = nullptr;
+    std::size_t most = std::numeric_limits<std::size_t>::max(); ///< that a scene may have
 
-    std::size_t place = 0; ///< in the table; the document sets it
+    // The document sets these.
+    std::size_t place = 0; ///< in the table
+    bool recorded = true;  ///< as the part says
 
     /// The same for reading; null too when no object is anybody's child in this way.
     const IdList* children_of(const ObjectState& parent) const

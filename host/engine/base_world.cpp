@@ -6,8 +6,7 @@
 #include <algorithm>
 
 CBaseWorld::CBaseWorld()
-    : m_no_functions(std::make_unique<CConfigScene>()),
-      m_functions(m_no_functions.get()),
+    : m_functions(std::make_unique<CConfigScene>(m_document)),
       m_scripts(std::make_unique<tarn::ScriptRuntime>(*m_functions))
 {
     for (const char* kind : {"ground", "camera"}) {
@@ -81,8 +80,7 @@ void CBaseWorld::api_reset_mt()
     m_tool = m_default_tool;
 }
 
-void CBaseWorld::set_scene_functions(CConfigScene* functions, tarn::ScriptApi api)
+void CBaseWorld::set_script_api(tarn::ScriptApi api)
 {
-    m_functions = functions ? functions : m_no_functions.get();
     m_scripts = std::make_unique<tarn::ScriptRuntime>(*m_functions, std::move(api));
 }

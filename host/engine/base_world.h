@@ -83,15 +83,15 @@ public:
     CSelection& selection() { return m_selection; }
     const std::vector<std::unique_ptr<tarn::SceneObject>>& objects() const { return m_objects; }
 
-    /// The scene's functions, and what runs them. Both are empty until a scene brings its own.
+    /// The scene's functions, and what runs them.
     CConfigScene& config_scene() { return *m_functions; }
     tarn::ScriptRuntime& scripts() { return *m_scripts; }
     /// What the running scene's functions did.
     tarn::ScriptLog& script_log() { return m_script_log; }
     /// Given by the program: shows a message (its text, its title) soon, without waiting for the answer.
     std::function<void(const QString&, const QString&)> on_message;
-    /// The world does not own the functions; null takes the scene's away.
-    void set_scene_functions(CConfigScene* functions, tarn::ScriptApi api);
+    /// What functions can call and reach; a scene brings it.
+    void set_script_api(tarn::ScriptApi api);
     /// Opens a step of undo of that name, which lasts until the answer is let go. Null: there is nothing to undo.
     std::function<std::shared_ptr<void>(const QString& name)> begin_edit;
 
@@ -106,8 +106,7 @@ private:
     tarn::OrbitCamera m_camera;
     CSelection m_selection;
     std::vector<std::unique_ptr<tarn::SceneObject>> m_objects;
-    std::unique_ptr<CConfigScene> m_no_functions; ///< stand in while there is no scene
-    CConfigScene* m_functions;
+    std::unique_ptr<CConfigScene> m_functions;
     tarn::ScriptLog m_script_log;
     std::unique_ptr<tarn::ScriptRuntime> m_scripts; ///< dies before the functions
 };

@@ -21,7 +21,7 @@ void tarn::LiveState::forget(const CDXUTControl* control)
 CGuiCore::CGuiCore(tarn::Document& document)
     : ModelObject(document, new CoreState), m_root(std::make_shared<CDXUTDialog>(*this, tarn::DialogState::root()))
 {
-    document.add_part({"scene.json", this});
+    document.add_part({.entry = "scene.json", .container = this, .required = true});
     add_kinds();
     document.before_free = [this] {
         follow_structure();

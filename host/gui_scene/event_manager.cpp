@@ -1,172 +1,137 @@
 #include "event_manager.h"
 
-#include "core/language.h"
-#include "core/utf8.h"
 #include "gui_core/gui_event.h"
 #include "script/config_scene.h"
 
-#include <utility>
+#include <span>
 
-using tarn::lang;
-using tarn::Status;
+using namespace tarn;
 
 namespace {
+
+constexpr const char* entry = "events.json";
 
 quint64 key_of(quint32 control, quint32 type)
 {
     return quint64(control) << 32 | type;
 }
 
-quint64 key_of(const CGuiEvent& event)
+/// Empty for an event that lacks its control, type or function.
+QString unique_key(const ObjectState& state)
 {
-    return key_of(event.control, event.type);
-}
-
-Status read_event(tarn::JsonCursor& cursor, CGuiEvent& event)
-{
-    return cursor.each_member([&](std::string_view key, tarn::JsonCursor& value) -> Status {
-        if (key == "control")
-            return value.read(event.control);
-        if (key == "type")
-            return value.read(event.type);
-        if (key == "function")
-            return value.read(event.function);
-        QByteArray json;
-        auto status = value.read_raw(json);
-        event.unknown.append({tarn::from_utf8(key), json});
-        return status;
-    });
+    const auto& event = static_cast<const EventState&>(state);
+    if (event.control.id == 0 || event.type == 0 || event.function.isEmpty())
+        return {};
+    return QString::number(event.control.id) + QLatin1Char('/') + QString::number(event.type);
 }
 
 } // namespace
+
+const FieldTable& EventState::field_table()
+{
+    using S = EventState;
+    static const FieldTable table(
+        nullptr, field<S, &S::id>("id", 0u, read_only()), field<S, &S::control>("control", {}, read_only()),
+        field<S, &S::type>("type", 0u, read_only()),
+        field<S, &S::function>("function", {}, {.max_length = IFunc::max_name, .function = true}));
+    return table;
+}
+
+const FieldTable& EventsState::field_table()
+{
+    using S = EventsState;
+    static const FieldTable table(nullptr, field<S, &S::events>("event_ids", {}, children()));
+    return table;
+}
+
+CGuiEvent::CGuiEvent(CEventManager& manager) : ModelObject(manager.document(), new EventState) {}
+
+CEventManager::CEventManager(Document& document) : ModelObject(document, new EventsState)
+{
+    document.add_part({.entry = entry, .container = this, .recorded = false});
+    document.add_kind({.part = entry,
+                       .key = "events",
+                       .chinese = u"事件",
+                       .english = u"event",
+                       .container = this,
+                       .make_state = [](int) -> ObjectState* { return new EventState; },
+                       .make_object = [this](const ObjectState&) { return std::make_shared<CGuiEvent>(*this); },
+                       .children =
+                           [](ObjectState& parent) {
+                               auto* events = dynamic_cast<EventsState*>(&parent);
+                               return events ? &events->events : nullptr;
+                           },
+                       .unique_key = unique_key,
+                       .most = max_events});
+    m_kind = &document.kinds().back();
+}
 
 QString CEventManager::new_function_name(quint32 control, quint32 type)
 {
     return QStringLiteral("GUI_FUNC_%1_%2").arg(control).arg(GetEventStrName(type));
 }
 
+void CEventManager::find_events() const
+{
+    m_stale = false;
+    m_events.clear();
+    m_by_key.clear();
+    for (const ObjectRef child : state<EventsState>().events) {
+        auto* event = static_cast<CGuiEvent*>(document().find(child.id));
+        m_events.push_back(event);
+        m_by_key.insert(key_of(event->control(), event->type()), event);
+    }
+}
+
+const std::vector<CGuiEvent*>& CEventManager::events() const
+{
+    if (m_stale)
+        find_events();
+    return m_events;
+}
+
 CGuiEvent* CEventManager::GetFunc(quint32 control, quint32 type) const
 {
+    if (m_stale)
+        find_events();
     return m_by_key.value(key_of(control, type));
-}
-
-void CEventManager::add(CGuiEvent event)
-{
-    m_events.push_back(std::make_unique<CGuiEvent>(std::move(event)));
-    m_by_key.insert(key_of(*m_events.back()), m_events.back().get());
-}
-
-void CEventManager::tell_changed() const
-{
-    if (on_changed)
-        on_changed();
 }
 
 CGuiEvent* CEventManager::CreateEventW(quint32 control, quint32 type, const QString& function)
 {
     if (CGuiEvent* present = GetFunc(control, type)) {
-        if (std::exchange(present->function, function) != function)
-            tell_changed();
+        present->set_function(function);
         return present;
     }
-    if (m_events.size() >= max_events)
+    const quint32 id = events().size() < max_events ? document().take_id(false) : 0;
+    if (id == 0)
         return nullptr;
-    add({.control = control, .type = type, .function = function});
-    tell_changed();
-    return GetFunc(control, type);
+    auto* fresh = new EventState;
+    StatePtr state(fresh);
+    fresh->id = id;
+    fresh->control = {control};
+    fresh->type = type;
+    fresh->function = function;
+    auto* event = static_cast<CGuiEvent*>(document().create(*m_kind, std::move(state)).get());
+    document().attach(*event, *this, qsizetype(m_events.size()));
+    m_events.push_back(event);
+    m_by_key.insert(key_of(control, type), event);
+    m_stale = false; // It was not before: many that are added one by one need no search each.
+    return event;
 }
 
 void CEventManager::RemoveEvent(CGuiEvent* event)
 {
-    remove_if([event](const CGuiEvent& candidate) { return &candidate == event; });
-}
-
-std::size_t CEventManager::take_out(const std::function<bool(const CGuiEvent&)>& gone, std::vector<CGuiEvent>* taken)
-{
-    return std::erase_if(m_events, [&](const std::unique_ptr<CGuiEvent>& event) {
-        const bool goes = gone(*event);
-        if (goes)
-            m_by_key.remove(key_of(*event));
-        if (goes && taken)
-            taken->push_back(std::move(*event));
-        return goes;
-    });
+    ModelObject* gone = event;
+    document().detach(std::span(&gone, 1));
 }
 
 std::size_t CEventManager::remove_if(const std::function<bool(const CGuiEvent&)>& gone)
 {
-    const auto removed = take_out(gone, nullptr);
-    if (removed > 0)
-        tell_changed();
-    return removed;
-}
-
-void CEventManager::swap(CEventManager& other)
-{
-    m_events.swap(other.m_events);
-    m_by_key.swap(other.m_by_key);
-}
-
-std::vector<CGuiEvent> CEventManager::attach(std::vector<CGuiEvent> events)
-{
-    std::erase_if(events, [this](const CGuiEvent& event) {
-        const bool refused = m_events.size() >= max_events || IsFuncExist(event.control, event.type);
-        if (!refused)
-            add(event);
-        return refused;
-    });
-    return events;
-}
-
-std::vector<CGuiEvent> CEventManager::detach(const std::vector<CGuiEvent>& events)
-{
-    QHash<quint64, bool> keys;
-    for (const CGuiEvent& event : events)
-        keys.insert(key_of(event), true);
-    std::vector<CGuiEvent> detached;
-    take_out([&keys](const CGuiEvent& event) { return keys.contains(key_of(event)); }, &detached);
-    return detached;
-}
-
-void CEventManager::write(tarn::JsonWriter& writer, const std::function<bool(const CGuiEvent&)>& wanted) const
-{
-    writer.begin_array();
-    for (const auto& event : m_events) {
-        if (!wanted(*event))
-            continue;
-        writer.new_line();
-        writer.begin_object();
-        writer.key("control");
-        writer.value(event->control);
-        writer.key("type");
-        writer.value(event->type);
-        writer.key("function");
-        writer.value(event->function);
-        for (const auto& [name, json] : event->unknown)
-            writer.raw_member(name, std::string_view(json.constData(), std::size_t(json.size())));
-        writer.end_object();
-    }
-    writer.new_line();
-    writer.end_array();
-}
-
-Status CEventManager::read(tarn::JsonCursor& cursor)
-{
-    return cursor.each_element([this](tarn::JsonCursor& element) {
-        CGuiEvent event;
-        if (auto status = read_event(element, event); !status)
-            return status;
-        if (event.control == 0 || event.type == 0 || event.function.isEmpty())
-            return element.fail(lang(u"事件缺少控件、类型或函数", u"an event lacks its control, type or function"));
-        if (event.function.size() > IFunc::max_name)
-            return element.fail(lang(u"函数名过长", u"the name of the function is too long"));
-        if (IsFuncExist(event.control, event.type))
-            return element.fail(
-                lang(u"控件 %1 的事件出现了两次", u"an event of control %1 appears twice").arg(event.control));
-        if (m_events.size() >= max_events)
-            return element.fail(
-                lang(u"事件过多（最多 %1 个）", u"there are too many events (at most %1)").arg(max_events));
-        add(std::move(event));
-        return Status();
-    });
+    std::vector<ModelObject*> removed;
+    for (CGuiEvent* event : events())
+        if (gone(*event))
+            removed.push_back(event);
+    document().detach(removed);
+    return removed.size();
 }

@@ -1,36 +1,62 @@
 #pragma once
 
-#include "core/json_reader.h"
-#include "core/json_writer.h"
-#include "core/status.h"
+#include "core/model_object.h"
 
-#include <QByteArray>
 #include <QHash>
-#include <QList>
 #include <QString>
 
 #include <functional>
 #include <memory>
 #include <vector>
 
-/// The binding of an event of a control to the scene function that runs when it happens.
-struct CGuiEvent {
-    quint32 control = 0;                             ///< the control's id; kept when the control is gone
-    quint32 type = 0;                                ///< GuiEventType
-    QString function;                                ///< the function's name; there need not be one of that name
-    QList<std::pair<QString, QByteArray>> unknown{}; ///< members of the saved event that this version does not know
+class CEventManager;
+
+namespace tarn {
+
+struct EventState : StateOf<EventState> {
+    ObjectRef control; ///< kept when the control is gone
+    quint32 type = 0;  ///< GuiEventType
+    QString function;  ///< the function's name; there need not be one of that name
+
+    static const FieldTable& field_table();
 };
 
-/// The event bindings of a scene. They are not recorded by the undo journal.
-class CEventManager {
+/// The table of events as an object: what the events hang on.
+struct EventsState : StateOf<EventsState> {
+    IdList events;
+
+    static const FieldTable& field_table();
+};
+
+} // namespace tarn
+
+/// The binding of an event of a control to the scene function that runs when it happens.
+class CGuiEvent final : public tarn::ModelObject {
+public:
+    explicit CGuiEvent(CEventManager& manager);
+
+    quint32 control() const { return event_state().control.id; }
+    quint32 type() const { return event_state().type; }
+    const QString& function() const { return event_state().function; }
+    void set_function(const QString& name) { change<&tarn::EventState::function>(name); }
+
+    const char* class_name() const override { return "CGuiEvent"; }
+
+private:
+    const tarn::EventState& event_state() const { return state<tarn::EventState>(); }
+};
+
+/// The event bindings of a scene, in the order in which they were made. They stand outside the undo journal, but come and
+/// go with a step that replaces or merges whole contents.
+class CEventManager final : public tarn::ModelObject {
 public:
     static constexpr std::size_t max_events = 1'000'000;
 
+    /// The bindings become a part of the document.
+    explicit CEventManager(tarn::Document& document);
+
     /// The name of the function that is made for an event that has none yet.
     static QString new_function_name(quint32 control, quint32 type);
-
-    /// Called after every change by one of the operations that follow.
-    std::function<void()> on_changed;
 
     bool IsFuncExist(quint32 control, quint32 type) const { return GetFunc(control, type) != nullptr; }
     /// Null when nothing is tied to the event.
@@ -41,28 +67,19 @@ public:
     /// Removes the events for which `gone` answers true; answers how many.
     std::size_t remove_if(const std::function<bool(const CGuiEvent&)>& gone);
 
-    /// In the order in which they were made.
-    const std::vector<std::unique_ptr<CGuiEvent>>& events() const { return m_events; }
-    bool empty() const { return m_events.empty(); }
+    const std::vector<CGuiEvent*>& events() const;
+    const tarn::ObjectKind& event_kind() const { return *m_kind; }
 
-    // Whole contents. on_changed is not called: whoever does this tells of it.
-    void swap(CEventManager& other);
-    /// Adds those events that nothing is tied to yet; answers them.
-    std::vector<CGuiEvent> attach(std::vector<CGuiEvent> events);
-    /// Takes out what is tied to the events now; answers it.
-    std::vector<CGuiEvent> detach(const std::vector<CGuiEvent>& events);
-
-    /// Those events for which `wanted` answers true, one a line.
-    void write(tarn::JsonWriter& writer, const std::function<bool(const CGuiEvent&)>& wanted) const;
-    /// Into an empty manager. Names over the limit of names of functions and events that appear twice are refused;
-    /// events that this version does not know are kept.
-    tarn::Status read(tarn::JsonCursor& cursor);
+    tarn::ObjectState* fresh_state() const override { return new tarn::EventsState; }
+    const char* class_name() const override { return "CEventManager"; }
+    void children_changed() override { m_stale = true; }
 
 private:
-    void add(CGuiEvent event);
-    void tell_changed() const;
-    std::size_t take_out(const std::function<bool(const CGuiEvent&)>& gone, std::vector<CGuiEvent>* taken);
+    void find_events() const;
 
-    std::vector<std::unique_ptr<CGuiEvent>> m_events;
-    QHash<quint64, CGuiEvent*> m_by_key;
+    const tarn::ObjectKind* m_kind = nullptr; ///< of the events
+    // Worked out from the list of ids, and found anew after that changed.
+    mutable std::vector<CGuiEvent*> m_events;
+    mutable QHash<quint64, CGuiEvent*> m_by_key;
+    mutable bool m_stale = false;
 };

@@ -13,7 +13,6 @@
 #include "scene_overlay.h"
 #include "scene_tools.h"
 #include "script/gui_script_api.h"
-#include "script/scene_scripts.h"
 #include "store/enough_memory.h"
 #include "store/pak_file.h"
 #include "tex_path_info.h"
@@ -32,7 +31,7 @@ using tarn::Status;
 namespace {
 
 /// The content of the package at `path`, with the pictures that lie beside it.
-tarn::Result<tarn::SceneContent> read_file(const QString& path, CGuiCore& core)
+tarn::Result<tarn::SceneSnapshot> read_file(const QString& path, CGuiCore& core)
 {
     CPakFile package;
     if (auto status = package.open(path); !status)
@@ -52,6 +51,18 @@ void write(tarn::ModelObject& object, tarn::FieldKey key, const tarn::Value& val
         (void)object.set_property(*field, value);
 }
 
+/// Those that an object's attribute names.
+QSet<QString> named_functions(const tarn::Document& document)
+{
+    QSet<QString> names;
+    for (const tarn::ModelObject* object : document.objects())
+        for (const tarn::FieldBase* field : object->fields())
+            if (field->rules().function)
+                for (const QString& name : field->names(object->authored_state()))
+                    names.insert(name);
+    return names;
+}
+
 void write_picture(const std::vector<tarn::ModelObject*>& objects, tarn::FieldKey key, const QString& picture)
 {
     tarn::walk(objects, [&](tarn::ModelObject* object) { write(*object, key, picture); });
@@ -65,8 +76,7 @@ CGuiPlugScene::~CGuiPlugScene()
 {
     if (!m_world)
         return;
-    m_functions.on_changed = m_events.on_changed = nullptr;
-    m_world->set_scene_functions(nullptr, {});
+    m_world->set_script_api({});
     m_world->begin_edit = nullptr;
     m_world->set_default_mouse_tool(nullptr);
     m_world->set_overlay(nullptr);
@@ -85,7 +95,7 @@ void CGuiPlugScene::set_tools(MakeTools make)
 void CGuiPlugScene::join(tarn::Document& document)
 {
     m_core = std::make_unique<CGuiCore>(document);
-    m_functions.on_changed = m_events.on_changed = [this] { journal().changed_outside(); };
+    m_events = std::make_unique<CEventManager>(document);
     if (m_make_tools)
         m_tools = m_make_tools(*this);
 }
@@ -97,7 +107,7 @@ void CGuiPlugScene::on_world_created(CBaseWorld* world)
         join(world->document());
     if (m_tools)
         world->set_default_mouse_tool(&m_tools->select_tool());
-    world->set_scene_functions(&m_functions, tarn::gui_script_api(*this));
+    world->set_script_api(tarn::gui_script_api(*this));
     world->begin_edit = [this](const QString& name) { return begin_script_edit(name); };
     m_overlay = std::make_unique<tarn::SceneOverlay>(*m_core);
     world->set_overlay(m_overlay.get());
@@ -118,20 +128,25 @@ void CGuiPlugScene::clear()
 {
     play(false);
     const tarn::UserAction action(journal(), lang(u"清空界面", u"Clear Interface"));
-    install({document().empty_scene(), std::make_unique<CConfigScene>(), {}});
+    install(document().empty_scene());
 }
 
 Status CGuiPlugScene::save(CPakFile& package, const CSaveOpt& options)
 {
-    return tarn::with_enough_memory([&] { return tarn::write_package(package, parts(), options); });
+    return tarn::with_enough_memory([&] {
+        return tarn::write_package(package, *m_core, tarn::content_to_save(*m_core, options.selection_only), options);
+    });
 }
 
-void CGuiPlugScene::install(tarn::SceneContent content)
+CConfigScene& CGuiPlugScene::functions() const
+{
+    return m_world->config_scene();
+}
+
+void CGuiPlugScene::install(tarn::SceneSnapshot content)
 {
     const tarn::UserAction action(journal());
-    document().install(std::move(content.objects));
-    journal().add_companion(
-        tarn::replace_scripts(m_functions, m_events, std::move(content.functions), std::move(content.events)));
+    document().install(std::move(content));
 }
 
 /// After a preview the interface is what it was before; scripts would stay changed.
@@ -217,7 +232,7 @@ void CGuiPlugScene::RemoveDialogs(const std::vector<CDXUTDialog*>& dialogs)
         QList<CDXUTControl*> controls;
         for (const CDXUTDialog* dialog : dialogs)
             controls += dialog->controls();
-        const tarn::PictureRelease release(*m_core, m_functions, controls);
+        const tarn::PictureRelease release(*m_core, functions(), controls);
         m_core->remove_dialogs(dialogs);
     }
     m_world->broadcast(tarn::ui_scene_changed);
@@ -226,14 +241,14 @@ void CGuiPlugScene::RemoveDialogs(const std::vector<CDXUTDialog*>& dialogs)
 void CGuiPlugScene::RemoveCtrl(CDXUTControl* control)
 {
     const tarn::UserAction action(journal(), lang(u"删除控件", u"Remove Control"));
-    const tarn::PictureRelease release(*m_core, m_functions, std::span(&control, control ? 1 : 0));
+    const tarn::PictureRelease release(*m_core, functions(), std::span(&control, control ? 1 : 0));
     m_core->remove_control(control);
 }
 
 void CGuiPlugScene::RemoveCtrls(const std::vector<CDXUTControl*>& controls)
 {
     const tarn::UserAction action(journal(), lang(u"删除控件", u"Remove Control"));
-    const tarn::PictureRelease release(*m_core, m_functions, controls);
+    const tarn::PictureRelease release(*m_core, functions(), controls);
     m_core->remove_controls(controls);
 }
 
@@ -244,7 +259,7 @@ Status CGuiPlugScene::set_picture(const std::vector<tarn::ModelObject*>& objects
     const auto name = tarn::take_picture(*m_core, path);
     if (!name)
         return name.status();
-    const tarn::PictureRelease release(*m_core, m_functions, objects);
+    const tarn::PictureRelease release(*m_core, functions(), objects);
     write_picture(objects, field, name.value());
     return {};
 }
@@ -252,7 +267,7 @@ Status CGuiPlugScene::set_picture(const std::vector<tarn::ModelObject*>& objects
 void CGuiPlugScene::clear_picture(const std::vector<tarn::ModelObject*>& objects, tarn::FieldKey field)
 {
     const tarn::UserAction action(journal(), lang(u"清除图片", u"Clear Picture"));
-    const tarn::PictureRelease release(*m_core, m_functions, objects);
+    const tarn::PictureRelease release(*m_core, functions(), objects);
     write_picture(objects, field, {});
 }
 
@@ -354,14 +369,14 @@ void CGuiPlugScene::remove_deletectrl_GUI_scripts()
     if (!check_not_playing())
         return; // What a running interface lost comes back after the preview.
     QSet<QString> orphans;
-    m_events.remove_if([&](const CGuiEvent& event) {
-        const bool gone = !m_core->find_control(event.control);
-        if (gone && event.function == CEventManager::new_function_name(event.control, event.type))
-            orphans.insert(event.function);
+    m_events->remove_if([&](const CGuiEvent& event) {
+        const bool gone = !m_core->find_control(event.control());
+        if (gone && event.function() == CEventManager::new_function_name(event.control(), event.type()))
+            orphans.insert(event.function());
         return gone;
     });
-    for (const auto& event : m_events.events())
-        orphans.remove(event->function);
+    for (const QString& function : named_functions(document()))
+        orphans.remove(function);
     for (const QString& function : std::as_const(orphans))
-        m_functions.del_function(function);
+        functions().del_function(function);
 }

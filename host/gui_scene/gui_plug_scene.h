@@ -7,7 +7,7 @@
 #include "gui_core/gui_core.h"
 #include "gui_scene_model.h"
 #include "save_opt.h"
-#include "scene_content.h"
+#include "script/config_scene.h"
 #include "script/event_runner.h"
 
 #include <memory>
@@ -45,10 +45,9 @@ public:
     CGuiCore& gui_core() { return *m_core; }
     const CGuiCore& gui_core() const { return *m_core; }
     tarn::Document& document() const { return m_core->document(); }
-    /// The scene's functions and their bindings to events of controls. They are saved, but not undone.
-    CConfigScene& functions() { return m_functions; }
-    CEventManager& events() { return m_events; }
-    tarn::SceneParts parts() const { return {*m_core, m_functions, m_events}; }
+    /// The world's functions, from on_world_created() on, and their bindings to events of controls.
+    CConfigScene& functions() const;
+    CEventManager& events() const { return *m_events; }
     tarn::Journal& journal() override { return document().journal(); }
     tarn::SceneModel& model() override { return m_model; }
     /// Of a scene that has tools.
@@ -65,7 +64,7 @@ public:
     void clear();
     tarn::Status save(CPakFile& package, const CSaveOpt& options);
     /// Replaces the content; recorded like any change.
-    void install(tarn::SceneContent content);
+    void install(tarn::SceneSnapshot content);
     /// Replaces the content by the package's; on failure, and during a preview, nothing changes.
     tarn::Status load(const CPakFile& package, const CTexPathInfo& textures);
     /// Merges the package at `path`; see tarn::merge_content. On failure, and during a preview, nothing
@@ -131,9 +130,8 @@ private:
     /// One step of undo, for what a script does outside a preview, until the answer is let go.
     std::shared_ptr<void> begin_script_edit(const QString& name);
 
+    std::unique_ptr<CEventManager> m_events; ///< the core closes the document that they are part of
     std::unique_ptr<CGuiCore> m_core;
-    CConfigScene m_functions;
-    CEventManager m_events;
     tarn::EventRunner m_runner{*this};
     tarn::GuiSceneModel m_model{*this};
     std::unique_ptr<tarn::SceneOverlay>

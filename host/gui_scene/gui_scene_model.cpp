@@ -118,7 +118,7 @@ std::vector<SceneModel::Event> GuiSceneModel::events() const
 {
     std::vector<Event> all;
     for (const auto& event : m_scene.events().events())
-        all.push_back({m_scene.gui_core().find_control(event->control), event->type, event->function});
+        all.push_back({m_scene.gui_core().find_control(event->control()), event->type(), event->function()});
     return all;
 }
 

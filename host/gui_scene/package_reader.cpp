@@ -23,7 +23,6 @@ namespace tarn {
 namespace {
 
 const QString manifest_name = QStringLiteral("manifest.json");
-const QString scene_name = QStringLiteral("scene.json");
 
 bool is_part(const Document& document, const QString& entry)
 {
@@ -43,18 +42,6 @@ Status read_styles(CoreState& state, JsonCursor& value)
         state.styles.insert(name, json);
         return status;
     });
-}
-
-/// An id is not issued again while an event still names it.
-Status reserve_event_ids(SceneReader& reader, const CEventManager& events)
-{
-    for (const auto& event : events.events())
-        if (!reader.reserve_id(event->control))
-            return Status::error(
-                lang(u"%1：事件的控件编号 %2 无效。", u"%1: an event names the control %2, which is no valid id.")
-                    .arg(scene_name)
-                    .arg(event->control));
-    return {};
 }
 
 /// Pictures that are named but not in the package may lie beside it.
@@ -102,45 +89,37 @@ Status read_manifest(QByteArray text, quint32& next_id)
 
 } // namespace
 
-Result<SceneContent> read_content(QByteArray manifest, QMap<QString, QByteArray> texts, QMap<QString, QByteArray> files,
-                                  CGuiCore& core)
+Result<SceneSnapshot> read_content(QByteArray manifest, QMap<QString, QByteArray> texts,
+                                   QMap<QString, QByteArray> files, CGuiCore& core)
 {
     quint32 next_id = 0;
     if (auto status = read_manifest(std::move(manifest), next_id); !status)
         return status;
     const Document& document = core.document();
-    SceneContent content;
     SceneReader reader(document);
-    for (std::size_t i = 0; i < document.parts().size(); ++i) {
-        const PackagePart& part = document.parts()[i];
+    for (const PackagePart& part : document.parts()) {
+        QByteArray text = texts.take(QLatin1String(part.entry));
+        if (text.isEmpty() && !part.required)
+            continue;
         const auto read_more = [&](std::string_view key, JsonCursor& value, Status& status) {
-            if (part.container != &core)
+            if (part.container != &core || key != "styles")
                 return false;
-            if (key == "styles")
-                status = read_styles(static_cast<CoreState&>(*reader.scene().containers[i]), value);
-            else if (key == "functions")
-                status = content.functions->read(value);
-            else if (key == "events")
-                status = content.events.read(value);
-            else
-                return false;
+            status = read_styles(static_cast<CoreState&>(*reader.scene().containers[document.part_of(core)]), value);
             return true;
         };
-        if (auto status = reader.read(part, texts.value(QLatin1String(part.entry)), read_more); !status)
+        if (auto status = reader.read(part, std::move(text), read_more); !status)
             return status;
     }
-    if (auto status = reserve_event_ids(reader, content.events); !status)
-        return status;
     if (auto status = reader.finish(next_id); !status)
         return status;
-    content.objects = std::move(reader.scene());
-    for (const StatePtr& root : content.objects.objects[core.root_kind().place]) {
+    SceneSnapshot content = std::move(reader.scene());
+    for (const StatePtr& root : content.objects[core.root_kind().place]) {
         auto& s = static_cast<DialogState&>(*root);
         s.caption_shown = s.frame_shown = false;
     }
-    keep_one_checked(content.objects.objects[core.control_kind().place]);
-    add_loose_pictures(content.objects, files);
-    content.objects.files = std::move(files);
+    keep_one_checked(content.objects[core.control_kind().place]);
+    add_loose_pictures(content, files);
+    content.files = std::move(files);
     return content;
 }
 
@@ -171,13 +150,15 @@ Result<OtherEntries> read_others(const CPakFile& package, const Document& docume
     return others;
 }
 
-Result<SceneContent> read_entries(const CPakFile& package, CGuiCore& core)
+Result<SceneSnapshot> read_entries(const CPakFile& package, CGuiCore& core)
 {
     auto manifest = package.read_file(manifest_name);
     if (!manifest)
         return manifest.status();
     QMap<QString, QByteArray> texts;
     for (const PackagePart& part : core.document().parts()) {
+        if (!part.required && !package.has_file(QLatin1String(part.entry)))
+            continue;
         auto text = package.read_file(QLatin1String(part.entry));
         if (!text)
             return text.status();
@@ -188,7 +169,7 @@ Result<SceneContent> read_entries(const CPakFile& package, CGuiCore& core)
         return others.status();
     auto content = read_content(std::move(manifest.value()), std::move(texts), std::move(others.value().files), core);
     if (content) {
-        content.value().objects.damaged = std::move(others.value().damaged);
+        content.value().damaged = std::move(others.value().damaged);
         return content;
     }
     return Status::error(lang(u"无法载入文件包 %1：%2", u"The package %1 cannot be loaded: %2")
@@ -197,7 +178,7 @@ Result<SceneContent> read_entries(const CPakFile& package, CGuiCore& core)
 
 } // namespace
 
-Result<SceneContent> read_package(const CPakFile& package, CGuiCore& core)
+Result<SceneSnapshot> read_package(const CPakFile& package, CGuiCore& core)
 {
     return with_enough_memory([&] { return read_entries(package, core); });
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "core/status.h"
-#include "scene_content.h"
+#include "gui_core/gui_core.h"
 
 #include <QByteArray>
 #include <QMap>
@@ -13,11 +13,11 @@ namespace tarn {
 /// Reads a package's content into objects that are not part of the scene yet; nothing of the open scene changes.
 /// The file counts as hostile: whatever is wrong gives one message that names the entry and the place. Entries that the
 /// interface can be shown without, like pictures, may be damaged: DocumentState::damaged has them then.
-Result<SceneContent> read_package(const CPakFile& package, CGuiCore& core);
+Result<SceneSnapshot> read_package(const CPakFile& package, CGuiCore& core);
 
-/// The same from texts that were read before, those of the parts by their entries; `files` are the package's other
+/// The same from texts that were read before, those of the parts by their entries (of a part that may be missing, none or an empty one); `files` are the package's other
 /// entries.
-Result<SceneContent> read_content(QByteArray manifest, QMap<QString, QByteArray> texts, QMap<QString, QByteArray> files,
-                                  CGuiCore& core);
+Result<SceneSnapshot> read_content(QByteArray manifest, QMap<QString, QByteArray> texts,
+                                   QMap<QString, QByteArray> files, CGuiCore& core);
 
 } // namespace tarn

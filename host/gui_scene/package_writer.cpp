@@ -1,13 +1,12 @@
 #include "package_writer.h"
 
-#include "gui_core/dxut_control.h"
+#include "core/json_writer.h"
+#include "event_manager.h"
 #include "gui_core/dxut_dialog.h"
 #include "gui_core/gui_core.h"
 #include "gui_core/gui_event.h"
 #include "save_opt.h"
-#include "scene_content.h"
-
-#include "core/json_writer.h"
+#include "script/config_scene.h"
 #include "store/scene_text.h"
 
 #include <QSet>
@@ -16,7 +15,7 @@ namespace tarn {
 
 namespace {
 
-QByteArray manifest_text(const Document& document)
+QByteArray manifest_text(const SceneSnapshot& scene)
 {
     JsonWriter writer;
     writer.begin_object();
@@ -25,7 +24,7 @@ QByteArray manifest_text(const Document& document)
     writer.key("program");
     writer.value(QStringLiteral("tarn-studio " TARN_VERSION));
     writer.key("next_id");
-    writer.value(document.state().next_id);
+    writer.value(scene.next_id);
     writer.end_object();
     writer.text() += '\n';
     return QByteArray::fromStdString(writer.text());
@@ -51,50 +50,13 @@ void write_styles(JsonWriter& writer, const CoreState& state)
     writer.end_object();
 }
 
-/// The functions that belong to the events of what is written, or of what is not.
-QSet<QString> bound_functions(const SceneParts& scene, bool written)
-{
-    const SelectionRecord& selection = scene.core.selection();
-    QSet<QString> names;
-    for (const auto& event : scene.events.events()) {
-        const CDXUTControl* control = scene.core.find_control(event->control);
-        if ((control && selection.contains(control->dialog())) == written)
-            names.insert(event->function);
-    }
-    for (const CDXUTDialog* dialog : scene.core.GetDialogs())
-        for (const EventKind& kind : event_kinds())
-            if (kind.control_types == 0 && selection.contains(dialog) == written)
-                names.insert(dialog->get_func_str(kind.type));
-    return names;
-}
-
-void write_scripts(JsonWriter& writer, const SceneParts& scene, bool selection_only)
-{
-    QSet<QString> left_out;
-    if (selection_only)
-        left_out = bound_functions(scene, false) - bound_functions(scene, true);
-    if (!scene.functions.functions().empty()) {
-        writer.new_line();
-        writer.key("functions");
-        scene.functions.write(writer, [&](const IFunc& function) { return !left_out.contains(function.name()); });
-    }
-    if (!scene.events.empty()) {
-        writer.new_line();
-        writer.key("events");
-        scene.events.write(writer, [&](const CGuiEvent& event) {
-            const CDXUTControl* control = selection_only ? scene.core.find_control(event.control) : nullptr;
-            return !selection_only || (control && scene.core.selection().contains(control->dialog()));
-        });
-    }
-}
-
-/// The selected dialogs with what belongs to them, and the root dialog without its controls.
-void keep_selected(SceneSnapshot& scene, const CGuiCore& core)
+/// The selected dialogs with what hangs on them, and the root dialog without its controls; answers their ids.
+QSet<quint32> keep_selected_objects(SceneSnapshot& scene, const CGuiCore& core)
 {
     QSet<quint32> kept;
     for (const ObjectKind& kind : core.document().kinds()) {
         auto& states = scene.objects[kind.place];
-        if (kind.fixed)
+        if (kind.fixed || (kind.container && kind.container != &core))
             continue;
         std::erase_if(states, [&](const StatePtr& state) {
             return kind.container ? !core.selection().contains(core.find_dialog(state->id))
@@ -103,45 +65,81 @@ void keep_selected(SceneSnapshot& scene, const CGuiCore& core)
         for (const StatePtr& state : states)
             kept.insert(state->id);
     }
+    return kept;
+}
+
+/// The functions that events of the objects call for which `wanted` answers true.
+QSet<QString> called_functions(const SceneSnapshot& scene, const CGuiCore& core,
+                               const std::function<bool(quint32)>& wanted)
+{
+    QSet<QString> names;
+    for (const StatePtr& state : scene.objects[core.document().kind("events")->place]) {
+        const auto& event = SceneSnapshot::as<EventState>(state);
+        if (wanted(event.control.id))
+            names.insert(event.function);
+    }
+    for (const CDXUTDialog* dialog : core.GetDialogs())
+        for (const EventKind& kind : event_kinds())
+            if (kind.control_types == 0 && wanted(dialog->id()))
+                names.insert(dialog->get_func_str(kind.type));
+    return names;
+}
+
+void keep_selected(SceneSnapshot& scene, const CGuiCore& core)
+{
+    const QSet<quint32> kept = keep_selected_objects(scene, core);
+    const auto is_kept = [&](quint32 id) { return kept.contains(id); };
+    const QSet<QString> left_out = called_functions(scene, core, std::not_fn(is_kept))
+        - called_functions(scene, core, is_kept);
+    std::erase_if(scene.objects[core.document().kind("events")->place],
+                  [&](const StatePtr& event) { return !is_kept(SceneSnapshot::as<EventState>(event).control.id); });
+    std::erase_if(scene.objects[core.document().kind("functions")->place], [&](const StatePtr& function) {
+        return left_out.contains(SceneSnapshot::as<FunctionState>(function).name);
+    });
 }
 
 } // namespace
 
-QByteArray scene_text(const SceneParts& scene, bool selection_only)
+SceneSnapshot content_to_save(const CGuiCore& core, bool selection_only)
 {
-    const Document& document = scene.core.document();
-    SceneSnapshot objects = document.snapshot();
+    SceneSnapshot scene = core.document().snapshot();
     if (selection_only)
-        keep_selected(objects, scene.core);
-    return part_text(document, document.parts().front(), objects, [&](JsonWriter& writer) {
-        write_styles(writer, scene.core.core_state());
-        write_scripts(writer, scene, selection_only);
-    });
+        keep_selected(scene, core);
+    return scene;
 }
 
-Status write_package(CPakFile& package, const SceneParts& scene, const CSaveOpt& options)
+std::vector<std::pair<QString, QByteArray>> package_texts(const CGuiCore& core, const SceneSnapshot& scene)
 {
-    if (auto status = package.add_file(options.prefix + QStringLiteral("manifest.json"),
-                                       manifest_text(scene.core.document()));
-        !status)
-        return status;
-    if (auto status = package.add_file(options.prefix + QStringLiteral("scene.json"),
-                                       scene_text(scene, options.selection_only));
-        !status)
-        return status;
-    const auto& files = scene.core.document().files();
+    std::vector<std::pair<QString, QByteArray>> texts{{QStringLiteral("manifest.json"), manifest_text(scene)}};
+    const Document& document = core.document();
+    for (const PackagePart& part : document.parts()) {
+        if (!part.required && is_empty(document, part, scene))
+            continue;
+        const auto write_more = [&](JsonWriter& writer) {
+            if (part.container == &core)
+                write_styles(writer, SceneSnapshot::as<CoreState>(scene.containers[document.part_of(core)]));
+        };
+        texts.emplace_back(QLatin1String(part.entry), part_text(document, part, scene, write_more));
+    }
+    return texts;
+}
+
+Status write_package(CPakFile& package, const CGuiCore& core, const SceneSnapshot& scene, const CSaveOpt& options)
+{
+    for (const auto& [entry, text] : package_texts(core, scene))
+        if (auto status = package.add_file(options.prefix + entry, text); !status)
+            return status;
     const auto left_out = [&](const QString& name) {
         return !options.with_pictures && name.startsWith(QLatin1String("textures/"));
     };
-    for (auto file = files.begin(); file != files.end(); ++file) {
+    for (auto file = scene.files.begin(); file != scene.files.end(); ++file) {
         if (left_out(file.key()))
             continue;
         if (auto status = package.add_file(options.prefix + file.key(), file.value()); !status)
             return status;
     }
-    const auto& damaged = scene.core.document().state().damaged;
-    for (auto entry = damaged.begin(); entry != damaged.end(); ++entry) {
-        if (entry->isNull() || files.contains(entry.key()) || left_out(entry.key()))
+    for (auto entry = scene.damaged.begin(); entry != scene.damaged.end(); ++entry) {
+        if (entry->isNull() || scene.files.contains(entry.key()) || left_out(entry.key()))
             continue;
         if (auto status = package.add_packed(options.prefix + entry.key(), entry.value()); !status)
             return status;

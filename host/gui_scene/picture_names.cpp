@@ -48,7 +48,8 @@ void follow_renamed(ObjectState& state, const QHash<QString, QString>& renamed)
         return found == renamed.end() ? name : found->mid(prefix);
     };
     for (const FieldBase* field : state.fields())
-        field->rename_pictures(state, new_name);
+        if (field->rules().picture)
+            field->rename(state, new_name);
 }
 
 void follow_renamed(SceneSnapshot& scene, const QHash<QString, QString>& renamed)
@@ -62,7 +63,7 @@ void each_picture(const ObjectState& state, const std::function<void(const QStri
 {
     for (const FieldBase* field : state.fields())
         if (field->rules().picture && !field->is_default(state))
-            for (const QString& name : field->pictures(state))
+            for (const QString& name : field->names(state))
                 visit(name);
 }
 

@@ -30,18 +30,18 @@ QString name_of(const ModelObject& object)
 void find_broken_events(CGuiPlugScene& scene, Problems& problems)
 {
     for (const auto& event : scene.events().events()) {
-        CDXUTControl* control = scene.gui_core().find_control(event->control);
-        const QString caption = event_caption(event->type);
+        CDXUTControl* control = scene.gui_core().find_control(event->control());
+        const QString caption = event_caption(event->type());
         if (!control)
-            problems.push_back({nullptr, lang(u"控件 %1", u"Control %1").arg(event->control),
+            problems.push_back({nullptr, lang(u"控件 %1", u"Control %1").arg(event->control()),
                                 lang(u"事件“%1”（函数 %2）的控件已被删除。",
                                      u"The control of the event \"%1\" (function %2) was deleted.")
-                                    .arg(caption, event->function)});
-        else if (!scene.functions().find_function(event->function))
+                                    .arg(caption, event->function())});
+        else if (!scene.functions().find_function(event->function()))
             problems.push_back(
                 {control, control->name(),
                  lang(u"事件“%1”的函数 %2 不存在。", u"The event \"%1\" calls the function %2, which does not exist.")
-                     .arg(caption, event->function)});
+                     .arg(caption, event->function())});
     }
 }
 

@@ -5,10 +5,10 @@
 #include "gui_core/dxut_dialog.h"
 #include "gui_plug_scene.h"
 #include "picture_names.h"
-#include "script/merged_scripts.h"
-#include "script/scene_scripts.h"
+#include "script/merged_functions.h"
 
 #include <QHash>
+#include <QSet>
 
 #include <algorithm>
 
@@ -74,6 +74,18 @@ void keep_design_size(SceneSnapshot& objects, const CGuiCore& core, const QSize&
     }
 }
 
+/// An event of a control that the package does not have must not become one of another control.
+void leave_out_orphans(SceneSnapshot& objects, const Document& document)
+{
+    QSet<quint32> known;
+    for (const auto& list : objects.objects)
+        for (const StatePtr& state : list)
+            known.insert(state->id);
+    std::erase_if(objects.objects[document.kind("events")->place], [&](const StatePtr& event) {
+        return !known.contains(SceneSnapshot::as<EventState>(event).control.id);
+    });
+}
+
 std::size_t count_of(const SceneSnapshot& objects)
 {
     std::size_t count = 0;
@@ -84,30 +96,28 @@ std::size_t count_of(const SceneSnapshot& objects)
 
 } // namespace
 
-Status merge_content(CGuiPlugScene& scene, SceneContent content, const QString& name, bool replace_styles)
+Status merge_content(CGuiPlugScene& scene, SceneSnapshot content, const QString& name, bool replace_styles)
 {
-    if (auto status = check_room(scene.parts(), content); !status)
-        return status;
     CGuiCore& core = scene.gui_core();
-    SceneSnapshot& objects = content.objects;
-    auto& theirs = SceneSnapshot::edit<CoreState>(objects.containers.front());
+    Document& document = core.document();
+    if (auto status = document.check_room(content); !status)
+        return status;
+    auto& theirs = SceneSnapshot::edit<CoreState>(content.containers[document.part_of(core)]);
     const QSize screen(theirs.screen_width, theirs.screen_height);
-    turn_root_into_dialog(objects, core, screen, name);
-    keep_design_size(objects, core, screen);
-    if (core.document().ids_left() < count_of(objects))
+    turn_root_into_dialog(content, core, screen, name);
+    keep_design_size(content, core, screen);
+    leave_out_orphans(content, document);
+    if (document.ids_left() < count_of(content))
         return Status::error(
             lang(u"界面的编号已用完，无法再添加对象。", u"The interface has no ids left for more objects."));
-    const auto issued = issue_ids(objects, core.document());
+    const auto issued = issue_ids(content, document);
     QHash<QString, QString> renamed;
-    objects.files = new_files(objects.files, core, renamed);
-    follow_renamed(objects, renamed);
-    objects.next_id = 0;
-    MergedScripts scripts = merged_scripts(scene.functions(), content, objects.objects[core.dialog_kind().place],
-                                           issued);
+    content.files = new_files(content.files, core, renamed);
+    follow_renamed(content, renamed);
+    merge_functions(content, scene, issued);
+    content.next_id = 0;
     core.add_styles(theirs.styles, replace_styles);
-    core.document().append(std::move(objects));
-    scene.journal().add_companion(
-        add_scripts(scene.functions(), scene.events(), std::move(scripts.functions), std::move(scripts.events)));
+    document.append(std::move(content));
     return {};
 }
 

@@ -1,7 +1,9 @@
 #pragma once
 
+#include "core/scene_snapshot.h"
 #include "core/status.h"
-#include "scene_content.h"
+
+#include <QString>
 
 class CGuiPlugScene;
 
@@ -15,6 +17,6 @@ namespace tarn {
 /// Functions that were made for events are named after the new ids. Another function whose name is taken by one with
 /// another text gets a new name; events, and texts that name it as a literal, follow. Fails, and changes nothing, when
 /// there would be more functions or events than a scene may have.
-Status merge_content(CGuiPlugScene& scene, SceneContent content, const QString& name, bool replace_styles);
+Status merge_content(CGuiPlugScene& scene, SceneSnapshot content, const QString& name, bool replace_styles);
 
 } // namespace tarn

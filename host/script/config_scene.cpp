@@ -3,11 +3,11 @@
 #include "core/language.h"
 #include "core/utf8.h"
 
-#include <algorithm>
-
 using namespace tarn;
 
 namespace {
+
+constexpr const char* entry = "functions.json";
 
 quint64 next_revision()
 {
@@ -15,10 +15,9 @@ quint64 next_revision()
     return ++last;
 }
 
-/// What a package gives back: saving replaces halves of surrogate pairs, and two names must not become one there.
 QString as_saved(const QString& text)
 {
-    return text.isValidUtf16() ? text : tarn::from_utf8(text.toUtf8().toStdString());
+    return text.isValidUtf16() ? text : from_utf8(text.toUtf8().toStdString());
 }
 
 Status check_name(const QString& name)
@@ -44,211 +43,167 @@ QString is_double(const QString& name)
     return lang(u"已有名为“%1”的脚本函数", u"there is a script function named \"%1\" already").arg(name);
 }
 
-/// A function of a package, before it is added.
-struct SavedFunction {
-    QString name;
-    QString text;
-    QList<std::pair<QString, QByteArray>> unknown;
-};
-
-Status read_function(JsonCursor& cursor, SavedFunction& function)
-{
-    auto status = cursor.each_member([&](std::string_view key, JsonCursor& value) {
-        if (key == "name")
-            return value.read(function.name);
-        if (key == "text")
-            return value.read(function.text);
-        QByteArray json;
-        auto raw = value.read_raw(json);
-        function.unknown.append({tarn::from_utf8(key), json});
-        return raw;
-    });
-    if (status)
-        status = check_name(function.name);
-    else
-        return status;
-    return status ? Status() : cursor.fail(status.message());
-}
-
 } // namespace
 
-IFunc::IFunc(const QString& name) : m_name(as_saved(name)), m_revision(next_revision()) {}
-
-FuncPtr IFunc::create_func(const QString& name)
+const FieldTable& FunctionState::field_table()
 {
-    return FuncPtr(new IFunc(name));
+    using S = FunctionState;
+    static const FieldTable table(nullptr, field<S, &S::id>("id", 0u, read_only()),
+                                  field<S, &S::name>("name", {}, {.max_length = IFunc::max_name, .read_only = true}),
+                                  field<S, &S::text>("text", {}, max_length(IFunc::max_text)));
+    return table;
 }
 
-FuncPtr IFunc::copy(const QString& name, const QString& text) const
+void FunctionState::settle(const WrittenFields&)
 {
-    FuncPtr copy = create_func(name);
-    copy->m_text = as_saved(text);
-    copy->m_unknown = m_unknown;
-    return copy;
+    name = as_saved(name);
+    text = as_saved(text);
+}
+
+const FieldTable& FunctionsState::field_table()
+{
+    using S = FunctionsState;
+    static const FieldTable table(nullptr, field<S, &S::functions>("function_ids", {}, children()));
+    return table;
+}
+
+IFunc::IFunc(CConfigScene& functions)
+    : ModelObject(functions.document(), new FunctionState), m_functions(functions), m_revision(next_revision())
+{
+}
+
+FuncPtr IFunc::create_func(CConfigScene& functions, const QString& name)
+{
+    auto* fresh = new FunctionState;
+    StatePtr state(fresh);
+    fresh->id = functions.document().take_id(false);
+    fresh->name = as_saved(name);
+    if (fresh->id == 0)
+        return nullptr;
+    return std::static_pointer_cast<IFunc>(functions.document().create(functions.function_kind(), std::move(state)));
+}
+
+Status IFunc::check_text(const QString& name, const QString& text)
+{
+    if (text.size() <= max_text)
+        return {};
+    return Status::error(
+        lang(u"脚本“%1”过长（最多 %2 个字符）", u"The script \"%1\" is too long (at most %2 characters).")
+            .arg(name)
+            .arg(max_text));
 }
 
 Status IFunc::set_text(const QString& text)
 {
-    if (text.size() > max_text)
-        return Status::error(
-            lang(u"脚本“%1”过长（最多 %2 个字符）", u"The script \"%1\" is too long (at most %2 characters).")
-                .arg(m_name)
-                .arg(max_text));
-    QString saved = as_saved(text);
-    if (saved == m_text)
-        return {};
-    m_text = std::move(saved);
-    m_revision = next_revision();
-    if (m_table)
-        m_table->changed();
+    if (auto status = check_text(name(), text); !status)
+        return status;
+    change<&FunctionState::text>(text);
     return {};
 }
 
-CConfigScene::~CConfigScene()
+void IFunc::state_changed()
 {
-    for (const FuncPtr& function : m_functions)
-        release(*function);
+    m_revision = next_revision();
+    ++m_functions.m_changes;
+}
+
+CConfigScene::CConfigScene(Document& document) : ModelObject(document, new FunctionsState)
+{
+    document.add_part({.entry = entry, .container = this, .recorded = false});
+    document.add_kind(
+        {.part = entry,
+         .key = "functions",
+         .chinese = u"脚本函数",
+         .english = u"function",
+         .container = this,
+         .make_state = [](int) -> ObjectState* { return new FunctionState; },
+         .make_object = [this](const ObjectState&) { return std::make_shared<IFunc>(*this); },
+         .children =
+             [](ObjectState& parent) {
+                 auto* functions = dynamic_cast<FunctionsState*>(&parent);
+                 return functions ? &functions->functions : nullptr;
+             },
+         .unique_key = [](const ObjectState& state) { return static_cast<const FunctionState&>(state).name; },
+         .most = max_functions});
+    m_kind = &document.kinds().back();
+}
+
+void CConfigScene::children_changed()
+{
+    m_stale = true;
+    ++m_changes;
+}
+
+void CConfigScene::find_functions() const
+{
+    m_stale = false;
+    m_functions.clear();
+    m_by_name.clear();
+    for (const ObjectRef child : functions_state().functions) {
+        const auto function = std::static_pointer_cast<IFunc>(document().find(child.id)->shared_from_this());
+        m_functions.push_back(function);
+        m_by_name.insert(function->name(), function);
+    }
+}
+
+const std::vector<FuncPtr>& CConfigScene::functions() const
+{
+    if (m_stale)
+        find_functions();
+    return m_functions;
+}
+
+FuncPtr CConfigScene::find_function(const QString& name) const
+{
+    if (m_stale)
+        find_functions();
+    return m_by_name.value(name);
 }
 
 Status CConfigScene::add_function(const FuncPtr& function, bool replace, const QString& text)
 {
+    if (!function)
+        return Status::error(lang(u"界面的编号已用完", u"the interface has no ids left"));
     if (auto status = check_name(function->name()); !status)
         return status;
     const FuncPtr old = find_function(function->name());
     if (old == function)
         return text.isNull() ? Status() : function->set_text(text);
-    if (function->m_table || (old && !replace))
+    if (function->parent() || (old && !replace))
         return Status::error(is_double(function->name()));
-    if (!old && m_functions.size() >= max_functions)
+    if (!old && functions().size() >= max_functions)
         return Status::error(too_many());
     if (!text.isNull())
         if (auto status = function->set_text(text); !status)
             return status;
+    const IdList& ids = functions_state().functions;
+    const qsizetype place = old ? ids.indexOf(ObjectRef{old->id()}) : ids.size();
     if (old) {
-        release(*old);
-        std::replace(m_functions.begin(), m_functions.end(), old, function);
-    } else {
-        m_functions.push_back(function);
+        ModelObject* gone = old.get();
+        document().detach(std::span(&gone, 1));
+        document().attach(*function, *this, place);
+        return {};
     }
+    document().attach(*function, *this, place);
+    m_functions.push_back(function);
     m_by_name.insert(function->name(), function);
-    function->m_table = this;
-    changed();
+    m_stale = false; // It was not before: many that are added one by one need no search each.
     return {};
+}
+
+Status CConfigScene::set_function(const QString& name, const QString& text)
+{
+    if (const FuncPtr function = find_function(name))
+        return function->set_text(text);
+    return add_function(IFunc::create_func(*this, name), false, text);
 }
 
 bool CConfigScene::del_function(const QString& name)
 {
-    const FuncPtr function = m_by_name.take(name);
+    const FuncPtr function = find_function(name);
     if (!function)
         return false;
-    std::erase(m_functions, function);
-    release(*function);
-    changed();
+    ModelObject* gone = function.get();
+    document().detach(std::span(&gone, 1));
     return true;
-}
-
-void CConfigScene::clear()
-{
-    if (m_functions.empty())
-        return;
-    for (const FuncPtr& function : m_functions)
-        release(*function);
-    m_functions.clear();
-    m_by_name.clear();
-    changed();
-}
-
-void CConfigScene::own_all()
-{
-    for (const FuncPtr& function : m_functions)
-        function->m_table = this;
-    ++m_changes;
-}
-
-void CConfigScene::swap(CConfigScene& other)
-{
-    m_functions.swap(other.m_functions);
-    m_by_name.swap(other.m_by_name);
-    own_all();
-    other.own_all();
-}
-
-std::vector<FuncPtr> CConfigScene::attach(const std::vector<FuncPtr>& functions)
-{
-    std::vector<FuncPtr> attached;
-    for (const FuncPtr& function : functions) {
-        if (function->m_table || find_function(function->name()))
-            continue;
-        function->m_table = this;
-        m_functions.push_back(function);
-        m_by_name.insert(function->name(), function);
-        attached.push_back(function);
-    }
-    ++m_changes;
-    return attached;
-}
-
-std::vector<FuncPtr> CConfigScene::detach(const std::vector<FuncPtr>& functions)
-{
-    std::vector<FuncPtr> detached;
-    for (const FuncPtr& function : functions) {
-        if (function->m_table != this)
-            continue;
-        release(*function);
-        m_by_name.remove(function->name());
-        detached.push_back(function);
-    }
-    std::erase_if(m_functions, [this](const FuncPtr& function) { return function->m_table != this; });
-    ++m_changes;
-    return detached;
-}
-
-void CConfigScene::changed()
-{
-    ++m_changes;
-    if (on_changed)
-        on_changed();
-}
-
-void CConfigScene::write(JsonWriter& writer, const std::function<bool(const IFunc&)>& wanted) const
-{
-    writer.begin_array();
-    bool any = false;
-    for (const FuncPtr& function : m_functions) {
-        if (!wanted(*function))
-            continue;
-        any = true;
-        writer.new_line();
-        writer.begin_object();
-        writer.key("name");
-        writer.value(function->name());
-        if (!function->text().isEmpty()) {
-            writer.key("text");
-            writer.value(function->text());
-        }
-        for (const auto& [name, json] : function->m_unknown)
-            writer.raw_member(name, std::string_view(json.constData(), std::size_t(json.size())));
-        writer.end_object();
-    }
-    if (any)
-        writer.new_line();
-    writer.end_array();
-}
-
-Status CConfigScene::read(JsonCursor& cursor)
-{
-    CConfigScene fresh;
-    auto status = cursor.each_element([&](JsonCursor& element) {
-        SavedFunction saved;
-        if (auto read = read_function(element, saved); !read)
-            return read;
-        const FuncPtr function = IFunc::create_func(saved.name);
-        function->m_unknown = std::move(saved.unknown);
-        auto added = fresh.add_function(function, false, saved.text);
-        return added ? Status() : element.fail(added.message());
-    });
-    if (!status)
-        return status;
-    swap(fresh);
-    return {};
 }

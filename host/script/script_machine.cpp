@@ -7,6 +7,7 @@ namespace tarn::scene_script {
 
 namespace {
 
+constexpr quint64 tried_revision = std::numeric_limits<quint64>::max();
 constexpr qsizetype label_bytes = 40; ///< Lua cuts the names of chunks at 60
 
 } // namespace
@@ -82,10 +83,10 @@ QByteArray Machine::label_of(const QString& name)
     return label;
 }
 
-Result<int> Machine::compile(const IFunc& function)
+Result<int> Machine::compile(const QString& name, const QString& source)
 {
-    const QByteArray text = function.text().toUtf8();
-    const QByteArray label = '=' + label_of(function.name());
+    const QByteArray text = source.toUtf8();
+    const QByteArray label = '=' + label_of(name);
     int reference = LUA_NOREF;
     auto load = [&](lua_State* lua) {
         if (this->load(lua, text.constData(), std::size_t(text.size()), label.constData()) != LUA_OK)
@@ -102,12 +103,11 @@ Result<int> Machine::compile(const IFunc& function)
     return Status::error(message);
 }
 
-void Machine::try_function(const FuncPtr& function)
+void Machine::try_text(const QString& name, const QString& text)
 {
-    for (const FuncPtr& stale : {m_tried, function})
-        if (stale)
-            luaL_unref(main(), LUA_REGISTRYINDEX, m_compiled.take(stale->name()).reference);
-    m_tried = function;
+    for (const QString& stale : {m_tried.name, name})
+        luaL_unref(main(), LUA_REGISTRYINDEX, m_compiled.take(stale).reference);
+    m_tried = {name, text};
 }
 
 Result<int> Machine::compiled(const QString& name, ScriptError& error)
@@ -115,22 +115,24 @@ Result<int> Machine::compiled(const QString& name, ScriptError& error)
     error.function = name;
     Compiled& known = m_compiled[name];
     // Three steps, by what they cost: nothing in the table changed; this function did not change; compile it.
-    if (known.function && known.checked_at == m_functions->changes())
+    if (known.revision && known.checked_at == m_functions->changes())
         return known.reference;
-    const FuncPtr function = m_tried && m_tried->name() == name ? m_tried : m_functions->find_function(name);
-    if (function && known.function == function.get() && known.revision == function->revision()) {
+    const bool is_tried = !m_tried.name.isNull() && m_tried.name == name;
+    const FuncPtr function = is_tried ? nullptr : m_functions->find_function(name);
+    const quint64 revision = is_tried ? tried_revision : function ? function->revision() : 0;
+    if (revision && known.revision == revision) {
         known.checked_at = m_functions->changes();
         return known.reference;
     }
     luaL_unref(main(), LUA_REGISTRYINDEX, known.reference);
     m_compiled.remove(name);
-    if (!function) {
+    if (!revision) {
         error.message = lang(u"没有名为“%1”的脚本函数", u"there is no script function named \"%1\"").arg(name);
         return Status::error(error.message);
     }
-    const auto reference = compile(*function);
+    const auto reference = compile(name, is_tried ? m_tried.text : function->text());
     if (reference) {
-        m_compiled.insert(name, {function.get(), function->revision(), m_functions->changes(), reference.value()});
+        m_compiled.insert(name, {revision, m_functions->changes(), reference.value()});
         return reference;
     }
     QByteArray label;

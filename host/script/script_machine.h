@@ -9,7 +9,7 @@
 #include <deque>
 #include <map>
 
-class IFunc;
+class CConfigScene;
 
 namespace tarn::scene_script {
 
@@ -51,8 +51,8 @@ public:
     void tick(double now);
     std::size_t suspended() const { return m_waiting.size() + m_due.size(); }
 
-    /// Runs it in place of the table's function of that name from now on.
-    void try_function(const std::shared_ptr<IFunc>& function);
+    /// Runs the text in place of that of the table's function of the name from now on.
+    void try_text(const QString& name, const QString& text);
     /// The registry's reference of the compiled function, or why there is none.
     Result<int> compiled(const QString& name, ScriptError& error);
 
@@ -70,8 +70,7 @@ public:
 private:
     class Running;
     struct Compiled {
-        const IFunc* function = nullptr;
-        quint64 revision = 0;
+        quint64 revision = 0;   ///< of the function, 0 for none; a text that is tried has a revision of its own
         quint64 checked_at = 0; ///< the table's count of changes
         int reference = LUA_NOREF;
     };
@@ -79,7 +78,7 @@ private:
 
     void open_api();
     void open_objects(lua_State* lua);
-    Result<int> compile(const IFunc& function);
+    Result<int> compile(const QString& name, const QString& text);
     QByteArray label_of(const QString& name);
     bool take_thread(Call& call);
     void give_back(Call& call, bool usable);
@@ -97,7 +96,10 @@ private:
     std::shared_ptr<const std::vector<ScriptVerb>> m_verbs;
     std::map<std::string_view, int> m_methods; ///< the table of each class
 
-    std::shared_ptr<IFunc> m_tried; ///< null: none
+    struct Tried {
+        QString name; ///< null: nothing is tried
+        QString text;
+    } m_tried;
     QHash<QString, Compiled> m_compiled;
     QHash<QByteArray, QString> m_names; ///< of functions by the labels of their chunks
 

@@ -43,11 +43,10 @@ ScriptResult ScriptRuntime::call(const QString& name, std::span<const ScriptValu
 
 Status ScriptRuntime::try_text(const QString& name, const QString& text)
 {
-    const FuncPtr function = IFunc::create_func(name);
-    const Status set = function->set_text(text);
-    if (set && m_machine->main())
-        m_machine->try_function(function);
-    return set;
+    auto status = IFunc::check_text(name, text);
+    if (status && m_machine->main())
+        m_machine->try_text(name, text);
+    return status;
 }
 
 void ScriptRuntime::tick(double now)

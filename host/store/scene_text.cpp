@@ -58,10 +58,7 @@ QString described(const ObjectKind& kind, const ObjectState& state)
 QByteArray part_text(const Document& document, const PackagePart& part, const SceneSnapshot& scene,
                      const std::function<void(JsonWriter&)>& write_more)
 {
-    const auto& parts = document.parts();
-    const auto place = std::find_if(parts.begin(), parts.end(),
-                                    [&](const PackagePart& other) { return other.container == part.container; });
-    const ObjectState& container = *scene.containers[std::size_t(place - parts.begin())];
+    const ObjectState& container = *scene.containers[document.part_of(*part.container)];
     JsonWriter writer;
     writer.begin_object();
     writer.new_line();
@@ -81,11 +78,25 @@ QByteArray part_text(const Document& document, const PackagePart& part, const Sc
     return QByteArray::fromStdString(writer.text());
 }
 
+bool is_empty(const Document& document, const PackagePart& part, const SceneSnapshot& scene)
+{
+    const ObjectState& container = *scene.containers[document.part_of(*part.container)];
+    const auto has_own = [&](const FieldBase* field) {
+        return !field->rules().derived && !field->is_default(container);
+    };
+    const auto is_filled = [&](const ObjectKind& kind) {
+        return std::string_view(kind.part) == part.entry && !scene.objects[kind.place].empty();
+    };
+    return container.unknown.isEmpty() && std::none_of(container.fields().begin(), container.fields().end(), has_own)
+        && std::none_of(document.kinds().begin(), document.kinds().end(), is_filled);
+}
+
 SceneReader::SceneReader(const Document& document) : m_document(document), m_highest(lowest_highest)
 {
     for (const PackagePart& part : document.parts())
         m_scene.containers.emplace_back(part.container->fresh_state());
     m_scene.objects.resize(document.kinds().size());
+    m_keys.resize(document.kinds().size());
 }
 
 Status SceneReader::claim_id(std::size_t kind, const ObjectState& state, const JsonCursor& place)
@@ -99,8 +110,31 @@ Status SceneReader::claim_id(std::size_t kind, const ObjectState& state, const J
                           });
     if (is_taken)
         return place.fail(lang(u"编号 %1 出现了两次", u"the id %1 appears twice").arg(state.id));
+    if (auto status = claim_key(kind, state, place); !status)
+        return status;
     m_by_id.insert(state.id, {kind, m_scene.objects[kind].size()});
     m_highest = std::max(m_highest, state.id);
+    return {};
+}
+
+Status SceneReader::claim_key(std::size_t kind, const ObjectState& state, const JsonCursor& place)
+{
+    const ObjectKind& row = m_document.kinds()[kind];
+    if (m_scene.objects[kind].size() >= row.most)
+        return place.fail(lang(u"%1过多（最多 %2 个）", u"there are too many objects of the kind \"%1\" (at most %2)")
+                              .arg(lang(row.chinese, row.english))
+                              .arg(row.most));
+    if (!row.unique_key)
+        return {};
+    const QString wanted = row.unique_key(state);
+    if (wanted.isEmpty())
+        return place.fail(
+            lang(u"%1 %2 不完整", u"%1 %2 is incomplete").arg(lang(row.chinese, row.english)).arg(state.id));
+    QSet<QString>& taken = m_keys[kind];
+    if (taken.contains(wanted))
+        return place.fail(
+            lang(u"%1 %2 出现了两次", u"the %1 \"%2\" appears twice").arg(lang(row.chinese, row.english), wanted));
+    taken.insert(wanted);
     return {};
 }
 
@@ -140,10 +174,7 @@ Status SceneReader::read_object(std::size_t kind, JsonCursor& value)
 
 Status SceneReader::read(const PackagePart& part, QByteArray text, const ReadMore& read_more)
 {
-    const auto& parts = m_document.parts();
-    const auto place = std::find_if(parts.begin(), parts.end(),
-                                    [&](const PackagePart& other) { return other.container == part.container; });
-    ObjectState& container = *m_scene.containers[std::size_t(place - parts.begin())];
+    ObjectState& container = *m_scene.containers[m_document.part_of(*part.container)];
     QSet<QByteArray> seen;
     JsonText json(std::move(text), QLatin1String(part.entry));
     return json.each_member([&](std::string_view key, JsonCursor& value) -> Status {
@@ -167,11 +198,18 @@ Status SceneReader::read(const PackagePart& part, QByteArray text, const ReadMor
     });
 }
 
-Status SceneReader::reserve_id(quint32 id)
+/// What objects that are not recorded refer to may be gone: its id is not issued again therefore.
+Status SceneReader::reserve_references(const ObjectKind& kind)
 {
-    if (id > Document::max_id)
-        return Status::error(lang(u"编号 %1 无效。", u"%1 is no valid id.").arg(id));
-    m_highest = std::max(m_highest, id);
+    quint32 highest = 0;
+    for (const StatePtr& state : m_scene.objects[kind.place])
+        for (const FieldBase* field : state->fields())
+            field->each_reference(std::as_const(*state),
+                                  [&](ObjectRef reference) { highest = std::max(highest, reference.id); });
+    if (highest > Document::max_id)
+        return Status::error(
+            lang(u"%1：编号 %2 无效。", u"%1: %2 is no valid id.").arg(QLatin1String(kind.part)).arg(highest));
+    m_highest = std::max(m_highest, highest);
     return {};
 }
 
@@ -180,10 +218,7 @@ Status SceneReader::link(std::size_t kind, const StatePtr& state)
     const ObjectKind& row = m_document.kinds()[kind];
     if (row.container) {
         state->parent = {row.container->id()};
-        const auto& parts = m_document.parts();
-        for (std::size_t i = 0; i < parts.size(); ++i)
-            if (parts[i].container == row.container)
-                row.children(*m_scene.containers[i])->append(ObjectRef{state->id});
+        row.children(*m_scene.containers[m_document.part_of(*row.container)])->append(ObjectRef{state->id});
         return {};
     }
     const auto found = m_by_id.constFind(state->parent.id);
@@ -212,6 +247,10 @@ Status SceneReader::finish(quint32 next_id)
             for (const StatePtr& state : m_scene.objects[k])
                 if (auto status = link(k, state); !status)
                     return status;
+    for (const ObjectKind& kind : kinds)
+        if (!kind.recorded)
+            if (auto status = reserve_references(kind); !status)
+                return status;
     // Nobody makes that many objects: it is not true, and would leave no ids for new ones.
     if (next_id > Document::max_id / 2)
         next_id = 0;

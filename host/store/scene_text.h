@@ -20,6 +20,9 @@ class JsonWriter;
 QByteArray part_text(const Document& document, const PackagePart& part, const SceneSnapshot& scene,
                      const std::function<void(JsonWriter&)>& write_more = nullptr);
 
+/// Whether the part has nothing to be saved.
+bool is_empty(const Document& document, const PackagePart& part, const SceneSnapshot& scene);
+
 /// Reads the texts of the parts of a scene into states that are linked to each other, but not part of the document. What
 /// is read counts as hostile.
 class SceneReader {
@@ -30,8 +33,6 @@ public:
     explicit SceneReader(const Document& document);
 
     Status read(const PackagePart& part, QByteArray text, const ReadMore& read_more = nullptr);
-    /// An id that something else than an object names, and that is not issued again therefore. Fails when it cannot be one.
-    Status reserve_id(quint32 id);
     /// Links what was read. `next_id` is what the package tells, 0 for nothing.
     Status finish(quint32 next_id);
     SceneSnapshot& scene() { return m_scene; }
@@ -39,12 +40,15 @@ public:
 private:
     Status read_object(std::size_t kind, JsonCursor& value);
     Status claim_id(std::size_t kind, const ObjectState& state, const JsonCursor& place);
+    Status claim_key(std::size_t kind, const ObjectState& state, const JsonCursor& place);
+    Status reserve_references(const ObjectKind& kind);
     void keep_held(quint32 object, JsonCursor& value);
     Status link(std::size_t kind, const StatePtr& state);
 
     const Document& m_document;
     SceneSnapshot m_scene;
     QHash<quint32, std::pair<std::size_t, std::size_t>> m_by_id; ///< kind and place of the objects
+    std::vector<QSet<QString>> m_keys;                           ///< unique ones, by kind
     quint32 m_highest;
 };
 

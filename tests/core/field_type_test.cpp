@@ -68,8 +68,8 @@ TEST(FieldType, pictures_in_a_map_follow_a_new_name)
     PartState state;
     state.pictures = {{u"Body.normal"_s, u"a.png"_s}, {u"Body.hover"_s, u"b.png"_s}};
     const FieldBase& field = *state.fields().find(key<&PartState::pictures>);
-    EXPECT_EQ(field.pictures(state), (QStringList{u"b.png"_s, u"a.png"_s}));
-    field.rename_pictures(state, [](const QString& name) { return name == u"a.png" ? u"c.png"_s : name; });
+    EXPECT_EQ(field.names(state), (QStringList{u"b.png"_s, u"a.png"_s}));
+    field.rename(state, [](const QString& name) { return name == u"a.png" ? u"c.png"_s : name; });
     EXPECT_EQ(state.pictures[u"Body.normal"_s], u"c.png"_s);
     EXPECT_EQ(state.pictures[u"Body.hover"_s], u"b.png"_s);
 }

@@ -58,10 +58,7 @@ public:
 /// The script editor, open on the function "f".
 class ScriptEditor : public testing::Test {
 protected:
-    void SetUp() override
-    {
-        ASSERT_TRUE(m_world.config_scene().add_function(IFunc::create_func(u"f"_s), true, u"x = 1"_s));
-    }
+    void SetUp() override { ASSERT_TRUE(m_world.config_scene().set_function(u"f"_s, u"x = 1"_s)); }
 
     int edit(std::function<void(CChildDlg&)> work, int line = -1)
     {

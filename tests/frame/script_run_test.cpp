@@ -38,7 +38,7 @@ protected:
                                  m_lamp->grow();
                                  return tarn::Result<tarn::ScriptValue>(tarn::Value());
                              }});
-        m_world.set_scene_functions(&m_world.config_scene(), std::move(api));
+        m_world.set_script_api(std::move(api));
         m_world.begin_edit = [this](const QString& name) {
             return std::make_shared<tarn::UserAction>(m_document.journal(), name);
         };
@@ -53,8 +53,7 @@ protected:
 
 TEST_F(ScriptRunTest, runs_the_text_as_it_stands_and_stores_nothing_by_it)
 {
-    int changes = 0;
-    m_world.config_scene().on_changed = [&] { ++changes; };
+    const quint64 changes = m_world.config_scene().changes();
     edit([](CChildDlg& page) {
         script(page).setText(u"print('hello')\nerror('no')"_s);
         QTest::keyClick(&script(page), Qt::Key_F5);
@@ -73,7 +72,7 @@ TEST_F(ScriptRunTest, runs_the_text_as_it_stands_and_stores_nothing_by_it)
         click(page, 2);
     });
     EXPECT_EQ(text(), u"x = 1"_s);
-    EXPECT_EQ(changes, 0);
+    EXPECT_EQ(m_world.config_scene().changes(), changes);
     EXPECT_EQ(m_document.journal().step_count(), 0u);
 }
 
@@ -122,7 +121,7 @@ TEST_F(ScriptRunTest, leaves_the_scenes_own_scripts_alone_unless_something_runs)
 {
     QStringList printed;
     m_world.scripts().on_print = [&](const QString& text) { printed << text; };
-    ASSERT_TRUE(m_world.config_scene().add_function(IFunc::create_func(u"g"_s), true, u"wait(1) print('g')"_s));
+    ASSERT_TRUE(m_world.config_scene().set_function(u"g"_s, u"wait(1) print('g')"_s));
     m_world.scripts().call(u"g"_s);
     edit([](CChildDlg& page) { click(page, 2); });
     m_world.scripts().tick(m_world.scripts().now() + 2);

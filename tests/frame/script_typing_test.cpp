@@ -12,7 +12,7 @@ protected:
         tarn::ScriptApi api;
         api.verbs.push_back({.name = "show", .parameters = {{"name"}, {"modal"}}});
         api.verbs.push_back({.name = "hide", .of = "control"});
-        m_world.set_scene_functions(&m_world.config_scene(), std::move(api));
+        m_world.set_script_api(std::move(api));
         edit([&](CChildDlg& page) {
             script(page).clear();
             type(script(page), keys);

@@ -9,9 +9,10 @@ void fuzz(FuzzInput input)
 {
     const QString text = QString::fromUtf8(input.rest());
     const bool sound = tarn::ScriptRuntime::check(text).empty();
-    CConfigScene functions;
+    tarn::Document document;
+    CConfigScene functions(document);
     const QString name = QStringLiteral("main");
-    if (!functions.add_function(IFunc::create_func(name), true, text))
+    if (!functions.set_function(name, text))
         return;
     tarn::ScriptLimits limits;
     limits.memory = 4 * 1024 * 1024;

@@ -39,7 +39,7 @@ protected:
     }
     void define(const QString& name, const QString& text)
     {
-        ASSERT_TRUE(m_scene.functions().add_function(IFunc::create_func(name), true, text).ok());
+        ASSERT_TRUE(m_scene.functions().set_function(name, text).ok());
     }
     void bind(const CDXUTControl* to, quint32 type, const QString& text)
     {
@@ -253,7 +253,7 @@ TEST_F(EventsTest, renaming_breaks_nothing_and_a_missing_function_is_told)
     EXPECT_EQ(answers(), QStringList{u"new"_s});
     m_scene.play(false);
     EXPECT_TRUE(m_scene.model().problems().empty());
-    m_scene.functions().clear();
+    m_scene.functions().del_function(CEventManager::new_function_name(button->id(), EVENT_BUTTON_CLICKED));
     const auto problems = m_scene.model().problems();
     ASSERT_EQ(problems.size(), 1u);
     EXPECT_EQ(problems[0].object, button);
@@ -352,7 +352,7 @@ TEST_F(EventsTest, merging_lets_names_and_events_follow_the_new_ids)
     const CDXUTControl* copy = dialog->controls().front();
     const QString name = CEventManager::new_function_name(copy->id(), EVENT_BUTTON_CLICKED);
     ASSERT_TRUE(m_scene.events().GetFunc(copy->id(), EVENT_BUTTON_CLICKED));
-    EXPECT_EQ(m_scene.events().GetFunc(copy->id(), EVENT_BUTTON_CLICKED)->function, name);
+    EXPECT_EQ(m_scene.events().GetFunc(copy->id(), EVENT_BUTTON_CLICKED)->function(), name);
     ASSERT_TRUE(m_scene.functions().find_function(name));
     EXPECT_EQ(m_scene.functions().find_function(name)->text(),
               u"call('helper_2') call(\"%1\") return 'it' .. 'helper_2'"_s.arg(name));
@@ -379,7 +379,7 @@ TEST_F(EventsTest, exporting_dialogs_takes_their_scripts_and_those_of_nobody)
     define(u"library"_s, u"return 3"_s);
     define(other->get_func_str(EVENT_DIALOG_MOVED), u"return 4"_s);
     core().SelectDialog(m_home, false);
-    const QByteArray selected = scene_text(m_scene.parts(), true);
+    const QByteArray selected = all_texts(core(), true);
     for (const char* there : {"return 1", "return 3"})
         EXPECT_TRUE(selected.contains(there)) << there;
     for (const char* missing : {"return 2", "return 4"})

@@ -57,6 +57,14 @@ QByteArray nested(const QByteArray& open, const QByteArray& close, int depth)
     return open.repeated(depth) + close.repeated(depth);
 }
 
+QByteArray many_functions()
+{
+    QByteArrayList all;
+    for (int i = 0; i <= CConfigScene::max_functions; ++i)
+        all.append("{\"id\":" + QByteArray::number(100 + i) + ",\"name\":\"f" + QByteArray::number(i) + "\"}");
+    return all.join(',');
+}
+
 const Texts manifests{
     {"format 0", "{\"format\":0}"},
     {"format below 0", "{\"format\":-1}"},
@@ -87,19 +95,6 @@ const Texts scenes{
     {"screen twice", "{\"screen_width\":800,\"screen_width\":900}"},
     {"styles twice", "{\"styles\":{\"a\":1},\"styles\":{\"a\":2}}"},
     {"a style twice", "{\"styles\":{\"a\":1,\"a\":2}}"},
-    {"functions as object", "{\"functions\":{}}"},
-    {"function without name", "{\"functions\":[{\"text\":\"return 1\"}]}"},
-    {"function twice", "{\"functions\":[{\"name\":\"f\"},{\"name\":\"f\"}]}"},
-    {"function of another kind", "{\"functions\":[{\"name\":\"f\",\"text\":7}]}"},
-    {"function too long", "{\"functions\":[{\"name\":\"f\",\"text\":\"" + QByteArray(1'100'000, 'x') + "\"}]}"},
-    {"name of a function too long", "{\"functions\":[{\"name\":\"" + QByteArray(301, 'x') + "\"}]}"},
-    {"events as text", "{\"events\":\"\"}"},
-    {"event of nobody", "{\"events\":[{\"type\":257,\"function\":\"f\"}]}"},
-    {"event of an impossible control", "{\"events\":[{\"control\":4294967295,\"type\":257,\"function\":\"f\"}]}"},
-    {"event without function", "{\"events\":[{\"control\":5,\"type\":257}]}"},
-    {"event twice",
-     "{\"events\":[{\"control\":5,\"type\":257,\"function\":\"f\"},"
-     "{\"control\":5,\"type\":257,\"function\":\"g\"}]}"},
     {"screen not a number", "{\"screen_width\":\"wide\"}"},
     {"deep unknown value", "{\"x\":" + nested("[", "]", 300) + "}"},
     {"very deep unknown value", "{\"x\":" + nested("[", "]", 200'000) + "}"},
@@ -129,6 +124,31 @@ const Texts scenes{
     {"1e39 as float", with_control("\"id\":3,\"type\":0,\"dialog\":2,\"x\":-1e39")},
     {"1e999 in an unknown member", with_control("\"id\":3,\"type\":0,\"dialog\":2,\"new\":1e999")},
     {"cut off in a control", scene.left(scene.size() - 20)},
+};
+
+const Texts functions{
+    {"a list", "[]"},
+    {"functions as object", "{\"functions\":{}}"},
+    {"function without id", "{\"functions\":[{\"name\":\"f\"}]}"},
+    {"function with the root's id", "{\"functions\":[{\"id\":1,\"name\":\"f\"}]}"},
+    {"function without name", "{\"functions\":[{\"id\":99,\"text\":\"return 1\"}]}"},
+    {"function twice", "{\"functions\":[{\"id\":98,\"name\":\"f\"},{\"id\":99,\"name\":\"f\"}]}"},
+    {"name as number", "{\"functions\":[{\"id\":99,\"name\":1}]}"},
+    {"text of another kind", "{\"functions\":[{\"id\":99,\"name\":\"f\",\"text\":7}]}"},
+    {"deep unknown value", "{\"functions\":[{\"id\":99,\"name\":\"f\",\"x\":" + nested("[", "]", 5000) + "}]}"},
+    {"too many functions", "{\"functions\":[" + many_functions() + "]}"},
+    {"not closed", "{\"functions\":[{\"id\":99,\"name\":\"f\"}"},
+};
+
+const Texts events{
+    {"events as text", "{\"events\":\"\"}"},
+    {"event of nobody", "{\"events\":[{\"id\":99,\"type\":257,\"function\":\"f\"}]}"},
+    {"event of an impossible control",
+     "{\"events\":[{\"id\":99,\"control\":4294967295,\"type\":257,\"function\":\"f\"}]}"},
+    {"event without function", "{\"events\":[{\"id\":99,\"control\":5,\"type\":257}]}"},
+    {"event twice",
+     "{\"events\":[{\"id\":98,\"control\":5,\"type\":257,\"function\":\"f\"},"
+     "{\"id\":99,\"control\":5,\"type\":257,\"function\":\"g\"}]}"},
 };
 
 class HostilePackage : public SceneTest {
@@ -276,6 +296,16 @@ TEST_F(HostilePackage, scenes_that_are_wrong_are_refused_with_the_place)
         expect_refused(what, package({}, json));
         EXPECT_TRUE(m_scene.open_scene(m_file).message().contains(u"scene.json"_s)) << what;
     }
+}
+
+TEST_F(HostilePackage, functions_and_events_that_are_wrong_are_refused_with_the_place)
+{
+    const std::pair<QByteArray, const Texts*> parts[] = {{"functions.json", &functions}, {"events.json", &events}};
+    for (const auto& [entry, texts] : parts)
+        for (const auto& [what, json] : *texts) {
+            expect_refused(what, package({{entry, json}}));
+            EXPECT_TRUE(m_scene.open_scene(m_file).message().contains(QString::fromLatin1(entry))) << what;
+        }
 }
 
 TEST_F(HostilePackage, cut_off_anywhere_is_refused)

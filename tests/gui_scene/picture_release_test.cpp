@@ -107,8 +107,7 @@ TEST_F(PictureReleaseTest, bindings_styles_and_scripts_keep_a_picture)
     EXPECT_EQ(pictures(), u"red.png"_s) << "the world's textures are not the dialog's";
     EXPECT_TRUE(gone_after_clearing());
 
-    const FuncPtr function = IFunc::create_func(u"swap"_s);
-    ASSERT_TRUE(m_scene.functions().add_function(function, true, u"-- shows red.png"_s));
+    ASSERT_TRUE(m_scene.functions().set_function(u"swap"_s, u"-- shows red.png"_s));
     EXPECT_FALSE(gone_after_clearing());
     m_scene.functions().del_function(u"swap"_s);
     EXPECT_TRUE(gone_after_clearing());

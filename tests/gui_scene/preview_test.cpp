@@ -205,7 +205,7 @@ TEST_F(PreviewTest, what_is_undone_while_it_runs_shows_but_where_the_preview_wro
 TEST_F(PreviewTest, nothing_is_imported_merged_or_cleaned_up_while_it_runs)
 {
     const QString function = CEventManager::new_function_name(m_fire->id(), EVENT_CHECKBOX_CLICKED);
-    ASSERT_TRUE(m_scene.functions().add_function(IFunc::create_func(function), false, u"return 1"_s).ok());
+    ASSERT_TRUE(m_scene.functions().set_function(function, u"return 1"_s).ok());
     m_scene.events().CreateEventW(m_fire->id(), EVENT_CHECKBOX_CLICKED, function);
     const QString other = path(u"other.tarn"_s);
     ASSERT_TRUE(save(other).ok());

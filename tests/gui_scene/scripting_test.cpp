@@ -29,7 +29,7 @@ protected:
     }
     void define(const QString& name, const QString& text)
     {
-        ASSERT_TRUE(m_scene.functions().add_function(IFunc::create_func(name), true, text).ok());
+        ASSERT_TRUE(m_scene.functions().set_function(name, text).ok());
     }
     ScriptResult run(const QString& text)
     {

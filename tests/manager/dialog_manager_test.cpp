@@ -1,6 +1,6 @@
 #include "support/editor_fixture.h"
+#include "support/package_texts.h"
 
-#include "gui_scene/package_writer.h"
 #include "manager/report_list_dialog.h"
 #include "store/pak_file.h"
 #include "widgets/button_st.h"
@@ -141,7 +141,7 @@ TEST_F(DialogManager, export_import_and_merge_go_through_the_file)
 {
     const QTemporaryDir folder;
     const QString path = folder.filePath(u"out.tarn"_s);
-    const QByteArray before = scene_text(m_scene->parts());
+    const QByteArray before = all_texts(m_scene->gui_core());
     m_answers.files = {path, path, path};
     click(id_export);
     EXPECT_FALSE(button(id_export).GetCheck());
@@ -150,7 +150,7 @@ TEST_F(DialogManager, export_import_and_merge_go_through_the_file)
     m_answers.buttons = {boxes::Button::Cancel, boxes::Button::Ok};
     click(id_import); // Cancelled at the warning.
     click(id_import);
-    EXPECT_EQ(scene_text(m_scene->parts()), before);
+    EXPECT_EQ(all_texts(m_scene->gui_core()), before);
     EXPECT_EQ(m_codes, std::vector<int>{ui_full_refresh});
 
     m_answers.prompts = {u"Part"_s};
@@ -162,7 +162,7 @@ TEST_F(DialogManager, export_import_and_merge_go_through_the_file)
                            u"TARN File(*.tarn)|*.tarn|All Files(*.*)|*.*||"_s,
                            u"TARN File(*.tarn)|*.tarn|All Files(*.*)|*.*||"_s}));
     EXPECT_TRUE(m_scene->journal().undo());
-    EXPECT_EQ(scene_text(m_scene->parts()), before);
+    EXPECT_EQ(all_texts(m_scene->gui_core()), before);
 }
 
 TEST_F(DialogManager, a_faulty_package_gives_one_message_and_leaves_the_scene)
@@ -172,7 +172,7 @@ TEST_F(DialogManager, a_faulty_package_gives_one_message_and_leaves_the_scene)
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.write("no package");
     file.close();
-    const QByteArray before = scene_text(m_scene->parts());
+    const QByteArray before = all_texts(m_scene->gui_core());
     m_answers.files = {file.fileName(), file.fileName()};
     m_answers.buttons = {boxes::Button::Ok, boxes::Button::Ok, boxes::Button::Yes, boxes::Button::Ok};
     m_answers.prompts = {u"Part"_s};
@@ -180,7 +180,7 @@ TEST_F(DialogManager, a_faulty_package_gives_one_message_and_leaves_the_scene)
     EXPECT_EQ(m_answers.texts.size(), 2); // The warning, then the message.
     click(id_merge);
     EXPECT_TRUE(m_answers.texts.last().contains(file.fileName()));
-    EXPECT_EQ(scene_text(m_scene->parts()), before);
+    EXPECT_EQ(all_texts(m_scene->gui_core()), before);
     EXPECT_TRUE(m_codes.empty());
 }
 

@@ -92,7 +92,7 @@ TEST_F(ScriptRowsTest, each_page_binds_the_events_of_its_type)
             EXPECT_FALSE(at(type.page, remove_buttons[row]).isEnabled());
         }
     }
-    EXPECT_TRUE(m_scene->events().empty());
+    EXPECT_TRUE(m_scene->events().events().empty());
 }
 
 TEST_F(ScriptRowsTest, the_rows_follow_the_current_object_and_spare_other_types)
@@ -119,7 +119,7 @@ TEST_F(ScriptRowsTest, an_event_keeps_its_function_and_a_function_without_event_
 {
     const CDXUTControl* button = select_new(DXUT_CONTROL_BUTTON);
     const QString own = CEventManager::new_function_name(button->id(), EVENT_BUTTON_CLICKED);
-    ASSERT_TRUE(m_scene->functions().add_function(IFunc::create_func(own), true, u"local kept = 1"_s));
+    ASSERT_TRUE(m_scene->functions().set_function(own, u"local kept = 1"_s));
     open("CDlgPropButton", 0);
     EXPECT_EQ(m_scene->functions().find_function(own)->text(), u"local kept = 1"_s);
 
@@ -140,7 +140,7 @@ TEST_F(ScriptRowsTest, removing_asks_first_and_needs_no_function)
     EXPECT_EQ(m_scene->events().events().size(), 1u);
     m_scene->functions().del_function(name);
     remove("CDlgPropButton", 1);
-    EXPECT_TRUE(m_scene->events().empty());
+    EXPECT_TRUE(m_scene->events().events().empty());
 }
 
 TEST_F(ScriptRowsTest, scripts_are_outside_of_undo_but_count_as_a_change)
@@ -165,7 +165,7 @@ TEST_F(ScriptRowsTest, scripts_of_controls_that_are_gone_are_cleaned_up)
     m_codes.clear();
     qobject_cast<CButtonST*>(page(u"CDlgGuiManagerCtrl"_s)->control(6592))->click();
     ASSERT_EQ(m_scene->events().events().size(), 1u);
-    EXPECT_EQ(m_scene->events().events().front()->control, kept->id());
+    EXPECT_EQ(m_scene->events().events().front()->control(), kept->id());
     EXPECT_EQ(m_scene->functions().functions().size(), 1u);
     EXPECT_FALSE(m_codes.empty());
 }

@@ -26,7 +26,7 @@ protected:
     }
     void define(const QString& name, const QString& text)
     {
-        const auto status = m_functions.add_function(IFunc::create_func(name), true, text);
+        const auto status = m_functions.set_function(name, text);
         EXPECT_TRUE(status.ok()) << status.message().toStdString();
     }
     ScriptResult run(const QString& text)
@@ -52,7 +52,8 @@ protected:
         return one ? *one : u"none"_s;
     }
 
-    CConfigScene m_functions;
+    Document m_document;
+    CConfigScene m_functions{m_document};
     std::unique_ptr<ScriptRuntime> m_runtime;
     QStringList m_printed;
     QStringList m_errors;

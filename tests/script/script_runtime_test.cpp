@@ -144,7 +144,6 @@ protected:
                 m_lamps};
     }
 
-    Document m_document;
     std::shared_ptr<Lamps> m_lamps = std::make_shared<Lamps>();
 };
 

@@ -8,8 +8,8 @@
 #include "gui_core/dxut_picture.h"
 #include "gui_scene/gui_plug_scene.h"
 #include "gui_scene/package_reader.h"
-#include "gui_scene/package_writer.h"
 #include "gui_scene/tex_path_info.h"
+#include "package_texts.h"
 #include "printing.h"
 #include "store/pak_file.h"
 #include "tools/gui_tools.h"
@@ -28,7 +28,7 @@ protected:
     }
 
     CGuiCore& core() { return m_scene.gui_core(); }
-    QByteArray text() { return scene_text(m_scene.parts()); }
+    QByteArray text() { return all_texts(m_scene.gui_core()); }
     QString path(const QString& name = u"scene.tarn"_s) const { return m_folder.filePath(name); }
     CDXUTDialog* dialog(const QRect& rect, const QString& name = {}) { return core().create_dialog(rect, name); }
     CDXUTControl* control(int type, CDXUTDialog* home, const QRectF& rect, const QString& name = {})
@@ -50,8 +50,11 @@ protected:
         for (const QString& picture : QDir(folder + u"/textures"_s).entryList(QDir::Files))
             files.insert(u"textures/"_s + QFileInfo(picture).completeBaseName() + u".png"_s,
                          "bytes of " + picture.toUtf8());
-        auto content = read_content(content_of(folder + u"/manifest.json"_s),
-                                    {{u"scene.json"_s, content_of(folder + u"/scene.json"_s)}}, files, core());
+        QMap<QString, QByteArray> texts;
+        for (const PackagePart& part : core().document().parts())
+            if (const QString source = folder + u'/' + QLatin1String(part.entry); QFile::exists(source))
+                texts.insert(QLatin1String(part.entry), content_of(source));
+        auto content = read_content(content_of(folder + u"/manifest.json"_s), texts, files, core());
         ASSERT_TRUE(content.ok()) << content.status().message().toStdString();
         m_scene.install(std::move(content.value()));
         core().document().forget_history();

@@ -1,6 +1,7 @@
 #include "mouse_fixture.h"
 
 #include "support/gui_fixture.h"
+#include "support/package_texts.h"
 #include "tools/control_clipboard.h"
 #include "tools/control_commands.h"
 
@@ -155,7 +156,7 @@ TEST_F(ClipboardTest, texts_that_are_not_ours_are_refused_and_change_nothing)
     EXPECT_TRUE(paste_text(m_scene, with(R"({"type":0,"id":1,"dialog":99,"width":-5,"color":"later"})")).ok())
         << "ids are not taken over, numbers are held to their range, what is not known is kept";
     EXPECT_EQ(selected().front()->width(), 0);
-    EXPECT_TRUE(scene_text(m_scene.parts()).contains("\"color\":\"later\""));
+    EXPECT_TRUE(all_texts(m_scene.gui_core()).contains("\"color\":\"later\""));
 }
 
 TEST_F(ClipboardTest, duplicates_stay_in_their_dialogs_and_leave_the_clipboard_alone)

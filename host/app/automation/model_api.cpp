@@ -165,10 +165,7 @@ Result<Data> function_text(Automation& app, const QString& name)
 
 Status set_function_text(Automation& app, const QString& name, const QString& text)
 {
-    CConfigScene& functions = app.world().config_scene();
-    if (const FuncPtr function = functions.find_function(name))
-        return function->set_text(text);
-    return functions.add_function(IFunc::create_func(name), false, text);
+    return app.world().config_scene().set_function(name, text);
 }
 
 Data events(SceneModel& model)

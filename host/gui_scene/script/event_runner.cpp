@@ -106,7 +106,7 @@ QString EventRunner::function_of(const GuiEvent& event) const
 {
     if (event.control) {
         const CGuiEvent* bound = m_scene.events().GetFunc(event.control->id(), event.type);
-        return bound ? bound->function : QString();
+        return bound ? bound->function() : QString();
     }
     const QString name = event.dialog->get_func_str(event.type);
     return m_scene.functions().find_function(name) ? name : QString();
