@@ -40,7 +40,8 @@ struct ObjectKind {
     /// What no two objects of the kind have alike; null where there is no such thing. An empty answer: the object lacks
     /// something without which it is nothing.
     QString (*unique_key)(const ObjectState& state) = nullptr;
-    std::size_t most = std::numeric_limits<std::size_t>::max(); ///< that a scene may have
+    static constexpr std::size_t unlimited = std::numeric_limits<std::size_t>::max();
+    std::size_t most = unlimited; ///< that a scene may have
 
     // The document sets these.
     std::size_t place = 0; ///< in the table

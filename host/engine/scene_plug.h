@@ -17,10 +17,18 @@ class Document;
 class Journal;
 class ModelObject;
 class SceneEditor;
+struct ObjectKind;
 
-/// The model of a scene plug-in as the program's automation sees it: objects with properties, and what is selected.
+/// What the program's automation needs of a scene plug-in beside the tree of objects in its document.
 class SceneModel {
 public:
+    /// A new object as it is asked for. What is left out is as the author's button makes it.
+    struct Making {
+        QString name{};
+        QRectF rect{0, 0, -1, -1};     ///< sizes below 0 take the usual size
+        int type = -1;                 ///< of a kind that has types
+        ModelObject* parent = nullptr; ///< null: the outermost that such objects can hang on
+    };
     struct Selection {
         bool editing = false;
         bool controls_selected = false;
@@ -49,15 +57,10 @@ public:
     virtual ~SceneModel() = default;
     /// The same objects as scene functions find them.
     virtual const ScriptObjects& objects() const = 0;
-    virtual std::vector<ModelObject*> dialogs() const = 0; ///< the top layer last
-    virtual ModelObject* root_dialog() const = 0;
-    virtual std::vector<ModelObject*> controls() const = 0; ///< in the scene's order
-    /// The controls of a dialog, the top layer last; empty for another kind of object.
-    virtual std::vector<ModelObject*> controls_of(const ModelObject& dialog) const = 0;
-    /// An empty name lets the scene choose one; sizes below 0 take the usual size.
-    virtual Result<ModelObject*> create_dialog(const QString& name, const QRectF& rect) = 0;
-    virtual Result<ModelObject*> create_control(int type, ModelObject& dialog, const QString& name, const QRectF& rect)
-        = 0;
+    /// An object of the kind, one step of undo.
+    virtual Result<ModelObject*> create(const ObjectKind& kind, const Making& making) = 0;
+    /// Removes the object as the author's Delete does, without questions.
+    virtual Status remove(ModelObject& object) = 0;
     virtual Selection selection() const = 0;
     /// Selects dialogs or controls, not both; the last becomes the current one. No object clears the selection.
     virtual Status select(const std::vector<ModelObject*>& objects) = 0;

@@ -56,7 +56,7 @@ QSet<QString> named_functions(const tarn::Document& document)
 {
     QSet<QString> names;
     for (const tarn::ModelObject* object : document.objects())
-        for (const tarn::FieldBase* field : object->fields())
+        for (const tarn::FieldBase* field : object->fields().link_fields())
             if (field->rules().function)
                 for (const QString& name : field->names(object->authored_state()))
                     names.insert(name);

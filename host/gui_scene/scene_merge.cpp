@@ -55,7 +55,7 @@ QHash<quint32, quint32> issue_ids(SceneSnapshot& objects, Document& document)
     }
     const auto follow = [&](ObjectRef& reference) { reference.id = issued.value(reference.id, reference.id); };
     for (ObjectState* state : states)
-        for (const FieldBase* field : state->fields())
+        for (const FieldBase* field : state->fields().link_fields())
             field->each_reference(*state, follow);
     return issued;
 }

@@ -203,7 +203,7 @@ Status SceneReader::reserve_references(const ObjectKind& kind)
 {
     quint32 highest = 0;
     for (const StatePtr& state : m_scene.objects[kind.place])
-        for (const FieldBase* field : state->fields())
+        for (const FieldBase* field : state->fields().link_fields())
             field->each_reference(std::as_const(*state),
                                   [&](ObjectRef reference) { highest = std::max(highest, reference.id); });
     if (highest > Document::max_id)

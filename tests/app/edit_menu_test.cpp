@@ -30,7 +30,7 @@ protected:
         m_studio.start_world();
         m_window->show();
         QApplication::setActiveWindow(m_window.get());
-        m_button = model().create_control(0, *model().root_dialog(), {}, {200, 200, 100, 40}).value();
+        m_button = model().create(kind(), {.rect = {200, 200, 100, 40}, .type = 0}).value();
     }
 
     tarn::SceneModel& model() { return m_studio.scene()->model(); }
@@ -40,7 +40,9 @@ protected:
         m_studio.world().broadcast(tarn::ui_selection_changed);
         QCoreApplication::processEvents();
     }
-    std::size_t controls() { return model().controls().size(); }
+    tarn::Document& document() { return m_studio.world().document(); }
+    const tarn::ObjectKind& kind() { return *document().kind("controls"); }
+    std::size_t controls() { return document().objects_of(kind()).size(); }
     QString text() { return std::get<QString>(m_button->property(*m_button->fields().find("text"))); }
 
     QTemporaryDir m_folder;
