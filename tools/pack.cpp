@@ -67,7 +67,8 @@ tarn::Status pack(const QStringList& arguments)
     CPakFile package;
     auto status = package.create(arguments.at(2));
     if (status)
-        status = tarn::write_package(package, {core, *scene.functions, scene.events}, {});
+        status = tarn::write_package(package, core.document(), tarn::copy_of({core, *scene.functions, scene.events}),
+                                     {});
     return status ? package.close() : status;
 }
 

@@ -81,6 +81,11 @@ void CBaseWorld::api_reset_mt()
     m_tool = m_default_tool;
 }
 
+tarn::Status CBaseWorld::work(const QString& what, const Work& job)
+{
+    return on_work ? on_work(what, job) : job({});
+}
+
 void CBaseWorld::set_scene_functions(CConfigScene* functions, tarn::ScriptApi api)
 {
     m_functions = functions ? functions : m_no_functions.get();

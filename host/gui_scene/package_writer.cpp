@@ -8,6 +8,7 @@
 #include "scene_content.h"
 
 #include "core/json_writer.h"
+#include "store/enough_memory.h"
 #include "store/scene_text.h"
 
 #include <QSet>
@@ -16,7 +17,7 @@ namespace tarn {
 
 namespace {
 
-QByteArray manifest_text(const Document& document)
+QByteArray manifest_text(const SceneSnapshot& scene)
 {
     JsonWriter writer;
     writer.begin_object();
@@ -25,7 +26,7 @@ QByteArray manifest_text(const Document& document)
     writer.key("program");
     writer.value(QStringLiteral("tarn-studio " TARN_VERSION));
     writer.key("next_id");
-    writer.value(document.state().next_id);
+    writer.value(scene.next_id);
     writer.end_object();
     writer.text() += '\n';
     return QByteArray::fromStdString(writer.text());
@@ -68,24 +69,36 @@ QSet<QString> bound_functions(const SceneParts& scene, bool written)
     return names;
 }
 
-void write_scripts(JsonWriter& writer, const SceneParts& scene, bool selection_only)
+void write_scripts(JsonWriter& writer, const SceneContent& scene)
 {
-    QSet<QString> left_out;
-    if (selection_only)
-        left_out = bound_functions(scene, false) - bound_functions(scene, true);
-    if (!scene.functions.functions().empty()) {
+    if (!scene.functions->functions().empty()) {
         writer.new_line();
         writer.key("functions");
-        scene.functions.write(writer, [&](const IFunc& function) { return !left_out.contains(function.name()); });
+        scene.functions->write(writer, [](const IFunc&) { return true; });
     }
     if (!scene.events.empty()) {
         writer.new_line();
         writer.key("events");
-        scene.events.write(writer, [&](const CGuiEvent& event) {
-            const CDXUTControl* control = selection_only ? scene.core.find_control(event.control) : nullptr;
-            return !selection_only || (control && scene.core.selection().contains(control->dialog()));
-        });
+        scene.events.write(writer, [](const CGuiEvent&) { return true; });
     }
+}
+
+/// Functions and events are no states that could be shared: the copy gets its own, which share their texts.
+void copy_scripts(SceneContent& copy, const SceneParts& scene, bool selection_only)
+{
+    QSet<QString> left_out;
+    if (selection_only)
+        left_out = bound_functions(scene, false) - bound_functions(scene, true);
+    for (const FuncPtr& function : scene.functions.functions())
+        if (!left_out.contains(function->name()))
+            (void)copy.functions->add_function(function->copy(function->name(), function->text()), false);
+    std::vector<CGuiEvent> events;
+    for (const auto& event : scene.events.events()) {
+        const CDXUTControl* control = selection_only ? scene.core.find_control(event->control) : nullptr;
+        if (!selection_only || (control && scene.core.selection().contains(control->dialog())))
+            events.push_back(*event);
+    }
+    copy.events.attach(std::move(events));
 }
 
 /// The selected dialogs with what belongs to them, and the root dialog without its controls.
@@ -107,29 +120,46 @@ void keep_selected(SceneSnapshot& scene, const CGuiCore& core)
 
 } // namespace
 
-QByteArray scene_text(const SceneParts& scene, bool selection_only)
+SceneContent copy_of(const SceneParts& scene, bool selection_only)
 {
-    const Document& document = scene.core.document();
-    SceneSnapshot objects = document.snapshot();
+    SceneContent copy;
+    copy.objects = scene.core.document().snapshot();
     if (selection_only)
-        keep_selected(objects, scene.core);
-    return part_text(document, document.parts().front(), objects, [&](JsonWriter& writer) {
-        write_styles(writer, scene.core.core_state());
-        write_scripts(writer, scene, selection_only);
-    });
+        keep_selected(copy.objects, scene.core);
+    copy_scripts(copy, scene, selection_only);
+    return copy;
 }
 
-Status write_package(CPakFile& package, const SceneParts& scene, const CSaveOpt& options)
+namespace {
+
+QByteArray text_of(const Document& document, const SceneContent& scene, const Progress& progress)
 {
-    if (auto status = package.add_file(options.prefix + QStringLiteral("manifest.json"),
-                                       manifest_text(scene.core.document()));
+    const auto write_more = [&](JsonWriter& writer) {
+        write_styles(writer, SceneSnapshot::as<CoreState>(scene.objects.containers.front()));
+        write_scripts(writer, scene);
+    };
+    return part_text(document, document.parts().front(), scene.objects, write_more, progress);
+}
+
+} // namespace
+
+QByteArray scene_text(const SceneParts& scene, bool selection_only)
+{
+    return text_of(scene.core.document(), copy_of(scene, selection_only), {});
+}
+
+Status write_package(CPakFile& package, const Document& document, const SceneContent& scene, const CSaveOpt& options,
+                     const Progress& progress)
+{
+    if (auto status = package.add_file(options.prefix + QStringLiteral("manifest.json"), manifest_text(scene.objects));
         !status)
         return status;
-    if (auto status = package.add_file(options.prefix + QStringLiteral("scene.json"),
-                                       scene_text(scene, options.selection_only));
-        !status)
+    const QByteArray text = text_of(document, scene, progress);
+    if (text.isNull())
+        return stopped();
+    if (auto status = package.add_file(options.prefix + QStringLiteral("scene.json"), text); !status)
         return status;
-    const auto& files = scene.core.document().files();
+    const auto& files = scene.objects.files;
     const auto left_out = [&](const QString& name) {
         return !options.with_pictures && name.startsWith(QLatin1String("textures/"));
     };
@@ -139,7 +169,7 @@ Status write_package(CPakFile& package, const SceneParts& scene, const CSaveOpt&
         if (auto status = package.add_file(options.prefix + file.key(), file.value()); !status)
             return status;
     }
-    const auto& damaged = scene.core.document().state().damaged;
+    const auto& damaged = scene.objects.damaged;
     for (auto entry = damaged.begin(); entry != damaged.end(); ++entry) {
         if (entry->isNull() || files.contains(entry.key()) || left_out(entry.key()))
             continue;
@@ -147,6 +177,18 @@ Status write_package(CPakFile& package, const SceneParts& scene, const CSaveOpt&
             return status;
     }
     return {};
+}
+
+Status save_package(const QString& path, const Document& document, const SceneContent& scene, const CSaveOpt& options,
+                    ReadOnly read_only, const Progress& progress)
+{
+    return with_enough_memory([&] {
+        CPakFile package;
+        auto status = package.create(path);
+        if (status)
+            status = write_package(package, document, scene, options, progress.part(0, 0.5));
+        return status ? package.close(read_only, progress.part(0.5, 1)) : status;
+    });
 }
 
 } // namespace tarn
