@@ -9,7 +9,17 @@
 using tarn::lang;
 using tarn::Status;
 
-Autosave::Autosave(CScenePlug& scene, std::unique_ptr<tarn::RecoveryFile> file) : m_scene(scene), m_file(std::move(file))
+namespace {
+
+// Edits. What is done while a copy is written would be lost with it, so the copy is taken early. A change outside any
+// action is told one edit late.
+constexpr int copied_after = Autosave::most_edits / 2;
+constexpr int waited_after = Autosave::most_edits - 2;
+
+} // namespace
+
+Autosave::Autosave(CScenePlug& scene, std::unique_ptr<tarn::RecoveryFile> file)
+    : m_scene(scene), m_file(std::move(file))
 {
     m_longest.setSingleShot(true);
     m_longest.setInterval(longest);
@@ -40,10 +50,9 @@ void Autosave::note_edit()
     ++m_edits;
     if (!m_longest.isActive())
         m_longest.start();
-    // The copy is taken at half of what may be lost, so that the rest has time until it is written.
-    if (m_edits - m_copied_at < most_edits / 2)
+    if (m_edits - m_copied_at < copied_after)
         return;
-    if (m_writing.valid() && m_edits - m_kept_at >= most_edits && !m_fails)
+    if (m_writing.valid() && m_edits - m_kept_at >= waited_after && !m_fails)
         (void)wait();
     if (!m_writing.valid())
         start();
@@ -61,7 +70,8 @@ void Autosave::start()
         auto status = file->write_info(info);
         if (status)
             status = copy->write(file->package());
-        QMetaObject::invokeMethod(this, [this, job] { finish(job); }, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(
+            this, [this, job] { finish(job); }, Qt::QueuedConnection);
         return status;
     };
     try {
@@ -76,7 +86,7 @@ void Autosave::finish(int job)
     if (job != m_job || !m_writing.valid())
         return;
     (void)wait();
-    if (m_edits - m_copied_at >= most_edits / 2)
+    if (m_edits - m_copied_at >= copied_after)
         start();
 }
 
@@ -112,8 +122,6 @@ Status Autosave::save_now()
 {
     if (m_writing.valid())
         (void)wait();
-    if (m_kept_at == m_edits)
-        return {};
-    start();
+    start(); // Also what is no step of the journal yet, and so was not told.
     return wait();
 }

@@ -58,10 +58,11 @@ bool MainWindow::open_file(const QString& path)
 
 bool MainWindow::opens_copy(const QString& path, const tarn::FileHolder& holder)
 {
-    const QString text = lang(u"“%1”已在另一个 Tarn studio 中打开（%3 上的进程 %2）。要打开一份副本吗？副本需另存为其他文件。",
-                              u"\"%1\" is open in another Tarn studio (process %2 on %3). Open a copy of it? The copy is to "
-                              u"be saved under another name.")
-                             .arg(filefun::get_pure_filename(path, 1), QString::number(holder.process), holder.computer);
+    const QString text
+        = lang(u"“%1”已在另一个 Tarn studio 中打开（%3 上的进程 %2）。要打开一份副本吗？副本需另存为其他文件。",
+               u"\"%1\" is open in another Tarn studio (process %2 on %3). Open a copy of it? The copy is to "
+               u"be saved under another name.")
+              .arg(filefun::get_pure_filename(path, 1), QString::number(holder.process), holder.computer);
     return tarn::boxes::message(this,
                                 {.text = text,
                                  .title = {},
@@ -165,12 +166,17 @@ bool MainWindow::offer_recovery()
 {
     for (auto& file : m_studio.left_behind()) {
         const tarn::RecoveryInfo info = file->info();
-        const QString name = info.file.isEmpty() ? lang(u"一个从未保存的界面", u"an interface that was never saved")
-                                                 : QDir::toNativeSeparators(info.file);
-        const QString text = lang(u"Tarn studio 上次没有正常结束。%2 自动保存了 %1 的未保存修改。要恢复吗？原文件不会被改动。",
-                                  u"Tarn studio ended unexpectedly. Unsaved changes of %1 were kept on %2. Restore them? The "
-                                  u"file itself stays as it is.")
-                                 .arg(name, QLocale().toString(info.when.toLocalTime(), QLocale::ShortFormat));
+        const QString when = QLocale().toString(info.when.toLocalTime(), QLocale::ShortFormat);
+        const QString text = info.file.isEmpty()
+            ? lang(u"Tarn studio 上次没有正常结束。一个从未保存的界面在 %1 被自动保留了下来。要恢复它吗？",
+                   u"Tarn studio ended unexpectedly. An interface that was never saved was kept on %1. Restore it?")
+                  .arg(when)
+            : lang(u"Tarn studio 上次没有正常结束。%1 中未保存的修改在 %2 "
+                   u"被自动保留了下来。要恢复吗？文件本身不会改动。",
+                   u"Tarn studio ended unexpectedly. Unsaved changes of %1 were kept on %2. Restore them? The file "
+                   u"itself "
+                   u"stays as it is.")
+                  .arg(QDir::toNativeSeparators(info.file), when);
         const Button answer = tarn::boxes::message(
             this,
             {.text = text,

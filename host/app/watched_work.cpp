@@ -6,12 +6,13 @@
 
 namespace {
 
-constexpr qint64 patience = 100;    ///< ms before there is a box
+constexpr qint64 patience = 100;     ///< ms before there is a box
 constexpr qint64 between_looks = 30; ///< ms
 
 } // namespace
 
-tarn::Status do_watched(QWidget* parent, const QString& what, const std::function<tarn::Status(const tarn::Progress&)>& job)
+tarn::Status do_watched(QWidget* parent, const QString& what,
+                        const std::function<tarn::Status(const tarn::Progress&)>& job)
 {
     QElapsedTimer since;
     since.start();

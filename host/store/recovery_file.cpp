@@ -107,8 +107,8 @@ void RecoveryFile::remove() const
     // What a save that was killed left.
     const QFileInfo stem(m_stem);
     QDir folder(stem.absolutePath());
-    for (const QString& name : folder.entryList({QLatin1Char('.') + stem.fileName() + QStringLiteral(".*")},
-                                                QDir::Files | QDir::Hidden))
+    for (const QString& name :
+         folder.entryList({QLatin1Char('.') + stem.fileName() + QStringLiteral(".*")}, QDir::Files | QDir::Hidden))
         folder.remove(name);
 }
 

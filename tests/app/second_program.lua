@@ -1,0 +1,14 @@
+-- Meets a file that another program has open.
+local path, other = studio.args[1], studio.args[2]
+studio.answer("cancel")
+assert(not studio.open(path), "opened all the same")
+studio.answer("ok")
+assert(studio.open(path), "no copy was opened")
+studio.create_dialog{name = "Mine", x = 1, y = 2, w = 30, h = 40}
+studio.answer("cancel")
+assert(not studio.save(path), "overwritten unasked")
+studio.answer("no", other)
+assert(studio.save(path), "not saved under another name")
+for _, box in ipairs(studio.boxes()) do
+    print(box.text)
+end
