@@ -21,20 +21,32 @@ void pass_on(int signal)
     (void)!::write(pipe_ends[1], &number, 1);
 }
 
+void exchange_handlers(void (*from)(int), void (*to)(int))
+{
+    for (const int signal : {SIGTERM, SIGHUP, SIGINT}) {
+        struct sigaction action {};
+        if (::sigaction(signal, nullptr, &action) != 0 || action.sa_handler != from)
+            continue; // nohup, for example, lets it ignore one.
+        action.sa_handler = to;
+        action.sa_flags = SA_RESTART | int(SA_RESETHAND);
+        ::sigaction(signal, &action, nullptr);
+    }
+}
+
 } // namespace
 
-EndSignals::EndSignals(std::function<void()> put_in_order, QObject* parent)
-    : QObject(parent), m_put_in_order(std::move(put_in_order))
+EndSignals::EndSignals(std::function<void()> put_in_order) : m_put_in_order(std::move(put_in_order))
 {
     if (pipe_ends[0] < 0 && ::pipe2(pipe_ends, O_CLOEXEC | O_NONBLOCK) != 0)
         return;
     auto* told = new QSocketNotifier(pipe_ends[0], QSocketNotifier::Read, this);
     connect(told, &QSocketNotifier::activated, this, &EndSignals::end);
-    struct sigaction action {};
-    action.sa_handler = pass_on;
-    action.sa_flags = SA_RESTART | int(SA_RESETHAND);
-    for (const int signal : {SIGTERM, SIGHUP, SIGINT})
-        ::sigaction(signal, &action, nullptr);
+    exchange_handlers(SIG_DFL, pass_on);
+}
+
+EndSignals::~EndSignals()
+{
+    exchange_handlers(pass_on, SIG_DFL);
 }
 
 void EndSignals::end()
@@ -49,9 +61,8 @@ void EndSignals::end()
 
 #else
 
-EndSignals::EndSignals(std::function<void()> put_in_order, QObject* parent)
-    : QObject(parent), m_put_in_order(std::move(put_in_order))
-{
-}
+EndSignals::EndSignals(std::function<void()> put_in_order) : m_put_in_order(std::move(put_in_order)) {}
+
+EndSignals::~EndSignals() = default;
 
 #endif

@@ -141,7 +141,9 @@ void Studio::keep_data(const QString& folder)
 {
     m_data_folder = folder;
     m_file = tarn::OpenFile(folder + QStringLiteral("/open"));
-    auto recovery = m_scene ? tarn::RecoveryFile::make(folder + QStringLiteral("/recovery")) : nullptr;
+    if (!m_scene)
+        return;
+    auto recovery = tarn::RecoveryFile::make(folder + QStringLiteral("/recovery"));
     if (!recovery) {
         Q_EMIT autosave_failed(
             lang(u"无法自动保存：文件夹 %1 不可写。", u"Autosaving is not possible: %1 cannot be written.")

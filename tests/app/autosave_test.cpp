@@ -12,8 +12,8 @@
 #include "watched_work.h"
 
 #include <QElapsedTimer>
-#include <QPushButton>
 #include <QProgressDialog>
+#include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
 

@@ -27,9 +27,14 @@ public:
         environment.insert(u"XDG_DATA_HOME"_s, data);
         environment.insert(u"QT_QPA_PLATFORM"_s, u"offscreen"_s);
         setProcessEnvironment(environment);
-        start(QStringLiteral(TARN_PROGRAM), QStringList{u"--lang"_s, u"en"_s, u"--recovery"_s, u"--script"_s,
-                                                        QStringLiteral(TARN_SCRIPTS "/") + script}
-                                                + arguments);
+        setChildProcessModifier([] {
+            for (const int signal : {SIGTERM, SIGHUP, SIGINT})
+                ::signal(signal, SIG_DFL); // The tests may run where one of them is ignored.
+        });
+        start(
+            QStringLiteral(TARN_PROGRAM),
+            QStringList{u"--lang"_s, u"en"_s, u"--recovery"_s, u"--script"_s, QStringLiteral(TARN_SCRIPTS "/") + script}
+                + arguments);
         EXPECT_TRUE(waitForStarted());
     }
     ~Program() override
@@ -79,7 +84,8 @@ TEST_F(KilledProgram, at_any_moment_loses_fifty_edits_at_most_and_leaves_the_fil
         QFile::remove(m_log);
         {
             Program program(m_data, u"edit_until_killed.lua"_s,
-                            QStringList{m_log, QString::number(round)} + (was_saved ? QStringList{m_file} : QStringList{}));
+                            QStringList{m_log, QString::number(round)}
+                                + (was_saved ? QStringList{m_file} : QStringList{}));
             wait_for_edits(program, Autosave::most_edits + random.bounded(200));
             QThread::usleep(random.bounded(20'000u));
             ASSERT_FALSE(program.waitForFinished(0)) << program.readAllStandardError().toStdString();
@@ -113,6 +119,16 @@ TEST_F(KilledProgram, asked_to_end_it_keeps_everything)
     }
 }
 
+TEST_F(KilledProgram, leaves_what_can_be_put_off_and_discarded)
+{
+    {
+        Program program(m_data, u"edit_until_killed.lua"_s, {m_log, u"7"_s});
+        wait_for_edits(program, Autosave::most_edits);
+    }
+    (void)Program(m_data, u"refuse.lua"_s, {}).output();
+    EXPECT_EQ(recovery_files(), QStringList());
+}
+
 TEST_F(KilledProgram, while_it_runs_its_file_is_opened_as_a_copy_and_not_overwritten_unasked)
 {
     ASSERT_TRUE(QFile::copy(QStringLiteral(TARN_SAMPLE), m_file));
@@ -121,7 +137,8 @@ TEST_F(KilledProgram, while_it_runs_its_file_is_opened_as_a_copy_and_not_overwri
     ASSERT_TRUE(QFile::link(m_file, link));
     Program holder(m_data, u"hold_file.lua"_s, {m_file});
     ASSERT_TRUE(holder.waitForReadyRead(60'000));
-    const QByteArray told = Program(m_data, u"second_program.lua"_s, {link, m_folder.filePath(u"other.tarn"_s)}).output();
+    const QByteArray told
+        = Program(m_data, u"second_program.lua"_s, {link, m_folder.filePath(u"other.tarn"_s)}).output();
     EXPECT_TRUE(told.contains("process " + QByteArray::number(holder.processId()))) << told.toStdString();
     EXPECT_TRUE(content_of(m_file) == before);
     EXPECT_TRUE(QFile::exists(m_folder.filePath(u"other.tarn"_s)));

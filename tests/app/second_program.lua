@@ -12,3 +12,14 @@ assert(studio.save(path), "not saved under another name")
 for _, box in ipairs(studio.boxes()) do
     print(box.text)
 end
+
+-- Somebody else writes its own file.
+local file = assert(io.open(other, "a"))
+file:write("more")
+file:close()
+studio.answer("cancel")
+assert(not studio.save(other), "overwritten unasked")
+studio.answer("yes")
+assert(studio.save(other), "not overwritten")
+assert(studio.boxes()[2].text:find("somebody else"))
+assert(studio.save(other), "asked although nobody wrote it")
