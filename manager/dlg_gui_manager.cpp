@@ -236,16 +236,11 @@ void CDlgGuiManager::on_export()
 
 void CDlgGuiManager::export_to(const QString& path)
 {
-    CPakFile package;
-    auto status = package.create(path);
-    if (status)
-        status = scene()->save(package,
-                               {.prefix = {},
-                                .selection_only = false,
-                                .with_pictures = true,
-                                .texture_path = appinfo::get_tarn_texture_path(path)});
-    if (status)
-        status = package.close();
+    const auto status = scene()->export_to(path,
+                                           {.prefix = {},
+                                            .selection_only = false,
+                                            .with_pictures = true,
+                                            .texture_path = appinfo::get_tarn_texture_path(path)});
     if (!status)
         tarn::boxes::error(this, status.message());
 }

@@ -425,7 +425,8 @@ void Document::install(SceneSnapshot content)
 Status Document::check_room(const SceneSnapshot& content) const
 {
     for (const ObjectKind& kind : m_kinds)
-        if (kind.most != ObjectKind::unlimited && objects_of(kind).size() + content.objects[kind.place].size() > kind.most)
+        if (kind.most != ObjectKind::unlimited
+            && objects_of(kind).size() + content.objects[kind.place].size() > kind.most)
             return Status::error(lang(u"场景中的%1过多（最多 %2 个）。",
                                       u"The scene would have too many objects of the kind \"%1\" (at most %2).")
                                      .arg(lang(kind.chinese, kind.english))

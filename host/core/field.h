@@ -192,10 +192,7 @@ public:
         return bytes;
     }
     bool has_heap() const override { return !std::is_trivially_copyable_v<T>; }
-    bool has_links() const override
-    {
-        return std::is_same_v<Part, ObjectRef> || rules().picture || rules().function;
-    }
+    bool has_links() const override { return std::is_same_v<Part, ObjectRef> || rules().picture || rules().function; }
     void each_reference(const ObjectState& state, const std::function<void(ObjectRef)>& visit) const override
     {
         if constexpr (std::is_same_v<Part, ObjectRef>)

@@ -7,6 +7,7 @@
 #include <QRectF>
 #include <QString>
 
+#include <memory>
 #include <vector>
 
 class CBaseWorld;
@@ -68,6 +69,13 @@ public:
     virtual std::vector<Problem> problems() const = 0;
 };
 
+/// A scene as it was authored at one moment. It is made and released in the thread of the model; any thread can write it.
+class SceneCopy {
+public:
+    virtual ~SceneCopy() = default;
+    virtual Status write(const QString& path) const = 0;
+};
+
 } // namespace tarn
 
 /// The main object of a plug-in that holds a scene's content: what the program needs of it to be its document.
@@ -88,6 +96,12 @@ public:
     virtual tarn::Status open_scene(const QString& path) = 0;
     /// A read-only file is kept, and that is a failure, unless it is to be replaced; it then stays read-only.
     virtual tarn::Status save_scene(const QString& path, bool replace_read_only = false) = 0;
+
+    /// Of the scene now, whatever runs or is under way.
+    virtual std::unique_ptr<tarn::SceneCopy> copy_scene() const = 0;
+    /// As open_scene(), with a scene that counts as changed and is that of the file `path`, which is not touched; a null
+    /// path stands for a scene that was never saved.
+    virtual tarn::Status recover_scene(const QString& package, const QString& path) = 0;
 
     /// Runs the scene, or ends that: everything takes the state again that it had before.
     virtual void play(bool on) = 0;

@@ -14,9 +14,11 @@
 #include "scene_tools.h"
 #include "script/gui_script_api.h"
 #include "store/enough_memory.h"
+#include "store/in_worker.h"
 #include "store/pak_file.h"
 #include "tex_path_info.h"
 
+#include <QFileInfo>
 #include <QSet>
 
 #include <array>
@@ -30,15 +32,21 @@ using tarn::Status;
 
 namespace {
 
-/// The content of the package at `path`, with the pictures that lie beside it.
-tarn::Result<tarn::SceneSnapshot> read_file(const QString& path, CGuiCore& core)
-{
-    CPakFile package;
-    if (auto status = package.open(path); !status)
-        return status;
-    const CTexPathInfo textures(path, 1);
-    return tarn::read_package(package, core);
-}
+class GuiSceneCopy : public tarn::SceneCopy {
+public:
+    GuiSceneCopy(const tarn::Document& document, tarn::SceneSnapshot content)
+        : m_document(document), m_content(std::move(content))
+    {
+    }
+    Status write(const QString& path) const override
+    {
+        return tarn::save_package(path, m_document, m_content, {}, tarn::ReadOnly::Replace);
+    }
+
+private:
+    const tarn::Document& m_document;
+    tarn::SceneSnapshot m_content;
+};
 
 constexpr std::array button_images{key<&ImageButtonState::image_normal>, key<&ImageButtonState::image_hover>,
                                    key<&ImageButtonState::image_pressed>};
@@ -134,8 +142,43 @@ void CGuiPlugScene::clear()
 Status CGuiPlugScene::save(CPakFile& package, const CSaveOpt& options)
 {
     return tarn::with_enough_memory([&] {
-        return tarn::write_package(package, *m_core, tarn::content_to_save(*m_core, options.selection_only), options);
+        return tarn::write_package(package, document(), tarn::content_to_save(*m_core, options.selection_only),
+                                   options);
     });
+}
+
+Status CGuiPlugScene::write_file(const QString& path, const CSaveOpt& options, bool replace_read_only) const
+{
+    const tarn::SceneSnapshot copy = tarn::content_to_save(*m_core, options.selection_only);
+    const auto read_only = replace_read_only ? tarn::ReadOnly::Replace : tarn::ReadOnly::Keep;
+    const auto write = [&](const tarn::Progress& progress) {
+        return tarn::save_package(path, document(), copy, options, read_only, progress);
+    };
+    return m_world->work(lang(u"正在保存 %1", u"Saving %1").arg(QFileInfo(path).fileName()),
+                         [&](const tarn::Progress& progress) { return tarn::in_worker(progress, write); });
+}
+
+tarn::Result<tarn::SceneSnapshot> CGuiPlugScene::read_file(const QString& path, const QString& what) const
+{
+    std::optional<tarn::SceneSnapshot> content;
+    const auto status = m_world->work(what, [&](const tarn::Progress& progress) -> Status {
+        CPakFile package;
+        if (auto opened = package.open(path); !opened)
+            return opened;
+        const CTexPathInfo textures(path, 1);
+        auto read = tarn::read_package(package, *m_core, progress);
+        if (read)
+            content = std::move(read.value());
+        return read.status();
+    });
+    if (!status)
+        return status;
+    return std::move(*content);
+}
+
+Status CGuiPlugScene::export_to(const QString& path, const CSaveOpt& options)
+{
+    return write_file(path, options, false);
 }
 
 CConfigScene& CGuiPlugScene::functions() const
@@ -159,14 +202,16 @@ Status CGuiPlugScene::check_not_playing() const
 
 Status CGuiPlugScene::load(const CPakFile& package, const CTexPathInfo&)
 {
-    auto content = tarn::read_package(package, *m_core);
-    if (!content)
-        return content.status();
     if (auto status = check_not_playing(); !status)
         return status;
-    const tarn::UserAction action(journal(), lang(u"导入界面", u"Import"));
-    install(std::move(content.value()));
-    return {};
+    return m_world->work(lang(u"正在导入", u"Importing"), [&](const tarn::Progress& progress) -> Status {
+        auto content = tarn::read_package(package, *m_core, progress);
+        if (!content)
+            return content.status();
+        const tarn::UserAction action(journal(), lang(u"导入界面", u"Import"));
+        install(std::move(content.value()));
+        return {};
+    });
 }
 
 void CGuiPlugScene::new_scene()
@@ -178,43 +223,58 @@ void CGuiPlugScene::new_scene()
     m_world->broadcast(tarn::ui_full_refresh);
 }
 
-Status CGuiPlugScene::open_scene(const QString& path)
+void CGuiPlugScene::become(tarn::SceneSnapshot content, const QString& path)
 {
-    auto content = read_file(path, *m_core);
-    if (!content)
-        return content.status();
     play(false);
     {
         const tarn::RecordingOff off(journal());
-        install(std::move(content.value()));
+        install(std::move(content));
     }
     document().forget_history();
     m_file_name = path;
     SetMTFunction(0, 0);
     m_world->broadcast(tarn::ui_full_refresh);
+}
+
+Status CGuiPlugScene::open_scene(const QString& path)
+{
+    auto content = read_file(path, lang(u"正在打开 %1", u"Opening %1").arg(QFileInfo(path).fileName()));
+    if (!content)
+        return content.status();
+    become(std::move(content.value()), path);
+    return {};
+}
+
+Status CGuiPlugScene::recover_scene(const QString& package, const QString& path)
+{
+    auto content = read_file(package, lang(u"正在恢复", u"Restoring"));
+    if (!content)
+        return content.status();
+    become(std::move(content.value()), path);
+    journal().changed_outside();
     return {};
 }
 
 Status CGuiPlugScene::save_scene(const QString& path, bool replace_read_only)
 {
-    CPakFile package;
-    auto status = package.create(path);
-    if (status)
-        status = save(package, {});
-    if (status)
-        status = package.close(replace_read_only ? tarn::ReadOnly::Replace : tarn::ReadOnly::Keep);
+    auto status = write_file(path, {}, replace_read_only);
     if (status)
         journal().mark_saved();
     return status;
 }
 
+std::unique_ptr<tarn::SceneCopy> CGuiPlugScene::copy_scene() const
+{
+    return std::make_unique<GuiSceneCopy>(document(), tarn::content_to_save(*m_core));
+}
+
 Status CGuiPlugScene::on_merge_GUI(const QString& path, const QString& name, bool replace_styles)
 {
-    auto content = read_file(path, *m_core);
-    if (!content)
-        return content.status();
     if (auto status = check_not_playing(); !status)
         return status;
+    auto content = read_file(path, lang(u"正在合并 %1", u"Merging %1").arg(QFileInfo(path).fileName()));
+    if (!content)
+        return content.status();
     const tarn::UserAction action(journal(), lang(u"合并界面", u"Merge"));
     return tarn::merge_content(*this, std::move(content.value()), name, replace_styles);
 }
@@ -256,12 +316,14 @@ Status CGuiPlugScene::set_picture(const std::vector<tarn::ModelObject*>& objects
                                   const QString& path)
 {
     const tarn::UserAction action(journal(), lang(u"设置图片", u"Set Picture"));
-    const auto name = tarn::take_picture(*m_core, path);
-    if (!name)
-        return name.status();
-    const tarn::PictureRelease release(*m_core, functions(), objects);
-    write_picture(objects, field, name.value());
-    return {};
+    return m_world->work(lang(u"正在读取图片", u"Taking In a Picture"), [&](const tarn::Progress& progress) -> Status {
+        const auto name = tarn::take_picture(*m_core, path, progress);
+        if (!name)
+            return name.status();
+        const tarn::PictureRelease release(*m_core, functions(), objects);
+        write_picture(objects, field, name.value());
+        return {};
+    });
 }
 
 void CGuiPlugScene::clear_picture(const std::vector<tarn::ModelObject*>& objects, tarn::FieldKey field)

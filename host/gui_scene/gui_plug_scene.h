@@ -63,6 +63,8 @@ public:
     // The scene as a whole
     void clear();
     tarn::Status save(CPakFile& package, const CSaveOpt& options);
+    /// Saves the scene, or what `options` tell of it, as a package of its own; the scene stays what it is.
+    tarn::Status export_to(const QString& path, const CSaveOpt& options);
     /// Replaces the content; recorded like any change.
     void install(tarn::SceneSnapshot content);
     /// Replaces the content by the package's; on failure, and during a preview, nothing changes.
@@ -76,6 +78,8 @@ public:
     void new_scene() override;
     tarn::Status open_scene(const QString& path) override;
     tarn::Status save_scene(const QString& path, bool replace_read_only = false) override;
+    std::unique_ptr<tarn::SceneCopy> copy_scene() const override;
+    tarn::Status recover_scene(const QString& package, const QString& path) override;
 
     // Objects
     // What is removed takes the pictures along that nothing else uses; see tarn::PictureRelease.
@@ -127,6 +131,11 @@ public:
 
 private:
     tarn::Status check_not_playing() const;
+    /// The content of the package at `path`, with the pictures that lie beside it.
+    tarn::Result<tarn::SceneSnapshot> read_file(const QString& path, const QString& what) const;
+    tarn::Status write_file(const QString& path, const CSaveOpt& options, bool replace_read_only) const;
+    /// Puts what was read in the place of everything; there is nothing to undo afterwards.
+    void become(tarn::SceneSnapshot content, const QString& path);
     /// One step of undo, for what a script does outside a preview, until the answer is let go.
     std::shared_ptr<void> begin_script_edit(const QString& name);
 

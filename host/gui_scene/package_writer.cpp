@@ -7,6 +7,7 @@
 #include "gui_core/gui_event.h"
 #include "save_opt.h"
 #include "script/config_scene.h"
+#include "store/enough_memory.h"
 #include "store/scene_text.h"
 
 #include <QSet>
@@ -108,25 +109,34 @@ SceneSnapshot content_to_save(const CGuiCore& core, bool selection_only)
     return scene;
 }
 
-std::vector<std::pair<QString, QByteArray>> package_texts(const CGuiCore& core, const SceneSnapshot& scene)
+std::vector<std::pair<QString, QByteArray>> package_texts(const Document& document, const SceneSnapshot& scene,
+                                                          const Progress& progress)
 {
     std::vector<std::pair<QString, QByteArray>> texts{{QStringLiteral("manifest.json"), manifest_text(scene)}};
-    const Document& document = core.document();
     for (const PackagePart& part : document.parts()) {
         if (!part.required && is_empty(document, part, scene))
             continue;
+        const auto* core = dynamic_cast<const CoreState*>(
+            scene.containers[document.part_of(*part.container)].constData());
         const auto write_more = [&](JsonWriter& writer) {
-            if (part.container == &core)
-                write_styles(writer, SceneSnapshot::as<CoreState>(scene.containers[document.part_of(core)]));
+            if (core)
+                write_styles(writer, *core);
         };
-        texts.emplace_back(QLatin1String(part.entry), part_text(document, part, scene, write_more));
+        QByteArray text = part_text(document, part, scene, write_more, progress_of(document, part, progress));
+        if (text.isNull())
+            return {};
+        texts.emplace_back(QLatin1String(part.entry), std::move(text));
     }
     return texts;
 }
 
-Status write_package(CPakFile& package, const CGuiCore& core, const SceneSnapshot& scene, const CSaveOpt& options)
+Status write_package(CPakFile& package, const Document& document, const SceneSnapshot& scene, const CSaveOpt& options,
+                     const Progress& progress)
 {
-    for (const auto& [entry, text] : package_texts(core, scene))
+    const auto texts = package_texts(document, scene, progress);
+    if (texts.empty())
+        return stopped();
+    for (const auto& [entry, text] : texts)
         if (auto status = package.add_file(options.prefix + entry, text); !status)
             return status;
     const auto left_out = [&](const QString& name) {
@@ -145,6 +155,18 @@ Status write_package(CPakFile& package, const CGuiCore& core, const SceneSnapsho
             return status;
     }
     return {};
+}
+
+Status save_package(const QString& path, const Document& document, const SceneSnapshot& scene, const CSaveOpt& options,
+                    ReadOnly read_only, const Progress& progress)
+{
+    return with_enough_memory([&] {
+        CPakFile package;
+        auto status = package.create(path);
+        if (status)
+            status = write_package(package, document, scene, options, progress.part(0, 0.5));
+        return status ? package.close(read_only, progress.part(0.5, 1)) : status;
+    });
 }
 
 } // namespace tarn
