@@ -409,3 +409,17 @@ TEST_F(DrawingTest, drawing_only_the_damage_after_each_change_gives_the_same_as_
             << testing::PrintToString(differing(kept, whole));
     }
 }
+
+TEST_F(DrawingTest, a_dialog_on_a_screen_smaller_than_its_design_is_drawn_whole)
+{
+    ASSERT_TRUE(set(m_core, "screen_width", qint64(400)).ok() && set(m_core, "screen_height", qint64(300)).ok());
+    CDXUTDialog* home = dialog({0, 0, 400, 276});
+    ASSERT_TRUE(set(*home, "align_type", qint64(9)).ok());
+    button(home, {200, 100, 180, 150})->SetText({});
+    const QImage whole = picture().scaled(200, 150, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    m_core.set_screen_size({200, 150});
+    QImage reduced = picture();
+    const QRect inside(105, 70, 80, 60); // of the button, but for its edges
+    EXPECT_TRUE(differing(whole.copy(inside), reduced.copy(inside)).isNull());
+    EXPECT_NE(reduced.pixel(199, 80), QColor(background).rgb());
+}
