@@ -87,7 +87,7 @@ void draw_edit_box(DrawContext& context, const CDXUTEditBox& edit_box, const QRe
     }
     painter.setPen(QColor::fromRgba(text_color_in(edit_box, edit_box.visual_state(), s.text_color)));
     shown.layout.draw(&painter, corner);
-    if (focused) {
+    if (focused && context.core.live().caret_shown) {
         const double x = corner.x()
             + shown.line.cursorToX(edit_box.place_in_shown(editor.caret()) + int(editor.preedit().size()));
         painter.fillRect(QRectF(x, corner.y() + 1, 1.5, shown.line.height() - 2), QColor::fromRgba(caret_color));
