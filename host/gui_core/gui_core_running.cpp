@@ -125,9 +125,8 @@ QRectF CGuiCore::minimized_bar(const CDXUTDialog& dialog) const
     for (const CDXUTDialog* other : GetDialogs())
         if (is_bar(*other) && other->minimized_as() < dialog.minimized_as())
             bars.push_back(other);
-    std::sort(bars.begin(), bars.end(), [](const CDXUTDialog* a, const CDXUTDialog* b) {
-        return a->minimized_as() < b->minimized_as();
-    });
+    std::sort(bars.begin(), bars.end(),
+              [](const CDXUTDialog* a, const CDXUTDialog* b) { return a->minimized_as() < b->minimized_as(); });
     double left = 0;
     double bottom = m_screen.height();
     double row_height = 0;

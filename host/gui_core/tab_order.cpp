@@ -14,7 +14,9 @@ using Stops = std::vector<CDXUTControl*>;
 /// What begins above the middle of the topmost control of a row belongs to the row.
 void sort_as_read(Stops& stops)
 {
-    const auto by_top = [](const CDXUTControl* a, const CDXUTControl* b) { return a->bounds().top() < b->bounds().top(); };
+    const auto by_top = [](const CDXUTControl* a, const CDXUTControl* b) {
+        return a->bounds().top() < b->bounds().top();
+    };
     const auto by_left = [](const CDXUTControl* a, const CDXUTControl* b) {
         return a->bounds().left() < b->bounds().left();
     };
@@ -38,9 +40,8 @@ std::vector<CDXUTControl*> tab_stops(const CDXUTDialog& dialog)
     sort_as_read(stops);
     const auto behind = std::stable_partition(stops.begin(), stops.end(),
                                               [](const CDXUTControl* c) { return c->tab_order() > 0; });
-    std::stable_sort(stops.begin(), behind, [](const CDXUTControl* a, const CDXUTControl* b) {
-        return a->tab_order() < b->tab_order();
-    });
+    std::stable_sort(stops.begin(), behind,
+                     [](const CDXUTControl* a, const CDXUTControl* b) { return a->tab_order() < b->tab_order(); });
     return stops;
 }
 
