@@ -79,7 +79,7 @@ void draw_edit_box(DrawContext& context, const CDXUTEditBox& edit_box, const QRe
     const QPointF corner(place.x() + shift - edit_box.scroll(),
                          place.y() + (place.height() - shown.line.height()) * s.vertical_align / 2);
     if (focused && editor.has_selection()) {
-        const auto [first, last] = std::minmax(editor.caret(), editor.anchor());
+        const auto [first, last] = std::minmax({editor.caret(), editor.anchor()});
         const double from = shown.line.cursorToX(edit_box.place_in_shown(first));
         const double to = shown.line.cursorToX(edit_box.place_in_shown(last));
         painter.fillRect(QRectF(corner.x() + from, corner.y(), to - from, shown.line.height()),

@@ -513,3 +513,17 @@ TEST_F(DrawingTest, a_slider_that_is_higher_than_wide_stands_with_its_end_at_the
     EXPECT_LT(changed.bottom(), 140);
     EXPECT_TRUE(slider->screen_rect().toRect().contains(changed));
 }
+
+TEST_F(DrawingTest, what_is_selected_in_an_edit_box_is_marked_and_no_more)
+{
+    auto* box = control<CDXUTEditBox>(m_core.GetRootDialog(), DXUT_CONTROL_EDITBOX, {20, 20, 300, 28});
+    box->SetText(u"one two three"_s);
+    m_core.EnableGui(false);
+    m_core.set_focused(box);
+    const QImage plain = picture();
+    box->key_pressed(Qt::Key_Right, Qt::ControlModifier); // the caret to the second word
+    box->key_pressed(Qt::Key_Right, Qt::ControlModifier | Qt::ShiftModifier);
+    const QRect marked = differing(plain, picture());
+    EXPECT_LT(marked.left(), box->text_area(box->rect()).left() + 10) << "where the caret was";
+    EXPECT_NEAR(marked.right(), box->caret_rect().right(), 3) << "where it is";
+}
