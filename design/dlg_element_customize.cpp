@@ -254,8 +254,8 @@ void CDlgElementCustomize::show_picture(const CDXUTControl& shown)
         return;
     }
     const tarn::StatePtr awaited = awaited_state(shown);
-    const auto [name, color] = tarn::element_look(static_cast<const tarn::ControlState&>(*awaited), element()->element,
-                                                  state());
+    const auto [name, color, served] = tarn::element_look(static_cast<const tarn::ControlState&>(*awaited),
+                                                          element()->element, state());
     tarn::ElementCache cache(tarn::Skin::default_skin());
     const tarn::ElementChoice choice{picture(name), color};
     preview->setPixmap(QPixmap::fromImage(

@@ -96,6 +96,7 @@ const FieldTable& ControlState::field_table()
         field<S, &S::base_width>("base_width", 0.f, range(0, max_place)),
         field<S, &S::base_height>("base_height", 0.f, range(0, max_place)),
         field<S, &S::extras, &E::saved_align_type>("saved_align_type", range(0, 8)),
+        field<S, &S::extras, &E::tab_order>("tab_order", range(0, 9999)),
         computed_field<S, ScaleModeAccess>("scale_mode", {.minimum = 0, .maximum = 1, .derived = true}),
         field<S, &S::extras, &E::rotation>("rotation", range(-max_turn, max_turn)),
         computed_field<S, CenterXAccess>("center_x", range(-max_place, max_place)),

@@ -155,6 +155,7 @@ ElementLook element_look(const ControlState& control, Element element, VisualSta
             look.color = level.colors.value(usual);
         if (has_own || served) {
             look.picture = level.images.value(has_own ? name : usual);
+            look.served = served && state != VisualState::Normal;
             break; // A colour farther away is meant for the picture there.
         }
     }

@@ -42,6 +42,7 @@ struct ElementLook {
     QString picture;   ///< name in the scene's textures; empty for the default skin's
     quint32 color = 0; ///< ARGB; the picture takes it on: one of the author's is multiplied with it, one of the skin's
                        ///< turned into its shades. 0 leaves it as it is
+    bool served = false; ///< the picture was chosen for Normal, and for this state none
 };
 
 /// What was chosen for an element and a state: at the control, or else by its style, or else nothing, which stands for

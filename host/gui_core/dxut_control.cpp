@@ -184,6 +184,12 @@ bool CDXUTControl::set_locked(bool locked)
     return change<&ControlState::locked>(locked);
 }
 
+bool CDXUTControl::can_be_reached() const
+{
+    return is_interactive() && GetVisible() && GetEnabled() && dialog() && dialog()->GetVisible()
+        && !dialog()->minimized();
+}
+
 tarn::VisualState CDXUTControl::visual_state() const
 {
     using enum tarn::VisualState;
@@ -197,6 +203,13 @@ tarn::VisualState CDXUTControl::visual_state() const
     if (live.hovered == this)
         return Hover;
     return live.focused == this ? Focused : Normal;
+}
+
+tarn::VisualState CDXUTControl::dragged_state() const
+{
+    const tarn::VisualState look = CDXUTControl::visual_state();
+    const bool dragged = m_core.live().pressed == this;
+    return dragged && look == tarn::VisualState::Normal ? tarn::VisualState::Pressed : look;
 }
 
 tarn::Value CDXUTControl::value_in(const tarn::ObjectState& state, const FieldBase& field) const

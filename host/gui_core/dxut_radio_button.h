@@ -13,6 +13,8 @@ public:
     int group() const { return state<tarn::RadioButtonState>().group; }
 
     void clicked() override;
+    /// Arrows go on in the group.
+    bool key_pressed(int key, Qt::KeyboardModifiers modifiers) override;
     void after_write(const tarn::WrittenFields& written) override;
 
 private:

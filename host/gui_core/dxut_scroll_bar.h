@@ -17,6 +17,7 @@ public:
     bool lies() const { return rect().width() > rect().height(); }
     tarn::ScrollGeometry geometry() const;
 
+    tarn::VisualState visual_state() const override { return dragged_state(); }
     bool is_interactive() const override { return true; }
     void mouse_pressed(QPointF inside) override;
     void mouse_dragged(QPointF inside) override;

@@ -11,10 +11,13 @@
 
 using tarn::CoreState;
 
-void tarn::LiveState::forget(const CDXUTControl* control)
+void tarn::LiveState::prune()
 {
     for (CDXUTControl** held : {&hovered, &pressed, &focused, &popup})
-        if (*held == control)
+        if (*held && !(*held)->is_attached())
+            *held = nullptr;
+    for (CDXUTDialog** held : {&clicked, &caption_hovered.dialog, &caption_pressed.dialog})
+        if (*held && !(*held)->is_attached())
             *held = nullptr;
 }
 
@@ -118,10 +121,8 @@ void CGuiCore::follow_structure()
     if (!std::exchange(m_structure_stale, false))
         return;
     m_selection.prune();
-    for (const CDXUTControl* control : {m_live.hovered, m_live.pressed, m_live.focused, m_live.popup})
-        if (control && !control->is_attached())
-            m_live.forget(control);
-    m_live.caption_dialog = nullptr;
+    m_live.prune();
+    shown_changed();
     if (m_selection.controls_selected && m_selection.current_control && m_selection.current_control->dialog())
         m_selection.current_dialog = m_selection.current_control->dialog();
 }
@@ -168,35 +169,6 @@ void CGuiCore::state_changed()
         for (CDXUTDialog* dialog : GetDialogs())
             dialog->state_changed();
     add_damage(QRectF(QPointF(), m_screen));
-}
-
-// Content as a whole --------------------------------------------------------------------------------------------------
-
-// Running -------------------------------------------------------------------------------------------------------------
-
-void CGuiCore::raise(GuiEventType type, CDXUTControl& control)
-{
-    const tarn::EventKind* kind = on_event ? tarn::event_kind(type) : nullptr;
-    if (!kind || !tarn::happens_to(*kind, control.GetType()))
-        return;
-    const tarn::FieldBase* field = control.fields().find(kind->value);
-    on_event({.type = type, .control = &control, .value = field ? control.property(*field) : tarn::Value()});
-}
-
-void CGuiCore::raise(GuiEventType type, CDXUTDialog& dialog)
-{
-    if (on_event)
-        on_event({.type = type, .dialog = &dialog});
-}
-
-void CGuiCore::set_focused(CDXUTControl* control)
-{
-    if (control && !control->GetEnabled())
-        control = nullptr;
-    CDXUTControl* const before = std::exchange(live().focused, control);
-    for (const CDXUTControl* changed : {before, control})
-        if (changed)
-            changed->redraw();
 }
 
 // Selection -----------------------------------------------------------------------------------------------------------
@@ -254,6 +226,8 @@ void CGuiCore::EnableGui(bool editing)
         m_live.popup->close_popup();
     m_selection.editing = editing;
     m_live = {};
+    m_now = m_caret_since = 0;
+    add_damage(QRectF(QPointF(), m_screen));
     for (CDXUTDialog* dialog : GetDialogs())
         dialog->set_minimized(false);
     for (CDXUTControl* control : controls())
@@ -322,6 +296,12 @@ QString CGuiCore::add_texture(const QString& wanted, const QByteArray& encoded)
 
 QRectF CGuiCore::take_damage()
 {
+    QRectF raised;
+    for (const CDXUTControl* control : {live().hovered, live().popup})
+        if (control && control->dialog())
+            raised |= control->dialog()->to_screen(control->raised_area());
+    if (raised != m_raised)
+        m_damage |= std::exchange(m_raised, raised) | raised;
     return std::exchange(m_damage, {});
 }
 

@@ -22,17 +22,27 @@ class CDXUTDialog;
 
 namespace tarn {
 
+/// A button of a dialog's caption bar.
+struct CaptionSpot {
+    CDXUTDialog* dialog = nullptr;
+    int button = -1; ///< CDXUTDialog::CaptionButton
+
+    bool operator==(const CaptionSpot&) const = default;
+};
+
 /// Where the mouse and the keyboard are while the interface runs. Not saved, not recorded.
 struct LiveState {
     CDXUTControl* hovered = nullptr;
     CDXUTControl* pressed = nullptr;
     CDXUTControl* focused = nullptr;
-    CDXUTControl* popup = nullptr;               ///< whose list is dropped down
-    const CDXUTDialog* caption_dialog = nullptr; ///< whose caption button is under the mouse
-    int caption_button = -1;                     ///< CDXUTDialog::CaptionButton
+    CDXUTControl* popup = nullptr;  ///< whose list is dropped down
+    CDXUTDialog* clicked = nullptr; ///< the dialog that was clicked last
+    CaptionSpot caption_hovered;
+    CaptionSpot caption_pressed;
+    bool caret_shown = true; ///< carets blink
 
-    /// Where `control` stands, null does.
-    void forget(const CDXUTControl* control);
+    /// What is not part of the scene any more goes.
+    void prune();
 };
 
 } // namespace tarn
@@ -132,6 +142,19 @@ public:
     }
     /// Which control has the keyboard while the interface runs; null, or one that is not enabled: none.
     void set_focused(CDXUTControl* control);
+    /// The dialog that the keyboard is in: that of the focused control, the one that was clicked last or the topmost; the
+    /// root dialog when no other is shown.
+    CDXUTDialog* active_dialog() const;
+    /// Visible dialogs from the top layer to the bottom, the root dialog last.
+    std::vector<CDXUTDialog*> shown_dialogs() const;
+    /// Puts the dialog above the others of its layer and makes it the active one.
+    void activate(CDXUTDialog& dialog);
+    /// The clock of the running interface, seconds. True when something is to be drawn anew.
+    bool advance(double now);
+    /// The caret is seen for the next half of its period, since it moved.
+    void show_caret();
+    /// Where a dialog is that is minimised to the bottom: beside those that were before, in rows from the bottom up.
+    QRectF minimized_bar(const CDXUTDialog& dialog) const;
     /// The control whose list is dropped down; null for none.
     void set_popup(CDXUTControl* control) { m_live.popup = control; }
     const tarn::LiveState& live() const { return const_cast<CGuiCore*>(this)->live(); }
@@ -163,6 +186,9 @@ private:
     void find_controls() const;
     void follow_structure();
     void add_kinds();
+    friend class CDXUTDialog;
+    void damage_active();
+    void shown_changed();
 
     std::shared_ptr<CDXUTDialog> m_root;
     const tarn::ObjectKind* m_dialog_kind = nullptr;
@@ -175,9 +201,13 @@ private:
     bool m_structure_stale = false; ///< the selection, and where the mouse is, may be of objects that are gone
     tarn::SelectionRecord m_selection;
     tarn::LiveState m_live;
+    double m_now = 0;                ///< seconds, of advance()
+    double m_caret_since = 0;        ///< when the caret moved last
+    quint32 m_minimized_dialogs = 0; ///< how often one was minimised
     tarn::ViewAids m_view_aids;
     QSize m_screen{1280, 720};
     QSize m_known_design{1280, 720}; ///< the design size for which the dialogs know where they are drawn
     QRectF m_damage;
+    QRectF m_raised; ///< pixels of the screen; where controls showed something above all others
     mutable tarn::DrawSlot m_draw_slot;
 };

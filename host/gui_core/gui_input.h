@@ -1,13 +1,11 @@
 #pragma once
 
+#include "gui_core.h"
+
 #include <QPointF>
 #include <QRectF>
 #include <QString>
 #include <Qt>
-
-class CGuiCore;
-class CDXUTControl;
-class CDXUTDialog;
 
 namespace tarn {
 
@@ -25,6 +23,9 @@ public:
     bool mouse_double_clicked(QPointF place);
     /// Lets go of what is being dragged.
     void cancel() { m_dragged = nullptr; }
+    /// Whether the interface hides the world at `place`, so that what is done there with the wheel and the other buttons
+    /// does not go to the world.
+    bool covers(QPointF place) const;
     /// Positive steps turn the wheel away from the user.
     bool wheel_turned(QPointF place, double steps);
     /// A key of the keyboard, as Qt::Key; the focused control comes first.
@@ -45,11 +46,15 @@ public:
     static CDXUTControl* control_at(const CGuiCore& core, QPointF place) { return hit(core, place).control; }
 
 private:
+    CDXUTControl* open_popup();
     bool press_popup(QPointF place);
     void move_focus(bool forward);
+    void drag_dialog(QPointF place);
     void close(CDXUTDialog& dialog);
     void minimize_or_restore(CDXUTDialog& dialog);
     bool press_caption(CDXUTDialog& dialog, QPointF place);
+    void release_caption(const CaptionSpot& pressed);
+    void hover_caption(CDXUTDialog* dialog, QPointF place);
     void set_hovered(CDXUTControl* control);
 
     CGuiCore& m_core;

@@ -401,6 +401,8 @@ void CGuiPlugScene::advance(double now)
         return;
     const tarn::ShownWrites writes(document());
     m_runner.advance(now);
+    if (m_core->advance(now) && m_world)
+        m_world->update_all_views();
 }
 
 std::optional<tarn::TextureBinding> CGuiPlugScene::SearchTexbindByDialog(const CDXUTDialog* dialog) const
