@@ -71,7 +71,8 @@ TEST_F(CancelledWork, of_opening_importing_and_merging_leaves_the_scene_as_it_wa
     EXPECT_GE(give_up(import, [&] { EXPECT_TRUE(same_text(text(), m_before)); }), 20);
     EXPECT_TRUE(m_scene.journal().undo());
     EXPECT_TRUE(same_text(text(), m_before));
-    EXPECT_GE(give_up([&] { return m_scene.open_scene(path()); }, [&] { EXPECT_TRUE(same_text(text(), m_before)); }), 20);
+    EXPECT_GE(give_up([&] { return m_scene.open_scene(path()); }, [&] { EXPECT_TRUE(same_text(text(), m_before)); }),
+              20);
     EXPECT_EQ(core().controls().size(), 1500);
 }
 
@@ -87,10 +88,11 @@ TEST_F(CancelledWork, of_saving_leaves_the_old_file_and_nothing_beside_it)
             return save_package(path(), document, copy, {}, ReadOnly::Keep, progress);
         });
     };
-    EXPECT_GE(give_up(save, [&] {
-                  EXPECT_TRUE(content_of(path()) == old);
-                  EXPECT_EQ(everything_in(m_folder.path()), QStringList{u"scene.tarn"_s});
-              }),
+    EXPECT_GE(give_up(save,
+                      [&] {
+                          EXPECT_TRUE(content_of(path()) == old);
+                          EXPECT_EQ(everything_in(m_folder.path()), QStringList{u"scene.tarn"_s});
+                      }),
               20);
     // As the program saves, in another thread: this one looks as often as it gets to it.
     give_up([&] { return m_scene.save_scene(path()); }, [&] { EXPECT_FALSE(m_scene.journal().is_saved()); });
