@@ -171,7 +171,8 @@ bool align_selection_to_area(CGuiCore& core, Edge edge)
     const SelectionRecord& selection = core.selection();
     if (!selection.controls_selected)
         return move_to_area(selected_dialogs(core), edge, core.screen_size());
-    return move_to_area(controls_of_current_dialog(core), edge, area_for_controls(core, selection.current_dialog));
+    const auto controls = controls_of_current_dialog(core);
+    return !controls.empty() && move_to_area(controls, edge, area_for_controls(core, controls.front()->dialog()));
 }
 
 } // namespace tarn

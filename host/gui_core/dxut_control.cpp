@@ -221,6 +221,12 @@ tarn::Status CDXUTControl::set_property(const FieldBase& field, const tarn::Valu
     return {};
 }
 
+void CDXUTControl::after_write(const tarn::WrittenFields& written)
+{
+    if (written.contains(key<&ControlState::name>))
+        m_core.names_changed();
+}
+
 void CDXUTControl::state_changed()
 {
     if (!dialog())

@@ -126,6 +126,7 @@ public:
     const char* class_name() const override;
     tarn::Status set_property(const tarn::FieldBase& field, const tarn::Value& value) override;
     void state_changed() override;
+    void after_write(const tarn::WrittenFields& written) override;
 
 protected:
     tarn::Value value_in(const tarn::ObjectState& state, const tarn::FieldBase& field) const override;

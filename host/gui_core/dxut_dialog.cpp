@@ -365,6 +365,12 @@ tarn::Status CDXUTDialog::set_property(const FieldBase& field, const tarn::Value
     return {};
 }
 
+void CDXUTDialog::after_write(const tarn::WrittenFields& written)
+{
+    if (written.contains(key<&DialogState::name>))
+        m_core.names_changed();
+}
+
 void CDXUTDialog::state_changed()
 {
     m_core.add_damage(m_last_bounds);

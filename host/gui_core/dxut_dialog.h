@@ -109,6 +109,7 @@ public:
     const char* class_name() const override { return "CDXUTDialog"; }
     tarn::Status set_property(const tarn::FieldBase& field, const tarn::Value& value) override;
     void state_changed() override;
+    void after_write(const tarn::WrittenFields& written) override;
     void children_changed() override;
 
     const tarn::DialogState& dialog_state() const { return state<tarn::DialogState>(); }

@@ -31,6 +31,7 @@ std::vector<CDXUTRadioButton*> CDXUTRadioButton::checked_others() const
 /// written changes, and typing a group's number passes others.
 void CDXUTRadioButton::after_write(const tarn::WrittenFields& written)
 {
+    CDXUTControl::after_write(written);
     if (!GetChecked())
         return;
     const std::vector<CDXUTRadioButton*> others = checked_others();
