@@ -117,6 +117,10 @@ QString Studio::save_file(const QString& path, bool replace_read_only)
 void Studio::after_undo()
 {
     m_world.broadcast(tarn::ui_scene_changed);
+    // With that code the lists show the current object alone.
+    const tarn::SceneModel::Selection selected = m_scene->model().selection();
+    if (selected.controls.size() + selected.dialogs.size() > 1)
+        m_world.broadcast(tarn::ui_selection_changed);
     m_world.update_all_views();
 }
 

@@ -92,9 +92,9 @@ CDXUTControl* add_copy(CGuiCore& core, const ObjectState& original, CDXUTDialog&
     return made.get();
 }
 
-void select_new_controls(CGuiPlugScene& scene, const std::vector<CDXUTControl*>& controls)
+void tell_new_controls(CGuiPlugScene& scene)
 {
-    select_controls(scene, controls);
+    tell_selection(scene);
     tell(scene, ui_control_selected);
 }
 
@@ -107,8 +107,10 @@ void duplicate_selected(CGuiPlugScene& scene)
         for (const CDXUTControl* control : selected_controls(core, false))
             if (CDXUTControl* copy = add_copy(core, control->authored_state(), *control->dialog(), copy_offset))
                 copies.push_back(copy);
+        core.ClearCtrlSelection();
+        core.SelectControls(copies);
     }
-    select_new_controls(scene, copies);
+    tell_new_controls(scene);
 }
 
 void select_all(CGuiPlugScene& scene)
