@@ -9,7 +9,8 @@ namespace tarn {
 
 namespace {
 
-constexpr int dialog_codes[] = {ui_full_refresh, ui_scene_changed, ui_selection_changed, ui_dialog_properties};
+constexpr int dialog_codes[] = {ui_full_refresh, ui_scene_changed, ui_selection_changed, ui_control_selected,
+                                ui_dialog_properties};
 constexpr int control_codes[] = {ui_full_refresh, ui_scene_changed, ui_selection_changed, ui_control_selected,
                                  ui_control_properties};
 

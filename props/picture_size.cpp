@@ -24,13 +24,13 @@ QSize picture_size(std::span<const ImageRow> rows, const CGuiCore& core, const M
 } // namespace
 
 ActionResult size_to_pictures_of(std::span<const ImageRow> rows, CGuiPlugScene& scene,
-                                 std::span<ModelObject* const> selected)
+                                 std::span<ModelObject* const> selected, const QString& missing)
 {
     ActionResult result;
     for (ModelObject* object : selected) {
         const QSize size = picture_size(rows, scene.gui_core(), *object);
         if (size.isEmpty()) {
-            result.message = lang(u"请先设置贴图！", u"Please select a picture first!");
+            result.message = missing;
             break;
         }
         static_cast<CDXUTControl*>(object)->SetSize(float(size.width()), float(size.height()));

@@ -13,6 +13,7 @@
 #include "scene_overlay.h"
 #include "scene_tools.h"
 #include "script/gui_script_api.h"
+#include "script/merged_scripts.h"
 #include "script/scene_scripts.h"
 #include "store/enough_memory.h"
 #include "store/pak_file.h"
@@ -193,6 +194,14 @@ Status CGuiPlugScene::save_scene(const QString& path, bool replace_read_only)
     return status;
 }
 
+Status CGuiPlugScene::check_merge(const QString& path)
+{
+    if (auto status = check_not_playing(); !status)
+        return status;
+    const auto content = read_file(path, *m_core);
+    return content ? tarn::check_room(parts(), content.value()) : content.status();
+}
+
 Status CGuiPlugScene::on_merge_GUI(const QString& path, const QString& name, bool replace_styles)
 {
     auto content = read_file(path, *m_core);
@@ -299,6 +308,12 @@ void CGuiPlugScene::SetMTFunction(int kind, int type)
     auto tool = m_tools->create_tool(kind == 1 ? tarn::SceneTools::new_dialog : type);
     m_world->set_mouse_tool(tool.get());
     m_create_tool = std::move(tool);
+}
+
+void CGuiPlugScene::disarm()
+{
+    if (m_function != 0)
+        SetMTFunction(0, 0);
 }
 
 void CGuiPlugScene::play(bool on)

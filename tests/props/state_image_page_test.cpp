@@ -150,6 +150,12 @@ TEST_F(StateImagePage, sizing_to_pictures_stops_at_the_first_control_without_any
     EXPECT_EQ(boxes[2]->rect().size(), QSizeF(80, 24));
     EXPECT_EQ(m_codes, std::vector<int>{ui_control_properties});
 
+    select({make(DXUT_CONTROL_BUTTONST)});
+    m_answers.buttons = {boxes::Button::Ok};
+    click(id_button_size);
+    EXPECT_EQ(m_answers.texts.last(), VLCMsgIniW::VLoadString(3917)) << "image buttons say it in their own words";
+    EXPECT_FALSE(m_answers.texts.last().isEmpty());
+
     ASSERT_TRUE(set(*boxes[1], "image_checked", u"red.png"_s));
     ASSERT_TRUE(set(*boxes[2], "image_checked", u"blue.png"_s));
     click(id_check_size);
