@@ -344,7 +344,7 @@ TEST_F(ControlList, undo_leaves_the_list_sorted_and_what_was_selected_selected)
     for (const int by : {int(CReportListControl::Layer), int(CReportListControl::Name)}) {
         list().sort_by_column(by, false);
         act([&] { m_dialogs[0]->SetCtrlLayer(all[1], 0); });
-        act([&] { all[2]->set_name(u"a"_s); });
+        act([&] { all[2]->set_name(u"Zed"_s); });
         m_scene->RemoveCtrl(all[0]);
         m_world.broadcast(ui_scene_changed);
         EXPECT_EQ(list().row_count(), 3);
