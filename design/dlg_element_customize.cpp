@@ -1,4 +1,5 @@
 #include "dlg_element_customize.h"
+#include "core/authored.h"
 
 #include "core/field.h"
 #include "core/language.h"
@@ -239,7 +240,7 @@ QImage CDlgElementCustomize::picture(const QString& name) const
 /// The control's state with the edits that wait.
 tarn::StatePtr CDlgElementCustomize::awaited_state(const CDXUTControl& control) const
 {
-    tarn::StatePtr awaited(control.authored_state().clone());
+    tarn::StatePtr awaited(tarn::Authored::state(control).clone());
     for (const FieldKey field : {style_images, style_colors})
         (void)control.fields().find(field)->set(*awaited, value_of(control, field));
     return awaited;

@@ -9,7 +9,8 @@ namespace tarn {
 
 namespace {
 
-constexpr int dialog_codes[] = {ui_full_refresh, ui_scene_changed, ui_selection_changed, ui_dialog_properties};
+constexpr int dialog_codes[] = {ui_full_refresh, ui_scene_changed, ui_selection_changed, ui_control_selected,
+                                ui_dialog_properties};
 constexpr int control_codes[] = {ui_full_refresh, ui_scene_changed, ui_selection_changed, ui_control_selected,
                                  ui_control_properties};
 
@@ -55,10 +56,10 @@ CDXUTControl* SelectedControls::current_control(CGuiPlugScene& scene) const
 std::vector<ModelObject*> SelectedControls::selected_of(CGuiPlugScene& scene, int type)
 {
     std::vector<ModelObject*> controls;
-    walk(scene.gui_core().selection().controls, [&](CDXUTControl* control) {
+    for (CDXUTControl* control : scene.gui_core().selection().controls) {
         if (type == any_type || control->GetType() == type)
             controls.push_back(control);
-    });
+    }
     return controls;
 }
 

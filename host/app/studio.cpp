@@ -105,7 +105,6 @@ Status Studio::new_file()
         return Status::error(lang(u"没有场景插件，无法新建。", u"There is no scene plug-in; nothing can be made."));
     m_scene->new_scene();
     m_file.leave();
-    m_world.update_all_views();
     file_changed();
     return {};
 }
@@ -119,7 +118,6 @@ Status Studio::open_file(const QString& path, bool as_copy)
     if (auto status = m_scene->open_scene(path); !status)
         return status;
     m_file.take(QFileInfo(path).absoluteFilePath(), stamp, as_copy);
-    m_world.update_all_views();
     file_changed();
     return {};
 }
@@ -171,7 +169,6 @@ Status Studio::recover(std::unique_ptr<tarn::RecoveryFile> file)
     else
         m_file.take(info.file, info.stamp, m_file.other_holder(info.file).has_value());
     m_autosave->adopt(std::move(file), info);
-    m_world.update_all_views();
     Q_EMIT document_changed();
     return {};
 }
@@ -187,7 +184,10 @@ void Studio::keep_unsaved()
 void Studio::after_undo()
 {
     m_world.broadcast(tarn::ui_scene_changed);
-    m_world.update_all_views();
+    // With that code the lists show the current object alone.
+    const tarn::SceneModel::Selection selected = m_scene->model().selection();
+    if (selected.controls.size() + selected.dialogs.size() > 1)
+        m_world.broadcast(tarn::ui_selection_changed);
 }
 
 bool Studio::undo()

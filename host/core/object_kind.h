@@ -34,7 +34,7 @@ struct ObjectKind {
     ModelObject* fixed = nullptr;     ///< the only one of its kind, which is always there
     /// A fresh state; null for a type that there is not.
     ObjectState* (*make_state)(int type) = nullptr;
-    std::function<std::shared_ptr<ModelObject>(const ObjectState& state)> make_object{};
+    std::function<std::shared_ptr<ModelObject>(StatePtr state)> make_object{};
     /// The list of ids in a parent's state; null when `parent` cannot have such children.
     IdList* (*children)(ObjectState& parent) = nullptr;
     /// What no two objects of the kind have alike; null where there is no such thing. An empty answer: the object lacks

@@ -40,9 +40,9 @@ public:
         std::vector<ModelObject*> controls;
     };
 
-    /// What ties an event of a control to a function.
+    /// What ties an event of a control or a dialog to a function.
     struct Event {
-        ModelObject* control = nullptr; ///< null when it is gone
+        ModelObject* control = nullptr; ///< or the dialog; null when it is gone
         quint32 type = 0;
         QString function;
     };

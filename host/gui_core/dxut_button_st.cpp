@@ -27,10 +27,6 @@ bool is_slot(int slot)
 
 } // namespace
 
-CDXUTButtonST::CDXUTButtonST(tarn::Journal& journal, CGuiCore& core) : CDXUTStatic(journal, core, new ImageButtonState)
-{
-}
-
 QString CDXUTButtonST::image(int slot) const
 {
     return is_slot(slot) ? state<ImageButtonState>().*image_slots[std::size_t(slot)] : QString();

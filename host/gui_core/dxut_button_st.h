@@ -5,7 +5,7 @@
 /// A button that is a picture in each of its states.
 class CDXUTButtonST : public CDXUTStatic {
 public:
-    CDXUTButtonST(tarn::Journal& journal, CGuiCore& core);
+    using CDXUTStatic::CDXUTStatic;
 
     /// `slot` 0 normal, 1 mouse over, 2 pressed; empty for another one.
     QString image(int slot) const;

@@ -14,11 +14,6 @@ constexpr double panel_margin = 4; ///< pixels of the panel around the rows
 
 } // namespace
 
-CDXUTComboBox::CDXUTComboBox(tarn::Journal& journal, CGuiCore& core)
-    : CDXUTItems(journal, core, new tarn::ComboBoxState)
-{
-}
-
 QRectF CDXUTComboBox::popup_rect() const
 {
     if (!m_dropped || GetSize() == 0 || !can_be_reached())

@@ -4,7 +4,7 @@
 
 class CDXUTComboBox : public CDXUTItems {
 public:
-    CDXUTComboBox(tarn::Journal& journal, CGuiCore& core);
+    using CDXUTItems::CDXUTItems;
 
     bool is_dropped() const { return m_dropped; }
 

@@ -76,8 +76,8 @@ const PlaceField* place_field(const FieldBase& field)
 
 } // namespace
 
-CDXUTControl::CDXUTControl(tarn::Journal&, CGuiCore& core, ControlState* state)
-    : ModelObject(core.document(), state), m_core(core)
+CDXUTControl::CDXUTControl(CGuiCore& core, tarn::StatePtr state)
+    : ModelObject(core.document(), std::move(state)), m_core(core)
 {
 }
 
@@ -232,6 +232,12 @@ tarn::Status CDXUTControl::set_property(const FieldBase& field, const tarn::Valu
         return status;
     place->write(*this, static_cast<const ControlState&>(*wanted));
     return {};
+}
+
+void CDXUTControl::after_write(const tarn::WrittenFields& written)
+{
+    if (written.contains(key<&ControlState::name>))
+        m_core.names_changed();
 }
 
 void CDXUTControl::state_changed()

@@ -24,6 +24,9 @@ struct SelectionRecord;
 /// the present screen, after anchoring.
 class CDXUTControl : public tarn::ModelObject {
 public:
+    /// `state` is one of the class.
+    CDXUTControl(CGuiCore& core, tarn::StatePtr state);
+
     int GetType() const { return control_state().type; }
     const QString& name() const { return control_state().name; }
     bool set_name(const QString& name);
@@ -135,10 +138,10 @@ public:
     const char* class_name() const override;
     tarn::Status set_property(const tarn::FieldBase& field, const tarn::Value& value) override;
     void state_changed() override;
+    void after_write(const tarn::WrittenFields& written) override;
 
 protected:
     tarn::Value value_in(const tarn::ObjectState& state, const tarn::FieldBase& field) const override;
-    CDXUTControl(tarn::Journal& journal, CGuiCore& core, tarn::ControlState* state);
     const tarn::ControlState& control_state() const { return state<tarn::ControlState>(); }
     CGuiCore& core() const { return m_core; }
     /// The look of a control whose parts are dragged: it stays pressed while the mouse is beside it.

@@ -46,7 +46,8 @@ int unscaled(int wanted, double scale)
 
 } // namespace
 
-CDXUTDialog::CDXUTDialog(CGuiCore& core, tarn::DialogState* state) : ModelObject(core.document(), state), m_core(core)
+CDXUTDialog::CDXUTDialog(CGuiCore& core, tarn::StatePtr state)
+    : ModelObject(core.document(), std::move(state)), m_core(core)
 {
 }
 
@@ -364,6 +365,12 @@ tarn::Status CDXUTDialog::set_property(const FieldBase& field, const tarn::Value
     else
         SetSize(now.width(), s.height);
     return {};
+}
+
+void CDXUTDialog::after_write(const tarn::WrittenFields& written)
+{
+    if (written.contains(key<&DialogState::name>))
+        m_core.names_changed();
 }
 
 /// What other dialogs go by: whether it is shown, and how.

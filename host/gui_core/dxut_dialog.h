@@ -36,7 +36,7 @@ struct ClientMap {
 /// on the present screen, after anchoring. The root dialog has no frame and is as large as the screen.
 class CDXUTDialog : public tarn::ModelObject {
 public:
-    explicit CDXUTDialog(CGuiCore& core, tarn::DialogState* state = new tarn::DialogState);
+    CDXUTDialog(CGuiCore& core, tarn::StatePtr state);
 
     const QString& name() const { return dialog_state().name; }
     /// Cut to 31 characters.
@@ -111,6 +111,7 @@ public:
     const char* class_name() const override { return "CDXUTDialog"; }
     tarn::Status set_property(const tarn::FieldBase& field, const tarn::Value& value) override;
     void state_changed() override;
+    void after_write(const tarn::WrittenFields& written) override;
     void children_changed() override;
 
     const tarn::DialogState& dialog_state() const { return state<tarn::DialogState>(); }

@@ -15,8 +15,6 @@ constexpr int least_laid_out = 256; ///< UTF-16 units; many letters that take no
 
 } // namespace
 
-CDXUTEditBox::CDXUTEditBox(tarn::Journal& journal, CGuiCore& core) : CDXUTStatic(journal, core, new EditBoxState) {}
-
 void CDXUTEditBox::reset_run_state()
 {
     m_editor = {};

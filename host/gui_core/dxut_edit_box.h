@@ -6,7 +6,7 @@
 /// A field for one line of text.
 class CDXUTEditBox : public CDXUTStatic {
 public:
-    CDXUTEditBox(tarn::Journal& journal, CGuiCore& core);
+    using CDXUTStatic::CDXUTStatic;
 
     const tarn::LineEditor& editor() const { return m_editor; }
 

@@ -8,10 +8,6 @@ constexpr double margin = 4; ///< pixels between the frame and the rows
 
 } // namespace
 
-CDXUTListBox::CDXUTListBox(tarn::Journal& journal, CGuiCore& core) : CDXUTItems(journal, core, new tarn::ListBoxState)
-{
-}
-
 QRectF CDXUTListBox::rows(const QRectF& area) const
 {
     return area.adjusted(margin, margin, -margin, -margin);

@@ -11,11 +11,6 @@
 
 using tarn::key;
 
-CDXUTRadioButton::CDXUTRadioButton(tarn::Journal& journal, CGuiCore& core)
-    : CDXUTCheckBox(journal, core, new tarn::RadioButtonState)
-{
-}
-
 std::vector<CDXUTRadioButton*> CDXUTRadioButton::checked_others() const
 {
     std::vector<CDXUTRadioButton*> others;
@@ -35,6 +30,7 @@ std::vector<CDXUTRadioButton*> CDXUTRadioButton::checked_others() const
 /// written changes, and typing a group's number passes others.
 void CDXUTRadioButton::after_write(const tarn::WrittenFields& written)
 {
+    CDXUTControl::after_write(written);
     if (!GetChecked())
         return;
     const std::vector<CDXUTRadioButton*> others = checked_others();

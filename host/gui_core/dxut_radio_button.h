@@ -8,7 +8,7 @@
 /// One of a group: checking it clears the others of its dialog that have the same group number.
 class CDXUTRadioButton : public CDXUTCheckBox {
 public:
-    CDXUTRadioButton(tarn::Journal& journal, CGuiCore& core);
+    using CDXUTCheckBox::CDXUTCheckBox;
 
     int group() const { return state<tarn::RadioButtonState>().group; }
 

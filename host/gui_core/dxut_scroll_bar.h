@@ -8,7 +8,7 @@
 /// A scroll bar; it lies when it is wider than high and stands otherwise.
 class CDXUTScrollBar : public CDXUTControl {
 public:
-    CDXUTScrollBar(tarn::Journal& journal, CGuiCore& core);
+    using CDXUTControl::CDXUTControl;
 
     int min() const { return state<tarn::ScrollBarState>().min; }
     int max() const { return state<tarn::ScrollBarState>().max; }

@@ -5,8 +5,6 @@
 
 using tarn::SliderState;
 
-CDXUTSlider::CDXUTSlider(tarn::Journal& journal, CGuiCore& core) : CDXUTControl(journal, core, new SliderState) {}
-
 double CDXUTSlider::thumb_side() const
 {
     return std::min(rect().height(), rect().width());

@@ -6,7 +6,7 @@
 /// the bottom when it is higher than wide.
 class CDXUTSlider : public CDXUTControl {
 public:
-    CDXUTSlider(tarn::Journal& journal, CGuiCore& core);
+    using CDXUTControl::CDXUTControl;
 
     int min() const { return state<tarn::SliderState>().min; }
     int max() const { return state<tarn::SliderState>().max; }

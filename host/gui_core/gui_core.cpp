@@ -22,12 +22,16 @@ void tarn::LiveState::prune()
 }
 
 CGuiCore::CGuiCore(tarn::Document& document)
-    : ModelObject(document, new CoreState), m_root(std::make_shared<CDXUTDialog>(*this, tarn::DialogState::root()))
+    : ModelObject(document, new CoreState),
+      m_root(std::make_shared<CDXUTDialog>(*this, tarn::StatePtr(tarn::DialogState::root()))),
+      m_selection_history(document.journal())
 {
+    document.journal().on_restored = [this](const tarn::Journal::Step& step) { step_travelled(step); };
     document.add_part({.entry = "scene.json", .container = this, .required = true});
     add_kinds();
     document.before_free = [this] {
         follow_structure();
+        m_selection_history.forget_steps();
         m_draw_slot.reset();
     };
 }
@@ -57,7 +61,7 @@ void CGuiCore::add_kinds()
          .english = u"dialog",
          .container = this,
          .make_state = [](int) -> tarn::ObjectState* { return new tarn::DialogState; },
-         .make_object = [this](const tarn::ObjectState&) { return std::make_shared<CDXUTDialog>(*this); },
+         .make_object = [this](tarn::StatePtr state) { return std::make_shared<CDXUTDialog>(*this, std::move(state)); },
          .children =
              [](tarn::ObjectState& parent) {
                  auto* core = dynamic_cast<CoreState*>(&parent);
@@ -71,9 +75,9 @@ void CGuiCore::add_kinds()
                          .saves_type = true,
                          .make_state = tarn::make_control_state,
                          .make_object =
-                             [this](const tarn::ObjectState& state) {
-                                 const int type = static_cast<const tarn::ControlState&>(state).type;
-                                 return tarn::control_class(type)->create(journal(), *this);
+                             [this](tarn::StatePtr state) {
+                                 const int type = tarn::SceneSnapshot::as<tarn::ControlState>(state).type;
+                                 return tarn::control_class(type)->create(*this, std::move(state));
                              },
                          .children =
                              [](tarn::ObjectState& parent) {
@@ -120,11 +124,46 @@ void CGuiCore::follow_structure()
 {
     if (!std::exchange(m_structure_stale, false))
         return;
+    m_selection_history.before_change(m_selection);
+    if (const auto kept = std::exchange(m_selected_again, nullptr))
+        select_again(*kept);
     m_selection.prune();
     m_live.prune();
     shown_changed();
-    if (m_selection.controls_selected && m_selection.current_control && m_selection.current_control->dialog())
-        m_selection.current_dialog = m_selection.current_control->dialog();
+}
+
+void CGuiCore::structure_changed()
+{
+    if (!document().writes_shown())
+        m_selection_history.before_structure(m_selection);
+    m_structure_stale = m_controls_stale = true;
+    m_names.forget();
+}
+
+void CGuiCore::step_travelled(const tarn::Journal::Step& step)
+{
+    m_names.forget();
+    const auto kept = m_selection_history.travelled(step.number, m_selection);
+    if (!kept)
+        return;
+    m_selected_again = kept;
+    m_structure_stale = true;
+}
+
+void CGuiCore::select_again(const tarn::KeptSelection& kept)
+{
+    m_selection.clear_controls();
+    m_selection.clear_dialogs();
+    m_selection.controls_selected = kept.controls_selected;
+    for (const quint32 id : kept.dialogs)
+        if (auto* dialog = document().find_as<CDXUTDialog>(id))
+            m_selection.add(dialog);
+    for (const quint32 id : kept.controls)
+        if (auto* control = document().find_as<CDXUTControl>(id))
+            m_selection.add(control);
+    m_selection.current_dialog = document().find_as<CDXUTDialog>(kept.current_dialog);
+    m_selection.current_control = document().find_as<CDXUTControl>(kept.current_control);
+    add_damage(QRectF(QPointF(), m_screen)); // Another dialog may be the current one.
 }
 
 CDXUTDialog* CGuiCore::find_dialog(quint32 id) const
@@ -177,16 +216,34 @@ void CGuiCore::SelectDialog(CDXUTDialog* dialog, bool add)
 {
     if (!dialog)
         return;
+    before_selecting();
     m_selection.clear_controls();
     m_selection.controls_selected = false;
     if (!add)
         m_selection.clear_dialogs();
     m_selection.add(dialog);
     m_selection.current_dialog = dialog;
+    damage_current_dialog();
+}
+
+/// The steps that were made until now keep what is selected.
+void CGuiCore::before_selecting()
+{
+    follow_structure();
+    m_selection_history.before_change(m_selection);
+    damage_current_dialog();
+}
+
+/// It is drawn in another colour than the others.
+void CGuiCore::damage_current_dialog()
+{
+    if (const CDXUTDialog* dialog = m_selection.current_dialog; dialog && !dialog->is_root())
+        add_damage(dialog->outer_rect());
 }
 
 void CGuiCore::ClearDialogSelection()
 {
+    before_selecting();
     m_selection.clear_dialogs();
 }
 
@@ -194,6 +251,7 @@ void CGuiCore::SelectControl(CDXUTControl* control, bool add)
 {
     if (!control)
         return;
+    before_selecting();
     m_selection.clear_dialogs();
     m_selection.controls_selected = true;
     if (!add)
@@ -201,12 +259,14 @@ void CGuiCore::SelectControl(CDXUTControl* control, bool add)
     m_selection.add(control);
     m_selection.current_control = control;
     m_selection.current_dialog = control->dialog();
+    damage_current_dialog();
 }
 
 void CGuiCore::SelectControls(const std::vector<CDXUTControl*>& controls)
 {
     if (controls.empty())
         return;
+    before_selecting();
     m_selection.clear_dialogs();
     m_selection.controls_selected = true;
     m_selection.controls.reserve(m_selection.controls.size() + controls.size());
@@ -217,6 +277,7 @@ void CGuiCore::SelectControls(const std::vector<CDXUTControl*>& controls)
 
 void CGuiCore::ClearCtrlSelection()
 {
+    before_selecting();
     m_selection.clear_controls();
 }
 

@@ -4,7 +4,9 @@
 #include "core/model_object.h"
 #include "dialog_state.h"
 #include "draw_slot.h"
+#include "free_names.h"
 #include "gui_event.h"
+#include "selection_history.h"
 #include "selection_record.h"
 #include "view_aids.h"
 
@@ -68,10 +70,13 @@ public:
     CDXUTDialog* find_dialog(quint32 id) const; ///< null when no attached dialog has the id
     CDXUTControl* find_control(quint32 id) const;
 
-    /// A new dialog on top of the others, "Dialog<id>" when `name` is empty; null when no ids are left.
+    /// A new dialog on top of the others, "Dialog1" or the next free number when `name` is empty; null when no ids are
+    /// left.
     CDXUTDialog* create_dialog(const QRect& rect, const QString& name = {});
     /// A new control on top of its dialog's; null when `type` cannot be made or no ids are left.
     CDXUTControl* create_control(int type, CDXUTDialog* dialog, const QRectF& rect, const QString& name = {});
+    /// `stem` with the smallest number, from 1 on, that makes it the name of no dialog and no control.
+    QString free_name(const QString& stem) const;
     void remove_dialog(CDXUTDialog* dialog);
     /// The same for many, with one change of the list.
     void remove_dialogs(const std::vector<CDXUTDialog*>& dialogs);
@@ -171,7 +176,9 @@ public:
     QRectF dialog_bounds(const CDXUTDialog& dialog) const;
 
     /// A list of dialogs or controls may have changed: what is worked out from them is found anew when it is next asked for.
-    void structure_changed() { m_structure_stale = m_controls_stale = true; }
+    void structure_changed();
+    /// A dialog or control was given another name.
+    void names_changed() { m_names.forget(); }
 
     tarn::ObjectState* fresh_state() const override;
     const char* class_name() const override { return "CGuiCore"; }
@@ -185,6 +192,12 @@ private:
     void find_dialogs() const;
     void find_controls() const;
     void follow_structure();
+    void before_selecting();
+    void damage_current_dialog();
+    void step_travelled(const tarn::Journal::Step& step);
+    void select_again(const tarn::KeptSelection& kept);
+    template <class Add>
+    void add_named(const QString& name, Add add);
     void add_kinds();
     friend class CDXUTDialog;
     void damage_active();
@@ -199,7 +212,10 @@ private:
     mutable bool m_dialogs_stale = false;
     mutable bool m_controls_stale = false;
     bool m_structure_stale = false; ///< the selection, and where the mouse is, may be of objects that are gone
+    mutable tarn::FreeNames m_names;
     tarn::SelectionRecord m_selection;
+    tarn::SelectionHistory m_selection_history;
+    tarn::SelectionHistory::Kept m_selected_again; ///< what undo or redo brought back; null: nothing since then
     tarn::LiveState m_live;
     double m_now = 0;                ///< seconds, of advance()
     double m_caret_since = 0;        ///< when the caret moved last

@@ -33,7 +33,13 @@ void SelectionRecord::clear_dialogs()
 {
     ++m_dialog_round;
     dialogs.clear();
-    current_dialog = nullptr;
+    current_dialog = home();
+}
+
+/// Of what is created, pasted, aligned or snapped while controls are selected; null while none is.
+CDXUTDialog* SelectionRecord::home() const
+{
+    return controls_selected && current_control ? current_control->dialog() : nullptr;
 }
 
 void SelectionRecord::clear_controls()
@@ -58,6 +64,8 @@ void SelectionRecord::prune()
         current_control = controls.empty() ? nullptr : controls.back();
     if (current_dialog && is_gone(current_dialog))
         current_dialog = dialogs.empty() ? nullptr : dialogs.back();
+    if (CDXUTDialog* dialog = home())
+        current_dialog = dialog;
 }
 
 } // namespace tarn

@@ -14,6 +14,7 @@ struct SelectionRecord {
     bool editing = true;            ///< the interface is edited; off while it runs
     bool controls_selected = false; ///< the selection is of controls, otherwise of dialogs
     bool menu_editing = false;      ///< the Menu tab is chosen
+    /// While controls are selected, the home of the current one, whatever is done to the selection of dialogs.
     CDXUTDialog* current_dialog = nullptr;
     CDXUTControl* current_control = nullptr;
     std::vector<CDXUTDialog*> dialogs; ///< changed through add() and clear_...() only
@@ -28,10 +29,12 @@ struct SelectionRecord {
     void add(CDXUTControl* control);
     void clear_dialogs();
     void clear_controls();
-    /// Drops what is no longer part of the scene.
+    /// Drops what is no longer part of the scene, and follows the current control to its dialog.
     void prune();
 
 private:
+    CDXUTDialog* home() const;
+
     // Clearing a list begins another round of it, so that what was selected need not be visited.
     quint32 m_dialog_round = 1;
     quint32 m_control_round = 1;

@@ -1,4 +1,5 @@
 #include "gui_plug_scene.h"
+#include "core/authored.h"
 
 #include "core/language.h"
 #include "engine/base_world.h"
@@ -66,14 +67,16 @@ QSet<QString> named_functions(const tarn::Document& document)
     for (const tarn::ModelObject* object : document.objects())
         for (const tarn::FieldBase* field : object->fields().link_fields())
             if (field->rules().function)
-                for (const QString& name : field->names(object->authored_state()))
+                for (const QString& name : field->names(tarn::Authored::state(*object)))
                     names.insert(name);
     return names;
 }
 
 void write_picture(const std::vector<tarn::ModelObject*>& objects, tarn::FieldKey key, const QString& picture)
 {
-    tarn::walk(objects, [&](tarn::ModelObject* object) { write(*object, key, picture); });
+    for (tarn::ModelObject* object : objects) {
+        write(*object, key, picture);
+    }
 }
 
 } // namespace
@@ -268,6 +271,14 @@ std::unique_ptr<tarn::SceneCopy> CGuiPlugScene::copy_scene() const
     return std::make_unique<GuiSceneCopy>(document(), tarn::content_to_save(*m_core));
 }
 
+Status CGuiPlugScene::check_merge(const QString& path)
+{
+    if (auto status = check_not_playing(); !status)
+        return status;
+    const auto content = read_file(path, lang(u"正在检查 %1", u"Checking %1").arg(QFileInfo(path).fileName()));
+    return content ? document().check_room(content.value()) : content.status();
+}
+
 Status CGuiPlugScene::on_merge_GUI(const QString& path, const QString& name, bool replace_styles)
 {
     if (auto status = check_not_playing(); !status)
@@ -376,6 +387,12 @@ void CGuiPlugScene::SetMTFunction(int kind, int type)
     auto tool = m_tools->create_tool(kind == 1 ? tarn::SceneTools::new_dialog : type);
     m_world->set_mouse_tool(tool.get());
     m_create_tool = std::move(tool);
+}
+
+void CGuiPlugScene::disarm()
+{
+    if (m_function != 0)
+        SetMTFunction(0, 0);
 }
 
 void CGuiPlugScene::play(bool on)

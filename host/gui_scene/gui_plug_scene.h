@@ -69,6 +69,8 @@ public:
     void install(tarn::SceneSnapshot content);
     /// Replaces the content by the package's; on failure, and during a preview, nothing changes.
     tarn::Status load(const CPakFile& package, const CTexPathInfo& textures);
+    /// Why the package at `path` cannot be merged, asked before the user is.
+    tarn::Status check_merge(const QString& path);
     /// Merges the package at `path`; see tarn::merge_content. On failure, and during a preview, nothing
     /// changes.
     tarn::Status on_merge_GUI(const QString& path, const QString& name, bool replace_styles);
@@ -116,6 +118,8 @@ public:
     /// What the left mouse button does in the views: `kind` 0 selects and moves, 1 draws a new dialog, 2 a new control of the type
     /// `type`.
     void SetMTFunction(int kind, int type);
+    /// Back to selecting when something was to be created; what the mouse is doing otherwise goes on.
+    void disarm();
     int mouse_function() const { return m_function; }
     /// The type of control that is drawn; -1 when none is.
     int mouse_function_type() const { return m_function_type; }

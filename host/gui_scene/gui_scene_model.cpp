@@ -4,6 +4,7 @@
 #include "gui_core/control_class.h"
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
+#include "gui_core/gui_event.h"
 #include "gui_plug_scene.h"
 #include "script/gui_script_api.h"
 
@@ -113,6 +114,13 @@ std::vector<SceneModel::Event> GuiSceneModel::events() const
     std::vector<Event> all;
     for (const auto& event : m_scene.events().events())
         all.push_back({m_scene.gui_core().find_control(event->control()), event->type(), event->function()});
+    // A dialog's function is known by its name alone.
+    for (CDXUTDialog* dialog : m_scene.gui_core().GetDialogs())
+        for (const EventKind& kind : event_kinds()) {
+            const QString name = kind.control_types == 0 ? dialog->get_func_str(kind.type) : QString();
+            if (!name.isEmpty() && m_scene.functions().find_function(name))
+                all.push_back({dialog, kind.type, name});
+        }
     return all;
 }
 

@@ -1,4 +1,5 @@
 #include "problems.h"
+#include "core/authored.h"
 
 #include "core/language.h"
 #include "gui_core/dxut_control.h"
@@ -22,7 +23,7 @@ constexpr int longest_value = 40; ///< UTF-16 units of a text that a message quo
 QString name_of(const ModelObject& object)
 {
     const FieldBase* field = object.fields().find("name");
-    const Value name = field ? object.authored_property(*field) : Value();
+    const Value name = field ? Authored::property(object, *field) : Value();
     const auto* text = std::get_if<QString>(&name);
     return text ? *text : QString();
 }
@@ -47,7 +48,7 @@ void find_broken_events(CGuiPlugScene& scene, Problems& problems)
 
 void find_missing_pictures(ModelObject& object, const QString& name, const DocumentState& document, Problems& problems)
 {
-    each_picture(object.authored_state(), [&](const QString& picture) {
+    each_picture(Authored::state(object), [&](const QString& picture) {
         const QString entry = texture_entry(picture);
         if (document.files.contains(entry))
             return;
@@ -123,7 +124,7 @@ void find_held_values(CGuiCore& core, Problems& problems)
     for (const HeldValue& held : core.document().state().held) {
         const NamedObject found = find_object(core, held.object);
         const FieldBase* field = found.object ? found.object->fields().find(held.field.constData()) : nullptr;
-        if (!field || field->get(found.object->authored_state()) != held.kept)
+        if (!field || field->get(Authored::state(*found.object)) != held.kept)
             continue;
         const bool can_be_shown = held.object != 0 && found.object != core.GetRootDialog();
         problems.push_back({can_be_shown ? found.object : nullptr, found.name,

@@ -150,12 +150,9 @@ void EventRunner::advance(double now)
     CBaseWorld* world = m_scene.world();
     if (!world)
         return;
-    const bool waits = world->scripts().suspended() > 0;
     // The scripts' own clock goes on from where it stands: it may have been paused.
     const double passed = now - std::exchange(m_last_advance, now);
     world->scripts().tick(world->scripts().now() + passed);
-    if (waits)
-        world->update_all_views();
 }
 
 } // namespace tarn
