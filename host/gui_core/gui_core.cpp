@@ -3,6 +3,9 @@
 #include "control_class.h"
 #include "dxut_control.h"
 #include "dxut_dialog.h"
+#include "dxut_menu.h"
+#include "dxut_menu_item.h"
+#include "open_menu.h"
 #include "texture_name.h"
 
 #include <algorithm>
@@ -78,6 +81,32 @@ void CGuiCore::add_kinds()
                                  return dialog ? &dialog->controls : nullptr;
                              }});
     m_control_kind = &document().kinds().back();
+    document().add_kind({.part = "scene.json",
+                         .key = "menus",
+                         .chinese = u"菜单",
+                         .english = u"menu",
+                         .container = this,
+                         .make_state = [](int) -> tarn::ObjectState* { return new tarn::MenuState; },
+                         .make_object = [this](const tarn::ObjectState&) { return std::make_shared<CDXUTMenu>(*this); },
+                         .children =
+                             [](tarn::ObjectState& parent) {
+                                 auto* core = dynamic_cast<CoreState*>(&parent);
+                                 return core ? &core->menus : nullptr;
+                             }});
+    m_menu_kind = &document().kinds().back();
+    document().add_kind(
+        {.part = "scene.json",
+         .key = "menu_items",
+         .chinese = u"菜单项",
+         .english = u"menu item",
+         .make_state = [](int) -> tarn::ObjectState* { return new tarn::MenuItemState; },
+         .make_object = [this](const tarn::ObjectState&) { return std::make_shared<CDXUTMenuItem>(*this); },
+         .children =
+             [](tarn::ObjectState& parent) {
+                 auto* menu = dynamic_cast<tarn::MenuState*>(&parent);
+                 return menu ? &menu->items : nullptr;
+             }});
+    m_menu_item_kind = &document().kinds().back();
 }
 
 // What is worked out from the lists of ids ----------------------------------------------------------------------------
@@ -105,6 +134,14 @@ void CGuiCore::find_controls() const
         std::sort(m_controls.begin(), m_controls.end(), by_id);
 }
 
+void CGuiCore::find_menus() const
+{
+    m_menus_stale = false;
+    m_menus.clear();
+    for (const tarn::ObjectRef menu : core_state().menus)
+        m_menus.append(static_cast<CDXUTMenu*>(document().find(menu.id)));
+}
+
 const std::vector<CDXUTControl*>& CGuiCore::controls() const
 {
     if (m_controls_stale)
@@ -122,6 +159,8 @@ void CGuiCore::follow_structure()
         if (control && !control->is_attached())
             m_live.forget(control);
     m_live.caption_dialog = nullptr;
+    if (m_open_menu && !m_open_menu->menu().is_attached())
+        close_menu();
     if (m_selection.controls_selected && m_selection.current_control && m_selection.current_control->dialog())
         m_selection.current_dialog = m_selection.current_control->dialog();
 }
@@ -136,6 +175,18 @@ CDXUTControl* CGuiCore::find_control(quint32 id) const
 {
     auto* control = document().find_as<CDXUTControl>(id);
     return control && control->is_attached() ? control : nullptr;
+}
+
+CDXUTMenu* CGuiCore::find_menu(quint32 id) const
+{
+    auto* menu = document().find_as<CDXUTMenu>(id);
+    return menu && menu->is_attached() ? menu : nullptr;
+}
+
+CDXUTMenuItem* CGuiCore::find_menu_item(quint32 id) const
+{
+    auto* item = document().find_as<CDXUTMenuItem>(id);
+    return item && item->is_attached() ? item : nullptr;
 }
 
 tarn::ObjectState* CGuiCore::fresh_state() const
@@ -157,7 +208,7 @@ void CGuiCore::add_styles(const QMap<QString, QByteArray>& styles, bool replace)
 
 void CGuiCore::children_changed()
 {
-    m_dialogs_stale = true;
+    m_dialogs_stale = m_menus_stale = true;
     structure_changed();
     add_damage(QRectF(QPointF(), m_screen));
 }
@@ -187,6 +238,71 @@ void CGuiCore::raise(GuiEventType type, CDXUTDialog& dialog)
 {
     if (on_event)
         on_event({.type = type, .dialog = &dialog});
+}
+
+tarn::OpenMenu* CGuiCore::open_menu() const
+{
+    const_cast<CGuiCore*>(this)->follow_structure();
+    return m_open_menu.get();
+}
+
+void CGuiCore::raise_menu(ModelObject& owner, tarn::FieldKey field, QPointF place)
+{
+    if (!on_event)
+        return open_bound_menu(owner, field, place);
+    on_event({.type = EVENT_MENU_OPENS,
+              .control = dynamic_cast<CDXUTControl*>(&owner),
+              .dialog = dynamic_cast<CDXUTDialog*>(&owner),
+              .menu_field = field,
+              .place = place});
+}
+
+void CGuiCore::open_bound_menu(ModelObject& owner, tarn::FieldKey field, QPointF place)
+{
+    const tarn::FieldBase* named = owner.fields().find(field);
+    const tarn::Value value = named ? owner.property(*named) : tarn::Value();
+    const auto* reference = std::get_if<tarn::ObjectRef>(&value);
+    CDXUTMenu* menu = reference ? find_menu(reference->id) : nullptr;
+    const auto* control = dynamic_cast<const CDXUTControl*>(&owner);
+    const CDXUTDialog* dialog = control ? control->dialog() : dynamic_cast<const CDXUTDialog*>(&owner);
+    if (menu && dialog && dialog->GetVisible() && (!control || control->GetVisible()))
+        pop_menu(*menu, place, &owner);
+}
+
+void CGuiCore::pop_menu(CDXUTMenu& menu, QPointF place, ModelObject* owner)
+{
+    close_menu();
+    if (menu.items().isEmpty())
+        return;
+    if (m_live.popup)
+        m_live.popup->close_popup();
+    m_open_menu = std::make_unique<tarn::OpenMenu>(*this, menu, owner, place);
+}
+
+void CGuiCore::close_menu()
+{
+    if (const auto closed = std::exchange(m_open_menu, nullptr))
+        add_damage(closed->bounds());
+}
+
+void CGuiCore::choose_menu_item(CDXUTMenuItem& item)
+{
+    const auto owner = m_open_menu ? m_open_menu->owner() : nullptr;
+    close_menu();
+    if (item.item_state().checkable)
+        item.set_checked(!item.item_state().checked);
+    if (on_event)
+        on_event({.type = EVENT_MENU_ITEM_CHOSEN,
+                  .control = dynamic_cast<CDXUTControl*>(owner.get()),
+                  .dialog = dynamic_cast<CDXUTDialog*>(owner.get()),
+                  .value = item.item_state().checkable ? tarn::Value(item.item_state().checked) : tarn::Value(),
+                  .menu_item = &item});
+}
+
+void CGuiCore::menu_changed(const CDXUTMenu& menu)
+{
+    if (m_open_menu && &m_open_menu->menu() == &menu && menu.is_attached())
+        m_open_menu->follow_menu();
 }
 
 void CGuiCore::set_focused(CDXUTControl* control)
@@ -252,6 +368,7 @@ void CGuiCore::EnableGui(bool editing)
 {
     if (m_live.popup)
         m_live.popup->close_popup();
+    close_menu();
     m_selection.editing = editing;
     m_live = {};
     for (CDXUTDialog* dialog : GetDialogs())

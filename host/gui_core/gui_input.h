@@ -8,6 +8,7 @@
 class CGuiCore;
 class CDXUTControl;
 class CDXUTDialog;
+class CDXUTMenuItem;
 
 namespace tarn {
 
@@ -23,6 +24,8 @@ public:
     bool mouse_released(QPointF place);
     /// The second press of a double-click, in the place of mouse_pressed().
     bool mouse_double_clicked(QPointF place);
+    /// A click with the right button: the menu of what is there opens.
+    bool right_clicked(QPointF place);
     /// Lets go of what is being dragged.
     void cancel() { m_dragged = nullptr; }
     /// Positive steps turn the wheel away from the user.
@@ -46,6 +49,9 @@ public:
 
 private:
     bool press_popup(QPointF place);
+    bool press_menu(QPointF place);
+    void click(CDXUTControl& control, QPointF menu_place);
+    void hand_key_to_menu(int key);
     void move_focus(bool forward);
     void close(CDXUTDialog& dialog);
     void minimize_or_restore(CDXUTDialog& dialog);

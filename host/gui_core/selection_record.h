@@ -6,6 +6,8 @@
 
 class CDXUTControl;
 class CDXUTDialog;
+class CDXUTMenu;
+class CDXUTMenuItem;
 
 namespace tarn {
 
@@ -16,6 +18,8 @@ struct SelectionRecord {
     bool menu_editing = false;      ///< the Menu tab is chosen
     CDXUTDialog* current_dialog = nullptr;
     CDXUTControl* current_control = nullptr;
+    CDXUTMenu* current_menu = nullptr;
+    CDXUTMenuItem* current_menu_item = nullptr; ///< one of the current menu's
     std::vector<CDXUTDialog*> dialogs; ///< changed through add() and clear_...() only
     std::vector<CDXUTControl*> controls;
 
@@ -26,6 +30,8 @@ struct SelectionRecord {
     /// Appends the object to its list; nothing happens when it is there already.
     void add(CDXUTDialog* dialog);
     void add(CDXUTControl* control);
+    /// The menu becomes the current one, without a current item; null for none.
+    void select(CDXUTMenu* menu);
     void clear_dialogs();
     void clear_controls();
     /// Drops what is no longer part of the scene.

@@ -13,12 +13,19 @@ namespace tarn {
 
 void DrawContext::draw_element(Element element, VisualState state, const QRectF& area) const
 {
+    draw_element(element, state, area,
+                 styled ? element_look(static_cast<const ControlState&>(styled->shown_state()), element,
+                                       styled->visual_state())
+                        : ElementLook());
+}
+
+void DrawContext::draw_element(Element element, VisualState state, const QRectF& area, const ElementLook& look) const
+{
     // Both sides are rounded, so that nothing is drawn beyond the pixels that the area touches.
     const QPoint corner(qRound(area.left()), qRound(area.top()));
     const QSize size(qRound(area.left() + area.width()) - corner.x(), qRound(area.top() + area.height()) - corner.y());
     if (!size.isEmpty())
-        elements.draw(painter, corner, element, state, size, scale,
-                      styled ? choice_of(element, size) : ElementChoice());
+        elements.draw(painter, corner, element, state, size, scale, choice_of(look, size));
 }
 
 QImage DrawContext::texture(const QString& name, QSizeF size) const
@@ -27,10 +34,8 @@ QImage DrawContext::texture(const QString& name, QSizeF size) const
     return tarn::texture(core, name, {int(std::ceil(pixels.width())), int(std::ceil(pixels.height()))});
 }
 
-ElementChoice DrawContext::choice_of(Element element, QSizeF size) const
+ElementChoice DrawContext::choice_of(const ElementLook& look, QSizeF size) const
 {
-    const auto& state = static_cast<const ControlState&>(styled->shown_state());
-    const ElementLook look = element_look(state, element, styled->visual_state());
     return {look.picture.isEmpty() ? QImage() : texture(look.picture, size), look.color};
 }
 

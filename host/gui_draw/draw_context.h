@@ -13,6 +13,8 @@ class CGuiCore;
 
 namespace tarn {
 
+struct ElementLook;
+
 /// What a control needs to draw itself.
 struct DrawContext {
     QPainter& painter;
@@ -23,11 +25,13 @@ struct DrawContext {
     const CDXUTControl* styled = nullptr; ///< the control that is drawn, when it may differ from the style
 
     void draw_element(Element element, VisualState state, const QRectF& area) const;
+    /// With a look that was found already.
+    void draw_element(Element element, VisualState state, const QRectF& area, const ElementLook& look) const;
     /// Draws one of the scene's pictures scaled into `area`; false when there is no such picture.
     bool draw_picture(const QString& name, const QRectF& area) const;
 
 private:
-    ElementChoice choice_of(Element element, QSizeF size) const;
+    ElementChoice choice_of(const ElementLook& look, QSizeF size) const;
     QImage texture(const QString& name, QSizeF size) const; ///< with pixels enough for that size
 };
 

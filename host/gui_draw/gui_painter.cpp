@@ -5,6 +5,7 @@
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
 #include "gui_core/gui_core.h"
+#include "menu_drawing.h"
 
 #include <QPainter>
 
@@ -42,6 +43,8 @@ void GuiPainter::paint(QPainter& painter, const CGuiCore& core, const QRectF& cl
         DrawContext context{painter, m_elements, core, scale, false, popup->has_extras() ? popup : nullptr};
         draw_popup(context, *popup);
     }
+    if (const OpenMenu* menu = core.open_menu())
+        draw_open_menu({painter, m_elements, core, scale, false, nullptr}, *menu);
     painter.restore();
 }
 
