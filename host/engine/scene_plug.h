@@ -27,6 +27,7 @@ public:
         bool menu_editing = false;
         ModelObject* dialog = nullptr; ///< the current one; null for none
         ModelObject* control = nullptr;
+        ModelObject* menu = nullptr;
         std::vector<ModelObject*> dialogs; ///< in selection order
         std::vector<ModelObject*> controls;
     };
@@ -54,10 +55,14 @@ public:
     virtual std::vector<ModelObject*> controls() const = 0; ///< in the scene's order
     /// The controls of a dialog, the top layer last; empty for another kind of object.
     virtual std::vector<ModelObject*> controls_of(const ModelObject& dialog) const = 0;
+    virtual std::vector<ModelObject*> menus() const = 0; ///< in the order in which they were made
+    /// The items of a menu, those of submenus behind the item that opens them; empty for another kind of object.
+    virtual std::vector<ModelObject*> items_of(const ModelObject& menu) const = 0;
     /// An empty name lets the scene choose one; sizes below 0 take the usual size.
     virtual Result<ModelObject*> create_dialog(const QString& name, const QRectF& rect) = 0;
     virtual Result<ModelObject*> create_control(int type, ModelObject& dialog, const QString& name, const QRectF& rect)
         = 0;
+    virtual Result<ModelObject*> create_menu(const QString& name) = 0;
     virtual Selection selection() const = 0;
     /// Selects dialogs or controls, not both; the last becomes the current one. No object clears the selection.
     virtual Status select(const std::vector<ModelObject*>& objects) = 0;

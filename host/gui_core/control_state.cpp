@@ -125,8 +125,7 @@ ButtonState::ButtonState()
 const FieldTable& ButtonState::field_table()
 {
     using S = ButtonState;
-    static const FieldTable table = text_table<S>(
-        1, 1, field<S, &S::extras, &ControlExtras::click_menu>("click_menu"));
+    static const FieldTable table = text_table<S>(1, 1, field<S, &S::extras, &ControlExtras::click_menu>("click_menu"));
     return table;
 }
 

@@ -51,10 +51,10 @@ constexpr Elements<2> progress{
 constexpr Elements<1> frame{{{Element::Field, "Frame", u"边框", u"Frame"}}};
 
 constexpr Elements<5> menu_parts{{{Element::InfoPanel, "Background", u"背景", u"Background"},
-                            {Element::SelectedRow, "SelectedRow", u"选中行", u"Selected Row"},
-                            {Element::CheckMark, "Mark", u"勾选标记", u"Mark"},
-                            {Element::DropArrow, "Arrow", u"箭头", u"Arrow"},
-                            {Element::White, "Separator", u"分隔线", u"Separator"}}};
+                                  {Element::SelectedRow, "SelectedRow", u"选中行", u"Selected Row"},
+                                  {Element::CheckMark, "Mark", u"勾选标记", u"Mark"},
+                                  {Element::DropArrow, "Arrow", u"箭头", u"Arrow"},
+                                  {Element::White, "Separator", u"分隔线", u"Separator"}}};
 
 // The pictures that a picture and a map are made of are attributes of theirs.
 const std::array table{

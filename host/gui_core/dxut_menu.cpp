@@ -42,8 +42,7 @@ const std::vector<int>& CDXUTMenu::levels() const
 int CDXUTMenu::opener_of(int index) const
 {
     const int level = levels()[std::size_t(index)];
-    while (--index >= 0 && levels()[std::size_t(index)] >= level) {
-    }
+    while (--index >= 0 && levels()[std::size_t(index)] >= level) {}
     return index;
 }
 

@@ -35,7 +35,7 @@ bool CDXUTMenuItem::set_level(int level)
 void CDXUTMenuItem::state_changed()
 {
     if (CDXUTMenu* owner = menu()) {
-        owner->m_levels_stale = true;
+        owner->m_items_stale = owner->m_levels_stale = true;
         owner->state_changed();
     }
 }

@@ -14,7 +14,7 @@ namespace {
 
 /// What a move does to the lines of an item and its submenu.
 struct BlockMove {
-    int first;  ///< the block's lines: [first, end)
+    int first; ///< the block's lines: [first, end)
     int end;
     int target; ///< the line before which they come to stand
     int deeper; ///< levels
@@ -73,7 +73,8 @@ CDXUTMenuItem* add_menu_item(CGuiCore& core, CDXUTMenu& menu, const CDXUTMenuIte
 {
     const int index = menu.index_of(item);
     const int level = index < 0 ? 0 : menu.levels()[std::size_t(index)] + (place == MenuPlace::Inside ? 1 : 0);
-    if (level > MenuItemState::deepest_level || (index >= 0 && place == MenuPlace::Inside && item->item_state().separator))
+    if (level > MenuItemState::deepest_level
+        || (index >= 0 && place == MenuPlace::Inside && item->item_state().separator))
         return nullptr;
     const int line = index < 0 ? int(menu.items().size()) : menu.end_of(index);
     return core.create_menu_item(menu, line, {.text = text, .separator = separator, .level = level});

@@ -41,15 +41,15 @@ void MenuState::settle(const WrittenFields& written)
 const FieldTable& MenuItemState::field_table()
 {
     using S = MenuItemState;
-    static const FieldTable table(
-        nullptr, field<S, &S::id>("id", quint32(0), read_only()),
-        field<S, &S::parent>("menu", ObjectRef{}, read_only()),
-        field<S, &S::text>("text", QString(), max_length(longest_text)),
-        field<S, &S::shortcut>("shortcut", QString(), max_length(longest_text)),
-        field<S, &S::icon>("icon", QString(), picture_name()), field<S, &S::function>("function"),
-        field<S, &S::enabled>("enabled", true), field<S, &S::checkable>("checkable", false),
-        field<S, &S::checked>("checked", false), field<S, &S::separator>("separator", false),
-        field<S, &S::level>("level", 0, range(0, deepest_level)));
+    static const FieldTable table(nullptr, field<S, &S::id>("id", quint32(0), read_only()),
+                                  field<S, &S::parent>("menu", ObjectRef{}, read_only()),
+                                  field<S, &S::text>("text", QString(), max_length(longest_text)),
+                                  field<S, &S::shortcut>("shortcut", QString(), max_length(longest_text)),
+                                  field<S, &S::icon>("icon", QString(), picture_name()),
+                                  field<S, &S::function>("function_name"), field<S, &S::enabled>("enabled", true),
+                                  field<S, &S::checkable>("checkable", false), field<S, &S::checked>("checked", false),
+                                  field<S, &S::separator>("separator", false),
+                                  field<S, &S::level>("level", 0, range(0, deepest_level)));
     return table;
 }
 

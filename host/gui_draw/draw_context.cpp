@@ -13,10 +13,10 @@ namespace tarn {
 
 void DrawContext::draw_element(Element element, VisualState state, const QRectF& area) const
 {
-    draw_element(element, state, area,
-                 styled ? element_look(static_cast<const ControlState&>(styled->shown_state()), element,
-                                       styled->visual_state())
-                        : ElementLook());
+    draw_element(
+        element, state, area,
+        styled ? element_look(static_cast<const ControlState&>(styled->shown_state()), element, styled->visual_state())
+               : ElementLook());
 }
 
 void DrawContext::draw_element(Element element, VisualState state, const QRectF& area, const ElementLook& look) const

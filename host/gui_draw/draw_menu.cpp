@@ -18,10 +18,10 @@ namespace tarn {
 
 namespace {
 
-constexpr double mark_side = 16;      ///< pixels of a check mark
-constexpr double icon_margin = 4;     ///< pixels around an icon
-constexpr double separator_edge = 8;  ///< pixels beside a separator
-constexpr int shortcut_alpha = 160;   ///< of 255: shortcuts stand back behind the texts
+constexpr double mark_side = 16;     ///< pixels of a check mark
+constexpr double icon_margin = 4;    ///< pixels around an icon
+constexpr double separator_edge = 8; ///< pixels beside a separator
+constexpr int shortcut_alpha = 160;  ///< of 255: shortcuts stand back behind the texts
 constexpr quint32 separator_color = 0x38d6f2f7;
 constexpr int shadow_reach = 7; ///< pixels
 constexpr double shadow_drop = 2;
@@ -104,6 +104,8 @@ void draw_arrow(const ListDrawing& drawing, const QRectF& cell, VisualState stat
 
 void draw_row(const ListDrawing& drawing, const MenuRow& row, bool highlighted)
 {
+    if (row.item >= drawing.menu.items().size())
+        return; // The list was laid out before items went.
     const CDXUTMenuItem& item = *drawing.menu.items()[row.item];
     const MenuItemState& s = item.item_state();
     const QRectF area = row.area.translated(drawing.corner);
@@ -185,8 +187,8 @@ void draw_menu_list(const DrawContext& context, const CDXUTMenu& menu, const Men
 
 void draw_open_menu(const DrawContext& context, const OpenMenu& menu)
 {
-    const bool casts_shadow = element_look(menu.menu().menu_state(), Element::InfoPanel, VisualState::Normal)
-                                  .picture.isEmpty();
+    const bool casts_shadow
+        = element_look(menu.menu().menu_state(), Element::InfoPanel, VisualState::Normal).picture.isEmpty();
     for (const OpenMenu::Panel& panel : menu.panels()) {
         if (casts_shadow)
             draw_shadow(context.painter, panel.area);

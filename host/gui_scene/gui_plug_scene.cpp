@@ -5,6 +5,8 @@
 #include "gui_core/control_class.h"
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
+#include "gui_core/dxut_menu.h"
+#include "gui_core/dxut_menu_item.h"
 #include "package_reader.h"
 #include "package_writer.h"
 #include "picture_file.h"
@@ -52,9 +54,18 @@ void write(tarn::ModelObject& object, tarn::FieldKey key, const tarn::Value& val
         (void)object.set_property(*field, value);
 }
 
-void write_picture(const std::vector<tarn::ModelObject*>& objects, tarn::FieldKey key, const QString& picture)
+void write_picture(const std::vector<tarn::ModelObject*>& objects, tarn::FieldKey key, const QString& picture,
+                   const char* look)
 {
-    tarn::walk(objects, [&](tarn::ModelObject* object) { write(*object, key, picture); });
+    tarn::walk(objects, [&](tarn::ModelObject* object) {
+        const tarn::FieldBase* field = object->fields().find(key);
+        tarn::Value value = field ? object->property(*field) : tarn::Value();
+        if (auto* pictures = std::get_if<tarn::TextMap>(&value))
+            pictures->insert(QLatin1String(look), picture);
+        else
+            value = picture;
+        write(*object, key, value);
+    });
 }
 
 } // namespace
@@ -237,23 +248,45 @@ void CGuiPlugScene::RemoveCtrls(const std::vector<CDXUTControl*>& controls)
     m_core->remove_controls(controls);
 }
 
+void CGuiPlugScene::RemoveMenu(CDXUTMenu* menu)
+{
+    if (!menu)
+        return;
+    const tarn::UserAction action(journal(), lang(u"删除菜单", u"Delete Menu"));
+    std::vector<const tarn::ModelObject*> objects(menu->items().begin(), menu->items().end());
+    objects.push_back(menu);
+    const tarn::PictureRelease release(*m_core, m_functions, objects);
+    m_core->remove_menu(menu);
+}
+
+void CGuiPlugScene::RemoveMenuItem(CDXUTMenuItem* item)
+{
+    CDXUTMenu* menu = item ? item->menu() : nullptr;
+    if (!menu)
+        return;
+    const tarn::UserAction action(journal(), lang(u"删除菜单项", u"Remove Menu Item"));
+    const tarn::PictureRelease release(*m_core, m_functions, menu->items());
+    m_core->remove_menu_item(item);
+}
+
 Status CGuiPlugScene::set_picture(const std::vector<tarn::ModelObject*>& objects, tarn::FieldKey field,
-                                  const QString& path)
+                                  const QString& path, const char* look)
 {
     const tarn::UserAction action(journal(), lang(u"设置图片", u"Set Picture"));
     const auto name = tarn::take_picture(*m_core, path);
     if (!name)
         return name.status();
     const tarn::PictureRelease release(*m_core, m_functions, objects);
-    write_picture(objects, field, name.value());
+    write_picture(objects, field, name.value(), look);
     return {};
 }
 
-void CGuiPlugScene::clear_picture(const std::vector<tarn::ModelObject*>& objects, tarn::FieldKey field)
+void CGuiPlugScene::clear_picture(const std::vector<tarn::ModelObject*>& objects, tarn::FieldKey field,
+                                  const char* look)
 {
     const tarn::UserAction action(journal(), lang(u"清除图片", u"Clear Picture"));
     const tarn::PictureRelease release(*m_core, m_functions, objects);
-    write_picture(objects, field, {});
+    write_picture(objects, field, {}, look);
 }
 
 Status CGuiPlugScene::set_buttonst_img(const std::vector<tarn::ModelObject*>& buttons, int state, const QString& path)

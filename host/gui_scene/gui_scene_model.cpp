@@ -4,6 +4,8 @@
 #include "gui_core/control_class.h"
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
+#include "gui_core/dxut_menu.h"
+#include "gui_core/dxut_menu_item.h"
 #include "gui_plug_scene.h"
 #include "script/gui_script_api.h"
 
@@ -64,6 +66,17 @@ std::vector<ModelObject*> GuiSceneModel::controls_of(const ModelObject& dialog) 
     return owner ? as_objects(owner->controls()) : std::vector<ModelObject*>();
 }
 
+std::vector<ModelObject*> GuiSceneModel::menus() const
+{
+    return as_objects(m_scene.gui_core().GetMenus());
+}
+
+std::vector<ModelObject*> GuiSceneModel::items_of(const ModelObject& menu) const
+{
+    const auto* owner = dynamic_cast<const CDXUTMenu*>(&menu);
+    return owner ? as_objects(owner->items()) : std::vector<ModelObject*>();
+}
+
 Result<ModelObject*> GuiSceneModel::create_dialog(const QString& name, const QRectF& rect)
 {
     if (m_scene.document().ids_left() == 0)
@@ -88,11 +101,19 @@ Result<ModelObject*> GuiSceneModel::create_control(int type, ModelObject& dialog
         m_scene.gui_core().create_control(type, owner, with_size(rect, row->default_size), name));
 }
 
+Result<ModelObject*> GuiSceneModel::create_menu(const QString& name)
+{
+    if (m_scene.document().ids_left() == 0)
+        return no_ids_left();
+    const UserAction action(m_scene.journal(), lang(u"新建菜单", u"New Menu"));
+    return static_cast<ModelObject*>(m_scene.gui_core().create_menu(name));
+}
+
 SceneModel::Selection GuiSceneModel::selection() const
 {
     const SelectionRecord& record = m_scene.gui_core().selection();
-    return {record.editing,         record.controls_selected,   record.menu_editing,        record.current_dialog,
-            record.current_control, as_objects(record.dialogs), as_objects(record.controls)};
+    return {record.editing,         record.controls_selected, record.menu_editing,        record.current_dialog,
+            record.current_control, record.current_menu,      as_objects(record.dialogs), as_objects(record.controls)};
 }
 
 Status GuiSceneModel::select(const std::vector<ModelObject*>& objects)

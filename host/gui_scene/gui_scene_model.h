@@ -19,9 +19,12 @@ public:
     ModelObject* root_dialog() const override;
     std::vector<ModelObject*> controls() const override;
     std::vector<ModelObject*> controls_of(const ModelObject& dialog) const override;
+    std::vector<ModelObject*> menus() const override;
+    std::vector<ModelObject*> items_of(const ModelObject& menu) const override;
     Result<ModelObject*> create_dialog(const QString& name, const QRectF& rect) override;
     Result<ModelObject*> create_control(int type, ModelObject& dialog, const QString& name,
                                         const QRectF& rect) override;
+    Result<ModelObject*> create_menu(const QString& name) override;
     Selection selection() const override;
     Status select(const std::vector<ModelObject*>& objects) override;
     std::vector<Event> events() const override;

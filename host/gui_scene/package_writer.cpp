@@ -2,6 +2,8 @@
 
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
+#include "gui_core/dxut_menu.h"
+#include "gui_core/dxut_menu_item.h"
 #include "gui_core/gui_core.h"
 #include "gui_core/gui_event.h"
 #include "save_opt.h"
@@ -11,6 +13,8 @@
 #include "store/scene_text.h"
 
 #include <QSet>
+
+#include <utility>
 
 namespace tarn {
 
@@ -73,6 +77,9 @@ void write_scripts(JsonWriter& writer, const SceneParts& scene, bool selection_o
     QSet<QString> left_out;
     if (selection_only)
         left_out = bound_functions(scene, false) - bound_functions(scene, true);
+    for (const CDXUTMenu* menu : scene.core.GetMenus())
+        for (const CDXUTMenuItem* item : menu->items())
+            left_out.remove(item->item_state().function);
     if (!scene.functions.functions().empty()) {
         writer.new_line();
         writer.key("functions");
@@ -88,7 +95,20 @@ void write_scripts(JsonWriter& writer, const SceneParts& scene, bool selection_o
     }
 }
 
-/// The selected dialogs with what belongs to them, and the root dialog without its controls.
+/// What the fields of all objects refer to.
+QSet<quint32> referred_to(const SceneSnapshot& scene)
+{
+    QSet<quint32> named;
+    const auto add = [&](ObjectRef reference) { named.insert(reference.id); };
+    for (const auto& states : scene.objects)
+        for (const StatePtr& state : states)
+            for (const FieldBase* field : state->fields())
+                if (!field->rules().children)
+                    field->each_reference(std::as_const(*state), add);
+    return named;
+}
+
+/// The selected dialogs with what belongs to them, the menus that these open, and the root dialog without its controls.
 void keep_selected(SceneSnapshot& scene, const CGuiCore& core)
 {
     QSet<quint32> kept;
@@ -96,9 +116,12 @@ void keep_selected(SceneSnapshot& scene, const CGuiCore& core)
         auto& states = scene.objects[kind.place];
         if (kind.fixed)
             continue;
+        const QSet<quint32> named = &kind == &core.menu_kind() ? referred_to(scene) : QSet<quint32>();
         std::erase_if(states, [&](const StatePtr& state) {
-            return kind.container ? !core.selection().contains(core.find_dialog(state->id))
-                                  : !kept.contains(state->parent.id);
+            return kind.container
+                ? !(&kind == &core.menu_kind() ? named.contains(state->id)
+                                               : core.selection().contains(core.find_dialog(state->id)))
+                : !kept.contains(state->parent.id);
         });
         for (const StatePtr& state : states)
             kept.insert(state->id);

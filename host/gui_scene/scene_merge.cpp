@@ -3,6 +3,7 @@
 #include "core/language.h"
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
+#include "gui_core/menu_state.h"
 #include "gui_plug_scene.h"
 #include "picture_names.h"
 #include "script/merged_scripts.h"
@@ -53,7 +54,8 @@ QHash<quint32, quint32> issue_ids(SceneSnapshot& objects, Document& document)
         issued.insert(state->id, fresh);
         state->id = fresh;
     }
-    const auto follow = [&](ObjectRef& reference) { reference.id = issued.value(reference.id, reference.id); };
+    // What was not there would be something else here.
+    const auto follow = [&](ObjectRef& reference) { reference.id = issued.value(reference.id, 0); };
     for (ObjectState* state : states)
         for (const FieldBase* field : state->fields())
             field->each_reference(*state, follow);
@@ -104,6 +106,10 @@ Status merge_content(CGuiPlugScene& scene, SceneContent content, const QString& 
     objects.next_id = 0;
     MergedScripts scripts = merged_scripts(scene.functions(), content, objects.objects[core.dialog_kind().place],
                                            issued);
+    for (StatePtr& item : objects.objects[core.document().kind("menu_items")->place]) {
+        auto& s = SceneSnapshot::edit<MenuItemState>(item);
+        s.function = scripts.names.value(s.function, s.function);
+    }
     core.add_styles(theirs.styles, replace_styles);
     core.document().append(std::move(objects));
     scene.journal().add_companion(

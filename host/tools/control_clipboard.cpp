@@ -9,6 +9,7 @@
 #include "gui_core/control_class.h"
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
+#include "gui_core/dxut_menu.h"
 #include "gui_core/texture_name.h"
 #include "gui_scene/gui_plug_scene.h"
 #include "gui_scene/picture_names.h"
@@ -37,6 +38,7 @@ constexpr double paste_step = 10; ///< pixels from a control to its copy in the 
 struct Content {
     std::vector<StatePtr> controls;
     QMap<QString, QByteArray> pictures; ///< by entry of a package
+    QHash<quint32, QString> menus;      ///< names of those that the controls open, by their ids
 };
 
 void write_pictures(JsonWriter& writer, const CGuiCore& core, const std::vector<CDXUTControl*>& controls)
@@ -53,6 +55,32 @@ void write_pictures(JsonWriter& writer, const CGuiCore& core, const std::vector<
         writer.new_line();
         const QByteArray quoted = '"' + picture.value().toBase64() + '"';
         writer.raw_member(picture.key(), {quoted.constData(), std::size_t(quoted.size())});
+    }
+    writer.end_object();
+}
+
+/// What the controls refer to, apart from their dialog.
+template <class Visit>
+void each_menu(const ObjectState& control, Visit visit)
+{
+    for (const FieldBase* field : control.fields())
+        if (!field->rules().read_only && !field->is_default(control))
+            field->each_reference(control, visit);
+}
+
+void write_menus(JsonWriter& writer, const CGuiCore& core, const std::vector<CDXUTControl*>& controls)
+{
+    QMap<QString, QString> used;
+    for (const CDXUTControl* control : controls)
+        each_menu(control->authored_state(), [&](ObjectRef reference) {
+            if (const CDXUTMenu* menu = core.find_menu(reference.id))
+                used.insert(QString::number(reference.id), menu->name());
+        });
+    writer.key("menus");
+    writer.begin_object();
+    for (auto menu = used.begin(); menu != used.end(); ++menu) {
+        writer.text_key(menu.key());
+        writer.value(menu.value());
     }
     writer.end_object();
 }
@@ -103,6 +131,10 @@ Status read_content(const QByteArray& text, Content& content)
             return value.each_member([&](std::string_view name, JsonCursor& picture) {
                 return read_picture(from_utf8(name), picture, content);
             });
+        if (key == "menus")
+            return value.each_member([&](std::string_view id, JsonCursor& name) {
+                return name.read(content.menus[from_utf8(id).toUInt()]);
+            });
         QByteArray ignored;
         return value.read_raw(ignored);
     });
@@ -132,6 +164,20 @@ void add_pictures(CGuiCore& core, Content& content)
         follow_renamed(*control, renamed);
     for (auto picture = added.begin(); picture != added.end(); ++picture)
         core.set_texture(picture.key().mid(texture_entry({}).size()), picture.value());
+}
+
+/// Menus stay in their scene. Controls that come to another one keep none that is not there under the same id and name.
+void keep_own_menus(const CGuiCore& core, Content& content)
+{
+    const auto keep = [&](ObjectRef& reference) {
+        const CDXUTMenu* menu = core.find_menu(reference.id);
+        if (!menu || menu->name() != content.menus.value(reference.id))
+            reference = {};
+    };
+    for (StatePtr& control : content.controls)
+        for (const FieldBase* field : control->fields())
+            if (!field->rules().read_only && !field->is_default(*control))
+                field->each_reference(*control, keep);
 }
 
 using Place = std::tuple<int, float, float, float, float>;
@@ -176,6 +222,7 @@ QByteArray clipboard_text(const CGuiPlugScene& scene, const std::vector<CDXUTCon
         write_state(control->authored_state(), writer);
     }
     writer.end_array();
+    write_menus(writer, scene.gui_core(), controls);
     write_pictures(writer, scene.gui_core(), controls);
     writer.end_object();
     return QByteArray::fromStdString(writer.text());
@@ -195,6 +242,7 @@ Status paste_text(CGuiPlugScene& scene, const QByteArray& text)
     {
         const UserAction action(scene.journal(), lang(u"粘贴控件", u"Paste Control"));
         add_pictures(core, content);
+        keep_own_menus(core, content);
         for (const auto& control : content.controls)
             pasted.push_back(add_copy(core, *control, home, {shift, shift}));
     }

@@ -66,6 +66,11 @@ Data controls(SceneModel& model, const std::optional<ScriptObject>& dialog)
     return list_of(dialog ? model.controls_of(**dialog) : model.controls());
 }
 
+Data menus(SceneModel& model)
+{
+    return list_of(model.menus());
+}
+
 struct NameAndRect {
     QString name;
     QRectF rect;
@@ -123,13 +128,30 @@ Result<Data> create_control(Automation& app, const Fields& fields)
     return made(app, model.value()->create_control(*type.value(), owner, place.value().name, place.value().rect));
 }
 
+Result<Data> create_menu(Automation& app, const Fields& fields)
+{
+    const auto model = app.model();
+    if (!model)
+        return model.status();
+    if (auto status = fields.allow_only({QStringLiteral("name")}); !status)
+        return status;
+    const auto name = fields.get<QString>("name");
+    return name ? made(app, model.value()->create_menu(name.value().value_or(QString()))) : name.status();
+}
+
+Result<Data> items(Automation& app, const ScriptObject& self)
+{
+    const auto model = app.model();
+    return model ? Result<Data>(list_of(model.value()->items_of(*self))) : model.status();
+}
+
 Data selection(SceneModel& model)
 {
     const SceneModel::Selection now = model.selection();
     return Data::Record{{"editing", now.editing},           {"controls_selected", now.controls_selected},
                         {"menu_editing", now.menu_editing}, {"dialog", now.dialog},
-                        {"control", now.control},           {"dialogs", list_of(now.dialogs)},
-                        {"controls", list_of(now.controls)}};
+                        {"control", now.control},           {"menu", now.menu},
+                        {"dialogs", list_of(now.dialogs)},  {"controls", list_of(now.controls)}};
 }
 
 Status select(Automation& app, const std::vector<ScriptObject>& handles)
@@ -184,6 +206,8 @@ constexpr Binding functions[] = {
     {"controls", "dialog", binding<controls>},
     {"create_dialog", "fields", binding<create_dialog>},
     {"create_control", "fields", binding<create_control>},
+    {"menus", "", binding<menus>},
+    {"create_menu", "fields", binding<create_menu>},
     {"selection", "", binding<selection>},
     {"select", "object", binding<select>},
     {"functions", "", binding<scene_functions>},
@@ -198,6 +222,7 @@ constexpr Binding methods[] = {
     {"set", "self property value", binding<set>},
     {"properties", "self", binding<properties>},
     {"type", "self", binding<type>},
+    {"items", "self", binding<items>},
 };
 
 } // namespace

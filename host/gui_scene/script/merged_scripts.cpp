@@ -7,6 +7,8 @@
 #include <QRegularExpression>
 #include <QSet>
 
+#include <utility>
+
 namespace tarn {
 
 namespace {
@@ -115,6 +117,7 @@ MergedScripts merged_scripts(const CConfigScene& scene_functions, const SceneCon
         copy.function = names.value(event->function, event->function);
         merged.events.push_back(std::move(copy));
     }
+    merged.names = std::move(names);
     return merged;
 }
 

@@ -12,6 +12,7 @@ namespace tarn {
 struct MergedScripts {
     std::vector<FuncPtr> functions; ///< those that the scene does not have yet
     std::vector<CGuiEvent> events;
+    QHash<QString, QString> names{}; ///< new names of functions by their old ones, where they differ
 };
 
 /// Fails when the scene has no room for those of the package.
