@@ -20,6 +20,7 @@ public:
     void edit_current();
 
     QSize sizeHint() const override;
+    QSize minimumSizeHint() const override { return sizeHint(); }
 
 Q_SIGNALS:
     // All of them are caused by the user only; -1 is no item.

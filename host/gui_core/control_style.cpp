@@ -50,7 +50,7 @@ constexpr Elements<2> progress{
     {{Element::ProgressFrame, "Frame", u"外框", u"Frame"}, {Element::ProgressFill, "Filling", u"填充", u"Filling"}}};
 constexpr Elements<1> frame{{{Element::Field, "Frame", u"边框", u"Frame"}}};
 
-constexpr Elements<5> menu_parts{{{Element::InfoPanel, "Background", u"背景", u"Background"},
+constexpr Elements<5> menu_parts{{{Element::Bubble, "Background", u"背景", u"Background"},
                                   {Element::SelectedRow, "SelectedRow", u"选中行", u"Selected Row"},
                                   {Element::CheckMark, "Mark", u"勾选标记", u"Mark"},
                                   {Element::DropArrow, "Arrow", u"箭头", u"Arrow"},

@@ -173,7 +173,7 @@ void draw_menu_list(const DrawContext& context, const CDXUTMenu& menu, const Men
                     double scrolled, int highlighted)
 {
     const ListDrawing drawing{context, menu, list, area.topLeft() - QPointF(0, scrolled)};
-    drawing.draw_part(Element::InfoPanel, VisualState::Normal, area);
+    drawing.draw_part(Element::Bubble, VisualState::Normal, area);
     context.painter.save();
     context.painter.setClipRect(area, Qt::IntersectClip);
     for (int row = 0; row < int(list.rows.size()); ++row) {
@@ -188,7 +188,7 @@ void draw_menu_list(const DrawContext& context, const CDXUTMenu& menu, const Men
 void draw_open_menu(const DrawContext& context, const OpenMenu& menu)
 {
     const bool casts_shadow
-        = element_look(menu.menu().menu_state(), Element::InfoPanel, VisualState::Normal).picture.isEmpty();
+        = element_look(menu.menu().menu_state(), Element::Bubble, VisualState::Normal).picture.isEmpty();
     for (const OpenMenu::Panel& panel : menu.panels()) {
         if (casts_shadow)
             draw_shadow(context.painter, panel.area);

@@ -22,9 +22,9 @@ t.same(studio.codes(), {70004}, "code of a new menu")
 t.same(list:control(6098):columns(), {t.lang("菜单", "Menu")}, "title of the list")
 local menu = studio.menus()[1]
 t.same({studio.selection().menu, #studio.menus()}, {menu, 1}, "the new menu is current")
-t.same(list:control(6098):selected(), 0, "its row is selected")
+t.same(list:control(6098):selected(), {0}, "its row is selected")
 studio.page("CDlgPropMenu"):control(6396):set_text("Camp")
-t.same(studio.codes(), {70003, 70003, 70003, 70003}, "code of each letter of the name")
+t.same(studio.codes(), {70003}, "code of a change of the name")
 t.same(list:control(6098):rows(), {{"Camp"}}, "the list shows the name")
 
 -- The items
@@ -77,7 +77,7 @@ tabs:choose(0)
 studio.page("CDlgGuiManager"):control(6315):click()
 view:drag(300, 150, 900, 550)
 local home = studio.selection().dialog
-local log = studio.create_control{type = 16, dialog = home, name = "Log", x = 20, y = 20, w = 200, h = 200}
+local log = studio.create_control{type = 13, dialog = home, name = "Log", x = 20, y = 20, w = 200, h = 200}
 studio.select(home)
 studio.answer(function(picker)
     t.same(picker:control(6861):items()[2], "Camp", "the menus that can be picked")
@@ -108,10 +108,6 @@ view:click(100, 100)
 view:key("Down")
 view:key("Return")
 t.same(#lines(), 2, "a click beside the menu closed it")
-view:click(1270, 10, "right")
-view:click(890, 540, "right")
-view:click(840, 540 - 5 * 2 - 32 * 2 - 9 + 12)
-t.same(lines()[3], "rest", "near the corner it opens the other way")
 t.same(t.scene_bytes() == authored, true, "saving while it runs")
 studio.play(false)
 t.same(menu:items()[4]:get("checked"), false, "nothing stays checked")
