@@ -51,7 +51,8 @@ protected:
         m_list->addItem(tarn::lang(u"（无菜单）", u"(No menu)"));
         for (const CDXUTMenu* menu : m_core.GetMenus())
             m_list->addItem(menu->name());
-        connect(m_list, &QListWidget::currentRowChanged, this, [this] { m_picture->show_menu(&m_core, chosen_menu()); });
+        connect(m_list, &QListWidget::currentRowChanged, this,
+                [this] { m_picture->show_menu(&m_core, chosen_menu()); });
         connect(m_list, &QListWidget::itemDoubleClicked, &m_dialog, &QDialog::accept);
         on_click(id_ok, [this] { m_dialog.accept(); });
         on_click(id_cancel, [this] { m_dialog.reject(); });

@@ -73,7 +73,8 @@ double CMenuPicture::scale() const
 {
     const QSizeF content = bounds().size();
     const QSizeF room(std::max(1, width() - 2 * margin), std::max(1, height() - 2 * margin));
-    return std::min({1.0, room.width() / std::max(1.0, content.width()), room.height() / std::max(1.0, content.height())});
+    return std::min(
+        {1.0, room.width() / std::max(1.0, content.width()), room.height() / std::max(1.0, content.height())});
 }
 
 QPointF CMenuPicture::origin() const

@@ -19,7 +19,7 @@ namespace {
 
 enum Id : int { id_name = 6396, id_swatch = 6199, id_visible = 6335, id_enabled = 6349, id_locked = 6355 };
 
-enum Section : int { section_location, section_style, section_property };
+enum Section : int { section_location, section_style, section_property, section_menus };
 
 constexpr int flags = 1; ///< a click on one of the three writes them all
 
@@ -63,6 +63,7 @@ void CDlgPropControl::create_sub_pages()
     m_rollup->ExpandAllPages(true);
     m_rollup->ExpandPage(section_style, false);
     m_rollup->ExpandPage(section_location, false);
+    m_rollup->ExpandPage(section_menus, false);
 }
 
 void CDlgPropControl::on_world_created(CBaseWorld* world)

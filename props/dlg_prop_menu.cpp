@@ -27,7 +27,8 @@ void CDlgPropMenu::OnInitDialog()
         m_rollup->InsertPage(title, page);
     };
     insert(new CChildMenuItem, 6041, VLCMsgIniW::switch_lang(QStringLiteral("菜单项"), QStringLiteral("Menu Item")));
-    insert(new CChildMenuDesign, 6042, VLCMsgIniW::switch_lang(QStringLiteral("外观调整"), QStringLiteral("Appearance")));
+    insert(new CChildMenuDesign, 6042,
+           VLCMsgIniW::switch_lang(QStringLiteral("外观调整"), QStringLiteral("Appearance")));
     m_rollup->ExpandAllPages(true);
 }
 

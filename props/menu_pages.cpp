@@ -9,7 +9,7 @@ namespace {
 
 constexpr BoundMenuRow dialog_menus[] = {{6871, 6872, key<&DialogState::right_click_menu>}};
 constexpr BoundMenuRow control_menus[] = {{6871, 6872, key<&ControlExtras::right_click_menu>},
-                                     {6873, 6874, key<&ControlExtras::click_menu>}};
+                                          {6873, 6874, key<&ControlExtras::click_menu>}};
 
 constexpr PageEntry of_dialogs{.class_name = "CChildDialogMenu",
                                .template_id = 6870,

@@ -72,7 +72,8 @@ void CMenuTree::show_menu(const CDXUTMenu* menu, int chosen)
         QTreeWidgetItem& row = *m_rows[index];
         row.setText(0, shown_text(item));
         row.setText(1, item.separator ? QString() : item.shortcut);
-        row.setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | (item.separator ? Qt::NoItemFlags : Qt::ItemIsEditable));
+        row.setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable
+                     | (item.separator ? Qt::NoItemFlags : Qt::ItemIsEditable));
         const QPalette::ColorGroup group = item.enabled || item.separator ? QPalette::Normal : QPalette::Disabled;
         for (int column = 0; column < 2; ++column)
             row.setForeground(column, palette().brush(group, QPalette::Text));

@@ -52,7 +52,7 @@ struct GuiEvent {
     GuiEventType type;
     CDXUTControl* control = nullptr;
     CDXUTDialog* dialog = nullptr;
-    Value value = {}; ///< what the control shows since then; monostate where there is nothing to tell
+    Value value = {};                   ///< what the control shows since then; monostate where there is nothing to tell
     CDXUTMenuItem* menu_item = nullptr; ///< that was chosen
     FieldKey menu_field = {};           ///< which attribute names the menu that opens
     QPointF place = {};                 ///< where it opens, pixels of the screen

@@ -20,7 +20,7 @@ struct SelectionRecord {
     CDXUTControl* current_control = nullptr;
     CDXUTMenu* current_menu = nullptr;
     CDXUTMenuItem* current_menu_item = nullptr; ///< one of the current menu's
-    std::vector<CDXUTDialog*> dialogs; ///< changed through add() and clear_...() only
+    std::vector<CDXUTDialog*> dialogs;          ///< changed through add() and clear_...() only
     std::vector<CDXUTControl*> controls;
 
     /// False for null. Objects know by themselves in which round they were selected, so asking costs the same for any

@@ -103,7 +103,7 @@ QSet<quint32> referred_to(const SceneSnapshot& scene)
     for (const auto& states : scene.objects)
         for (const StatePtr& state : states)
             for (const FieldBase* field : state->fields())
-                if (!field->rules().children)
+                if (!field->rules().read_only) // What it belongs to, or holds, is not meant.
                     field->each_reference(std::as_const(*state), add);
     return named;
 }

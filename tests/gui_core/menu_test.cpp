@@ -64,9 +64,10 @@ protected:
     {
         QStringList texts;
         for (const OpenMenu::Panel& panel : m_core.open_menu()->panels())
-            texts.append(panel.highlighted < 0
-                             ? QString()
-                             : m_menu->items()[panel.list.rows[std::size_t(panel.highlighted)].item]->item_state().text);
+            texts.append(
+                panel.highlighted < 0
+                    ? QString()
+                    : m_menu->items()[panel.list.rows[std::size_t(panel.highlighted)].item]->item_state().text);
         return texts;
     }
     QPointF place_of(const QString& text) const
@@ -128,8 +129,7 @@ TEST_F(Menus, an_item_moves_with_its_submenu_and_every_move_is_undone)
     for (const auto& [text, how] : {std::pair{u"d"_s, MenuMove::Up}, std::pair{u"-"_s, MenuMove::Down},
                                     std::pair{u"b"_s, MenuMove::In}, std::pair{u"e"_s, MenuMove::Out}})
         EXPECT_FALSE(can_move(*item(text), how)) << text.toStdString();
-    while (m_journal.undo()) {
-    }
+    while (m_journal.undo()) {}
     EXPECT_EQ(outline(), start);
 }
 
@@ -190,7 +190,8 @@ TEST_F(RunningMenu, stays_on_the_screen_wherever_it_opens)
             EXPECT_TRUE(QRectF(0, 0, 800, 600).contains(panel.area)) << place.x() << ' ' << place.y();
     }
     m_core.pop_menu(*m_menu, {50, 60});
-    EXPECT_EQ(m_core.open_menu()->panels().front().area.topLeft(), QPointF(50, 60)) << "at the mouse where there is room";
+    EXPECT_EQ(m_core.open_menu()->panels().front().area.topLeft(), QPointF(50, 60))
+        << "at the mouse where there is room";
 }
 
 TEST_F(RunningMenu, that_is_higher_than_the_screen_scrolls)

@@ -41,7 +41,7 @@ TEST_F(MenuList, a_new_menu_is_current_and_selected_and_told_as_a_selection)
     ASSERT_EQ(core().GetMenus().size(), 2);
     EXPECT_EQ(current(), core().GetMenus().last());
     EXPECT_EQ(m_list->menu(m_list->get_last_sel_index()), current());
-    EXPECT_EQ(m_codes, (std::vector{ui_selection_changed, ui_selection_changed}));
+    EXPECT_EQ(m_codes, (std::vector<int>{ui_selection_changed, ui_selection_changed}));
     EXPECT_EQ(names().size(), 2);
     EXPECT_EQ(m_scene->journal().step_count(), 2u);
 }

@@ -44,11 +44,13 @@ protected:
     void rename(const QString& text)
     {
         m_tree->edit_current();
-        auto* editor = m_tree->viewport()->findChild<QLineEdit*>();
+        const auto editors = m_tree->viewport()->findChildren<QLineEdit*>();
+        auto* editor = editors.isEmpty() ? nullptr : editors.last();
         ASSERT_NE(editor, nullptr);
         editor->selectAll();
         QTest::keyClicks(editor, text);
         QTest::keyClick(editor, Qt::Key_Return);
+        QCoreApplication::processEvents(); // The view takes it over later.
     }
 
     CDXUTMenu* m_menu = nullptr;
@@ -79,8 +81,7 @@ TEST_F(MenuPage, a_tree_is_made_renamed_and_moved_and_all_of_it_is_undone)
     EXPECT_EQ(outline(), QStringList{u"Quit"_s}) << "with its submenu";
     EXPECT_EQ(m_tree->topLevelItemCount(), 1);
     EXPECT_EQ(m_scene->journal().step_count(), 10u);
-    while (m_scene->journal().undo()) {
-    }
+    while (m_scene->journal().undo()) {}
     m_world.broadcast(ui_full_refresh);
     EXPECT_TRUE(outline().isEmpty());
     EXPECT_EQ(m_tree->topLevelItemCount(), 0);
