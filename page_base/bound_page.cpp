@@ -247,6 +247,7 @@ void CBoundPage::refresh()
         show_row(bound, all, one);
     m_scripts.show();
     m_images.show();
+    m_menus.show();
     m_actions.show();
     if (!m_buffer)
         return;

@@ -36,6 +36,7 @@ public:
         bool menu_editing = false;
         ModelObject* dialog = nullptr; ///< the current one; null for none
         ModelObject* control = nullptr;
+        ModelObject* menu = nullptr;
         std::vector<ModelObject*> dialogs; ///< in selection order
         std::vector<ModelObject*> controls;
     };

@@ -27,6 +27,9 @@ struct ControlExtras {
     QString font_family;                      ///< empty for the style's
     bool font_italic = false;
 
+    ObjectRef right_click_menu;
+    ObjectRef click_menu; ///< of buttons
+
     bool operator==(const ControlExtras&) const = default;
 };
 

@@ -3,6 +3,9 @@
 #include "control_class.h"
 #include "dxut_control.h"
 #include "dxut_dialog.h"
+#include "dxut_menu.h"
+#include "dxut_menu_item.h"
+#include "open_menu.h"
 #include "texture_name.h"
 
 #include <algorithm>
@@ -85,6 +88,34 @@ void CGuiCore::add_kinds()
                                  return dialog ? &dialog->controls : nullptr;
                              }});
     m_control_kind = &document().kinds().back();
+    document().add_kind(
+        {.part = "scene.json",
+         .key = "menus",
+         .chinese = u"菜单",
+         .english = u"menu",
+         .container = this,
+         .make_state = [](int) -> tarn::ObjectState* { return new tarn::MenuState; },
+         .make_object = [this](tarn::StatePtr state) { return std::make_shared<CDXUTMenu>(*this, std::move(state)); },
+         .children =
+             [](tarn::ObjectState& parent) {
+                 auto* core = dynamic_cast<CoreState*>(&parent);
+                 return core ? &core->menus : nullptr;
+             }});
+    m_menu_kind = &document().kinds().back();
+    document().add_kind(
+        {.part = "scene.json",
+         .key = "menu_items",
+         .chinese = u"菜单项",
+         .english = u"menu item",
+         .make_state = [](int) -> tarn::ObjectState* { return new tarn::MenuItemState; },
+         .make_object =
+             [this](tarn::StatePtr state) { return std::make_shared<CDXUTMenuItem>(*this, std::move(state)); },
+         .children =
+             [](tarn::ObjectState& parent) {
+                 auto* menu = dynamic_cast<tarn::MenuState*>(&parent);
+                 return menu ? &menu->items : nullptr;
+             }});
+    m_menu_item_kind = &document().kinds().back();
 }
 
 // What is worked out from the lists of ids ----------------------------------------------------------------------------
@@ -112,6 +143,14 @@ void CGuiCore::find_controls() const
         std::sort(m_controls.begin(), m_controls.end(), by_id);
 }
 
+void CGuiCore::find_menus() const
+{
+    m_menus_stale = false;
+    m_menus.clear();
+    for (const tarn::ObjectRef menu : core_state().menus)
+        m_menus.append(static_cast<CDXUTMenu*>(document().find(menu.id)));
+}
+
 const std::vector<CDXUTControl*>& CGuiCore::controls() const
 {
     if (m_controls_stale)
@@ -129,6 +168,8 @@ void CGuiCore::follow_structure()
         select_again(*kept);
     m_selection.prune();
     m_live.prune();
+    if (m_open_menu && !m_open_menu->menu().is_attached())
+        close_menu();
     shown_changed();
 }
 
@@ -178,6 +219,18 @@ CDXUTControl* CGuiCore::find_control(quint32 id) const
     return control && control->is_attached() ? control : nullptr;
 }
 
+CDXUTMenu* CGuiCore::find_menu(quint32 id) const
+{
+    auto* menu = document().find_as<CDXUTMenu>(id);
+    return menu && menu->is_attached() ? menu : nullptr;
+}
+
+CDXUTMenuItem* CGuiCore::find_menu_item(quint32 id) const
+{
+    auto* item = document().find_as<CDXUTMenuItem>(id);
+    return item && item->is_attached() ? item : nullptr;
+}
+
 tarn::ObjectState* CGuiCore::fresh_state() const
 {
     return new CoreState;
@@ -197,7 +250,7 @@ void CGuiCore::add_styles(const QMap<QString, QByteArray>& styles, bool replace)
 
 void CGuiCore::children_changed()
 {
-    m_dialogs_stale = true;
+    m_dialogs_stale = m_menus_stale = true;
     structure_changed();
     add_damage(QRectF(QPointF(), m_screen));
 }
@@ -285,6 +338,7 @@ void CGuiCore::EnableGui(bool editing)
 {
     if (m_live.popup)
         m_live.popup->close_popup();
+    close_menu();
     m_selection.editing = editing;
     m_live = {};
     m_now = m_caret_since = 0;

@@ -21,8 +21,12 @@
 
 class CDXUTControl;
 class CDXUTDialog;
+class CDXUTMenu;
+class CDXUTMenuItem;
 
 namespace tarn {
+
+class OpenMenu;
 
 /// A button of a dialog's caption bar.
 struct CaptionSpot {
@@ -42,9 +46,16 @@ struct LiveState {
     CaptionSpot caption_hovered;
     CaptionSpot caption_pressed;
     bool caret_shown = true; ///< carets blink
+    QPointF mouse;           ///< pixels of the screen
 
     /// What is not part of the scene any more goes.
     void prune();
+};
+
+struct NewMenuItem {
+    QString text;
+    bool separator = false;
+    int level = 0;
 };
 
 } // namespace tarn
@@ -69,6 +80,15 @@ public:
     const std::vector<CDXUTControl*>& controls() const;
     CDXUTDialog* find_dialog(quint32 id) const; ///< null when no attached dialog has the id
     CDXUTControl* find_control(quint32 id) const;
+    /// In the order in which they were made.
+    const QList<CDXUTMenu*>& GetMenus() const
+    {
+        if (m_menus_stale)
+            find_menus();
+        return m_menus;
+    }
+    CDXUTMenu* find_menu(quint32 id) const;
+    CDXUTMenuItem* find_menu_item(quint32 id) const;
 
     /// A new dialog on top of the others, "Dialog1" or the next free number when `name` is empty; null when no ids are
     /// left.
@@ -89,6 +109,13 @@ public:
     bool AdjustDialogLayer(CDXUTDialog* dialog, int down);
     /// `order` holds the present dialogs, from the lowest layer to the top one.
     void reorder_dialogs(const QList<CDXUTDialog*>& order);
+    /// A new menu, "Menu<id>" when `name` is empty, becomes the current one; null when no ids are left.
+    CDXUTMenu* create_menu(const QString& name = {});
+    void remove_menu(CDXUTMenu* menu);
+    /// A new item before line `place` of the menu; null when no ids are left.
+    CDXUTMenuItem* create_menu_item(CDXUTMenu& menu, int place, const tarn::NewMenuItem& item);
+    /// The item and its submenu.
+    void remove_menu_item(CDXUTMenuItem* item);
 
     // Content as a whole
     /// An object that is not part of the scene yet, with an id of its own; the type is one that can be made.
@@ -100,6 +127,7 @@ public:
     const tarn::ObjectKind& root_kind() const;
     const tarn::ObjectKind& dialog_kind() const { return *m_dialog_kind; }
     const tarn::ObjectKind& control_kind() const { return *m_control_kind; }
+    const tarn::ObjectKind& menu_kind() const { return *m_menu_kind; }
 
     // Selection
     tarn::SelectionRecord& selection()
@@ -138,6 +166,19 @@ public:
     /// Nothing when the event does not happen to controls of that type, or to dialogs.
     void raise(GuiEventType type, CDXUTControl& control);
     void raise(GuiEventType type, CDXUTDialog& dialog);
+    /// The menu that `field` of the control or dialog names is to open with its corner at `place`, pixels of the screen,
+    /// when those who answer what was raised before are done.
+    void raise_menu(tarn::ModelObject& owner, tarn::FieldKey field, QPointF place);
+    /// Opens it. Nothing happens when there is no such menu, or its owner is not shown any more.
+    void open_bound_menu(tarn::ModelObject& owner, tarn::FieldKey field, QPointF place);
+    /// The menu opens in the place of one that is open; one without items does not. `owner` is what it is for, or null.
+    void pop_menu(CDXUTMenu& menu, QPointF place, tarn::ModelObject* owner = nullptr);
+    void close_menu();
+    /// The user chose the item in the open menu, which closes.
+    void choose_menu_item(CDXUTMenuItem& item);
+    tarn::OpenMenu* open_menu() const; ///< null while none is open
+    /// The look or the items of the menu are others.
+    void menu_changed(const CDXUTMenu& menu);
 
     // Drawing
     tarn::LiveState& live()
@@ -191,6 +232,7 @@ public:
 private:
     void find_dialogs() const;
     void find_controls() const;
+    void find_menus() const;
     void follow_structure();
     void before_selecting();
     void damage_current_dialog();
@@ -206,11 +248,15 @@ private:
     std::shared_ptr<CDXUTDialog> m_root;
     const tarn::ObjectKind* m_dialog_kind = nullptr;
     const tarn::ObjectKind* m_control_kind = nullptr;
+    const tarn::ObjectKind* m_menu_kind = nullptr;
+    const tarn::ObjectKind* m_menu_item_kind = nullptr;
     // Worked out from the lists of ids, and found anew after these changed.
     mutable QList<CDXUTDialog*> m_dialogs;
     mutable std::vector<CDXUTControl*> m_controls; ///< by id
+    mutable QList<CDXUTMenu*> m_menus;
     mutable bool m_dialogs_stale = false;
     mutable bool m_controls_stale = false;
+    mutable bool m_menus_stale = false;
     bool m_structure_stale = false; ///< the selection, and where the mouse is, may be of objects that are gone
     mutable tarn::FreeNames m_names;
     tarn::SelectionRecord m_selection;
@@ -220,6 +266,7 @@ private:
     double m_now = 0;                ///< seconds, of advance()
     double m_caret_since = 0;        ///< when the caret moved last
     quint32 m_minimized_dialogs = 0; ///< how often one was minimised
+    std::unique_ptr<tarn::OpenMenu> m_open_menu;
     tarn::ViewAids m_view_aids;
     QSize m_screen{1280, 720};
     QSize m_known_design{1280, 720}; ///< the design size for which the dialogs know where they are drawn

@@ -4,6 +4,8 @@
 #include "core/language.h"
 #include "dxut_control.h"
 #include "dxut_dialog.h"
+#include "dxut_menu.h"
+#include "dxut_menu_item.h"
 #include "gui_core.h"
 
 #include <algorithm>
@@ -170,4 +172,53 @@ void CGuiCore::reorder_dialogs(const QList<CDXUTDialog*>& order)
     for (const CDXUTDialog* dialog : order)
         ids.append(tarn::ObjectRef{dialog->id()});
     document().reorder(*this, dialog_kind(), ids);
+}
+
+CDXUTMenu* CGuiCore::create_menu(const QString& name)
+{
+    const quint32 id = document().take_id();
+    if (id == 0)
+        return nullptr;
+    auto* fresh = new tarn::MenuState;
+    fresh->id = id;
+    fresh->name = name.isEmpty() ? QStringLiteral("Menu%1").arg(id) : name;
+    const auto made = document().create(menu_kind(), tarn::StatePtr(fresh));
+    document().attach(*made, *this, core_state().menus.size());
+    auto* menu = static_cast<CDXUTMenu*>(made.get());
+    selection().select(menu);
+    return menu;
+}
+
+void CGuiCore::remove_menu(CDXUTMenu* menu)
+{
+    ModelObject* gone = menu;
+    if (menu && menu->is_attached())
+        document().detach(std::span(&gone, 1));
+}
+
+CDXUTMenuItem* CGuiCore::create_menu_item(CDXUTMenu& menu, int place, const tarn::NewMenuItem& item)
+{
+    const quint32 id = document().take_id();
+    if (id == 0)
+        return nullptr;
+    auto* fresh = new tarn::MenuItemState;
+    fresh->id = id;
+    fresh->text = item.text;
+    fresh->separator = item.separator;
+    fresh->level = item.level;
+    const auto made = document().create(*m_menu_item_kind, tarn::StatePtr(fresh));
+    document().attach(*made, menu, place);
+    return static_cast<CDXUTMenuItem*>(made.get());
+}
+
+void CGuiCore::remove_menu_item(CDXUTMenuItem* item)
+{
+    CDXUTMenu* menu = item ? item->menu() : nullptr;
+    if (!menu)
+        return;
+    const int first = menu->index_of(item);
+    std::vector<ModelObject*> gone;
+    for (int line = first; line < menu->end_of(first); ++line)
+        gone.push_back(menu->items()[line]);
+    document().detach(gone);
 }

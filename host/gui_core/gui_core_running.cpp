@@ -2,7 +2,10 @@
 
 #include "dxut_control.h"
 #include "dxut_dialog.h"
+#include "dxut_menu.h"
+#include "dxut_menu_item.h"
 #include "gui_core.h"
+#include "open_menu.h"
 
 #include <QGuiApplication>
 #include <QStyleHints>
@@ -153,4 +156,71 @@ void CGuiCore::shown_changed()
     for (CDXUTDialog* dialog : GetDialogs())
         if (is_bar(*dialog))
             dialog->damage_bounds();
+}
+
+// Menus ---------------------------------------------------------------------------------------------------------------
+
+tarn::OpenMenu* CGuiCore::open_menu() const
+{
+    const_cast<CGuiCore*>(this)->follow_structure();
+    return m_open_menu.get();
+}
+
+void CGuiCore::raise_menu(ModelObject& owner, tarn::FieldKey field, QPointF place)
+{
+    if (!on_event)
+        return open_bound_menu(owner, field, place);
+    on_event({.type = EVENT_MENU_OPENS,
+              .control = dynamic_cast<CDXUTControl*>(&owner),
+              .dialog = dynamic_cast<CDXUTDialog*>(&owner),
+              .menu_field = field,
+              .place = place});
+}
+
+void CGuiCore::open_bound_menu(ModelObject& owner, tarn::FieldKey field, QPointF place)
+{
+    const tarn::FieldBase* named = owner.fields().find(field);
+    const tarn::Value value = named ? owner.property(*named) : tarn::Value();
+    const auto* reference = std::get_if<tarn::ObjectRef>(&value);
+    CDXUTMenu* menu = reference ? find_menu(reference->id) : nullptr;
+    const auto* control = dynamic_cast<const CDXUTControl*>(&owner);
+    const CDXUTDialog* dialog = control ? control->dialog() : dynamic_cast<const CDXUTDialog*>(&owner);
+    if (menu && dialog && dialog->GetVisible() && (!control || control->GetVisible()))
+        pop_menu(*menu, place, &owner);
+}
+
+void CGuiCore::pop_menu(CDXUTMenu& menu, QPointF place, ModelObject* owner)
+{
+    close_menu();
+    if (menu.items().isEmpty())
+        return;
+    if (m_live.popup)
+        m_live.popup->close_popup();
+    m_open_menu = std::make_unique<tarn::OpenMenu>(*this, menu, owner, place);
+}
+
+void CGuiCore::close_menu()
+{
+    if (const auto closed = std::exchange(m_open_menu, nullptr))
+        add_damage(closed->bounds());
+}
+
+void CGuiCore::choose_menu_item(CDXUTMenuItem& item)
+{
+    const auto owner = m_open_menu ? m_open_menu->owner() : nullptr;
+    close_menu();
+    if (item.item_state().checkable)
+        item.set_checked(!item.item_state().checked);
+    if (on_event)
+        on_event({.type = EVENT_MENU_ITEM_CHOSEN,
+                  .control = dynamic_cast<CDXUTControl*>(owner.get()),
+                  .dialog = dynamic_cast<CDXUTDialog*>(owner.get()),
+                  .value = item.item_state().checkable ? tarn::Value(item.item_state().checked) : tarn::Value(),
+                  .menu_item = &item});
+}
+
+void CGuiCore::menu_changed(const CDXUTMenu& menu)
+{
+    if (m_open_menu && &m_open_menu->menu() == &menu && menu.is_attached())
+        m_open_menu->follow_menu();
 }

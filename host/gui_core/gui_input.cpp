@@ -2,6 +2,10 @@
 
 #include "dxut_control.h"
 #include "dxut_dialog.h"
+#include "dxut_menu.h"
+#include "dxut_menu_item.h"
+#include "gui_core.h"
+#include "open_menu.h"
 #include "tab_order.h"
 
 #include <algorithm>
@@ -98,6 +102,12 @@ void GuiInput::drag_dialog(QPointF place)
 
 bool GuiInput::mouse_moved(QPointF place)
 {
+    m_core.live().mouse = place;
+    if (OpenMenu* menu = m_core.open_menu()) {
+        menu->mouse_moved(place);
+        set_hovered(nullptr);
+        return true;
+    }
     if (m_dragged && m_dragged->is_attached()) {
         drag_dialog(place);
         return true;
@@ -185,9 +195,18 @@ bool GuiInput::press_popup(QPointF place)
     return true;
 }
 
+/// A press while a menu is open belongs to it, or closes it.
+bool GuiInput::press_menu(QPointF place)
+{
+    const OpenMenu* menu = m_core.open_menu();
+    if (menu && !menu->contains(place))
+        m_core.close_menu();
+    return menu != nullptr;
+}
+
 bool GuiInput::mouse_pressed(QPointF place)
 {
-    if (press_popup(place))
+    if (press_menu(place) || press_popup(place))
         return true;
     mouse_moved(place);
     CDXUTDialog* dialog = dialog_at(m_core, place);
@@ -215,8 +234,46 @@ bool GuiInput::mouse_double_clicked(QPointF place)
     return taken;
 }
 
+bool GuiInput::right_clicked(QPointF place)
+{
+    m_core.close_menu();
+    if (CDXUTControl* popup = m_core.live().popup)
+        popup->close_popup();
+    m_core.live().mouse = place;
+    const auto [dialog, control] = hit(m_core, place);
+    const auto has_menu = [](const ModelObject* object, FieldKey field) {
+        const FieldBase* named = object ? object->fields().find(field) : nullptr;
+        return named && !named->is_default(object->shown_state());
+    };
+    constexpr FieldKey of_control = key<&ControlExtras::right_click_menu>;
+    constexpr FieldKey of_dialog = key<&DialogState::right_click_menu>;
+    CDXUTDialog* home = dialog ? dialog : m_core.GetRootDialog();
+    if (control && control->GetEnabled() && has_menu(control, of_control))
+        m_core.raise_menu(*control, of_control, place);
+    else if (has_menu(home, of_dialog))
+        m_core.raise_menu(*home, of_dialog, place);
+    else
+        return false;
+    return true;
+}
+
+/// A button's own answer to a click comes before its menu.
+void GuiInput::click(CDXUTControl& control, QPointF menu_place)
+{
+    control.clicked();
+    constexpr FieldKey menu = key<&ControlExtras::click_menu>;
+    const FieldBase* named = control.fields().find(menu);
+    if (named && !named->is_default(control.shown_state()))
+        m_core.raise_menu(control, menu, menu_place);
+}
+
 bool GuiInput::mouse_released(QPointF place)
 {
+    if (OpenMenu* menu = m_core.open_menu()) {
+        if (CDXUTMenuItem* chosen = menu->mouse_released(place))
+            m_core.choose_menu_item(*chosen);
+        return true;
+    }
     const bool dragged = std::exchange(m_dragged, nullptr) != nullptr;
     if (CDXUTControl* popup = open_popup())
         popup->popup_released(popup->dialog()->to_client(place));
@@ -227,7 +284,7 @@ bool GuiInput::mouse_released(QPointF place)
     if (pressed)
         m_core.raise(EVENT_BUTTON_LEFT_UP, *pressed);
     if (pressed && pressed == m_core.live().hovered)
-        pressed->clicked();
+        click(*pressed, place);
     release_caption(button);
     mouse_moved(place); // What is there now may be something else.
     return dragged || pressed || button.dialog || m_core.live().hovered;
@@ -235,6 +292,8 @@ bool GuiInput::mouse_released(QPointF place)
 
 bool GuiInput::covers(QPointF place) const
 {
+    if (m_core.open_menu())
+        return true;
     if (const CDXUTControl* popup = m_core.live().popup;
         popup && popup->dialog() && popup->popup_rect().contains(popup->dialog()->to_client(place)))
         return true;
@@ -245,6 +304,10 @@ bool GuiInput::covers(QPointF place) const
 
 bool GuiInput::wheel_turned(QPointF place, double steps)
 {
+    if (OpenMenu* menu = m_core.open_menu()) {
+        menu->wheel_turned(place, steps);
+        return true;
+    }
     if (CDXUTControl* popup = open_popup())
         return popup->wheel_turned(steps);
     CDXUTControl* control = control_at(m_core, place);
@@ -252,8 +315,21 @@ bool GuiInput::wheel_turned(QPointF place, double steps)
     return (takes && control->wheel_turned(steps)) || covers(place);
 }
 
+void GuiInput::hand_key_to_menu(int key)
+{
+    const OpenMenu::Answer answer = m_core.open_menu()->key_pressed(key);
+    if (answer.chosen)
+        m_core.choose_menu_item(*answer.chosen);
+    else if (answer.closes)
+        m_core.close_menu();
+}
+
 bool GuiInput::key_pressed(int key, Qt::KeyboardModifiers modifiers)
 {
+    if (m_core.open_menu()) {
+        hand_key_to_menu(key);
+        return true;
+    }
     CDXUTControl* focused = m_core.live().focused;
     if (CDXUTControl* popup = open_popup(); popup && key == Qt::Key_Escape) {
         popup->close_popup();
@@ -269,12 +345,16 @@ bool GuiInput::key_pressed(int key, Qt::KeyboardModifiers modifiers)
         return true;
     if (key != Qt::Key_Space && key != Qt::Key_Return && key != Qt::Key_Enter)
         return false;
-    focused->clicked();
+    click(*focused, focused->screen_bounds().bottomLeft());
     return true;
 }
 
 bool GuiInput::text_typed(const QString& text, const QString& preedit)
 {
+    if (OpenMenu* menu = m_core.open_menu()) {
+        menu->text_typed(text);
+        return true;
+    }
     CDXUTControl* focused = m_core.live().focused;
     return focused && focused->can_be_reached() && focused->text_typed(text, preedit);
 }
@@ -282,7 +362,7 @@ bool GuiInput::text_typed(const QString& text, const QString& preedit)
 QRectF GuiInput::caret() const
 {
     const CDXUTControl* focused = m_core.live().focused;
-    if (!focused || !focused->can_be_reached())
+    if (!focused || !focused->can_be_reached() || m_core.open_menu())
         return {};
     return focused->dialog()->to_screen(focused->rotation_transform().mapRect(focused->caret_rect()));
 }

@@ -7,6 +7,8 @@
 #include <QString>
 #include <Qt>
 
+class CDXUTMenuItem;
+
 namespace tarn {
 
 /// Mouse and keyboard of an interface that runs: controls are hovered, pressed and clicked, dialogs are moved by their
@@ -21,6 +23,8 @@ public:
     bool mouse_released(QPointF place);
     /// The second press of a double-click, in the place of mouse_pressed().
     bool mouse_double_clicked(QPointF place);
+    /// A click with the right button: the menu of what is there opens.
+    bool right_clicked(QPointF place);
     /// Lets go of what is being dragged.
     void cancel() { m_dragged = nullptr; }
     /// Whether the interface hides the world at `place`, so that what is done there with the wheel and the other buttons
@@ -48,6 +52,9 @@ public:
 private:
     CDXUTControl* open_popup();
     bool press_popup(QPointF place);
+    bool press_menu(QPointF place);
+    void click(CDXUTControl& control, QPointF menu_place);
+    void hand_key_to_menu(int key);
     void move_focus(bool forward);
     void drag_dialog(QPointF place);
     void close(CDXUTDialog& dialog);

@@ -2,6 +2,8 @@
 
 #include "dxut_control.h"
 #include "dxut_dialog.h"
+#include "dxut_menu.h"
+#include "dxut_menu_item.h"
 
 #include <utility>
 
@@ -27,6 +29,12 @@ void SelectionRecord::add(CDXUTControl* control)
 {
     if (std::exchange(control->m_selected_in, m_control_round) != m_control_round)
         controls.push_back(control);
+}
+
+void SelectionRecord::select(CDXUTMenu* menu)
+{
+    if (std::exchange(current_menu, menu) != menu)
+        current_menu_item = nullptr;
 }
 
 void SelectionRecord::clear_dialogs()
@@ -66,6 +74,10 @@ void SelectionRecord::prune()
         current_dialog = dialogs.empty() ? nullptr : dialogs.back();
     if (CDXUTDialog* dialog = home())
         current_dialog = dialog;
+    if (current_menu && is_gone(current_menu))
+        select(nullptr);
+    if (current_menu_item && is_gone(current_menu_item))
+        current_menu_item = nullptr;
 }
 
 } // namespace tarn

@@ -6,6 +6,8 @@
 
 class CDXUTControl;
 class CDXUTDialog;
+class CDXUTMenu;
+class CDXUTMenuItem;
 
 namespace tarn {
 
@@ -17,7 +19,9 @@ struct SelectionRecord {
     /// While controls are selected, the home of the current one, whatever is done to the selection of dialogs.
     CDXUTDialog* current_dialog = nullptr;
     CDXUTControl* current_control = nullptr;
-    std::vector<CDXUTDialog*> dialogs; ///< changed through add() and clear_...() only
+    CDXUTMenu* current_menu = nullptr;
+    CDXUTMenuItem* current_menu_item = nullptr; ///< one of the current menu's
+    std::vector<CDXUTDialog*> dialogs;          ///< changed through add() and clear_...() only
     std::vector<CDXUTControl*> controls;
 
     /// False for null. Objects know by themselves in which round they were selected, so asking costs the same for any
@@ -27,6 +31,8 @@ struct SelectionRecord {
     /// Appends the object to its list; nothing happens when it is there already.
     void add(CDXUTDialog* dialog);
     void add(CDXUTControl* control);
+    /// The menu becomes the current one, without a current item; null for none.
+    void select(CDXUTMenu* menu);
     void clear_dialogs();
     void clear_controls();
     /// Drops what is no longer part of the scene, and follows the current control to its dialog.

@@ -28,18 +28,22 @@ void DrawContext::draw_image(const QRectF& area, const QImage& image, const QRec
 
 void DrawContext::draw_element(Element element, VisualState state, const QRectF& area) const
 {
+    draw_element(element, state, area, look_of(element));
+}
+
+void DrawContext::draw_element(Element element, VisualState state, const QRectF& area, const ElementLook& look) const
+{
     // Both sides are rounded, so that nothing is drawn beyond the pixels that the area touches.
     const QPoint corner(qRound(area.left()), qRound(area.top()));
     const QSize size(qRound(area.left() + area.width()) - corner.x(), qRound(area.top() + area.height()) - corner.y());
     if (size.isEmpty())
         return;
-    const Choice choice = control && control->has_extras() ? choice_of(element, size) : Choice();
     // What has no look of its own for a disabled control is drawn faint.
-    const bool faint = is_disabled() && (state != VisualState::Disabled || !Skin::has_states(element) || choice.served);
+    const bool faint = is_disabled() && (state != VisualState::Disabled || !Skin::has_states(element) || look.served);
     const double opacity = painter.opacity();
     if (faint)
         painter.setOpacity(opacity * faintness);
-    elements.draw(painter, corner, element, state, size, scale, choice);
+    elements.draw(painter, corner, element, state, size, scale, choice_of(look, size));
     painter.setOpacity(opacity);
 }
 
@@ -54,16 +58,21 @@ QImage DrawContext::texture(const QString& name, QSizeF size) const
     return tarn::texture(core, name, {int(std::ceil(pixels.width())), int(std::ceil(pixels.height()))});
 }
 
-DrawContext::Choice DrawContext::choice_of(Element element, QSizeF size) const
+ElementLook DrawContext::look_of(Element element) const
 {
-    const auto& state = static_cast<const ControlState&>(control->shown_state());
-    const ElementLook look = element_look(state, element, control->visual_state());
-    return {{look.picture.isEmpty() ? QImage() : texture(look.picture, size), look.color}, look.served};
+    if (!control || !control->has_extras())
+        return {};
+    return element_look(static_cast<const ControlState&>(control->shown_state()), element, control->visual_state());
+}
+
+ElementChoice DrawContext::choice_of(const ElementLook& look, QSizeF size) const
+{
+    return {look.picture.isEmpty() ? QImage() : texture(look.picture, size), look.color};
 }
 
 bool DrawContext::has_own_picture(Element element) const
 {
-    return control && control->has_extras() && !choice_of(element, QSizeF(1, 1)).picture.isNull();
+    return !choice_of(look_of(element), QSizeF(1, 1)).picture.isNull();
 }
 
 bool DrawContext::draw_picture(const QString& name, const QRectF& area) const

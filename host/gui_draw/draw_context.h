@@ -14,6 +14,8 @@ class CGuiCore;
 
 namespace tarn {
 
+struct ElementLook;
+
 /// What a control needs to draw itself.
 struct DrawContext {
     QPainter& painter;
@@ -25,6 +27,8 @@ struct DrawContext {
     const CDXUTDialog* active = nullptr;   ///< the dialog that looks active; null for none
 
     void draw_element(Element element, VisualState state, const QRectF& area) const;
+    /// With a look that was found already.
+    void draw_element(Element element, VisualState state, const QRectF& area, const ElementLook& look) const;
     /// Draws a part of a picture into `area`, faint where the control is disabled.
     void draw_image(const QRectF& area, const QImage& image, const QRectF& part) const;
     /// Draws one of the scene's pictures scaled into `area`; false when there is no such picture.
@@ -34,10 +38,8 @@ struct DrawContext {
     bool has_own_picture(Element element) const;
 
 private:
-    struct Choice : ElementChoice {
-        bool served = false; ///< the picture is that of another state
-    };
-    Choice choice_of(Element element, QSizeF size) const;
+    ElementLook look_of(Element element) const;
+    ElementChoice choice_of(const ElementLook& look, QSizeF size) const;
     bool is_disabled() const;
     QImage texture(const QString& name, QSizeF size) const; ///< with pixels enough for that size
 };

@@ -5,6 +5,7 @@
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
 #include "gui_core/gui_core.h"
+#include "menu_drawing.h"
 
 #include <QPainter>
 

@@ -6,6 +6,8 @@
 #include "gui_core/control_class.h"
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
+#include "gui_core/dxut_menu.h"
+#include "gui_core/dxut_menu_item.h"
 #include "package_reader.h"
 #include "package_writer.h"
 #include "picture_file.h"
@@ -72,10 +74,17 @@ QSet<QString> named_functions(const tarn::Document& document)
     return names;
 }
 
-void write_picture(const std::vector<tarn::ModelObject*>& objects, tarn::FieldKey key, const QString& picture)
+void write_picture(const std::vector<tarn::ModelObject*>& objects, tarn::FieldKey key, const QString& picture,
+                   const char* look)
 {
     for (tarn::ModelObject* object : objects) {
-        write(*object, key, picture);
+        const tarn::FieldBase* field = object->fields().find(key);
+        tarn::Value value = field ? object->property(*field) : tarn::Value();
+        if (auto* pictures = std::get_if<tarn::TextMap>(&value))
+            pictures->insert(QLatin1String(look), picture);
+        else
+            value = picture;
+        write(*object, key, value);
     }
 }
 
@@ -323,8 +332,29 @@ void CGuiPlugScene::RemoveCtrls(const std::vector<CDXUTControl*>& controls)
     m_core->remove_controls(controls);
 }
 
+void CGuiPlugScene::RemoveMenu(CDXUTMenu* menu)
+{
+    if (!menu)
+        return;
+    const tarn::UserAction action(journal(), lang(u"删除菜单", u"Delete Menu"));
+    std::vector<const tarn::ModelObject*> objects(menu->items().begin(), menu->items().end());
+    objects.push_back(menu);
+    const tarn::PictureRelease release(*m_core, functions(), objects);
+    m_core->remove_menu(menu);
+}
+
+void CGuiPlugScene::RemoveMenuItem(CDXUTMenuItem* item)
+{
+    CDXUTMenu* menu = item ? item->menu() : nullptr;
+    if (!menu)
+        return;
+    const tarn::UserAction action(journal(), lang(u"删除菜单项", u"Remove Menu Item"));
+    const tarn::PictureRelease release(*m_core, functions(), menu->items());
+    m_core->remove_menu_item(item);
+}
+
 Status CGuiPlugScene::set_picture(const std::vector<tarn::ModelObject*>& objects, tarn::FieldKey field,
-                                  const QString& path)
+                                  const QString& path, const char* look)
 {
     const tarn::UserAction action(journal(), lang(u"设置图片", u"Set Picture"));
     return m_world->work(lang(u"正在读取图片", u"Taking In a Picture"), [&](const tarn::Progress& progress) -> Status {
@@ -332,16 +362,17 @@ Status CGuiPlugScene::set_picture(const std::vector<tarn::ModelObject*>& objects
         if (!name)
             return name.status();
         const tarn::PictureRelease release(*m_core, functions(), objects);
-        write_picture(objects, field, name.value());
+        write_picture(objects, field, name.value(), look);
         return {};
     });
 }
 
-void CGuiPlugScene::clear_picture(const std::vector<tarn::ModelObject*>& objects, tarn::FieldKey field)
+void CGuiPlugScene::clear_picture(const std::vector<tarn::ModelObject*>& objects, tarn::FieldKey field,
+                                  const char* look)
 {
     const tarn::UserAction action(journal(), lang(u"清除图片", u"Clear Picture"));
     const tarn::PictureRelease release(*m_core, functions(), objects);
-    write_picture(objects, field, {});
+    write_picture(objects, field, {}, look);
 }
 
 Status CGuiPlugScene::set_buttonst_img(const std::vector<tarn::ModelObject*>& buttons, int state, const QString& path)

@@ -90,11 +90,16 @@ public:
     void RemoveCtrl(CDXUTControl* control);
     /// Removes many controls in one step of undo, at a cost that grows with their number and their dialogs' sizes only.
     void RemoveCtrls(const std::vector<CDXUTControl*>& controls);
+    void RemoveMenu(CDXUTMenu* menu);
+    /// The item with its submenu.
+    void RemoveMenuItem(CDXUTMenuItem* item);
 
     // Pictures of objects. A file is taken into the scene; a picture that nothing uses any more leaves it.
-    /// Gives the objects that have the attribute `field` the picture in the file `path`. On failure nothing changes.
-    tarn::Status set_picture(const std::vector<tarn::ModelObject*>& objects, tarn::FieldKey field, const QString& path);
-    void clear_picture(const std::vector<tarn::ModelObject*>& objects, tarn::FieldKey field);
+    /// Gives the objects that have the attribute `field` the picture in the file `path`. On failure nothing changes. Of
+    /// an attribute that names pictures for several looks it becomes that of `look`, a tarn::look_name().
+    tarn::Status set_picture(const std::vector<tarn::ModelObject*>& objects, tarn::FieldKey field, const QString& path,
+                             const char* look = "");
+    void clear_picture(const std::vector<tarn::ModelObject*>& objects, tarn::FieldKey field, const char* look = "");
     /// `state` 0 normal, 1 mouse over, 2 pressed.
     tarn::Status set_buttonst_img(const std::vector<tarn::ModelObject*>& buttons, int state, const QString& path);
     /// Of check boxes and radio buttons; `state` 0 unchecked, 1 checked.

@@ -4,6 +4,8 @@
 #include "gui_core/control_class.h"
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
+#include "gui_core/dxut_menu.h"
+#include "gui_core/dxut_menu_item.h"
 #include "gui_core/gui_event.h"
 #include "gui_plug_scene.h"
 #include "script/gui_script_api.h"
@@ -48,6 +50,8 @@ Result<ModelObject*> GuiSceneModel::create(const ObjectKind& kind, const Making&
         return create_dialog(making);
     if (&kind == &core.control_kind())
         return create_control(making);
+    if (&kind == &core.menu_kind())
+        return create_menu(making);
     return Status::error(lang(u"不能这样创建%1", u"no %1 can be made so").arg(lang(kind.chinese, kind.english)));
 }
 
@@ -78,16 +82,26 @@ Status GuiSceneModel::remove(ModelObject& object)
         m_scene.RemoveCtrl(control);
     else if (auto* dialog = dynamic_cast<CDXUTDialog*>(&object); dialog && dialog != m_scene.gui_core().GetRootDialog())
         m_scene.RemoveDialog(dialog);
+    else if (auto* menu = dynamic_cast<CDXUTMenu*>(&object))
+        m_scene.RemoveMenu(menu);
+    else if (auto* item = dynamic_cast<CDXUTMenuItem*>(&object))
+        m_scene.RemoveMenuItem(item);
     else
         return Status::error(lang(u"这个对象不能删除", u"this object cannot be removed"));
     return {};
 }
 
+Result<ModelObject*> GuiSceneModel::create_menu(const Making& making)
+{
+    const UserAction action(m_scene.journal(), lang(u"新建菜单", u"New Menu"));
+    return static_cast<ModelObject*>(m_scene.gui_core().create_menu(making.name));
+}
+
 SceneModel::Selection GuiSceneModel::selection() const
 {
     const SelectionRecord& record = m_scene.gui_core().selection();
-    return {record.editing,         record.controls_selected,   record.menu_editing,        record.current_dialog,
-            record.current_control, as_objects(record.dialogs), as_objects(record.controls)};
+    return {record.editing,         record.controls_selected, record.menu_editing,        record.current_dialog,
+            record.current_control, record.current_menu,      as_objects(record.dialogs), as_objects(record.controls)};
 }
 
 Status GuiSceneModel::select(const std::vector<ModelObject*>& objects)

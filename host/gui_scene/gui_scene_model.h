@@ -25,6 +25,7 @@ public:
 private:
     Result<ModelObject*> create_dialog(const Making& making);
     Result<ModelObject*> create_control(const Making& making);
+    Result<ModelObject*> create_menu(const Making& making);
 
     CGuiPlugScene& m_scene;
     mutable std::shared_ptr<const ScriptObjects> m_objects; ///< made when it is first asked for: then there is a core

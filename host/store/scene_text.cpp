@@ -88,7 +88,7 @@ QByteArray part_text(const Document& document, const PackagePart& part, const Sc
     writer.new_line();
     write_members(container, writer);
     for (std::size_t k = 0; k < document.kinds().size(); ++k)
-        if (std::string_view(document.kinds()[k].part) == part.entry
+        if (std::string_view(document.kinds()[k].part) == part.entry && !scene.objects[k].empty()
             && !write_list(writer, document.kinds()[k], scene.objects[k], counter))
             return {};
     if (write_more)

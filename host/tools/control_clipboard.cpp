@@ -11,6 +11,7 @@
 #include "gui_core/control_class.h"
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
+#include "gui_core/dxut_menu.h"
 #include "gui_core/texture_name.h"
 #include "gui_scene/gui_plug_scene.h"
 #include "gui_scene/picture_names.h"
@@ -40,6 +41,7 @@ struct Content {
     std::vector<StatePtr> controls;
     QMap<QString, QByteArray> dialogs;  ///< the texts of a scene that holds them, by entry of a package
     QMap<QString, QByteArray> pictures; ///< by entry of a package
+    QHash<quint32, QString> menus;      ///< names of those that the controls open, by their ids
 };
 
 void add_pictures_of(const ModelObject& object, QMap<QString, QByteArray>& used)
@@ -58,6 +60,33 @@ void write_pictures(JsonWriter& writer, const QMap<QString, QByteArray>& used)
         writer.new_line();
         const QByteArray quoted = '"' + picture.value().toBase64() + '"';
         writer.raw_member(picture.key(), {quoted.constData(), std::size_t(quoted.size())});
+    }
+    writer.end_object();
+}
+
+/// What the controls refer to, apart from their dialog.
+template <class Visit>
+void each_menu(const ObjectState& control, Visit visit)
+{
+    for (const FieldBase* field : control.fields().link_fields())
+        if (!field->rules().read_only && !field->is_default(control))
+            field->each_reference(control, visit);
+}
+
+void write_menus(JsonWriter& writer, const std::vector<CDXUTControl*>& controls)
+{
+    QMap<QString, QString> used;
+    for (const CDXUTControl* control : controls)
+        each_menu(Authored::state(*control), [&](ObjectRef reference) {
+            const auto* menu = control->document().find_as<CDXUTMenu>(reference.id);
+            if (menu && menu->is_attached())
+                used.insert(QString::number(reference.id), menu->name());
+        });
+    writer.key("menus");
+    writer.begin_object();
+    for (auto menu = used.begin(); menu != used.end(); ++menu) {
+        writer.text_key(menu.key());
+        writer.value(menu.value());
     }
     writer.end_object();
 }
@@ -112,6 +141,10 @@ Status read_content(const QByteArray& text, Content& content)
             return value.each_member([&](std::string_view name, JsonCursor& picture) {
                 return read_picture(from_utf8(name), picture, content);
             });
+        if (key == "menus")
+            return value.each_member([&](std::string_view id, JsonCursor& name) {
+                return name.read(content.menus[from_utf8(id).toUInt()]);
+            });
         QByteArray ignored;
         return value.read_raw(ignored);
     });
@@ -141,6 +174,20 @@ void add_pictures(CGuiCore& core, Content& content)
         follow_renamed(*control, renamed);
     for (auto picture = added.begin(); picture != added.end(); ++picture)
         core.set_texture(picture.key().mid(texture_entry({}).size()), picture.value());
+}
+
+/// Menus stay in their scene. Controls that come to another one keep none that is not there under the same id and name.
+void keep_own_menus(const CGuiCore& core, Content& content)
+{
+    const auto keep = [&](ObjectRef& reference) {
+        const CDXUTMenu* menu = core.find_menu(reference.id);
+        if (!menu || menu->name() != content.menus.value(reference.id))
+            reference = {};
+    };
+    for (StatePtr& control : content.controls)
+        for (const FieldBase* field : control->fields())
+            if (!field->rules().read_only && !field->is_default(*control))
+                field->each_reference(*control, keep);
 }
 
 using Place = std::tuple<int, float, float, float, float>;
@@ -185,6 +232,7 @@ QByteArray clipboard_text(const std::vector<CDXUTControl*>& controls)
         write_state(Authored::state(*control), writer);
     }
     writer.end_array();
+    write_menus(writer, controls);
     QMap<QString, QByteArray> pictures;
     for (const CDXUTControl* control : controls)
         add_pictures_of(*control, pictures);
@@ -228,6 +276,7 @@ void paste_controls(CGuiPlugScene& scene, Content& content)
     {
         const UserAction action(scene.journal(), lang(u"粘贴控件", u"Paste Control"));
         add_pictures(core, content);
+        keep_own_menus(core, content);
         for (const auto& control : content.controls)
             pasted.push_back(add_copy(core, *control, home, {shift, shift}));
         std::erase(pasted, nullptr);

@@ -1,6 +1,7 @@
 #include "core/authored.h"
 #include "mouse_fixture.h"
 
+#include "gui_core/dxut_menu.h"
 #include "support/gui_fixture.h"
 #include "support/package_texts.h"
 #include "tools/control_clipboard.h"
@@ -90,6 +91,22 @@ TEST_F(ClipboardTest, pasting_again_steps_aside_and_a_root_takes_what_no_dialog_
     core().ClearDialogSelection();
     EXPECT_TRUE(run(Editor::paste).ok());
     EXPECT_EQ(core().GetRootDialog()->controls().first()->rect(), QRectF(20, 30, 40, 20));
+}
+
+TEST_F(ClipboardTest, controls_open_their_menu_again_where_it_is_and_no_other_one)
+{
+    CDXUTDialog* d = home();
+    CDXUTControl* c = button(d, {20, 30, 40, 20});
+    CDXUTMenu* menu = core().create_menu(u"Mine"_s);
+    (void)set(*c, "click_menu", ObjectRef{menu->id()});
+    const QByteArray text = copied({c});
+    const auto pasted_menu = [&] {
+        EXPECT_TRUE(paste_text(m_scene, text).ok());
+        return std::get<ObjectRef>(get(*selected().front(), "click_menu")).id;
+    };
+    EXPECT_EQ(pasted_menu(), menu->id());
+    menu->set_name(u"Another with this id"_s);
+    EXPECT_EQ(pasted_menu(), 0u);
 }
 
 TEST_F(ClipboardTest, pictures_come_along_into_another_scene_and_are_renamed_when_their_name_is_taken)

@@ -69,6 +69,11 @@ Data root_dialog(Automation& app)
     return roots.empty() ? nullptr : roots.front();
 }
 
+Data menus(Automation& app)
+{
+    return list_of(objects_of(app, "menus"));
+}
+
 /// All in the order in which they were made, or a dialog's, the top layer last.
 Data controls(Automation& app, const std::optional<ScriptObject>& dialog)
 {
@@ -144,13 +149,26 @@ Status remove(Automation& app, const ScriptObject& object)
     return status;
 }
 
+Result<Data> create_menu(Automation& app, const Fields& fields)
+{
+    const auto making = read_making(fields, {QStringLiteral("name")});
+    return making ? create(app, "menus", making.value()) : making.status();
+}
+
+Data items(Automation& app, const ScriptObject& self)
+{
+    auto items = objects_of(app, "menu_items");
+    std::erase_if(items, [&](const ModelObject* item) { return item->parent() != self.get(); });
+    return list_of(items);
+}
+
 Data selection(SceneModel& model)
 {
     const SceneModel::Selection now = model.selection();
     return Data::Record{{"editing", now.editing},           {"controls_selected", now.controls_selected},
                         {"menu_editing", now.menu_editing}, {"dialog", now.dialog},
-                        {"control", now.control},           {"dialogs", list_of(now.dialogs)},
-                        {"controls", list_of(now.controls)}};
+                        {"control", now.control},           {"menu", now.menu},
+                        {"dialogs", list_of(now.dialogs)},  {"controls", list_of(now.controls)}};
 }
 
 Status select(Automation& app, const std::vector<ScriptObject>& handles)
@@ -202,6 +220,8 @@ constexpr Binding functions[] = {
     {"controls", "dialog", binding<controls>},
     {"create_dialog", "fields", binding<create_dialog>},
     {"create_control", "fields", binding<create_control>},
+    {"menus", "", binding<menus>},
+    {"create_menu", "fields", binding<create_menu>},
     {"delete", "object", binding<remove>},
     {"selection", "", binding<selection>},
     {"select", "object", binding<select>},
@@ -217,6 +237,7 @@ constexpr Binding methods[] = {
     {"set", "self property value", binding<set>},
     {"properties", "self", binding<properties>},
     {"type", "self", binding<type>},
+    {"items", "self", binding<items>},
 };
 
 } // namespace

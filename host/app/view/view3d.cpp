@@ -313,7 +313,8 @@ void CView3D::mouseReleaseEvent(QMouseEvent* event)
         send_mouse({MouseEvent::Kind::Release, place, Qt::LeftButton, event->modifiers()});
     else // the tool's cursor is back, for what is now under the mouse
         send_mouse({MouseEvent::Kind::Move, place, Qt::NoButton, event->modifiers()});
-    if (event->button() == Qt::RightButton && clicked)
+    if (event->button() == Qt::RightButton && clicked
+        && !send_mouse({MouseEvent::Kind::Release, place, Qt::RightButton, event->modifiers()}))
         pop_context_menu(place);
 }
 
