@@ -259,6 +259,7 @@ void CView3D::end_lost_press(const QMouseEvent& event)
     // A window that a press opened keeps the release to itself.
     if (m_held == Qt::NoButton || event.buttons() & m_held)
         return;
+    m_drags_camera = false;
     if (std::exchange(m_held, Qt::NoButton) == Qt::LeftButton)
         send_mouse({MouseEvent::Kind::Release, to_screen(event.position()), Qt::LeftButton, event.modifiers()});
 }
@@ -270,14 +271,14 @@ void CView3D::press(QMouseEvent* event, MouseEvent::Kind kind)
     const QPointF place = to_screen(event->position());
     const bool known = event->button() & (Qt::LeftButton | Qt::MiddleButton | Qt::RightButton);
     const auto* tool = m_world.mouse_tool();
-    const bool covered = event->button() != Qt::LeftButton && tool && tool->covers(place);
-    if (m_held != Qt::NoButton || !known || covered || !on_screen(place))
+    if (m_held != Qt::NoButton || !known || !on_screen(place))
         return;
     m_held = event->button();
+    m_drags_camera = m_held != Qt::LeftButton && !(tool && tool->covers(place));
     m_camera_place = m_press_place = event->position();
     if (m_held == Qt::LeftButton)
         send_mouse({kind, place, m_held, event->modifiers()});
-    else
+    else if (m_drags_camera)
         show_cursor(Qt::ClosedHandCursor);
 }
 
@@ -295,7 +296,7 @@ void CView3D::mouseDoubleClickEvent(QMouseEvent* event)
 void CView3D::mouseMoveEvent(QMouseEvent* event)
 {
     end_lost_press(*event);
-    if (m_held == Qt::MiddleButton || m_held == Qt::RightButton)
+    if (m_drags_camera)
         camera_drag(m_held, std::exchange(m_camera_place, event->position()), event->position());
     else
         send_mouse({MouseEvent::Kind::Move, to_screen(event->position()), Qt::NoButton, event->modifiers()});
@@ -306,6 +307,7 @@ void CView3D::mouseReleaseEvent(QMouseEvent* event)
     if (event->button() != m_held)
         return;
     m_held = Qt::NoButton;
+    m_drags_camera = false;
     const QPointF place = to_screen(event->position());
     const QPointF way = event->position() - m_press_place;
     const bool clicked = std::max(std::abs(way.x()), std::abs(way.y())) < click_reach;

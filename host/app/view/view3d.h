@@ -106,6 +106,7 @@ private:
     QSize m_fixed_size;
     QTimer m_refresh;
     Qt::MouseButton m_held = Qt::NoButton; ///< the one button whose press counts until its release
+    bool m_drags_camera = false;           ///< what is held began on the world
     QPointF m_camera_place;                ///< of the mouse in the widget when the camera last followed it
     QPointF m_press_place;                 ///< in the widget
     QPointF m_place;                       ///< of the mouse in the last event of it
