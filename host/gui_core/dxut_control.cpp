@@ -164,19 +164,9 @@ bool CDXUTControl::set_align_type(int anchor)
     return true;
 }
 
-bool CDXUTControl::set_name(const QString& name)
-{
-    return change<&ControlState::name>(name);
-}
-
 bool CDXUTControl::SetVisible(bool visible)
 {
     return change<&ControlState::visible>(visible);
-}
-
-bool CDXUTControl::SetEnabled(bool enabled)
-{
-    return change<&ControlState::enabled>(enabled);
 }
 
 bool CDXUTControl::set_locked(bool locked)

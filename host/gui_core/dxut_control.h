@@ -29,7 +29,6 @@ public:
 
     int GetType() const { return control_state().type; }
     const QString& name() const { return control_state().name; }
-    bool set_name(const QString& name);
     /// Null while the control is not part of the scene.
     CDXUTDialog* dialog() const;
 
@@ -52,7 +51,6 @@ public:
 
     /// Degrees clockwise about center(), held to -7200 to 7200. rect() and what it is set by do not rotate.
     float rotation() const { return control_state().extras->rotation; }
-    bool set_rotation(float degrees);
     /// What the control is rotated about, pixels from its unrotated corner: its middle, wherever that is, until a point
     /// is set.
     QPointF center() const;
@@ -77,24 +75,14 @@ public:
     // What the author chose at this control instead of the style's looks; `look` is a tarn::look_name(). Empty texts and
     // colours that are 0 take the style's. tarn::element_look() tells what is drawn.
     QString style_image(const QString& look) const { return control_state().extras->style_images.value(look); }
-    bool set_style_image(const QString& look, const QString& name);
     quint32 style_color(const QString& look) const { return control_state().extras->style_colors.value(look); }
-    bool set_style_color(const QString& look, quint32 argb);
-    quint32 style_text_color(tarn::VisualState state) const;
-    bool set_style_text_color(tarn::VisualState state, quint32 argb);
     const QString& font_family() const { return control_state().extras->font_family; }
-    bool set_font_family(const QString& family);
     bool font_italic() const { return control_state().extras->font_italic; }
-    bool set_font_italic(bool italic);
-    /// Anything of that, or the text's own colour, size or weight.
-    bool has_style() const;
-    bool reset_style();
     bool has_extras() const { return !control_state().extras.is_fresh(); }
 
     bool GetVisible() const { return control_state().visible; }
     bool SetVisible(bool visible);
     bool GetEnabled() const { return control_state().enabled; }
-    bool SetEnabled(bool enabled);
     /// From 1 on; 0 for none of its own.
     int tab_order() const { return control_state().extras->tab_order; }
     bool locked() const { return control_state().locked; }
@@ -157,10 +145,6 @@ private:
     QRectF rect_of(const tarn::ControlState& state) const;
     QPointF center_of(const tarn::ControlState& state) const;
     bool set_rect(const QRectF& rect);
-    template <auto map, class T>
-    bool put_style(const QString& name, const T& value);
-    template <auto member, class T>
-    bool change_extra(const T& value);
     void store_place(const QRectF& rect, QPointF pivot);
     double turn() const; ///< the rotation without whole turns
 

@@ -42,16 +42,6 @@ bool CDXUTControl::set_scale_mode(int mode)
     return set_align_type(anchor);
 }
 
-bool CDXUTControl::set_rotation(float degrees)
-{
-    const float held = held_to(key<&ControlExtras::rotation>, double(degrees));
-    if (held == rotation())
-        return false;
-    edit<ControlState>().extras.edit([&](ControlExtras& extras) { extras.rotation = held; });
-    written(key<&ControlExtras::rotation>);
-    return true;
-}
-
 QPointF CDXUTControl::center() const
 {
     return center_of(control_state());

@@ -61,11 +61,6 @@ bool CDXUTDialog::is_root() const
     return m_core.GetRootDialog() == this;
 }
 
-bool CDXUTDialog::set_name(const QString& name)
-{
-    return change<&DialogState::name>(name);
-}
-
 bool CDXUTDialog::SetVisible(bool visible)
 {
     return change<&DialogState::visible>(visible);

@@ -39,8 +39,6 @@ public:
     CDXUTDialog(CGuiCore& core, tarn::StatePtr state);
 
     const QString& name() const { return dialog_state().name; }
-    /// Cut to 31 characters.
-    bool set_name(const QString& name);
     const QString& caption() const { return dialog_state().caption; }
     bool GetVisible() const { return dialog_state().visible; }
     bool SetVisible(bool visible);

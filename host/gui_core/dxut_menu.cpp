@@ -13,11 +13,6 @@ CDXUTMenu::CDXUTMenu(CGuiCore& core, tarn::StatePtr state)
 {
 }
 
-bool CDXUTMenu::set_name(const QString& name)
-{
-    return change<&MenuState::name>(name);
-}
-
 void CDXUTMenu::find_items() const
 {
     m_items_stale = false;

@@ -16,7 +16,6 @@ public:
     CDXUTMenu(CGuiCore& core, tarn::StatePtr state);
 
     const QString& name() const { return menu_state().name; }
-    bool set_name(const QString& name);
     const tarn::MenuState& menu_state() const { return state<tarn::MenuState>(); }
 
     /// From top to bottom, those of submenus behind the item that opens them.

@@ -5,6 +5,7 @@
 #include "gui_core/control_style.h"
 #include "gui_core/interface_font.h"
 #include "page_base/pop_dlg_color.h"
+#include "support/attributes.h"
 #include "support/editor_fixture.h"
 #include "support/files.h"
 #include "widgets/button_st.h"
@@ -22,6 +23,16 @@
 namespace tarn::test {
 
 namespace {
+
+/// Whether the author chose anything of the control's look.
+bool has_style(const CDXUTControl& control)
+{
+    for (const char* name : {"style_images", "style_colors", "style_text_colors", "font_family", "font_italic",
+                             "text_color", "font_size", "bold"})
+        if (const FieldBase* field = control.fields().find(name); field && !field->is_default(control.shown_state()))
+            return true;
+    return false;
+}
 
 enum Id : int {
     id_ok = 1,
@@ -121,16 +132,16 @@ TEST_F(ElementCustomize, colours_go_to_every_selected_control_of_the_type_as_one
     const QString look = u"Body.hover"_s;
     EXPECT_EQ(at<CColorSwatch>(id_tint).argb(), 0x80ff0000u);
     pick_color(id_text_color, 0xff00ff00);
-    EXPECT_FALSE(m_first->has_style()) << "it waits";
+    EXPECT_FALSE(has_style(*m_first)) << "it waits";
     EXPECT_TRUE(m_codes.empty());
     click(id_ok);
     EXPECT_EQ(m_first->style_color(look), 0x80ff0000u);
     EXPECT_EQ(m_second->style_color(look), 0x80ff0000u);
     EXPECT_EQ(m_slider->style_color(look), 0u) << "another type";
-    EXPECT_EQ(m_second->style_text_color(VisualState::Hover), 0xff00ff00u);
+    EXPECT_EQ(std::get<NumberMap>(get(*m_second, "style_text_colors")).value(u"hover"_s), 0xff00ff00u);
     EXPECT_EQ(m_codes, std::vector<int>{ui_control_properties});
     EXPECT_TRUE(journal().undo());
-    EXPECT_FALSE(m_first->has_style() || m_second->has_style());
+    EXPECT_FALSE(has_style(*m_first) || has_style(*m_second));
     m_answers.dialogs.push_back([](QDialog& dialog) { dialog.reject(); });
     click(id_tint);
     EXPECT_FALSE(enabled(id_ok)) << "cancelled";
@@ -152,7 +163,7 @@ TEST_F(ElementCustomize, edits_wait_for_their_objects_until_ok_or_cancel)
     select({m_first});
     click(id_ok);
     EXPECT_EQ(m_first->style_color(look), 0xffff0000u);
-    EXPECT_FALSE(m_second->has_style());
+    EXPECT_FALSE(has_style(*m_second));
     EXPECT_FALSE(enabled(id_ok));
 
     click(id_bold);
@@ -210,7 +221,7 @@ TEST_F(ElementCustomize, a_file_that_is_no_picture_gives_one_message_and_changes
         EXPECT_TRUE(m_answers.buttons.empty());
     }
     EXPECT_TRUE(core().texture_names().isEmpty());
-    EXPECT_FALSE(m_first->has_style());
+    EXPECT_FALSE(has_style(*m_first));
 }
 
 TEST_F(ElementCustomize, the_font_is_written_and_shown)
@@ -222,7 +233,7 @@ TEST_F(ElementCustomize, the_font_is_written_and_shown)
     size.set_pos(31);
     Q_EMIT size.text_changed_by_user(31);
     click(id_ok);
-    m_first->set_font_family(u"No Such Font"_s);
+    (void)set(*m_first, "font_family", u"No Such Font"_s);
     m_world.broadcast(ui_control_properties);
     EXPECT_EQ(at<QComboBox>(id_family).currentText(), u"No Such Font"_s);
     EXPECT_TRUE(m_second->font_italic());
@@ -237,8 +248,8 @@ TEST_F(ElementCustomize, the_font_is_written_and_shown)
 TEST_F(ElementCustomize, resetting_is_offered_where_there_is_something_to_reset)
 {
     EXPECT_FALSE(enabled(id_reset_state) || enabled(id_reset_all));
-    m_second->set_style_color(u"Body.pressed"_s, 5);
-    m_second->set_font_italic(true);
+    (void)set_entry(*m_second, "style_colors", u"Body.pressed"_s, qint64(5));
+    (void)set(*m_second, "font_italic", true);
     m_world.broadcast(ui_control_properties);
     EXPECT_FALSE(enabled(id_reset_state)) << "another state is shown";
     EXPECT_TRUE(enabled(id_reset_all));
@@ -252,7 +263,7 @@ TEST_F(ElementCustomize, resetting_is_offered_where_there_is_something_to_reset)
     click(id_reset_all);
     EXPECT_FALSE(enabled(id_reset_all));
     click(id_ok);
-    EXPECT_FALSE(m_second->has_style());
+    EXPECT_FALSE(has_style(*m_second));
 }
 
 TEST_F(ElementCustomize, ok_is_one_step_of_undo_however_much_was_typed)

@@ -41,7 +41,7 @@ TEST_F(ControlShapeTest, the_centre_is_the_middle_until_it_is_set_and_can_go_bac
 TEST_F(ControlShapeTest, bounds_and_outline_follow_the_rotation)
 {
     EXPECT_EQ(m_control->bounds(), m_control->rect());
-    m_control->set_rotation(90);
+    (void)set(*m_control, "rotation", 90.0);
     EXPECT_EQ(m_control->bounds(), QRectF(130, 20, 20, 80));
     EXPECT_EQ(m_control->outline().front(), QPointF(150, 20)) << "the corner that was the top left one";
     EXPECT_TRUE(m_control->contains({140, 25}));
@@ -49,7 +49,7 @@ TEST_F(ControlShapeTest, bounds_and_outline_follow_the_rotation)
     EXPECT_EQ(m_control->to_local({150, 20}), QPointF(0, 0));
     m_control->set_center({0, 0});
     EXPECT_EQ(m_control->bounds(), QRectF(80, 50, 20, 80));
-    m_control->set_rotation(-1e6f);
+    (void)set(*m_control, "rotation", -1e6);
     EXPECT_EQ(m_control->rotation(), -7200);
     EXPECT_FALSE(m_control->is_rotated()) << "twenty whole turns";
     EXPECT_EQ(m_control->bounds(), m_control->rect());
@@ -91,14 +91,14 @@ TEST_F(ControlShapeTest, scaling_with_the_dialog_remembers_the_anchor_that_it_re
 
 TEST_F(ControlShapeTest, a_package_gets_no_word_about_what_is_as_usual)
 {
-    m_control->set_rotation(30);
+    (void)set(*m_control, "rotation", 30.0);
     m_control->set_center({1, 2});
     m_control->set_align_type(anchor_centre);
     m_control->set_scale_mode(1);
     JsonWriter turned;
     write_state(Authored::state(*m_control), turned);
     EXPECT_EQ(turned.text().find("scale_mode"), std::string::npos) << "the anchor tells it";
-    m_control->set_rotation(0);
+    (void)set(*m_control, "rotation", 0.0);
     m_control->reset_center();
     m_control->set_scale_mode(0);
     JsonWriter usual;

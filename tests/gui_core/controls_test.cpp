@@ -245,7 +245,7 @@ TEST_F(EditBoxTest, a_limit_counts_what_is_there_and_a_disabled_field_takes_noth
     (void)set(*m_box, "max_length", qint64(4));
     type(u"abcdefg"_s);
     EXPECT_EQ(m_box->text(), u"abcd"_s);
-    m_box->SetEnabled(false);
+    (void)set(*m_box, "enabled", false);
     keys({Qt::Key_Backspace});
     type(u"x"_s);
     EXPECT_EQ(m_box->text(), u"abcd"_s);

@@ -63,7 +63,7 @@ TEST_F(DocumentTest, tells_of_many_changes_once_with_what_they_were_and_of_undo_
     EXPECT_EQ(listener.told, 2);
     EXPECT_EQ(listener.objects, 1u);
     EXPECT_FALSE(listener.structure || listener.names);
-    act([&] { one->set_name(u"other"_s); });
+    act([&] { (void)set(*one, "name", u"other"_s); });
     m_document.changes().tell();
     EXPECT_TRUE(listener.names);
     m_journal.undo();

@@ -94,11 +94,11 @@ TEST_F(GuiInputTest, a_control_that_is_removed_gives_up_mouse_and_keyboard)
 
 TEST_F(GuiInputTest, disabled_and_hidden_controls_take_no_click)
 {
-    m_box->SetEnabled(false);
+    (void)set(*m_box, "enabled", false);
     click(centre(m_box));
     EXPECT_FALSE(m_box->GetChecked());
     EXPECT_EQ(m_box->visual_state(), VisualState::Disabled);
-    m_box->SetEnabled(true);
+    (void)set(*m_box, "enabled", true);
     m_box->SetVisible(false);
     click(centre(m_box));
     EXPECT_FALSE(m_box->GetChecked());
@@ -170,7 +170,7 @@ TEST_F(GuiInputTest, the_buttons_of_the_caption_minimise_restore_and_close)
 TEST_F(GuiInputTest, the_keyboard_goes_round_the_controls_that_can_be_reached)
 {
     CDXUTCheckBox* disabled = check_box(m_home, {20, 50, 120, 24});
-    disabled->SetEnabled(false);
+    (void)set(*disabled, "enabled", false);
     m_core.create_control(DXUT_CONTROL_STATIC, m_home, {20, 70, 50, 20});
     CDXUTCheckBox* last = check_box(m_home, {20, 90, 120, 24});
     CDXUTDialog* closed = dialog({500, 100, 200, 100});
@@ -194,14 +194,14 @@ TEST_F(GuiInputTest, a_focused_control_that_can_no_longer_be_reached_does_not_he
     m_home->SetVisible(false);
     m_input.key_pressed(Qt::Key_Space, Qt::NoModifier);
     m_home->SetVisible(true);
-    m_box->SetEnabled(false);
+    (void)set(*m_box, "enabled", false);
     m_input.key_pressed(Qt::Key_Space, Qt::NoModifier);
     EXPECT_TRUE(m_box->GetChecked());
 }
 
 TEST_F(GuiInputTest, a_rotated_control_is_hit_where_it_is_seen)
 {
-    m_box->set_rotation(90); // About its middle: what was 120 wide and 24 high stands upright.
+    (void)set(*m_box, "rotation", 90.0); // About its middle: what was 120 wide and 24 high stands upright.
     const QPointF middle = centre(m_box);
     EXPECT_EQ(GuiInput::control_at(m_core, middle + QPointF(0, 55)), m_box);
     EXPECT_EQ(GuiInput::control_at(m_core, middle + QPointF(0, 65)), nullptr);
@@ -217,7 +217,7 @@ TEST_F(GuiInputTest, a_rotated_control_is_hit_where_it_is_seen)
 TEST_F(GuiInputTest, dragging_in_a_rotated_control_goes_along_the_control)
 {
     auto* slider = control<CDXUTSlider>(m_home, DXUT_CONTROL_SLIDER, {50, 100, 200, 20});
-    slider->set_rotation(-90); // It runs from the bottom to the top.
+    (void)set(*slider, "rotation", -90.0); // It runs from the bottom to the top.
     const QPointF middle = centre(slider);
     m_input.mouse_pressed(middle + QPointF(5, 40));
     EXPECT_LT(slider->value(), 40);
@@ -232,7 +232,7 @@ TEST_F(GuiInputTest, a_rotated_combo_box_drops_an_upright_list_below_where_it_is
     auto* combo = control<CDXUTComboBox>(m_home, DXUT_CONTROL_COMBOBOX, {100, 60, 120, 24});
     for (const auto* text : {u"a", u"b", u"c"})
         combo->AddItem(QString::fromUtf16(text));
-    combo->set_rotation(90);
+    (void)set(*combo, "rotation", 90.0);
     click(centre(combo) + QPointF(0, 50));
     ASSERT_TRUE(combo->is_dropped());
     EXPECT_GE(combo->popup_rect().top(), combo->bounds().bottom());
@@ -439,7 +439,7 @@ TEST_F(GuiInputTest, arrows_go_on_in_the_group_of_a_radio_button)
     for (int i = 0; i < 4; ++i)
         all.push_back(control<CDXUTRadioButton>(m_home, DXUT_CONTROL_RADIOBUTTON, {20, 50.0 + 30 * i, 120, 24}));
     ASSERT_TRUE(set(*all[1], "group", qint64(7)).ok());
-    all[2]->SetEnabled(false);
+    (void)set(*all[2], "enabled", false);
     listen();
     click(centre(all[0]));
     m_input.key_pressed(Qt::Key_Down, Qt::NoModifier);

@@ -268,7 +268,7 @@ TEST_F(RunningMenu, opens_for_what_is_under_the_right_click)
     EXPECT_EQ(m_core.open_menu()->owner().get(), m_button);
     EXPECT_EQ(opened({300, 300}), other);
     EXPECT_EQ(opened({700, 500}), nullptr) << "the screen has none";
-    m_button->SetEnabled(false);
+    (void)set(*m_button, "enabled", false);
     EXPECT_EQ(opened(on_button), other) << "a disabled control leaves it to its dialog";
     (void)set(*m_core.GetRootDialog(), "right_click_menu", ObjectRef{m_menu->id()});
     EXPECT_EQ(opened({700, 500}), m_menu);

@@ -62,19 +62,19 @@ TEST_F(ControlStyleTest, a_picture_is_drawn_as_nine_slices)
     CDXUTButton* b = button(m_core.GetRootDialog(), {20, 20, 100, 60});
     b->SetText(u""_s);
     const QImage plain = picture();
-    ASSERT_TRUE(b->set_style_image(u"Body.normal"_s, u"framed.png"_s));
+    ASSERT_TRUE(set_entry(*b, "style_images", u"Body.normal"_s, u"framed.png"_s));
     const QImage own = picture();
     EXPECT_EQ(own.pixel(21, 21), 0xffff0000u);
     EXPECT_EQ(own.pixel(31, 50), 0xffff0000u) << "14 pixels, whatever the picture's size";
     EXPECT_EQ(own.pixel(37, 50), 0xff00ff00u);
     EXPECT_EQ(own.pixel(102, 62), 0xff00ff00u);
     EXPECT_EQ(own.pixel(109, 69), 0xffff0000u);
-    b->set_style_color(u"Body.normal"_s, 0xff804020);
+    (void)set_entry(*b, "style_colors", u"Body.normal"_s, qint64(0xff804020));
     EXPECT_EQ(picture().pixel(21, 21), 0xff800000u);
     m_core.set_texture(u"framed.png"_s, png(Qt::white));
     EXPECT_EQ(picture().pixel(21, 21), 0xff804020u) << "the exchanged picture shows at once";
-    EXPECT_TRUE(b->reset_style());
-    EXPECT_FALSE(b->reset_style());
+    (void)set(*b, "style_images", TextMap());
+    (void)set(*b, "style_colors", NumberMap());
     EXPECT_EQ(picture(), plain);
     EXPECT_FALSE(b->has_extras());
 }
@@ -83,9 +83,9 @@ TEST_F(ControlStyleTest, a_colour_turns_the_style_into_its_shades_and_a_missing_
 {
     CDXUTButton* b = button(m_core.GetRootDialog(), {20, 20, 100, 60});
     b->SetText(u""_s);
-    b->set_style_image(u"Body.normal"_s, u"missing.png"_s);
+    (void)set_entry(*b, "style_images", u"Body.normal"_s, u"missing.png"_s);
     const QRgb usual = picture().pixel(70, 50);
-    b->set_style_color(u"Body.normal"_s, 0xffff0000);
+    (void)set_entry(*b, "style_colors", u"Body.normal"_s, qint64(0xffff0000));
     const QRgb red = picture().pixel(70, 50);
     EXPECT_EQ(qRed(red), std::max({qRed(usual), qGreen(usual), qBlue(usual)}));
     EXPECT_EQ(qGreen(red), 0);
@@ -103,7 +103,7 @@ TEST_F(ControlStyleTest, every_element_of_every_type_takes_the_authors_colour)
         m_core.live().hovered = control; // An annotation shows only then.
         for (const StyleElement& element : style_elements(row.type)) {
             const QImage before = picture();
-            control->set_style_color(look_name(element, VisualState::Hover), 0xffff00ff);
+            (void)set_entry(*control, "style_colors", look_name(element, VisualState::Hover), qint64(0xffff00ff));
             EXPECT_NE(picture(), before) << row.class_name << ", " << element.name;
         }
         m_core.live() = {};
@@ -121,15 +121,15 @@ TEST_F(ControlStyleTest, text_follows_its_state_and_font_on_every_type_that_show
         set_where_known(control, {"items", "lines"}, QStringList{u"Lake"_s});
         set_where_known(control, {"selected"}, qint64(0));
         const QImage plain = picture();
-        control->set_style_text_color(VisualState::Disabled, 0xffff0000);
+        (void)set_entry(*control, "style_text_colors", state_name(VisualState::Disabled), qint64(0xffff0000));
         EXPECT_EQ(picture(), plain) << row.class_name;
-        control->set_style_text_color(VisualState::Normal, 0xffff0000);
+        (void)set_entry(*control, "style_text_colors", state_name(VisualState::Normal), qint64(0xffff0000));
         const QImage coloured = picture();
         EXPECT_NE(coloured, plain) << row.class_name;
-        control->set_font_italic(true);
+        (void)set(*control, "font_italic", true);
         const QImage italic = picture();
         EXPECT_NE(italic, coloured) << row.class_name;
-        control->set_font_family(u"DejaVu Sans Mono"_s);
+        (void)set(*control, "font_family", u"DejaVu Sans Mono"_s);
         EXPECT_NE(picture(), italic) << row.class_name;
         m_core.remove_control(control);
     }
@@ -142,14 +142,14 @@ TEST_F(ControlStyleTest, a_picture_for_normal_serves_the_states_that_have_none_w
         const auto found = element_look(static_cast<const ControlState&>(Authored::state(*b)), Element::Button, state);
         return found.picture + u' ' + QString::number(found.color, 16);
     };
-    b->set_style_color(u"Body.normal"_s, 0xff000001);
+    (void)set_entry(*b, "style_colors", u"Body.normal"_s, qint64(0xff000001));
     EXPECT_EQ(look(VisualState::Normal), u" ff000001"_s);
     EXPECT_EQ(look(VisualState::Hover), u" 0"_s) << "the style's own picture for that state";
-    b->set_style_image(u"Body.normal"_s, u"a.png"_s);
+    (void)set_entry(*b, "style_images", u"Body.normal"_s, u"a.png"_s);
     EXPECT_EQ(look(VisualState::Hover), u"a.png ff000001"_s);
-    b->set_style_color(u"Body.hover"_s, 0xff000002);
+    (void)set_entry(*b, "style_colors", u"Body.hover"_s, qint64(0xff000002));
     EXPECT_EQ(look(VisualState::Hover), u"a.png ff000002"_s);
-    b->set_style_image(u"Body.pressed"_s, u"b.png"_s);
+    (void)set_entry(*b, "style_images", u"Body.pressed"_s, u"b.png"_s);
     EXPECT_EQ(look(VisualState::Pressed), u"b.png 0"_s) << "the colour is the other picture's";
     EXPECT_EQ(look(VisualState::Hidden), u" 0"_s);
     const auto other = element_look(static_cast<const ControlState&>(Authored::state(*b)), Element::Bubble, {});
@@ -167,11 +167,8 @@ TEST_F(ControlStyleTest, names_are_different_within_a_type_and_unknown_ones_are_
     }
     CDXUTControl* b = add(DXUT_CONTROL_BUTTON);
     ASSERT_TRUE(set(*b, "style_images", TextMap{{u"Body.hover"_s, u"a.png"_s}, {u"Glow.later"_s, u"b.png"_s}}).ok());
-    b->set_style_image(u"Body.hover"_s, QString());
+    (void)set_entry(*b, "style_images", u"Body.hover"_s, QString());
     EXPECT_EQ(get(*b, "style_images"), Value(TextMap{{u"Glow.later"_s, u"b.png"_s}}));
     ASSERT_TRUE(set(*b, "style_colors", NumberMap{{u"Body.normal"_s, 0}}).ok());
     EXPECT_EQ(get(*b, "style_colors"), Value(NumberMap())) << "0 is no colour";
-    EXPECT_FALSE(b->set_style_text_color(VisualState::Hidden, 5));
-    EXPECT_TRUE(b->reset_style());
-    EXPECT_FALSE(b->has_style());
 }

@@ -112,7 +112,7 @@ TEST_F(DrawingTest, every_state_of_a_control_looks_different)
         m_core.live().focused = c;
         looks.push_back(picture());
         m_core.live() = {};
-        c->SetEnabled(false);
+        (void)set(*c, "enabled", false);
         looks.push_back(picture());
         c->SetVisible(false);
         looks.push_back(picture());
@@ -315,17 +315,17 @@ TEST_F(DrawingTest, a_rotated_control_is_the_picture_of_the_unrotated_one_turned
     auto* p = control<CDXUTPicture>(m_core.GetRootDialog(), DXUT_CONTROL_PICTURE, {120, 140, 60, 20});
     (void)set(*p, "image", u"red.png"_s);
     QImage upright = picture();
-    p->set_rotation(90);
+    (void)set(*p, "rotation", 90.0);
     EXPECT_EQ(picture(), upright.transformed(QTransform().rotate(90))) << "it stands in the middle of the screen";
-    p->set_rotation(720);
+    (void)set(*p, "rotation", 720.0);
     EXPECT_EQ(picture(), upright);
-    p->set_rotation(-45);
+    (void)set(*p, "rotation", -45.0);
     const QImage tilted = picture();
     EXPECT_EQ(tilted.pixel(150, 150), 0xffff0000u);
     EXPECT_EQ(tilted.pixel(167, 133), 0xffff0000u) << "up to the right";
     EXPECT_EQ(tilted.pixel(167, 167), background);
     p->set_center({-100, 10});
-    p->set_rotation(180);
+    (void)set(*p, "rotation", 180.0);
     p->SetLocation(400, 140); // Seen from 140 on, although it lies to the right of the screen.
     EXPECT_FALSE(is_blank(picture())) << "culled by the place that it would have upright";
 }
@@ -340,9 +340,9 @@ TEST_F(DrawingTest, a_change_damages_the_old_place_and_the_new_one_and_no_more)
     const QRectF before = c->screen_rect();
     c->SetLocation(100, 60);
     EXPECT_EQ(m_core.take_damage(), before | c->screen_rect());
-    c->SetEnabled(false);
+    (void)set(*c, "enabled", false);
     EXPECT_EQ(m_core.take_damage(), c->screen_rect());
-    EXPECT_FALSE(c->SetEnabled(false));
+    EXPECT_TRUE(set(*c, "enabled", false));
     EXPECT_TRUE(m_core.take_damage().isNull());
     m_core.move_control_to(other, m_core.GetRootDialog());
     EXPECT_TRUE(m_core.take_damage().contains(other->screen_rect()));
@@ -396,8 +396,8 @@ TEST_F(DrawingTest, drawing_only_the_damage_after_each_change_gives_the_same_as_
                 : number(2) ? m_core.remove_control(c)
                             : m_core.remove_controls({c, m_core.controls().back()});
         else if (c && change == 14)
-            number(3) ? c->set_rotation(float(number(720)) - 360)
-                      : c->set_center({number(80) - 20.0, number(40) / 3.0});
+            number(3) ? (void)set(*c, "rotation", number(720) - 360.0)
+                      : (void)c->set_center({number(80) - 20.0, number(40) / 3.0});
         if (kept.size() != m_core.screen_size()) {
             kept = picture();
             m_core.take_damage();
@@ -438,9 +438,9 @@ TEST_F(DrawingTest, every_type_looks_different_where_it_is_disabled)
         CDXUTControl* made = m_core.create_control(row.type, m_core.GetRootDialog(),
                                                    QRectF(QPointF(20, 20), QSizeF(row.default_size)));
         const auto expect_faint = [&](const char* with) {
-            made->SetEnabled(true);
+            (void)set(*made, "enabled", true);
             const QImage enabled = picture();
-            made->SetEnabled(false);
+            (void)set(*made, "enabled", false);
             EXPECT_TRUE(is_blank(enabled) || picture() != enabled) << row.class_name << with;
         };
         expect_faint(" with the usual looks");
@@ -451,7 +451,7 @@ TEST_F(DrawingTest, every_type_looks_different_where_it_is_disabled)
             (void)set(*made, "text", QString());
         expect_faint(" with a picture of its own");
         for (const StyleElement& element : style_elements(row.type))
-            made->set_style_image(look_name(element, VisualState::Normal), u"own.png"_s);
+            (void)set_entry(*made, "style_images", look_name(element, VisualState::Normal), u"own.png"_s);
         expect_faint(" with a picture for Normal");
         m_core.remove_control(made);
     }

@@ -7,6 +7,7 @@
 #include "gui_core/gui_event.h"
 #include "script/script_log.h"
 #include "script/script_runtime.h"
+#include "support/gui_fixture.h"
 #include "support/scene_fixture.h"
 
 using namespace tarn;
@@ -96,7 +97,7 @@ TEST_F(EventsTest, check_boxes_and_radio_groups_tell_who_changed)
     CDXUTControl* check = make(DXUT_CONTROL_CHECKBOX, 20);
     CDXUTControl* first = make(DXUT_CONTROL_RADIOBUTTON, 60);
     CDXUTControl* second = make(DXUT_CONTROL_RADIOBUTTON, 100);
-    second->set_name(u"second"_s);
+    (void)set(*second, "name", u"second"_s);
     for (const CDXUTControl* each : {check, first, second})
         for (const auto& kind : event_kinds())
             if (kind.value && happens_to(kind, each->GetType()))
@@ -245,8 +246,8 @@ TEST_F(EventsTest, renaming_breaks_nothing_and_a_missing_function_is_told)
     CDXUTControl* button = make(DXUT_CONTROL_BUTTON, 20);
     bind(button, EVENT_BUTTON_CLICKED, u"return (...).name"_s);
     act([&] {
-        button->set_name(u"new"_s);
-        m_home->set_name(u"elsewhere"_s);
+        (void)set(*button, "name", u"new"_s);
+        (void)set(*m_home, "name", u"elsewhere"_s);
     });
     m_scene.play(true);
     click(middle(button));
@@ -286,8 +287,8 @@ TEST_F(EventsTest, a_name_of_several_objects_is_one_problem_of_the_second)
     CDXUTControl* second = make(DXUT_CONTROL_BUTTON, 60);
     CDXUTControl* third = make(DXUT_CONTROL_BUTTON, 100);
     for (CDXUTControl* each : {first, second, third})
-        each->set_name(u"same"_s);
-    m_home->set_name(u"same"_s); // Dialogs are asked for by another function.
+        (void)set(*each, "name", u"same"_s);
+    (void)set(*m_home, "name", u"same"_s); // Dialogs are asked for by another function.
     const auto problems = m_scene.model().problems();
     ASSERT_EQ(problems.size(), 1u);
     EXPECT_EQ(problems[0].object, second);

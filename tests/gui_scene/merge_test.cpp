@@ -104,7 +104,7 @@ TEST_F(MergeTest, a_picture_of_a_taken_name_is_renamed_with_its_references_an_eq
     for (const auto& [look, image] : {std::pair(u"Body.normal"_s, u"same.png"_s),
                                       {u"Body.hover"_s, u"differs.png"_s},
                                       {u"Later.hover"_s, u"sub/differs.png"_s}})
-        last->set_style_image(look, image);
+        (void)set_entry(*last, "style_images", look, image);
     core().set_texture(u"same.png"_s, "same");
     core().set_texture(u"differs.png"_s, "theirs");
     core().set_texture(u"differs-2.png"_s, "theirs too");

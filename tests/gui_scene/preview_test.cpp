@@ -1,3 +1,4 @@
+#include "support/gui_fixture.h"
 #include "support/scene_fixture.h"
 
 #include "gui_core/dxut_edit_box.h"
@@ -196,7 +197,7 @@ TEST_F(PreviewTest, what_is_undone_while_it_runs_shows_but_where_the_preview_wro
     m_scene.play(true);
     {
         const ShownWrites writes(m_world.document());
-        m_camp->set_name(u"shown"_s);
+        (void)set(*m_camp, "name", u"shown"_s);
     }
     m_scene.journal().undo();
     EXPECT_EQ(m_camp->rect().topLeft(), QPoint(40, 60));

@@ -1,6 +1,7 @@
 // A long walk of random edits: what undo and redo have to give back, byte for byte.
 
 #include "core/authored.h"
+#include "support/gui_fixture.h"
 #include "support/long_tests.h"
 #include "support/scene_fixture.h"
 
@@ -62,7 +63,7 @@ protected:
         case 9: set_any_property(*d); break;
         case 10: c ? set_any_property(*c) : void(); break;
         case 11: number(2) ? m_scene.switch_ctrl_dialog(c, d) : m_scene.switch_ctrl_dialog(some_controls(), d); break;
-        case 12: number(40) ? (void)d->set_name(u"n"_s + QString::number(number(9))) : merge(); break;
+        case 12: number(40) ? (void)set(*d, "name", u"n"_s + QString::number(number(9))) : merge(); break;
         default: number(2) ? core().SelectDialog(d, number(2)) : core().SelectControl(c, number(2)); break;
         }
     }

@@ -1,3 +1,4 @@
+#include "support/gui_fixture.h"
 #include "support/scene_fixture.h"
 
 #include <thread>
@@ -22,7 +23,7 @@ TEST_F(SnapshotTest, written_in_a_thread_while_edits_go_on_it_is_the_scene_at_th
         std::thread writer([&] { written = package_texts(document, snapshot); });
         for (int i = 0; i < 50; ++i) {
             CDXUTControl* edited = core().controls()[std::size_t((round * 50 + i) % 300)];
-            edited->set_name(u"edited %1"_s.arg(i));
+            (void)set(*edited, "name", u"edited %1"_s.arg(i));
             edited->SetLocation(float(i), float(round));
             (void)m_scene.functions().set_function(u"f"_s, u"return %1"_s.arg(i));
             if (i % 10 == 0)

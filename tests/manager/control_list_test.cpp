@@ -1,3 +1,4 @@
+#include "support/attributes.h"
 #include "support/editor_fixture.h"
 
 #include "manager/report_list_control.h"
@@ -318,7 +319,7 @@ TEST_F(ControlList, names_of_any_script_are_shown_and_numbers_sort_as_numbers)
     add(0, 12);
     const auto controls = core().controls();
     for (int i = 0; i < int(names.size()); ++i)
-        controls[size_t(i)]->set_name(names[i]);
+        (void)set(*controls[size_t(i)], "name", names[i]);
     tell(ui_scene_changed);
     manager().grab();
     EXPECT_EQ(column(CReportListControl::Name).mid(0, names.size()), names);
@@ -344,7 +345,7 @@ TEST_F(ControlList, undo_leaves_the_list_sorted_and_what_was_selected_selected)
     for (const int by : {int(CReportListControl::Layer), int(CReportListControl::Name)}) {
         list().sort_by_column(by, false);
         act([&] { m_dialogs[0]->SetCtrlLayer(all[1], 0); });
-        act([&] { all[2]->set_name(u"Zed"_s); });
+        act([&] { (void)set(*all[2], "name", u"Zed"_s); });
         m_scene->RemoveCtrl(all[0]);
         m_world.broadcast(ui_scene_changed);
         EXPECT_EQ(list().row_count(), 3);

@@ -1,5 +1,6 @@
 #include "gui_core/dxut_menu.h"
 #include "manager/report_list_menu.h"
+#include "support/attributes.h"
 #include "support/editor_fixture.h"
 #include "widgets/button_st.h"
 
@@ -80,7 +81,7 @@ TEST_F(MenuList, names_follow_the_codes_of_properties_and_selection)
 {
     click(6099);
     for (const int code : {int(ui_control_properties), int(ui_selection_changed)}) {
-        current()->set_name(u"code %1"_s.arg(code));
+        (void)set(*current(), "name", u"code %1"_s.arg(code));
         m_world.broadcast(code);
         EXPECT_EQ(names(), QStringList{u"code %1"_s.arg(code)});
     }

@@ -1,6 +1,7 @@
 // Every row of every page, from the pages' own tables: what the user does in the widget reaches the model and comes back
 // by undo. A row that is new is tested without a line here.
 
+#include "support/attributes.h"
 #include "support/editor_fixture.h"
 
 #include "core/field.h"
@@ -65,7 +66,7 @@ protected:
             for (int i = 0; i < 2; ++i) {
                 CDXUTControl* made = core().create_control(type, m_dialogs[std::size_t(i)], QRectF(10, 10, 60, 20));
                 ASSERT_NE(made, nullptr) << type;
-                made->set_name(u"one name"_s);
+                (void)set(*made, "name", u"one name"_s);
                 core().SelectControl(made, true);
                 m_objects.push_back(made);
             }

@@ -1,3 +1,4 @@
+#include "support/attributes.h"
 #include "support/editor_fixture.h"
 
 #include "frame/dlg_group.h"
@@ -93,7 +94,7 @@ protected:
 
 TEST_F(ControlPage, a_click_on_one_flag_writes_all_three_to_every_selected_control)
 {
-    m_controls[0]->SetEnabled(false);
+    (void)set(*m_controls[0], "enabled", false);
     m_controls[1]->SetVisible(false);
     select({1, 2, 0}); // The last is the current one, whose flags are shown.
     EXPECT_FALSE(on_page<QCheckBox>(id_enabled).isChecked());
@@ -132,7 +133,7 @@ TEST_F(ControlPage, typing_a_name_renames_the_selection_with_each_key_and_leaves
 TEST_F(ControlPage, names_in_any_script_go_through_the_page_whole)
 {
     const QString name = u"按钮 زر 👩‍🚀 é̂ "_s + QString(2000, u'湖');
-    m_controls[0]->set_name(name);
+    (void)set(*m_controls[0], "name", name);
     select({0});
     auto& edit = on_page<QLineEdit>(id_name);
     EXPECT_EQ(edit.text(), name);

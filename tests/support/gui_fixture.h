@@ -1,5 +1,6 @@
 #pragma once
 
+#include "attributes.h"
 #include "core/journal.h"
 #include "gui_core/dxut_button.h"
 #include "gui_core/dxut_check_box.h"
@@ -28,16 +29,6 @@ inline QByteArray png(QColor color, QSize size = {8, 8})
     buffer.open(QIODevice::WriteOnly);
     image.save(&buffer, "PNG");
     return bytes;
-}
-
-/// An attribute by its name, as automation reaches it.
-inline Value get(const ModelObject& object, const char* name)
-{
-    return object.property(*object.fields().find(name));
-}
-inline Status set(ModelObject& object, const char* name, const Value& value)
-{
-    return object.set_property(*object.fields().find(name), value);
 }
 
 /// An interface of its own, without a scene.

@@ -105,7 +105,7 @@ TEST_F(ClipboardTest, controls_open_their_menu_again_where_it_is_and_no_other_on
         return std::get<ObjectRef>(get(*selected().front(), "click_menu")).id;
     };
     EXPECT_EQ(pasted_menu(), menu->id());
-    menu->set_name(u"Another with this id"_s);
+    (void)set(*menu, "name", u"Another with this id"_s);
     EXPECT_EQ(pasted_menu(), 0u);
 }
 

@@ -1,4 +1,5 @@
 #include "mouse_fixture.h"
+#include "support/attributes.h"
 
 #include "tools/hit_test.h"
 #include "tools/selection_edit.h"
@@ -144,7 +145,7 @@ TEST(Marquee, catches_by_touching_or_enclosing)
 TEST_F(SelectingTest, a_rotated_control_is_hit_where_it_is_drawn_and_has_no_handles)
 {
     high->SetVisible(false);
-    low->set_rotation(90); // About its middle (70, 50): it now stands from (40, 0) to (100, 100).
+    (void)set(*low, "rotation", 90.0); // About its middle (70, 50): it now stands from (40, 0) to (100, 100).
     click(at(25, 50));
     EXPECT_TRUE(selected().empty()) << "where it lay";
     click(at(70, 95));
