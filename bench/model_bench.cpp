@@ -175,6 +175,16 @@ void release_pictures(benchmark::State& state)
     }
 }
 
+/// What an autosave costs the thread of the model.
+void take_snapshot(benchmark::State& state)
+{
+    FilledScene scene(state);
+    for (auto _ : state) {
+        bench::cool_caches(state);
+        benchmark::DoNotOptimize(scene.scene.document().snapshot());
+    }
+}
+
 using bench::growing;
 using bench::growing_cold;
 
@@ -182,6 +192,7 @@ BENCHMARK(set_property_tarn)->Name("set_property/tarn")->Apply(growing_cold);
 BENCHMARK(set_property_undo_stack)->Name("set_property/QUndoStack")->Apply(growing_cold);
 BENCHMARK(set_named_tarn)->Name("set_named_property/tarn")->Apply(growing_cold);
 BENCHMARK(select_all)->Name("selection/tarn")->Apply(growing_cold);
+BENCHMARK(take_snapshot)->Name("snapshot/tarn")->Apply(growing_cold);
 BENCHMARK(create)->Name("create_controls/tarn")->Apply(growing);
 BENCHMARK(create_in_steps)->Name("create_in_steps/tarn")->Apply(growing_cold);
 BENCHMARK(release_pictures)->Name("release_pictures/tarn")->Apply(growing_cold);
