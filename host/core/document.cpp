@@ -67,6 +67,7 @@ public:
         for (const auto& object : m_document.unrecorded_objects())
             object->hang_on({});
         m_document.m_objects.swap(m_other);
+        m_document.m_authored_stale = true;
         for (auto& [container, state] : m_containers)
             container->swap_state(state);
         for (const auto& object : m_document.unrecorded_objects())
@@ -160,6 +161,7 @@ void Document::close()
     m_objects.clear();
     m_overlaid.clear();
     m_kinds.clear();
+    m_authored_stale = true;
     m_parts.clear();
     m_permanent.clear();
     ++m_generation;
@@ -196,6 +198,7 @@ void Document::add_kind(ObjectKind kind)
         kind.fixed->m_is_root = true;
     }
     kind.place = m_kinds.size();
+    m_authored_stale = true;
     for (const PackagePart& part : m_parts)
         if (std::string_view(part.entry) == kind.part)
             kind.recorded = part.recorded;
@@ -270,9 +273,9 @@ void Document::reorder(ModelObject& parent, const ObjectKind& kind, const IdList
 
 /// All objects by their kinds: those that are part of the scene as it is shown, or as it is authored. For each parent its
 /// children in their order.
-std::vector<std::vector<ModelObject*>> Document::collected(bool authored) const
+Document::ByKind Document::collected(bool authored) const
 {
-    std::vector<std::vector<ModelObject*>> objects(m_kinds.size());
+    ByKind objects(m_kinds.size());
     const auto add_children = [&](const ObjectKind& kind, const ModelObject& parent) {
         const IdList* ids = kind.children_of(authored ? Authored::state(parent) : parent.shown_state());
         if (!ids)
@@ -294,6 +297,14 @@ std::vector<std::vector<ModelObject*>> Document::collected(bool authored) const
                         break;
     }
     return objects;
+}
+
+const Document::ByKind& Document::authored_objects() const
+{
+    if (std::exchange(m_authored_stale, false))
+        m_authored = collected(true);
+    Q_ASSERT(m_authored == collected(true));
+    return m_authored;
 }
 
 std::vector<ModelObject*> Document::objects_of(const ObjectKind& kind) const
@@ -329,7 +340,7 @@ SceneSnapshot Document::snapshot() const
     all.damaged = state().damaged;
     for (const PackagePart& part : m_parts)
         all.containers.push_back(part.container->m_state);
-    for (const auto& some : collected(true)) {
+    for (const auto& some : authored_objects()) {
         auto& states = all.objects.emplace_back();
         states.reserve(some.size());
         for (const ModelObject* object : some)

@@ -141,7 +141,9 @@ private:
     std::vector<std::shared_ptr<ModelObject>> make_objects(SceneSnapshot& content);
     std::vector<std::shared_ptr<ModelObject>> unrecorded_objects() const;
     quint32 next_id() const;
-    std::vector<std::vector<ModelObject*>> collected(bool authored) const;
+    using ByKind = std::vector<std::vector<ModelObject*>>;
+    ByKind collected(bool authored) const;
+    const ByKind& authored_objects() const;
 
     Journal m_journal;
     ModelChanges m_changes;
@@ -154,6 +156,8 @@ private:
     quint64 m_generation = 1;
     int m_writes_shown = 0;
     std::vector<ModelObject*> m_overlaid;
+    mutable ByKind m_authored; ///< found anew after a list of children changed
+    mutable bool m_authored_stale = true;
 };
 
 /// For the length of a scope what is written to objects is only shown: what the user of a running interface does, its

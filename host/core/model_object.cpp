@@ -64,6 +64,7 @@ void ModelObject::settled(const WrittenFields& fields)
 
 void ModelObject::written_children()
 {
+    m_document.m_authored_stale = true;
     keep_shown();
     children_changed();
 }
@@ -116,6 +117,7 @@ void ModelObject::follow_parent()
 
 void ModelObject::refresh_links()
 {
+    m_document.m_authored_stale = true;
     follow_parent();
     children_changed();
 }
@@ -169,6 +171,7 @@ void ModelObject::hang_on(ObjectRef parent)
 /// The caller refreshes the object, when others are what they will be.
 void ModelObject::replace_state(StatePtr state)
 {
+    m_document.m_authored_stale = true;
     m_document.changes().touch(*this, m_shown ? m_shown->state : m_state);
     (void)note_state();
     m_state = std::move(state);
