@@ -61,7 +61,8 @@ void CAnimationScene::add_kinds()
         document().add_kind(std::move(kind));
         return &document().kinds().back();
     };
-    m_bar_kind = add({.part = entry, .key = "timebars",
+    m_bar_kind = add({.part = entry,
+                      .key = "timebars",
                       .chinese = u"时间轴",
                       .english = u"timebar",
                       .container = this,
@@ -69,7 +70,8 @@ void CAnimationScene::add_kinds()
                       .make_object = [this](const ObjectState&) { return std::make_shared<CTimebar>(*this); },
                       .children = children_in<AnimationState, &AnimationState::bars>,
                       .most = max_bars});
-    m_object_kind = add({.part = entry, .key = "timer_objects",
+    m_object_kind = add({.part = entry,
+                         .key = "timer_objects",
                          .chinese = u"动画对象",
                          .english = u"timer object",
                          .saves_type = true,
@@ -80,20 +82,23 @@ void CAnimationScene::add_kinds()
                              return std::make_shared<CTimerObject>(*this);
                          },
                          .children = children_in<TimebarState, &TimebarState::objects>});
-    m_variable_kind = add({.part = entry, .key = "variables",
+    m_variable_kind = add({.part = entry,
+                           .key = "variables",
                            .chinese = u"变量",
                            .english = u"variable",
                            .make_state = fresh<VarState>,
                            .make_object = [this](const ObjectState&) { return std::make_shared<CTVar>(*this); },
                            .children = children_in<TimerObjectState, &TimerObjectState::variables>});
-    m_script_key_kind = add({.part = entry, .key = "script_keys",
+    m_script_key_kind = add({.part = entry,
+                             .key = "script_keys",
                              .chinese = u"脚本关键帧",
                              .english = u"script key",
                              .make_state = fresh<ScriptKeyState>,
                              .make_object = [this](const ObjectState&) { return std::make_shared<CScriptKey>(*this); },
                              .children = children_in<TimebarState, &TimebarState::script_keys>,
                              .unique_key = time_of_script_key});
-    m_mark_kind = add({.part = entry, .key = "marks",
+    m_mark_kind = add({.part = entry,
+                       .key = "marks",
                        .chinese = u"标记",
                        .english = u"mark",
                        .make_state = fresh<TimeMarkState>,

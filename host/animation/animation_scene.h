@@ -125,7 +125,7 @@ private:
     quint32 m_edited_center = 0;
     bool m_editing = false;
     bool m_running = false;
-    bool m_stale = true;    ///< what drives the scene has to be found out anew
-    bool m_changed = false; ///< what was not recorded is another than what is shown
+    bool m_stale = true;             ///< what drives the scene has to be found out anew
+    bool m_changed = false;          ///< what was not recorded is another than what is shown
     std::vector<Program> m_programs; ///< of the bars that drive, the highest first
 };

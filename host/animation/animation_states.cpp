@@ -32,13 +32,11 @@ const FieldTable& TimebarState::field_table()
         nullptr, field<S, &S::id>("id", 0u, read_only()), field<S, &S::name>("name", {}, max_length(S::max_name)),
         field<S, &S::total_length>("total_length", 10.f, range(0, double(max_time))),
         computed_field<S, CurrentTimeAccess>("current_time", worked_out()),
-        computed_field<S, PlayingAccess>("playing", worked_out()),
-        field<S, &S::play_mode>("play_mode", 0, range(0, 4)),
+        computed_field<S, PlayingAccess>("playing", worked_out()), field<S, &S::play_mode>("play_mode", 0, range(0, 4)),
         field<S, &S::display_mode>("display_mode", S::seconds_mode, range(S::seconds_mode, S::frames_mode)),
         field<S, &S::frame_rate>("frame_rate", 25, range(0, max_frame_rate)),
         field<S, &S::auto_play>("auto_play", false), field<S, &S::objects>("object_ids", {}, children()),
-        field<S, &S::script_keys>("script_key_ids", {}, children()),
-        field<S, &S::marks>("mark_ids", {}, children()));
+        field<S, &S::script_keys>("script_key_ids", {}, children()), field<S, &S::marks>("mark_ids", {}, children()));
     return table;
 }
 
@@ -84,8 +82,7 @@ const FieldTable& TimeMarkState::field_table()
         nullptr, field<S, &S::id>("id", 0u, read_only()), field<S, &S::parent>("timebar", {}, read_only()),
         field<S, &S::name>("name", {}, max_length(TimebarState::max_name)),
         field<S, &S::time>("time", 0.f, range(0, double(max_time))),
-        field<S, &S::length>("length", 0.f, range(0, double(max_time))),
-        field<S, &S::color>("color", 0xffe0a030u));
+        field<S, &S::length>("length", 0.f, range(0, double(max_time))), field<S, &S::color>("color", 0xffe0a030u));
     return table;
 }
 

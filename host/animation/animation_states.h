@@ -38,8 +38,8 @@ struct TimebarState : StateOf<TimebarState> {
 struct TimerObjectState : StateOf<TimerObjectState> {
     explicit TimerObjectState(int object_type = 0) : type(object_type) {}
 
-    int type;                       ///< TimerObjectType
-    ObjectRef target;               ///< kept when the object is gone
+    int type;                        ///< TimerObjectType
+    ObjectRef target;                ///< kept when the object is gone
     quint32 flags = chosen_channels; ///< bits of the channels that take part
     // A script object's command
     QString function;

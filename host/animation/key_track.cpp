@@ -127,7 +127,13 @@ KeyValue KeyTrack::value_at(float time, bool steps) const
 /// Puts a new chunk together from runs of present keys and single new ones.
 class KeyTrack::Builder {
 public:
-    explicit Builder(std::size_t words) : m_words(words) {}
+    Builder(std::size_t words, std::size_t count) : m_words(words)
+    {
+        keys.times.reserve(count);
+        keys.eases.reserve(count);
+        keys.groups.reserve(count);
+        keys.words.reserve(count * words);
+    }
 
     void add(const Chunk& from, std::size_t begin, std::size_t end)
     {
@@ -147,13 +153,19 @@ public:
         keys.words.insert(keys.words.end(), key.value.words().begin(), key.value.words().end());
     }
     /// What was put together, in even chunks of at most max_chunk keys.
-    void finish(KeyTrack& track) const
+    void finish(KeyTrack& track)
     {
         const std::size_t count = keys.times.size();
         const std::size_t pieces = (count + max_chunk - 1) / max_chunk;
+        if (pieces == 1) {
+            track.append(ChunkPtr(new Chunk(std::move(keys))));
+            return;
+        }
         for (std::size_t piece = 0; piece < pieces; ++piece) {
-            Builder part(m_words);
-            part.add(keys, count * piece / pieces, count * (piece + 1) / pieces);
+            const std::size_t begin = count * piece / pieces;
+            const std::size_t end = count * (piece + 1) / pieces;
+            Builder part(m_words, end - begin);
+            part.add(keys, begin, end);
             track.append(ChunkPtr(new Chunk(std::move(part.keys))));
         }
     }
@@ -172,7 +184,7 @@ void KeyTrack::append(ChunkPtr chunk)
         Entry& last = m_chunks.last();
         const qsizetype both = last.keys->size() + chunk->size();
         if (std::min(last.keys->size(), chunk->size()) < small_chunk && both <= max_chunk) {
-            Builder joined(words());
+            Builder joined(words(), std::size_t(both));
             joined.add(*last.keys, 0, last.keys->times.size());
             joined.add(*chunk, 0, chunk->times.size());
             last.keys = ChunkPtr(new Chunk(std::move(joined.keys)));
@@ -199,17 +211,19 @@ void KeyTrack::edit(std::span<const qsizetype> removed, std::span<const Key> add
                 result.append(m_chunks[c].keys);
             continue;
         }
-        Builder builder(words());
         static const Chunk none;
         const Chunk& keys = c < count ? *m_chunks[c].keys : none;
+        const auto first_later = std::partition_point(added.begin() + std::ptrdiff_t(a), added.end(),
+                                                      [=](const Key& key) { return key.time < end_time; });
+        Builder builder(words(), keys.times.size() + std::size_t(first_later - added.begin()) - a);
         std::size_t done = 0;
         const std::size_t size = keys.times.size();
         while (true) {
             const std::size_t next_removed = r < removed.size() ? std::min(at(removed[r] - first), size) : size;
             const bool adds = a < added.size() && added[a].time < end_time;
-            const auto place = adds ? std::lower_bound(keys.times.begin() + std::ptrdiff_t(done), keys.times.end(),
-                                                       added[a].time)
-                                    : keys.times.end();
+            const auto place = adds
+                ? std::lower_bound(keys.times.begin() + std::ptrdiff_t(done), keys.times.end(), added[a].time)
+                : keys.times.end();
             const std::size_t next_added = std::size_t(place - keys.times.begin());
             const std::size_t next = std::min(next_removed, next_added);
             builder.add(keys, done, next);
@@ -266,7 +280,8 @@ void KeyTrack::shift(qsizetype first, float offset, float lowest)
         times.push_back(time(first - 1));
     const std::size_t before = times.size();
     for (qsizetype c = first < size() ? chunk_of(first) : m_chunks.size(); c < m_chunks.size(); ++c)
-        for (qsizetype i = std::max<qsizetype>(first, m_chunks[c].first); i < m_chunks[c].first + m_chunks[c].keys->size(); ++i)
+        for (qsizetype i = std::max<qsizetype>(first, m_chunks[c].first);
+             i < m_chunks[c].first + m_chunks[c].keys->size(); ++i)
             times.push_back(std::clamp(m_chunks[c].keys->times[at(i - m_chunks[c].first)] + offset, lowest, max_time));
     keep_apart(times);
     std::size_t next = before;
@@ -286,10 +301,17 @@ bool KeyTrack::operator==(const KeyTrack& other) const
         return false;
     if (m_chunks.isSharedWith(other.m_chunks))
         return true;
+    const auto same_columns = [](const Chunk& a, const Chunk& b) {
+        return a.times == b.times && a.eases == b.eases && a.groups == b.groups && a.words == b.words;
+    };
     for (qsizetype c = 0; c < m_chunks.size(); ++c) {
         const Entry& entry = m_chunks[c];
-        if (c < other.m_chunks.size() && other.m_chunks[c].keys == entry.keys && other.m_chunks[c].first == entry.first)
+        const Entry* there = c < other.m_chunks.size() ? &other.m_chunks[c] : nullptr;
+        if (there && there->first == entry.first && there->keys->size() == entry.keys->size()) {
+            if (there->keys != entry.keys && !same_columns(*there->keys, *entry.keys))
+                return false;
             continue;
+        }
         for (qsizetype i = entry.first; i < entry.first + entry.keys->size(); ++i)
             if (!(key(i) == other.key(i)))
                 return false;

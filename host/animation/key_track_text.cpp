@@ -35,8 +35,9 @@ Status read_numbers(JsonCursor& cursor, std::size_t most, std::vector<T>& out)
     out.clear();
     return cursor.each_element([&](JsonCursor& element) {
         if (out.size() == most)
-            return element.fail(lang(u"一段中的关键帧过多（最多 %1 个）", u"there are too many keys in a chunk (at most %1)")
-                                    .arg(KeyTrack::max_chunk));
+            return element.fail(
+                lang(u"一段中的关键帧过多（最多 %1 个）", u"there are too many keys in a chunk (at most %1)")
+                    .arg(KeyTrack::max_chunk));
         T number{};
         auto status = element.read(number);
         out.push_back(number);
@@ -169,15 +170,15 @@ Status KeyTrack::check(const Chunk& chunk, const JsonCursor& place) const
     if (!std::all_of(chunk.times.begin(), chunk.times.end(), is_time)
         || !std::is_sorted(chunk.times.begin(), chunk.times.end(), std::less_equal<>())
         || (!m_chunks.isEmpty() && m_chunks.last().keys->times.back() >= chunk.times.front()))
-        return place.fail(lang(u"关键帧的时间不是递增的，或超出范围",
-                               u"the times of the keys do not ascend, or are out of range"));
+        return place.fail(
+            lang(u"关键帧的时间不是递增的，或超出范围", u"the times of the keys do not ascend, or are out of range"));
     const auto is_sound = [](quint32 word) { return KeyValue::is_sound(std::bit_cast<float>(word)); };
     if (!has_whole_words(m_type) && !std::all_of(chunk.words.begin(), chunk.words.end(), is_sound))
         return place.fail(lang(u"关键帧的值超出范围", u"a value of the keys is out of range"));
     if (!std::all_of(chunk.eases.begin(), chunk.eases.end(), is_ease)
         || !std::all_of(chunk.groups.begin(), chunk.groups.end(), is_group))
-        return place.fail(lang(u"关键帧的松紧值或组号超出范围",
-                               u"an ease or a group number of the keys is out of range"));
+        return place.fail(
+            lang(u"关键帧的松紧值或组号超出范围", u"an ease or a group number of the keys is out of range"));
     if (size() > std::numeric_limits<qint32>::max() - max_chunk)
         return place.fail(lang(u"关键帧过多", u"there are too many keys"));
     return {};
@@ -190,7 +191,7 @@ Value FieldType<KeyTrack>::to_value(const KeyTrack& track)
         const Key key = track.key(i);
         numbers << double(key.time) << double(key.ease) << key.group;
         for (const quint32 word : key.value.words())
-            numbers << (track.type() == VarType::Int           ? double(int(word))
+            numbers << (track.type() == VarType::Int        ? double(int(word))
                             : has_whole_words(track.type()) ? double(word)
                                                             : double(std::bit_cast<float>(word)));
     }

@@ -37,10 +37,9 @@ Placement placement_of(const KeyValue& value)
 
 KeyValue value_of(const Placement& p)
 {
-    const std::array<quint32, 10> words{word(p.place.x()),      word(p.place.y()), word(p.place.z()),
-                                        word(p.turn.x()),       word(p.turn.y()),  word(p.turn.z()),
-                                        word(p.turn.scalar()),  word(p.scale.x()), word(p.scale.y()),
-                                        word(p.scale.z())};
+    const std::array<quint32, 10> words{word(p.place.x()), word(p.place.y()), word(p.place.z()),     word(p.turn.x()),
+                                        word(p.turn.y()),  word(p.turn.z()),  word(p.turn.scalar()), word(p.scale.x()),
+                                        word(p.scale.y()), word(p.scale.z())};
     return KeyValue(VarType::Mat, words);
 }
 
@@ -232,7 +231,8 @@ bool KeyValue::from_text(VarType type, const QString& text, KeyValue& out)
 KeyValue mix(const KeyValue& a, const KeyValue& b, float way)
 {
     switch (a.type()) {
-    case VarType::Int: return KeyValue::whole(a.as_int() + int(std::lround((double(b.as_int()) - a.as_int()) * double(way))));
+    case VarType::Int:
+        return KeyValue::whole(a.as_int() + int(std::lround((double(b.as_int()) - a.as_int()) * double(way))));
     case VarType::Color: return KeyValue::color(mix_color(a.as_color(), b.as_color(), way));
     case VarType::Mat: {
         const Placement from = placement_of(a);

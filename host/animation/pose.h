@@ -11,15 +11,15 @@ namespace tarn {
 /// models and take part always.
 enum class Channel : quint8 {
     Position,
-    Rotation,     ///< degrees
+    Rotation, ///< degrees
     Scale,
     Color,        ///< ARGB
     Transparency, ///< 0 opaque, 1 not to be seen
     Show,
-    PathShare,    ///< of the way along the path
-    PathTurn,     ///< about the path, radians
-    Action,       ///< number of a skeleton's action
-    Loops,        ///< of the action
+    PathShare, ///< of the way along the path
+    PathTurn,  ///< about the path, radians
+    Action,    ///< number of a skeleton's action
+    Loops,     ///< of the action
 };
 constexpr int channel_count = 10;
 constexpr quint32 chosen_channels = 0x3f; ///< the bits of those by which an author chooses
@@ -30,8 +30,8 @@ constexpr quint32 bit(Channel channel)
 
 struct ChannelRow {
     VarType type;
-    bool steps; ///< the value changes at keys only
-    quint8 word; ///< where its words begin in a pose
+    bool steps;       ///< the value changes at keys only
+    quint8 word;      ///< where its words begin in a pose
     const char* name; ///< of the variable that holds its keys
     const char16_t* chinese;
     const char16_t* english;

@@ -106,7 +106,9 @@ bool CTVar::set_key_value(float time, const KeyValue& value)
 bool CTVar::remove_key(float time)
 {
     const qsizetype key = keys().find(time);
-    return key > 0 && edit_keys(lang(u"删除关键帧", u"Delete Key"), [&](KeyTrack& track) { track.edit({&key, 1}, {}); });
+    return key > 0 && edit_keys(lang(u"删除关键帧", u"Delete Key"), [&](KeyTrack& track) {
+               track.edit({&key, 1}, {});
+           });
 }
 
 bool CTVar::set_key_ease(float time, float ease)

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "animation_states.h"
 #include "anim_time.h"
+#include "animation_states.h"
 #include "child_list.h"
 
 #include <functional>
@@ -175,7 +175,7 @@ private:
     float m_speed = 1;
     int m_direction = 1;
     bool m_playing = false;
-    bool m_ended = false;         ///< and nobody was told yet
-    bool m_includes_begin = true; ///< a script key at the current time was not passed yet
+    bool m_ended = false;          ///< and nobody was told yet
+    bool m_includes_begin = true;  ///< a script key at the current time was not passed yet
     std::vector<quint32> m_passed; ///< script keys that nobody was told of yet, in order
 };

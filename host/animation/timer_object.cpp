@@ -21,14 +21,11 @@ struct TypeRow {
 
 const TypeRow& row_of(TimerObjectType type)
 {
-    static constexpr TypeRow rows[] = {{"CTCommandScript", u"脚本", u"Script"},
-                                       {"CTimerObjectModel", u"模型", u"Model"},
-                                       {"CTimerObjectCtrl", u"控件", u"Control"},
-                                       {"CTimerObjectDialog", u"窗口", u"Dialog"},
-                                       {"CTimerObjectCamera", u"相机", u"Camera"},
-                                       {"CTimerObjectPanel", u"面板", u"Panel"},
-                                       {"CTimerObjectSkeleton", u"骨骼", u"Skeleton"},
-                                       {"CTimerObjectAniModel", u"动画模型", u"Animated Model"}};
+    static constexpr TypeRow rows[] = {
+        {"CTCommandScript", u"脚本", u"Script"},        {"CTimerObjectModel", u"模型", u"Model"},
+        {"CTimerObjectCtrl", u"控件", u"Control"},      {"CTimerObjectDialog", u"窗口", u"Dialog"},
+        {"CTimerObjectCamera", u"相机", u"Camera"},     {"CTimerObjectPanel", u"面板", u"Panel"},
+        {"CTimerObjectSkeleton", u"骨骼", u"Skeleton"}, {"CTimerObjectAniModel", u"动画模型", u"Animated Model"}};
     return rows[int(type)];
 }
 

@@ -30,11 +30,10 @@ struct ThingState : StateOf<ThingState> {
     static const FieldTable& field_table()
     {
         using S = ThingState;
-        static const FieldTable table(nullptr, field<S, &S::id>("id", 0u, read_only()), field<S, &S::name>("name"),
-                                      field<S, &S::x>("x"), field<S, &S::y>("y"),
-                                      field<S, &S::transparency>("transparency"),
-                                      field<S, &S::color>("color", 0xffffffffu),
-                                      field<S, &S::visible>("visible", true));
+        static const FieldTable table(
+            nullptr, field<S, &S::id>("id", 0u, read_only()), field<S, &S::name>("name"), field<S, &S::x>("x"),
+            field<S, &S::y>("y"), field<S, &S::transparency>("transparency"), field<S, &S::color>("color", 0xffffffffu),
+            field<S, &S::visible>("visible", true));
         return table;
     }
 };

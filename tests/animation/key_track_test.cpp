@@ -196,7 +196,8 @@ TEST(KeyTrack, a_damaged_one_is_refused_with_its_place)
     for (int i = 1; i <= KeyTrack::max_chunk; ++i)
         times += ',' + QByteArray::number(i);
     KeyTrack track;
-    EXPECT_FALSE(read("{\"keys\":{\"type\":0,\"chunks\":[{\"t\":[" + times + "],\"v\":[" + times + "]}]}}", track).ok());
+    EXPECT_FALSE(
+        read("{\"keys\":{\"type\":0,\"chunks\":[{\"t\":[" + times + "],\"v\":[" + times + "]}]}}", track).ok());
 }
 
 TEST(KeyValue, texts_and_numbers_give_the_value_back)

@@ -196,7 +196,8 @@ protected:
     CTimebar* any_bar()
     {
         const auto& bars = m_scene.bars();
-        return bars.empty() || number(10) == 0 ? m_scene.create_bar(float(number(20))) : bars[std::size_t(number(int(bars.size())))];
+        return bars.empty() || number(10) == 0 ? m_scene.create_bar(float(number(20)))
+                                               : bars[std::size_t(number(int(bars.size())))];
     }
     CTVar* any_variable(CTimebar* bar)
     {
@@ -231,7 +232,9 @@ protected:
         case 2: number(2) ? m_scene.move_up(bar) : m_scene.move_end(bar); break;
         case 3: bar->remove_obj(number(3) ? nullptr : variable->object()); break;
         case 4: variable->object()->remove_var(number(3) ? nullptr : variable); break;
-        case 5: bar->get_total_length() < 500 ? bar->insert_time(any_time(), any_time()) : bar->set_total_length(9); break;
+        case 5:
+            bar->get_total_length() < 500 ? bar->insert_time(any_time(), any_time()) : bar->set_total_length(9);
+            break;
         case 6: bar->remove_region(any_time(), any_time()); break;
         case 7: bar->get_total_length() < 500 && bar->insert_timerbar(any_time(), *any_bar()); break;
         case 8: bar->insert_script_key(any_time()); break;
