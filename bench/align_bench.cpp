@@ -19,11 +19,11 @@ public:
         auto controls = bench::controls_of(scene);
         scene.gui_core().move_controls_to(controls, scene.gui_core().GetDialogs().first());
         quint32 random = 1;
-        tarn::walk(controls, [&](CDXUTControl* control) {
+        for (CDXUTControl* control : controls) {
             random = random * 1664525u + 1013904223u;
             control->SetLocation(float(random >> 8 & 0xffff), float(random >> 16));
             scene.gui_core().SelectControl(control, true);
-        });
+        }
     }
     template <class Operation>
     void act(Operation operation)

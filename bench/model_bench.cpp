@@ -33,7 +33,9 @@ void set_property_tarn(benchmark::State& state)
         bench::cool_caches(state);
         {
             const tarn::UserAction action(scene.journal());
-            tarn::walk(scene.controls, [](CDXUTControl* control) { control->SetVisible(!control->GetVisible()); });
+            for (CDXUTControl* control : scene.controls) {
+                control->SetVisible(!control->GetVisible());
+            }
         }
         scene.journal().undo();
     }
@@ -49,9 +51,9 @@ void set_named_tarn(benchmark::State& state)
         ++tag;
         {
             const tarn::UserAction action(scene.journal());
-            tarn::walk(scene.controls, [tag](CDXUTControl* control) {
+            for (CDXUTControl* control : scene.controls) {
                 (void)control->set_property(*control->fields().find("color_tag"), tag);
-            });
+            }
         }
         scene.journal().undo();
     }

@@ -30,7 +30,9 @@ std::vector<QRectF> rects_of(const std::vector<Object*>& objects)
 {
     std::vector<QRectF> rects;
     rects.reserve(objects.size());
-    walk(objects, [&rects](const Object* object) { rects.emplace_back(rect_of(*object)); });
+    for (const Object* object : objects) {
+        rects.emplace_back(rect_of(*object));
+    }
     return rects;
 }
 
@@ -94,11 +96,11 @@ bool move_to_area(const std::vector<Object*>& objects, Edge edge, const QSizeF& 
     const auto rects = rects_of(objects);
     const QPointF offset = area_offset(edge, rects, area);
     std::size_t i = 0;
-    walk(objects, [&](Object* object) {
+    for (Object* object : objects) {
         const QRectF& rect = rects[i++];
         move_to(*object, rect, rect.topLeft() + offset);
         object->set_align_type(anchor_at_edge(edge, object->align_type()));
-    });
+    }
     return !objects.empty();
 }
 
@@ -111,10 +113,10 @@ bool align_selection(CGuiCore& core, Edge edge)
         if (controls.empty())
             return false;
         const QRectF reference = rect_of(*core.selection().current_control);
-        walk(controls, [&](CDXUTControl* control) {
+        for (CDXUTControl* control : controls) {
             const QRectF rect = rect_of(*control);
             move_to(*control, rect, aligned(edge, rect, reference));
-        });
+        }
         return true;
     }
     const auto dialogs = selected_dialogs(core);
@@ -133,11 +135,11 @@ bool match_selection(CGuiCore& core, Dimension dimension)
         if (controls.empty())
             return false;
         const QRectF reference = rect_of(*core.selection().current_control);
-        walk(controls, [&](CDXUTControl* control) {
+        for (CDXUTControl* control : controls) {
             const QRectF rect = rect_of(*control);
             if (const QSizeF size = matched(dimension, rect, reference); size != rect.size())
                 control->SetSize(float(size.width()), float(size.height()));
-        });
+        }
         return true;
     }
     const auto dialogs = selected_dialogs(core);
@@ -159,10 +161,10 @@ bool distribute_selection(CGuiCore& core, Qt::Orientation direction)
     const auto rects = rects_of(controls);
     const auto places = distributed(direction, rects, rect_of(*core.selection().current_control));
     std::size_t i = 0;
-    walk(controls, [&](CDXUTControl* control) {
+    for (CDXUTControl* control : controls) {
         move_to(*control, rects[i], places[i]);
         ++i;
-    });
+    }
     return true;
 }
 
@@ -171,7 +173,8 @@ bool align_selection_to_area(CGuiCore& core, Edge edge)
     const SelectionRecord& selection = core.selection();
     if (!selection.controls_selected)
         return move_to_area(selected_dialogs(core), edge, core.screen_size());
-    return move_to_area(controls_of_current_dialog(core), edge, area_for_controls(core, selection.current_dialog));
+    const auto controls = controls_of_current_dialog(core);
+    return !controls.empty() && move_to_area(controls, edge, area_for_controls(core, controls.front()->dialog()));
 }
 
 } // namespace tarn

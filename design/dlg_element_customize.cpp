@@ -1,4 +1,5 @@
 #include "dlg_element_customize.h"
+#include "core/authored.h"
 
 #include "core/field.h"
 #include "core/language.h"
@@ -239,7 +240,7 @@ QImage CDlgElementCustomize::picture(const QString& name) const
 /// The control's state with the edits that wait.
 tarn::StatePtr CDlgElementCustomize::awaited_state(const CDXUTControl& control) const
 {
-    tarn::StatePtr awaited(control.authored_state().clone());
+    tarn::StatePtr awaited(tarn::Authored::state(control).clone());
     for (const FieldKey field : {style_images, style_colors})
         (void)control.fields().find(field)->set(*awaited, value_of(control, field));
     return awaited;
@@ -254,8 +255,8 @@ void CDlgElementCustomize::show_picture(const CDXUTControl& shown)
         return;
     }
     const tarn::StatePtr awaited = awaited_state(shown);
-    const auto [name, color] = tarn::element_look(static_cast<const tarn::ControlState&>(*awaited), element()->element,
-                                                  state());
+    const auto [name, color, served] = tarn::element_look(static_cast<const tarn::ControlState&>(*awaited),
+                                                          element()->element, state());
     tarn::ElementCache cache(tarn::Skin::default_skin());
     const tarn::ElementChoice choice{picture(name), color};
     preview->setPixmap(QPixmap::fromImage(

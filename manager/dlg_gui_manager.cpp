@@ -4,10 +4,12 @@
 #include "core/language.h"
 #include "engine/base_world.h"
 #include "frame/boxes.h"
+#include "frame/edit_commands.h"
 #include "frame/filedlg.h"
 #include "frame/str_input.h"
 #include "gui_core/dxut_dialog.h"
 #include "gui_scene/gui_plug_scene.h"
+#include "gui_scene/removal_title.h"
 #include "gui_scene/tex_path_info.h"
 #include "report_list_dialog.h"
 #include "store/pak_file.h"
@@ -91,6 +93,7 @@ void CDlgGuiManager::OnInitDialog()
             [this] { select_dialog(m_list->dialog(m_list->get_last_sel_index())); });
     connect(m_list, &CReportList::delete_pressed, this,
             [this] { run_action([this] { on_remove(); }, lang(u"删除窗口", u"Remove Dialog")); });
+    connect(m_list, &CReportList::menu_requested, this, [this](int row, const QPoint& place) { on_menu(row, place); });
     update_buttons();
 }
 
@@ -115,14 +118,15 @@ void CDlgGuiManager::update_ui(int code)
         fill_list();
         break;
     case tarn::ui_scene_changed:
+        scene()->disarm();
         fill_list();
-        release(id_create_window);
         break;
     case tarn::ui_dialog_properties: m_list->refresh_all_item_caption(); break;
-    case tarn::ui_control_selected: release(id_create_window); break;
+    case tarn::ui_control_selected: scene()->disarm(); break;
     case tarn::ui_selection_changed: select_current(); break;
     default: break;
     }
+    show_armed();
 }
 
 void CDlgGuiManager::model_changed(const tarn::ModelChange& change)
@@ -162,7 +166,12 @@ void CDlgGuiManager::showEvent(QShowEvent* event)
 {
     CGuiChildDlg::showEvent(event);
     if (scene())
-        button(id_create_window)->SetCheck(scene()->mouse_function() == draw_dialog);
+        show_armed();
+}
+
+void CDlgGuiManager::show_armed()
+{
+    button(id_create_window)->SetCheck(scene()->mouse_function() == draw_dialog);
 }
 
 void CDlgGuiManager::release(int button_id)
@@ -191,15 +200,25 @@ void CDlgGuiManager::on_list_clicked(int row, int column)
     select_dialog(dialog);
 }
 
-void CDlgGuiManager::select_dialog(CDXUTDialog* dialog)
+void CDlgGuiManager::select_dialog(CDXUTDialog* dialog, bool add)
 {
     if (dialog)
-        core()->SelectDialog(dialog, false);
+        core()->SelectDialog(dialog, add);
     else
         core()->ClearDialogSelection();
     broadcast(tarn::ui_selection_changed);
     update_all_views();
     update_buttons();
+}
+
+void CDlgGuiManager::on_menu(int row, const QPoint& place)
+{
+    if (!core())
+        return;
+    CDXUTDialog* dialog = m_list->dialog(row);
+    select_dialog(dialog, core()->selection().contains(dialog));
+    tarn::SceneEditor& editor = scene()->editor();
+    tarn::pop_edit_menu(this, editor, editor.selection_commands(), place);
 }
 
 void CDlgGuiManager::move_layer(int down)
@@ -218,7 +237,8 @@ void CDlgGuiManager::on_remove()
 {
     CDXUTDialog* dialog = m_list->dialog(m_list->get_last_sel_index());
     if (!dialog || !is_editing()
-        || !tarn::boxes::confirm(this, lang(u"你正在删除你的对话框!", u"Ensure delete dialog?")))
+        || !tarn::boxes::confirm(this, lang(u"你正在删除你的对话框!", u"Ensure delete dialog?"),
+                                 tarn::removal_title({dialog->name()})))
         return;
     scene()->RemoveDialog(dialog);
     update_all_views();
@@ -236,16 +256,11 @@ void CDlgGuiManager::on_export()
 
 void CDlgGuiManager::export_to(const QString& path)
 {
-    CPakFile package;
-    auto status = package.create(path);
-    if (status)
-        status = scene()->save(package,
-                               {.prefix = {},
-                                .selection_only = false,
-                                .with_pictures = true,
-                                .texture_path = appinfo::get_tarn_texture_path(path)});
-    if (status)
-        status = package.close();
+    const auto status = scene()->export_to(path,
+                                           {.prefix = {},
+                                            .selection_only = false,
+                                            .with_pictures = true,
+                                            .texture_path = appinfo::get_tarn_texture_path(path)});
     if (!status)
         tarn::boxes::error(this, status.message());
 }
@@ -266,21 +281,21 @@ void CDlgGuiManager::on_import()
 
 void CDlgGuiManager::import_from(const QString& path)
 {
+    scene()->SetMTFunction(0, 0);
     CPakFile package;
     auto status = package.open(path, 0);
     if (status) {
         const CTexPathInfo textures(path, 1);
-        world()->api_reset_mt();
         // Loading replaces everything once the package has been read whole; a faulty one changes nothing.
         status = scene()->load(package, textures);
     }
+    show_armed();
     if (!status) {
         tarn::boxes::error(this, status.message());
         return;
     }
     scene()->set_openfile_name(path);
     broadcast(tarn::ui_full_refresh);
-    scene()->SetMTFunction(0, 0);
     update_all_views();
 }
 
@@ -294,12 +309,27 @@ void CDlgGuiManager::on_merge()
     release(id_merge);
 }
 
+/// Empty when the user gave up.
+QString CDlgGuiManager::ask_merge_name()
+{
+    QString name;
+    while (PopDlgStrInput(this, lang(u"请输入合并后的名称(注意不要重名):", u"Input merge name:"), {}, {}, name,
+                          name_limit, 1))
+        if (!name.trimmed().isEmpty())
+            return name;
+    return {};
+}
+
 void CDlgGuiManager::merge_from(const QString& path)
 {
     using tarn::boxes::Button;
-    QString name;
-    if (!PopDlgStrInput(this, lang(u"请输入合并后的名称(注意不要重名):", u"Input merge name:"), {}, {}, name,
-                        name_limit, 1))
+    // Nobody is to answer questions about a package that cannot be merged.
+    if (auto status = scene()->check_merge(path); !status) {
+        tarn::boxes::error(this, status.message());
+        return;
+    }
+    const QString name = ask_merge_name();
+    if (name.isEmpty())
         return;
     const Button answer = tarn::boxes::message(
         this,

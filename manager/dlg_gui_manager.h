@@ -27,10 +27,12 @@ private:
     void select_current();
     void update_buttons();
     void release(int button_id);
+    void show_armed();
 
     void on_create_window();
     void on_list_clicked(int row, int column);
-    void select_dialog(CDXUTDialog* dialog);
+    void select_dialog(CDXUTDialog* dialog, bool add = false);
+    void on_menu(int row, const QPoint& place);
     void move_layer(int down);
     void on_remove();
     void on_export();
@@ -39,6 +41,7 @@ private:
 
     void export_to(const QString& path);
     void import_from(const QString& path);
+    QString ask_merge_name();
     void merge_from(const QString& path);
 
     CReportListDialog* m_list = nullptr;

@@ -4,11 +4,13 @@
 #include "core/language.h"
 #include "engine/base_world.h"
 #include "frame/boxes.h"
+#include "frame/edit_commands.h"
 #include "frame/menufun.h"
 #include "gui_core/control_class.h"
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
 #include "gui_scene/gui_plug_scene.h"
+#include "gui_scene/removal_title.h"
 #include "report_list_control.h"
 #include "widgets/button_st.h"
 
@@ -139,9 +141,8 @@ void CDlgGuiManagerCtrl::set_up_filters()
 
 void CDlgGuiManagerCtrl::set_up_list()
 {
-    connect(m_list, &CReportList::item_clicked, this, [this](int row, int column) {
-        run_action([&] { on_list_clicked(row, column); }, lang(u"显示/隐藏控件", u"Show or Hide Control"));
-    });
+    connect(m_list, &CReportList::item_clicked, this, [this](int row, int column) { on_list_clicked(row, column); });
+    connect(m_list, &CReportList::menu_requested, this, [this](int row, const QPoint& place) { on_menu(row, place); });
     connect(m_list, &CReportListControl::navigated, this,
             [this] { select_controls_of_rows(m_list->control(m_list->currentIndex().row())); });
     connect(m_list, &CReportList::delete_pressed, this,
@@ -154,19 +155,18 @@ void CDlgGuiManagerCtrl::update_ui(int code)
         return;
     switch (code) {
     case tarn::ui_full_refresh:
-        if (isVisible()) {
+        if (isVisible())
             scene()->SetMTFunction(0, 0);
-            release_type_buttons();
-        }
         refresh();
         break;
     case tarn::ui_scene_changed:
+        scene()->disarm();
         refresh();
-        release_type_buttons();
         break;
     case tarn::ui_control_selected:
+        scene()->disarm();
         refill();
-        release_type_buttons();
+        update_buttons();
         break;
     case tarn::ui_control_properties: m_list->refresh_all_item_caption(); break;
     case tarn::ui_selection_changed:
@@ -179,10 +179,13 @@ void CDlgGuiManagerCtrl::update_ui(int code)
         break;
     default: break;
     }
+    show_armed_type();
 }
 
 void CDlgGuiManagerCtrl::model_changed(const tarn::ModelChange& change)
 {
+    m_order_stale |= change.everything || change.is_of_structure() || change.is_of(tarn::key<&tarn::ControlState::name>)
+        || change.is_of(tarn::key<&tarn::DialogState::name>);
     // In what order the controls lie changes captions, not rows.
     const bool other_objects = change.everything
         || std::any_of(change.objects.begin(), change.objects.end(), [](const tarn::ModelChange::Object& object) {
@@ -246,7 +249,10 @@ void CDlgGuiManagerCtrl::refill()
         if ((type_entry <= 0 || control->GetType() + 1 == type_entry)
             && (!m_filter_dialog || control->dialog() == m_filter_dialog))
             listed.push_back(control);
-    m_list->refill_list(listed);
+    const bool sorted = m_list->refill_list(listed);
+    // Rows do not jump while a name is typed, but what undo or a click elsewhere leaves is in order.
+    if (std::exchange(m_order_stale, false) && !sorted)
+        m_list->sort_again();
     m_list->selecte_item_by_ptr_binded(core()->selection().current_control);
     update_buttons();
 }
@@ -282,12 +288,6 @@ void CDlgGuiManagerCtrl::show_armed_type()
         button(row.create_button)->SetCheck(scene()->mouse_function_type() == row.type);
 }
 
-void CDlgGuiManagerCtrl::release_type_buttons()
-{
-    for (const tarn::ControlClass& row : tarn::control_classes())
-        button(row.create_button)->SetCheck(false);
-}
-
 void CDlgGuiManagerCtrl::on_type_clicked(int button_id, int type)
 {
     const bool wanted = button(button_id)->GetCheck();
@@ -305,11 +305,22 @@ void CDlgGuiManagerCtrl::on_list_clicked(int row, int column)
 {
     CDXUTControl* clicked = m_list->control(row);
     if (clicked && column != CReportListControl::Id && is_editing()) {
-        clicked->SetVisible(!clicked->GetVisible());
+        // The step ends before the selection changes: undone, it leaves what was selected.
+        run_action([&] { clicked->SetVisible(!clicked->GetVisible()); },
+                   lang(u"显示/隐藏控件", u"Show or Hide Control"));
         m_list->refresh_all_item_caption();
         update_all_views();
     }
     select_controls_of_rows(clicked);
+}
+
+void CDlgGuiManagerCtrl::on_menu(int row, const QPoint& place)
+{
+    if (!core())
+        return;
+    select_controls_of_rows(m_list->control(row));
+    tarn::SceneEditor& editor = scene()->editor();
+    tarn::pop_edit_menu(this, editor, editor.selection_commands(), place);
 }
 
 void CDlgGuiManagerCtrl::select_controls_of_rows(CDXUTControl* current)
@@ -330,7 +341,8 @@ void CDlgGuiManagerCtrl::on_remove()
 {
     const std::vector<CDXUTControl*> chosen = m_list->selected_controls();
     if (chosen.empty() || !is_editing()
-        || !tarn::boxes::confirm(this, lang(u"你正在删除你的控件!", u"Ensure delete control?")))
+        || !tarn::boxes::confirm(this, lang(u"你正在删除你的控件!", u"Ensure delete control?"),
+                                 tarn::removal_title_of(chosen)))
         return;
     scene()->RemoveCtrls(chosen);
     broadcast(tarn::ui_control_selected); // This list is refilled by it too.

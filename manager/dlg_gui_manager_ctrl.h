@@ -33,12 +33,12 @@ private:
     void refill();
     void select_rows_of_selection();
     void update_buttons();
-    void release_type_buttons();
     void show_armed_type();
 
     void on_type_clicked(int button_id, int type);
     void on_dialog_filter(int entry);
     void on_list_clicked(int row, int column);
+    void on_menu(int row, const QPoint& place);
     void select_controls_of_rows(CDXUTControl* current);
     void on_remove();
     void change_layer(bool (CDXUTDialog::*operation)(CDXUTControl*, int), int argument);
@@ -47,4 +47,5 @@ private:
     CReportListControl* m_list = nullptr;
     const CDXUTDialog* m_filter_dialog = nullptr; ///< whose controls are listed; null lists those of all dialogs
     bool m_selecting = false;                     ///< this page is telling the others what it selected
+    bool m_order_stale = false;                   ///< what the rows are sorted by may have changed
 };

@@ -247,6 +247,7 @@ void CBoundPage::refresh()
         show_row(bound, all, one);
     m_scripts.show();
     m_images.show();
+    m_menus.show();
     m_actions.show();
     if (!m_buffer)
         return;
@@ -483,15 +484,15 @@ void CBoundPage::write_default(FieldKey field, tarn::Part part)
 void CBoundPage::write_each(FieldKey key, Scope scope, const ValueOf& value_of)
 {
     FieldOf field_of(key);
-    tarn::walk(targets_of(scope), [&](ModelObject* object) {
+    for (ModelObject* object : targets_of(scope)) {
         const FieldBase* field = field_of(*object);
         if (!field || !m_failed)
-            return;
+            continue;
         const Value value = value_of(*object, *field);
         if (m_buffer && value == held_by(*object, *field))
-            return; // Nothing waits then.
+            continue; // Nothing waits then.
         m_failed = m_buffer ? m_buffer->put(*object, *field, value) : object->set_property(*field, value);
-    });
+    }
 }
 
 void CBoundPage::follow(tarn::Follows follows)

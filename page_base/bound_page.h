@@ -5,6 +5,7 @@
 #include "field_row.h"
 #include "gui_child_dlg.h"
 #include "image_rows.h"
+#include "menu_rows.h"
 #include "row_mark.h"
 #include "script_rows.h"
 #include "target.h"
@@ -48,6 +49,7 @@ protected:
     void bind(std::span<const tarn::FieldRow> rows);
     void bind_scripts(std::span<const tarn::ScriptRow> rows) { m_scripts.bind(rows); }
     void bind_images(std::span<const tarn::ImageRow> rows, tarn::SetImage set = nullptr) { m_images.bind(rows, set); }
+    void bind_menus(std::span<const tarn::BoundMenuRow> rows) { m_menus.bind(rows); }
     void bind_actions(std::span<const tarn::ActionRow> rows) { m_actions.bind(rows); }
     /// From now on edits wait until `ok_button` writes them, as one step called `name`, or `cancel_button` drops them.
     /// Those of objects that are selected no more wait until they are selected again.
@@ -94,6 +96,7 @@ protected:
 private:
     friend class tarn::ScriptRows;
     friend class tarn::ImageRows;
+    friend class tarn::BoundMenuRows;
     friend class tarn::ActionRows;
     struct Row {
         tarn::FieldRow row;
@@ -135,6 +138,7 @@ private:
     std::deque<Row> m_rows; ///< the editors' callbacks know their rows by address
     tarn::ScriptRows m_scripts{*this};
     tarn::ImageRows m_images{*this};
+    tarn::BoundMenuRows m_menus{*this};
     tarn::ActionRows m_actions{*this};
     std::optional<tarn::EditBuffer> m_buffer; ///< none: edits are written at once
     int m_ok_button = 0;

@@ -1,4 +1,5 @@
 #include "edit_buffer.h"
+#include "core/authored.h"
 
 #include "core/model_object.h"
 
@@ -23,7 +24,7 @@ Status EditBuffer::put(ModelObject& object, const FieldBase& field, const Value&
 {
     const Copy* before = copy_of(object);
     // Not the state that is there: another buffer may have been copied from this one.
-    const StatePtr state(before ? before->state->clone() : object.authored_state().clone());
+    const StatePtr state(before ? before->state->clone() : Authored::state(object).clone());
     if (Status set = field.set(*state, value); !set)
         return set;
     Copy& copy = m_copies.try_emplace(&object, Copy{object.shared_from_this(), {}, {}}).first->second;

@@ -13,10 +13,10 @@ namespace tarn {
 
 namespace {
 
-QString picture_of(const ModelObject& object, FieldKey key)
+QString picture_of(const ModelObject& object, const ImageRow& row)
 {
-    const FieldBase* field = object.fields().find(key);
-    return field ? value_as<QString>(object.property(*field)) : QString();
+    const FieldBase* field = object.fields().find(row.field);
+    return field ? value_as<QString>(part_of(object.property(*field), row.part)) : QString();
 }
 
 } // namespace
@@ -37,8 +37,7 @@ void ImageRows::bind(std::span<const ImageRow> rows, SetImage set)
         m_rows.push_back(row);
         m_marks.push_back(new RowMark(*m_page.button(row.button), m_page));
         QObject::connect(m_page.button(row.button), &CButtonST::clicked, &m_page, [this, slot] { choose(slot); });
-        QObject::connect(m_page.button(row.clear_button), &CButtonST::clicked, &m_page,
-                         [this, field = row.field] { clear(field); });
+        QObject::connect(m_page.button(row.clear_button), &CButtonST::clicked, &m_page, [this, row] { clear(row); });
     }
 }
 
@@ -48,11 +47,11 @@ void ImageRows::show() const
     const std::vector<ModelObject*> objects = m_page.selected();
     for (std::size_t i = 0; i < m_rows.size(); ++i) {
         const ImageRow& row = m_rows[i];
-        m_page.button(row.button)->setText(object ? picture_caption(picture_of(*object, row.field)) : QString());
+        m_page.button(row.button)->setText(object ? picture_caption(picture_of(*object, row)) : QString());
         m_page.button(row.button)->setEnabled(object);
         using Agreement = CommonValue::Agreement;
         const CommonValue common = common_value(objects, row.field);
-        const bool none = common.agreement == Agreement::Same && common.value == Value(QString());
+        const bool none = common.agreement == Agreement::Same && part_of(common.value, row.part) == Value(QString());
         m_page.button(row.clear_button)->setEnabled(common.agreement != Agreement::None && !none);
         m_marks[i]->show_state(false, object && common.agreement == Agreement::Mixed);
     }
@@ -79,17 +78,18 @@ void ImageRows::choose(int slot)
 Status ImageRows::put(int slot, const QString& path) const
 {
     CGuiPlugScene& scene = *m_page.scene();
+    const ImageRow& row = m_rows[std::size_t(slot)];
     return m_set ? (scene.*m_set)(m_page.selected(), slot, path)
-                 : scene.set_picture(m_page.selected(), m_rows[std::size_t(slot)].field, path);
+                 : scene.set_picture(m_page.selected(), row.field, path, row.part.name);
 }
 
-void ImageRows::clear(FieldKey field)
+void ImageRows::clear(const ImageRow& row)
 {
     if (!m_page.has_selection())
         return;
     m_page.run_action(
         [&] {
-            m_page.scene()->clear_picture(m_page.selected(), field);
+            m_page.scene()->clear_picture(m_page.selected(), row.field, row.part.name);
             m_page.refresh();
             m_page.update_all_views();
         },

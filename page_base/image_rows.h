@@ -1,7 +1,7 @@
 #pragma once
 
-#include "core/field_key.h"
 #include "core/status.h"
+#include "field_row.h"
 
 #include <span>
 #include <vector>
@@ -22,6 +22,7 @@ struct ImageRow {
     int button;
     int clear_button;
     FieldKey field;
+    Part part = {}; ///< which one of several
 };
 
 /// Gives the objects the picture in the file `path`; `slot` is the row's place among the page's.
@@ -40,7 +41,7 @@ public:
 private:
     void choose(int slot);
     Status put(int slot, const QString& path) const;
-    void clear(FieldKey field);
+    void clear(const ImageRow& row);
 
     CBoundPage& m_page;
     std::vector<ImageRow> m_rows;

@@ -19,6 +19,7 @@ protected:
         bind_scripts(m_entry.scripts);
         bind_images(m_entry.images, m_entry.set_image);
         bind_actions(m_entry.actions);
+        bind_menus(m_entry.menus);
     }
 
 private:

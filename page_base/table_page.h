@@ -15,6 +15,7 @@ struct PageEntry {
     std::span<const ImageRow> images = {};
     SetImage set_image = nullptr; ///< see ImageRows::bind()
     std::span<const ActionRow> actions = {};
+    std::span<const BoundMenuRow> menus = {};
 };
 
 /// Makes the page from its template as a child of `parent`. What `entry` refers to has to stay.

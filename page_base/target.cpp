@@ -3,15 +3,20 @@
 #include "engine/base_world.h"
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
+#include "gui_core/dxut_menu.h"
+#include "gui_core/dxut_menu_item.h"
 #include "gui_scene/gui_plug_scene.h"
 
 namespace tarn {
 
 namespace {
 
-constexpr int dialog_codes[] = {ui_full_refresh, ui_scene_changed, ui_selection_changed, ui_dialog_properties};
+constexpr int dialog_codes[] = {ui_full_refresh, ui_scene_changed, ui_selection_changed, ui_control_selected,
+                                ui_dialog_properties};
 constexpr int control_codes[] = {ui_full_refresh, ui_scene_changed, ui_selection_changed, ui_control_selected,
                                  ui_control_properties};
+
+constexpr int menu_codes[] = {ui_full_refresh, ui_scene_changed, ui_selection_changed, ui_control_properties};
 
 const SelectionRecord* edited_selection(CGuiPlugScene& scene, bool of_controls)
 {
@@ -55,10 +60,10 @@ CDXUTControl* SelectedControls::current_control(CGuiPlugScene& scene) const
 std::vector<ModelObject*> SelectedControls::selected_of(CGuiPlugScene& scene, int type)
 {
     std::vector<ModelObject*> controls;
-    walk(scene.gui_core().selection().controls, [&](CDXUTControl* control) {
+    for (CDXUTControl* control : scene.gui_core().selection().controls) {
         if (type == any_type || control->GetType() == type)
             controls.push_back(control);
-    });
+    }
     return controls;
 }
 
@@ -86,6 +91,34 @@ std::vector<ModelObject*> SelectedLikeCurrent::selected(CGuiPlugScene& scene) co
 {
     const CDXUTControl* shown = current_control(scene);
     return shown ? selected_of(scene, shown->GetType()) : std::vector<ModelObject*>();
+}
+
+ModelObject* CurrentMenu::current(CGuiPlugScene& scene) const
+{
+    const SelectionRecord& selection = scene.gui_core().selection();
+    return selection.editing ? selection.current_menu : nullptr;
+}
+
+std::vector<ModelObject*> CurrentMenu::selected(CGuiPlugScene& scene) const
+{
+    ModelObject* const object = current(scene);
+    return object ? std::vector{object} : std::vector<ModelObject*>();
+}
+
+std::span<const int> CurrentMenu::codes() const
+{
+    return menu_codes;
+}
+
+int CurrentMenu::changed_code() const
+{
+    return ui_control_properties;
+}
+
+ModelObject* CurrentMenuItem::current(CGuiPlugScene& scene) const
+{
+    const SelectionRecord& selection = scene.gui_core().selection();
+    return selection.editing && selection.current_menu ? selection.current_menu_item : nullptr;
 }
 
 } // namespace tarn

@@ -63,6 +63,23 @@ public:
     std::vector<ModelObject*> selected(CGuiPlugScene& scene) const override;
 };
 
+/// The current menu, while the interface is edited.
+class CurrentMenu : public Target {
+public:
+    ModelObject* current(CGuiPlugScene& scene) const override;
+    std::vector<ModelObject*> selected(CGuiPlugScene& scene) const override;
+    std::span<const int> codes() const override;
+    int changed_code() const override;
+};
+
+/// The item of the current menu that was chosen last.
+class CurrentMenuItem : public CurrentMenu {
+public:
+    ModelObject* current(CGuiPlugScene& scene) const override;
+};
+
+inline const CurrentMenu current_menu;
+inline const CurrentMenuItem current_menu_item;
 inline const SelectedDialogs selected_dialogs;
 inline const SelectedControls selected_controls;
 inline const SelectedLikeCurrent selected_like_current;

@@ -8,6 +8,7 @@
 #include "gui_core/control_state.h"
 #include "gui_core/dxut_control.h"
 #include "gui_scene/gui_plug_scene.h"
+#include "menu_pages.h"
 
 using tarn::ControlState;
 using tarn::FieldRow;
@@ -18,7 +19,7 @@ namespace {
 
 enum Id : int { id_name = 6396, id_swatch = 6199, id_visible = 6335, id_enabled = 6349, id_locked = 6355 };
 
-enum Section : int { section_location, section_style, section_property };
+enum Section : int { section_location, section_style, section_property, section_menus };
 
 constexpr int flags = 1; ///< a click on one of the three writes them all
 
@@ -58,9 +59,11 @@ void CDlgPropControl::create_sub_pages()
     insert(m_dimension, 6353, u"位置尺寸", u"Location");
     insert(new CDlgElementCustomize, 6561, u"自定义风格", u"Custom Style");
     insert(new CChildControls, 6359, u"控件属性", u"Property");
+    m_rollup->InsertPage(tarn::lang(u"菜单绑定", u"Menus"), tarn::make_page(tarn::control_menu_page(), m_rollup));
     m_rollup->ExpandAllPages(true);
     m_rollup->ExpandPage(section_style, false);
     m_rollup->ExpandPage(section_location, false);
+    m_rollup->ExpandPage(section_menus, false);
 }
 
 void CDlgPropControl::on_world_created(CBaseWorld* world)

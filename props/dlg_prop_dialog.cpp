@@ -1,4 +1,5 @@
 #include "dlg_prop_dialog.h"
+#include "core/authored.h"
 
 #include "anchor_rows.h"
 #include "core/language.h"
@@ -111,7 +112,7 @@ CDXUTDialog* as_dialog(tarn::ModelObject* object)
 
 bool is_bound(const tarn::ModelObject& dialog)
 {
-    return !static_cast<const DialogState&>(dialog.authored_state()).bind_texture.isEmpty();
+    return !static_cast<const DialogState&>(tarn::Authored::state(dialog)).bind_texture.isEmpty();
 }
 
 /// Not while the dialog scales with the window.

@@ -3,6 +3,7 @@
 #include "core/language.h"
 #include "dlg_prop_dialog.h"
 #include "frame/rollup.h"
+#include "menu_pages.h"
 #include "page_base/table_page.h"
 #include "type_rows.h"
 
@@ -29,6 +30,7 @@ void CDlgPropDialogAll::OnInitDialog()
     properties->Create(6003, m_rollup);
     m_rollup->InsertPage(tarn::lang(u"窗口属性", u"Property"), properties);
     m_rollup->InsertPage(tarn::lang(u"脚本设置", u"Script"), tarn::make_page(script_page, m_rollup));
+    m_rollup->InsertPage(tarn::lang(u"菜单绑定", u"Menus"), tarn::make_page(tarn::dialog_menu_page(), m_rollup));
     m_rollup->ExpandAllPages(true);
 }
 

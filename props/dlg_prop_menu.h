@@ -1,11 +1,22 @@
 #pragma once
 
-#include "page_base/gui_child_dlg.h"
+#include "page_base/bound_page.h"
 
-/// The properties of the current menu.
-class CDlgPropMenu : public CGuiChildDlg {
+class CMyRollup;
+
+/// The current menu: its name, and below it the pages of its items and its look.
+class CDlgPropMenu : public CBoundPage {
     Q_OBJECT
 
 public:
-    explicit CDlgPropMenu(QWidget* parent = nullptr) : CGuiChildDlg(QStringLiteral("CDlgPropMenu"), parent) {}
+    explicit CDlgPropMenu(QWidget* parent = nullptr);
+
+    void on_world_created(CBaseWorld* world) override;
+    void update_ui(int code) override;
+
+protected:
+    void OnInitDialog() override;
+
+private:
+    CMyRollup* m_rollup = nullptr;
 };

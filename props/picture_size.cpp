@@ -1,4 +1,5 @@
 #include "picture_size.h"
+#include "core/authored.h"
 
 #include "core/field.h"
 #include "core/language.h"
@@ -15,7 +16,7 @@ namespace {
 QSize picture_size(std::span<const ImageRow> rows, const CGuiCore& core, const ModelObject& control)
 {
     for (const ImageRow& row : rows)
-        for (const QString& name : control.fields().find(row.field)->names(control.authored_state()))
+        for (const QString& name : control.fields().find(row.field)->names(Authored::state(control)))
             if (const QImage picture = texture(core, name); !picture.isNull())
                 return picture.size();
     return {};
@@ -24,13 +25,13 @@ QSize picture_size(std::span<const ImageRow> rows, const CGuiCore& core, const M
 } // namespace
 
 ActionResult size_to_pictures_of(std::span<const ImageRow> rows, CGuiPlugScene& scene,
-                                 std::span<ModelObject* const> selected)
+                                 std::span<ModelObject* const> selected, const QString& missing)
 {
     ActionResult result;
     for (ModelObject* object : selected) {
         const QSize size = picture_size(rows, scene.gui_core(), *object);
         if (size.isEmpty()) {
-            result.message = lang(u"请先设置贴图！", u"Please select a picture first!");
+            result.message = missing;
             break;
         }
         static_cast<CDXUTControl*>(object)->SetSize(float(size.width()), float(size.height()));

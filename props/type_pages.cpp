@@ -53,7 +53,12 @@ constexpr ImageRow image_button_images[] = {
     {6530, 6113, key<&ImageButton::image_hover>},
     {6109, 6114, key<&ImageButton::image_pressed>},
 };
-constexpr ActionRow image_button_actions[] = {{6536, tarn::size_to_pictures<image_button_images>}};
+QString image_button_lacks_picture()
+{
+    return VLCMsgIniW::VLoadString(3917);
+}
+constexpr ActionRow image_button_actions[] = {
+    {6536, tarn::size_to_pictures<image_button_images, image_button_lacks_picture>}};
 
 // Texts
 
@@ -75,7 +80,11 @@ constexpr ImageRow check_images[] = {
     {6160, 6557, key<&Check::image_unchecked>},
     {6556, 6165, key<&Check::image_checked>},
 };
-constexpr ActionRow check_actions[] = {{6166, tarn::size_to_pictures<check_images>}};
+QString check_lacks_picture()
+{
+    return tarn::lang(u"请先设置贴图！", u"Please select a picture first!");
+}
+constexpr ActionRow check_actions[] = {{6166, tarn::size_to_pictures<check_images, check_lacks_picture>}};
 
 const SelectedControls check_boxes{DXUT_CONTROL_CHECKBOX};
 constexpr FieldRow check_rows[] = {tarn::caption_row, checked_row};

@@ -191,8 +191,7 @@ void CDlgTopTable::on_ruler()
     ViewAids& aids = core()->view_aids();
     aids.ruler = !aids.ruler;
     aids.snap = aids.ruler;
-    button(id_ruler)->SetCheck(aids.ruler);
-    button(id_snap)->SetCheck(aids.snap);
+    show_switches();
     for (const AidSwitch& aid : needing_rulers)
         button(aid.id)->setEnabled(aids.ruler);
     update_all_views();
@@ -228,10 +227,11 @@ void CDlgTopTable::show_switches()
         return;
     const ViewAids& aids = core()->view_aids();
     button(id_ruler)->SetCheck(aids.ruler);
-    for (const AidSwitch& aid : needing_rulers) {
-        button(aid.id)->SetCheck(aids.ruler && aids.*aid.flag);
-        if (aids.ruler)
+    button(id_snap)->SetCheck(aids.snaps());
+    if (aids.ruler)
+        for (const AidSwitch& aid : needing_rulers) {
+            button(aid.id)->SetCheck(aids.*aid.flag);
             button(aid.id)->setEnabled(true);
-    }
+        }
     button(id_selection_mode)->SetCheck(scene()->selection_mode().enclosed);
 }

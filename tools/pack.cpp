@@ -70,7 +70,7 @@ tarn::Status pack(const QStringList& arguments)
     CPakFile package;
     auto status = package.create(arguments.at(2));
     if (status)
-        status = tarn::write_package(package, core, tarn::content_to_save(core), {});
+        status = tarn::write_package(package, document, tarn::content_to_save(core), {});
     return status ? package.close() : status;
 }
 

@@ -14,6 +14,7 @@ Opens FILE, or an empty scene.
   --size WxH               size of that picture in pixels (1280x720)
   --script FILE.lua [ARG]  runs a script and exits with 0, or 1 when it fails;
                            whatever follows FILE.lua goes to the script
+  --recovery               before --script: keeps what is not saved as without it
   --plugins DIR            folder of the plug-ins
   --help                   shows this text and exits
   --version                shows the version and exits
@@ -93,6 +94,8 @@ void Parser::option(const QString& name)
         parse_size(value);
     } else if (name == QLatin1String("--plugins") && parameter(name, value)) {
         m_line.plug_ins = value;
+    } else if (name == QLatin1String("--recovery")) {
+        m_line.recovery = true;
     } else if (name == QLatin1String("--script") && parameter(name, value)) {
         m_line.action = CommandLine::Action::Script;
         m_line.script = value;

@@ -21,7 +21,8 @@ struct CommandLine {
     QSize size;            ///< of Render; empty takes the usual size
     QString script;        ///< of Script
     QStringList script_args;
-    QString plug_ins; ///< folder; empty takes the installed one
+    bool recovery = false; ///< of Script: what is not saved is kept, as it is without a script
+    QString plug_ins;      ///< folder; empty takes the installed one
     std::optional<Language> language;
     std::optional<Theme> theme;
 

@@ -2,6 +2,7 @@
 
 #include "core/language.h"
 #include "core/model_object.h"
+#include "engine/base_world.h"
 #include "frame/cmd_test.h"
 #include "studio.h"
 
@@ -36,13 +37,12 @@ CDlgProblems::CDlgProblems(Studio& studio) : CChildDlg(QStringLiteral("CDlgProbl
     m_pending.setSingleShot(true);
     m_pending.setInterval(refresh_delay);
     connect(&m_pending, &QTimer::timeout, this, &CDlgProblems::refresh);
-    connect(&studio, &Studio::document_changed, this, [this] { update_ui(tarn::ui_scene_changed); });
-    studio.world().add_listener(this);
+    studio.world().document().changes().add_listener(this);
 }
 
 CDlgProblems::~CDlgProblems()
 {
-    m_studio.world().remove_listener(this);
+    m_studio.world().document().changes().remove_listener(this);
 }
 
 QWidget* CDlgProblems::create_widget(const QString& class_name, QWidget* parent)
@@ -60,7 +60,7 @@ void CDlgProblems::OnInitDialog()
     connect(m_list, &CReportList::item_double_clicked, this, [this](int row) { go_to(row); });
 }
 
-void CDlgProblems::update_ui(int)
+void CDlgProblems::model_changed(const tarn::ModelChange&)
 {
     if (isVisible() && !m_pending.isActive())
         m_pending.start();

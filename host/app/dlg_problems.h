@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/base_world.h"
+#include "core/model_changes.h"
 #include "engine/scene_plug.h"
 #include "frame/child_dlg.h"
 #include "widgets/report_list.h"
@@ -20,7 +20,7 @@ public:
 };
 
 /// What is broken in the scene; a double-click or Enter selects the object, or opens the function.
-class CDlgProblems : public CChildDlg, private tarn::UiListener {
+class CDlgProblems : public CChildDlg, private tarn::ModelListener {
     Q_OBJECT
 
 public:
@@ -33,7 +33,7 @@ protected:
     void showEvent(QShowEvent* event) override;
 
 private:
-    void update_ui(int code) override;
+    void model_changed(const tarn::ModelChange& change) override;
     void refresh();
     void go_to(int row);
     void open_function(QString name, int line);

@@ -1,7 +1,7 @@
 #include "edit_menu.h"
 
-#include "edit_commands.h"
 #include "engine/scene_plug.h"
+#include "frame/edit_commands.h"
 #include "studio.h"
 #include "view/view3d.h"
 #include "widgets/iconfun.h"
@@ -82,8 +82,18 @@ void EditMenu::run(int id)
             tarn::run_edit_command(m_view.window(), editor, command);
 }
 
+/// Escape gives up what is about to be created wherever the focus is in the window.
+bool EditMenu::cancels_creation(const QObject* target, const QKeyEvent& event) const
+{
+    const auto* widget = qobject_cast<const QWidget*>(target);
+    return event.key() == Qt::Key_Escape && event.modifiers() == Qt::NoModifier && m_studio.scene() && widget
+        && widget->window() == m_view.window() && m_studio.scene()->editor().cancel_creation();
+}
+
 bool EditMenu::eventFilter(QObject* target, QEvent* event)
 {
+    if (event->type() == QEvent::KeyPress)
+        return cancels_creation(target, *static_cast<QKeyEvent*>(event));
     if (event->type() != QEvent::ShortcutOverride)
         return false;
     const QKeySequence keys(static_cast<QKeyEvent*>(event)->keyCombination());

@@ -9,6 +9,7 @@
 
 class CView3D;
 class QAction;
+class QKeyEvent;
 class QMenu;
 class Studio;
 
@@ -29,6 +30,7 @@ private:
     void add_commands(QMenu& menu);
     void refresh();
     void run(int command);
+    bool cancels_creation(const QObject* target, const QKeyEvent& event) const;
 
     Studio& m_studio;
     CView3D& m_view;

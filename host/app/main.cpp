@@ -3,6 +3,7 @@
 #include "automation/automation.h"
 #include "command_line.h"
 #include "core/appinfo.h"
+#include "end_signals.h"
 #include "frame/boxes.h"
 #include "main_window.h"
 #include "render.h"
@@ -12,6 +13,7 @@
 #include <QApplication>
 #include <QLibraryInfo>
 #include <QLocale>
+#include <QStandardPaths>
 #include <QTimer>
 #include <QTranslator>
 
@@ -53,8 +55,8 @@ void set_up_language(QApplication& app, const CommandLine& line)
 int render(Studio& studio, const CommandLine& line)
 {
     studio.start_world();
-    if (const QString failure = studio.open_file(line.file); !failure.isEmpty()) {
-        print(stderr, failure + QLatin1Char('\n'));
+    if (const auto status = studio.open_file(line.file); !status) {
+        print(stderr, status.message() + QLatin1Char('\n'));
         return 1;
     }
     const QSize size = line.size.isEmpty() ? QSize(1280, 720) : line.size;
@@ -70,6 +72,11 @@ int run(QApplication& app, Studio& studio, const QStringList& failures, const Co
     MainWindow window(studio);
     studio.start_world();
     window.show();
+    std::optional<EndSignals> end_signals;
+    if (line.action == CommandLine::Action::Run || line.recovery) {
+        studio.keep_data(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation));
+        end_signals.emplace([&window] { window.keep_unsaved(); });
+    }
     if (line.action == CommandLine::Action::Script) {
         QTimer::singleShot(0, &app, [&] {
             Automation automation(studio, window);
@@ -82,7 +89,7 @@ int run(QApplication& app, Studio& studio, const QStringList& failures, const Co
     QTimer::singleShot(0, &window, [&] {
         for (const QString& failure : failures)
             tarn::boxes::error(&window, failure);
-        if (!line.file.isEmpty())
+        if (!window.offer_recovery() && !line.file.isEmpty())
             window.open_file(line.file);
     });
     return QApplication::exec();

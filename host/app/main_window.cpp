@@ -11,20 +11,17 @@
 #include "frame/child_dlg.h"
 #include "frame/control_bar.h"
 #include "frame/dlg_group.h"
-#include "frame/filedlg.h"
 #include "script/config_scene.h"
 #include "script/script_runtime.h"
 #include "settings.h"
-#include "store/atomic_file.h"
 #include "store/filefun.h"
 #include "studio.h"
 #include "view/view3d.h"
+#include "watched_work.h"
 #include "widgets/iconfun.h"
 
 #include <QApplication>
-#include <QCloseEvent>
 #include <QDockWidget>
-#include <QFileInfo>
 #include <QStackedWidget>
 #include <QStatusBar>
 #include <QTabBar>
@@ -44,19 +41,6 @@ constexpr std::size_t most_messages = 20; ///< of scripts that wait to be shown
 constexpr int side_panel_width = 240;     ///< pixels
 constexpr const char* geometry_key = "window/geometry";
 constexpr const char* places_key = "window/places";
-
-QString file_filter()
-{
-    return lang(u"TARN文件", u"TARN file") + QStringLiteral("(*.tarn)|*.tarn|") + lang(u"所有文件", u"All files")
-        + QStringLiteral("(*.*)|*.*||");
-}
-
-filter_man filter()
-{
-    filter_man filter;
-    filter.add_filter(file_filter(), {});
-    return filter;
-}
 
 /// The page in front within a window: of a group the one that is shown, otherwise the window itself.
 CChildDlg* front_page(QWidget* window)
@@ -89,8 +73,11 @@ MainWindow::MainWindow(Studio& studio) : m_studio(studio)
     studio.world().document().changes().add_listener(this);
     studio.world().on_redraw = [this] { m_view->schedule_redraw(); };
     studio.world().on_message = [this](const QString& text, const QString& title) { post_message(text, title); };
+    studio.world().on_work = [this](const QString& what, const CBaseWorld::Work& job) { return work(what, job); };
     studio.world().on_always_refresh = [this](bool on) { m_view->set_always_refresh(on); };
     connect(m_view, &CView3D::gl_unavailable, this,
+            [this](const QString& message) { statusBar()->showMessage(message); });
+    connect(&studio, &Studio::autosave_failed, this,
             [this](const QString& message) { statusBar()->showMessage(message); });
 
     make_side_panel();
@@ -109,6 +96,7 @@ MainWindow::~MainWindow()
     m_studio.world().document().changes().remove_listener(this);
     m_studio.world().on_redraw = nullptr;
     m_studio.world().on_message = nullptr;
+    m_studio.world().on_work = nullptr;
     m_studio.world().on_always_refresh = nullptr;
     for (CBasePlugUi* plug_in : m_studio.ui_plug_ins())
         plug_in->destroy_windows();
@@ -237,14 +225,15 @@ CChildDlg* MainWindow::side_page() const
     return front_page(m_side_area->currentWidget());
 }
 
-// Files ---------------------------------------------------------------------------------------------------------------
+// What is shown ---------------------------------------------------------------------------------------------------------------
 
 void MainWindow::update_document()
 {
     const QString& path = m_studio.file_name();
     const QString name = path.isEmpty() ? lang(u"未命名", u"Untitled") : filefun::get_pure_filename(path, 1);
+    const QString copy = m_studio.is_copy() ? lang(u" [副本]", u" [Copy]") : QString();
     const QString playing = m_studio.is_playing() ? lang(u" [预览]", u" [Preview]") : QString();
-    setWindowTitle(QStringLiteral("%1[*]%2 - Tarn studio").arg(name, playing));
+    setWindowTitle(QStringLiteral("%1[*]%2%3 - Tarn studio").arg(name, copy, playing));
     setWindowModified(m_studio.is_changed());
     update_edit_menu();
     const bool begins = m_studio.is_playing() && !m_shows_preview;
@@ -259,6 +248,15 @@ void MainWindow::update_document()
         m_event_log->raise();
     }
     m_view->setFocus();
+}
+
+/// Scripts stand still while something is read or written.
+tarn::Status MainWindow::work(const QString& what, const CBaseWorld::Work& job)
+{
+    m_studio.world().scripts().set_paused(true);
+    auto status = do_watched(this, what, job);
+    m_studio.world().scripts().set_paused(false);
+    return status;
 }
 
 /// A script shows a message: once what it does now is done, one after the other.
@@ -314,89 +312,6 @@ void MainWindow::toggle_preview()
 {
     m_view->finish_text();
     m_studio.set_playing(!m_studio.is_playing());
-}
-
-bool MainWindow::report(const QString& failure)
-{
-    if (failure.isEmpty())
-        return true;
-    tarn::boxes::error(this, failure);
-    return false;
-}
-
-bool MainWindow::new_file()
-{
-    m_view->finish_text();
-    return report(m_studio.new_file());
-}
-
-bool MainWindow::open_file(const QString& path)
-{
-    m_view->finish_text();
-    return report(m_studio.open_file(path));
-}
-
-bool MainWindow::save_file(const QString& path)
-{
-    m_view->finish_text();
-    const bool read_only = tarn::is_read_only(path);
-    if (read_only
-        && !tarn::boxes::confirm(
-            this, lang(u"%1 是只读文件。仍要替换它吗？", u"%1 is read-only. Replace it all the same?").arg(path)))
-        return false;
-    return report(m_studio.save_file(path, read_only));
-}
-
-bool MainWindow::may_discard()
-{
-    m_view->finish_text();
-    if (!m_studio.is_changed())
-        return true;
-    const QString name = m_studio.file_name().isEmpty() ? lang(u"未命名", u"Untitled")
-                                                        : filefun::get_pure_filename(m_studio.file_name(), 1);
-    const Button answer = tarn::boxes::message(
-        this,
-        {.text = lang(u"“%1”已修改。要保存吗？", u"\"%1\" was changed. Save it?").arg(name),
-         .title = {},
-         .buttons = {Button::Yes, Button::No, Button::Cancel}});
-    return answer == Button::No || (answer == Button::Yes && save());
-}
-
-void MainWindow::ask_and_new()
-{
-    if (may_discard())
-        new_file();
-}
-
-void MainWindow::ask_and_open()
-{
-    if (!may_discard())
-        return;
-    const QString path = filedlg::pop_file_dlg(filter(), filedlg::mode_open, this,
-                                               QFileInfo(m_studio.file_name()).absolutePath());
-    if (!path.isEmpty())
-        open_file(path);
-}
-
-bool MainWindow::ask_and_save()
-{
-    const QString path = filedlg::pop_file_dlg(filter(), filedlg::mode_save, this, m_studio.file_name());
-    return !path.isEmpty() && save_file(path);
-}
-
-bool MainWindow::save()
-{
-    return m_studio.file_name().isEmpty() ? ask_and_save() : save_file(m_studio.file_name());
-}
-
-void MainWindow::closeEvent(QCloseEvent* event)
-{
-    if (!may_discard()) {
-        event->ignore();
-        return;
-    }
-    save_places();
-    event->accept();
 }
 
 // Places --------------------------------------------------------------------------------------------------------------

@@ -4,6 +4,7 @@
 #include "frame/boxes.h"
 
 #include "core/model_changes.h"
+#include "engine/base_world.h"
 
 #include <QMainWindow>
 
@@ -17,6 +18,10 @@ class QMenu;
 class QStackedWidget;
 class QTabBar;
 class Studio;
+
+namespace tarn {
+struct FileHolder;
+}
 
 /// The program's window: menus, the 3D view with the strip of the active mode above it, the side panel with the tabs of
 /// the modes, and the plug-ins' bars.
@@ -42,6 +47,10 @@ public:
     bool new_file();
     bool open_file(const QString& path);
     bool save_file(const QString& path);
+    /// Offers what programs that are gone did not save; true when the author took one.
+    bool offer_recovery();
+    /// The program is ended from outside.
+    void keep_unsaved();
     /// As Edit > Undo and Redo do; false when there was no step.
     bool undo();
     bool redo();
@@ -73,7 +82,11 @@ private:
     void toggle_preview();
     void post_message(const QString& text, const QString& title);
     void show_messages();
-    bool report(const QString& failure);
+    tarn::Status work(const QString& what, const CBaseWorld::Work& job);
+    /// True when it went well; otherwise a box says why not.
+    bool report(const tarn::Status& status);
+    bool opens_copy(const QString& path, const tarn::FileHolder& holder);
+    QString reason_to_ask(const QString& path) const;
     /// Asks what to do with unsaved changes; true when the scene may be given up.
     bool may_discard();
     void ask_and_new();

@@ -203,7 +203,7 @@ void MainWindow::make_help_menu()
                      u"在同一处再次单击：选择下面的对象\n双击文字：就地修改\n"
                      u"拖动手柄：调整大小（Shift 保持比例，Alt 中心不动）\n方向键：移动 1 像素，加 Shift 为 10 像素\n"
                      u"按住 Ctrl 拖动：暂停捕捉　从标尺拖出：辅助线\n"
-                     u"Esc：取消拖动；取消选择\n右键单击：菜单　右键拖动：旋转相机\n"
+                     u"Esc：取消拖动或创建；取消选择\n右键单击：菜单　右键拖动：旋转相机\n"
                      u"中键：平移相机　滚轮：缩放\nF5：预览",
                      u"Left button: select and move; drag beside everything to draw a selection frame\n"
                      u"Ctrl + left button: add to the selection or take from it. Shift: add\n"
@@ -212,7 +212,7 @@ void MainWindow::make_help_menu()
                      u"Drag a handle: resize (Shift keeps the ratio, Alt the centre)\n"
                      u"Arrow keys: move by 1 pixel, with Shift by 10\n"
                      u"Hold Ctrl while dragging: no snapping. Drag out of a ruler: a guide line\n"
-                     u"Esc: drop a drag; select less\n"
+                     u"Esc: drop a drag or a creation; select less\n"
                      u"Right click: menu. Right drag: turn the camera\n"
                      u"Middle button: pan the camera. Wheel: zoom\nF5: preview"),
                  .title = {}});

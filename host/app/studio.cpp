@@ -1,5 +1,6 @@
 #include "studio.h"
 
+#include "autosave.h"
 #include "core/journal.h"
 #include "core/language.h"
 #include "engine/scene_plug.h"
@@ -11,6 +12,7 @@
 #include <QFileInfo>
 
 using tarn::lang;
+using tarn::Status;
 
 namespace {
 
@@ -51,7 +53,7 @@ QStringList Studio::load_plug_ins(const QString& folder)
 void Studio::start_world()
 {
     if (m_scene) {
-        m_scene->journal().on_changed = [this] { Q_EMIT document_changed(); };
+        m_scene->journal().on_changed = [this] { follow_journal(); };
         m_scene->on_world_created(&m_world);
     }
     for (CBasePlugUi* plug_in : m_ui_plug_ins) {
@@ -64,6 +66,8 @@ void Studio::start_world()
 
 void Studio::stop()
 {
+    m_autosave.reset();
+    m_file.leave();
     for (CBasePlugUi* plug_in : m_ui_plug_ins)
         m_world.remove_listener(plug_in);
     m_ui_plug_ins.clear();
@@ -78,46 +82,112 @@ bool Studio::is_changed() const
     return m_scene && !m_scene->journal().is_saved();
 }
 
-QString Studio::new_file()
+void Studio::follow_journal()
+{
+    if (m_autosave)
+        is_changed() ? m_autosave->note_edit() : m_autosave->forget();
+    Q_EMIT document_changed();
+}
+
+/// The scene belongs to another file, or was exchanged.
+void Studio::file_changed()
+{
+    if (m_autosave)
+        m_autosave->set_file(m_file.is_copy() ? QString() : m_file.path(), m_file.stamp());
+    if (!m_file.path().isEmpty())
+        remember_file(m_file.path());
+    Q_EMIT document_changed();
+}
+
+Status Studio::new_file()
 {
     if (!m_scene)
-        return lang(u"没有场景插件，无法新建。", u"There is no scene plug-in; nothing can be made.");
+        return Status::error(lang(u"没有场景插件，无法新建。", u"There is no scene plug-in; nothing can be made."));
     m_scene->new_scene();
-    m_file_name.clear();
-    m_world.update_all_views();
-    Q_EMIT document_changed();
+    m_file.leave();
+    file_changed();
     return {};
 }
 
-QString Studio::open_file(const QString& path)
+Status Studio::open_file(const QString& path, bool as_copy)
 {
     if (!m_scene)
-        return lang(u"没有场景插件，无法打开文件。", u"There is no scene plug-in; no file can be opened.");
+        return Status::error(
+            lang(u"没有场景插件，无法打开文件。", u"There is no scene plug-in; no file can be opened."));
+    const auto stamp = tarn::FileStamp::of(path); // Before it is read: what is written meanwhile counts as later.
     if (auto status = m_scene->open_scene(path); !status)
-        return status.message();
-    m_file_name = QFileInfo(path).absoluteFilePath();
-    remember_file(m_file_name);
-    m_world.update_all_views();
+        return status;
+    m_file.take(QFileInfo(path).absoluteFilePath(), stamp, as_copy);
+    file_changed();
+    return {};
+}
+
+Status Studio::save_file(const QString& path, bool replace_read_only)
+{
+    if (!m_scene)
+        return Status::error(lang(u"没有场景插件，无法保存。", u"There is no scene plug-in; nothing can be saved."));
+    if (auto status = m_scene->save_scene(path, replace_read_only); !status)
+        return status;
+    m_file.take(QFileInfo(path).absoluteFilePath(), tarn::FileStamp::of(path));
+    file_changed();
+    return {};
+}
+
+// Nothing is lost -----------------------------------------------------------------------------------------------------
+
+void Studio::keep_data(const QString& folder)
+{
+    m_data_folder = folder;
+    m_file = tarn::OpenFile(folder + QStringLiteral("/open"));
+    if (!m_scene)
+        return;
+    auto recovery = tarn::RecoveryFile::make(folder + QStringLiteral("/recovery"));
+    if (!recovery) {
+        Q_EMIT autosave_failed(
+            lang(u"无法自动保存：文件夹 %1 不可写。", u"Autosaving is not possible: %1 cannot be written.")
+                .arg(QDir::toNativeSeparators(folder)));
+        return;
+    }
+    m_autosave = std::make_unique<Autosave>(*m_scene, std::move(recovery));
+    connect(m_autosave.get(), &Autosave::failed, this, &Studio::autosave_failed);
+}
+
+std::vector<std::unique_ptr<tarn::RecoveryFile>> Studio::left_behind() const
+{
+    if (!m_autosave)
+        return {};
+    return tarn::RecoveryFile::left_behind(m_data_folder + QStringLiteral("/recovery"));
+}
+
+Status Studio::recover(std::unique_ptr<tarn::RecoveryFile> file)
+{
+    const tarn::RecoveryInfo info = file->info();
+    if (auto status = m_scene->recover_scene(file->package(), info.file); !status)
+        return status;
+    if (info.file.isEmpty())
+        m_file.leave();
+    else
+        m_file.take(info.file, info.stamp, m_file.other_holder(info.file).has_value());
+    m_autosave->adopt(std::move(file), info);
     Q_EMIT document_changed();
     return {};
 }
 
-QString Studio::save_file(const QString& path, bool replace_read_only)
+void Studio::keep_unsaved()
 {
-    if (!m_scene)
-        return lang(u"没有场景插件，无法保存。", u"There is no scene plug-in; nothing can be saved.");
-    if (auto status = m_scene->save_scene(path, replace_read_only); !status)
-        return status.message();
-    m_file_name = QFileInfo(path).absoluteFilePath();
-    remember_file(m_file_name);
-    Q_EMIT document_changed();
-    return {};
+    if (m_autosave && is_changed())
+        (void)m_autosave->save_now();
+    else
+        m_autosave.reset();
 }
 
 void Studio::after_undo()
 {
     m_world.broadcast(tarn::ui_scene_changed);
-    m_world.update_all_views();
+    // With that code the lists show the current object alone.
+    const tarn::SceneModel::Selection selected = m_scene->model().selection();
+    if (selected.controls.size() + selected.dialogs.size() > 1)
+        m_world.broadcast(tarn::ui_selection_changed);
 }
 
 bool Studio::undo()

@@ -1,6 +1,9 @@
 #pragma once
 
+#include "core/status.h"
 #include "engine/base_world.h"
+#include "store/open_file.h"
+#include "store/recovery_file.h"
 
 #include <QElapsedTimer>
 #include <QObject>
@@ -8,6 +11,7 @@
 #include <QStringList>
 #include <QTimer>
 
+class Autosave;
 class CBasePlugUi;
 class CScenePlug;
 
@@ -31,13 +35,28 @@ public:
     const std::vector<CBasePlugUi*>& ui_plug_ins() const { return m_ui_plug_ins; }
 
     /// The file that is open; empty while the scene was never saved.
-    const QString& file_name() const { return m_file_name; }
+    const QString& file_name() const { return m_file.path(); }
     bool is_changed() const;
+    /// Whether the file was opened as a copy: it is to be saved elsewhere.
+    bool is_copy() const { return m_file.is_copy(); }
+    bool was_changed_outside(const QString& path) const { return m_file.was_changed_outside(path); }
+    /// Another program that has the file open; none when the program keeps no data.
+    std::optional<tarn::FileHolder> other_holder(const QString& path) const { return m_file.other_holder(path); }
 
-    // Each answers a message for the user, or an empty text when it went well.
-    QString new_file();
-    QString open_file(const QString& path);
-    QString save_file(const QString& path, bool replace_read_only = false);
+    tarn::Status new_file();
+    tarn::Status open_file(const QString& path, bool as_copy = false);
+    tarn::Status save_file(const QString& path, bool replace_read_only = false);
+
+    /// From now on the program keeps what is not saved in that folder, and tells other programs there what it has open.
+    /// Comes before a file is opened.
+    void keep_data(const QString& folder);
+    /// What programs that are gone did not save, newest first.
+    std::vector<std::unique_ptr<tarn::RecoveryFile>> left_behind() const;
+    /// Opens what was left behind: a changed scene of its file, which is not touched. `file` stays, for the next start, on
+    /// failure.
+    tarn::Status recover(std::unique_ptr<tarn::RecoveryFile> file);
+    /// Keeps what is not saved now, because the program is ended from outside.
+    void keep_unsaved();
 
     /// True when there was a step.
     bool undo();
@@ -53,8 +72,12 @@ public:
 Q_SIGNALS:
     /// File name, changed mark, undo names or the preview changed.
     void document_changed();
+    /// What is not saved cannot be kept.
+    void autosave_failed(const QString& message);
 
 private:
+    void follow_journal();
+    void file_changed();
     void after_undo();
     void tick();
     void remember_file(const QString& path);
@@ -62,7 +85,9 @@ private:
     CBaseWorld m_world;
     CScenePlug* m_scene = nullptr;
     std::vector<CBasePlugUi*> m_ui_plug_ins;
-    QString m_file_name;
-    QElapsedTimer m_clock; ///< since the scene began to run
+    tarn::OpenFile m_file;
+    QString m_data_folder;                ///< null: nothing is kept
+    std::unique_ptr<Autosave> m_autosave; ///< null when nothing is kept
+    QElapsedTimer m_clock;                ///< since the scene began to run
     QTimer m_ticks;
 };

@@ -1,4 +1,5 @@
 #include "document.h"
+#include "authored.h"
 
 #include "language.h"
 #include "model_object.h"
@@ -112,10 +113,10 @@ private:
         QSet<QString> taken;
         if (kind.unique_key)
             for (const ModelObject* present : document.objects_of(kind))
-                taken.insert(kind.unique_key(present->authored_state()));
+                taken.insert(kind.unique_key(Authored::state(*present)));
         std::erase_if(m_objects, [&](const auto& object) {
             return object->kind() == &kind && kind.unique_key
-                && taken.contains(kind.unique_key(object->authored_state()));
+                && taken.contains(kind.unique_key(Authored::state(*object)));
         });
         IdList& children = *kind.children(kind.container->edit_base());
         for (const auto& object : m_objects) {
@@ -222,10 +223,9 @@ ModelObject* Document::find(quint32 id) const
 
 std::shared_ptr<ModelObject> Document::create(const ObjectKind& kind, StatePtr state)
 {
-    auto object = kind.make_object(*state);
+    auto object = kind.make_object(std::move(state));
     object->m_kind = &kind;
     object->m_recorded = kind.recorded;
-    object->m_state = std::move(state);
     m_objects.insert(object->id(), object);
     return object;
 }
@@ -274,7 +274,7 @@ std::vector<std::vector<ModelObject*>> Document::collected(bool authored) const
 {
     std::vector<std::vector<ModelObject*>> objects(m_kinds.size());
     const auto add_children = [&](const ObjectKind& kind, const ModelObject& parent) {
-        const IdList* ids = kind.children_of(authored ? parent.authored_state() : parent.shown_state());
+        const IdList* ids = kind.children_of(authored ? Authored::state(parent) : parent.shown_state());
         if (!ids)
             return false;
         for (const ObjectRef child : *ids)
@@ -306,7 +306,7 @@ std::vector<std::shared_ptr<ModelObject>> Document::unrecorded_objects() const
     std::vector<std::shared_ptr<ModelObject>> objects;
     for (const ObjectKind& kind : m_kinds)
         if (!kind.recorded)
-            for (const ObjectRef child : *kind.children_of(kind.container->authored_state()))
+            for (const ObjectRef child : *kind.children_of(Authored::state(*kind.container)))
                 objects.push_back(m_objects.value(child.id));
     return objects;
 }
@@ -383,7 +383,7 @@ void Document::install(SceneSnapshot content)
         if (!kind.recorded)
             continue;
         for (const auto& [id, parent] : m_permanent) {
-            const IdList* ids = kind.children_of(parent->authored_state());
+            const IdList* ids = kind.children_of(Authored::state(*parent));
             if (!ids || (kind.container && kind.container != parent))
                 continue;
             std::vector<ModelObject*> children;
@@ -425,7 +425,8 @@ void Document::install(SceneSnapshot content)
 Status Document::check_room(const SceneSnapshot& content) const
 {
     for (const ObjectKind& kind : m_kinds)
-        if (objects_of(kind).size() + content.objects[kind.place].size() > kind.most)
+        if (kind.most != ObjectKind::unlimited
+            && objects_of(kind).size() + content.objects[kind.place].size() > kind.most)
             return Status::error(lang(u"场景中的%1过多（最多 %2 个）。",
                                       u"The scene would have too many objects of the kind \"%1\" (at most %2).")
                                      .arg(lang(kind.chinese, kind.english))
@@ -491,7 +492,7 @@ quint32 Document::next_id() const
 
 const DocumentState& Document::state() const
 {
-    return static_cast<const DocumentState&>(m_root->authored_state());
+    return static_cast<const DocumentState&>(Authored::state(*m_root));
 }
 
 void Document::edit_files(const std::function<void(QMap<QString, QByteArray>&)>& change)

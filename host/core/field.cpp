@@ -38,6 +38,8 @@ void FieldTable::add(std::unique_ptr<FieldBase> field)
     m_keys.push_back(field->key());
     if (field->has_heap())
         m_heap_fields.push_back(field.get());
+    if (field->has_links())
+        m_link_fields.push_back(field.get());
     m_own.push_back(std::move(field));
 }
 

@@ -60,6 +60,8 @@ public:
     virtual std::size_t kept_bytes(const ObjectState& kept, const ObjectState& other) const = 0;
     /// Whether a value may take memory beside the state.
     virtual bool has_heap() const = 0;
+    /// Whether a value may lead to something else: to objects by id, to pictures or functions by name.
+    virtual bool has_links() const = 0;
 
     /// The references to objects that this field holds; none when it is not of that kind.
     virtual void each_reference(const ObjectState& state, const std::function<void(ObjectRef)>& visit) const = 0;
@@ -190,6 +192,7 @@ public:
         return bytes;
     }
     bool has_heap() const override { return !std::is_trivially_copyable_v<T>; }
+    bool has_links() const override { return std::is_same_v<Part, ObjectRef> || rules().picture || rules().function; }
     void each_reference(const ObjectState& state, const std::function<void(ObjectRef)>& visit) const override
     {
         if constexpr (std::is_same_v<Part, ObjectRef>)
@@ -273,6 +276,7 @@ public:
             m_names = base->m_names;
             m_keys = base->m_keys;
             m_heap_fields = base->m_heap_fields;
+            m_link_fields = base->m_link_fields;
         }
         m_own.reserve(sizeof...(fields));
         (add(std::move(fields)), ...);
@@ -284,6 +288,8 @@ public:
     const FieldBase* at(std::size_t index) const { return m_fields[index]; }
     /// Those whose values may take memory beside the state.
     const Fields& heap_fields() const { return m_heap_fields; }
+    /// Those whose values may lead to something else.
+    const Fields& link_fields() const { return m_link_fields; }
     /// The index of the field named `name`, looked for first at `hint` (the place after the last one found), or -1.
     int index_of(std::string_view name, int hint = 0) const;
     const FieldBase* find(std::string_view name) const;
@@ -295,6 +301,7 @@ private:
 
     Fields m_fields;
     Fields m_heap_fields;
+    Fields m_link_fields;
     std::vector<std::string_view> m_names;
     std::vector<FieldKey> m_keys;
     std::vector<std::unique_ptr<FieldBase>> m_own;

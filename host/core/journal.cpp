@@ -1,4 +1,5 @@
 #include "journal.h"
+#include "authored.h"
 
 #include "document.h"
 #include "model_object.h"
@@ -9,9 +10,11 @@ namespace tarn {
 
 namespace {
 
+constexpr std::size_t usual_state_size = 256; ///< bytes
+
 std::size_t bytes_kept(const ObjectState& kept, const ObjectState& other)
 {
-    std::size_t bytes = 2 * ObjectState::usual_size;
+    std::size_t bytes = usual_state_size;
     for (const FieldBase* field : kept.fields().heap_fields())
         bytes += field->kept_bytes(kept, other);
     return bytes;
@@ -21,7 +24,7 @@ std::size_t bytes_kept(const ObjectState& kept, const ObjectState& other)
 /// the step keeps all.
 std::size_t bytes_kept(const Journal::Entry& entry)
 {
-    const ObjectState& now = entry.object->authored_state();
+    const ObjectState& now = Authored::state(*entry.object);
     const ObjectKind* kind = entry.object->kind();
     if (!kind || entry.state->parent.id == 0 || now.parent.id != 0)
         return bytes_kept(*entry.state, now);
@@ -161,16 +164,8 @@ void Journal::exchange(Step& step)
 
 void Journal::drop_undone()
 {
-    constexpr std::size_t ahead = 8;
-    for (std::size_t step = m_position; step < m_steps.size(); ++step) {
-        auto& entries = m_steps[step].entries;
-        for (std::size_t i = 0; i < entries.size(); ++i) {
-            if (i + ahead < entries.size())
-                prefetch(entries[i + ahead].state.constData(), ObjectState::usual_size);
-            entries[i].state.reset();
-        }
+    for (std::size_t step = m_position; step < m_steps.size(); ++step)
         m_bytes -= m_steps[step].bytes;
-    }
     m_steps.resize(m_position);
 }
 

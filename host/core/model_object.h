@@ -16,10 +16,11 @@ namespace tarn {
 ///
 /// Beside what the author made of it, its state, an object has what is shown: the same, but for those fields that a
 /// preview or a timebar wrote (see ShownWrites). Whoever draws, hits, lays out or runs the interface reads what is shown;
-/// only saving, comparing and automation's get() read what is authored.
+/// only saving, copying, comparing and automation's get() read what is authored: see authored.h.
 class ModelObject : public std::enable_shared_from_this<ModelObject> {
 public:
-    ModelObject(Document& document, ObjectState* initial) : m_document(document), m_state(initial) {}
+    ModelObject(Document& document, StatePtr state) : m_document(document), m_state(std::move(state)) {}
+    ModelObject(Document& document, ObjectState* fresh) : ModelObject(document, StatePtr(fresh)) {}
     virtual ~ModelObject();
     ModelObject(const ModelObject&) = delete;
     ModelObject& operator=(const ModelObject&) = delete;
@@ -30,7 +31,6 @@ public:
     /// Null for an object that no kind describes: a container.
     const ObjectKind* kind() const { return m_kind; }
     const FieldTable& fields() const { return m_state->fields(); }
-    const ObjectState& authored_state() const { return *m_state; }
     const ObjectState& shown_state() const { return m_shown ? *m_shown->state : *m_state; }
     /// Shared with who asks until the object is written: for snapshots.
     const StatePtr& shared_state() const { return m_state; }
@@ -44,10 +44,9 @@ public:
     /// Null for a container and for what is in nobody's list.
     ModelObject* parent() const { return m_parent; }
 
-    /// An attribute as the outside sees it, of what is shown or of what is authored. Objects override value_in() and
-    /// set_property() where reading or writing does more than the state.
+    /// An attribute as the outside sees it, of what is shown. Objects override value_in() and set_property() where reading
+    /// or writing does more than the state.
     Value property(const FieldBase& field) const { return value_in(shown_state(), field); }
-    Value authored_property(const FieldBase& field) const { return value_in(*m_state, field); }
     virtual Status set_property(const FieldBase& field, const Value& value);
 
     /// Called after every write, when the state's own rules are in force, for rules between objects. Undo and redo are no
@@ -66,9 +65,6 @@ public:
         state_changed();
     }
 
-    /// The object's memory, and its state's once that of the object is there, are wanted soon.
-    void prefetch_object() const { prefetch(this, usual_size); }
-    void prefetch_state() const { prefetch(m_state.constData(), ObjectState::usual_size); }
     /// Changes the object by `change`, which is given its state for writing.
     template <class State, class Change>
     void write(Change&& change)
@@ -114,10 +110,10 @@ protected:
     }
 
 private:
+    friend class Authored;
     friend class Document;
     friend class Journal;
     friend class ModelChanges;
-    static constexpr int usual_size = 128; ///< bytes of a control
 
     /// What is shown instead of the authored state.
     struct Shown {
@@ -152,25 +148,5 @@ private:
     bool m_is_root = false;          ///< a container
     bool m_recorded = true;          ///< changes are steps of undo
 };
-
-/// Calls `visit` for each element of `list` in order and has the memory of those to come fetched meanwhile. `object`
-/// gives the model object that an element stands for.
-template <class List, class Visit, class Object = std::identity>
-void walk(List&& list, Visit visit, Object object = {})
-{
-    constexpr decltype(list.size()) ahead = 6;
-    const auto count = list.size();
-    for (decltype(list.size()) i = 0; i < std::min(2 * ahead, count); ++i)
-        std::invoke(object, list[i])->prefetch_object();
-    for (decltype(list.size()) i = 0; i < std::min(ahead, count); ++i)
-        std::invoke(object, list[i])->prefetch_state();
-    for (decltype(list.size()) i = 0; i < count; ++i) {
-        if (i + 2 * ahead < count)
-            std::invoke(object, list[i + 2 * ahead])->prefetch_object();
-        if (i + ahead < count)
-            std::invoke(object, list[i + ahead])->prefetch_state();
-        visit(list[i]);
-    }
-}
 
 } // namespace tarn

@@ -34,13 +34,14 @@ struct ObjectKind {
     ModelObject* fixed = nullptr;     ///< the only one of its kind, which is always there
     /// A fresh state; null for a type that there is not.
     ObjectState* (*make_state)(int type) = nullptr;
-    std::function<std::shared_ptr<ModelObject>(const ObjectState& state)> make_object{};
+    std::function<std::shared_ptr<ModelObject>(StatePtr state)> make_object{};
     /// The list of ids in a parent's state; null when `parent` cannot have such children.
     IdList* (*children)(ObjectState& parent) = nullptr;
     /// What no two objects of the kind have alike; null where there is no such thing. An empty answer: the object lacks
     /// something without which it is nothing.
     QString (*unique_key)(const ObjectState& state) = nullptr;
-    std::size_t most = std::numeric_limits<std::size_t>::max(); ///< that a scene may have
+    static constexpr std::size_t unlimited = std::numeric_limits<std::size_t>::max();
+    std::size_t most = unlimited; ///< that a scene may have
 
     // The document sets these.
     std::size_t place = 0; ///< in the table

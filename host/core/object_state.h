@@ -40,8 +40,6 @@ private:
 /// The data of a model object, apart from everything that can be worked out from it: plain values, no pointers. States
 /// are shared between an object, the undo journal and snapshots, and copied when one of them is written.
 struct ObjectState : QSharedData {
-    static constexpr int usual_size = 128; ///< bytes; what is worth fetching of a state ahead of its use
-
     quint32 id = 0;
     ObjectRef parent; ///< whose list of children holds the object; none while it is not part of the scene
     /// Members of the saved object that this version does not know, kept as JSON text and written back.

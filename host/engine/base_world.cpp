@@ -80,6 +80,11 @@ void CBaseWorld::api_reset_mt()
     m_tool = m_default_tool;
 }
 
+tarn::Status CBaseWorld::work(const QString& what, const Work& job)
+{
+    return on_work ? on_work(what, job) : job({});
+}
+
 void CBaseWorld::set_script_api(tarn::ScriptApi api)
 {
     m_scripts = std::make_unique<tarn::ScriptRuntime>(*m_functions, std::move(api));

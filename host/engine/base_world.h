@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/document.h"
+#include "core/progress.h"
 #include "mouse_tool.h"
 #include "orbit_camera.h"
 #include "overlay.h"
@@ -92,6 +93,11 @@ public:
     std::function<void(const QString&, const QString&)> on_message;
     /// What functions can call and reach; a scene brings it.
     void set_script_api(tarn::ScriptApi api);
+    /// Does what may take long, with a progress that the program shows where there is one: `what` says what is done.
+    using Work = std::function<tarn::Status(const tarn::Progress&)>;
+    tarn::Status work(const QString& what, const Work& job);
+    /// Given by the program. While the job asks whether to go on, windows are drawn and timers run, but nobody edits.
+    std::function<tarn::Status(const QString& what, const Work& job)> on_work;
     /// Opens a step of undo of that name, which lasts until the answer is let go. Null: there is nothing to undo.
     std::function<std::shared_ptr<void>(const QString& name)> begin_edit;
 

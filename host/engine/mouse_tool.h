@@ -35,6 +35,8 @@ public:
     virtual bool text(const QString&, const QString&) { return false; }
     /// Where the next character goes, pixels of the view; empty when the tool takes no text now.
     virtual QRectF text_caret() const { return {}; }
+    /// Whether something hides the world at `place` from the mouse buttons that move the camera.
+    virtual bool covers(QPointF) const { return false; }
     /// The wheel, positive steps away from the user; true when the tool took it.
     virtual bool wheel(QPointF, double) { return false; }
     /// Draws what belongs to the tool over a view: outlines, handles, read-outs. The painter draws in pixels of the

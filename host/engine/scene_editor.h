@@ -25,6 +25,7 @@ struct EditCommand {
     bool checked = false;
     bool begins_group = false; ///< a separator stands before it
     QString question;          ///< has to be confirmed before the command runs; empty: nothing is asked
+    QString question_title{};  ///< of the box that asks
 };
 
 /// A text of the scene that can be edited where it stands.
@@ -48,6 +49,10 @@ public:
     /// Selects what stands at `place` of a view unless it is selected, and answers the commands that go with it; none
     /// while the scene runs.
     virtual std::vector<EditCommand> context_commands(QPointF place) = 0;
+    /// The same commands for what is selected, wherever a menu is opened; none while the scene runs.
+    virtual std::vector<EditCommand> selection_commands() const = 0;
+    /// Gives up what the mouse was about to create; false when it was to create nothing.
+    virtual bool cancel_creation() = 0;
     /// Runs one of these commands; nothing happens when it is not enabled.
     virtual Status run(int command) = 0;
     /// The text at `place` of a view, whose object becomes the selected one.

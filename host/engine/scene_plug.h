@@ -7,6 +7,7 @@
 #include <QRectF>
 #include <QString>
 
+#include <memory>
 #include <vector>
 
 class CBaseWorld;
@@ -17,23 +18,32 @@ class Document;
 class Journal;
 class ModelObject;
 class SceneEditor;
+struct ObjectKind;
 
-/// The model of a scene plug-in as the program's automation sees it: objects with properties, and what is selected.
+/// What the program's automation needs of a scene plug-in beside the tree of objects in its document.
 class SceneModel {
 public:
+    /// A new object as it is asked for. What is left out is as the author's button makes it.
+    struct Making {
+        QString name{};
+        QRectF rect{0, 0, -1, -1};     ///< sizes below 0 take the usual size
+        int type = -1;                 ///< of a kind that has types
+        ModelObject* parent = nullptr; ///< null: the outermost that such objects can hang on
+    };
     struct Selection {
         bool editing = false;
         bool controls_selected = false;
         bool menu_editing = false;
         ModelObject* dialog = nullptr; ///< the current one; null for none
         ModelObject* control = nullptr;
+        ModelObject* menu = nullptr;
         std::vector<ModelObject*> dialogs; ///< in selection order
         std::vector<ModelObject*> controls;
     };
 
-    /// What ties an event of a control to a function.
+    /// What ties an event of a control or a dialog to a function.
     struct Event {
-        ModelObject* control = nullptr; ///< null when it is gone
+        ModelObject* control = nullptr; ///< or the dialog; null when it is gone
         quint32 type = 0;
         QString function;
     };
@@ -49,20 +59,22 @@ public:
     virtual ~SceneModel() = default;
     /// The same objects as scene functions find them.
     virtual const ScriptObjects& objects() const = 0;
-    virtual std::vector<ModelObject*> dialogs() const = 0; ///< the top layer last
-    virtual ModelObject* root_dialog() const = 0;
-    virtual std::vector<ModelObject*> controls() const = 0; ///< in the scene's order
-    /// The controls of a dialog, the top layer last; empty for another kind of object.
-    virtual std::vector<ModelObject*> controls_of(const ModelObject& dialog) const = 0;
-    /// An empty name lets the scene choose one; sizes below 0 take the usual size.
-    virtual Result<ModelObject*> create_dialog(const QString& name, const QRectF& rect) = 0;
-    virtual Result<ModelObject*> create_control(int type, ModelObject& dialog, const QString& name, const QRectF& rect)
-        = 0;
+    /// An object of the kind, one step of undo.
+    virtual Result<ModelObject*> create(const ObjectKind& kind, const Making& making) = 0;
+    /// Removes the object as the author's Delete does, without questions.
+    virtual Status remove(ModelObject& object) = 0;
     virtual Selection selection() const = 0;
     /// Selects dialogs or controls, not both; the last becomes the current one. No object clears the selection.
     virtual Status select(const std::vector<ModelObject*>& objects) = 0;
     virtual std::vector<Event> events() const = 0;
     virtual std::vector<Problem> problems() const = 0;
+};
+
+/// A scene as it was authored at one moment. It is made and released in the thread of the model; any thread can write it.
+class SceneCopy {
+public:
+    virtual ~SceneCopy() = default;
+    virtual Status write(const QString& path) const = 0;
 };
 
 } // namespace tarn
@@ -85,6 +97,12 @@ public:
     virtual tarn::Status open_scene(const QString& path) = 0;
     /// A read-only file is kept, and that is a failure, unless it is to be replaced; it then stays read-only.
     virtual tarn::Status save_scene(const QString& path, bool replace_read_only = false) = 0;
+
+    /// Of the scene now, whatever runs or is under way.
+    virtual std::unique_ptr<tarn::SceneCopy> copy_scene() const = 0;
+    /// As open_scene(), with a scene that counts as changed and is that of the file `path`, which is not touched; a null
+    /// path stands for a scene that was never saved.
+    virtual tarn::Status recover_scene(const QString& package, const QString& path) = 0;
 
     /// Runs the scene, or ends that: everything takes the state again that it had before.
     virtual void play(bool on) = 0;

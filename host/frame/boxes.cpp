@@ -51,9 +51,15 @@ int dialog(QDialog& dialog)
     return responder().dialog(dialog);
 }
 
+std::unique_ptr<ProgressBox> progress(QWidget* parent, const QString& text)
+{
+    return responder().progress(parent, text);
+}
+
 void error(QWidget* parent, const QString& text)
 {
-    message(parent, {.text = text, .title = {}, .buttons = {Button::Ok}, .is_error = true});
+    if (!text.isEmpty())
+        message(parent, {.text = text, .title = {}, .buttons = {Button::Ok}, .is_error = true});
 }
 
 bool confirm(QWidget* parent, const QString& text, const QString& title)

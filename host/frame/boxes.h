@@ -5,6 +5,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -23,6 +24,7 @@ struct Message {
     std::vector<Button> buttons{Button::Ok};
     bool is_error = false;
     QString cancel_caption{}; ///< what Cancel says where it does something of its own; Escape is then the first button
+    QStringList captions{};   ///< what the buttons say, in their order, where it is not the usual
 };
 
 struct Prompt {
@@ -52,6 +54,14 @@ struct Menu {
     QPoint place; ///< on the desktop
 };
 
+/// Shows how far long work is, until it is destroyed.
+class ProgressBox {
+public:
+    virtual ~ProgressBox() = default;
+    /// `share` of the work is done, 0 to 1. Windows are drawn meanwhile; false: the user cancels.
+    virtual bool show(double share) = 0;
+};
+
 /// Who answers. The default asks the user.
 class Responder {
 public:
@@ -65,6 +75,8 @@ public:
     virtual std::optional<QColor> color(QWidget* parent, const QColor& initial) = 0;
     /// Runs a modal dialog and answers its result.
     virtual int dialog(QDialog& dialog) = 0;
+    /// Null: the work is not shown.
+    virtual std::unique_ptr<ProgressBox> progress(QWidget*, const QString&) { return nullptr; }
 };
 
 /// Null takes the default responder back.
@@ -76,8 +88,10 @@ QString file(QWidget* parent, const File& box);
 int menu(QWidget* parent, const Menu& menu);
 std::optional<QColor> color(QWidget* parent, const QColor& initial);
 int dialog(QDialog& dialog);
+/// `text` says what is done.
+std::unique_ptr<ProgressBox> progress(QWidget* parent, const QString& text);
 
-/// An OK-only box that tells what went wrong.
+/// An OK-only box that tells what went wrong. Work that the user gave up has an empty text, and needs no box.
 void error(QWidget* parent, const QString& text);
 /// An OK/Cancel box; true on OK.
 bool confirm(QWidget* parent, const QString& text, const QString& title = {});

@@ -12,6 +12,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMessageBox>
+#include <QProgressDialog>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -59,6 +60,38 @@ QString title_or_name(const QString& title)
     return title.isEmpty() ? QApplication::applicationDisplayName() : readable(title, 1, 200);
 }
 
+constexpr int progress_steps = 1000;
+
+class QtProgressBox : public ProgressBox {
+public:
+    QtProgressBox(QWidget* parent, const QString& text) : m_window(parent)
+    {
+        auto* label = new QLabel(readable(text));
+        label->setTextFormat(Qt::PlainText); // It may name a file.
+        m_window.setLabel(label);
+        m_window.setWindowTitle(title_or_name({}));
+        m_window.setCancelButtonText(caption(Button::Cancel));
+        m_window.setWindowModality(Qt::ApplicationModal); // Nobody edits what is being worked on.
+        m_window.setMinimumDuration(0);
+        m_window.setMinimumWidth(progress_width);
+        m_window.setAutoClose(false);
+        m_window.setAutoReset(false);
+        m_window.setRange(0, progress_steps);
+        m_window.show();
+    }
+    bool show(double share) override
+    {
+        m_window.setValue(int(share * progress_steps));
+        QCoreApplication::processEvents();
+        return !m_window.wasCanceled();
+    }
+
+private:
+    static constexpr int progress_width = 360; ///< pixels
+
+    QProgressDialog m_window;
+};
+
 } // namespace
 
 QStringList name_filters(const QString& filter)
@@ -84,8 +117,10 @@ Button QtBoxes::message(QWidget* parent, const Message& box)
     window.setWindowTitle(title_or_name(box.title));
     window.setTextFormat(Qt::PlainText); // It may name what a package calls anything.
     window.setText(readable(box.text));
-    for (const Button button : box.buttons)
-        window.addButton(standard(button))->setText(caption(button));
+    for (std::size_t i = 0; i < box.buttons.size(); ++i) {
+        const QString special = box.captions.value(qsizetype(i));
+        window.addButton(standard(box.buttons[i]))->setText(special.isEmpty() ? caption(box.buttons[i]) : special);
+    }
     if (!box.cancel_caption.isEmpty()) {
         window.button(QMessageBox::Cancel)->setText(box.cancel_caption);
         window.setEscapeButton(standard(box.buttons.front()));
@@ -163,6 +198,11 @@ std::optional<QColor> QtBoxes::color(QWidget* parent, const QColor& initial)
 int QtBoxes::dialog(QDialog& dialog)
 {
     return dialog.exec();
+}
+
+std::unique_ptr<ProgressBox> QtBoxes::progress(QWidget* parent, const QString& text)
+{
+    return std::make_unique<QtProgressBox>(parent, text);
 }
 
 } // namespace tarn::boxes

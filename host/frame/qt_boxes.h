@@ -13,6 +13,7 @@ public:
     int menu(QWidget* parent, const Menu& menu) override;
     std::optional<QColor> color(QWidget* parent, const QColor& initial) override;
     int dialog(QDialog& dialog) override;
+    std::unique_ptr<ProgressBox> progress(QWidget* parent, const QString& text) override;
 };
 
 /// The toolkit's form of a filter "label|*.ext|label|*.*||".

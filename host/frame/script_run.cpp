@@ -123,7 +123,6 @@ void ScriptRun::tick()
         m_log.add(ScriptRunLog::Kind::Result, lang(u"运行已结束。", u"Ended."));
         finish();
     }
-    m_world.update_all_views();
     m_log.flush();
     Q_EMIT went_on();
 }
@@ -136,7 +135,6 @@ void ScriptRun::finish()
         return;
     m_edit.reset();
     m_world.broadcast(ui_full_refresh);
-    m_world.update_all_views();
 }
 
 void ScriptRun::tell(const ScriptResult& result)

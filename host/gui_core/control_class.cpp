@@ -15,15 +15,16 @@
 #include "dxut_slider.h"
 
 #include <array>
+#include <utility>
 
 namespace tarn {
 
 namespace {
 
 template <class Control>
-std::shared_ptr<CDXUTControl> make(Journal& journal, CGuiCore& core)
+std::shared_ptr<CDXUTControl> make(CGuiCore& core, StatePtr state)
 {
-    return std::allocate_shared<Control>(std::pmr::polymorphic_allocator<>(&object_pool()), journal, core);
+    return std::allocate_shared<Control>(std::pmr::polymorphic_allocator<>(&object_pool()), core, std::move(state));
 }
 
 template <class State>

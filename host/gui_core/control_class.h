@@ -1,7 +1,7 @@
 #pragma once
 
 #include "control_type.h"
-#include "core/journal.h"
+#include "core/object_state.h"
 
 #include <QSize>
 #include <QString>
@@ -16,7 +16,7 @@ namespace tarn {
 
 /// What the program knows of a control type. The table is the one place where types are listed.
 struct ControlClass {
-    using Factory = std::shared_ptr<CDXUTControl> (*)(Journal&, CGuiCore&);
+    using Factory = std::shared_ptr<CDXUTControl> (*)(CGuiCore&, StatePtr);
 
     int type;
     const char* class_name;

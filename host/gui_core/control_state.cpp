@@ -96,6 +96,7 @@ const FieldTable& ControlState::field_table()
         field<S, &S::base_width>("base_width", 0.f, range(0, max_place)),
         field<S, &S::base_height>("base_height", 0.f, range(0, max_place)),
         field<S, &S::extras, &E::saved_align_type>("saved_align_type", range(0, 8)),
+        field<S, &S::extras, &E::tab_order>("tab_order", range(0, 9999)),
         computed_field<S, ScaleModeAccess>("scale_mode", {.minimum = 0, .maximum = 1, .derived = true}),
         field<S, &S::extras, &E::rotation>("rotation", range(-max_turn, max_turn)),
         computed_field<S, CenterXAccess>("center_x", range(-max_place, max_place)),
@@ -104,7 +105,8 @@ const FieldTable& ControlState::field_table()
         field<S, &S::extras, &E::style_colors>("style_colors"),
         field<S, &S::extras, &E::style_text_colors>("style_text_colors"),
         field<S, &S::extras, &E::font_family>("font_family", max_length(100)),
-        field<S, &S::extras, &E::font_italic>("font_italic"));
+        field<S, &S::extras, &E::font_italic>("font_italic"),
+        field<S, &S::extras, &E::right_click_menu>("right_click_menu"));
     return table;
 }
 
@@ -123,7 +125,8 @@ ButtonState::ButtonState()
 
 const FieldTable& ButtonState::field_table()
 {
-    static const FieldTable table = text_table<ButtonState>(1, 1);
+    using S = ButtonState;
+    static const FieldTable table = text_table<S>(1, 1, field<S, &S::extras, &ControlExtras::click_menu>("click_menu"));
     return table;
 }
 
@@ -171,7 +174,8 @@ const FieldTable& ImageButtonState::field_table()
         field<S, &S::image_pressed>("image_pressed", QString(), picture_name()),
         field<S, &S::annotation_mode>("annotation_mode", false),
         field<S, &S::annotation_x>("annotation_x", 0, range(-9999, 9999)),
-        field<S, &S::annotation_y>("annotation_y", 0, range(-9999, 9999)));
+        field<S, &S::annotation_y>("annotation_y", 0, range(-9999, 9999)),
+        field<S, &S::extras, &ControlExtras::click_menu>("click_menu"));
     return table;
 }
 

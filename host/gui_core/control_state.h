@@ -18,6 +18,7 @@ struct ControlExtras {
     float center_x = 0; ///< what the control is rotated about, pixels from its corner; without has_center its middle
     float center_y = 0;
     int saved_align_type = 0; ///< the anchor from before scaling with the dialog was turned on
+    int tab_order = 0;        ///< when Tab comes to the control, from 1 on; 0: after all that have a number
 
     // What the author chose instead of the style's, by look_name(): "Body.hover". Names that are unknown are kept.
     TextMap style_images;                     ///< names in the scene's textures
@@ -25,6 +26,9 @@ struct ControlExtras {
     QMap<QString, quint32> style_text_colors; ///< ARGB by state_name(): "hover"
     QString font_family;                      ///< empty for the style's
     bool font_italic = false;
+
+    ObjectRef right_click_menu;
+    ObjectRef click_menu; ///< of buttons
 
     bool operator==(const ControlExtras&) const = default;
 };

@@ -3,6 +3,7 @@
 #include "control_state.h"
 #include "core/language.h"
 #include "interface_font.h"
+#include "menu_state.h"
 
 #include <QFont>
 
@@ -49,6 +50,12 @@ constexpr Elements<2> progress{
     {{Element::ProgressFrame, "Frame", u"外框", u"Frame"}, {Element::ProgressFill, "Filling", u"填充", u"Filling"}}};
 constexpr Elements<1> frame{{{Element::Field, "Frame", u"边框", u"Frame"}}};
 
+constexpr Elements<5> menu_parts{{{Element::Bubble, "Background", u"背景", u"Background"},
+                                  {Element::SelectedRow, "SelectedRow", u"选中行", u"Selected Row"},
+                                  {Element::CheckMark, "Mark", u"勾选标记", u"Mark"},
+                                  {Element::DropArrow, "Arrow", u"箭头", u"Arrow"},
+                                  {Element::White, "Separator", u"分隔线", u"Separator"}}};
+
 // The pictures that a picture and a map are made of are attributes of theirs.
 const std::array table{
     TypeStyle{DXUT_CONTROL_BUTTON, true, button},
@@ -83,10 +90,51 @@ struct LookLevel {
 };
 
 /// The nearest first. What none of them says is the default skin's.
-std::array<LookLevel, 1> look_levels(const ControlState& control)
+using LookLevels = std::array<LookLevel, 1>;
+LookLevels look_levels(const ControlState& control)
 {
     const ControlExtras& own = control.extras.get();
     return {{{own.style_images, own.style_colors, own.style_text_colors}}};
+}
+LookLevels look_levels(const MenuState& menu)
+{
+    return {{{menu.style_images, menu.style_colors, menu.style_text_colors}}};
+}
+
+ElementLook resolved(std::span<const StyleElement> elements, const LookLevels& levels, Element element,
+                     VisualState state)
+{
+    const auto part = std::find_if(elements.begin(), elements.end(),
+                                   [&](const StyleElement& e) { return e.element == element; });
+    if (part == elements.end() || state == VisualState::Hidden)
+        return {};
+    ElementLook look;
+    for (const LookLevel& level : levels) {
+        if (level.images.isEmpty() && level.colors.isEmpty())
+            continue;
+        const QString name = look_name(*part, state);
+        const QString usual = look_name(*part, VisualState::Normal);
+        const bool has_own = level.images.contains(name);
+        const bool served = !has_own && level.images.contains(usual);
+        if (look.color == 0)
+            look.color = level.colors.value(name);
+        if (look.color == 0 && served)
+            look.color = level.colors.value(usual);
+        if (has_own || served) {
+            look.picture = level.images.value(has_own ? name : usual);
+            look.served = served && state != VisualState::Normal;
+            break; // A colour farther away is meant for the picture there.
+        }
+    }
+    return look;
+}
+
+quint32 resolved_text_color(const LookLevels& levels, VisualState state)
+{
+    for (const LookLevel& level : levels)
+        if (const quint32 chosen = level.text_colors.value(state_name(state)))
+            return chosen;
+    return 0;
 }
 
 } // namespace
@@ -100,6 +148,11 @@ std::span<const StyleElement> style_elements(int control_type)
 {
     const TypeStyle* style = style_of(control_type);
     return style ? style->elements : std::span<const StyleElement>();
+}
+
+std::span<const StyleElement> menu_elements()
+{
+    return menu_parts;
 }
 
 bool has_styled_text(int control_type)
@@ -136,37 +189,22 @@ QString look_name(const StyleElement& element, VisualState state)
 
 ElementLook element_look(const ControlState& control, Element element, VisualState state)
 {
-    const auto elements = style_elements(control.type);
-    const auto part = std::find_if(elements.begin(), elements.end(),
-                                   [&](const StyleElement& e) { return e.element == element; });
-    if (part == elements.end() || state == VisualState::Hidden)
-        return {};
-    ElementLook look;
-    for (const LookLevel& level : look_levels(control)) {
-        if (level.images.isEmpty() && level.colors.isEmpty())
-            continue;
-        const QString name = look_name(*part, state);
-        const QString usual = look_name(*part, VisualState::Normal);
-        const bool has_own = level.images.contains(name);
-        const bool served = !has_own && level.images.contains(usual);
-        if (look.color == 0)
-            look.color = level.colors.value(name);
-        if (look.color == 0 && served)
-            look.color = level.colors.value(usual);
-        if (has_own || served) {
-            look.picture = level.images.value(has_own ? name : usual);
-            break; // A colour farther away is meant for the picture there.
-        }
-    }
-    return look;
+    return resolved(style_elements(control.type), look_levels(control), element, state);
+}
+
+ElementLook element_look(const MenuState& menu, Element element, VisualState state)
+{
+    return resolved(menu_elements(), look_levels(menu), element, state);
 }
 
 quint32 chosen_text_color(const ControlState& control, VisualState state)
 {
-    for (const LookLevel& level : look_levels(control))
-        if (const quint32 chosen = level.text_colors.value(state_name(state)))
-            return chosen;
-    return 0;
+    return resolved_text_color(look_levels(control), state);
+}
+
+quint32 chosen_text_color(const MenuState& menu, VisualState state)
+{
+    return resolved_text_color(look_levels(menu), state);
 }
 
 QFont font_of(const StaticState& state)

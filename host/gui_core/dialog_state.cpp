@@ -44,18 +44,18 @@ const FieldTable& DialogState::field_table()
         field<S, &S::base_height>("base_height", 0, range(0, max_place)),
         field<S, &S::bind_texture>("bind_texture", QString(), picture_name()),
         field<S, &S::bind_color>("bind_color", 0xffffffffu), field<S, &S::bind_mouse>("bind_mouse", false),
-        field<S, &S::controls>("control_ids", {}, children()));
+        field<S, &S::right_click_menu>("right_click_menu"), field<S, &S::controls>("control_ids", {}, children()));
     return table;
 }
 
 const FieldTable& CoreState::field_table()
 {
     using S = CoreState;
-    static const FieldTable table(nullptr, field<S, &S::screen_width>("screen_width", 0, range(1, 32767)),
-                                  field<S, &S::screen_height>("screen_height", 0, range(1, 32767)),
-                                  field<S, &S::vertical_guides>("vertical_guides"),
-                                  field<S, &S::horizontal_guides>("horizontal_guides"),
-                                  field<S, &S::dialogs>("dialog_ids", {}, children()));
+    static const FieldTable table(
+        nullptr, field<S, &S::screen_width>("screen_width", 0, range(1, 32767)),
+        field<S, &S::screen_height>("screen_height", 0, range(1, 32767)),
+        field<S, &S::vertical_guides>("vertical_guides"), field<S, &S::horizontal_guides>("horizontal_guides"),
+        field<S, &S::dialogs>("dialog_ids", {}, children()), field<S, &S::menus>("menu_ids", {}, children()));
     return table;
 }
 

@@ -39,6 +39,8 @@ struct DialogState : StateOf<DialogState> {
     quint32 bind_color = 0xffffffff; ///< ARGB; fills the texture under the dialog
     bool bind_mouse = false;         ///< the dialog there takes the mouse
 
+    ObjectRef right_click_menu; ///< opens where a right click meets no control with one of its own
+
     IdList controls; ///< from the bottom layer to the top
 
     /// That of the root dialog of an empty interface.
@@ -56,6 +58,7 @@ struct CoreState : StateOf<CoreState> {
     QList<quint32> horizontal_guides;
     QMap<QString, QByteArray> styles; ///< named sets of appearances, each as JSON text
     IdList dialogs;                   ///< from the bottom layer to the top, without the root dialog
+    IdList menus;                     ///< in the order in which they were made
 
     static const FieldTable& field_table();
     void settle(const WrittenFields& written) override;

@@ -4,7 +4,7 @@
 
 class CDXUTButton : public CDXUTStatic {
 public:
-    CDXUTButton(tarn::Journal& journal, CGuiCore& core);
+    using CDXUTStatic::CDXUTStatic;
 
     bool is_interactive() const override { return true; }
     void clicked() override { raise(EVENT_BUTTON_CLICKED); }

@@ -4,14 +4,11 @@
 
 class CDXUTCheckBox : public CDXUTStatic {
 public:
-    CDXUTCheckBox(tarn::Journal& journal, CGuiCore& core);
+    using CDXUTStatic::CDXUTStatic;
 
     bool GetChecked() const { return state<tarn::CheckBoxState>().checked; }
     bool SetChecked(bool checked);
 
     bool is_interactive() const override { return true; }
     void clicked() override;
-
-protected:
-    CDXUTCheckBox(tarn::Journal& journal, CGuiCore& core, tarn::CheckBoxState* state);
 };

@@ -5,21 +5,18 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace {
 
-constexpr int most_rows = 8; ///< of the list that drops down
+constexpr int most_rows = 8;       ///< of the list that drops down
+constexpr double panel_margin = 4; ///< pixels of the panel around the rows
 
 } // namespace
 
-CDXUTComboBox::CDXUTComboBox(tarn::Journal& journal, CGuiCore& core)
-    : CDXUTItems(journal, core, new tarn::ComboBoxState)
-{
-}
-
 QRectF CDXUTComboBox::popup_rect() const
 {
-    if (!m_dropped || GetSize() == 0)
+    if (!m_dropped || GetSize() == 0 || !can_be_reached())
         return {};
     // The list stays upright to be read, whichever way the box is turned.
     const QRectF box = bounds();
@@ -32,15 +29,23 @@ QRectF CDXUTComboBox::popup_rect() const
     return below;
 }
 
+QRectF CDXUTComboBox::raised_area() const
+{
+    const QRectF rows = popup_rect();
+    return rows.isEmpty() ? rows : rows.adjusted(-panel_margin, -panel_margin, panel_margin, panel_margin);
+}
+
+/// A list without entries does not drop down.
 void CDXUTComboBox::set_dropped(bool dropped)
 {
-    if (dropped == m_dropped)
+    if (dropped == m_dropped || (dropped && GetSize() == 0))
         return;
-    const QRectF before = popup_rect();
+    redraw();
     m_dropped = dropped;
+    m_scrolling = false;
+    m_hot = -1;
     m_first = std::clamp(GetSelectedIndex(), 0, std::max(0, GetSize() - most_rows));
-    const QRectF touched = before.united(popup_rect()).adjusted(-4, -4, 4, 4);
-    core().add_damage(dialog()->to_screen(touched));
+    redraw();
     core().set_popup(dropped ? this : nullptr);
 }
 
@@ -53,16 +58,37 @@ void CDXUTComboBox::reset_run_state()
 void CDXUTComboBox::popup_pressed(QPointF in_client)
 {
     const QRectF area = popup_rect();
-    if (const int row = row_at(area, in_client - area.topLeft()); row >= 0)
-        choose(row);
+    m_scrolling = press_scroll_bar(area, in_client - area.topLeft());
+    popup_moved(in_client);
+}
+
+void CDXUTComboBox::popup_moved(QPointF in_client)
+{
+    const QRectF area = popup_rect();
+    m_mouse = in_client;
+    if (m_scrolling)
+        drag_scroll_bar(area, in_client - area.topLeft());
+    m_hot = m_scrolling ? -1 : row_at(area, in_client - area.topLeft());
+    redraw();
+}
+
+/// The entry under the mouse is chosen, also when the mouse went down on the box itself.
+void CDXUTComboBox::popup_released(QPointF in_client)
+{
+    const bool scrolled = std::exchange(m_scrolling, false);
+    const QRectF area = popup_rect();
+    const int row = scrolled ? -1 : row_at(area, in_client - area.topLeft());
+    if (row < 0)
+        return;
     set_dropped(false);
+    choose(row);
 }
 
 bool CDXUTComboBox::wheel_turned(double steps)
 {
     if (m_dropped) {
         scroll_to(m_first - int(std::lround(steps)), popup_rect());
-        core().add_damage(dialog()->to_screen(popup_rect()));
+        popup_moved(m_mouse);
     } else if (GetSize() > 0) {
         choose(std::clamp(GetSelectedIndex() - int(std::lround(steps)), 0, GetSize() - 1));
     }
@@ -71,6 +97,8 @@ bool CDXUTComboBox::wheel_turned(double steps)
 
 bool CDXUTComboBox::key_pressed(int key, Qt::KeyboardModifiers modifiers)
 {
+    if (key == Qt::Key_Space && is_typing())
+        return true; // It belongs to what is typed.
     if (key != Qt::Key_Space && key != Qt::Key_Return && key != Qt::Key_Enter)
         return CDXUTItems::key_pressed(key, modifiers);
     set_dropped(!m_dropped);
@@ -79,8 +107,7 @@ bool CDXUTComboBox::key_pressed(int key, Qt::KeyboardModifiers modifiers)
 
 void CDXUTComboBox::user_chose(bool changed)
 {
-    if (m_dropped)
-        core().add_damage(dialog()->to_screen(popup_rect()));
+    redraw();
     if (changed)
         raise(EVENT_COMBOBOX_SELECTION_CHANGED);
 }

@@ -76,8 +76,8 @@ const PlaceField* place_field(const FieldBase& field)
 
 } // namespace
 
-CDXUTControl::CDXUTControl(tarn::Journal&, CGuiCore& core, ControlState* state)
-    : ModelObject(core.document(), state), m_core(core)
+CDXUTControl::CDXUTControl(CGuiCore& core, tarn::StatePtr state)
+    : ModelObject(core.document(), std::move(state)), m_core(core)
 {
 }
 
@@ -184,6 +184,12 @@ bool CDXUTControl::set_locked(bool locked)
     return change<&ControlState::locked>(locked);
 }
 
+bool CDXUTControl::can_be_reached() const
+{
+    return is_interactive() && GetVisible() && GetEnabled() && dialog() && dialog()->GetVisible()
+        && !dialog()->minimized();
+}
+
 tarn::VisualState CDXUTControl::visual_state() const
 {
     using enum tarn::VisualState;
@@ -197,6 +203,13 @@ tarn::VisualState CDXUTControl::visual_state() const
     if (live.hovered == this)
         return Hover;
     return live.focused == this ? Focused : Normal;
+}
+
+tarn::VisualState CDXUTControl::dragged_state() const
+{
+    const tarn::VisualState look = CDXUTControl::visual_state();
+    const bool dragged = m_core.live().pressed == this;
+    return dragged && look == tarn::VisualState::Normal ? tarn::VisualState::Pressed : look;
 }
 
 tarn::Value CDXUTControl::value_in(const tarn::ObjectState& state, const FieldBase& field) const
@@ -219,6 +232,12 @@ tarn::Status CDXUTControl::set_property(const FieldBase& field, const tarn::Valu
         return status;
     place->write(*this, static_cast<const ControlState&>(*wanted));
     return {};
+}
+
+void CDXUTControl::after_write(const tarn::WrittenFields& written)
+{
+    if (written.contains(key<&ControlState::name>))
+        m_core.names_changed();
 }
 
 void CDXUTControl::state_changed()

@@ -24,6 +24,9 @@ struct SelectionRecord;
 /// the present screen, after anchoring.
 class CDXUTControl : public tarn::ModelObject {
 public:
+    /// `state` is one of the class.
+    CDXUTControl(CGuiCore& core, tarn::StatePtr state);
+
     int GetType() const { return control_state().type; }
     const QString& name() const { return control_state().name; }
     bool set_name(const QString& name);
@@ -69,7 +72,7 @@ public:
     QRectF screen_bounds() const;
     /// Nothing of the control is drawn outside.
     QRectF drawn_bounds() const { return is_rotated() ? bounds().adjusted(-1, -1, 1, 1) : rect(); }
-    void redraw() const; ///< what is drawn of the control is damaged
+    void redraw() const; ///< what is drawn of the control is damaged, above all others too
 
     // What the author chose at this control instead of the style's looks; `look` is a tarn::look_name(). Empty texts and
     // colours that are 0 take the style's. tarn::element_look() tells what is drawn.
@@ -92,6 +95,8 @@ public:
     bool SetVisible(bool visible);
     bool GetEnabled() const { return control_state().enabled; }
     bool SetEnabled(bool enabled);
+    /// From 1 on; 0 for none of its own.
+    int tab_order() const { return control_state().extras->tab_order; }
     bool locked() const { return control_state().locked; }
     bool set_locked(bool locked);
     quint32 color_tag() const { return control_state().color_tag; }
@@ -115,23 +120,32 @@ public:
     virtual bool text_typed(const QString&, const QString&) { return false; }
     /// Where the next character goes, in pixels of the client area; empty for a control that takes no text.
     virtual QRectF caret_rect() const { return {}; }
+    /// Whether mouse and keyboard reach the control now.
+    bool can_be_reached() const;
+
     /// Where the control takes the mouse beyond its frame, in pixels of the client area: a list that is dropped down.
     virtual QRectF popup_rect() const { return {}; }
-    /// The mouse went down there, in pixels of the client area.
+    /// The mouse went down in the list, and moved or went up anywhere while it is down. Pixels of the client area.
     virtual void popup_pressed(QPointF) {}
+    virtual void popup_moved(QPointF) {}
+    virtual void popup_released(QPointF) {}
     virtual void close_popup() {}
+    /// Where the control shows something above all others, pixels of the client area; empty while it does not.
+    virtual QRectF raised_area() const { return {}; }
     /// A preview begins or ends: nothing is scrolled, and no caret was moved, while it ran before.
     virtual void reset_run_state() {}
 
     const char* class_name() const override;
     tarn::Status set_property(const tarn::FieldBase& field, const tarn::Value& value) override;
     void state_changed() override;
+    void after_write(const tarn::WrittenFields& written) override;
 
 protected:
     tarn::Value value_in(const tarn::ObjectState& state, const tarn::FieldBase& field) const override;
-    CDXUTControl(tarn::Journal& journal, CGuiCore& core, tarn::ControlState* state);
     const tarn::ControlState& control_state() const { return state<tarn::ControlState>(); }
     CGuiCore& core() const { return m_core; }
+    /// The look of a control whose parts are dragged: it stays pressed while the mouse is beside it.
+    tarn::VisualState dragged_state() const;
     /// Tells that the user made this happen to the control; nothing when it does not happen to its type.
     void raise(GuiEventType type);
 

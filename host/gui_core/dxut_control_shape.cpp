@@ -151,6 +151,9 @@ QRectF CDXUTControl::screen_bounds() const
 
 void CDXUTControl::redraw() const
 {
-    if (dialog())
-        m_core.add_damage(home()->to_screen(drawn_bounds()));
+    if (!dialog())
+        return;
+    m_core.add_damage(home()->to_screen(drawn_bounds()));
+    if (const QRectF raised = raised_area(); !raised.isEmpty())
+        m_core.add_damage(home()->to_screen(raised));
 }

@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <utility>
 
 using tarn::DialogState;
 using tarn::FieldBase;
@@ -45,7 +46,8 @@ int unscaled(int wanted, double scale)
 
 } // namespace
 
-CDXUTDialog::CDXUTDialog(CGuiCore& core, tarn::DialogState* state) : ModelObject(core.document(), state), m_core(core)
+CDXUTDialog::CDXUTDialog(CGuiCore& core, tarn::StatePtr state)
+    : ModelObject(core.document(), std::move(state)), m_core(core)
 {
 }
 
@@ -114,8 +116,8 @@ QRectF CDXUTDialog::caption_rect() const
         return {};
     const QRect place = rect();
     const double height = s.caption_height * scale_y();
-    if (m_minimized && s.minimize_to_bottom)
-        return QRectF(place.x(), m_core.screen_size().height() - height, place.width(), height);
+    if (minimized() && s.minimize_to_bottom)
+        return m_core.minimized_bar(*this);
     return QRectF(place.x(), place.y(), place.width(), height);
 }
 
@@ -128,7 +130,7 @@ QRectF CDXUTDialog::client_rect() const
 
 QRectF CDXUTDialog::outer_rect() const
 {
-    return m_minimized ? caption_rect() : client_rect().united(caption_rect());
+    return minimized() ? caption_rect() : client_rect().united(caption_rect());
 }
 
 QPointF CDXUTDialog::to_client(const QPointF& on_screen) const
@@ -240,9 +242,9 @@ QRectF CDXUTDialog::caption_button_rect(CaptionButton button) const
 
 void CDXUTDialog::set_minimized(bool minimized)
 {
-    if (minimized == m_minimized)
+    if (minimized == this->minimized())
         return;
-    m_minimized = minimized;
+    m_minimized_as = minimized ? ++m_core.m_minimized_dialogs : 0;
     state_changed();
 }
 
@@ -365,11 +367,30 @@ tarn::Status CDXUTDialog::set_property(const FieldBase& field, const tarn::Value
     return {};
 }
 
-void CDXUTDialog::state_changed()
+void CDXUTDialog::after_write(const tarn::WrittenFields& written)
+{
+    if (written.contains(key<&DialogState::name>))
+        m_core.names_changed();
+}
+
+/// What other dialogs go by: whether it is shown, and how.
+int CDXUTDialog::shape() const
+{
+    return !GetVisible() ? 0 : !minimized() ? 1 : dialog_state().minimize_to_bottom ? 2 : 3;
+}
+
+void CDXUTDialog::damage_bounds()
 {
     m_core.add_damage(m_last_bounds);
     m_last_bounds = m_core.dialog_bounds(*this);
     m_core.add_damage(m_last_bounds);
+}
+
+void CDXUTDialog::state_changed()
+{
+    damage_bounds();
+    if (std::exchange(m_last_shape, shape()) != shape())
+        m_core.shown_changed();
     for (CDXUTControl* control : controls())
         control->m_last_bounds = control->drawn_bounds(); // Its old place was inside the old bounds.
 }

@@ -36,7 +36,7 @@ struct ClientMap {
 /// on the present screen, after anchoring. The root dialog has no frame and is as large as the screen.
 class CDXUTDialog : public tarn::ModelObject {
 public:
-    explicit CDXUTDialog(CGuiCore& core, tarn::DialogState* state = new tarn::DialogState);
+    CDXUTDialog(CGuiCore& core, tarn::StatePtr state);
 
     const QString& name() const { return dialog_state().name; }
     /// Cut to 31 characters.
@@ -78,7 +78,9 @@ public:
     /// Where a button of the caption bar is; empty when the dialog does not show it.
     QRectF caption_button_rect(CaptionButton button) const;
     /// While the interface runs: reduced to its caption bar. Not saved.
-    bool minimized() const { return m_minimized; }
+    bool minimized() const { return m_minimized_as != 0; }
+    /// How many were minimised before it and since, counted up; 0 while it is not minimised.
+    quint32 minimized_as() const { return m_minimized_as; }
     void set_minimized(bool minimized);
 
     /// The name of the scene function that runs when the event happens to the dialog.
@@ -109,6 +111,7 @@ public:
     const char* class_name() const override { return "CDXUTDialog"; }
     tarn::Status set_property(const tarn::FieldBase& field, const tarn::Value& value) override;
     void state_changed() override;
+    void after_write(const tarn::WrittenFields& written) override;
     void children_changed() override;
 
     const tarn::DialogState& dialog_state() const { return state<tarn::DialogState>(); }
@@ -122,6 +125,8 @@ private:
     void control_drawn_at(const QRectF& on_screen);
     QSizeF base_size() const;
     bool set_rect(const QRect& rect);
+    void damage_bounds();
+    int shape() const;
     void set_base_to_screen(tarn::DialogState& state) const;
     void find_controls() const;
     bool move_control(CDXUTControl* control, int layer);
@@ -129,7 +134,8 @@ private:
     tarn::Value value_in(const tarn::ObjectState& state, const tarn::FieldBase& field) const override;
 
     CGuiCore& m_core;
-    bool m_minimized = false;
+    quint32 m_minimized_as = 0;
+    int m_last_shape = 0;
     quint32 m_selected_in = 0; ///< the selection's round in which it holds the dialog
     QRectF m_last_bounds;      ///< where anything of the dialog was drawn last, to be redrawn when it moves
     mutable QList<CDXUTControl*> m_controls; ///< the children, when they were last asked for

@@ -15,8 +15,6 @@ constexpr int least_laid_out = 256; ///< UTF-16 units; many letters that take no
 
 } // namespace
 
-CDXUTEditBox::CDXUTEditBox(tarn::Journal& journal, CGuiCore& core) : CDXUTStatic(journal, core, new EditBoxState) {}
-
 void CDXUTEditBox::reset_run_state()
 {
     m_editor = {};
@@ -28,6 +26,7 @@ void CDXUTEditBox::reset_run_state()
 void CDXUTEditBox::state_changed()
 {
     m_editor.set_max_length(state<EditBoxState>().max_length);
+    m_editor.set_secret(state<EditBoxState>().password);
     m_editor.set_text(text());
     if (m_first > m_editor.caret()) { // a shorter text came from outside
         m_first = m_editor.boundary_near(m_editor.caret() - laid_out_units() / 2);
@@ -77,10 +76,13 @@ double CDXUTEditBox::x_in_shown(int place) const
     return shown.line.isValid() ? shown.line.cursorToX(place) : 0;
 }
 
-int CDXUTEditBox::position_at(double x) const
+/// The position of the text that is nearest to a place, pixels from the control's corner, or that of the character there.
+int CDXUTEditBox::position_at(QPointF inside, bool on_character) const
 {
     const tarn::TextLine shown(shown_text(), font_of(state<EditBoxState>()));
-    return m_first + (shown.line.isValid() ? shown.line.xToCursor(x) : 0);
+    const double x = inside.x() - (text_area(rect()).x() - rect().x()) + m_scroll;
+    const auto way = on_character ? QTextLine::CursorOnCharacter : QTextLine::CursorBetweenCharacters;
+    return m_first + (shown.line.isValid() ? shown.line.xToCursor(x, way) : 0);
 }
 
 QRectF CDXUTEditBox::caret_rect() const
@@ -113,18 +115,29 @@ void CDXUTEditBox::after_edit(bool changed)
     if (changed)
         SetText(m_editor.text());
     scroll_to_caret();
+    core().show_caret();
     redraw();
 }
 
 void CDXUTEditBox::mouse_pressed(QPointF inside)
 {
-    m_editor.place_caret(position_at(inside.x() - (text_area(rect()).x() - rect().x()) + m_scroll), false);
+    m_drags = true;
+    m_editor.place_caret(position_at(inside), false);
     after_edit(false);
 }
 
 void CDXUTEditBox::mouse_dragged(QPointF inside)
 {
-    m_editor.place_caret(position_at(inside.x() - (text_area(rect()).x() - rect().x()) + m_scroll), true);
+    if (!m_drags)
+        return;
+    m_editor.place_caret(position_at(inside), true);
+    after_edit(false);
+}
+
+void CDXUTEditBox::double_clicked(QPointF inside)
+{
+    m_drags = false; // A hand that trembles shall not change what was selected.
+    m_editor.select_word(position_at(inside, true));
     after_edit(false);
 }
 

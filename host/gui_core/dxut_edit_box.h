@@ -6,7 +6,7 @@
 /// A field for one line of text.
 class CDXUTEditBox : public CDXUTStatic {
 public:
-    CDXUTEditBox(tarn::Journal& journal, CGuiCore& core);
+    using CDXUTStatic::CDXUTStatic;
 
     const tarn::LineEditor& editor() const { return m_editor; }
 
@@ -23,6 +23,7 @@ public:
     bool is_interactive() const override { return true; }
     void mouse_pressed(QPointF inside) override;
     void mouse_dragged(QPointF inside) override;
+    void double_clicked(QPointF inside) override;
     bool key_pressed(int key, Qt::KeyboardModifiers modifiers) override;
     bool text_typed(const QString& text, const QString& preedit) override;
     QRectF caret_rect() const override;
@@ -32,12 +33,13 @@ public:
 private:
     int laid_out_units() const;
     double x_in_shown(int place) const;
-    int position_at(double x) const;
+    int position_at(QPointF inside, bool on_character = false) const;
     void after_edit(bool changed);
     void scroll_to_caret();
 
     tarn::LineEditor m_editor;
     /// Where the laid-out part of the text begins: a text may be a million letters long, of which a hundred show.
     int m_first = 0;
-    double m_scroll = 0; ///< pixels of that part that are left of the field
+    double m_scroll = 0;  ///< pixels of that part that are left of the field
+    bool m_drags = false; ///< moves of the mouse select, until it goes up
 };

@@ -8,8 +8,6 @@
 
 using tarn::InfoBoxState;
 
-CDXUTInfoBox::CDXUTInfoBox(tarn::Journal& journal, CGuiCore& core) : CDXUTStatic(journal, core, new InfoBoxState) {}
-
 void CDXUTInfoBox::AddString(const QString& text)
 {
     m_back = 0;

@@ -5,7 +5,7 @@
 /// Lines of text that scroll; new ones come in at the bottom.
 class CDXUTInfoBox : public CDXUTStatic {
 public:
-    CDXUTInfoBox(tarn::Journal& journal, CGuiCore& core);
+    using CDXUTStatic::CDXUTStatic;
 
     const QStringList& lines() const { return state<tarn::InfoBoxState>().lines; }
     /// Appends a line, cut to the type's limit; the oldest goes when there are more than the box keeps.

@@ -1,9 +1,16 @@
 #include "dxut_items.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 
 using tarn::ItemsState;
+
+namespace {
+
+constexpr auto typing_pause = std::chrono::milliseconds(1000); ///< after which typing begins anew
+
+} // namespace
 
 void CDXUTItems::AddItem(const QString& text)
 {
@@ -32,6 +39,7 @@ bool CDXUTItems::SelectItem(int index)
 void CDXUTItems::reset_run_state()
 {
     m_first = 0;
+    m_typing.reset();
     state_changed();
 }
 
@@ -55,6 +63,51 @@ void CDXUTItems::scroll_to(int first, const QRectF& area)
     const int last = std::max(0, GetSize() - int(scroll(area).seen));
     m_first = std::clamp(first, 0, last);
     state_changed();
+}
+
+bool CDXUTItems::press_scroll_bar(const QRectF& area, QPointF inside)
+{
+    if (!scroll(area).can_scroll() || inside.x() <= area.width() - scroll_width)
+        return false;
+    drag_scroll_bar(area, inside);
+    return true;
+}
+
+void CDXUTItems::drag_scroll_bar(const QRectF& area, QPointF inside)
+{
+    const tarn::ScrollGeometry bar = scroll(area);
+    scroll_to(int(std::lround(bar.position_at(inside.y() - bar.thumb() / 2))), area);
+}
+
+bool CDXUTItems::text_typed(const QString& text, const QString&)
+{
+    if (!is_typing())
+        m_typing = std::make_unique<Typing>();
+    m_typing->text += text;
+    m_typing->pause.setRemainingTime(typing_pause);
+    const QString typed = m_typing->text;
+    if (typed.trimmed().isEmpty()) {
+        m_typing.reset();
+        return false;
+    }
+    const bool first = typed.size() == text.size();
+    int found = find_prefix(typed, GetSelectedIndex() + (first ? 1 : 0));
+    // One letter again and again goes through the items that begin with it.
+    if (found < 0 && typed.count(typed.front(), Qt::CaseInsensitive) == typed.size())
+        found = find_prefix(typed.left(1), GetSelectedIndex() + 1);
+    if (found >= 0)
+        choose(found);
+    return true;
+}
+
+/// The first item from `from` on, round the end, that begins so; -1 for none.
+int CDXUTItems::find_prefix(const QString& prefix, int from) const
+{
+    from = std::max(0, from);
+    for (int i = 0; i < GetSize(); ++i)
+        if (const int index = (from + i) % GetSize(); GetItem(index).startsWith(prefix, Qt::CaseInsensitive))
+            return index;
+    return -1;
 }
 
 void CDXUTItems::choose(int index)

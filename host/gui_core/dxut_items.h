@@ -3,6 +3,10 @@
 #include "dxut_control.h"
 #include "scroll_geometry.h"
 
+#include <QDeadlineTimer>
+
+#include <memory>
+
 /// What the list box and the combo box share: a list of texts of which at most one is selected.
 class CDXUTItems : public CDXUTControl {
 public:
@@ -31,6 +35,8 @@ public:
 
     bool is_interactive() const override { return true; }
     bool key_pressed(int key, Qt::KeyboardModifiers modifiers) override;
+    /// Chooses the next item that begins with what was typed without a pause.
+    bool text_typed(const QString& text, const QString& preedit) override;
     void reset_run_state() override;
 
 protected:
@@ -39,10 +45,24 @@ protected:
     /// The row at a place relative to the corner of `area`; -1 beside all rows.
     int row_at(const QRectF& area, QPointF inside) const;
     void scroll_to(int first, const QRectF& area);
+    /// A press at a place relative to the corner of `area`; whether it took the thumb of the scroll bar.
+    bool press_scroll_bar(const QRectF& area, QPointF inside);
+    void drag_scroll_bar(const QRectF& area, QPointF inside);
+    bool is_typing() const { return m_typing && !m_typing->pause.hasExpired(); }
 
     /// The user chooses an item; it is scrolled into view.
     void choose(int index);
     virtual void user_chose(bool changed) = 0;
 
     int m_first = 0;
+
+private:
+    int find_prefix(const QString& prefix, int from) const;
+
+    struct Typing {
+        QString text;
+        QDeadlineTimer pause;
+    };
+
+    std::unique_ptr<Typing> m_typing; ///< null until something is typed
 };

@@ -4,7 +4,7 @@
 
 class CDXUTListBox : public CDXUTItems {
 public:
-    CDXUTListBox(tarn::Journal& journal, CGuiCore& core);
+    using CDXUTItems::CDXUTItems;
 
     QRectF rows_area() const override { return rows(rect()); }
     void mouse_pressed(QPointF inside) override;

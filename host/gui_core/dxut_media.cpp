@@ -9,8 +9,6 @@
 using tarn::lang;
 using tarn::MapState;
 
-CDXUTFlash::CDXUTFlash(tarn::Journal& journal, CGuiCore& core) : CDXUTControl(journal, core, new tarn::FlashState) {}
-
 QString CDXUTFlash::description() const
 {
     const auto& s = state<tarn::FlashState>();
@@ -36,10 +34,3 @@ QString CDXUTFlash::description() const
         .arg(h.version)
         .arg(h.compressed ? lang(u"已压缩", u"compressed") : lang(u"未压缩", u"not compressed"));
 }
-
-CDXUTPictureInPicture::CDXUTPictureInPicture(tarn::Journal& journal, CGuiCore& core)
-    : CDXUTControl(journal, core, new tarn::PictureInPictureState)
-{
-}
-
-CDXUTMap::CDXUTMap(tarn::Journal& journal, CGuiCore& core) : CDXUTControl(journal, core, new MapState) {}

@@ -4,8 +4,8 @@
 
 class CDXUTPicture : public CDXUTStatic {
 public:
-    CDXUTPicture(tarn::Journal& journal, CGuiCore& core);
+    using CDXUTStatic::CDXUTStatic;
 
-    /// Name of a picture among the scene\'s textures; empty for none.
+    /// Name of a picture among the scene's textures; empty for none.
     const QString& image() const { return state<tarn::PictureState>().image; }
 };

@@ -13,8 +13,6 @@ QString number(double value, bool integer)
 
 } // namespace
 
-CDXUTProgress::CDXUTProgress(tarn::Journal& journal, CGuiCore& core) : CDXUTStatic(journal, core, new ProgressState) {}
-
 QString CDXUTProgress::shown_text() const
 {
     const auto& s = state<ProgressState>();

@@ -5,7 +5,7 @@
 /// A bar that fills up, with a text over it.
 class CDXUTProgress : public CDXUTStatic {
 public:
-    CDXUTProgress(tarn::Journal& journal, CGuiCore& core);
+    using CDXUTStatic::CDXUTStatic;
 
     /// What stands over the bar: the message with its placeholders filled in, the percentage, or the caption.
     QString shown_text() const;

@@ -2,15 +2,14 @@
 
 #include "core/field.h"
 #include "dxut_dialog.h"
+#include "gui_core.h"
+#include "tab_order.h"
 
 #include <QSet>
 
-using tarn::key;
+#include <algorithm>
 
-CDXUTRadioButton::CDXUTRadioButton(tarn::Journal& journal, CGuiCore& core)
-    : CDXUTCheckBox(journal, core, new tarn::RadioButtonState)
-{
-}
+using tarn::key;
 
 std::vector<CDXUTRadioButton*> CDXUTRadioButton::checked_others() const
 {
@@ -31,6 +30,7 @@ std::vector<CDXUTRadioButton*> CDXUTRadioButton::checked_others() const
 /// written changes, and typing a group's number passes others.
 void CDXUTRadioButton::after_write(const tarn::WrittenFields& written)
 {
+    CDXUTControl::after_write(written);
     if (!GetChecked())
         return;
     const std::vector<CDXUTRadioButton*> others = checked_others();
@@ -53,6 +53,24 @@ void CDXUTRadioButton::clicked()
     for (CDXUTRadioButton* other : others)
         other->raise(EVENT_RADIOBUTTON_UNCHECKED);
     raise(EVENT_RADIOBUTTON_CHECKED);
+}
+
+bool CDXUTRadioButton::key_pressed(int key, Qt::KeyboardModifiers)
+{
+    const bool forward = key == Qt::Key_Down || key == Qt::Key_Right;
+    if (!dialog() || (!forward && key != Qt::Key_Up && key != Qt::Key_Left))
+        return false;
+    std::vector<CDXUTRadioButton*> members;
+    for (CDXUTControl* stop : tarn::tab_stops(*dialog()))
+        if (auto* member = dynamic_cast<CDXUTRadioButton*>(stop); member && member->group() == group())
+            members.push_back(member);
+    const auto now = std::size_t(std::find(members.begin(), members.end(), this) - members.begin());
+    CDXUTRadioButton* next = members[(now + (forward ? 1 : members.size() - 1)) % members.size()];
+    if (next != this) {
+        core().set_focused(next);
+        next->clicked();
+    }
+    return true;
 }
 
 void tarn::keep_one_checked(std::vector<StatePtr>& controls)

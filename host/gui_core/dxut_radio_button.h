@@ -8,11 +8,13 @@
 /// One of a group: checking it clears the others of its dialog that have the same group number.
 class CDXUTRadioButton : public CDXUTCheckBox {
 public:
-    CDXUTRadioButton(tarn::Journal& journal, CGuiCore& core);
+    using CDXUTCheckBox::CDXUTCheckBox;
 
     int group() const { return state<tarn::RadioButtonState>().group; }
 
     void clicked() override;
+    /// Arrows go on in the group.
+    bool key_pressed(int key, Qt::KeyboardModifiers modifiers) override;
     void after_write(const tarn::WrittenFields& written) override;
 
 private:

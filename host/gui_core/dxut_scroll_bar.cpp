@@ -5,10 +5,6 @@
 
 using tarn::ScrollBarState;
 
-CDXUTScrollBar::CDXUTScrollBar(tarn::Journal& journal, CGuiCore& core) : CDXUTControl(journal, core, new ScrollBarState)
-{
-}
-
 tarn::ScrollGeometry CDXUTScrollBar::geometry() const
 {
     const double page = state<ScrollBarState>().page_size;

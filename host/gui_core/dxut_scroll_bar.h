@@ -8,7 +8,7 @@
 /// A scroll bar; it lies when it is wider than high and stands otherwise.
 class CDXUTScrollBar : public CDXUTControl {
 public:
-    CDXUTScrollBar(tarn::Journal& journal, CGuiCore& core);
+    using CDXUTControl::CDXUTControl;
 
     int min() const { return state<tarn::ScrollBarState>().min; }
     int max() const { return state<tarn::ScrollBarState>().max; }
@@ -17,6 +17,7 @@ public:
     bool lies() const { return rect().width() > rect().height(); }
     tarn::ScrollGeometry geometry() const;
 
+    tarn::VisualState visual_state() const override { return dragged_state(); }
     bool is_interactive() const override { return true; }
     void mouse_pressed(QPointF inside) override;
     void mouse_dragged(QPointF inside) override;

@@ -5,8 +5,6 @@
 
 using tarn::SliderState;
 
-CDXUTSlider::CDXUTSlider(tarn::Journal& journal, CGuiCore& core) : CDXUTControl(journal, core, new SliderState) {}
-
 double CDXUTSlider::thumb_side() const
 {
     return std::min(rect().height(), rect().width());
@@ -22,10 +20,11 @@ void CDXUTSlider::drag_to(double value)
 void CDXUTSlider::mouse_dragged(QPointF inside)
 {
     const double side = thumb_side();
-    const double way = rect().width() - side;
+    const double way = std::max(rect().width(), rect().height()) - side;
     if (way <= 0)
         return;
-    const double share = std::clamp((inside.x() - side / 2) / way, 0.0, 1.0);
+    const double place = stands() ? rect().height() - inside.y() : inside.x();
+    const double share = std::clamp((place - side / 2) / way, 0.0, 1.0);
     drag_to(min() + share * (double(max()) - min()));
 }
 

@@ -5,11 +5,8 @@
 /// The static text; the base of the types that show a text.
 class CDXUTStatic : public CDXUTControl {
 public:
-    CDXUTStatic(tarn::Journal& journal, CGuiCore& core);
+    using CDXUTControl::CDXUTControl;
 
     const QString& text() const { return state<tarn::StaticState>().text; }
     bool SetText(const QString& text);
-
-protected:
-    CDXUTStatic(tarn::Journal& journal, CGuiCore& core, tarn::StaticState* state);
 };

@@ -3,6 +3,9 @@
 #include "control_class.h"
 #include "dxut_control.h"
 #include "dxut_dialog.h"
+#include "dxut_menu.h"
+#include "dxut_menu_item.h"
+#include "open_menu.h"
 #include "texture_name.h"
 
 #include <algorithm>
@@ -11,20 +14,27 @@
 
 using tarn::CoreState;
 
-void tarn::LiveState::forget(const CDXUTControl* control)
+void tarn::LiveState::prune()
 {
     for (CDXUTControl** held : {&hovered, &pressed, &focused, &popup})
-        if (*held == control)
+        if (*held && !(*held)->is_attached())
+            *held = nullptr;
+    for (CDXUTDialog** held : {&clicked, &caption_hovered.dialog, &caption_pressed.dialog})
+        if (*held && !(*held)->is_attached())
             *held = nullptr;
 }
 
 CGuiCore::CGuiCore(tarn::Document& document)
-    : ModelObject(document, new CoreState), m_root(std::make_shared<CDXUTDialog>(*this, tarn::DialogState::root()))
+    : ModelObject(document, new CoreState),
+      m_root(std::make_shared<CDXUTDialog>(*this, tarn::StatePtr(tarn::DialogState::root()))),
+      m_selection_history(document.journal())
 {
+    document.journal().on_restored = [this](const tarn::Journal::Step& step) { step_travelled(step); };
     document.add_part({.entry = "scene.json", .container = this, .required = true});
     add_kinds();
     document.before_free = [this] {
         follow_structure();
+        m_selection_history.forget_steps();
         m_draw_slot.reset();
     };
 }
@@ -54,7 +64,7 @@ void CGuiCore::add_kinds()
          .english = u"dialog",
          .container = this,
          .make_state = [](int) -> tarn::ObjectState* { return new tarn::DialogState; },
-         .make_object = [this](const tarn::ObjectState&) { return std::make_shared<CDXUTDialog>(*this); },
+         .make_object = [this](tarn::StatePtr state) { return std::make_shared<CDXUTDialog>(*this, std::move(state)); },
          .children =
              [](tarn::ObjectState& parent) {
                  auto* core = dynamic_cast<CoreState*>(&parent);
@@ -68,9 +78,9 @@ void CGuiCore::add_kinds()
                          .saves_type = true,
                          .make_state = tarn::make_control_state,
                          .make_object =
-                             [this](const tarn::ObjectState& state) {
-                                 const int type = static_cast<const tarn::ControlState&>(state).type;
-                                 return tarn::control_class(type)->create(journal(), *this);
+                             [this](tarn::StatePtr state) {
+                                 const int type = tarn::SceneSnapshot::as<tarn::ControlState>(state).type;
+                                 return tarn::control_class(type)->create(*this, std::move(state));
                              },
                          .children =
                              [](tarn::ObjectState& parent) {
@@ -78,6 +88,34 @@ void CGuiCore::add_kinds()
                                  return dialog ? &dialog->controls : nullptr;
                              }});
     m_control_kind = &document().kinds().back();
+    document().add_kind(
+        {.part = "scene.json",
+         .key = "menus",
+         .chinese = u"菜单",
+         .english = u"menu",
+         .container = this,
+         .make_state = [](int) -> tarn::ObjectState* { return new tarn::MenuState; },
+         .make_object = [this](tarn::StatePtr state) { return std::make_shared<CDXUTMenu>(*this, std::move(state)); },
+         .children =
+             [](tarn::ObjectState& parent) {
+                 auto* core = dynamic_cast<CoreState*>(&parent);
+                 return core ? &core->menus : nullptr;
+             }});
+    m_menu_kind = &document().kinds().back();
+    document().add_kind(
+        {.part = "scene.json",
+         .key = "menu_items",
+         .chinese = u"菜单项",
+         .english = u"menu item",
+         .make_state = [](int) -> tarn::ObjectState* { return new tarn::MenuItemState; },
+         .make_object =
+             [this](tarn::StatePtr state) { return std::make_shared<CDXUTMenuItem>(*this, std::move(state)); },
+         .children =
+             [](tarn::ObjectState& parent) {
+                 auto* menu = dynamic_cast<tarn::MenuState*>(&parent);
+                 return menu ? &menu->items : nullptr;
+             }});
+    m_menu_item_kind = &document().kinds().back();
 }
 
 // What is worked out from the lists of ids ----------------------------------------------------------------------------
@@ -105,6 +143,14 @@ void CGuiCore::find_controls() const
         std::sort(m_controls.begin(), m_controls.end(), by_id);
 }
 
+void CGuiCore::find_menus() const
+{
+    m_menus_stale = false;
+    m_menus.clear();
+    for (const tarn::ObjectRef menu : core_state().menus)
+        m_menus.append(static_cast<CDXUTMenu*>(document().find(menu.id)));
+}
+
 const std::vector<CDXUTControl*>& CGuiCore::controls() const
 {
     if (m_controls_stale)
@@ -117,13 +163,48 @@ void CGuiCore::follow_structure()
 {
     if (!std::exchange(m_structure_stale, false))
         return;
+    m_selection_history.before_change(m_selection);
+    if (const auto kept = std::exchange(m_selected_again, nullptr))
+        select_again(*kept);
     m_selection.prune();
-    for (const CDXUTControl* control : {m_live.hovered, m_live.pressed, m_live.focused, m_live.popup})
-        if (control && !control->is_attached())
-            m_live.forget(control);
-    m_live.caption_dialog = nullptr;
-    if (m_selection.controls_selected && m_selection.current_control && m_selection.current_control->dialog())
-        m_selection.current_dialog = m_selection.current_control->dialog();
+    m_live.prune();
+    if (m_open_menu && !m_open_menu->menu().is_attached())
+        close_menu();
+    shown_changed();
+}
+
+void CGuiCore::structure_changed()
+{
+    if (!document().writes_shown())
+        m_selection_history.before_structure(m_selection);
+    m_structure_stale = m_controls_stale = true;
+    m_names.forget();
+}
+
+void CGuiCore::step_travelled(const tarn::Journal::Step& step)
+{
+    m_names.forget();
+    const auto kept = m_selection_history.travelled(step.number, m_selection);
+    if (!kept)
+        return;
+    m_selected_again = kept;
+    m_structure_stale = true;
+}
+
+void CGuiCore::select_again(const tarn::KeptSelection& kept)
+{
+    m_selection.clear_controls();
+    m_selection.clear_dialogs();
+    m_selection.controls_selected = kept.controls_selected;
+    for (const quint32 id : kept.dialogs)
+        if (auto* dialog = document().find_as<CDXUTDialog>(id))
+            m_selection.add(dialog);
+    for (const quint32 id : kept.controls)
+        if (auto* control = document().find_as<CDXUTControl>(id))
+            m_selection.add(control);
+    m_selection.current_dialog = document().find_as<CDXUTDialog>(kept.current_dialog);
+    m_selection.current_control = document().find_as<CDXUTControl>(kept.current_control);
+    add_damage(QRectF(QPointF(), m_screen)); // Another dialog may be the current one.
 }
 
 CDXUTDialog* CGuiCore::find_dialog(quint32 id) const
@@ -136,6 +217,18 @@ CDXUTControl* CGuiCore::find_control(quint32 id) const
 {
     auto* control = document().find_as<CDXUTControl>(id);
     return control && control->is_attached() ? control : nullptr;
+}
+
+CDXUTMenu* CGuiCore::find_menu(quint32 id) const
+{
+    auto* menu = document().find_as<CDXUTMenu>(id);
+    return menu && menu->is_attached() ? menu : nullptr;
+}
+
+CDXUTMenuItem* CGuiCore::find_menu_item(quint32 id) const
+{
+    auto* item = document().find_as<CDXUTMenuItem>(id);
+    return item && item->is_attached() ? item : nullptr;
 }
 
 tarn::ObjectState* CGuiCore::fresh_state() const
@@ -157,7 +250,7 @@ void CGuiCore::add_styles(const QMap<QString, QByteArray>& styles, bool replace)
 
 void CGuiCore::children_changed()
 {
-    m_dialogs_stale = true;
+    m_dialogs_stale = m_menus_stale = true;
     structure_changed();
     add_damage(QRectF(QPointF(), m_screen));
 }
@@ -170,51 +263,40 @@ void CGuiCore::state_changed()
     add_damage(QRectF(QPointF(), m_screen));
 }
 
-// Content as a whole --------------------------------------------------------------------------------------------------
-
-// Running -------------------------------------------------------------------------------------------------------------
-
-void CGuiCore::raise(GuiEventType type, CDXUTControl& control)
-{
-    const tarn::EventKind* kind = on_event ? tarn::event_kind(type) : nullptr;
-    if (!kind || !tarn::happens_to(*kind, control.GetType()))
-        return;
-    const tarn::FieldBase* field = control.fields().find(kind->value);
-    on_event({.type = type, .control = &control, .value = field ? control.property(*field) : tarn::Value()});
-}
-
-void CGuiCore::raise(GuiEventType type, CDXUTDialog& dialog)
-{
-    if (on_event)
-        on_event({.type = type, .dialog = &dialog});
-}
-
-void CGuiCore::set_focused(CDXUTControl* control)
-{
-    if (control && !control->GetEnabled())
-        control = nullptr;
-    CDXUTControl* const before = std::exchange(live().focused, control);
-    for (const CDXUTControl* changed : {before, control})
-        if (changed)
-            changed->redraw();
-}
-
 // Selection -----------------------------------------------------------------------------------------------------------
 
 void CGuiCore::SelectDialog(CDXUTDialog* dialog, bool add)
 {
     if (!dialog)
         return;
+    before_selecting();
     m_selection.clear_controls();
     m_selection.controls_selected = false;
     if (!add)
         m_selection.clear_dialogs();
     m_selection.add(dialog);
     m_selection.current_dialog = dialog;
+    damage_current_dialog();
+}
+
+/// The steps that were made until now keep what is selected.
+void CGuiCore::before_selecting()
+{
+    follow_structure();
+    m_selection_history.before_change(m_selection);
+    damage_current_dialog();
+}
+
+/// It is drawn in another colour than the others.
+void CGuiCore::damage_current_dialog()
+{
+    if (const CDXUTDialog* dialog = m_selection.current_dialog; dialog && !dialog->is_root())
+        add_damage(dialog->outer_rect());
 }
 
 void CGuiCore::ClearDialogSelection()
 {
+    before_selecting();
     m_selection.clear_dialogs();
 }
 
@@ -222,6 +304,7 @@ void CGuiCore::SelectControl(CDXUTControl* control, bool add)
 {
     if (!control)
         return;
+    before_selecting();
     m_selection.clear_dialogs();
     m_selection.controls_selected = true;
     if (!add)
@@ -229,12 +312,14 @@ void CGuiCore::SelectControl(CDXUTControl* control, bool add)
     m_selection.add(control);
     m_selection.current_control = control;
     m_selection.current_dialog = control->dialog();
+    damage_current_dialog();
 }
 
 void CGuiCore::SelectControls(const std::vector<CDXUTControl*>& controls)
 {
     if (controls.empty())
         return;
+    before_selecting();
     m_selection.clear_dialogs();
     m_selection.controls_selected = true;
     m_selection.controls.reserve(m_selection.controls.size() + controls.size());
@@ -245,6 +330,7 @@ void CGuiCore::SelectControls(const std::vector<CDXUTControl*>& controls)
 
 void CGuiCore::ClearCtrlSelection()
 {
+    before_selecting();
     m_selection.clear_controls();
 }
 
@@ -252,8 +338,11 @@ void CGuiCore::EnableGui(bool editing)
 {
     if (m_live.popup)
         m_live.popup->close_popup();
+    close_menu();
     m_selection.editing = editing;
     m_live = {};
+    m_now = m_caret_since = 0;
+    add_damage(QRectF(QPointF(), m_screen));
     for (CDXUTDialog* dialog : GetDialogs())
         dialog->set_minimized(false);
     for (CDXUTControl* control : controls())
@@ -322,6 +411,12 @@ QString CGuiCore::add_texture(const QString& wanted, const QByteArray& encoded)
 
 QRectF CGuiCore::take_damage()
 {
+    QRectF raised;
+    for (const CDXUTControl* control : {live().hovered, live().popup})
+        if (control && control->dialog())
+            raised |= control->dialog()->to_screen(control->raised_area());
+    if (raised != m_raised)
+        m_damage |= std::exchange(m_raised, raised) | raised;
     return std::exchange(m_damage, {});
 }
 

@@ -4,7 +4,9 @@
 #include "core/model_object.h"
 #include "dialog_state.h"
 #include "draw_slot.h"
+#include "free_names.h"
 #include "gui_event.h"
+#include "selection_history.h"
 #include "selection_record.h"
 #include "view_aids.h"
 
@@ -19,20 +21,41 @@
 
 class CDXUTControl;
 class CDXUTDialog;
+class CDXUTMenu;
+class CDXUTMenuItem;
 
 namespace tarn {
+
+class OpenMenu;
+
+/// A button of a dialog's caption bar.
+struct CaptionSpot {
+    CDXUTDialog* dialog = nullptr;
+    int button = -1; ///< CDXUTDialog::CaptionButton
+
+    bool operator==(const CaptionSpot&) const = default;
+};
 
 /// Where the mouse and the keyboard are while the interface runs. Not saved, not recorded.
 struct LiveState {
     CDXUTControl* hovered = nullptr;
     CDXUTControl* pressed = nullptr;
     CDXUTControl* focused = nullptr;
-    CDXUTControl* popup = nullptr;               ///< whose list is dropped down
-    const CDXUTDialog* caption_dialog = nullptr; ///< whose caption button is under the mouse
-    int caption_button = -1;                     ///< CDXUTDialog::CaptionButton
+    CDXUTControl* popup = nullptr;  ///< whose list is dropped down
+    CDXUTDialog* clicked = nullptr; ///< the dialog that was clicked last
+    CaptionSpot caption_hovered;
+    CaptionSpot caption_pressed;
+    bool caret_shown = true; ///< carets blink
+    QPointF mouse;           ///< pixels of the screen
 
-    /// Where `control` stands, null does.
-    void forget(const CDXUTControl* control);
+    /// What is not part of the scene any more goes.
+    void prune();
+};
+
+struct NewMenuItem {
+    QString text;
+    bool separator = false;
+    int level = 0;
 };
 
 } // namespace tarn
@@ -57,11 +80,23 @@ public:
     const std::vector<CDXUTControl*>& controls() const;
     CDXUTDialog* find_dialog(quint32 id) const; ///< null when no attached dialog has the id
     CDXUTControl* find_control(quint32 id) const;
+    /// In the order in which they were made.
+    const QList<CDXUTMenu*>& GetMenus() const
+    {
+        if (m_menus_stale)
+            find_menus();
+        return m_menus;
+    }
+    CDXUTMenu* find_menu(quint32 id) const;
+    CDXUTMenuItem* find_menu_item(quint32 id) const;
 
-    /// A new dialog on top of the others, "Dialog<id>" when `name` is empty; null when no ids are left.
+    /// A new dialog on top of the others, "Dialog1" or the next free number when `name` is empty; null when no ids are
+    /// left.
     CDXUTDialog* create_dialog(const QRect& rect, const QString& name = {});
     /// A new control on top of its dialog's; null when `type` cannot be made or no ids are left.
     CDXUTControl* create_control(int type, CDXUTDialog* dialog, const QRectF& rect, const QString& name = {});
+    /// `stem` with the smallest number, from 1 on, that makes it the name of no dialog and no control.
+    QString free_name(const QString& stem) const;
     void remove_dialog(CDXUTDialog* dialog);
     /// The same for many, with one change of the list.
     void remove_dialogs(const std::vector<CDXUTDialog*>& dialogs);
@@ -74,6 +109,13 @@ public:
     bool AdjustDialogLayer(CDXUTDialog* dialog, int down);
     /// `order` holds the present dialogs, from the lowest layer to the top one.
     void reorder_dialogs(const QList<CDXUTDialog*>& order);
+    /// A new menu, "Menu<id>" when `name` is empty, becomes the current one; null when no ids are left.
+    CDXUTMenu* create_menu(const QString& name = {});
+    void remove_menu(CDXUTMenu* menu);
+    /// A new item before line `place` of the menu; null when no ids are left.
+    CDXUTMenuItem* create_menu_item(CDXUTMenu& menu, int place, const tarn::NewMenuItem& item);
+    /// The item and its submenu.
+    void remove_menu_item(CDXUTMenuItem* item);
 
     // Content as a whole
     /// An object that is not part of the scene yet, with an id of its own; the type is one that can be made.
@@ -85,6 +127,7 @@ public:
     const tarn::ObjectKind& root_kind() const;
     const tarn::ObjectKind& dialog_kind() const { return *m_dialog_kind; }
     const tarn::ObjectKind& control_kind() const { return *m_control_kind; }
+    const tarn::ObjectKind& menu_kind() const { return *m_menu_kind; }
 
     // Selection
     tarn::SelectionRecord& selection()
@@ -123,6 +166,19 @@ public:
     /// Nothing when the event does not happen to controls of that type, or to dialogs.
     void raise(GuiEventType type, CDXUTControl& control);
     void raise(GuiEventType type, CDXUTDialog& dialog);
+    /// The menu that `field` of the control or dialog names is to open with its corner at `place`, pixels of the screen,
+    /// when those who answer what was raised before are done.
+    void raise_menu(tarn::ModelObject& owner, tarn::FieldKey field, QPointF place);
+    /// Opens it. Nothing happens when there is no such menu, or its owner is not shown any more.
+    void open_bound_menu(tarn::ModelObject& owner, tarn::FieldKey field, QPointF place);
+    /// The menu opens in the place of one that is open; one without items does not. `owner` is what it is for, or null.
+    void pop_menu(CDXUTMenu& menu, QPointF place, tarn::ModelObject* owner = nullptr);
+    void close_menu();
+    /// The user chose the item in the open menu, which closes.
+    void choose_menu_item(CDXUTMenuItem& item);
+    tarn::OpenMenu* open_menu() const; ///< null while none is open
+    /// The look or the items of the menu are others.
+    void menu_changed(const CDXUTMenu& menu);
 
     // Drawing
     tarn::LiveState& live()
@@ -132,6 +188,19 @@ public:
     }
     /// Which control has the keyboard while the interface runs; null, or one that is not enabled: none.
     void set_focused(CDXUTControl* control);
+    /// The dialog that the keyboard is in: that of the focused control, the one that was clicked last or the topmost; the
+    /// root dialog when no other is shown.
+    CDXUTDialog* active_dialog() const;
+    /// Visible dialogs from the top layer to the bottom, the root dialog last.
+    std::vector<CDXUTDialog*> shown_dialogs() const;
+    /// Puts the dialog above the others of its layer and makes it the active one.
+    void activate(CDXUTDialog& dialog);
+    /// The clock of the running interface, seconds. True when something is to be drawn anew.
+    bool advance(double now);
+    /// The caret is seen for the next half of its period, since it moved.
+    void show_caret();
+    /// Where a dialog is that is minimised to the bottom: beside those that were before, in rows from the bottom up.
+    QRectF minimized_bar(const CDXUTDialog& dialog) const;
     /// The control whose list is dropped down; null for none.
     void set_popup(CDXUTControl* control) { m_live.popup = control; }
     const tarn::LiveState& live() const { return const_cast<CGuiCore*>(this)->live(); }
@@ -148,7 +217,9 @@ public:
     QRectF dialog_bounds(const CDXUTDialog& dialog) const;
 
     /// A list of dialogs or controls may have changed: what is worked out from them is found anew when it is next asked for.
-    void structure_changed() { m_structure_stale = m_controls_stale = true; }
+    void structure_changed();
+    /// A dialog or control was given another name.
+    void names_changed() { m_names.forget(); }
 
     tarn::ObjectState* fresh_state() const override;
     const char* class_name() const override { return "CGuiCore"; }
@@ -161,23 +232,45 @@ public:
 private:
     void find_dialogs() const;
     void find_controls() const;
+    void find_menus() const;
     void follow_structure();
+    void before_selecting();
+    void damage_current_dialog();
+    void step_travelled(const tarn::Journal::Step& step);
+    void select_again(const tarn::KeptSelection& kept);
+    template <class Add>
+    void add_named(const QString& name, Add add);
     void add_kinds();
+    friend class CDXUTDialog;
+    void damage_active();
+    void shown_changed();
 
     std::shared_ptr<CDXUTDialog> m_root;
     const tarn::ObjectKind* m_dialog_kind = nullptr;
     const tarn::ObjectKind* m_control_kind = nullptr;
+    const tarn::ObjectKind* m_menu_kind = nullptr;
+    const tarn::ObjectKind* m_menu_item_kind = nullptr;
     // Worked out from the lists of ids, and found anew after these changed.
     mutable QList<CDXUTDialog*> m_dialogs;
     mutable std::vector<CDXUTControl*> m_controls; ///< by id
+    mutable QList<CDXUTMenu*> m_menus;
     mutable bool m_dialogs_stale = false;
     mutable bool m_controls_stale = false;
+    mutable bool m_menus_stale = false;
     bool m_structure_stale = false; ///< the selection, and where the mouse is, may be of objects that are gone
+    mutable tarn::FreeNames m_names;
     tarn::SelectionRecord m_selection;
+    tarn::SelectionHistory m_selection_history;
+    tarn::SelectionHistory::Kept m_selected_again; ///< what undo or redo brought back; null: nothing since then
     tarn::LiveState m_live;
+    double m_now = 0;                ///< seconds, of advance()
+    double m_caret_since = 0;        ///< when the caret moved last
+    quint32 m_minimized_dialogs = 0; ///< how often one was minimised
+    std::unique_ptr<tarn::OpenMenu> m_open_menu;
     tarn::ViewAids m_view_aids;
     QSize m_screen{1280, 720};
     QSize m_known_design{1280, 720}; ///< the design size for which the dialogs know where they are drawn
     QRectF m_damage;
+    QRectF m_raised; ///< pixels of the screen; where controls showed something above all others
     mutable tarn::DrawSlot m_draw_slot;
 };

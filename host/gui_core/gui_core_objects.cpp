@@ -4,11 +4,14 @@
 #include "core/language.h"
 #include "dxut_control.h"
 #include "dxut_dialog.h"
+#include "dxut_menu.h"
+#include "dxut_menu_item.h"
 #include "gui_core.h"
 
 #include <algorithm>
 #include <functional>
 #include <map>
+#include <utility>
 
 using tarn::CoreState;
 using tarn::DialogState;
@@ -27,6 +30,30 @@ std::map<quint32, std::vector<tarn::ModelObject*>> by_parent(const std::vector<C
 
 } // namespace
 
+QString CGuiCore::free_name(const QString& stem) const
+{
+    if (!m_names.is_known()) {
+        m_names.begin();
+        for (const CDXUTDialog* dialog : GetDialogs())
+            m_names.add(dialog->name());
+        for (const CDXUTControl* control : controls())
+            m_names.add(control->name());
+    }
+    return m_names.find(stem);
+}
+
+/// `add` adds an object of that name and no other: what is known of names stays known.
+template <class Add>
+void CGuiCore::add_named(const QString& name, Add add)
+{
+    tarn::FreeNames names = std::exchange(m_names, {});
+    add();
+    if (!names.is_known())
+        return;
+    names.add(name);
+    m_names = std::move(names);
+}
+
 CDXUTDialog* CGuiCore::create_dialog(const QRect& rect, const QString& name)
 {
     const quint32 id = document().take_id();
@@ -34,14 +61,14 @@ CDXUTDialog* CGuiCore::create_dialog(const QRect& rect, const QString& name)
         return nullptr;
     auto* fresh = new DialogState;
     fresh->id = id;
-    fresh->name = name.isEmpty() ? QStringLiteral("Dialog%1").arg(fresh->id) : tarn::cut_text(name, 31);
+    fresh->name = name.isEmpty() ? free_name(QStringLiteral("Dialog")) : tarn::cut_text(name, 31);
     fresh->caption = fresh->name;
     fresh->x = rect.x();
     fresh->y = rect.y();
     fresh->width = std::max(0, rect.width());
     fresh->height = std::max(0, rect.height());
     const auto dialog = document().create(dialog_kind(), tarn::StatePtr(fresh));
-    document().attach(*dialog, *this, core_state().dialogs.size());
+    add_named(fresh->name, [&] { document().attach(*dialog, *this, core_state().dialogs.size()); });
     return static_cast<CDXUTDialog*>(dialog.get());
 }
 
@@ -55,8 +82,7 @@ CDXUTControl* CGuiCore::create_control(int type, CDXUTDialog* dialog, const QRec
         return nullptr;
     auto* fresh = static_cast<tarn::ControlState*>(made);
     fresh->id = document().take_id();
-    fresh->name = name.isEmpty() ? QLatin1String(tarn::control_class(type)->name_stem) + QString::number(fresh->id)
-                                 : name;
+    fresh->name = name.isEmpty() ? free_name(QLatin1String(tarn::control_class(type)->name_stem)) : name;
     fresh->x = float(rect.x());
     fresh->y = float(rect.y());
     fresh->width = float(std::max(0.0, rect.width()));
@@ -65,7 +91,7 @@ CDXUTControl* CGuiCore::create_control(int type, CDXUTDialog* dialog, const QRec
         text && type != DXUT_CONTROL_PICTURE)
         (void)text->set(*fresh, tarn::Value(fresh->name));
     const auto control = make_control(std::move(state));
-    add_control(*control, *dialog);
+    add_named(control->name(), [&] { add_control(*control, *dialog); });
     return control.get();
 }
 
@@ -146,4 +172,53 @@ void CGuiCore::reorder_dialogs(const QList<CDXUTDialog*>& order)
     for (const CDXUTDialog* dialog : order)
         ids.append(tarn::ObjectRef{dialog->id()});
     document().reorder(*this, dialog_kind(), ids);
+}
+
+CDXUTMenu* CGuiCore::create_menu(const QString& name)
+{
+    const quint32 id = document().take_id();
+    if (id == 0)
+        return nullptr;
+    auto* fresh = new tarn::MenuState;
+    fresh->id = id;
+    fresh->name = name.isEmpty() ? QStringLiteral("Menu%1").arg(id) : name;
+    const auto made = document().create(menu_kind(), tarn::StatePtr(fresh));
+    document().attach(*made, *this, core_state().menus.size());
+    auto* menu = static_cast<CDXUTMenu*>(made.get());
+    selection().select(menu);
+    return menu;
+}
+
+void CGuiCore::remove_menu(CDXUTMenu* menu)
+{
+    ModelObject* gone = menu;
+    if (menu && menu->is_attached())
+        document().detach(std::span(&gone, 1));
+}
+
+CDXUTMenuItem* CGuiCore::create_menu_item(CDXUTMenu& menu, int place, const tarn::NewMenuItem& item)
+{
+    const quint32 id = document().take_id();
+    if (id == 0)
+        return nullptr;
+    auto* fresh = new tarn::MenuItemState;
+    fresh->id = id;
+    fresh->text = item.text;
+    fresh->separator = item.separator;
+    fresh->level = item.level;
+    const auto made = document().create(*m_menu_item_kind, tarn::StatePtr(fresh));
+    document().attach(*made, menu, place);
+    return static_cast<CDXUTMenuItem*>(made.get());
+}
+
+void CGuiCore::remove_menu_item(CDXUTMenuItem* item)
+{
+    CDXUTMenu* menu = item ? item->menu() : nullptr;
+    if (!menu)
+        return;
+    const int first = menu->index_of(item);
+    std::vector<ModelObject*> gone;
+    for (int line = first; line < menu->end_of(first); ++line)
+        gone.push_back(menu->items()[line]);
+    document().detach(gone);
 }

@@ -4,12 +4,14 @@
 #include "core/field_key.h"
 #include "core/value.h"
 
+#include <QPointF>
 #include <QString>
 
 #include <span>
 
 class CDXUTControl;
 class CDXUTDialog;
+class CDXUTMenuItem;
 
 /// What happens to controls and dialogs while the interface runs. The numbers are stored with the scene.
 enum GuiEventType : quint32 {
@@ -37,16 +39,23 @@ enum GuiEventType : quint32 {
     EVENT_MAP_HOT_SPOT_SHOWN = 0x1301,
     EVENT_MAP_HOT_SPOT_HIDDEN = 0x1302,
     EVENT_MAP_HINT_CLICKED = 0x1303,
+    // Of menus: no script is bound to these, so they are no event kinds.
+    EVENT_MENU_OPENS = 0x1401,
+    EVENT_MENU_ITEM_CHOSEN = 0x1402,
 };
 
 namespace tarn {
 
-/// Something that the user made happen to a control or to a dialog; the other is null.
+/// Something that the user made happen to a control or to a dialog; the other is null. Of menus it is what the menu was
+/// opened for, and both can be null.
 struct GuiEvent {
     GuiEventType type;
     CDXUTControl* control = nullptr;
     CDXUTDialog* dialog = nullptr;
-    Value value = {}; ///< what the control shows since then; monostate where there is nothing to tell
+    Value value = {};                   ///< what the control shows since then; monostate where there is nothing to tell
+    CDXUTMenuItem* menu_item = nullptr; ///< that was chosen
+    FieldKey menu_field = {};           ///< which attribute names the menu that opens
+    QPointF place = {};                 ///< where it opens, pixels of the screen
 };
 
 /// What the program knows of an event.

@@ -1,13 +1,13 @@
 #pragma once
 
+#include "gui_core.h"
+
 #include <QPointF>
 #include <QRectF>
 #include <QString>
 #include <Qt>
 
-class CGuiCore;
-class CDXUTControl;
-class CDXUTDialog;
+class CDXUTMenuItem;
 
 namespace tarn {
 
@@ -23,8 +23,13 @@ public:
     bool mouse_released(QPointF place);
     /// The second press of a double-click, in the place of mouse_pressed().
     bool mouse_double_clicked(QPointF place);
+    /// A click with the right button: the menu of what is there opens.
+    bool right_clicked(QPointF place);
     /// Lets go of what is being dragged.
     void cancel() { m_dragged = nullptr; }
+    /// Whether the interface hides the world at `place`, so that what is done there with the wheel and the other buttons
+    /// does not go to the world.
+    bool covers(QPointF place) const;
     /// Positive steps turn the wheel away from the user.
     bool wheel_turned(QPointF place, double steps);
     /// A key of the keyboard, as Qt::Key; the focused control comes first.
@@ -45,11 +50,18 @@ public:
     static CDXUTControl* control_at(const CGuiCore& core, QPointF place) { return hit(core, place).control; }
 
 private:
+    CDXUTControl* open_popup();
     bool press_popup(QPointF place);
+    bool press_menu(QPointF place);
+    void click(CDXUTControl& control, QPointF menu_place);
+    void hand_key_to_menu(int key);
     void move_focus(bool forward);
+    void drag_dialog(QPointF place);
     void close(CDXUTDialog& dialog);
     void minimize_or_restore(CDXUTDialog& dialog);
     bool press_caption(CDXUTDialog& dialog, QPointF place);
+    void release_caption(const CaptionSpot& pressed);
+    void hover_caption(CDXUTDialog* dialog, QPointF place);
     void set_hovered(CDXUTControl* control);
 
     CGuiCore& m_core;

@@ -2,6 +2,8 @@
 
 #include "dxut_control.h"
 #include "dxut_dialog.h"
+#include "dxut_menu.h"
+#include "dxut_menu_item.h"
 
 #include <utility>
 
@@ -29,11 +31,23 @@ void SelectionRecord::add(CDXUTControl* control)
         controls.push_back(control);
 }
 
+void SelectionRecord::select(CDXUTMenu* menu)
+{
+    if (std::exchange(current_menu, menu) != menu)
+        current_menu_item = nullptr;
+}
+
 void SelectionRecord::clear_dialogs()
 {
     ++m_dialog_round;
     dialogs.clear();
-    current_dialog = nullptr;
+    current_dialog = home();
+}
+
+/// Of what is created, pasted, aligned or snapped while controls are selected; null while none is.
+CDXUTDialog* SelectionRecord::home() const
+{
+    return controls_selected && current_control ? current_control->dialog() : nullptr;
 }
 
 void SelectionRecord::clear_controls()
@@ -58,6 +72,12 @@ void SelectionRecord::prune()
         current_control = controls.empty() ? nullptr : controls.back();
     if (current_dialog && is_gone(current_dialog))
         current_dialog = dialogs.empty() ? nullptr : dialogs.back();
+    if (CDXUTDialog* dialog = home())
+        current_dialog = dialog;
+    if (current_menu && is_gone(current_menu))
+        select(nullptr);
+    if (current_menu_item && is_gone(current_menu_item))
+        current_menu_item = nullptr;
 }
 
 } // namespace tarn

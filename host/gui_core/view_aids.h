@@ -10,6 +10,11 @@ struct ViewAids {
     quint32 coordinate_display = 0; ///< rulers and read-outs count from the current dialog's corner, not the screen's
     quint32 guide_lines = 0;        ///< the guide lines are shown and can be moved
     quint32 snap = 0;               ///< what is created, moved or resized snaps
+
+    // Without rulers the others rest, whatever their flags are.
+    bool counts_from_dialog() const { return ruler && coordinate_display; }
+    bool shows_guides() const { return ruler && guide_lines; }
+    bool snaps() const { return ruler && snap; }
 };
 
 } // namespace tarn

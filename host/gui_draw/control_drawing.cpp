@@ -57,10 +57,12 @@ void draw_control(DrawContext& context, const CDXUTControl& control, const QRect
     table[std::size_t(control.GetType())](context, control, area);
 }
 
-void draw_popup(DrawContext& context, const CDXUTControl& control)
+void draw_raised(DrawContext& context, const CDXUTControl& control)
 {
     if (control.GetType() == DXUT_CONTROL_COMBOBOX)
         draw_combo_list(context, static_cast<const CDXUTComboBox&>(control));
+    else if (control.GetType() == DXUT_CONTROL_BUTTONST)
+        draw_annotation(context, static_cast<const CDXUTButtonST&>(control));
 }
 
 } // namespace tarn

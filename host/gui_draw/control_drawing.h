@@ -14,8 +14,8 @@ struct DrawContext;
 
 /// Draws a control into `area`, pixels of its dialog's client area.
 void draw_control(DrawContext& context, const CDXUTControl& control, const QRectF& area);
-/// Draws what a control shows above all others: a list that is dropped down.
-void draw_popup(DrawContext& context, const CDXUTControl& control);
+/// Draws what a control shows above all others in its raised_area(): a list that is dropped down, an annotation.
+void draw_raised(DrawContext& context, const CDXUTControl& control);
 /// Draws a dialog's frame and caption bar, in pixels of the screen.
 void draw_dialog(DrawContext& context, const CDXUTDialog& dialog);
 /// The colour, ARGB, of a control's text in that state; `authored` is the control's own one, 0 for none.

@@ -1,13 +1,9 @@
-#include "core/text_part.h"
 #include "draw_context.h"
 #include "draw_functions.h"
 #include "drawn_state.h"
-#include "gui_core/control_style.h"
 #include "gui_core/dxut_button.h"
 #include "gui_core/dxut_button_st.h"
 #include "gui_core/dxut_radio_button.h"
-
-#include <QFontMetricsF>
 
 #include <algorithm>
 
@@ -15,11 +11,9 @@ namespace tarn {
 
 namespace {
 
-constexpr int padding = 6;                    ///< pixels between a button's edge and its caption
-constexpr double bubble_margin = 10;          ///< pixels around an annotation's text
-constexpr qsizetype longest_annotation = 500; ///< UTF-16 units; more leave the screen
-constexpr double largest_box = 20;            ///< pixels
-constexpr double gap = 6;                     ///< pixels between the box and the caption
+constexpr int padding = 6;         ///< pixels between a button's edge and its caption
+constexpr double largest_box = 20; ///< pixels
+constexpr double gap = 6;          ///< pixels between the box and the caption
 
 void draw_box(DrawContext& context, const CDXUTCheckBox& check_box, const QRectF& area, Element box_element,
               Element mark)
@@ -58,19 +52,20 @@ void draw_image_button(DrawContext& context, const CDXUTButtonST& button, const 
     if (!context.draw_picture(button.image(slot), area) && !context.draw_picture(button.image(0), area))
         context.draw_element(Element::Button, look, area);
 
-    const auto& s = drawn_state<ImageButtonState>(button);
-    if (!s.annotation_mode) {
+    if (!drawn_state<ImageButtonState>(button).annotation_mode)
         draw_text(context, button, area);
-        return;
-    }
-    if (look != VisualState::Hover || s.text.isEmpty())
-        return;
-    const QFontMetricsF metrics(font_of(s));
-    const QSizeF size(metrics.horizontalAdvance(text_part(s.text, longest_annotation, 0)) + 2 * bubble_margin,
-                      metrics.height() + bubble_margin);
-    const QRectF bubble(area.topLeft() + QPointF(s.annotation_x, s.annotation_y), size);
+}
+
+void draw_annotation(DrawContext& context, const CDXUTButtonST& button)
+{
+    const QRectF bubble = button.raised_area();
+    constexpr double margin = CDXUTButtonST::bubble_margin;
     context.draw_element(Element::Bubble, VisualState::Normal, bubble);
-    draw_text(context, button, bubble);
+    TextLook look = text_look(button);
+    look.vertical_align = 1;
+    look.word_wrap = false;
+    kept_in<TextCache>(button.draw_slot())
+        .draw(context.painter, bubble.adjusted(margin, 0, -margin, 0), button.text(), look);
 }
 
 void draw_check_box(DrawContext& context, const CDXUTCheckBox& check_box, const QRectF& area)

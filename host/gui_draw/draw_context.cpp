@@ -11,14 +11,45 @@
 
 namespace tarn {
 
+namespace {
+
+constexpr double faintness = 0.4; ///< share of a disabled control's pictures that is left
+
+} // namespace
+
+void DrawContext::draw_image(const QRectF& area, const QImage& image, const QRectF& part) const
+{
+    const double opacity = painter.opacity();
+    if (is_disabled())
+        painter.setOpacity(opacity * faintness);
+    painter.drawImage(area, image, part);
+    painter.setOpacity(opacity);
+}
+
 void DrawContext::draw_element(Element element, VisualState state, const QRectF& area) const
+{
+    draw_element(element, state, area, look_of(element));
+}
+
+void DrawContext::draw_element(Element element, VisualState state, const QRectF& area, const ElementLook& look) const
 {
     // Both sides are rounded, so that nothing is drawn beyond the pixels that the area touches.
     const QPoint corner(qRound(area.left()), qRound(area.top()));
     const QSize size(qRound(area.left() + area.width()) - corner.x(), qRound(area.top() + area.height()) - corner.y());
-    if (!size.isEmpty())
-        elements.draw(painter, corner, element, state, size, scale,
-                      styled ? choice_of(element, size) : ElementChoice());
+    if (size.isEmpty())
+        return;
+    // What has no look of its own for a disabled control is drawn faint.
+    const bool faint = is_disabled() && (state != VisualState::Disabled || !Skin::has_states(element) || look.served);
+    const double opacity = painter.opacity();
+    if (faint)
+        painter.setOpacity(opacity * faintness);
+    elements.draw(painter, corner, element, state, size, scale, choice_of(look, size));
+    painter.setOpacity(opacity);
+}
+
+bool DrawContext::is_disabled() const
+{
+    return control && !control->GetEnabled();
 }
 
 QImage DrawContext::texture(const QString& name, QSizeF size) const
@@ -27,11 +58,21 @@ QImage DrawContext::texture(const QString& name, QSizeF size) const
     return tarn::texture(core, name, {int(std::ceil(pixels.width())), int(std::ceil(pixels.height()))});
 }
 
-ElementChoice DrawContext::choice_of(Element element, QSizeF size) const
+ElementLook DrawContext::look_of(Element element) const
 {
-    const auto& state = static_cast<const ControlState&>(styled->shown_state());
-    const ElementLook look = element_look(state, element, styled->visual_state());
+    if (!control || !control->has_extras())
+        return {};
+    return element_look(static_cast<const ControlState&>(control->shown_state()), element, control->visual_state());
+}
+
+ElementChoice DrawContext::choice_of(const ElementLook& look, QSizeF size) const
+{
     return {look.picture.isEmpty() ? QImage() : texture(look.picture, size), look.color};
+}
+
+bool DrawContext::has_own_picture(Element element) const
+{
+    return !choice_of(look_of(element), QSizeF(1, 1)).picture.isNull();
 }
 
 bool DrawContext::draw_picture(const QString& name, const QRectF& area) const
@@ -39,7 +80,7 @@ bool DrawContext::draw_picture(const QString& name, const QRectF& area) const
     const QImage picture = texture(name, area.size());
     if (picture.isNull())
         return false;
-    painter.drawImage(area, picture);
+    draw_image(area, picture, picture.rect());
     return true;
 }
 

@@ -9,25 +9,38 @@
 class QImage;
 class QPainter;
 class CDXUTControl;
+class CDXUTDialog;
 class CGuiCore;
 
 namespace tarn {
+
+struct ElementLook;
 
 /// What a control needs to draw itself.
 struct DrawContext {
     QPainter& painter;
     ElementCache& elements;
     const CGuiCore& core;
-    double scale;                         ///< device pixels for one pixel of the interface
-    bool editing = true;                  ///< place-holders for what is missing are drawn
-    const CDXUTControl* styled = nullptr; ///< the control that is drawn, when it may differ from the style
+    double scale;                          ///< device pixels for one pixel of the interface
+    bool editing = true;                   ///< place-holders for what is missing are drawn
+    const CDXUTControl* control = nullptr; ///< the one that is drawn; null for a dialog
+    const CDXUTDialog* active = nullptr;   ///< the dialog that looks active; null for none
 
     void draw_element(Element element, VisualState state, const QRectF& area) const;
+    /// With a look that was found already.
+    void draw_element(Element element, VisualState state, const QRectF& area, const ElementLook& look) const;
+    /// Draws a part of a picture into `area`, faint where the control is disabled.
+    void draw_image(const QRectF& area, const QImage& image, const QRectF& part) const;
     /// Draws one of the scene's pictures scaled into `area`; false when there is no such picture.
     bool draw_picture(const QString& name, const QRectF& area) const;
 
+    /// Whether the author chose a picture for the element.
+    bool has_own_picture(Element element) const;
+
 private:
-    ElementChoice choice_of(Element element, QSizeF size) const;
+    ElementLook look_of(Element element) const;
+    ElementChoice choice_of(const ElementLook& look, QSizeF size) const;
+    bool is_disabled() const;
     QImage texture(const QString& name, QSizeF size) const; ///< with pixels enough for that size
 };
 

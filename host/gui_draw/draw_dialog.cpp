@@ -19,6 +19,14 @@ int caption_font_size(double bar_height)
     return std::clamp(int(bar_height * 0.6), 6, default_font_size);
 }
 
+VisualState look_of(const LiveState& live, const CDXUTDialog& dialog, CDXUTDialog::CaptionButton button)
+{
+    const auto is_it = [&](const CaptionSpot& spot) { return spot.dialog == &dialog && spot.button == int(button); };
+    if (!is_it(live.caption_hovered))
+        return VisualState::Normal;
+    return is_it(live.caption_pressed) ? VisualState::Pressed : VisualState::Hover;
+}
+
 void draw_caption(DrawContext& context, const CDXUTDialog& dialog, VisualState state)
 {
     const QRectF bar = dialog.caption_rect();
@@ -31,9 +39,7 @@ void draw_caption(DrawContext& context, const CDXUTDialog& dialog, VisualState s
         const auto picture = button == CDXUTDialog::CaptionButton::Close ? Element::CloseButton
             : dialog.minimized()                                         ? Element::RestoreButton
                                                                          : Element::MinimizeButton;
-        const LiveState& live = context.core.live();
-        const bool hot = live.caption_dialog == &dialog && live.caption_button == int(button);
-        context.draw_element(picture, hot ? VisualState::Hover : VisualState::Normal, place);
+        context.draw_element(picture, look_of(context.core.live(), dialog, button), place);
         right = std::min(right, place.left());
     }
     const QRectF text(bar.x() + caption_margin, bar.y(), right - bar.x() - 2 * caption_margin, bar.height());
@@ -50,7 +56,7 @@ void draw_dialog(DrawContext& context, const CDXUTDialog& dialog)
     if (dialog.is_root())
         return;
     const DialogState& s = dialog.dialog_state();
-    const VisualState state = context.core.selection().current_dialog == &dialog ? Focused : Normal;
+    const VisualState state = context.active == &dialog ? Focused : Normal;
     if (s.frame_shown && !dialog.minimized()) {
         // The frame's picture is open at the top, where the caption bar goes.
         const auto frame = s.caption_shown ? Element::Frame : Element::InfoPanel;

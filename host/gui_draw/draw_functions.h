@@ -29,6 +29,7 @@ struct DrawContext;
 // How each type of control is drawn into `area`, pixels of its dialog's client area.
 void draw_button(DrawContext& context, const CDXUTButton& button, const QRectF& area);
 void draw_image_button(DrawContext& context, const CDXUTButtonST& button, const QRectF& area);
+void draw_annotation(DrawContext& context, const CDXUTButtonST& button);
 void draw_check_box(DrawContext& context, const CDXUTCheckBox& check_box, const QRectF& area);
 void draw_radio_button(DrawContext& context, const CDXUTRadioButton& radio_button, const QRectF& area);
 void draw_static(DrawContext& context, const CDXUTStatic& control, const QRectF& area);

@@ -14,6 +14,9 @@ namespace tarn {
 
 namespace {
 
+constexpr quint32 panel_color = 0xff17252b;
+constexpr double panel_radius = 5; ///< pixels
+
 /// The texts of a list box or combo box.
 struct ItemTexts : DrawCache {
     TextCache chosen; ///< in a combo box's body
@@ -29,7 +32,7 @@ TextLook text_look(const CDXUTItems& items)
 }
 
 /// The rows that fit into `area`, from the first one that is seen on, with a scroll bar when there are more.
-void draw_rows(DrawContext& context, const CDXUTItems& items, const QRectF& area)
+void draw_rows(DrawContext& context, const CDXUTItems& items, const QRectF& area, int hot_row = -1)
 {
     constexpr double row_height = CDXUTItems::row_height;
     constexpr double scroll_width = CDXUTItems::scroll_width;
@@ -45,7 +48,9 @@ void draw_rows(DrawContext& context, const CDXUTItems& items, const QRectF& area
     for (int i = 0; i < count; ++i) {
         const int row = first + i;
         const QRectF place(area.x(), area.y() + i * row_height, width, row_height);
-        if (row == items.GetSelectedIndex())
+        if (row == hot_row)
+            context.draw_element(Element::SelectedRow, VisualState::Hover, place);
+        else if (row == items.GetSelectedIndex())
             context.draw_element(Element::SelectedRow, VisualState::Normal, place);
         texts[std::size_t(i)].draw(context.painter, place.adjusted(6, 0, -4, 0), items.items()[row], look);
     }
@@ -74,8 +79,15 @@ void draw_combo_box(DrawContext& context, const CDXUTComboBox& combo_box, const 
 void draw_combo_list(DrawContext& context, const CDXUTComboBox& combo_box)
 {
     const QRectF area = combo_box.popup_rect();
-    context.draw_element(Element::InfoPanel, VisualState::Normal, area.adjusted(-3, -3, 3, 3));
-    draw_rows(context, combo_box, area);
+    const QRectF panel = combo_box.raised_area().adjusted(1, 1, -1, -1);
+    // The skin's panel lets the world through, and what lies below a list must not mix with it.
+    if (!context.has_own_picture(Element::InfoPanel)) {
+        context.painter.setPen(Qt::NoPen);
+        context.painter.setBrush(QColor::fromRgba(panel_color));
+        context.painter.drawRoundedRect(panel.adjusted(1, 1, -1, -1), panel_radius, panel_radius);
+    }
+    context.draw_element(Element::InfoPanel, VisualState::Normal, panel);
+    draw_rows(context, combo_box, area, combo_box.hot_row());
 }
 
 void draw_list_box(DrawContext& context, const CDXUTListBox& list_box, const QRectF& area)

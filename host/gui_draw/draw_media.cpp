@@ -18,7 +18,7 @@ void draw_picture(DrawContext& context, const CDXUTPicture& control, const QRect
         drawn = context.draw_picture(control.image(), area);
     } else if (const QImage picture = texture(context.core, control.image()); !picture.isNull()) {
         const QRectF shown(QPointF(), area.size().boundedTo(QSizeF(picture.size())));
-        context.painter.drawImage(area.topLeft(), picture, shown);
+        context.draw_image(shown.translated(area.topLeft()), picture, shown);
         drawn = true;
     }
     if (!drawn && context.editing) {

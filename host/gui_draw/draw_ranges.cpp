@@ -17,10 +17,22 @@ void draw_slider(DrawContext& context, const CDXUTSlider& slider, const QRectF& 
     const double side = slider.thumb_side();
     const double span = double(slider.max()) - slider.min();
     const double share = span > 0 ? std::clamp((slider.value() - double(slider.min())) / span, 0.0, 1.0) : 0;
-    context.draw_element(Element::SliderTrack, look, area);
-    context.draw_element(
-        Element::SliderThumb, look,
-        QRectF(area.x() + share * (area.width() - side), area.y() + (area.height() - side) / 2, side, side));
+    if (!slider.stands()) {
+        context.draw_element(Element::SliderTrack, look, area);
+        context.draw_element(
+            Element::SliderThumb, look,
+            QRectF(area.x() + share * (area.width() - side), area.y() + (area.height() - side) / 2, side, side));
+        return;
+    }
+    // The picture of the track lies; it is turned so that its left end comes to the bottom.
+    context.painter.save();
+    context.painter.translate(area.bottomLeft());
+    context.painter.rotate(-90);
+    context.draw_element(Element::SliderTrack, look, QRectF(0, 0, area.height(), area.width()));
+    context.painter.restore();
+    context.draw_element(Element::SliderThumb, look,
+                         QRectF(area.x() + (area.width() - side) / 2,
+                                area.bottom() - side - share * (area.height() - side), side, side));
 }
 
 void draw_scroll_bar(DrawContext& context, const CDXUTScrollBar& scroll_bar, const QRectF& area)

@@ -79,7 +79,7 @@ void draw_edit_box(DrawContext& context, const CDXUTEditBox& edit_box, const QRe
     const QPointF corner(place.x() + shift - edit_box.scroll(),
                          place.y() + (place.height() - shown.line.height()) * s.vertical_align / 2);
     if (focused && editor.has_selection()) {
-        const auto [first, last] = std::minmax(editor.caret(), editor.anchor());
+        const auto [first, last] = std::minmax({editor.caret(), editor.anchor()});
         const double from = shown.line.cursorToX(edit_box.place_in_shown(first));
         const double to = shown.line.cursorToX(edit_box.place_in_shown(last));
         painter.fillRect(QRectF(corner.x() + from, corner.y(), to - from, shown.line.height()),
@@ -87,7 +87,7 @@ void draw_edit_box(DrawContext& context, const CDXUTEditBox& edit_box, const QRe
     }
     painter.setPen(QColor::fromRgba(text_color_in(edit_box, edit_box.visual_state(), s.text_color)));
     shown.layout.draw(&painter, corner);
-    if (focused) {
+    if (focused && context.core.live().caret_shown) {
         const double x = corner.x()
             + shown.line.cursorToX(edit_box.place_in_shown(editor.caret()) + int(editor.preedit().size()));
         painter.fillRect(QRectF(x, corner.y() + 1, 1.5, shown.line.height() - 2), QColor::fromRgba(caret_color));

@@ -145,9 +145,9 @@ const QImage& ElementCache::image(Element element, VisualState state, QSize size
 QImage ElementCache::compose(const Key& key, const QImage& own, const QRect& part) const
 {
     QImage image(part.size(), QImage::Format_ARGB32_Premultiplied);
-    image.setDevicePixelRatio(key.scale);
     image.fill(Qt::transparent);
     QPainter painter(&image);
+    painter.scale(key.scale, key.scale); // A painter does not follow a picture's pixel ratio below 1.
     painter.translate(-QPointF(part.topLeft()) / key.scale);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     const Source from = own.isNull() ? skin_source(m_skin, key.element, key.state) : own_source(own, key.element);
@@ -156,6 +156,7 @@ QImage ElementCache::compose(const Key& key, const QImage& own, const QRect& par
     else
         draw_nine_slices(painter, from, key.size);
     painter.end();
+    image.setDevicePixelRatio(key.scale);
     if (key.tint)
         apply_tint(image, key.tint, own.isNull());
     return image;

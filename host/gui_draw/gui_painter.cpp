@@ -5,8 +5,11 @@
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
 #include "gui_core/gui_core.h"
+#include "menu_drawing.h"
 
 #include <QPainter>
+
+#include <algorithm>
 
 namespace tarn {
 
@@ -22,35 +25,9 @@ void draw_rotated(const CDXUTControl& control, DrawContext& context, const QRect
     context.painter.restore();
 }
 
-} // namespace
-
-GuiPainter::GuiPainter() : m_elements(Skin::default_skin()) {}
-
-void GuiPainter::paint(QPainter& painter, const CGuiCore& core, const QRectF& clip, double scale)
+void paint_dialog(DrawContext& context, const CDXUTDialog& dialog, const QRectF& clip)
 {
-    painter.save();
-    painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    painter.setRenderHint(QPainter::Antialiasing);
-    paint_dialog(painter, core, *core.GetRootDialog(), clip, scale);
-    for (const bool on_top : {false, true})
-        for (const CDXUTDialog* dialog : core.GetDialogs())
-            if (dialog->dialog_state().always_on_top == on_top)
-                paint_dialog(painter, core, *dialog, clip, scale);
-    if (const CDXUTControl* popup = core.live().popup; popup && popup->dialog()) {
-        painter.translate(popup->dialog()->client_rect().topLeft());
-        painter.scale(popup->dialog()->scale_x(), popup->dialog()->scale_y());
-        DrawContext context{painter, m_elements, core, scale, false, popup->has_extras() ? popup : nullptr};
-        draw_popup(context, *popup);
-    }
-    painter.restore();
-}
-
-void GuiPainter::paint_dialog(QPainter& painter, const CGuiCore& core, const CDXUTDialog& dialog, const QRectF& clip,
-                              double scale)
-{
-    if (!dialog.GetVisible() || !(dialog.is_root() || dialog.drawn_bounds().intersects(clip)))
-        return;
-    DrawContext context{painter, m_elements, core, scale, core.selection().editing, nullptr};
+    QPainter& painter = context.painter;
     if (dialog.outer_rect().intersects(clip))
         draw_dialog(context, dialog);
     if (dialog.minimized())
@@ -62,17 +39,56 @@ void GuiPainter::paint_dialog(QPainter& painter, const CGuiCore& core, const CDX
     painter.translate(origin);
     if (scaled) {
         painter.scale(dialog.scale_x(), dialog.scale_y());
-        context.scale = scale * std::max(dialog.scale_x(), dialog.scale_y());
+        context.scale *= std::max(dialog.scale_x(), dialog.scale_y());
     }
     for (const CDXUTControl* control : dialog.controls()) {
         if (!control->GetVisible())
             continue;
-        context.styled = control->has_extras() ? control : nullptr;
+        context.control = control;
         if (control->is_rotated())
             draw_rotated(*control, context, visible);
         else if (const QRectF area = control->rect(); area.intersects(visible))
             draw_control(context, *control, area);
     }
+    painter.restore();
+}
+
+} // namespace
+
+GuiPainter::GuiPainter() : m_elements(Skin::default_skin()) {}
+
+void GuiPainter::paint(QPainter& painter, const CGuiCore& core, const QRectF& clip, double scale)
+{
+    painter.save();
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const SelectionRecord& selection = core.selection();
+    const CDXUTDialog* active = selection.editing ? selection.current_dialog : core.active_dialog();
+    const auto paint_one = [&](const CDXUTDialog& dialog) {
+        if (!dialog.GetVisible() || !(dialog.is_root() || dialog.drawn_bounds().intersects(clip)))
+            return;
+        DrawContext context{painter, m_elements, core, scale, selection.editing, nullptr, active};
+        paint_dialog(context, dialog, clip);
+    };
+    paint_one(*core.GetRootDialog());
+    for (const bool on_top : {false, true})
+        for (const CDXUTDialog* dialog : core.GetDialogs())
+            if (dialog->dialog_state().always_on_top == on_top)
+                paint_one(*dialog);
+    for (const CDXUTControl* control : {core.live().hovered, core.live().popup})
+        if (control && control->dialog() && !control->raised_area().isEmpty())
+            paint_raised(painter, core, *control, scale);
+    painter.restore();
+}
+
+void GuiPainter::paint_raised(QPainter& painter, const CGuiCore& core, const CDXUTControl& control, double scale)
+{
+    const ClientMap map = control.dialog()->client_map();
+    painter.save();
+    painter.translate(map.origin);
+    painter.scale(map.scale_x, map.scale_y);
+    DrawContext context{painter, m_elements, core, scale * std::max(map.scale_x, map.scale_y), false, &control};
+    draw_raised(context, control);
     painter.restore();
 }
 

@@ -6,7 +6,7 @@
 
 class QPainter;
 class CGuiCore;
-class CDXUTDialog;
+class CDXUTControl;
 
 namespace tarn {
 
@@ -20,8 +20,7 @@ public:
     void paint(QPainter& painter, const CGuiCore& core, const QRectF& clip, double scale);
 
 private:
-    void paint_dialog(QPainter& painter, const CGuiCore& core, const CDXUTDialog& dialog, const QRectF& clip,
-                      double scale);
+    void paint_raised(QPainter& painter, const CGuiCore& core, const CDXUTControl& control, double scale);
 
     ElementCache m_elements;
 };

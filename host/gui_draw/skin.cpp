@@ -65,6 +65,11 @@ const Skin& Skin::default_skin()
     return skin;
 }
 
+bool Skin::has_states(Element element)
+{
+    return static_cast<int>(element) < first_of_last_row;
+}
+
 ElementPicture Skin::picture(Element element, VisualState state)
 {
     const int number = static_cast<int>(element);

@@ -28,6 +28,8 @@ public:
     const QImage& atlas() const { return m_atlas; }
     double pixels_per_unit() const { return m_pixels_per_unit; }
 
+    /// Whether the element looks different in each state.
+    static bool has_states(Element element);
     static ElementPicture picture(Element element, VisualState state);
     /// The colour of a text in this state, ARGB; `text_color` is the author's choice, 0 for none.
     static quint32 text_color(VisualState state, quint32 text_color);

@@ -44,25 +44,24 @@ const FieldTable& EventsState::field_table()
     return table;
 }
 
-CGuiEvent::CGuiEvent(CEventManager& manager) : ModelObject(manager.document(), new EventState) {}
-
 CEventManager::CEventManager(Document& document) : ModelObject(document, new EventsState)
 {
     document.add_part({.entry = entry, .container = this, .recorded = false});
-    document.add_kind({.part = entry,
-                       .key = "events",
-                       .chinese = u"事件",
-                       .english = u"event",
-                       .container = this,
-                       .make_state = [](int) -> ObjectState* { return new EventState; },
-                       .make_object = [this](const ObjectState&) { return std::make_shared<CGuiEvent>(*this); },
-                       .children =
-                           [](ObjectState& parent) {
-                               auto* events = dynamic_cast<EventsState*>(&parent);
-                               return events ? &events->events : nullptr;
-                           },
-                       .unique_key = unique_key,
-                       .most = max_events});
+    document.add_kind(
+        {.part = entry,
+         .key = "events",
+         .chinese = u"事件",
+         .english = u"event",
+         .container = this,
+         .make_state = [](int) -> ObjectState* { return new EventState; },
+         .make_object = [&document](StatePtr state) { return std::make_shared<CGuiEvent>(document, std::move(state)); },
+         .children =
+             [](ObjectState& parent) {
+                 auto* events = dynamic_cast<EventsState*>(&parent);
+                 return events ? &events->events : nullptr;
+             },
+         .unique_key = unique_key,
+         .most = max_events});
     m_kind = &document.kinds().back();
 }
 

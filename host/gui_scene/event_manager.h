@@ -9,8 +9,6 @@
 #include <memory>
 #include <vector>
 
-class CEventManager;
-
 namespace tarn {
 
 struct EventState : StateOf<EventState> {
@@ -33,7 +31,7 @@ struct EventsState : StateOf<EventsState> {
 /// The binding of an event of a control to the scene function that runs when it happens.
 class CGuiEvent final : public tarn::ModelObject {
 public:
-    explicit CGuiEvent(CEventManager& manager);
+    CGuiEvent(tarn::Document& document, tarn::StatePtr state) : ModelObject(document, std::move(state)) {}
 
     quint32 control() const { return event_state().control.id; }
     quint32 type() const { return event_state().type; }

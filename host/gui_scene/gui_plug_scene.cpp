@@ -1,10 +1,13 @@
 #include "gui_plug_scene.h"
+#include "core/authored.h"
 
 #include "core/language.h"
 #include "engine/base_world.h"
 #include "gui_core/control_class.h"
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
+#include "gui_core/dxut_menu.h"
+#include "gui_core/dxut_menu_item.h"
 #include "package_reader.h"
 #include "package_writer.h"
 #include "picture_file.h"
@@ -14,9 +17,11 @@
 #include "scene_tools.h"
 #include "script/gui_script_api.h"
 #include "store/enough_memory.h"
+#include "store/in_worker.h"
 #include "store/pak_file.h"
 #include "tex_path_info.h"
 
+#include <QFileInfo>
 #include <QSet>
 
 #include <array>
@@ -30,15 +35,21 @@ using tarn::Status;
 
 namespace {
 
-/// The content of the package at `path`, with the pictures that lie beside it.
-tarn::Result<tarn::SceneSnapshot> read_file(const QString& path, CGuiCore& core)
-{
-    CPakFile package;
-    if (auto status = package.open(path); !status)
-        return status;
-    const CTexPathInfo textures(path, 1);
-    return tarn::read_package(package, core);
-}
+class GuiSceneCopy : public tarn::SceneCopy {
+public:
+    GuiSceneCopy(const tarn::Document& document, tarn::SceneSnapshot content)
+        : m_document(document), m_content(std::move(content))
+    {
+    }
+    Status write(const QString& path) const override
+    {
+        return tarn::save_package(path, m_document, m_content, {}, tarn::ReadOnly::Replace);
+    }
+
+private:
+    const tarn::Document& m_document;
+    tarn::SceneSnapshot m_content;
+};
 
 constexpr std::array button_images{key<&ImageButtonState::image_normal>, key<&ImageButtonState::image_hover>,
                                    key<&ImageButtonState::image_pressed>};
@@ -56,16 +67,25 @@ QSet<QString> named_functions(const tarn::Document& document)
 {
     QSet<QString> names;
     for (const tarn::ModelObject* object : document.objects())
-        for (const tarn::FieldBase* field : object->fields())
+        for (const tarn::FieldBase* field : object->fields().link_fields())
             if (field->rules().function)
-                for (const QString& name : field->names(object->authored_state()))
+                for (const QString& name : field->names(tarn::Authored::state(*object)))
                     names.insert(name);
     return names;
 }
 
-void write_picture(const std::vector<tarn::ModelObject*>& objects, tarn::FieldKey key, const QString& picture)
+void write_picture(const std::vector<tarn::ModelObject*>& objects, tarn::FieldKey key, const QString& picture,
+                   const char* look)
 {
-    tarn::walk(objects, [&](tarn::ModelObject* object) { write(*object, key, picture); });
+    for (tarn::ModelObject* object : objects) {
+        const tarn::FieldBase* field = object->fields().find(key);
+        tarn::Value value = field ? object->property(*field) : tarn::Value();
+        if (auto* pictures = std::get_if<tarn::TextMap>(&value))
+            pictures->insert(QLatin1String(look), picture);
+        else
+            value = picture;
+        write(*object, key, value);
+    }
 }
 
 } // namespace
@@ -134,8 +154,43 @@ void CGuiPlugScene::clear()
 Status CGuiPlugScene::save(CPakFile& package, const CSaveOpt& options)
 {
     return tarn::with_enough_memory([&] {
-        return tarn::write_package(package, *m_core, tarn::content_to_save(*m_core, options.selection_only), options);
+        return tarn::write_package(package, document(), tarn::content_to_save(*m_core, options.selection_only),
+                                   options);
     });
+}
+
+Status CGuiPlugScene::write_file(const QString& path, const CSaveOpt& options, bool replace_read_only) const
+{
+    const tarn::SceneSnapshot copy = tarn::content_to_save(*m_core, options.selection_only);
+    const auto read_only = replace_read_only ? tarn::ReadOnly::Replace : tarn::ReadOnly::Keep;
+    const auto write = [&](const tarn::Progress& progress) {
+        return tarn::save_package(path, document(), copy, options, read_only, progress);
+    };
+    return m_world->work(lang(u"正在保存 %1", u"Saving %1").arg(QFileInfo(path).fileName()),
+                         [&](const tarn::Progress& progress) { return tarn::in_worker(progress, write); });
+}
+
+tarn::Result<tarn::SceneSnapshot> CGuiPlugScene::read_file(const QString& path, const QString& what) const
+{
+    std::optional<tarn::SceneSnapshot> content;
+    const auto status = m_world->work(what, [&](const tarn::Progress& progress) -> Status {
+        CPakFile package;
+        if (auto opened = package.open(path); !opened)
+            return opened;
+        const CTexPathInfo textures(path, 1);
+        auto read = tarn::read_package(package, *m_core, progress);
+        if (read)
+            content = std::move(read.value());
+        return read.status();
+    });
+    if (!status)
+        return status;
+    return std::move(*content);
+}
+
+Status CGuiPlugScene::export_to(const QString& path, const CSaveOpt& options)
+{
+    return write_file(path, options, false);
 }
 
 CConfigScene& CGuiPlugScene::functions() const
@@ -159,14 +214,16 @@ Status CGuiPlugScene::check_not_playing() const
 
 Status CGuiPlugScene::load(const CPakFile& package, const CTexPathInfo&)
 {
-    auto content = tarn::read_package(package, *m_core);
-    if (!content)
-        return content.status();
     if (auto status = check_not_playing(); !status)
         return status;
-    const tarn::UserAction action(journal(), lang(u"导入界面", u"Import"));
-    install(std::move(content.value()));
-    return {};
+    return m_world->work(lang(u"正在导入", u"Importing"), [&](const tarn::Progress& progress) -> Status {
+        auto content = tarn::read_package(package, *m_core, progress);
+        if (!content)
+            return content.status();
+        const tarn::UserAction action(journal(), lang(u"导入界面", u"Import"));
+        install(std::move(content.value()));
+        return {};
+    });
 }
 
 void CGuiPlugScene::new_scene()
@@ -178,43 +235,66 @@ void CGuiPlugScene::new_scene()
     m_world->broadcast(tarn::ui_full_refresh);
 }
 
-Status CGuiPlugScene::open_scene(const QString& path)
+void CGuiPlugScene::become(tarn::SceneSnapshot content, const QString& path)
 {
-    auto content = read_file(path, *m_core);
-    if (!content)
-        return content.status();
     play(false);
     {
         const tarn::RecordingOff off(journal());
-        install(std::move(content.value()));
+        install(std::move(content));
     }
     document().forget_history();
     m_file_name = path;
     SetMTFunction(0, 0);
     m_world->broadcast(tarn::ui_full_refresh);
+}
+
+Status CGuiPlugScene::open_scene(const QString& path)
+{
+    auto content = read_file(path, lang(u"正在打开 %1", u"Opening %1").arg(QFileInfo(path).fileName()));
+    if (!content)
+        return content.status();
+    become(std::move(content.value()), path);
+    return {};
+}
+
+Status CGuiPlugScene::recover_scene(const QString& package, const QString& path)
+{
+    auto content = read_file(package, lang(u"正在恢复", u"Restoring"));
+    if (!content)
+        return content.status();
+    become(std::move(content.value()), path);
+    journal().changed_outside();
     return {};
 }
 
 Status CGuiPlugScene::save_scene(const QString& path, bool replace_read_only)
 {
-    CPakFile package;
-    auto status = package.create(path);
-    if (status)
-        status = save(package, {});
-    if (status)
-        status = package.close(replace_read_only ? tarn::ReadOnly::Replace : tarn::ReadOnly::Keep);
+    auto status = write_file(path, {}, replace_read_only);
     if (status)
         journal().mark_saved();
     return status;
 }
 
-Status CGuiPlugScene::on_merge_GUI(const QString& path, const QString& name, bool replace_styles)
+std::unique_ptr<tarn::SceneCopy> CGuiPlugScene::copy_scene() const
 {
-    auto content = read_file(path, *m_core);
-    if (!content)
-        return content.status();
+    return std::make_unique<GuiSceneCopy>(document(), tarn::content_to_save(*m_core));
+}
+
+Status CGuiPlugScene::check_merge(const QString& path)
+{
     if (auto status = check_not_playing(); !status)
         return status;
+    const auto content = read_file(path, lang(u"正在检查 %1", u"Checking %1").arg(QFileInfo(path).fileName()));
+    return content ? document().check_room(content.value()) : content.status();
+}
+
+Status CGuiPlugScene::on_merge_GUI(const QString& path, const QString& name, bool replace_styles)
+{
+    if (auto status = check_not_playing(); !status)
+        return status;
+    auto content = read_file(path, lang(u"正在合并 %1", u"Merging %1").arg(QFileInfo(path).fileName()));
+    if (!content)
+        return content.status();
     const tarn::UserAction action(journal(), lang(u"合并界面", u"Merge"));
     return tarn::merge_content(*this, std::move(content.value()), name, replace_styles);
 }
@@ -252,23 +332,47 @@ void CGuiPlugScene::RemoveCtrls(const std::vector<CDXUTControl*>& controls)
     m_core->remove_controls(controls);
 }
 
-Status CGuiPlugScene::set_picture(const std::vector<tarn::ModelObject*>& objects, tarn::FieldKey field,
-                                  const QString& path)
+void CGuiPlugScene::RemoveMenu(CDXUTMenu* menu)
 {
-    const tarn::UserAction action(journal(), lang(u"设置图片", u"Set Picture"));
-    const auto name = tarn::take_picture(*m_core, path);
-    if (!name)
-        return name.status();
+    if (!menu)
+        return;
+    const tarn::UserAction action(journal(), lang(u"删除菜单", u"Delete Menu"));
+    std::vector<const tarn::ModelObject*> objects(menu->items().begin(), menu->items().end());
+    objects.push_back(menu);
     const tarn::PictureRelease release(*m_core, functions(), objects);
-    write_picture(objects, field, name.value());
-    return {};
+    m_core->remove_menu(menu);
 }
 
-void CGuiPlugScene::clear_picture(const std::vector<tarn::ModelObject*>& objects, tarn::FieldKey field)
+void CGuiPlugScene::RemoveMenuItem(CDXUTMenuItem* item)
+{
+    CDXUTMenu* menu = item ? item->menu() : nullptr;
+    if (!menu)
+        return;
+    const tarn::UserAction action(journal(), lang(u"删除菜单项", u"Remove Menu Item"));
+    const tarn::PictureRelease release(*m_core, functions(), menu->items());
+    m_core->remove_menu_item(item);
+}
+
+Status CGuiPlugScene::set_picture(const std::vector<tarn::ModelObject*>& objects, tarn::FieldKey field,
+                                  const QString& path, const char* look)
+{
+    const tarn::UserAction action(journal(), lang(u"设置图片", u"Set Picture"));
+    return m_world->work(lang(u"正在读取图片", u"Taking In a Picture"), [&](const tarn::Progress& progress) -> Status {
+        const auto name = tarn::take_picture(*m_core, path, progress);
+        if (!name)
+            return name.status();
+        const tarn::PictureRelease release(*m_core, functions(), objects);
+        write_picture(objects, field, name.value(), look);
+        return {};
+    });
+}
+
+void CGuiPlugScene::clear_picture(const std::vector<tarn::ModelObject*>& objects, tarn::FieldKey field,
+                                  const char* look)
 {
     const tarn::UserAction action(journal(), lang(u"清除图片", u"Clear Picture"));
     const tarn::PictureRelease release(*m_core, functions(), objects);
-    write_picture(objects, field, {});
+    write_picture(objects, field, {}, look);
 }
 
 Status CGuiPlugScene::set_buttonst_img(const std::vector<tarn::ModelObject*>& buttons, int state, const QString& path)
@@ -316,6 +420,12 @@ void CGuiPlugScene::SetMTFunction(int kind, int type)
     m_create_tool = std::move(tool);
 }
 
+void CGuiPlugScene::disarm()
+{
+    if (m_function != 0)
+        SetMTFunction(0, 0);
+}
+
 void CGuiPlugScene::play(bool on)
 {
     if (on == m_playing)
@@ -339,6 +449,8 @@ void CGuiPlugScene::advance(double now)
         return;
     const tarn::ShownWrites writes(document());
     m_runner.advance(now);
+    if (m_core->advance(now) && m_world)
+        m_world->update_all_views();
 }
 
 std::optional<tarn::TextureBinding> CGuiPlugScene::SearchTexbindByDialog(const CDXUTDialog* dialog) const

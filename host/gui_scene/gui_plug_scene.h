@@ -63,10 +63,14 @@ public:
     // The scene as a whole
     void clear();
     tarn::Status save(CPakFile& package, const CSaveOpt& options);
+    /// Saves the scene, or what `options` tell of it, as a package of its own; the scene stays what it is.
+    tarn::Status export_to(const QString& path, const CSaveOpt& options);
     /// Replaces the content; recorded like any change.
     void install(tarn::SceneSnapshot content);
     /// Replaces the content by the package's; on failure, and during a preview, nothing changes.
     tarn::Status load(const CPakFile& package, const CTexPathInfo& textures);
+    /// Why the package at `path` cannot be merged, asked before the user is.
+    tarn::Status check_merge(const QString& path);
     /// Merges the package at `path`; see tarn::merge_content. On failure, and during a preview, nothing
     /// changes.
     tarn::Status on_merge_GUI(const QString& path, const QString& name, bool replace_styles);
@@ -76,6 +80,8 @@ public:
     void new_scene() override;
     tarn::Status open_scene(const QString& path) override;
     tarn::Status save_scene(const QString& path, bool replace_read_only = false) override;
+    std::unique_ptr<tarn::SceneCopy> copy_scene() const override;
+    tarn::Status recover_scene(const QString& package, const QString& path) override;
 
     // Objects
     // What is removed takes the pictures along that nothing else uses; see tarn::PictureRelease.
@@ -84,11 +90,16 @@ public:
     void RemoveCtrl(CDXUTControl* control);
     /// Removes many controls in one step of undo, at a cost that grows with their number and their dialogs' sizes only.
     void RemoveCtrls(const std::vector<CDXUTControl*>& controls);
+    void RemoveMenu(CDXUTMenu* menu);
+    /// The item with its submenu.
+    void RemoveMenuItem(CDXUTMenuItem* item);
 
     // Pictures of objects. A file is taken into the scene; a picture that nothing uses any more leaves it.
-    /// Gives the objects that have the attribute `field` the picture in the file `path`. On failure nothing changes.
-    tarn::Status set_picture(const std::vector<tarn::ModelObject*>& objects, tarn::FieldKey field, const QString& path);
-    void clear_picture(const std::vector<tarn::ModelObject*>& objects, tarn::FieldKey field);
+    /// Gives the objects that have the attribute `field` the picture in the file `path`. On failure nothing changes. Of
+    /// an attribute that names pictures for several looks it becomes that of `look`, a tarn::look_name().
+    tarn::Status set_picture(const std::vector<tarn::ModelObject*>& objects, tarn::FieldKey field, const QString& path,
+                             const char* look = "");
+    void clear_picture(const std::vector<tarn::ModelObject*>& objects, tarn::FieldKey field, const char* look = "");
     /// `state` 0 normal, 1 mouse over, 2 pressed.
     tarn::Status set_buttonst_img(const std::vector<tarn::ModelObject*>& buttons, int state, const QString& path);
     /// Of check boxes and radio buttons; `state` 0 unchecked, 1 checked.
@@ -112,6 +123,8 @@ public:
     /// What the left mouse button does in the views: `kind` 0 selects and moves, 1 draws a new dialog, 2 a new control of the type
     /// `type`.
     void SetMTFunction(int kind, int type);
+    /// Back to selecting when something was to be created; what the mouse is doing otherwise goes on.
+    void disarm();
     int mouse_function() const { return m_function; }
     /// The type of control that is drawn; -1 when none is.
     int mouse_function_type() const { return m_function_type; }
@@ -127,6 +140,11 @@ public:
 
 private:
     tarn::Status check_not_playing() const;
+    /// The content of the package at `path`, with the pictures that lie beside it.
+    tarn::Result<tarn::SceneSnapshot> read_file(const QString& path, const QString& what) const;
+    tarn::Status write_file(const QString& path, const CSaveOpt& options, bool replace_read_only) const;
+    /// Puts what was read in the place of everything; there is nothing to undo afterwards.
+    void become(tarn::SceneSnapshot content, const QString& path);
     /// One step of undo, for what a script does outside a preview, until the answer is let go.
     std::shared_ptr<void> begin_script_edit(const QString& name);
 

@@ -4,6 +4,9 @@
 #include "gui_core/control_class.h"
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
+#include "gui_core/dxut_menu.h"
+#include "gui_core/dxut_menu_item.h"
+#include "gui_core/gui_event.h"
 #include "gui_plug_scene.h"
 #include "script/gui_script_api.h"
 
@@ -27,11 +30,6 @@ QRectF with_size(const QRectF& rect, const QSizeF& usual)
             rect.height() < 0 ? usual.height() : rect.height()};
 }
 
-Status no_ids_left()
-{
-    return Status::error(lang(u"界面的编号已用完", u"the interface has no ids left"));
-}
-
 } // namespace
 
 GuiSceneModel::GuiSceneModel(CGuiPlugScene& scene) : m_scene(scene) {}
@@ -43,56 +41,67 @@ const ScriptObjects& GuiSceneModel::objects() const
     return *m_objects;
 }
 
-std::vector<ModelObject*> GuiSceneModel::dialogs() const
+Result<ModelObject*> GuiSceneModel::create(const ObjectKind& kind, const Making& making)
 {
-    return as_objects(m_scene.gui_core().GetDialogs());
-}
-
-ModelObject* GuiSceneModel::root_dialog() const
-{
-    return m_scene.gui_core().GetRootDialog();
-}
-
-std::vector<ModelObject*> GuiSceneModel::controls() const
-{
-    return as_objects(m_scene.gui_core().controls());
-}
-
-std::vector<ModelObject*> GuiSceneModel::controls_of(const ModelObject& dialog) const
-{
-    const auto* owner = dynamic_cast<const CDXUTDialog*>(&dialog);
-    return owner ? as_objects(owner->controls()) : std::vector<ModelObject*>();
-}
-
-Result<ModelObject*> GuiSceneModel::create_dialog(const QString& name, const QRectF& rect)
-{
+    const CGuiCore& core = m_scene.gui_core();
     if (m_scene.document().ids_left() == 0)
-        return no_ids_left();
-    const UserAction action(m_scene.journal(), lang(u"创建窗口", u"Create Dialog"));
-    return static_cast<ModelObject*>(m_scene.gui_core().create_dialog(with_size(rect, dialog_size).toRect(), name));
+        return Status::error(lang(u"界面的编号已用完", u"the interface has no ids left"));
+    if (&kind == &core.dialog_kind())
+        return create_dialog(making);
+    if (&kind == &core.control_kind())
+        return create_control(making);
+    if (&kind == &core.menu_kind())
+        return create_menu(making);
+    return Status::error(lang(u"不能这样创建%1", u"no %1 can be made so").arg(lang(kind.chinese, kind.english)));
 }
 
-Result<ModelObject*> GuiSceneModel::create_control(int type, ModelObject& dialog, const QString& name,
-                                                   const QRectF& rect)
+Result<ModelObject*> GuiSceneModel::create_dialog(const Making& making)
 {
-    const ControlClass* row = control_class(type);
-    auto* owner = dynamic_cast<CDXUTDialog*>(&dialog);
+    const UserAction action(m_scene.journal(), lang(u"创建窗口", u"Create Dialog"));
+    const QRect rect = with_size(making.rect, dialog_size).toRect();
+    return static_cast<ModelObject*>(m_scene.gui_core().create_dialog(rect, making.name));
+}
+
+Result<ModelObject*> GuiSceneModel::create_control(const Making& making)
+{
+    CGuiCore& core = m_scene.gui_core();
+    const ControlClass* row = control_class(making.type);
+    auto* owner = making.parent ? dynamic_cast<CDXUTDialog*>(making.parent) : core.GetRootDialog();
     if (!row || !row->create)
-        return Status::error(lang(u"不能创建类型为 %1 的控件", u"controls of type %1 cannot be made").arg(type));
+        return Status::error(lang(u"不能创建类型为 %1 的控件", u"controls of type %1 cannot be made").arg(making.type));
     if (!owner)
         return Status::error(lang(u"需要窗口", u"a dialog is needed"));
-    if (m_scene.document().ids_left() == 0)
-        return no_ids_left();
     const UserAction action(m_scene.journal(), lang(u"创建控件", u"Create Control"));
     return static_cast<ModelObject*>(
-        m_scene.gui_core().create_control(type, owner, with_size(rect, row->default_size), name));
+        core.create_control(making.type, owner, with_size(making.rect, row->default_size), making.name));
+}
+
+Status GuiSceneModel::remove(ModelObject& object)
+{
+    if (auto* control = dynamic_cast<CDXUTControl*>(&object))
+        m_scene.RemoveCtrl(control);
+    else if (auto* dialog = dynamic_cast<CDXUTDialog*>(&object); dialog && dialog != m_scene.gui_core().GetRootDialog())
+        m_scene.RemoveDialog(dialog);
+    else if (auto* menu = dynamic_cast<CDXUTMenu*>(&object))
+        m_scene.RemoveMenu(menu);
+    else if (auto* item = dynamic_cast<CDXUTMenuItem*>(&object))
+        m_scene.RemoveMenuItem(item);
+    else
+        return Status::error(lang(u"这个对象不能删除", u"this object cannot be removed"));
+    return {};
+}
+
+Result<ModelObject*> GuiSceneModel::create_menu(const Making& making)
+{
+    const UserAction action(m_scene.journal(), lang(u"新建菜单", u"New Menu"));
+    return static_cast<ModelObject*>(m_scene.gui_core().create_menu(making.name));
 }
 
 SceneModel::Selection GuiSceneModel::selection() const
 {
     const SelectionRecord& record = m_scene.gui_core().selection();
-    return {record.editing,         record.controls_selected,   record.menu_editing,        record.current_dialog,
-            record.current_control, as_objects(record.dialogs), as_objects(record.controls)};
+    return {record.editing,         record.controls_selected, record.menu_editing,        record.current_dialog,
+            record.current_control, record.current_menu,      as_objects(record.dialogs), as_objects(record.controls)};
 }
 
 Status GuiSceneModel::select(const std::vector<ModelObject*>& objects)
@@ -119,6 +128,13 @@ std::vector<SceneModel::Event> GuiSceneModel::events() const
     std::vector<Event> all;
     for (const auto& event : m_scene.events().events())
         all.push_back({m_scene.gui_core().find_control(event->control()), event->type(), event->function()});
+    // A dialog's function is known by its name alone.
+    for (CDXUTDialog* dialog : m_scene.gui_core().GetDialogs())
+        for (const EventKind& kind : event_kinds()) {
+            const QString name = kind.control_types == 0 ? dialog->get_func_str(kind.type) : QString();
+            if (!name.isEmpty() && m_scene.functions().find_function(name))
+                all.push_back({dialog, kind.type, name});
+        }
     return all;
 }
 

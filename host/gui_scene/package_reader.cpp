@@ -8,6 +8,7 @@
 #include "package_writer.h"
 #include "picture_names.h"
 #include "store/enough_memory.h"
+#include "store/in_worker.h"
 #include "store/pak_file.h"
 #include "store/pak_rules.h"
 #include "store/scene_text.h"
@@ -90,7 +91,7 @@ Status read_manifest(QByteArray text, quint32& next_id)
 } // namespace
 
 Result<SceneSnapshot> read_content(QByteArray manifest, QMap<QString, QByteArray> texts,
-                                   QMap<QString, QByteArray> files, CGuiCore& core)
+                                   QMap<QString, QByteArray> files, CGuiCore& core, const Progress& progress)
 {
     quint32 next_id = 0;
     if (auto status = read_manifest(std::move(manifest), next_id); !status)
@@ -107,7 +108,7 @@ Result<SceneSnapshot> read_content(QByteArray manifest, QMap<QString, QByteArray
             status = read_styles(static_cast<CoreState&>(*reader.scene().containers[document.part_of(core)]), value);
             return true;
         };
-        if (auto status = reader.read(part, std::move(text), read_more); !status)
+        if (auto status = reader.read(part, std::move(text), read_more, progress_of(document, part, progress)); !status)
             return status;
     }
     if (auto status = reader.finish(next_id); !status)
@@ -131,13 +132,47 @@ struct OtherEntries {
     QMap<QString, QByteArray> damaged;
 };
 
-Result<OtherEntries> read_others(const CPakFile& package, const Document& document)
+/// What is unpacked of a package.
+struct Unpacked {
+    QByteArray manifest;
+    QMap<QString, QByteArray> texts; ///< of the parts, by their entries
+    OtherEntries others;
+};
+
+/// Unpacks entries one by one and tells how much of the whole package is done.
+class Unpacker {
+public:
+    Unpacker(const CPakFile& package, const Progress& progress) : m_package(package), m_progress(progress)
+    {
+        for (const QString& name : package.names())
+            m_all += package.size_of(name);
+        m_all = std::max<qint64>(m_all, 1);
+    }
+    Result<QByteArray> read(const QString& name)
+    {
+        const auto share = [this](qint64 bytes) { return double(bytes) / double(m_all); };
+        const qint64 from = std::exchange(m_done, m_done + m_package.size_of(name));
+        return m_package.read_file(name, m_progress.part(share(from), share(m_done)));
+    }
+    const CPakFile& package() const { return m_package; }
+
+private:
+    const CPakFile& m_package;
+    const Progress& m_progress;
+    qint64 m_all = 0;
+    qint64 m_done = 0;
+};
+
+Result<OtherEntries> read_others(Unpacker& unpacker, const Document& document)
 {
     OtherEntries others;
+    const CPakFile& package = unpacker.package();
     for (const QString& name : package.names()) {
         if (name == manifest_name || is_part(document, name) || name.endsWith(QLatin1Char('/')))
             continue;
-        auto content = package.read_file(name);
+        auto content = unpacker.read(name);
+        if (!content && is_stopped(content.status()))
+            return content.status();
         if (content) {
             others.files.insert(name, std::move(content.value()));
             continue;
@@ -150,37 +185,54 @@ Result<OtherEntries> read_others(const CPakFile& package, const Document& docume
     return others;
 }
 
-Result<SceneSnapshot> read_entries(const CPakFile& package, CGuiCore& core)
+Result<Unpacked> unpack(const CPakFile& package, const Document& document, const Progress& progress)
 {
-    auto manifest = package.read_file(manifest_name);
+    Unpacked unpacked;
+    Unpacker unpacker(package, progress);
+    auto manifest = unpacker.read(manifest_name);
     if (!manifest)
         return manifest.status();
-    QMap<QString, QByteArray> texts;
-    for (const PackagePart& part : core.document().parts()) {
+    unpacked.manifest = std::move(manifest.value());
+    for (const PackagePart& part : document.parts()) {
         if (!part.required && !package.has_file(QLatin1String(part.entry)))
             continue;
-        auto text = package.read_file(QLatin1String(part.entry));
+        auto text = unpacker.read(QLatin1String(part.entry));
         if (!text)
             return text.status();
-        texts.insert(QLatin1String(part.entry), std::move(text.value()));
+        unpacked.texts.insert(QLatin1String(part.entry), std::move(text.value()));
     }
-    auto others = read_others(package, core.document());
+    auto others = read_others(unpacker, document);
     if (!others)
         return others.status();
-    auto content = read_content(std::move(manifest.value()), std::move(texts), std::move(others.value().files), core);
+    unpacked.others = std::move(others.value());
+    return unpacked;
+}
+
+Result<SceneSnapshot> read_entries(const CPakFile& package, CGuiCore& core, const Progress& progress)
+{
+    auto unpacked = in_worker(progress.part(0, 0.4), [&](const Progress& part) {
+        return with_enough_memory([&] { return unpack(package, core.document(), part); });
+    });
+    if (!unpacked)
+        return unpacked.status();
+    // States come from the pool of this thread.
+    auto content = read_content(std::move(unpacked.value().manifest), std::move(unpacked.value().texts),
+                                std::move(unpacked.value().others.files), core, progress.part(0.4, 1));
     if (content) {
-        content.value().damaged = std::move(others.value().damaged);
+        content.value().damaged = std::move(unpacked.value().others.damaged);
         return content;
     }
+    if (is_stopped(content.status()))
+        return content;
     return Status::error(lang(u"无法载入文件包 %1：%2", u"The package %1 cannot be loaded: %2")
                              .arg(package.path(), content.status().message()));
 }
 
 } // namespace
 
-Result<SceneSnapshot> read_package(const CPakFile& package, CGuiCore& core)
+Result<SceneSnapshot> read_package(const CPakFile& package, CGuiCore& core, const Progress& progress)
 {
-    return with_enough_memory([&] { return read_entries(package, core); });
+    return with_enough_memory([&] { return read_entries(package, core, progress); });
 }
 
 } // namespace tarn

@@ -3,13 +3,18 @@
 #include "core/json_writer.h"
 #include "event_manager.h"
 #include "gui_core/dxut_dialog.h"
+#include "gui_core/dxut_menu.h"
+#include "gui_core/dxut_menu_item.h"
 #include "gui_core/gui_core.h"
 #include "gui_core/gui_event.h"
 #include "save_opt.h"
 #include "script/config_scene.h"
+#include "store/enough_memory.h"
 #include "store/scene_text.h"
 
 #include <QSet>
+
+#include <utility>
 
 namespace tarn {
 
@@ -50,7 +55,21 @@ void write_styles(JsonWriter& writer, const CoreState& state)
     writer.end_object();
 }
 
-/// The selected dialogs with what hangs on them, and the root dialog without its controls; answers their ids.
+/// What the fields of all objects refer to.
+QSet<quint32> referred_to(const SceneSnapshot& scene)
+{
+    QSet<quint32> named;
+    const auto add = [&](ObjectRef reference) { named.insert(reference.id); };
+    for (const auto& states : scene.objects)
+        for (const StatePtr& state : states)
+            for (const FieldBase* field : state->fields().link_fields())
+                if (!field->rules().read_only) // What it belongs to, or holds, is not meant.
+                    field->each_reference(std::as_const(*state), add);
+    return named;
+}
+
+/// The selected dialogs with what hangs on them, the menus that these open, and the root dialog without its controls;
+/// answers the ids.
 QSet<quint32> keep_selected_objects(SceneSnapshot& scene, const CGuiCore& core)
 {
     QSet<quint32> kept;
@@ -58,9 +77,12 @@ QSet<quint32> keep_selected_objects(SceneSnapshot& scene, const CGuiCore& core)
         auto& states = scene.objects[kind.place];
         if (kind.fixed || (kind.container && kind.container != &core))
             continue;
+        const QSet<quint32> named = &kind == &core.menu_kind() ? referred_to(scene) : QSet<quint32>();
         std::erase_if(states, [&](const StatePtr& state) {
-            return kind.container ? !core.selection().contains(core.find_dialog(state->id))
-                                  : !kept.contains(state->parent.id);
+            return kind.container
+                ? !(&kind == &core.menu_kind() ? named.contains(state->id)
+                                               : core.selection().contains(core.find_dialog(state->id)))
+                : !kept.contains(state->parent.id);
         });
         for (const StatePtr& state : states)
             kept.insert(state->id);
@@ -85,12 +107,21 @@ QSet<QString> called_functions(const SceneSnapshot& scene, const CGuiCore& core,
     return names;
 }
 
+/// The functions that attributes of the items of menus name.
+QSet<QString> functions_of_menus(const SceneSnapshot& scene, const CGuiCore& core)
+{
+    QSet<QString> names;
+    for (const StatePtr& item : scene.objects[core.document().kind("menu_items")->place])
+        names.insert(SceneSnapshot::as<MenuItemState>(item).function);
+    return names;
+}
+
 void keep_selected(SceneSnapshot& scene, const CGuiCore& core)
 {
     const QSet<quint32> kept = keep_selected_objects(scene, core);
     const auto is_kept = [&](quint32 id) { return kept.contains(id); };
     const QSet<QString> left_out = called_functions(scene, core, std::not_fn(is_kept))
-        - called_functions(scene, core, is_kept);
+        - called_functions(scene, core, is_kept) - functions_of_menus(scene, core);
     std::erase_if(scene.objects[core.document().kind("events")->place],
                   [&](const StatePtr& event) { return !is_kept(SceneSnapshot::as<EventState>(event).control.id); });
     std::erase_if(scene.objects[core.document().kind("functions")->place], [&](const StatePtr& function) {
@@ -108,25 +139,34 @@ SceneSnapshot content_to_save(const CGuiCore& core, bool selection_only)
     return scene;
 }
 
-std::vector<std::pair<QString, QByteArray>> package_texts(const CGuiCore& core, const SceneSnapshot& scene)
+std::vector<std::pair<QString, QByteArray>> package_texts(const Document& document, const SceneSnapshot& scene,
+                                                          const Progress& progress)
 {
     std::vector<std::pair<QString, QByteArray>> texts{{QStringLiteral("manifest.json"), manifest_text(scene)}};
-    const Document& document = core.document();
     for (const PackagePart& part : document.parts()) {
         if (!part.required && is_empty(document, part, scene))
             continue;
+        const auto* core = dynamic_cast<const CoreState*>(
+            scene.containers[document.part_of(*part.container)].constData());
         const auto write_more = [&](JsonWriter& writer) {
-            if (part.container == &core)
-                write_styles(writer, SceneSnapshot::as<CoreState>(scene.containers[document.part_of(core)]));
+            if (core)
+                write_styles(writer, *core);
         };
-        texts.emplace_back(QLatin1String(part.entry), part_text(document, part, scene, write_more));
+        QByteArray text = part_text(document, part, scene, write_more, progress_of(document, part, progress));
+        if (text.isNull())
+            return {};
+        texts.emplace_back(QLatin1String(part.entry), std::move(text));
     }
     return texts;
 }
 
-Status write_package(CPakFile& package, const CGuiCore& core, const SceneSnapshot& scene, const CSaveOpt& options)
+Status write_package(CPakFile& package, const Document& document, const SceneSnapshot& scene, const CSaveOpt& options,
+                     const Progress& progress)
 {
-    for (const auto& [entry, text] : package_texts(core, scene))
+    const auto texts = package_texts(document, scene, progress);
+    if (texts.empty())
+        return stopped();
+    for (const auto& [entry, text] : texts)
         if (auto status = package.add_file(options.prefix + entry, text); !status)
             return status;
     const auto left_out = [&](const QString& name) {
@@ -145,6 +185,18 @@ Status write_package(CPakFile& package, const CGuiCore& core, const SceneSnapsho
             return status;
     }
     return {};
+}
+
+Status save_package(const QString& path, const Document& document, const SceneSnapshot& scene, const CSaveOpt& options,
+                    ReadOnly read_only, const Progress& progress)
+{
+    return with_enough_memory([&] {
+        CPakFile package;
+        auto status = package.create(path);
+        if (status)
+            status = write_package(package, document, scene, options, progress.part(0, 0.5));
+        return status ? package.close(read_only, progress.part(0.5, 1)) : status;
+    });
 }
 
 } // namespace tarn

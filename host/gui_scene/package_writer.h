@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/progress.h"
 #include "core/scene_snapshot.h"
 #include "core/status.h"
 #include "store/pak_file.h"
@@ -15,17 +16,27 @@ struct CSaveOpt;
 
 namespace tarn {
 
+class Document;
+
 constexpr int package_format = 1; ///< version of the package's layout; newer ones are refused
 
 /// The whole scene, or the selected dialogs with what belongs to them: their events, and the functions that no other
 /// dialog's events use.
 SceneSnapshot content_to_save(const CGuiCore& core, bool selection_only = false);
 
-/// The texts of a package with the names of their entries: one object a line, keys in table order, defaults left out. Equal scenes give
-/// equal texts. Another thread may call this.
-std::vector<std::pair<QString, QByteArray>> package_texts(const CGuiCore& core, const SceneSnapshot& scene);
+// What follows may be called by another thread: of `document` only its tables are read.
 
-/// Puts the scene into a package that is being written. Another thread may call this.
-Status write_package(CPakFile& package, const CGuiCore& core, const SceneSnapshot& scene, const CSaveOpt& options);
+/// The texts of a package with the names of their entries: one object a line, keys in table order, defaults left out.
+/// Equal scenes give equal texts. None when the progress stops it.
+std::vector<std::pair<QString, QByteArray>> package_texts(const Document& document, const SceneSnapshot& scene,
+                                                          const Progress& progress = {});
+
+/// Puts the scene into a package that is being written.
+Status write_package(CPakFile& package, const Document& document, const SceneSnapshot& scene, const CSaveOpt& options,
+                     const Progress& progress = {});
+
+/// Saves a scene as the package `path`; what was there before is replaced whole or stays whole.
+Status save_package(const QString& path, const Document& document, const SceneSnapshot& scene, const CSaveOpt& options,
+                    ReadOnly read_only, const Progress& progress = {});
 
 } // namespace tarn

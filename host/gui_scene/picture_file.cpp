@@ -4,6 +4,7 @@
 #include "gui_core/gui_core.h"
 #include "gui_core/texture_name.h"
 #include "gui_draw/texture_cache.h"
+#include "store/in_worker.h"
 #include "store/pak_rules.h"
 #include "store/plain_file.h"
 
@@ -57,9 +58,12 @@ Result<QImage> load_picture(const QString& path)
     return found ? Result<QImage>(found.value().image) : found.status();
 }
 
-Result<QString> take_picture(CGuiCore& core, const QString& path)
+Result<QString> take_picture(CGuiCore& core, const QString& path, const Progress& progress)
 {
-    const auto found = find_picture(path);
+    const auto found = in_worker(progress, [&](const Progress& part) {
+        auto picture = find_picture(path);
+        return part.go_on(1) ? picture : Result<FoundPicture>(stopped());
+    });
     if (!found)
         return found.status();
     QString wanted = QFileInfo(path).fileName();

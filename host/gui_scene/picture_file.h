@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/progress.h"
 #include "core/status.h"
 
 #include <QByteArray>
@@ -17,6 +18,6 @@ Result<QImage> load_picture(const QString& path);
 
 /// Takes the picture in the file `path` into the scene and answers its name there: that of the file, or another one
 /// where the name is taken or no package could hold it. A picture that the scene has already is shared.
-Result<QString> take_picture(CGuiCore& core, const QString& path);
+Result<QString> take_picture(CGuiCore& core, const QString& path, const Progress& progress = {});
 
 } // namespace tarn

@@ -47,7 +47,7 @@ void follow_renamed(ObjectState& state, const QHash<QString, QString>& renamed)
         const auto found = renamed.find(texture_entry(name));
         return found == renamed.end() ? name : found->mid(prefix);
     };
-    for (const FieldBase* field : state.fields())
+    for (const FieldBase* field : state.fields().link_fields())
         if (field->rules().picture)
             field->rename(state, new_name);
 }
@@ -61,7 +61,7 @@ void follow_renamed(SceneSnapshot& scene, const QHash<QString, QString>& renamed
 
 void each_picture(const ObjectState& state, const std::function<void(const QString&)>& visit)
 {
-    for (const FieldBase* field : state.fields())
+    for (const FieldBase* field : state.fields().link_fields())
         if (field->rules().picture && !field->is_default(state))
             for (const QString& name : field->names(state))
                 visit(name);

@@ -1,4 +1,5 @@
 #include "picture_release.h"
+#include "core/authored.h"
 
 #include "core/model_object.h"
 #include "gui_core/gui_core.h"
@@ -39,7 +40,7 @@ PictureRelease::~PictureRelease()
 void PictureRelease::keep_what_objects_show()
 {
     for (const ModelObject* object : m_core.document().objects()) {
-        each_picture(object->authored_state(), [this](const QString& name) { m_shown.remove(name); });
+        each_picture(Authored::state(*object), [this](const QString& name) { m_shown.remove(name); });
         if (m_shown.isEmpty())
             return;
     }

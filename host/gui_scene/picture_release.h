@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/authored.h"
 #include "picture_names.h"
 
 #include <QSet>
@@ -18,7 +19,7 @@ public:
         : m_core(core), m_functions(functions)
     {
         for (const auto* object : objects)
-            each_picture(object->authored_state(), [this](const QString& name) { m_shown.insert(name); });
+            each_picture(Authored::state(*object), [this](const QString& name) { m_shown.insert(name); });
     }
     ~PictureRelease();
     PictureRelease(const PictureRelease&) = delete;

@@ -1,8 +1,11 @@
 #include "problems.h"
+#include "core/authored.h"
 
 #include "core/language.h"
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
+#include "gui_core/dxut_menu.h"
+#include "gui_core/dxut_menu_item.h"
 #include "gui_core/gui_event.h"
 #include "gui_core/texture_name.h"
 #include "gui_plug_scene.h"
@@ -22,7 +25,9 @@ constexpr int longest_value = 40; ///< UTF-16 units of a text that a message quo
 QString name_of(const ModelObject& object)
 {
     const FieldBase* field = object.fields().find("name");
-    const Value name = field ? object.authored_property(*field) : Value();
+    if (!field)
+        field = object.fields().find(key<&MenuItemState::text>);
+    const Value name = field ? Authored::property(object, *field) : Value();
     const auto* text = std::get_if<QString>(&name);
     return text ? *text : QString();
 }
@@ -45,9 +50,28 @@ void find_broken_events(CGuiPlugScene& scene, Problems& problems)
     }
 }
 
+void find_broken_menus(CGuiPlugScene& scene, ModelObject& object, const QString& name, Problems& problems)
+{
+    const ObjectState& state = Authored::state(object);
+    for (const FieldKey key : {key<&DialogState::right_click_menu>, key<&ControlExtras::right_click_menu>,
+                               key<&ControlExtras::click_menu>}) {
+        const FieldBase* field = object.fields().find(key);
+        if (field && !field->is_default(state)
+            && !scene.gui_core().find_menu(std::get<ObjectRef>(field->get(state)).id))
+            problems.push_back({&object, name,
+                                lang(u"绑定的菜单（%1）不存在。", u"The menu that is bound (%1) does not exist.")
+                                    .arg(QLatin1String(field->name()))});
+    }
+    const auto* item = dynamic_cast<const MenuItemState*>(&state);
+    if (item && !item->function.isEmpty() && !scene.functions().find_function(item->function))
+        problems.push_back({&object, name,
+                            lang(u"菜单项的函数 %1 不存在。", u"The item calls the function %1, which does not exist.")
+                                .arg(item->function)});
+}
+
 void find_missing_pictures(ModelObject& object, const QString& name, const DocumentState& document, Problems& problems)
 {
-    each_picture(object.authored_state(), [&](const QString& picture) {
+    each_picture(Authored::state(object), [&](const QString& picture) {
         const QString entry = texture_entry(picture);
         if (document.files.contains(entry))
             return;
@@ -123,7 +147,7 @@ void find_held_values(CGuiCore& core, Problems& problems)
     for (const HeldValue& held : core.document().state().held) {
         const NamedObject found = find_object(core, held.object);
         const FieldBase* field = found.object ? found.object->fields().find(held.field.constData()) : nullptr;
-        if (!field || field->get(found.object->authored_state()) != held.kept)
+        if (!field || field->get(Authored::state(*found.object)) != held.kept)
             continue;
         const bool can_be_shown = held.object != 0 && found.object != core.GetRootDialog();
         problems.push_back({can_be_shown ? found.object : nullptr, found.name,
@@ -161,8 +185,11 @@ Problems ProblemFinder::find(CGuiPlugScene& scene)
     find_faulty_functions(scene.functions(), problems);
     CGuiCore& core = scene.gui_core();
     const DocumentState& document = core.document().state();
-    for (ModelObject* object : core.document().objects())
-        find_missing_pictures(*object, name_of(*object), document, problems);
+    for (ModelObject* object : core.document().objects()) {
+        const QString name = name_of(*object);
+        find_missing_pictures(*object, name, document, problems);
+        find_broken_menus(scene, *object, name, problems);
+    }
     find_shared_names(core.GetDialogs(),
                       lang(u"%1 个窗口同名，脚本只能按名称找到最下层的一个。",
                            u"%1 dialogs have this name; by it scripts find only the lowest of them."),
@@ -170,6 +197,10 @@ Problems ProblemFinder::find(CGuiPlugScene& scene)
     find_shared_names(core.controls(),
                       lang(u"%1 个控件同名，脚本只能按名称找到最先创建的一个。",
                            u"%1 controls have this name; by it scripts find only the one made first."),
+                      problems);
+    find_shared_names(core.GetMenus(),
+                      lang(u"%1 个菜单同名，脚本只能按名称找到最先创建的一个。",
+                           u"%1 menus have this name; by it scripts find only the one made first."),
                       problems);
     find_damaged_entries(document, problems);
     find_held_values(core, problems);

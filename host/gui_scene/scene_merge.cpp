@@ -3,6 +3,7 @@
 #include "core/language.h"
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
+#include "gui_core/menu_state.h"
 #include "gui_plug_scene.h"
 #include "picture_names.h"
 #include "script/merged_functions.h"
@@ -53,9 +54,10 @@ QHash<quint32, quint32> issue_ids(SceneSnapshot& objects, Document& document)
         issued.insert(state->id, fresh);
         state->id = fresh;
     }
-    const auto follow = [&](ObjectRef& reference) { reference.id = issued.value(reference.id, reference.id); };
+    // What was not there would be something else here.
+    const auto follow = [&](ObjectRef& reference) { reference.id = issued.value(reference.id, 0); };
     for (ObjectState* state : states)
-        for (const FieldBase* field : state->fields())
+        for (const FieldBase* field : state->fields().link_fields())
             field->each_reference(*state, follow);
     return issued;
 }

@@ -3,6 +3,8 @@
 #include "core/language.h"
 #include "core/utf8.h"
 
+#include <utility>
+
 using namespace tarn;
 
 namespace {
@@ -67,8 +69,8 @@ const FieldTable& FunctionsState::field_table()
     return table;
 }
 
-IFunc::IFunc(CConfigScene& functions)
-    : ModelObject(functions.document(), new FunctionState), m_functions(functions), m_revision(next_revision())
+IFunc::IFunc(CConfigScene& functions, StatePtr state)
+    : ModelObject(functions.document(), std::move(state)), m_functions(functions), m_revision(next_revision())
 {
 }
 
@@ -117,7 +119,7 @@ CConfigScene::CConfigScene(Document& document) : ModelObject(document, new Funct
          .english = u"function",
          .container = this,
          .make_state = [](int) -> ObjectState* { return new FunctionState; },
-         .make_object = [this](const ObjectState&) { return std::make_shared<IFunc>(*this); },
+         .make_object = [this](StatePtr state) { return std::make_shared<IFunc>(*this, std::move(state)); },
          .children =
              [](ObjectState& parent) {
                  auto* functions = dynamic_cast<FunctionsState*>(&parent);

@@ -37,7 +37,7 @@ public:
     static constexpr int max_text = 1024 * 1024; ///< UTF-16 units
 
     /// Use create_func().
-    explicit IFunc(CConfigScene& functions);
+    IFunc(CConfigScene& functions, tarn::StatePtr state);
     /// A function without text that add_function() can take; null when the scene has no ids left.
     static std::shared_ptr<IFunc> create_func(CConfigScene& functions, const QString& name);
 

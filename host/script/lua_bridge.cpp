@@ -1,4 +1,5 @@
 #include "lua_bridge.h"
+#include "core/authored.h"
 
 #include "core/language.h"
 #include "core/utf8.h"
@@ -328,7 +329,7 @@ Status no_field(const ScriptReach& reach, const ModelObject& object, std::string
 
 ScriptValue read_field(const ScriptReach& reach, const ModelObject& object, const FieldBase& field)
 {
-    Value value = reach.reads_authored ? object.authored_property(field) : object.property(field);
+    Value value = reach.reads_authored ? tarn::Authored::property(object, field) : object.property(field);
     const auto* reference = std::get_if<ObjectRef>(&value);
     if (!reference)
         return value;

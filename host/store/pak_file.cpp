@@ -22,6 +22,7 @@
 #include <utility>
 
 using tarn::lang;
+using tarn::Progress;
 using tarn::Result;
 using tarn::Status;
 using tarn::with_enough_memory;
@@ -37,6 +38,8 @@ struct ZipError {
 
 /// Level 1: on scene text four times faster than the default for a few per cent of size.
 constexpr zip_uint32_t fast_deflate = 1;
+constexpr double progress_steps = 0.01;          ///< of the whole archive, while it is written
+constexpr zip_uint64_t block_size = 1024 * 1024; ///< bytes that are unpacked before the progress is asked again
 
 /// Entries carry one fixed date, so that the same content gives the same bytes. A zip keeps local time; mktime makes
 /// the stored fields independent of the time zone.
@@ -131,8 +134,8 @@ struct CPakFile::Reader {
     Status check_directory(const QString& path);
     Status check_places(const QString& path) const;
     static Status failure(zip_error_t* error);
-    Result<QByteArray> read(zip_uint64_t entry, zip_flags_t how, zip_uint64_t size, qsizetype before,
-                            qsizetype after) const;
+    Result<QByteArray> read(zip_uint64_t entry, zip_flags_t how, zip_uint64_t size, qsizetype before, qsizetype after,
+                            const Progress& progress) const;
 };
 
 struct CPakFile::Writer {
@@ -150,7 +153,7 @@ struct CPakFile::Writer {
         if (target)
             zip_source_free(target);
     }
-    Result<QByteArray> finish();
+    Result<QByteArray> finish(const Progress& progress);
     Status claim_name(const QString& name);
     Result<zip_uint64_t> add(const QString& name, zip_source_t* source);
     void put_checksums(QByteArray& bytes) const;
@@ -240,9 +243,28 @@ Status CPakFile::add_packed(const QString& name, const QByteArray& packed)
     });
 }
 
-Result<QByteArray> CPakFile::Writer::finish()
+Result<QByteArray> CPakFile::Writer::finish(const Progress& progress)
 {
-    if (zip_close(archive) != 0)
+    struct Watch {
+        const Progress& progress;
+        bool goes_on = true;
+    } watch{progress};
+    if (progress.is_watched()) {
+        const auto tell = [](zip_t*, double share, void* user) {
+            auto& w = *static_cast<Watch*>(user);
+            w.goes_on = w.progress.go_on(share) && w.goes_on;
+        };
+        const auto is_stopped = [](zip_t*, void* user) { return static_cast<Watch*>(user)->goes_on ? 0 : 1; };
+        zip_register_progress_callback_with_state(archive, progress_steps, tell, nullptr, &watch);
+        zip_register_cancel_callback_with_state(archive, is_stopped, nullptr, &watch);
+    }
+    const bool closed = zip_close(archive) == 0;
+    if (!watch.goes_on) {
+        if (closed)
+            archive = nullptr;
+        return tarn::stopped();
+    }
+    if (!closed)
         return Status::error(QString::fromUtf8(zip_strerror(archive)));
     archive = nullptr;
     zip_stat_t stat;
@@ -275,13 +297,15 @@ void CPakFile::Writer::put_checksums(QByteArray& bytes) const
     }
 }
 
-Status CPakFile::close(tarn::ReadOnly read_only)
+Status CPakFile::close(tarn::ReadOnly read_only, const Progress& progress)
 {
     m_reader.reset();
     if (!m_writer)
         return {};
     const auto writer = std::exchange(m_writer, nullptr);
-    auto bytes = with_enough_memory([&] { return writer->finish(); });
+    auto bytes = with_enough_memory([&] { return writer->finish(progress); });
+    if (!bytes && tarn::is_stopped(bytes.status()))
+        return bytes.status();
     if (!bytes)
         return tarn::not_saved(m_path, bytes.status().message());
     return tarn::write_file_atomically(m_path, bytes.value(), m_io, read_only);
@@ -392,7 +416,7 @@ Status CPakFile::Reader::failure(zip_error_t* error)
 /// The bytes of an entry, unpacked or (with ZIP_FL_COMPRESSED as `how`) as they are, `size` of them, with room before
 /// and after.
 Result<QByteArray> CPakFile::Reader::read(zip_uint64_t entry, zip_flags_t how, zip_uint64_t size, qsizetype before,
-                                          qsizetype after) const
+                                          qsizetype after, const Progress& progress) const
 {
     zip_file_t* file = zip_fopen_index(archive, entry, how);
     if (!file)
@@ -401,14 +425,30 @@ Result<QByteArray> CPakFile::Reader::read(zip_uint64_t entry, zip_flags_t how, z
     QByteArray content;
     content.reserve(before + static_cast<qsizetype>(size) + after);
     content.resize(before + static_cast<qsizetype>(size));
+    zip_uint64_t done = 0;
+    while (done < size) {
+        const zip_int64_t count = zip_fread(file, content.data() + before + done, std::min(block_size, size - done));
+        if (count <= 0)
+            break;
+        done += zip_uint64_t(count);
+        if (!progress.go_on(double(done) / double(size)))
+            return tarn::stopped();
+    }
     char beyond = 0;
-    if (zip_fread(file, content.data() + before, size) == static_cast<zip_int64_t>(size)
+    if (done == size
         && ((how & ZIP_FL_COMPRESSED) || zip_fread(file, &beyond, 1) == 0)) // The last one checks the checksum.
         return content;
     return failure(zip_file_get_error(file));
 }
 
-Result<QByteArray> CPakFile::read_entry(const QString& name, bool packed) const
+qint64 CPakFile::size_of(const QString& name) const
+{
+    zip_stat_t stat;
+    const bool found = has_file(name) && zip_stat_index(m_reader->archive, m_reader->index.value(name), 0, &stat) == 0;
+    return found ? qint64(stat.size) : 0;
+}
+
+Result<QByteArray> CPakFile::read_entry(const QString& name, bool packed, const Progress& progress) const
 {
     if (!has_file(name))
         return Status::error(lang(u"文件包 %1 中缺少“%2”。", u"The package %1 has no entry \"%2\".").arg(m_path, name));
@@ -418,10 +458,12 @@ Result<QByteArray> CPakFile::read_entry(const QString& name, bool packed) const
         if (zip_stat_index(m_reader->archive, entry, 0, &stat) != 0)
             return Status::error(QString::fromUtf8(zip_strerror(m_reader->archive)));
         if (packed)
-            return m_reader->read(entry, ZIP_FL_COMPRESSED, stat.comp_size, sizeof(PackedHeader), 0);
+            return m_reader->read(entry, ZIP_FL_COMPRESSED, stat.comp_size, sizeof(PackedHeader), 0, progress);
         constexpr qsizetype padding = 64; // The parser's, so that a text need not be copied once more.
-        return m_reader->read(entry, 0, stat.size, 0, padding);
+        return m_reader->read(entry, 0, stat.size, 0, padding, progress);
     });
+    if (!content && tarn::is_stopped(content.status()))
+        return content;
     if (!content) {
         const QString& reason = content.status().message();
         const bool short_now = reason == tarn::memory_is_short().message();
@@ -438,12 +480,12 @@ Result<QByteArray> CPakFile::read_entry(const QString& name, bool packed) const
     return content;
 }
 
-Result<QByteArray> CPakFile::read_file(const QString& name) const
+Result<QByteArray> CPakFile::read_file(const QString& name, const Progress& progress) const
 {
-    return read_entry(name, false);
+    return read_entry(name, false, progress);
 }
 
 Result<QByteArray> CPakFile::read_packed(const QString& name) const
 {
-    return read_entry(name, true);
+    return read_entry(name, true, {});
 }

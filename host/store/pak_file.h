@@ -1,6 +1,7 @@
 #pragma once
 
 #include "atomic_file.h"
+#include "core/progress.h"
 #include "core/status.h"
 
 #include <QByteArray>
@@ -24,12 +25,14 @@ public:
     /// sizes over the limits of PakLimits and archives that are cut off are refused with the entry's name. `mode` is 0.
     tarn::Status open(const QString& path, int mode = 0);
     /// Of a package being written: writes it in place of the old file. Does nothing otherwise.
-    tarn::Status close(tarn::ReadOnly read_only = tarn::ReadOnly::Keep);
+    tarn::Status close(tarn::ReadOnly read_only = tarn::ReadOnly::Keep, const tarn::Progress& progress = {});
 
     /// Adds an entry to a package being written. Entries that are compressed already (pictures) are stored as they are.
     tarn::Status add_file(const QString& name, const QByteArray& content);
     /// The content of an entry; fails with the entry's name when it is missing or its checksum is wrong.
-    tarn::Result<QByteArray> read_file(const QString& name) const;
+    tarn::Result<QByteArray> read_file(const QString& name, const tarn::Progress& progress = {}) const;
+    /// Bytes of an entry once it is unpacked; 0 when it is missing.
+    qint64 size_of(const QString& name) const;
     /// An entry as it lies in the package, for one that cannot be unpacked; add_packed() takes it.
     tarn::Result<QByteArray> read_packed(const QString& name) const;
     /// Adds an entry that stands in the package afterwards as it stood in the one that read_packed() took it from,
@@ -46,7 +49,7 @@ private:
     struct Reader;
     struct Writer;
 
-    tarn::Result<QByteArray> read_entry(const QString& name, bool packed) const;
+    tarn::Result<QByteArray> read_entry(const QString& name, bool packed, const tarn::Progress& progress) const;
 
     tarn::FileIo& m_io;
     QString m_path;

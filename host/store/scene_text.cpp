@@ -20,21 +20,40 @@ std::string_view view(const QByteArray& bytes)
     return {bytes.constData(), static_cast<std::size_t>(bytes.size())};
 }
 
-void write_list(JsonWriter& writer, const ObjectKind& kind, const std::vector<StatePtr>& states)
+/// Asks the progress for every so many objects.
+class Counter {
+public:
+    Counter(const Progress& progress, qsizetype all) : m_progress(progress), m_all(std::max<qsizetype>(all, 1)) {}
+    bool next()
+    {
+        constexpr qsizetype often = 64;
+        return ++m_done % often != 0 || m_progress.go_on(std::min(1.0, double(m_done) / double(m_all)));
+    }
+
+private:
+    const Progress& m_progress;
+    qsizetype m_all;
+    qsizetype m_done = 0;
+};
+
+bool write_list(JsonWriter& writer, const ObjectKind& kind, const std::vector<StatePtr>& states, Counter& counter)
 {
     writer.new_line();
     writer.key(kind.key);
     if (kind.fixed) {
         write_state(*states.front(), writer);
-        return;
+        return true;
     }
     writer.begin_array();
     for (const StatePtr& state : states) {
         writer.new_line();
         write_state(*state, writer);
+        if (!counter.next())
+            return false;
     }
     writer.new_line();
     writer.end_array();
+    return true;
 }
 
 Status twice(std::string_view key, const JsonCursor& place)
@@ -56,16 +75,22 @@ QString described(const ObjectKind& kind, const ObjectState& state)
 } // namespace
 
 QByteArray part_text(const Document& document, const PackagePart& part, const SceneSnapshot& scene,
-                     const std::function<void(JsonWriter&)>& write_more)
+                     const std::function<void(JsonWriter&)>& write_more, const Progress& progress)
 {
     const ObjectState& container = *scene.containers[document.part_of(*part.container)];
+    std::size_t count = 0;
+    for (const ObjectKind& kind : document.kinds())
+        if (std::string_view(kind.part) == part.entry)
+            count += scene.objects[kind.place].size();
+    Counter counter(progress, qsizetype(count));
     JsonWriter writer;
     writer.begin_object();
     writer.new_line();
     write_members(container, writer);
     for (std::size_t k = 0; k < document.kinds().size(); ++k)
-        if (std::string_view(document.kinds()[k].part) == part.entry)
-            write_list(writer, document.kinds()[k], scene.objects[k]);
+        if (std::string_view(document.kinds()[k].part) == part.entry && !scene.objects[k].empty()
+            && !write_list(writer, document.kinds()[k], scene.objects[k], counter))
+            return {};
     if (write_more)
         write_more(writer);
     for (const auto& [name, json] : container.unknown) {
@@ -76,6 +101,13 @@ QByteArray part_text(const Document& document, const PackagePart& part, const Sc
     writer.end_object();
     writer.text() += '\n';
     return QByteArray::fromStdString(writer.text());
+}
+
+Progress progress_of(const Document& document, const PackagePart& part, const Progress& whole)
+{
+    const auto place = double(document.part_of(*part.container));
+    const auto count = double(document.parts().size());
+    return whole.part(place / count, (place + 1) / count);
 }
 
 bool is_empty(const Document& document, const PackagePart& part, const SceneSnapshot& scene)
@@ -172,9 +204,13 @@ Status SceneReader::read_object(std::size_t kind, JsonCursor& value)
     return {};
 }
 
-Status SceneReader::read(const PackagePart& part, QByteArray text, const ReadMore& read_more)
+Status SceneReader::read(const PackagePart& part, QByteArray text, const ReadMore& read_more, const Progress& progress)
 {
     ObjectState& container = *m_scene.containers[m_document.part_of(*part.container)];
+    Counter counter(progress, progress.is_watched() ? text.count('\n') : 1); // An object stands in a line.
+    const auto read_next = [&](std::size_t kind, JsonCursor& element) {
+        return counter.next() ? read_object(kind, element) : stopped();
+    };
     QSet<QByteArray> seen;
     JsonText json(std::move(text), QLatin1String(part.entry));
     return json.each_member([&](std::string_view key, JsonCursor& value) -> Status {
@@ -187,7 +223,7 @@ Status SceneReader::read(const PackagePart& part, QByteArray text, const ReadMor
             if (key != kind.key || std::string_view(kind.part) != part.entry)
                 continue;
             return kind.fixed ? read_object(k, value)
-                              : value.each_element([&](JsonCursor& element) { return read_object(k, element); });
+                              : value.each_element([&](JsonCursor& element) { return read_next(k, element); });
         }
         Status status;
         if (read_more && read_more(key, value, status))
@@ -203,7 +239,7 @@ Status SceneReader::reserve_references(const ObjectKind& kind)
 {
     quint32 highest = 0;
     for (const StatePtr& state : m_scene.objects[kind.place])
-        for (const FieldBase* field : state->fields())
+        for (const FieldBase* field : state->fields().link_fields())
             field->each_reference(std::as_const(*state),
                                   [&](ObjectRef reference) { highest = std::max(highest, reference.id); });
     if (highest > Document::max_id)

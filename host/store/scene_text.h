@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/document.h"
+#include "core/progress.h"
 #include "core/status.h"
 
 #include <QByteArray>
@@ -16,9 +17,12 @@ class JsonWriter;
 
 /// The text of one part of a scene: the fields of its container, then the objects of each kind, one a line, in the order
 /// of the table of kinds. `write_more` adds members that are no objects; members that nobody knew follow. Only tables of
-/// `document` are read, so a snapshot can be written in another thread.
+/// `document` are read, so a snapshot can be written in another thread. The text is null when the progress stops it.
 QByteArray part_text(const Document& document, const PackagePart& part, const SceneSnapshot& scene,
-                     const std::function<void(JsonWriter&)>& write_more = nullptr);
+                     const std::function<void(JsonWriter&)>& write_more = nullptr, const Progress& progress = {});
+
+/// The share that one part of a scene has in work on all of them.
+Progress progress_of(const Document& document, const PackagePart& part, const Progress& whole);
 
 /// Whether the part has nothing to be saved.
 bool is_empty(const Document& document, const PackagePart& part, const SceneSnapshot& scene);
@@ -32,7 +36,8 @@ public:
 
     explicit SceneReader(const Document& document);
 
-    Status read(const PackagePart& part, QByteArray text, const ReadMore& read_more = nullptr);
+    Status read(const PackagePart& part, QByteArray text, const ReadMore& read_more = nullptr,
+                const Progress& progress = {});
     /// Links what was read. `next_id` is what the package tells, 0 for nothing.
     Status finish(quint32 next_id);
     SceneSnapshot& scene() { return m_scene; }

@@ -18,7 +18,7 @@ const QColor guide_color(0x8a, 0x6c, 0xff);
 /// The dialog whose corner is counted from; null for the screen's.
 const CDXUTDialog* counted_dialog(const CGuiCore& core)
 {
-    return core.view_aids().coordinate_display ? core.selection().current_dialog : nullptr;
+    return core.view_aids().counts_from_dialog() ? core.selection().current_dialog : nullptr;
 }
 
 double across(Qt::Orientation lines, QPointF place)
@@ -50,7 +50,7 @@ bool AidsLayer::shows_rulers() const
 
 bool AidsLayer::shows_guides() const
 {
-    return m_core.view_aids().guide_lines && m_core.selection().editing;
+    return m_core.view_aids().shows_guides() && m_core.selection().editing;
 }
 
 RulerScale AidsLayer::x_scale() const

@@ -1,4 +1,5 @@
 #include "caption_edit.h"
+#include "core/authored.h"
 
 #include "core/language.h"
 #include "gui_core/dxut_control.h"
@@ -22,7 +23,7 @@ std::function<void(const QString&)> writer(CGuiPlugScene& scene, ModelObject& ob
     return [&scene, &field, weak = object.weak_from_this()](const QString& text) {
         const auto target = weak.lock();
         if (!scene.gui_core().selection().editing || !target || !target->is_attached()
-            || std::get<QString>(field.get(target->authored_state())) == text)
+            || std::get<QString>(field.get(Authored::state(*target))) == text)
             return;
         {
             const UserAction action(scene.journal(), lang(u"修改文字", u"Edit Text"));
@@ -36,7 +37,7 @@ template <class T>
 T value_of(const ModelObject& object, FieldKey key, T missing)
 {
     const FieldBase* field = object.fields().find(key);
-    const Value value = field ? field->get(object.authored_state()) : Value();
+    const Value value = field ? field->get(Authored::state(object)) : Value();
     const T* found = std::get_if<T>(&value);
     return found ? *found : missing;
 }

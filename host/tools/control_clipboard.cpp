@@ -1,4 +1,5 @@
 #include "control_clipboard.h"
+#include "core/authored.h"
 
 #include "control_commands.h"
 #include "core/field.h"
@@ -6,9 +7,11 @@
 #include "core/json_writer.h"
 #include "core/language.h"
 #include "core/utf8.h"
+#include "dialog_copies.h"
 #include "gui_core/control_class.h"
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
+#include "gui_core/dxut_menu.h"
 #include "gui_core/texture_name.h"
 #include "gui_scene/gui_plug_scene.h"
 #include "gui_scene/picture_names.h"
@@ -36,23 +39,54 @@ constexpr double paste_step = 10; ///< pixels from a control to its copy in the 
 /// What a clipboard's text holds, not part of the scene.
 struct Content {
     std::vector<StatePtr> controls;
+    QMap<QString, QByteArray> dialogs;  ///< the texts of a scene that holds them, by entry of a package
     QMap<QString, QByteArray> pictures; ///< by entry of a package
+    QHash<quint32, QString> menus;      ///< names of those that the controls open, by their ids
 };
 
-void write_pictures(JsonWriter& writer, const CGuiCore& core, const std::vector<CDXUTControl*>& controls)
+void add_pictures_of(const ModelObject& object, QMap<QString, QByteArray>& used)
 {
-    QMap<QString, QByteArray> used;
-    const auto& files = core.document().files();
-    for (const CDXUTControl* control : controls)
-        for (const QString& entry : picture_entries(control->authored_state()))
-            if (const auto file = files.find(entry); file != files.end())
-                used.insert(entry, *file);
+    const auto& files = object.document().files();
+    for (const QString& entry : picture_entries(Authored::state(object)))
+        if (const auto file = files.find(entry); file != files.end())
+            used.insert(entry, *file);
+}
+
+void write_pictures(JsonWriter& writer, const QMap<QString, QByteArray>& used)
+{
     writer.key("pictures");
     writer.begin_object();
     for (auto picture = used.begin(); picture != used.end(); ++picture) {
         writer.new_line();
         const QByteArray quoted = '"' + picture.value().toBase64() + '"';
         writer.raw_member(picture.key(), {quoted.constData(), std::size_t(quoted.size())});
+    }
+    writer.end_object();
+}
+
+/// What the controls refer to, apart from their dialog.
+template <class Visit>
+void each_menu(const ObjectState& control, Visit visit)
+{
+    for (const FieldBase* field : control.fields().link_fields())
+        if (!field->rules().read_only && !field->is_default(control))
+            field->each_reference(control, visit);
+}
+
+void write_menus(JsonWriter& writer, const std::vector<CDXUTControl*>& controls)
+{
+    QMap<QString, QString> used;
+    for (const CDXUTControl* control : controls)
+        each_menu(Authored::state(*control), [&](ObjectRef reference) {
+            const auto* menu = control->document().find_as<CDXUTMenu>(reference.id);
+            if (menu && menu->is_attached())
+                used.insert(QString::number(reference.id), menu->name());
+        });
+    writer.key("menus");
+    writer.begin_object();
+    for (auto menu = used.begin(); menu != used.end(); ++menu) {
+        writer.text_key(menu.key());
+        writer.value(menu.value());
     }
     writer.end_object();
 }
@@ -99,9 +133,17 @@ Status read_content(const QByteArray& text, Content& content)
             return value.read(format);
         if (key == "controls")
             return value.each_element([&](JsonCursor& control) { return read_control(control, content); });
+        if (key == "dialogs")
+            return value.each_member([&](std::string_view name, JsonCursor& part) {
+                return part.read_raw(content.dialogs[from_utf8(name)]);
+            });
         if (key == "pictures")
             return value.each_member([&](std::string_view name, JsonCursor& picture) {
                 return read_picture(from_utf8(name), picture, content);
+            });
+        if (key == "menus")
+            return value.each_member([&](std::string_view id, JsonCursor& name) {
+                return name.read(content.menus[from_utf8(id).toUInt()]);
             });
         QByteArray ignored;
         return value.read_raw(ignored);
@@ -112,7 +154,7 @@ Status read_content(const QByteArray& text, Content& content)
         return Status::error(
             lang(u"它来自其他版本的程序（格式 %1）", u"it comes from another version of the program (format %1)")
                 .arg(format));
-    if (content.controls.empty())
+    if (content.controls.empty() && content.dialogs.isEmpty())
         return Status::error(lang(u"其中没有控件", u"there are no controls in it"));
     return {};
 }
@@ -134,6 +176,20 @@ void add_pictures(CGuiCore& core, Content& content)
         core.set_texture(picture.key().mid(texture_entry({}).size()), picture.value());
 }
 
+/// Menus stay in their scene. Controls that come to another one keep none that is not there under the same id and name.
+void keep_own_menus(const CGuiCore& core, Content& content)
+{
+    const auto keep = [&](ObjectRef& reference) {
+        const CDXUTMenu* menu = core.find_menu(reference.id);
+        if (!menu || menu->name() != content.menus.value(reference.id))
+            reference = {};
+    };
+    for (StatePtr& control : content.controls)
+        for (const FieldBase* field : control->fields())
+            if (!field->rules().read_only && !field->is_default(*control))
+                field->each_reference(*control, keep);
+}
+
 using Place = std::tuple<int, float, float, float, float>;
 
 /// A control of the same type and frame covers another one completely: its copy would not be seen.
@@ -148,7 +204,7 @@ double free_shift(const Content& content, const CDXUTDialog& dialog)
 {
     std::vector<Place> taken;
     for (const CDXUTControl* control : dialog.controls())
-        taken.push_back(place_of(control->authored_state(), 0));
+        taken.push_back(place_of(Authored::state(*control), 0));
     std::sort(taken.begin(), taken.end());
     const auto covers = [&](double shift) {
         return std::any_of(content.controls.begin(), content.controls.end(), [&](const auto& control) {
@@ -163,7 +219,7 @@ double free_shift(const Content& content, const CDXUTDialog& dialog)
 
 } // namespace
 
-QByteArray clipboard_text(const CGuiPlugScene& scene, const std::vector<CDXUTControl*>& controls)
+QByteArray clipboard_text(const std::vector<CDXUTControl*>& controls)
 {
     JsonWriter writer;
     writer.begin_object();
@@ -173,21 +229,46 @@ QByteArray clipboard_text(const CGuiPlugScene& scene, const std::vector<CDXUTCon
     writer.begin_array();
     for (const CDXUTControl* control : controls) {
         writer.new_line();
-        write_state(control->authored_state(), writer);
+        write_state(Authored::state(*control), writer);
     }
     writer.end_array();
-    write_pictures(writer, scene.gui_core(), controls);
+    write_menus(writer, controls);
+    QMap<QString, QByteArray> pictures;
+    for (const CDXUTControl* control : controls)
+        add_pictures_of(*control, pictures);
+    write_pictures(writer, pictures);
     writer.end_object();
     return QByteArray::fromStdString(writer.text());
 }
 
-Status paste_text(CGuiPlugScene& scene, const QByteArray& text)
+QByteArray clipboard_text_of_dialogs(const CGuiPlugScene& scene)
+{
+    JsonWriter writer;
+    writer.begin_object();
+    writer.key("format");
+    writer.value(clipboard_format);
+    writer.key("dialogs");
+    writer.begin_object();
+    const ToldDialogs told = told_selected_dialogs(scene);
+    for (auto text = told.texts.begin(); text != told.texts.end(); ++text)
+        writer.raw_member(text.key(), {text->constData(), std::size_t(text->size())});
+    writer.end_object();
+    QMap<QString, QByteArray> pictures;
+    for (const CDXUTDialog* dialog : selected_dialogs(scene.gui_core())) {
+        add_pictures_of(*dialog, pictures);
+        for (const CDXUTControl* control : dialog->controls())
+            add_pictures_of(*control, pictures);
+    }
+    write_pictures(writer, pictures);
+    writer.end_object();
+    return QByteArray::fromStdString(writer.text());
+}
+
+namespace {
+
+void paste_controls(CGuiPlugScene& scene, Content& content)
 {
     CGuiCore& core = scene.gui_core();
-    Content content;
-    if (auto status = with_enough_memory([&] { return read_content(text, content); }); !status)
-        return Status::error(lang(u"剪贴板中的控件无法粘贴：%1", u"The clipboard's controls cannot be pasted: %1")
-                                 .arg(status.message()));
     CDXUTDialog* current = core.selection().current_dialog;
     CDXUTDialog& home = current ? *current : *core.GetRootDialog();
     const double shift = free_shift(content, home);
@@ -195,30 +276,49 @@ Status paste_text(CGuiPlugScene& scene, const QByteArray& text)
     {
         const UserAction action(scene.journal(), lang(u"粘贴控件", u"Paste Control"));
         add_pictures(core, content);
+        keep_own_menus(core, content);
         for (const auto& control : content.controls)
             pasted.push_back(add_copy(core, *control, home, {shift, shift}));
+        std::erase(pasted, nullptr);
+        core.ClearCtrlSelection();
+        core.SelectControls(pasted);
     }
-    select_new_controls(scene, pasted);
-    return {};
+    tell_new_controls(scene);
 }
 
-void copy_to_clipboard(const CGuiPlugScene& scene, const std::vector<CDXUTControl*>& controls)
+} // namespace
+
+Status paste_text(CGuiPlugScene& scene, const QByteArray& text)
+{
+    Content content;
+    auto status = with_enough_memory([&] { return read_content(text, content); });
+    if (status && !content.dialogs.isEmpty())
+        status = add_dialogs(scene, {content.dialogs, content.pictures}, lang(u"粘贴窗口", u"Paste Dialog"));
+    else if (status)
+        paste_controls(scene, content);
+    if (status)
+        return {};
+    return Status::error(
+        lang(u"剪贴板中的内容无法粘贴：%1", u"What is in the clipboard cannot be pasted: %1").arg(status.message()));
+}
+
+void copy_to_clipboard(const QByteArray& text)
 {
     auto data = std::make_unique<QMimeData>();
-    data->setData(QLatin1String(controls_mime_type), clipboard_text(scene, controls));
+    data->setData(QLatin1String(clipboard_mime_type), text);
     QGuiApplication::clipboard()->setMimeData(data.release());
 }
 
-bool clipboard_has_controls()
+bool clipboard_has_objects()
 {
     const QMimeData* data = QGuiApplication::clipboard()->mimeData();
-    return data && data->hasFormat(QLatin1String(controls_mime_type));
+    return data && data->hasFormat(QLatin1String(clipboard_mime_type));
 }
 
 Status paste_clipboard(CGuiPlugScene& scene)
 {
     const QMimeData* data = QGuiApplication::clipboard()->mimeData();
-    return data ? paste_text(scene, data->data(QLatin1String(controls_mime_type))) : Status();
+    return data ? paste_text(scene, data->data(QLatin1String(clipboard_mime_type))) : Status();
 }
 
 } // namespace tarn

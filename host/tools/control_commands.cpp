@@ -1,4 +1,5 @@
 #include "control_commands.h"
+#include "core/authored.h"
 
 #include "core/language.h"
 #include "engine/base_world.h"
@@ -75,7 +76,6 @@ void remove_selected(CGuiPlugScene& scene)
         return;
     }
     scene.RemoveDialogs(selected_dialogs(scene.gui_core()));
-    scene.world()->update_all_views();
 }
 
 CDXUTControl* add_copy(CGuiCore& core, const ObjectState& original, CDXUTDialog& dialog, QPointF offset)
@@ -92,9 +92,9 @@ CDXUTControl* add_copy(CGuiCore& core, const ObjectState& original, CDXUTDialog&
     return made.get();
 }
 
-void select_new_controls(CGuiPlugScene& scene, const std::vector<CDXUTControl*>& controls)
+void tell_new_controls(CGuiPlugScene& scene)
 {
-    select_controls(scene, controls);
+    tell_selection(scene);
     tell(scene, ui_control_selected);
 }
 
@@ -105,10 +105,12 @@ void duplicate_selected(CGuiPlugScene& scene)
     {
         const UserAction action(scene.journal(), lang(u"再制控件", u"Duplicate Control"));
         for (const CDXUTControl* control : selected_controls(core, false))
-            if (CDXUTControl* copy = add_copy(core, control->authored_state(), *control->dialog(), copy_offset))
+            if (CDXUTControl* copy = add_copy(core, Authored::state(*control), *control->dialog(), copy_offset))
                 copies.push_back(copy);
+        core.ClearCtrlSelection();
+        core.SelectControls(copies);
     }
-    select_new_controls(scene, copies);
+    tell_new_controls(scene);
 }
 
 void select_all(CGuiPlugScene& scene)
@@ -154,7 +156,9 @@ void toggle_locked(CGuiPlugScene& scene)
     const bool lock = !all_locked(scene.gui_core());
     {
         const UserAction action(scene.journal(), lock ? lang(u"锁定", u"Lock") : lang(u"解锁", u"Unlock"));
-        walk(scene.gui_core().selection().controls, [lock](CDXUTControl* control) { control->set_locked(lock); });
+        for (CDXUTControl* control : scene.gui_core().selection().controls) {
+            control->set_locked(lock);
+        }
     }
     notify_properties(scene);
 }
@@ -163,7 +167,9 @@ void hide_selected(CGuiPlugScene& scene)
 {
     {
         const UserAction action(scene.journal(), lang(u"隐藏", u"Hide"));
-        walk(selected_controls(scene.gui_core(), true), [](CDXUTControl* control) { control->SetVisible(false); });
+        for (CDXUTControl* control : selected_controls(scene.gui_core(), true)) {
+            control->SetVisible(false);
+        }
         for (CDXUTDialog* dialog : selected_dialogs(scene.gui_core()))
             dialog->SetVisible(false);
     }

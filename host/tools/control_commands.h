@@ -41,7 +41,7 @@ void select_dialog_of_control(CGuiPlugScene& scene);
 
 /// A new control on top of `dialog` that is like `original`, but for its place.
 CDXUTControl* add_copy(CGuiCore& core, const ObjectState& original, CDXUTDialog& dialog, QPointF offset);
-/// Selects controls that were made just now, and tells the windows of them.
-void select_new_controls(CGuiPlugScene& scene, const std::vector<CDXUTControl*>& controls);
+/// Tells the windows of controls that were made just now and are the selection.
+void tell_new_controls(CGuiPlugScene& scene);
 
 } // namespace tarn

@@ -5,9 +5,12 @@
 #include "control_clipboard.h"
 #include "control_commands.h"
 #include "core/language.h"
+#include "dialog_copies.h"
+#include "engine/base_world.h"
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
 #include "gui_scene/gui_plug_scene.h"
+#include "gui_scene/removal_title.h"
 #include "selection_edit.h"
 
 #include <QClipboard>
@@ -65,11 +68,38 @@ bool has_controls(const CGuiCore& core)
         || std::any_of(core.GetDialogs().begin(), core.GetDialogs().end(), holds_some);
 }
 
+void copy_selected(CGuiPlugScene& scene, bool editable_only)
+{
+    const CGuiCore& core = scene.gui_core();
+    copy_to_clipboard(core.selection().controls_selected ? clipboard_text(selected_controls(core, editable_only))
+                                                         : clipboard_text_of_dialogs(scene));
+}
+
 void cut_selected(CGuiPlugScene& scene)
 {
-    const UserAction action(scene.journal(), lang(u"剪切控件", u"Cut Control"));
-    copy_to_clipboard(scene, selected_controls(scene.gui_core(), true));
+    const bool of_controls = scene.gui_core().selection().controls_selected;
+    const UserAction action(scene.journal(),
+                            of_controls ? lang(u"剪切控件", u"Cut Control") : lang(u"剪切窗口", u"Cut Dialog"));
+    copy_selected(scene, true);
     remove_selected(scene);
+}
+
+Status duplicate_selected_objects(CGuiPlugScene& scene)
+{
+    if (!scene.gui_core().selection().controls_selected)
+        return duplicate_dialogs(scene);
+    duplicate_selected(scene);
+    return {};
+}
+
+/// Before the selected objects are removed.
+void ask_to_remove(const CGuiCore& core, EditCommand& command)
+{
+    const bool of_controls = core.selection().controls_selected;
+    command.question = of_controls ? lang(u"你正在删除你的控件!", u"Ensure delete control?")
+                                   : lang(u"你正在删除你的对话框!", u"Ensure delete dialog?");
+    command.question_title = of_controls ? removal_title_of(selected_controls(core, true))
+                                         : removal_title_of(selected_dialogs(core));
 }
 
 } // namespace
@@ -78,7 +108,6 @@ EditCommand GuiSceneEditor::described(Command command) const
 {
     const Row& row = *std::find_if(std::begin(table), std::end(table),
                                    [&](const Row& entry) { return entry.id == command; });
-    const bool of_dialogs = !m_scene.gui_core().selection().controls_selected;
     EditCommand described{.id = row.id,
                           .name = lang(row.chinese, row.english),
                           .keys = row.id == duplicate ? duplicate_keys : QKeySequence(row.keys),
@@ -87,8 +116,8 @@ EditCommand GuiSceneEditor::described(Command command) const
                           .checked = row.id == lock && all_locked(m_scene.gui_core()),
                           .begins_group = row.begins_group,
                           .question = {}};
-    if (row.id == remove && of_dialogs)
-        described.question = lang(u"你正在删除你的对话框!", u"Ensure delete dialog?");
+    if (row.id == remove && described.enabled && !m_scene.gui_core().selection().controls_selected)
+        ask_to_remove(m_scene.gui_core(), described);
     return described;
 }
 
@@ -114,10 +143,32 @@ std::vector<EditCommand> GuiSceneEditor::context_commands(QPointF place)
         clear_selection(m_scene);
     else if (!known)
         select(m_scene, targets.front(), false);
+    return all_commands();
+}
+
+std::vector<EditCommand> GuiSceneEditor::all_commands() const
+{
     std::vector<EditCommand> commands;
     for (const Row& row : table)
         commands.push_back(described(row.id));
     return commands;
+}
+
+std::vector<EditCommand> GuiSceneEditor::selection_commands() const
+{
+    if (!m_scene.gui_core().selection().editing)
+        return {};
+    std::vector<EditCommand> commands = all_commands();
+    // Where the objects are not seen, each removal asks.
+    for (EditCommand& command : commands)
+        if (command.id == remove && command.enabled)
+            ask_to_remove(m_scene.gui_core(), command);
+    return commands;
+}
+
+bool GuiSceneEditor::cancel_creation()
+{
+    return m_scene.mouse_function() != 0 && m_scene.world()->mouse_tool()->key(Qt::Key_Escape, {});
 }
 
 bool GuiSceneEditor::can_paste() const
@@ -125,7 +176,7 @@ bool GuiSceneEditor::can_paste() const
     QClipboard* clipboard = QGuiApplication::clipboard();
     if (!m_can_paste) {
         // Asking another program what it put there may take long, and menus ask often.
-        m_can_paste = clipboard_has_controls();
+        m_can_paste = clipboard_has_objects();
         QObject::connect(
             clipboard, &QClipboard::dataChanged, &m_clipboard_listener, [this] { m_can_paste.reset(); },
             Qt::SingleShotConnection);
@@ -141,11 +192,9 @@ bool GuiSceneEditor::is_enabled(int command) const
     const bool controls = selection.controls_selected && !selection.controls.empty();
     const bool dialogs = !selection.controls_selected && !selected_dialogs(m_scene.gui_core()).empty();
     switch (command) {
-    case cut: return has_editable_control(selection);
-    case copy:
-    case duplicate:
     case lock: return controls;
     case paste: return can_paste();
+    case cut:
     case remove:
     case hide: return dialogs || has_editable_control(selection);
     case all: return has_controls(m_scene.gui_core());
@@ -160,9 +209,9 @@ Status GuiSceneEditor::run(int command)
         return {};
     switch (command) {
     case cut: cut_selected(m_scene); break;
-    case copy: copy_to_clipboard(m_scene, selected_controls(m_scene.gui_core(), false)); break;
+    case copy: copy_selected(m_scene, false); break;
     case paste: return paste_clipboard(m_scene);
-    case duplicate: duplicate_selected(m_scene); break;
+    case duplicate: return duplicate_selected_objects(m_scene);
     case remove: remove_selected(m_scene); break;
     case all: select_all(m_scene); break;
     case to_top: move_selected_layers(m_scene, Layer::Top); break;

@@ -34,11 +34,14 @@ public:
 
     std::vector<EditCommand> commands() const override;
     std::vector<EditCommand> context_commands(QPointF place) override;
+    std::vector<EditCommand> selection_commands() const override;
+    bool cancel_creation() override;
     Status run(int command) override;
     std::optional<EditableText> text_at(QPointF place) override;
 
 private:
     EditCommand described(Command command) const;
+    std::vector<EditCommand> all_commands() const;
     bool is_enabled(int command) const;
     bool can_paste() const;
 

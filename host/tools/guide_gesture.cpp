@@ -38,11 +38,8 @@ QString GuideGesture::step_name() const
 
 void GuideGesture::finish()
 {
-    {
-        const UserAction action(m_scene.journal(), step_name());
-        m_scene.gui_core().move_guide(m_guide.lines, m_guide.place, m_wanted);
-    }
-    m_scene.world()->update_all_views();
+    const UserAction action(m_scene.journal(), step_name());
+    m_scene.gui_core().move_guide(m_guide.lines, m_guide.place, m_wanted);
 }
 
 void GuideGesture::cancel()

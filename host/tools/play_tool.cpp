@@ -19,6 +19,8 @@ bool PlayTool::hand_mouse(const MouseEvent& event)
 {
     if (event.kind == MouseEvent::Kind::Move)
         return m_input.mouse_moved(event.place);
+    if (event.button == Qt::RightButton && event.kind == MouseEvent::Kind::Release)
+        return m_input.right_clicked(event.place);
     if (event.button != Qt::LeftButton)
         return false;
     switch (event.kind) {

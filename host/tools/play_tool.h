@@ -22,6 +22,7 @@ public:
     bool takes_all_keys() const override { return true; }
     bool text(const QString& text, const QString& preedit) override;
     QRectF text_caret() const override { return m_input.caret(); }
+    bool covers(QPointF place) const override { return m_input.covers(place); }
     bool wheel(QPointF place, double steps) override;
     void paint(QPainter&) override {}
     void cancel() override { m_input.cancel(); }

@@ -12,30 +12,16 @@ namespace {
 /// What every change of the selection brings with it.
 class SelectionChange {
 public:
-    explicit SelectionChange(CGuiPlugScene& scene) : m_scene(scene) { damage_current_dialog(); }
+    explicit SelectionChange(CGuiPlugScene& scene) : m_scene(scene) {}
     ~SelectionChange()
     {
-        damage_current_dialog();
         m_scene.journal().break_merge();
-        m_scene.world()->broadcast(ui_scene_changed);
-        // With that code the lists show the current object alone.
-        const SelectionRecord& selection = m_scene.gui_core().selection();
-        if (selection.controls.size() + selection.dialogs.size() > 1)
-            m_scene.world()->broadcast(ui_selection_changed);
-        m_scene.world()->update_all_views();
+        tell_selection(m_scene);
     }
     SelectionChange(const SelectionChange&) = delete;
     SelectionChange& operator=(const SelectionChange&) = delete;
 
 private:
-    /// The current dialog is drawn in another colour than the others.
-    void damage_current_dialog()
-    {
-        CGuiCore& core = m_scene.gui_core();
-        if (const CDXUTDialog* dialog = core.selection().current_dialog; dialog && !dialog->is_root())
-            core.add_damage(dialog->outer_rect());
-    }
-
     CGuiPlugScene& m_scene;
 };
 
@@ -103,11 +89,20 @@ bool select_less(CGuiPlugScene& scene)
     return true;
 }
 
+void tell_selection(CGuiPlugScene& scene)
+{
+    scene.world()->broadcast(ui_scene_changed);
+    // With that code the lists show the current object alone.
+    const SelectionRecord& selection = scene.gui_core().selection();
+    if (selection.controls.size() + selection.dialogs.size() > 1)
+        scene.world()->broadcast(ui_selection_changed);
+    scene.world()->update_all_views();
+}
+
 void notify_properties(CGuiPlugScene& scene)
 {
     const bool controls = scene.gui_core().selection().controls_selected;
     scene.world()->broadcast(controls ? ui_control_properties : ui_dialog_properties);
-    scene.world()->update_all_views();
 }
 
 } // namespace tarn

@@ -18,6 +18,8 @@ void clear_selection(CGuiPlugScene& scene);
 /// From controls to their dialog, from dialogs to nothing; false when nothing is selected.
 bool select_less(CGuiPlugScene& scene);
 
+/// Tells the windows that what is selected is another.
+void tell_selection(CGuiPlugScene& scene);
 /// Tells the windows that places, sizes or attributes of what is selected changed.
 void notify_properties(CGuiPlugScene& scene);
 

@@ -205,10 +205,10 @@ void paint_selection(QPainter& painter, const CGuiCore& core)
             (dialog == selection.current_dialog ? current : others).push_back(dialog->outer_rect());
     ScreenRects rects;
     others.reserve(selection.controls.size());
-    walk(selection.controls, [&](const CDXUTControl* control) {
+    for (const CDXUTControl* control : selection.controls) {
         if (const CDXUTDialog* home = control->dialog(); home && !control->is_rotated())
             (control == selection.current_control ? current : others).push_back(rects.of(*home, control->rect()));
-    });
+    }
     outline(painter, others, accent);
     outline(painter, current, current_accent);
     outline_rotated(painter, selection);

@@ -42,10 +42,10 @@ SelectionPlaces::SelectionPlaces(const CGuiCore& core)
     const SelectionRecord& selection = core.selection();
     if (selection.controls_selected) {
         m_objects.reserve(selection.controls.size());
-        walk(selection.controls, [this](CDXUTControl* control) {
+        for (CDXUTControl* control : selection.controls) {
             if (is_editable(*control))
                 m_objects.push_back({control->dialog(), control, control->rect()});
-        });
+        }
     } else {
         for (CDXUTDialog* dialog : selection.dialogs)
             if (!dialog->is_root())

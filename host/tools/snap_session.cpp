@@ -28,7 +28,7 @@ std::array<double, 3> places(double low, double high)
 SnapSession::SnapSession(const CGuiCore& core, const AidsLayer& aids, const CDXUTDialog* home, Of what)
     : m_core(core), m_aids(aids)
 {
-    if (!core.view_aids().snap)
+    if (!core.view_aids().snaps())
         return;
     collect(home, what);
     add_places();
@@ -54,10 +54,10 @@ void SnapSession::collect(const CDXUTDialog* home, Of what)
     }
     m_home = home->client_rect();
     m_unit = {home->scale_x(), home->scale_y()};
-    walk(home->controls(), [&](const CDXUTControl* control) {
+    for (const CDXUTControl* control : home->controls()) {
         if (counts(control))
             m_others.push_back(control->screen_bounds());
-    });
+    }
 }
 
 void SnapSession::add_places()
@@ -83,7 +83,7 @@ void SnapSession::add_places()
 
 QPointF SnapSession::pull(std::span<const double> x, std::span<const double> y, Qt::KeyboardModifiers modifiers)
 {
-    m_active = m_core.view_aids().snap && !modifiers.testFlag(Qt::ControlModifier);
+    m_active = m_core.view_aids().snaps() && !modifiers.testFlag(Qt::ControlModifier);
     if (!m_active)
         return {};
     const double reach = snap_reach * m_aids.pixel();

@@ -154,12 +154,12 @@ void CReportList::on_section_resized()
     setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
 }
 
-void CReportList::refill_list(const std::vector<void*>& items)
+bool CReportList::refill_list(const std::vector<void*>& items)
 {
     const CodeScope scope(*this);
     if (items == m_filled) {
         refresh_all_item_caption();
-        return;
+        return false;
     }
     m_filled = items;
     const std::vector<void*> chosen = selected_items();
@@ -179,6 +179,7 @@ void CReportList::refill_list(const std::vector<void*>& items)
 
     executeDelayedItemsLayout();
     verticalScrollBar()->setValue(scrolled);
+    return true;
 }
 
 int CReportList::row_count() const
@@ -393,6 +394,11 @@ void CReportList::sort_by_column(int column, bool ascending)
     }
     replace_selection(rows, new_current);
     horizontalHeader()->setSortIndicator(column, ascending ? Qt::AscendingOrder : Qt::DescendingOrder);
+}
+
+void CReportList::sort_again()
+{
+    sort_by_column(sort_column(), horizontalHeader()->sortIndicatorOrder() == Qt::AscendingOrder);
 }
 
 void CReportList::set_use_match_info(bool use)

@@ -45,8 +45,8 @@ public:
 
     /// Shows these objects in the given order, or sorted as the header says when a column was sorted before. Objects
     /// that were selected and are still there stay selected; the list stays scrolled as it was. The same objects in the
-    /// same order as last time stay where they are, whatever their captions are now.
-    void refill_list(const std::vector<void*>& items);
+    /// same order as last time stay where they are, whatever their captions are now; then the answer is false.
+    bool refill_list(const std::vector<void*>& items);
     int row_count() const;
     /// Null when there is no such row.
     void* get_binded_ptr(int row) const;
@@ -77,6 +77,8 @@ public:
     /// Sorts the rows by a column's captions; later refills are sorted alike, but changes of captions alone move no
     /// row. Stable. Does nothing for a column that there is not.
     void sort_by_column(int column, bool ascending);
+    /// By the same column as last time, after captions changed; nothing while the rows stand as they were given.
+    void sort_again();
     /// The column that the rows are sorted by, -1 while they stand as they were given.
     int sort_column() const;
 
@@ -101,6 +103,9 @@ Q_SIGNALS:
 
     /// A click with the left button. -1, -1 beside all rows, where the selection has been cleared before.
     void item_clicked(int row, int column);
+    /// The right button or the menu key; the right button has selected the row under it, unless it was selected. -1 beside
+    /// all rows; `place` is one of the desktop.
+    void menu_requested(int row, const QPoint& place);
     /// A double-click, or Return or Enter on the current row while it is selected. While nobody listens, these keys are
     /// left to the window.
     void item_double_clicked(int row, int column);
@@ -112,6 +117,7 @@ protected:
     bool event(QEvent* event) override;
     bool viewportEvent(QEvent* event) override;
     void changeEvent(QEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
@@ -144,6 +150,7 @@ private:
     void replace_selection(const std::vector<int>& sorted_rows, int current_row);
     std::vector<int> sorted_order(const std::vector<void*>& items, int column, bool ascending) const;
     std::vector<void*> sorted_as_before(const std::vector<void*>& items) const;
+    void select_for_menu(int row);
     bool hears_delete() const;
     bool open_current_row();
 

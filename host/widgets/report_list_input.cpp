@@ -5,6 +5,7 @@
 #include "widgets/report_model.h"
 
 #include <QApplication>
+#include <QContextMenuEvent>
 #include <QDateTime>
 #include <QHeaderView>
 #include <QMetaMethod>
@@ -31,11 +32,33 @@ void CReportList::mousePressEvent(QMouseEvent* event)
     m_pressed = m_clicked = cell_at(event->position().toPoint());
     m_was_double_click = false;
     // A press that selects nothing is kept from the view altogether: the view would start a drag of selection from it.
-    m_press_is_ours = m_pressed.row < 0 || !selects_on_click(m_pressed.column);
+    const bool is_for_menu = event->button() == Qt::RightButton;
+    m_press_is_ours = is_for_menu || m_pressed.row < 0 || !selects_on_click(m_pressed.column);
     if (!m_press_is_ours)
         QTableView::mousePressEvent(event);
+    else if (is_for_menu)
+        select_for_menu(m_pressed.row);
     else if (m_pressed.row < 0)
         clearSelection();
+}
+
+void CReportList::select_for_menu(int row)
+{
+    if (row < 0)
+        clearSelection();
+    else if (!selectionModel()->isRowSelected(row))
+        replace_selection({row}, row);
+}
+
+void CReportList::contextMenuEvent(QContextMenuEvent* event)
+{
+    if (event->reason() != QContextMenuEvent::Keyboard) {
+        Q_EMIT menu_requested(cell_at(event->pos()).row, event->globalPos());
+        return;
+    }
+    const int row = get_last_sel_index();
+    const QRect cell = visualRect(m_model->index(row, 0));
+    Q_EMIT menu_requested(row, viewport()->mapToGlobal(cell.bottomLeft()));
 }
 
 void CReportList::mouseMoveEvent(QMouseEvent* event)

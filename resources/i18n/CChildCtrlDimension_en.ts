@@ -24,6 +24,14 @@
         <translation>Keep ratio</translation>
     </message>
     <message>
+        <source>Tab 顺序</source>
+        <translation>Tab order</translation>
+    </message>
+    <message>
+        <source>按 Tab 键时从 1 起依次到达；0 排在有编号的控件之后，按从上到下、从左到右的顺序</source>
+        <translation>The Tab key goes from 1 up; 0 comes after all numbers, row by row from the top left</translation>
+    </message>
+    <message>
         <source>位置与大小</source>
         <translation>Place and Size</translation>
     </message>

@@ -162,20 +162,6 @@
     </message>
 </context>
 <context>
-    <name>CDlgGuiMenu</name>
-    <message>
-        <source>菜单列表</source>
-        <translation>Menu list</translation>
-    </message>
-</context>
-<context>
-    <name>CDlgPropMenu</name>
-    <message>
-        <source>菜单属性</source>
-        <translation>Menu properties</translation>
-    </message>
-</context>
-<context>
     <name>CDlgPropTimer</name>
     <message>
         <source>时间轴属性</source>

@@ -2,6 +2,7 @@
 
 #include "core/model_object.h"
 #include "engine/scene_plug.h"
+#include "gui_scene/gui_plug_scene.h"
 #include "main_window.h"
 #include "studio.h"
 #include "view/view3d.h"
@@ -30,7 +31,7 @@ protected:
         m_studio.start_world();
         m_window->show();
         QApplication::setActiveWindow(m_window.get());
-        m_button = model().create_control(0, *model().root_dialog(), {}, {200, 200, 100, 40}).value();
+        m_button = model().create(kind(), {.rect = {200, 200, 100, 40}, .type = 0}).value();
     }
 
     tarn::SceneModel& model() { return m_studio.scene()->model(); }
@@ -40,7 +41,9 @@ protected:
         m_studio.world().broadcast(tarn::ui_selection_changed);
         QCoreApplication::processEvents();
     }
-    std::size_t controls() { return model().controls().size(); }
+    tarn::Document& document() { return m_studio.world().document(); }
+    const tarn::ObjectKind& kind() { return *document().kind("controls"); }
+    std::size_t controls() { return document().objects_of(kind()).size(); }
     QString text() { return std::get<QString>(m_button->property(*m_button->fields().find("text"))); }
 
     QTemporaryDir m_folder;
@@ -121,4 +124,21 @@ TEST_F(EditMenuTest, a_text_in_place_is_stored_when_the_focus_goes_and_dropped_b
     type(QStringLiteral("four"));
     EXPECT_TRUE(m_window->save_file(m_folder.filePath(QStringLiteral("a.tarn"))));
     EXPECT_EQ(text(), QStringLiteral("four")) << "saving takes what was typed";
+}
+
+TEST_F(EditMenuTest, escape_gives_up_a_creation_wherever_the_focus_is)
+{
+    QLineEdit field(m_window.get());
+    QListWidget list(m_window.get());
+    CView3D& view = m_window->view();
+    const tarn::MouseTool* const usual = m_studio.world().mouse_tool();
+    for (QWidget* focused :
+         {static_cast<QWidget*>(&field), static_cast<QWidget*>(&list), static_cast<QWidget*>(&view)}) {
+        focused->show();
+        dynamic_cast<CGuiPlugScene*>(m_studio.scene())->SetMTFunction(2, 0);
+        EXPECT_NE(m_studio.world().mouse_tool(), usual);
+        focused->setFocus();
+        QTest::keyClick(focused, Qt::Key_Escape);
+        EXPECT_EQ(m_studio.world().mouse_tool(), usual);
+    }
 }

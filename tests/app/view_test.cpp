@@ -62,8 +62,10 @@ struct Pen : tarn::MouseTool {
     void cancel() override {}
     Qt::CursorShape cursor() const override { return Qt::CrossCursor; }
     bool takes_all_keys() const override { return all_keys; }
+    bool covers(QPointF place) const override { return cover.contains(place); }
 
     bool all_keys = false;
+    QRectF cover;
 };
 
 struct ViewTest : testing::Test {
@@ -270,6 +272,25 @@ TEST_F(ViewTest, the_camera_follows_its_buttons_and_the_wheel_and_the_picture_fo
     EXPECT_FALSE(changed());
     view.send_wheel({10, 10}, -2);
     EXPECT_TRUE(changed());
+}
+
+TEST_F(ViewTest, what_covers_the_world_keeps_the_camera_from_following_the_mouse)
+{
+    CView3D view(world);
+    view.resize(300, 200);
+    view.show();
+    pen.cover = {0, 0, 150, 200};
+    for (const auto button : {Qt::RightButton, Qt::MiddleButton}) {
+        for (const auto& [from, moves] : {std::pair(QPoint(100, 100), false), std::pair(QPoint(200, 100), true)}) {
+            const QImage before = view.grab_view();
+            QTest::mousePress(&view, button, {}, from);
+            QMouseEvent move(QEvent::MouseMove, from + QPointF(30, 10), view.mapToGlobal(from + QPointF(30, 10)),
+                             Qt::NoButton, button, {});
+            QApplication::sendEvent(&view, &move);
+            QTest::mouseRelease(&view, button, {}, from + QPoint(30, 10));
+            EXPECT_EQ(view.grab_view() != before, moves) << button << " from " << from.x();
+        }
+    }
 }
 
 TEST_F(ViewTest, a_key_that_the_tool_does_not_take_goes_on_to_the_parent)

@@ -13,7 +13,7 @@ namespace {
 QByteArray text_of(const CGuiPlugScene& scene)
 {
     QByteArray all;
-    for (const auto& [entry, text] : tarn::package_texts(scene.gui_core(), tarn::content_to_save(scene.gui_core())))
+    for (const auto& [entry, text] : tarn::package_texts(scene.document(), tarn::content_to_save(scene.gui_core())))
         if (entry != QLatin1String("manifest.json")) // Ids that were given out are not given out again.
             all += text;
     return all;

@@ -14,7 +14,7 @@ namespace {
 
 QByteArray written(const CGuiPlugScene& scene)
 {
-    const auto parts = tarn::package_texts(scene.gui_core(), tarn::content_to_save(scene.gui_core()));
+    const auto parts = tarn::package_texts(scene.document(), tarn::content_to_save(scene.gui_core()));
     QByteArrayList texts;
     for (const tarn::PackagePart& part : scene.document().parts()) {
         const auto found = std::find_if(parts.begin(), parts.end(),

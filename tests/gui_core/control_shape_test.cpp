@@ -1,5 +1,6 @@
 // Rotation, its centre, and scaling with the dialog, as numbers.
 
+#include "core/authored.h"
 #include "gui_core/anchor.h"
 #include "support/gui_fixture.h"
 
@@ -95,13 +96,13 @@ TEST_F(ControlShapeTest, a_package_gets_no_word_about_what_is_as_usual)
     m_control->set_align_type(anchor_centre);
     m_control->set_scale_mode(1);
     JsonWriter turned;
-    write_state(m_control->authored_state(), turned);
+    write_state(Authored::state(*m_control), turned);
     EXPECT_EQ(turned.text().find("scale_mode"), std::string::npos) << "the anchor tells it";
     m_control->set_rotation(0);
     m_control->reset_center();
     m_control->set_scale_mode(0);
     JsonWriter usual;
-    write_state(m_control->authored_state(), usual);
+    write_state(Authored::state(*m_control), usual);
     for (const char* name : {"rotation", "center_", "saved_align_type"}) {
         EXPECT_NE(turned.text().find(name), std::string::npos) << name;
         EXPECT_EQ(usual.text().find(name), std::string::npos) << name;

@@ -17,7 +17,11 @@
 
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QStyleHints>
 #include <QtEndian>
+
+#include <array>
+#include <random>
 
 namespace tarn::test {
 
@@ -245,6 +249,104 @@ TEST_F(EditBoxTest, a_limit_counts_what_is_there_and_a_disabled_field_takes_noth
     keys({Qt::Key_Backspace});
     type(u"x"_s);
     EXPECT_EQ(m_box->text(), u"abcd"_s);
+}
+
+TEST_F(EditBoxTest, undo_takes_back_word_by_word_and_leaves_what_came_from_outside)
+{
+    for (const QChar c : u"one two"_s)
+        type(c);
+    keys({Qt::Key_Backspace, Qt::Key_Backspace});
+    keys({Qt::Key_Left}, Qt::ControlModifier | Qt::ShiftModifier);
+    type(u"x"_s);
+    const QStringList steps{u"one x"_s, u"one t"_s, u"one two"_s, u"one "_s, u""_s};
+    for (const QString& step : steps) {
+        EXPECT_EQ(m_box->text(), step);
+        keys({Qt::Key_Z}, Qt::ControlModifier);
+    }
+    EXPECT_EQ(m_box->text(), u""_s) << "there is nothing more";
+    for (auto step = steps.rbegin() + 1; step != steps.rend(); ++step) {
+        keys({Qt::Key_Z}, Qt::ControlModifier | Qt::ShiftModifier);
+        EXPECT_EQ(m_box->text(), *step);
+    }
+    keys({Qt::Key_Z}, Qt::ControlModifier);
+    EXPECT_EQ(m_box->editor().selected_text(), u"t"_s) << "the selection comes back too";
+    type(u"y"_s);
+    keys({Qt::Key_Y}, Qt::ControlModifier);
+    EXPECT_EQ(m_box->text(), u"one y"_s) << "what was undone is gone";
+    m_box->SetText(u"from a script"_s);
+    keys({Qt::Key_Z}, Qt::ControlModifier);
+    EXPECT_EQ(m_box->text(), u"from a script"_s);
+}
+
+TEST_F(EditBoxTest, any_edits_are_undone_and_redone_exactly)
+{
+    std::mt19937 random(7);
+    std::vector<QString> texts{m_box->text()};
+    for (int i = 0; i < 150; ++i) {
+        keys({Qt::Key(std::array{Qt::Key_Home, Qt::Key_Left, Qt::Key_Right, Qt::Key_End}[random() % 4])},
+             random() % 2 ? Qt::ShiftModifier : Qt::NoModifier);
+        if (random() % 3 == 0)
+            keys({random() % 2 ? Qt::Key_Backspace : Qt::Key_Delete});
+        else
+            type(QString(int(random() % 4), QChar(char16_t(u'a' + random() % 26))));
+        if (m_box->text() != texts.back())
+            texts.push_back(m_box->text());
+    }
+    for (auto text = texts.rbegin(); text != texts.rend(); ++text) {
+        ASSERT_EQ(m_box->text(), *text);
+        keys({Qt::Key_Z}, Qt::ControlModifier);
+    }
+    for (const QString& text : texts) {
+        ASSERT_EQ(m_box->text(), text);
+        keys({Qt::Key_Y}, Qt::ControlModifier);
+    }
+}
+
+TEST_F(EditBoxTest, a_double_click_selects_a_word_and_a_trembling_hand_keeps_it)
+{
+    m_box->SetText(u"one two-three 北京"_s);
+    const double at_two = m_box->text_area(m_box->rect()).x() - m_box->rect().x() + 36;
+    m_input.mouse_double_clicked(at(m_box, at_two, 12));
+    m_input.mouse_moved(at(m_box, at_two + 2, 12));
+    m_input.mouse_released(at(m_box, at_two + 2, 12));
+    EXPECT_EQ(m_box->editor().selected_text(), u"two"_s);
+    m_input.mouse_double_clicked(at(m_box, 190, 12)); // behind the text
+    EXPECT_EQ(m_box->editor().selected_text(), u"京"_s);
+    m_box->SetText({});
+    m_input.mouse_double_clicked(at(m_box, 20, 12));
+    EXPECT_FALSE(m_box->editor().has_selection());
+}
+
+TEST_F(EditBoxTest, a_password_leaves_its_field_in_no_way)
+{
+    QGuiApplication::clipboard()->setText(u"kept"_s);
+    m_box->SetText(u"open sesame"_s);
+    (void)set(*m_box, "password", true);
+    keys({Qt::Key_A, Qt::Key_C, Qt::Key_X}, Qt::ControlModifier);
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), u"kept"_s);
+    EXPECT_EQ(m_box->text(), u"open sesame"_s);
+    m_input.mouse_double_clicked(at(m_box, 20, 12));
+    EXPECT_EQ(m_box->editor().selected_text(), m_box->text()) << "nothing tells where its words end";
+    keys({Qt::Key_Home});
+    keys({Qt::Key_Right}, Qt::ControlModifier);
+    EXPECT_EQ(m_box->editor().caret(), 11);
+}
+
+TEST_F(EditBoxTest, the_caret_blinks_and_stays_while_one_types)
+{
+    const double half = QGuiApplication::styleHints()->cursorFlashTime() / 2000.0;
+    ASSERT_GT(half, 0);
+    EXPECT_TRUE(m_core.live().caret_shown);
+    EXPECT_FALSE(m_core.advance(half / 2));
+    m_core.take_damage();
+    EXPECT_TRUE(m_core.advance(half * 1.2));
+    EXPECT_FALSE(m_core.live().caret_shown);
+    EXPECT_TRUE(m_core.take_damage().contains(m_home->to_screen(m_box->caret_rect()).center()));
+    type(u"a"_s);
+    EXPECT_TRUE(m_core.live().caret_shown);
+    EXPECT_FALSE(m_core.advance(half * 2));
+    m_core.set_focused(nullptr);
+    EXPECT_FALSE(m_core.advance(half * 3.5)) << "nothing to draw";
 }
 
 TEST_F(ControlsTest, progress_texts_fill_their_placeholders)

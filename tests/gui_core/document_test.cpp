@@ -1,3 +1,4 @@
+#include "core/authored.h"
 #include "core/document.h"
 
 #include "core/field.h"
@@ -91,7 +92,7 @@ TEST_F(DocumentTest, what_is_only_shown_is_neither_saved_nor_undone_and_stays_wh
     act([&] { (void)set(*one, "text", u"authored"_s); });
     EXPECT_EQ(one->x(), 30);
     EXPECT_EQ(get(*one, "text"), Value(u"authored"_s)) << "what is authored shows through";
-    EXPECT_EQ(one->authored_property(*one->fields().find("x")), Value(0.0));
+    EXPECT_EQ(Authored::property(*one, *one->fields().find("x")), Value(0.0));
     m_document.clear_shown();
     EXPECT_TRUE(one->is_attached());
     EXPECT_EQ(one->x(), 0);

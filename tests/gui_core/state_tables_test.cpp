@@ -21,7 +21,10 @@ std::vector<StateClass> all_classes()
 {
     Document document;
     CGuiCore core(document);
-    std::vector<StateClass> classes{{"CDXUTDialog", StatePtr(new DialogState)}, {"CGuiCore", StatePtr(new CoreState)}};
+    std::vector<StateClass> classes{{"CGuiCore", StatePtr(new CoreState)}};
+    for (const ObjectKind& kind : document.kinds())
+        if (!kind.saves_type && !kind.fixed)
+            classes.push_back({kind.key, StatePtr(kind.make_state(-1))});
     for (const ControlClass& row : control_classes())
         if (row.create)
             classes.push_back({row.class_name, StatePtr(row.make_state())});

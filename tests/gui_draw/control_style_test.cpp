@@ -1,5 +1,6 @@
 // What an author chooses for single controls instead of the style's pictures, colours and font.
 
+#include "core/authored.h"
 #include "gui_core/control_style.h"
 
 #include "gui_core/control_class.h"
@@ -138,7 +139,7 @@ TEST_F(ControlStyleTest, a_picture_for_normal_serves_the_states_that_have_none_w
 {
     CDXUTControl* b = add(DXUT_CONTROL_BUTTON);
     const auto look = [&](VisualState state) {
-        const auto found = element_look(static_cast<const ControlState&>(b->authored_state()), Element::Button, state);
+        const auto found = element_look(static_cast<const ControlState&>(Authored::state(*b)), Element::Button, state);
         return found.picture + u' ' + QString::number(found.color, 16);
     };
     b->set_style_color(u"Body.normal"_s, 0xff000001);
@@ -151,7 +152,7 @@ TEST_F(ControlStyleTest, a_picture_for_normal_serves_the_states_that_have_none_w
     b->set_style_image(u"Body.pressed"_s, u"b.png"_s);
     EXPECT_EQ(look(VisualState::Pressed), u"b.png 0"_s) << "the colour is the other picture's";
     EXPECT_EQ(look(VisualState::Hidden), u" 0"_s);
-    const auto other = element_look(static_cast<const ControlState&>(b->authored_state()), Element::Bubble, {});
+    const auto other = element_look(static_cast<const ControlState&>(Authored::state(*b)), Element::Bubble, {});
     EXPECT_EQ(other.picture, QString()) << "an element that buttons do not have";
 }
 

@@ -1,6 +1,12 @@
 #include "gui_draw/gui_painter.h"
 
 #include "gui_core/control_class.h"
+#include "gui_core/control_style.h"
+#include "gui_core/dxut_button_st.h"
+#include "gui_core/dxut_combo_box.h"
+#include "gui_core/dxut_edit_box.h"
+#include "gui_core/dxut_slider.h"
+#include "gui_core/gui_input.h"
 #include "gui_draw/texture_cache.h"
 #include "support/gui_fixture.h"
 
@@ -408,4 +414,116 @@ TEST_F(DrawingTest, drawing_only_the_damage_after_each_change_gives_the_same_as_
             << "after undoing change " << undone.toStdString() << ", differing in "
             << testing::PrintToString(differing(kept, whole));
     }
+}
+
+TEST_F(DrawingTest, a_dialog_on_a_screen_smaller_than_its_design_is_drawn_whole)
+{
+    ASSERT_TRUE(set(m_core, "screen_width", qint64(400)).ok() && set(m_core, "screen_height", qint64(300)).ok());
+    CDXUTDialog* home = dialog({0, 0, 400, 276});
+    ASSERT_TRUE(set(*home, "align_type", qint64(9)).ok());
+    button(home, {200, 100, 180, 150})->SetText({});
+    const QImage whole = picture().scaled(200, 150, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    m_core.set_screen_size({200, 150});
+    QImage reduced = picture();
+    const QRect inside(105, 70, 80, 60); // of the button, but for its edges
+    EXPECT_TRUE(differing(whole.copy(inside), reduced.copy(inside)).isNull());
+    EXPECT_NE(reduced.pixel(199, 80), QColor(background).rgb());
+}
+
+TEST_F(DrawingTest, every_type_looks_different_where_it_is_disabled)
+{
+    m_core.EnableGui(false);
+    m_core.set_texture(u"own.png"_s, png(Qt::red));
+    for (const ControlClass& row : control_classes()) {
+        CDXUTControl* made = m_core.create_control(row.type, m_core.GetRootDialog(),
+                                                   QRectF(QPointF(20, 20), QSizeF(row.default_size)));
+        const auto expect_faint = [&](const char* with) {
+            made->SetEnabled(true);
+            const QImage enabled = picture();
+            made->SetEnabled(false);
+            EXPECT_TRUE(is_blank(enabled) || picture() != enabled) << row.class_name << with;
+        };
+        expect_faint(" with the usual looks");
+        for (const char* image : {"image_normal", "image_unchecked", "image", "image_map"})
+            if (made->fields().find(image))
+                (void)set(*made, image, u"own.png"_s);
+        if (made->fields().find("text"))
+            (void)set(*made, "text", QString());
+        expect_faint(" with a picture of its own");
+        for (const StyleElement& element : style_elements(row.type))
+            made->set_style_image(look_name(element, VisualState::Normal), u"own.png"_s);
+        expect_faint(" with a picture for Normal");
+        m_core.remove_control(made);
+    }
+}
+
+TEST_F(DrawingTest, an_annotation_shows_while_the_mouse_is_over_its_button_and_leaves_no_trace)
+{
+    auto* made = control<CDXUTButtonST>(m_core.GetRootDialog(), DXUT_CONTROL_BUTTONST, {300, 40, 60, 40});
+    button(m_core.GetRootDialog(), {250, 80, 140, 60}); // Made later, it lies above.
+    for (const auto& [name, value] : {std::pair<const char*, Value>("annotation_mode", true),
+                                      {"text", u"What the button does"_s},
+                                      {"annotation_x", qint64(20)},
+                                      {"annotation_y", qint64(45)}})
+        ASSERT_TRUE(set(*made, name, value).ok());
+    m_core.EnableGui(false);
+    GuiInput input(m_core);
+    QImage view = picture();
+    m_core.take_damage();
+    input.mouse_moved({320, 50});
+    const QRectF bubble = made->raised_area();
+    EXPECT_TRUE(QRectF(0, 0, 400, 300).contains(bubble)) << "it stays on the screen";
+    repaint(view);
+    EXPECT_TRUE(differing(view, picture()).isNull());
+    EXPECT_NE(view.copy(bubble.toRect()), (input.mouse_moved({5, 5}), picture()).copy(bubble.toRect()));
+    repaint(view);
+    EXPECT_TRUE(differing(view, picture()).isNull());
+}
+
+TEST_F(DrawingTest, an_open_list_is_opaque_and_lights_up_the_row_under_the_mouse)
+{
+    auto* combo = control<CDXUTComboBox>(m_core.GetRootDialog(), DXUT_CONTROL_COMBOBOX, {20, 20, 140, 28});
+    for (const auto* text : {u"one", u"two", u"three"})
+        combo->AddItem(QString::fromUtf16(text));
+    m_core.EnableGui(false);
+    GuiInput input(m_core);
+    input.mouse_pressed({30, 30});
+    input.mouse_released({30, 30});
+    const QImage over_blue = picture();
+    const QRectF inside = combo->popup_rect();
+    control<CDXUTButton>(m_core.GetRootDialog(), DXUT_CONTROL_BUTTON, inside);
+    EXPECT_EQ(picture().copy(inside.toRect()), over_blue.copy(inside.toRect())) << "what lies below shows through";
+    QImage view = picture();
+    m_core.take_damage();
+    input.mouse_moved(inside.center());
+    repaint(view);
+    EXPECT_NE(view, over_blue);
+    EXPECT_TRUE(differing(view, picture()).isNull());
+    EXPECT_EQ(combo->hot_row(), 1);
+}
+
+TEST_F(DrawingTest, a_slider_that_is_higher_than_wide_stands_with_its_end_at_the_top)
+{
+    auto* slider = control<CDXUTSlider>(m_core.GetRootDialog(), DXUT_CONTROL_SLIDER, {100, 20, 24, 200});
+    const QImage middle = picture();
+    ASSERT_TRUE(set(*slider, "value", qint64(100)).ok());
+    const QImage full = picture();
+    const QRect changed = differing(middle, full);
+    EXPECT_LT(changed.top(), 30);
+    EXPECT_LT(changed.bottom(), 140);
+    EXPECT_TRUE(slider->screen_rect().toRect().contains(changed));
+}
+
+TEST_F(DrawingTest, what_is_selected_in_an_edit_box_is_marked_and_no_more)
+{
+    auto* box = control<CDXUTEditBox>(m_core.GetRootDialog(), DXUT_CONTROL_EDITBOX, {20, 20, 300, 28});
+    box->SetText(u"one two three"_s);
+    m_core.EnableGui(false);
+    m_core.set_focused(box);
+    const QImage plain = picture();
+    box->key_pressed(Qt::Key_Right, Qt::ControlModifier); // the caret to the second word
+    box->key_pressed(Qt::Key_Right, Qt::ControlModifier | Qt::ShiftModifier);
+    const QRect marked = differing(plain, picture());
+    EXPECT_LT(marked.left(), box->text_area(box->rect()).left() + 10) << "where the caret was";
+    EXPECT_NEAR(marked.right(), box->caret_rect().right(), 3) << "where it is";
 }

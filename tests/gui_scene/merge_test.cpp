@@ -1,3 +1,4 @@
+#include "core/authored.h"
 #include "support/gui_fixture.h"
 #include "support/scene_fixture.h"
 
@@ -49,7 +50,7 @@ TEST_F(MergeTest, dialogs_come_above_the_present_ones_in_their_order_with_new_id
     for (const CDXUTDialog* d : core().GetDialogs())
         for (const CDXUTControl* c : d->controls()) {
             EXPECT_EQ(c->dialog(), d);
-            EXPECT_EQ(static_cast<const ControlState&>(c->authored_state()).parent.id, d->id());
+            EXPECT_EQ(static_cast<const ControlState&>(Authored::state(*c)).parent.id, d->id());
         }
     QStringList controls;
     for (const CDXUTControl* c : core().controls())
@@ -120,7 +121,7 @@ TEST_F(MergeTest, a_picture_of_a_taken_name_is_renamed_with_its_references_an_eq
         images << static_cast<const CDXUTPicture*>(c)->image();
     EXPECT_EQ(images.join(u' '), u"same.png differs-3.png new.png sub/differs-2.png missing.png"_s);
     const CDXUTControl* styled = core().GetDialogs().last()->controls().last();
-    EXPECT_EQ(style_images.get(styled->authored_state()),
+    EXPECT_EQ(style_images.get(Authored::state(*styled)),
               Value(TextMap{{u"Body.normal"_s, u"same.png"_s},
                             {u"Body.hover"_s, u"differs-3.png"_s},
                             {u"Later.hover"_s, u"sub/differs-2.png"_s}}));

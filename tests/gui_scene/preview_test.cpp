@@ -2,8 +2,11 @@
 
 #include "gui_core/dxut_edit_box.h"
 #include "gui_draw/gui_painter.h"
+#include "script/script_runtime.h"
 
 #include <QPainter>
+
+#include <array>
 
 using namespace tarn;
 using namespace tarn::test;
@@ -234,4 +237,63 @@ TEST_F(PreviewTest, a_tool_that_was_armed_is_put_away)
     EXPECT_EQ(core().controls().size(), controls);
     m_scene.play(false);
     EXPECT_EQ(m_scene.mouse_function(), 0);
+}
+
+TEST_F(PreviewTest, raising_a_dialog_is_shown_and_no_part_of_the_scene)
+{
+    CDXUTDialog* above = dialog({60, 80, 300, 200});
+    const QList<CDXUTDialog*> layers = core().GetDialogs();
+    ASSERT_TRUE(m_scene.functions().set_function(u"raise"_s, u"(...):raise()"_s).ok());
+    const QByteArray authored = text();
+    m_scene.play(true);
+    click({45, 65});
+    EXPECT_EQ(core().GetDialogs().last(), m_camp);
+    EXPECT_EQ(core().active_dialog(), m_camp);
+    EXPECT_TRUE(same_text(text(), authored));
+    {
+        const ShownWrites writes(m_world.document());
+        const std::array<ScriptValue, 1> arguments{above->shared_from_this()};
+        EXPECT_FALSE(m_world.scripts().call(u"raise"_s, arguments, above->shared_from_this()).error);
+    }
+    EXPECT_EQ(core().GetDialogs().last(), above);
+    EXPECT_EQ(core().active_dialog(), above);
+    m_scene.play(false);
+    EXPECT_EQ(core().GetDialogs(), layers);
+    EXPECT_TRUE(same_text(text(), authored));
+}
+
+TEST_F(PreviewTest, the_captions_and_all_else_that_the_mouse_changes_are_drawn_anew)
+{
+    dialog({60, 80, 300, 200});
+    CDXUTDialog* bottom = dialog({500, 300, 200, 100});
+    (void)bottom->set_property(*bottom->fields().find("minimize_button"), true);
+    (void)bottom->set_property(*bottom->fields().find("minimize_to_bottom"), true);
+    m_scene.play(true);
+    core().take_damage();
+    QImage view = picture();
+    GuiPainter painter;
+    const auto expect_up_to_date = [&](const char* after) {
+        const QRect damage = core().take_damage().toAlignedRect();
+        {
+            QPainter on_view(&view);
+            on_view.setClipRect(damage);
+            on_view.fillRect(view.rect(), Qt::black);
+            painter.paint(on_view, core(), damage, 1);
+        }
+        EXPECT_TRUE(view == picture()) << after;
+    };
+    click({45, 65});
+    expect_up_to_date("a dialog was raised");
+    m_world.mouse_tool()->key(Qt::Key_Tab, {});
+    expect_up_to_date("Tab");
+    const auto minimize = CDXUTDialog::CaptionButton::Minimize;
+    mouse(MouseEvent::Kind::Press, bottom->caption_button_rect(minimize).center());
+    expect_up_to_date("the press of a caption's button");
+    mouse(MouseEvent::Kind::Release, bottom->caption_button_rect(minimize).center());
+    expect_up_to_date("minimising");
+    click(bottom->caption_button_rect(minimize).center());
+    EXPECT_FALSE(bottom->minimized());
+    expect_up_to_date("restoring");
+    click(bottom->caption_button_rect(CDXUTDialog::CaptionButton::Close).center());
+    expect_up_to_date("closing");
 }

@@ -1,5 +1,6 @@
 // A long walk of random edits: what undo and redo have to give back, byte for byte.
 
+#include "core/authored.h"
 #include "support/long_tests.h"
 #include "support/scene_fixture.h"
 
@@ -85,7 +86,7 @@ protected:
                 ASSERT_EQ(c->dialog(), d);
                 ASSERT_EQ(d->controls().indexOf(c), d->GetControlIndex(c));
                 ASSERT_EQ(core().find_control(c->id()), c);
-                ASSERT_EQ(static_cast<const ControlState&>(c->authored_state()).parent.id, d->id());
+                ASSERT_EQ(static_cast<const ControlState&>(Authored::state(*c)).parent.id, d->id());
             }
         }
         ASSERT_EQ(core().controls().size(), count);

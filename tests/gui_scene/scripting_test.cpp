@@ -1,6 +1,9 @@
 // What scripts reach in an interface: the guide's examples run, and its tables name all there is.
 
 #include "core/language.h"
+#include "gui_core/dxut_menu.h"
+#include "gui_core/dxut_menu_item.h"
+#include "gui_core/open_menu.h"
 #include "script/script_runtime.h"
 #include "support/scene_fixture.h"
 
@@ -25,6 +28,9 @@ protected:
             {DXUT_CONTROL_INFOBOX, u"Log"}};
         for (const auto& [type, name] : rows)
             control(type, m_settings, {0, 0, 50, 20}, QString::fromUtf16(name));
+        CDXUTMenu* menu = core().create_menu(u"Pause"_s);
+        core().create_menu_item(*menu, 0, {.text = u"Hard"_s});
+        core().EnableGui(false);
         define(u"Greet"_s, u"print('hello', ...)"_s);
     }
     void define(const QString& name, const QString& text)
@@ -112,6 +118,19 @@ TEST_F(ScriptingTest, verbs_do_to_the_scene_what_they_say)
     m_world.on_message = [&](const QString& text, const QString& title) { messages << title + u":"_s + text; };
     EXPECT_EQ(told(u"message('a', 'b') message('c')"_s), QString());
     EXPECT_EQ(messages, (QStringList{u"b:a"_s, u":c"_s}));
+}
+
+TEST_F(ScriptingTest, menus_open_and_their_items_change)
+{
+    EXPECT_EQ(told(u"menu('Pause'):pop(30, 40) menu('Pause'):item('Hard').checkable = true"_s), QString());
+    ASSERT_TRUE(core().open_menu());
+    EXPECT_EQ(core().open_menu()->panels().front().area.topLeft(), QPointF(30, 40));
+    EXPECT_EQ(told(u"local m = menu('Pause') m:close() return m:items()[1].menu.name"_s), u"Pause"_s);
+    EXPECT_FALSE(core().open_menu());
+    EXPECT_EQ(told(u"return tostring(menu('Pause'):item('nothing'))"_s), u"nil"_s);
+    EXPECT_TRUE(told(u"menu('Pause'):pop(1e7)"_s).contains(u"range"_s));
+    core().EnableGui(true);
+    EXPECT_TRUE(told(u"menu('Pause'):pop()"_s).contains(u"runs"_s));
 }
 
 TEST_F(ScriptingTest, what_cannot_be_is_an_error_that_says_so)

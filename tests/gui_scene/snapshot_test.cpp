@@ -16,10 +16,10 @@ TEST_F(SnapshotTest, written_in_a_thread_while_edits_go_on_it_is_the_scene_at_th
     ASSERT_TRUE(m_scene.functions().set_function(u"f"_s, u"return 0"_s));
     for (int round = 0; round < 20; ++round) {
         const SceneSnapshot snapshot = document.snapshot();
-        const auto expected = package_texts(core(), snapshot);
+        const auto expected = package_texts(document, snapshot);
         auto written = expected;
         written.clear();
-        std::thread writer([&] { written = package_texts(core(), snapshot); });
+        std::thread writer([&] { written = package_texts(document, snapshot); });
         for (int i = 0; i < 50; ++i) {
             CDXUTControl* edited = core().controls()[std::size_t((round * 50 + i) % 300)];
             edited->set_name(u"edited %1"_s.arg(i));
@@ -30,6 +30,6 @@ TEST_F(SnapshotTest, written_in_a_thread_while_edits_go_on_it_is_the_scene_at_th
         }
         writer.join();
         EXPECT_EQ(written, expected);
-        EXPECT_NE(package_texts(core(), document.snapshot()), expected);
+        EXPECT_NE(package_texts(document, document.snapshot()), expected);
     }
 }

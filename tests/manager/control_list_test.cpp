@@ -4,9 +4,12 @@
 #include "widgets/button_st.h"
 
 #include <QComboBox>
+#include <QContextMenuEvent>
 #include <QTest>
 
+#include <algorithm>
 #include <array>
+#include <functional>
 
 namespace tarn::test {
 
@@ -253,6 +256,7 @@ TEST_F(ControlList, remove_asks_once_for_all_rows_and_is_one_step)
     EXPECT_EQ(listed(), (std::vector<CDXUTControl*>{before[0], before[2]}));
     EXPECT_EQ(m_codes, std::vector<int>{ui_control_selected});
     EXPECT_EQ(m_answers.texts, QStringList(2, u"你正在删除你的控件!"_s));
+    EXPECT_EQ(m_answers.titles, QStringList(2, u"删除 “Button2”、“Button4”"_s));
     QTest::keyClick(&list(), Qt::Key_Delete);
     EXPECT_EQ(m_answers.texts.size(), 2) << "without a row there is no question";
     EXPECT_TRUE(m_scene->journal().undo());
@@ -322,6 +326,87 @@ TEST_F(ControlList, names_of_any_script_are_shown_and_numbers_sort_as_numbers)
     EXPECT_EQ(list().control(0), controls.back());
     tell(ui_control_properties);
     EXPECT_EQ(list().control(0), controls.back()) << "changed properties leave the order alone";
+}
+
+TEST_F(ControlList, undo_leaves_the_list_sorted_and_what_was_selected_selected)
+{
+    add(0, 4);
+    tell(ui_scene_changed);
+    const auto all = listed();
+    const auto act = [&](auto change) {
+        const UserAction action(m_scene->journal(), u"act"_s);
+        change();
+    };
+    const auto is_sorted = [](const QStringList& texts) {
+        return std::is_sorted(texts.begin(), texts.end(), std::greater<>());
+    };
+    click_rows({0, 2});
+    for (const int by : {int(CReportListControl::Layer), int(CReportListControl::Name)}) {
+        list().sort_by_column(by, false);
+        act([&] { m_dialogs[0]->SetCtrlLayer(all[1], 0); });
+        act([&] { all[2]->set_name(u"Zed"_s); });
+        m_scene->RemoveCtrl(all[0]);
+        m_world.broadcast(ui_scene_changed);
+        EXPECT_EQ(list().row_count(), 3);
+        for (int step = 0; step < 3; ++step) {
+            EXPECT_TRUE(is_sorted(column(by))) << column(by).join(u' ').toStdString();
+            EXPECT_TRUE(m_scene->journal().undo());
+            m_world.broadcast(ui_scene_changed);
+            m_world.broadcast(ui_selection_changed);
+        }
+        EXPECT_TRUE(is_sorted(column(by)));
+        EXPECT_EQ(list().sort_column(), by);
+        EXPECT_EQ(core().selection().current_control, all[2]);
+        EXPECT_EQ(list().selected_controls().size(), 2u);
+    }
+}
+
+TEST_F(ControlList, a_right_click_selects_its_row_unless_it_is_selected_and_opens_a_menu)
+{
+    add(0, 4);
+    tell(ui_scene_changed);
+    const auto all = listed();
+    const auto right_click = [&](int row, int command) {
+        const QPoint place = list().visualRect(list().model()->index(row, 2)).center();
+        m_answers.commands = {command};
+        QTest::mouseClick(list().viewport(), Qt::RightButton, {}, place);
+        QContextMenuEvent event(QContextMenuEvent::Mouse, place, list().viewport()->mapToGlobal(place));
+        QCoreApplication::sendEvent(list().viewport(), &event);
+    };
+    click_rows({0, 1});
+    right_click(0, 0);
+    EXPECT_EQ(core().selection().controls.size(), 2u);
+    EXPECT_EQ(core().selection().current_control, all[0]);
+    right_click(3, 0);
+    EXPECT_EQ(core().selection().controls, std::vector{all[3]});
+    EXPECT_TRUE(all[3]->GetVisible());
+    const QStringList found = m_answers.texts.filter(u"删除"_s);
+    ASSERT_FALSE(found.isEmpty());
+    m_answers.buttons = {boxes::Button::Cancel, boxes::Button::Ok};
+    right_click(3, found.first().section(u' ', 0, 0).toInt());
+    EXPECT_EQ(list().row_count(), 4);
+    right_click(3, found.first().section(u' ', 0, 0).toInt());
+    EXPECT_EQ(list().row_count(), 3);
+    EXPECT_EQ(m_answers.texts.last(), u"你正在删除你的控件!"_s) << "as the button asks";
+    EXPECT_EQ(m_answers.titles.last(), u"删除 “Button4”"_s);
+}
+
+TEST_F(ControlList, the_armed_type_is_shown_whatever_happens)
+{
+    for (const int code : {ui_scene_changed, ui_control_selected}) {
+        click(id_check_box);
+        m_world.broadcast(code);
+        EXPECT_FALSE(button(id_check_box).GetCheck()) << code;
+        EXPECT_EQ(m_scene->mouse_function(), 0) << code;
+    }
+    click(id_check_box);
+    m_scene->new_scene();
+    EXPECT_FALSE(button(id_check_box).GetCheck());
+    click(id_check_box);
+    m_scene->SetMTFunction(2, DXUT_CONTROL_BUTTON);
+    m_world.broadcast(ui_selection_changed);
+    EXPECT_TRUE(button(id_button).GetCheck());
+    EXPECT_FALSE(button(id_check_box).GetCheck());
 }
 
 } // namespace

@@ -1,11 +1,14 @@
 #include "support/editor_fixture.h"
 #include "support/package_texts.h"
 
+#include "engine/scene_editor.h"
 #include "manager/report_list_dialog.h"
 #include "store/pak_file.h"
 #include "widgets/button_st.h"
 
+#include <QContextMenuEvent>
 #include <QTemporaryDir>
+#include <QTest>
 
 namespace tarn::test {
 
@@ -118,6 +121,7 @@ TEST_F(DialogManager, remove_asks_and_is_undone)
     click(id_remove);
     EXPECT_FALSE(dialog->is_attached());
     EXPECT_EQ(m_answers.texts, QStringList({u"你正在删除你的对话框!"_s, u"你正在删除你的对话框!"_s}));
+    EXPECT_EQ(m_answers.titles.last(), u"删除 “Dialog3”"_s);
     EXPECT_EQ(list().row_count(), 2);
     EXPECT_TRUE(m_scene->journal().undo());
     EXPECT_EQ(core().GetDialogs().last(), dialog);
@@ -153,9 +157,10 @@ TEST_F(DialogManager, export_import_and_merge_go_through_the_file)
     EXPECT_EQ(all_texts(m_scene->gui_core()), before);
     EXPECT_EQ(m_codes, std::vector<int>{ui_full_refresh});
 
-    m_answers.prompts = {u"Part"_s};
+    m_answers.prompts = {u""_s, u"  "_s, u"Part"_s};
     m_answers.buttons = {boxes::Button::No};
     click(id_merge);
+    EXPECT_TRUE(m_answers.prompts.empty()) << "an empty name is asked for again";
     EXPECT_EQ(list().row_count(), 6);
     EXPECT_EQ(m_answers.filters,
               QStringList({u"TARN文件(*.tarn)|*.tarn|all files(*.*)|*.*||"_s,
@@ -174,14 +179,95 @@ TEST_F(DialogManager, a_faulty_package_gives_one_message_and_leaves_the_scene)
     file.close();
     const QByteArray before = all_texts(m_scene->gui_core());
     m_answers.files = {file.fileName(), file.fileName()};
-    m_answers.buttons = {boxes::Button::Ok, boxes::Button::Ok, boxes::Button::Yes, boxes::Button::Ok};
-    m_answers.prompts = {u"Part"_s};
+    m_answers.buttons = {boxes::Button::Ok, boxes::Button::Ok, boxes::Button::Ok};
+    click(id_create);
     click(id_import);
     EXPECT_EQ(m_answers.texts.size(), 2); // The warning, then the message.
+    EXPECT_FALSE(button(id_create).GetCheck() || m_scene->mouse_function());
     click(id_merge);
+    EXPECT_EQ(m_answers.texts.size(), 3) << "nothing is asked about a package that cannot be merged";
     EXPECT_TRUE(m_answers.texts.last().contains(file.fileName()));
     EXPECT_EQ(all_texts(m_scene->gui_core()), before);
     EXPECT_TRUE(m_codes.empty());
+}
+
+TEST_F(DialogManager, create_window_shows_what_is_armed_whatever_happens)
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(u"a.tarn"_s);
+    ASSERT_TRUE(m_scene->save_scene(path).ok());
+    const std::function<void()> happenings[] = {
+        [&] { m_scene->new_scene(); },
+        [&] { EXPECT_TRUE(m_scene->open_scene(path).ok()); },
+        [&] {
+            m_answers.files = {path};
+            m_answers.buttons = {boxes::Button::Ok};
+            click(id_import);
+        },
+        [&] { EXPECT_TRUE(m_scene->editor().cancel_creation()); },
+        [&] {
+            EXPECT_TRUE(m_scene->journal().undo());
+            m_world.broadcast(ui_scene_changed);
+        },
+        [&] { m_world.broadcast(ui_control_selected); },
+        [&] { m_scene->play(true), m_scene->play(false), m_world.broadcast(ui_scene_changed); },
+    };
+    for (const auto& happens : happenings) {
+        click(id_create);
+        EXPECT_TRUE(button(id_create).GetCheck());
+        happens();
+        EXPECT_FALSE(button(id_create).GetCheck());
+        EXPECT_EQ(m_scene->mouse_function(), 0);
+    }
+    click(id_create);
+    m_scene->SetMTFunction(2, DXUT_CONTROL_BUTTON);
+    m_world.broadcast(ui_selection_changed);
+    EXPECT_FALSE(button(id_create).GetCheck()) << "a control is drawn now";
+}
+
+TEST_F(DialogManager, a_right_click_selects_the_row_and_offers_the_commands_of_the_edit_menu)
+{
+    manager().resize(400, 700);
+    select_row(0);
+    const auto right_click = [&](int row) {
+        const QPoint place = row < 0 ? QPoint(5, 300) : list().visualRect(list().model()->index(row, 1)).center();
+        QTest::mouseClick(list().viewport(), Qt::RightButton, {}, place);
+        QContextMenuEvent event(QContextMenuEvent::Mouse, place, list().viewport()->mapToGlobal(place));
+        QCoreApplication::sendEvent(list().viewport(), &event);
+    };
+    CDXUTDialog* dialog = list().dialog(2);
+    m_answers.commands = {0};
+    right_click(2);
+    EXPECT_TRUE(dialog->GetVisible());
+    EXPECT_EQ(core().selection().dialogs, std::vector{dialog});
+    EXPECT_EQ(list().get_last_sel_index(), 2);
+    EXPECT_EQ(m_codes, std::vector<int>{ui_selection_changed});
+    const auto command = [&](const QString& name) {
+        for (const QString& text : m_answers.texts)
+            if (text.endsWith(u' ' + name))
+                return text.section(u' ', 0, 0).toInt();
+        return 0;
+    };
+    m_answers.commands = {command(u"再制"_s)};
+    right_click(2);
+    EXPECT_EQ(list().row_count(), 4);
+    EXPECT_EQ(list().item_caption(0, 0), u"Dialog4"_s);
+    EXPECT_EQ(list().get_last_sel_index(), 0) << "the copy is selected";
+    m_answers.commands = {command(u"删除"_s)};
+    m_answers.buttons = {boxes::Button::Ok};
+    right_click(0);
+    EXPECT_EQ(m_answers.texts.last(), u"你正在删除你的对话框!"_s);
+    EXPECT_EQ(m_answers.titles.last(), u"删除 “Dialog4”"_s) << "as Remove asks";
+    EXPECT_EQ(list().row_count(), 3);
+    m_answers.commands = {0};
+    right_click(-1);
+    EXPECT_TRUE(core().selection().dialogs.empty());
+    core().SelectDialog(list().dialog(0), false);
+    core().SelectDialog(list().dialog(1), true);
+    m_answers.commands = {0};
+    right_click(0);
+    EXPECT_EQ(core().selection().dialogs.size(), 2u) << "what is selected together stays so";
+    EXPECT_EQ(core().selection().current_dialog, list().dialog(0));
 }
 
 } // namespace

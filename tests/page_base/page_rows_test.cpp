@@ -6,9 +6,12 @@
 #include "core/field.h"
 #include "frame/rollup.h"
 #include "gui_core/control_type.h"
+#include "gui_core/dxut_menu.h"
+#include "gui_core/dxut_menu_item.h"
 #include "page_base/bound_page.h"
 #include "page_base/pop_dlg_color.h"
 #include "page_base/value_part.h"
+#include "script/config_scene.h"
 #include "widgets/color_swatch.h"
 #include "widgets/super_edit.h"
 
@@ -37,6 +40,7 @@ protected:
         m_frame.show();
         m_frame.activateWindow();
         ASSERT_TRUE(QTest::qWaitForWindowActive(&m_frame));
+        ASSERT_TRUE(m_scene->functions().set_function(u"answer"_s, u""_s).ok());
         for (CMyRollup* rollup : m_frame.findChildren<CMyRollup*>())
             rollup->ExpandAllPages(true);
         for (int i = 0; i < 2; ++i) {
@@ -54,6 +58,7 @@ protected:
     {
         core().ClearCtrlSelection();
         core().ClearDialogSelection();
+        core().selection().menu_editing = dynamic_cast<const CurrentMenu*>(&page.target());
         if (const auto* controls = dynamic_cast<const SelectedControls*>(&page.target())) {
             const int type = controls->type() == SelectedControls::any_type ? DXUT_CONTROL_BUTTON : controls->type();
             m_objects.clear();
@@ -63,6 +68,16 @@ protected:
                 made->set_name(u"one name"_s);
                 core().SelectControl(made, true);
                 m_objects.push_back(made);
+            }
+        } else if (core().selection().menu_editing) {
+            const bool items = dynamic_cast<const CurrentMenuItem*>(&page.target());
+            m_objects.clear();
+            for (int i = 0; i < 2; ++i) {
+                CDXUTMenu* menu = core().create_menu(u"one name"_s);
+                CDXUTMenuItem* item = core().create_menu_item(*menu, 0, {.text = u"text"_s});
+                (void)item->set_property(*item->fields().find("checkable"), true); // What hangs on it can be edited.
+                m_objects.push_back(items ? static_cast<ModelObject*>(item) : menu);
+                core().selection().current_menu_item = item;
             }
         } else {
             for (CDXUTDialog* dialog : m_dialogs)

@@ -182,10 +182,11 @@ TEST_F(ControlPage, is_disabled_without_a_current_control_and_while_the_interfac
 TEST_F(ControlPage, only_the_attributes_of_the_type_are_unfolded_at_first)
 {
     const auto* rollup = page(u"CDlgPropControl"_s)->findChild<CMyRollup*>();
-    ASSERT_EQ(rollup->page_count(), 3);
+    ASSERT_EQ(rollup->page_count(), 4);
     EXPECT_FALSE(rollup->is_expanded(0));
     EXPECT_FALSE(rollup->is_expanded(1));
     EXPECT_TRUE(rollup->is_expanded(2));
+    EXPECT_FALSE(rollup->is_expanded(3));
 }
 
 TEST_F(ControlPage, a_place_on_which_the_selection_disagrees_is_empty_until_it_is_typed)

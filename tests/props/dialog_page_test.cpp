@@ -97,6 +97,18 @@ TEST_F(DialogPage, place_and_size_go_to_the_current_dialog_names_and_flags_to_al
     EXPECT_TRUE(m_first->dialog_state().caption_shown);
 }
 
+TEST_F(DialogPage, every_code_that_selects_refreshes_the_page)
+{
+    for (const int code : {ui_full_refresh, ui_scene_changed, ui_control_selected, ui_selection_changed}) {
+        core().SelectDialog(code % 2 ? m_second : m_first, false);
+        m_world.broadcast(code);
+        EXPECT_EQ(on_page<QLineEdit>(id_name).text(), core().selection().current_dialog->name()) << code;
+        core().SelectDialog(code % 2 ? m_first : m_second, false);
+        m_world.broadcast(code);
+        EXPECT_EQ(on_page<QLineEdit>(id_name).text(), core().selection().current_dialog->name()) << code;
+    }
+}
+
 TEST_F(DialogPage, a_place_beyond_the_edits_range_outlives_a_click_on_a_flag)
 {
     m_second->SetLocation(-40, 60);

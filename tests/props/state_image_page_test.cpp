@@ -158,8 +158,11 @@ TEST_F(StateImagePage, sizing_to_pictures_stops_at_the_first_control_without_any
     EXPECT_EQ(boxes[1]->rect().size(), QSizeF(80, 24));
 
     CDXUTControl* button = make(DXUT_CONTROL_BUTTONST);
-    ASSERT_TRUE(set(*button, "image_pressed", u"blue.png"_s));
     select({button});
+    m_answers.buttons = {boxes::Button::Ok};
+    click(id_button_size);
+    EXPECT_EQ(m_answers.texts.last(), u"请先设置图片！"_s) << "image buttons say it in their own words";
+    ASSERT_TRUE(set(*button, "image_pressed", u"blue.png"_s));
     click(id_button_size);
     EXPECT_EQ(button->rect().size(), QSizeF(12, 10));
 }

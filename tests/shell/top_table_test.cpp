@@ -139,10 +139,13 @@ TEST_F(TopTable, the_rulers_take_snapping_with_them)
     button(id_ruler).click();
     EXPECT_FALSE(aids().ruler || aids().snap || button(id_ruler).isChecked() || button(id_snap).isChecked());
     EXPECT_TRUE(aids().guide_lines);
+    m_world.broadcast(ui_scene_changed);
+    EXPECT_TRUE(button(id_guide_lines).isChecked()) << "it agrees with its flag";
     for (const int id : {id_snap, id_coordinates, id_guide_lines})
         EXPECT_FALSE(button(id).isEnabled()) << id;
     button(id_ruler).click();
     EXPECT_TRUE(aids().snap && button(id_snap).isChecked());
+    EXPECT_TRUE(button(id_guide_lines).isChecked());
     for (const int id : {id_snap, id_coordinates, id_guide_lines})
         EXPECT_TRUE(button(id).isEnabled()) << id;
     EXPECT_FALSE(m_scene->journal().can_undo());
@@ -165,6 +168,9 @@ TEST_F(TopTable, without_rulers_a_flag_changes_though_its_button_stays_up)
             m_world.broadcast(ui_scene_changed);
             EXPECT_FALSE(button(c.id).isChecked()) << c.id;
         }
+    button(id_ruler).click();
+    for (const auto& c : cases)
+        EXPECT_TRUE(button(c.id).isChecked()) << "with rulers the flag shows " << c.id;
 }
 
 TEST_F(TopTable, the_switches_follow_flags_that_others_change)

@@ -32,6 +32,7 @@ public:
     boxes::Button message(QWidget*, const boxes::Message& box) override
     {
         texts.append(box.text);
+        titles.append(box.title);
         return take(buttons, boxes::Button::Cancel);
     }
     std::optional<QString> prompt(QWidget*, const boxes::Prompt& box) override
@@ -72,6 +73,7 @@ public:
     std::deque<std::optional<QColor>> colors;
     std::deque<std::function<void(QDialog&)>> dialogs;
     QStringList texts;
+    QStringList titles; ///< of the message boxes
     QStringList filters;
 
 private:

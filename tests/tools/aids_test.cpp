@@ -100,11 +100,17 @@ TEST_F(AidsTest, rulers_and_guides_are_there_only_while_switched_on_and_never_in
     drag({400, 300}, {500, 300});
     drag({5, 300}, {500, 300});
     EXPECT_EQ(vertical(), Guides{400}) << "nor can they be moved or made";
-    core().view_aids() = {.ruler = 0, .coordinate_display = 0, .guide_lines = 1, .snap = 0};
+    core().view_aids() = {.ruler = 0, .coordinate_display = 0, .guide_lines = 1, .snap = 1};
     EXPECT_EQ(painted().pixelColor(600, 2), QColor(Qt::black));
+    EXPECT_EQ(painted().pixelColor(400, 300), QColor(Qt::black)) << "without rulers guides rest";
+    CDXUTDialog* d = home();
+    core().SelectDialog(d, false);
+    drag({150, 110}, {447, 110});
+    EXPECT_EQ(d->rect().x(), 397) << "and so does snapping";
+    undo_all();
+    core().view_aids().ruler = 1;
     EXPECT_EQ(painted().pixelColor(400, 300), guide);
     m_scene.play(true);
-    core().view_aids().ruler = 1;
     EXPECT_EQ(painted().pixelColor(400, 300), QColor(Qt::black));
     EXPECT_EQ(painted().pixelColor(600, 2), QColor(Qt::black));
 }

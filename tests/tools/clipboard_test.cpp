@@ -1,5 +1,7 @@
+#include "core/authored.h"
 #include "mouse_fixture.h"
 
+#include "gui_core/dxut_menu.h"
 #include "support/gui_fixture.h"
 #include "support/package_texts.h"
 #include "tools/control_clipboard.h"
@@ -19,13 +21,17 @@ protected:
         (void)set(*made, "image", image);
         return made;
     }
-    QByteArray copied(const std::vector<CDXUTControl*>& controls) { return clipboard_text(m_scene, controls); }
+    void add_function(const QString& name, const QString& body)
+    {
+        ASSERT_TRUE(m_scene.functions().set_function(name, body).ok());
+    }
+    QByteArray copied(const std::vector<CDXUTControl*>& controls) { return clipboard_text(controls); }
 };
 
 /// A control's text without what a copy does not share.
 QByteArray content_of_control(const CDXUTControl& control)
 {
-    std::unique_ptr<ObjectState> state(control.authored_state().clone());
+    std::unique_ptr<ObjectState> state(Authored::state(control).clone());
     state->id = 0;
     state->parent = {};
     JsonWriter writer;
@@ -87,6 +93,22 @@ TEST_F(ClipboardTest, pasting_again_steps_aside_and_a_root_takes_what_no_dialog_
     EXPECT_EQ(core().GetRootDialog()->controls().first()->rect(), QRectF(20, 30, 40, 20));
 }
 
+TEST_F(ClipboardTest, controls_open_their_menu_again_where_it_is_and_no_other_one)
+{
+    CDXUTDialog* d = home();
+    CDXUTControl* c = button(d, {20, 30, 40, 20});
+    CDXUTMenu* menu = core().create_menu(u"Mine"_s);
+    (void)set(*c, "click_menu", ObjectRef{menu->id()});
+    const QByteArray text = copied({c});
+    const auto pasted_menu = [&] {
+        EXPECT_TRUE(paste_text(m_scene, text).ok());
+        return std::get<ObjectRef>(get(*selected().front(), "click_menu")).id;
+    };
+    EXPECT_EQ(pasted_menu(), menu->id());
+    menu->set_name(u"Another with this id"_s);
+    EXPECT_EQ(pasted_menu(), 0u);
+}
+
 TEST_F(ClipboardTest, pictures_come_along_into_another_scene_and_are_renamed_when_their_name_is_taken)
 {
     CDXUTDialog* d = home();
@@ -144,6 +166,10 @@ TEST_F(ClipboardTest, texts_that_are_not_ours_are_refused_and_change_nothing)
         with(control, R"(,"pictures":{"textures/a.png":7})"),
         with(control, R"(,"pictures":{"textures/a.png":"","textures/a.png":""})"),
         with(control, R"(,"pictures":[])"),
+        R"({"format":1,"dialogs":7})",
+        R"({"format":1,"dialogs":{"scene.json":{}}})",
+        R"({"format":1,"dialogs":{"scene.json":{"dialogs":[{"id":0}]}}})",
+        R"({"format":1,"dialogs":{"scene.json":{"dialogs":[{"id":5},{"id":5}]}}})",
     };
     for (const QByteArray& text_of_others : hostile) {
         const auto status = paste_text(m_scene, text_of_others);
@@ -174,4 +200,77 @@ TEST_F(ClipboardTest, duplicates_stay_in_their_dialogs_and_leave_the_clipboard_a
     core().SelectDialog(d, false);
     EXPECT_TRUE(run(Editor::paste).ok());
     EXPECT_EQ(selected().size(), 1u);
+}
+
+TEST_F(ClipboardTest, dialogs_go_with_their_controls_pictures_and_scripts_into_another_scene)
+{
+    dialog({0, 0, 50, 50}, u"below"_s);
+    CDXUTDialog* d = home();
+    core().set_texture(u"a.png"_s, "theirs");
+    picture(d, u"a.png"_s);
+    CDXUTControl* c = button(d, {20, 30, 40, 20});
+    add_function(CEventManager::new_function_name(c->id(), EVENT_BUTTON_CLICKED), u"return 1"_s);
+    add_function(d->get_func_str(EVENT_DIALOG_CLOSED), u"return 2"_s);
+    m_scene.events().CreateEventW(c->id(), EVENT_BUTTON_CLICKED,
+                                  CEventManager::new_function_name(c->id(), EVENT_BUTTON_CLICKED));
+    core().document().forget_history();
+    const QByteArray before = text();
+    core().SelectDialog(d, false);
+    EXPECT_TRUE(run(Editor::cut).ok());
+    EXPECT_EQ(core().GetDialogs().size(), 1);
+    EXPECT_FALSE(core().texture_names().contains(u"a.png"_s));
+    EXPECT_EQ(undo_all(), 1);
+    EXPECT_TRUE(same_text(text(), before));
+    EXPECT_EQ(core().selection().dialogs, std::vector{d});
+
+    m_scene.new_scene();
+    core().set_texture(u"a.png"_s, "ours");
+    core().create_dialog({0, 0, 10, 10});
+    core().document().forget_history();
+    const QByteArray other_before = text();
+    EXPECT_TRUE(run(Editor::paste).ok());
+    ASSERT_EQ(core().GetDialogs().size(), 2);
+    CDXUTDialog* pasted = core().GetDialogs().last();
+    EXPECT_EQ(core().selection().current_dialog, pasted);
+    EXPECT_EQ(pasted->name() + u' ' + pasted->controls().first()->name(), u"home pic"_s);
+    EXPECT_EQ(get(*pasted->controls().first(), "image"), Value(u"a-2.png"_s));
+    const CGuiEvent* event = m_scene.events().GetFunc(pasted->controls().last()->id(), EVENT_BUTTON_CLICKED);
+    ASSERT_NE(event, nullptr);
+    EXPECT_EQ(m_scene.functions().find_function(event->function())->text(), u"return 1"_s);
+    EXPECT_EQ(m_scene.functions().find_function(pasted->get_func_str(EVENT_DIALOG_CLOSED))->text(), u"return 2"_s);
+    EXPECT_EQ(undo_all(), 1);
+    EXPECT_TRUE(same_text(text(), other_before)) << "the scripts go too";
+}
+
+TEST_F(ClipboardTest, copies_of_a_dialog_have_names_places_and_functions_of_their_own)
+{
+    CDXUTDialog* d = dialog({100, 100, 200, 100});
+    CDXUTControl* made = button(d, {10, 10, 20, 20});
+    CDXUTControl* shared = button(d, {40, 10, 20, 20});
+    const QString own = CEventManager::new_function_name(made->id(), EVENT_BUTTON_CLICKED);
+    add_function(own, u"return 1"_s);
+    add_function(u"both"_s, u"return 2"_s);
+    m_scene.events().CreateEventW(made->id(), EVENT_BUTTON_CLICKED, own);
+    m_scene.events().CreateEventW(shared->id(), EVENT_BUTTON_CLICKED, u"both"_s);
+    core().document().forget_history();
+    core().SelectDialog(d, false);
+    EXPECT_TRUE(run(Editor::copy).ok());
+    for (const int command : {Editor::duplicate, Editor::paste}) {
+        core().SelectDialog(d, false);
+        EXPECT_TRUE(run(command).ok());
+        CDXUTDialog* copy = core().selection().current_dialog;
+        ASSERT_EQ(core().GetDialogs(), (QList{d, copy}));
+        EXPECT_EQ(copy->name(), u"Dialog2"_s);
+        EXPECT_EQ(copy->rect(), d->rect().translated(10, 10));
+        QSet<QString> called{own, u"both"_s};
+        for (const CDXUTControl* control : copy->controls()) {
+            const CGuiEvent* event = m_scene.events().GetFunc(control->id(), EVENT_BUTTON_CLICKED);
+            ASSERT_NE(event, nullptr);
+            EXPECT_TRUE(m_scene.functions().find_function(event->function())) << event->function().toStdString();
+            called.insert(event->function());
+        }
+        EXPECT_EQ(called.size(), 4);
+        EXPECT_EQ(undo_all(), 1);
+        EXPECT_EQ(m_scene.functions().functions().size(), 2u);
+    }
 }

@@ -17,6 +17,7 @@
 #include <QStyleOptionButton>
 #include <QTabBar>
 #include <QTextEdit>
+#include <QTreeWidget>
 
 namespace tarn::script {
 
@@ -108,6 +109,41 @@ bool choose_in_list(QWidget& widget, int index)
     return true;
 }
 
+// Trees ---------------------------------------------------------------------------------------------------------------
+
+/// The rows as they stand when all are unfolded.
+QList<QTreeWidgetItem*> tree_rows(const QWidget& widget)
+{
+    QList<QTreeWidgetItem*> rows;
+    for (QTreeWidgetItemIterator row(const_cast<QTreeWidget*>(&as<QTreeWidget>(widget))); *row; ++row)
+        rows.append(*row);
+    return rows;
+}
+
+QStringList tree_items(const QWidget& widget)
+{
+    QStringList items;
+    for (const QTreeWidgetItem* row : tree_rows(widget))
+        items.append(row->text(0));
+    return items;
+}
+
+int tree_index(const QWidget& widget)
+{
+    return int(tree_rows(widget).indexOf(as<QTreeWidget>(widget).currentItem()));
+}
+
+bool choose_in_tree(QWidget& widget, int index)
+{
+    auto& tree = as<QTreeWidget>(widget);
+    QTreeWidgetItem* row = tree_rows(widget)[index];
+    if (row->isDisabled())
+        return false;
+    tree.scrollToItem(row);
+    input::click(*tree.viewport(), tree.visualItemRect(row).center());
+    return true;
+}
+
 // Tab strips ----------------------------------------------------------------------------------------------------------
 
 QStringList tab_texts(const QWidget& widget)
@@ -144,6 +180,7 @@ const ControlKind kinds[] = {
      [](const QWidget& widget) { return as<QComboBox>(widget).currentText(); }, line_edit_of, combo_items,
      [](const QWidget& widget) { return as<QComboBox>(widget).currentIndex(); }, choose_in_combo},
     {&QListView::staticMetaObject, "a list box", false, nullptr, nullptr, list_items, list_index, choose_in_list},
+    {&QTreeWidget::staticMetaObject, "a tree", false, nullptr, nullptr, tree_items, tree_index, choose_in_tree},
     {&QTabBar::staticMetaObject, "a tab strip", false, nullptr, nullptr, tab_texts,
      [](const QWidget& widget) { return as<QTabBar>(widget).currentIndex(); }, choose_tab},
     {.type = &QLineEdit::staticMetaObject, .name = "an edit field", .text = text_of<QLineEdit>, .editor = itself},

@@ -51,28 +51,45 @@ Data type(Automation&, const ScriptObject& self)
 
 // The scene -----------------------------------------------------------------------------------------------------------
 
-Data dialogs(SceneModel& model)
+std::vector<ModelObject*> objects_of(Automation& app, const char* kind)
 {
-    return list_of(model.dialogs());
+    const Document& document = app.world().document();
+    const ObjectKind* row = document.kind(kind);
+    return row ? document.objects_of(*row) : std::vector<ModelObject*>();
 }
 
-Data root_dialog(SceneModel& model)
+Data dialogs(Automation& app)
 {
-    return model.root_dialog();
+    return list_of(objects_of(app, "dialogs"));
 }
 
-Data controls(SceneModel& model, const std::optional<ScriptObject>& dialog)
+Data root_dialog(Automation& app)
 {
-    return list_of(dialog ? model.controls_of(**dialog) : model.controls());
+    const auto roots = objects_of(app, "root");
+    return roots.empty() ? nullptr : roots.front();
 }
 
-struct NameAndRect {
-    QString name;
-    QRectF rect;
-};
-
-Result<NameAndRect> read_place(const Fields& fields)
+Data menus(Automation& app)
 {
+    return list_of(objects_of(app, "menus"));
+}
+
+/// All in the order in which they were made, or a dialog's, the top layer last.
+Data controls(Automation& app, const std::optional<ScriptObject>& dialog)
+{
+    auto controls = objects_of(app, "controls");
+    if (dialog)
+        std::erase_if(controls, [&](const ModelObject* control) { return control->parent() != dialog->get(); });
+    else
+        std::sort(controls.begin(), controls.end(),
+                  [](const ModelObject* a, const ModelObject* b) { return a->id() < b->id(); });
+    return list_of(controls);
+}
+
+Result<SceneModel::Making> read_making(const Fields& fields, const QStringList& allowed)
+{
+    if (auto status = fields.allow_only(allowed); !status)
+        return status;
     const auto name = fields.get<QString>("name");
     if (!name)
         return name.status();
@@ -84,43 +101,65 @@ Result<NameAndRect> read_place(const Fields& fields)
             return number.status();
         numbers[i] = number.value().value_or(numbers[i]);
     }
-    return NameAndRect{name.value().value_or(QString()), QRectF(numbers[0], numbers[1], numbers[2], numbers[3])};
+    SceneModel::Making making;
+    making.name = name.value().value_or(QString());
+    making.rect = {numbers[0], numbers[1], numbers[2], numbers[3]};
+    return making;
 }
 
-Result<Data> made(Automation& app, const Result<ModelObject*>& object)
+Result<Data> create(Automation& app, const char* kind, const SceneModel::Making& making)
 {
+    const auto model = app.model();
+    if (!model)
+        return model.status();
+    const auto object = model.value()->create(*app.world().document().kind(kind), making);
     app.settle();
     return object ? Result<Data>(object.value()) : object.status();
 }
 
 Result<Data> create_dialog(Automation& app, const Fields& fields)
 {
-    const auto model = app.model();
-    if (!model)
-        return model.status();
-    if (auto status = fields.allow_only(QStringLiteral("name x y w h").split(u' ')); !status)
-        return status;
-    const auto place = read_place(fields);
-    return place ? made(app, model.value()->create_dialog(place.value().name, place.value().rect)) : place.status();
+    const auto making = read_making(fields, QStringLiteral("name x y w h").split(u' '));
+    return making ? create(app, "dialogs", making.value()) : making.status();
 }
 
 Result<Data> create_control(Automation& app, const Fields& fields)
 {
-    const auto model = app.model();
-    if (!model)
-        return model.status();
-    if (auto status = fields.allow_only(QStringLiteral("type dialog name x y w h").split(u' ')); !status)
-        return status;
-    const auto place = read_place(fields);
+    auto making = read_making(fields, QStringLiteral("type dialog name x y w h").split(u' '));
     const auto type = fields.get<int>("type");
     const auto dialog = fields.get<ScriptObject>("dialog");
-    for (const Status& status : {place.status(), type.status(), dialog.status()})
+    for (const Status& status : {making.status(), type.status(), dialog.status()})
         if (!status)
             return status;
     if (!type.value())
         return Status::error(QStringLiteral("the field \"type\" is missing"));
-    ModelObject& owner = dialog.value() ? **dialog.value() : *model.value()->root_dialog();
-    return made(app, model.value()->create_control(*type.value(), owner, place.value().name, place.value().rect));
+    making.value().type = *type.value();
+    if (dialog.value())
+        making.value().parent = dialog.value()->get();
+    return create(app, "controls", making.value());
+}
+
+Status remove(Automation& app, const ScriptObject& object)
+{
+    const auto model = app.model();
+    if (!model)
+        return model.status();
+    auto status = model.value()->remove(*object);
+    app.settle();
+    return status;
+}
+
+Result<Data> create_menu(Automation& app, const Fields& fields)
+{
+    const auto making = read_making(fields, {QStringLiteral("name")});
+    return making ? create(app, "menus", making.value()) : making.status();
+}
+
+Data items(Automation& app, const ScriptObject& self)
+{
+    auto items = objects_of(app, "menu_items");
+    std::erase_if(items, [&](const ModelObject* item) { return item->parent() != self.get(); });
+    return list_of(items);
 }
 
 Data selection(SceneModel& model)
@@ -128,8 +167,8 @@ Data selection(SceneModel& model)
     const SceneModel::Selection now = model.selection();
     return Data::Record{{"editing", now.editing},           {"controls_selected", now.controls_selected},
                         {"menu_editing", now.menu_editing}, {"dialog", now.dialog},
-                        {"control", now.control},           {"dialogs", list_of(now.dialogs)},
-                        {"controls", list_of(now.controls)}};
+                        {"control", now.control},           {"menu", now.menu},
+                        {"dialogs", list_of(now.dialogs)},  {"controls", list_of(now.controls)}};
 }
 
 Status select(Automation& app, const std::vector<ScriptObject>& handles)
@@ -181,6 +220,9 @@ constexpr Binding functions[] = {
     {"controls", "dialog", binding<controls>},
     {"create_dialog", "fields", binding<create_dialog>},
     {"create_control", "fields", binding<create_control>},
+    {"menus", "", binding<menus>},
+    {"create_menu", "fields", binding<create_menu>},
+    {"delete", "object", binding<remove>},
     {"selection", "", binding<selection>},
     {"select", "object", binding<select>},
     {"functions", "", binding<scene_functions>},
@@ -195,6 +237,7 @@ constexpr Binding methods[] = {
     {"set", "self property value", binding<set>},
     {"properties", "self", binding<properties>},
     {"type", "self", binding<type>},
+    {"items", "self", binding<items>},
 };
 
 } // namespace

@@ -47,6 +47,11 @@ Data save(Automation& app, const QString& path)
     return settled(app, app.window().save_file(path));
 }
 
+Data recover(Automation& app)
+{
+    return settled(app, app.window().offer_recovery());
+}
+
 Status resize(Automation& app, int w, int h)
 {
     for (const auto& [name, length] : {std::pair("w", w), std::pair("h", h)})
@@ -187,6 +192,7 @@ constexpr Binding functions[] = {
     {"new", "", binding<new_file>},
     {"open", "path", binding<open>},
     {"save", "path", binding<save>},
+    {"recover", "", binding<recover>},
     {"resize", "w h", binding<resize>},
     {"menu", "name entry inner", binding<menu>},
     {"process", "", binding<process>},

@@ -269,7 +269,9 @@ void CView3D::press(QMouseEvent* event, MouseEvent::Kind kind)
     finish_text();
     const QPointF place = to_screen(event->position());
     const bool known = event->button() & (Qt::LeftButton | Qt::MiddleButton | Qt::RightButton);
-    if (m_held != Qt::NoButton || !known || !on_screen(place))
+    const auto* tool = m_world.mouse_tool();
+    const bool covered = event->button() != Qt::LeftButton && tool && tool->covers(place);
+    if (m_held != Qt::NoButton || !known || covered || !on_screen(place))
         return;
     m_held = event->button();
     m_camera_place = m_press_place = event->position();
@@ -311,7 +313,8 @@ void CView3D::mouseReleaseEvent(QMouseEvent* event)
         send_mouse({MouseEvent::Kind::Release, place, Qt::LeftButton, event->modifiers()});
     else // the tool's cursor is back, for what is now under the mouse
         send_mouse({MouseEvent::Kind::Move, place, Qt::NoButton, event->modifiers()});
-    if (event->button() == Qt::RightButton && clicked)
+    if (event->button() == Qt::RightButton && clicked
+        && !send_mouse({MouseEvent::Kind::Release, place, Qt::RightButton, event->modifiers()}))
         pop_context_menu(place);
 }
 

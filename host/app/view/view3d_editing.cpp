@@ -1,6 +1,6 @@
 // What the view offers for editing beyond the mouse tools: commands, a context menu, texts edited in place.
 
-#include "edit_commands.h"
+#include "frame/edit_commands.h"
 #include "inline_editor.h"
 #include "view3d.h"
 

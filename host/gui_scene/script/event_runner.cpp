@@ -4,6 +4,7 @@
 #include "engine/base_world.h"
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
+#include "gui_core/dxut_menu_item.h"
 #include "gui_scene/gui_plug_scene.h"
 #include "script/script_log.h"
 #include "script/script_runtime.h"
@@ -19,9 +20,14 @@ namespace {
 
 constexpr qsizetype longest_text = 1000; ///< characters of a result or print that the log keeps
 
-ModelObject* object_of(const GuiEvent& event)
+ModelObject* owner_of(const GuiEvent& event)
 {
     return event.control ? static_cast<ModelObject*>(event.control) : event.dialog;
+}
+
+ModelObject* object_of(const GuiEvent& event)
+{
+    return event.menu_item ? event.menu_item : owner_of(event);
 }
 
 QString shortened(const QString& text)
@@ -45,6 +51,11 @@ QString text_of(const Value& value)
 ScriptLogEntry entry_for(const GuiEvent& event)
 {
     ScriptLogEntry entry;
+    if (event.menu_item) {
+        entry.object = event.menu_item->item_state().text;
+        entry.event = lang(u"选中菜单项", u"Item Chosen");
+        return entry;
+    }
     entry.object = event.control ? event.control->name() : event.dialog->name();
     entry.event = event_caption(event.type);
     return entry;
@@ -104,6 +115,10 @@ void EventRunner::deliver()
 
 QString EventRunner::function_of(const GuiEvent& event) const
 {
+    if (event.menu_item) {
+        const QString& function = event.menu_item->item_state().function;
+        return function.isEmpty() ? QString() : function;
+    }
     if (event.control) {
         const CGuiEvent* bound = m_scene.events().GetFunc(event.control->id(), event.type);
         return bound ? bound->function() : QString();
@@ -114,13 +129,18 @@ QString EventRunner::function_of(const GuiEvent& event) const
 
 void EventRunner::answer(const GuiEvent& event, const std::shared_ptr<ModelObject>& object)
 {
+    if (event.type == EVENT_MENU_OPENS)
+        return m_scene.gui_core().open_bound_menu(*object, event.menu_field, event.place);
     const QString function = function_of(event);
     if (function.isNull() || !m_scene.world())
         return;
     const QScopedValueRollback answered(m_answered, &event);
     ScriptLogEntry entry = entry_for(event);
     entry.function = function;
-    const std::array<ScriptValue, 3> arguments{object, Value(GetEventStrName(event.type)), event.value};
+    const QString name = event.menu_item ? QStringLiteral("MenuItem") : GetEventStrName(event.type);
+    ModelObject* owner = event.menu_item ? owner_of(event) : nullptr;
+    const std::array<ScriptValue, 4> arguments{object, Value(name), event.value,
+                                               owner ? owner->shared_from_this() : nullptr};
     const ScriptResult result = m_scene.world()->scripts().call(function, arguments, object);
     if (result.error) {
         tell_error(*result.error, std::move(entry));
@@ -150,12 +170,9 @@ void EventRunner::advance(double now)
     CBaseWorld* world = m_scene.world();
     if (!world)
         return;
-    const bool waits = world->scripts().suspended() > 0;
     // The scripts' own clock goes on from where it stands: it may have been paused.
     const double passed = now - std::exchange(m_last_advance, now);
     world->scripts().tick(world->scripts().now() + passed);
-    if (waits)
-        world->update_all_views();
 }
 
 } // namespace tarn

@@ -29,7 +29,8 @@ public:
     void begin();
     void end();
     /// Calls the functions of the events that came since the last time. Each is called with the control or dialog, the
-    /// event's name and its value.
+    /// event's name and its value; that of an item of a menu with the item, "MenuItem", whether the item is checked now,
+    /// and what the menu was opened for. Bound menus open in their turn.
     void deliver();
     /// The scene's clock, seconds since it began to run: functions that waited go on.
     void advance(double now);

@@ -4,6 +4,8 @@
 #include "engine/base_world.h"
 #include "gui_core/dxut_dialog.h"
 #include "gui_core/dxut_info_box.h"
+#include "gui_core/dxut_menu.h"
+#include "gui_core/dxut_menu_item.h"
 #include "gui_core/gui_core.h"
 #include "gui_scene/gui_plug_scene.h"
 
@@ -17,6 +19,8 @@ namespace {
 
 constexpr const char* control_kind = "control";
 constexpr const char* dialog_kind = "dialog";
+constexpr const char* menu_kind = "menu";
+constexpr const char* menu_item = "menu item";
 constexpr const char* info_box = "Info";
 constexpr double farthest = 1e6; ///< pixels
 
@@ -48,7 +52,9 @@ public:
         return {
             {control_kind,
              {u"找出一个控件；同名时为最先创建的", u"finds a control; of several with the name the one made first"}},
-            {dialog_kind, {u"找出一个窗口；同名时为最下层的", u"finds a dialog; of several with the name the lowest"}}};
+            {dialog_kind, {u"找出一个窗口；同名时为最下层的", u"finds a dialog; of several with the name the lowest"}},
+            {menu_kind,
+             {u"找出一个菜单；同名时为最先创建的", u"finds a menu; of several with the name the one made first"}}};
     }
 
     ScriptObject find(QLatin1String kind, const QString& name) const override
@@ -57,10 +63,13 @@ public:
         if (m_generation != m_core.document().generation()) {
             m_controls.clear();
             m_dialogs.clear();
+            m_menus.clear();
             m_generation = m_core.document().generation();
         }
         if (kind == QLatin1String(control_kind))
             return handle(find_named(m_controls, m_core.controls(), name));
+        if (kind == QLatin1String(menu_kind))
+            return handle(find_named(m_menus, m_core.GetMenus(), name));
         ModelObject* dialog = find_named(m_dialogs, m_core.GetDialogs(), name);
         const bool is_root = !dialog && m_core.GetRootDialog()->name() == name;
         return handle(is_root ? m_core.GetRootDialog() : dialog);
@@ -69,18 +78,26 @@ public:
     {
         if (kind == QLatin1String(control_kind))
             return handle(m_core.find_control(id));
+        if (kind == QLatin1String(menu_kind))
+            return handle(m_core.find_menu(id));
         return handle(id == m_core.GetRootDialog()->id() ? m_core.GetRootDialog() : m_core.find_dialog(id));
     }
     ScriptObject find(quint32 id) const override
     {
-        ScriptObject control = find(QLatin1String(control_kind), id);
-        return control ? control : find(QLatin1String(dialog_kind), id);
+        for (const char* kind : {control_kind, dialog_kind, menu_kind})
+            if (ScriptObject object = find(QLatin1String(kind), id))
+                return object;
+        return handle(m_core.find_menu_item(id));
     }
 
     std::vector<const char*> classes_of(const ModelObject& object) const override
     {
         if (const auto* control = dynamic_cast<const CDXUTControl*>(&object))
             return {control_class(control->GetType())->name_stem, control_kind};
+        if (dynamic_cast<const CDXUTMenu*>(&object))
+            return {menu_kind};
+        if (dynamic_cast<const CDXUTMenuItem*>(&object))
+            return {menu_item};
         return {dialog_kind};
     }
 
@@ -92,6 +109,8 @@ public:
                 names.append(QString::fromLatin1(field->name()));
         };
         add_names(DialogState::field_table());
+        add_names(MenuState::field_table());
+        add_names(MenuItemState::field_table());
         for (const ControlClass& type : control_classes())
             add_names(StatePtr(type.make_state())->fields());
         return names;
@@ -102,6 +121,7 @@ private:
     mutable quint64 m_generation = 0;
     mutable QHash<QString, CDXUTControl*> m_controls;
     mutable QHash<QString, CDXUTDialog*> m_dialogs;
+    mutable QHash<QString, CDXUTMenu*> m_menus;
 };
 
 CDXUTControl& control_of(const ScriptCall& call)
@@ -224,6 +244,11 @@ std::vector<ScriptVerb> dialog_verbs(CGuiPlugScene& scene)
          doing([](ScriptCall& c) { dialog_of(c).set_minimized(true); }),
          dialog_kind},
         {"restore", {}, {u"还原窗口", u"shows the whole dialog again"}, doing(restore), dialog_kind},
+        {"raise",
+         {},
+         {u"把窗口置于其他窗口之上并激活", u"puts the dialog above the others and makes it the active one"},
+         doing([&core](ScriptCall& c) { core.activate(dialog_of(c)); }),
+         dialog_kind},
         {"move",
          place_parameters,
          {u"移动窗口", u"moves the dialog on the screen"},
@@ -235,6 +260,67 @@ std::vector<ScriptVerb> dialog_verbs(CGuiPlugScene& scene)
          controls,
          dialog_kind},
         {"remove", {}, {u"删除窗口及其控件", u"removes the dialog and its controls"}, remove, dialog_kind},
+    };
+}
+
+CDXUTMenu& menu_of(const ScriptCall& call)
+{
+    return static_cast<CDXUTMenu&>(call.object(0));
+}
+
+std::vector<ScriptVerb> menu_verbs(CGuiPlugScene& scene)
+{
+    CGuiCore& core = scene.gui_core();
+    const auto pop = [&core](ScriptCall& call) -> Result<ScriptValue> {
+        if (core.selection().editing)
+            return Status::error(lang(u"菜单只能在界面运行时弹出", u"a menu opens only while the interface runs"));
+        QPointF place = core.live().mouse;
+        if (call.has(1))
+            place.setX(call.number(1));
+        if (call.has(2))
+            place.setY(call.number(2));
+        if (!(std::abs(place.x()) <= farthest && std::abs(place.y()) <= farthest))
+            return Status::error(lang(u"位置超出范围", u"the place is out of range"));
+        core.pop_menu(menu_of(call), place);
+        return nothing;
+    };
+    const auto items = [](ScriptCall& call) -> Result<ScriptValue> {
+        std::vector<ScriptObject> list;
+        for (CDXUTMenuItem* item : menu_of(call).items())
+            list.push_back(handle(item));
+        return ScriptValue(std::move(list));
+    };
+    const auto item = [](ScriptCall& call) -> Result<ScriptValue> {
+        for (CDXUTMenuItem* candidate : menu_of(call).items())
+            if (candidate->item_state().text == call.text(1))
+                return ScriptValue(handle(candidate));
+        return ScriptValue(ScriptObject());
+    };
+    return {
+        {"pop",
+         {{"x",
+           ScriptType::Number,
+           {u"左上角的位置，像素；缺省为鼠标处", u"its corner, pixels; the mouse's place without"},
+           true},
+          {"y", ScriptType::Number, {u"左上角的位置，像素", u"its corner, pixels"}, true}},
+         {u"在屏幕上弹出菜单", u"opens the menu on the screen"},
+         pop,
+         menu_kind},
+        {"close",
+         {},
+         {u"关闭打开的菜单", u"closes the menu that is open"},
+         doing([&core](ScriptCall&) { core.close_menu(); }),
+         menu_kind},
+        {"items",
+         {},
+         {u"菜单的所有项，子菜单的项在其上级之后", u"all items, those of a submenu behind the item that opens it"},
+         items,
+         menu_kind},
+        {"item",
+         {{"text", ScriptType::Text, {u"菜单项的文本", u"its text"}}},
+         {u"找出第一个文本相同的菜单项", u"finds the first item with that text"},
+         item,
+         menu_kind},
     };
 }
 
@@ -261,7 +347,7 @@ std::shared_ptr<const ScriptObjects> gui_script_objects(CGuiCore& core)
 ScriptApi gui_script_api(CGuiPlugScene& scene)
 {
     ScriptApi api{{message_verb(scene)}, gui_script_objects(scene.gui_core())};
-    for (const auto& verbs : {control_verbs(scene), dialog_verbs(scene)})
+    for (const auto& verbs : {control_verbs(scene), dialog_verbs(scene), menu_verbs(scene)})
         api.verbs.insert(api.verbs.end(), verbs.begin(), verbs.end());
     return api;
 }

@@ -90,7 +90,7 @@ void merge_functions(SceneSnapshot& content, const CGuiPlugScene& scene, const Q
     }
     for (auto& list : content.objects)
         for (StatePtr& state : list)
-            for (const FieldBase* field : state->fields())
+            for (const FieldBase* field : state->fields().link_fields())
                 if (field->rules().function && !field->is_default(*state))
                     field->rename(SceneSnapshot::edit<ObjectState>(state),
                                   [&](const QString& name) { return names.value(name, name); });

@@ -1,6 +1,6 @@
 #include "edit_commands.h"
 
-#include "frame/boxes.h"
+#include "boxes.h"
 
 #include <QPoint>
 #include <QRegularExpression>
@@ -22,7 +22,7 @@ QString without_mnemonic(QString name)
 
 void run_edit_command(QWidget* parent, SceneEditor& editor, const EditCommand& command)
 {
-    if (!command.question.isEmpty() && !boxes::confirm(parent, command.question))
+    if (!command.question.isEmpty() && !boxes::confirm(parent, command.question, command.question_title))
         return;
     if (auto status = editor.run(command.id); !status)
         boxes::error(parent, status.message());
