@@ -63,7 +63,7 @@ struct Plain final : tarn::ModelObject {
             return table;
         }
     };
-    explicit Plain(tarn::Document& document) : ModelObject(document, new State) {}
+    Plain(tarn::Document& document, tarn::StatePtr state) : ModelObject(document, std::move(state)) {}
     const char* class_name() const override { return "Plain"; }
     bool is_attached() const override { return true; }
 
@@ -104,7 +104,8 @@ struct PlainList final : tarn::ModelObject {
              .english = u"",
              .container = this,
              .make_state = [](int) -> tarn::ObjectState* { return new Plain::State; },
-             .make_object = [&document](const tarn::ObjectState&) { return std::make_shared<Plain>(document); },
+             .make_object =
+                 [&document](tarn::StatePtr state) { return std::make_shared<Plain>(document, std::move(state)); },
              .children =
                  [](tarn::ObjectState& parent) {
                      auto* list = dynamic_cast<State*>(&parent);

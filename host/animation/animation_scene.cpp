@@ -1,5 +1,6 @@
 #include "animation_scene.h"
 
+#include "core/authored.h"
 #include "core/field.h"
 #include "core/language.h"
 #include "script/config_scene.h"
@@ -61,49 +62,53 @@ void CAnimationScene::add_kinds()
         document().add_kind(std::move(kind));
         return &document().kinds().back();
     };
-    m_bar_kind = add({.part = entry,
-                      .key = "timebars",
-                      .chinese = u"时间轴",
-                      .english = u"timebar",
-                      .container = this,
-                      .make_state = fresh<TimebarState>,
-                      .make_object = [this](const ObjectState&) { return std::make_shared<CTimebar>(*this); },
-                      .children = children_in<AnimationState, &AnimationState::bars>,
-                      .most = max_bars});
+    m_bar_kind = add(
+        {.part = entry,
+         .key = "timebars",
+         .chinese = u"时间轴",
+         .english = u"timebar",
+         .container = this,
+         .make_state = fresh<TimebarState>,
+         .make_object = [this](StatePtr state) { return std::make_shared<CTimebar>(*this, std::move(state)); },
+         .children = children_in<AnimationState, &AnimationState::bars>,
+         .most = max_bars});
     m_object_kind = add({.part = entry,
                          .key = "timer_objects",
                          .chinese = u"动画对象",
                          .english = u"timer object",
                          .saves_type = true,
                          .make_state = fresh_timer_object,
-                         .make_object = [this](const ObjectState& state) -> std::shared_ptr<ModelObject> {
-                             if (static_cast<const TimerObjectState&>(state).type == int(TimerObjectType::Script))
-                                 return std::make_shared<CTCommandScript>(*this);
-                             return std::make_shared<CTimerObject>(*this);
+                         .make_object = [this](StatePtr state) -> std::shared_ptr<ModelObject> {
+                             if (static_cast<const TimerObjectState&>(*state).type == int(TimerObjectType::Script))
+                                 return std::make_shared<CTCommandScript>(*this, std::move(state));
+                             return std::make_shared<CTimerObject>(*this, std::move(state));
                          },
                          .children = children_in<TimebarState, &TimebarState::objects>});
-    m_variable_kind = add({.part = entry,
-                           .key = "variables",
-                           .chinese = u"变量",
-                           .english = u"variable",
-                           .make_state = fresh<VarState>,
-                           .make_object = [this](const ObjectState&) { return std::make_shared<CTVar>(*this); },
-                           .children = children_in<TimerObjectState, &TimerObjectState::variables>});
-    m_script_key_kind = add({.part = entry,
-                             .key = "script_keys",
-                             .chinese = u"脚本关键帧",
-                             .english = u"script key",
-                             .make_state = fresh<ScriptKeyState>,
-                             .make_object = [this](const ObjectState&) { return std::make_shared<CScriptKey>(*this); },
-                             .children = children_in<TimebarState, &TimebarState::script_keys>,
-                             .unique_key = time_of_script_key});
-    m_mark_kind = add({.part = entry,
-                       .key = "marks",
-                       .chinese = u"标记",
-                       .english = u"mark",
-                       .make_state = fresh<TimeMarkState>,
-                       .make_object = [this](const ObjectState&) { return std::make_shared<CTimeMark>(*this); },
-                       .children = children_in<TimebarState, &TimebarState::marks>});
+    m_variable_kind = add(
+        {.part = entry,
+         .key = "variables",
+         .chinese = u"变量",
+         .english = u"variable",
+         .make_state = fresh<VarState>,
+         .make_object = [this](StatePtr state) { return std::make_shared<CTVar>(*this, std::move(state)); },
+         .children = children_in<TimerObjectState, &TimerObjectState::variables>});
+    m_script_key_kind = add(
+        {.part = entry,
+         .key = "script_keys",
+         .chinese = u"脚本关键帧",
+         .english = u"script key",
+         .make_state = fresh<ScriptKeyState>,
+         .make_object = [this](StatePtr state) { return std::make_shared<CScriptKey>(*this, std::move(state)); },
+         .children = children_in<TimebarState, &TimebarState::script_keys>,
+         .unique_key = time_of_script_key});
+    m_mark_kind = add(
+        {.part = entry,
+         .key = "marks",
+         .chinese = u"标记",
+         .english = u"mark",
+         .make_state = fresh<TimeMarkState>,
+         .make_object = [this](StatePtr state) { return std::make_shared<CTimeMark>(*this, std::move(state)); },
+         .children = children_in<TimebarState, &TimebarState::marks>});
 }
 
 ModelObject* CAnimationScene::add(const ObjectKind& kind, ObjectState* state, ModelObject& parent, qsizetype place)
@@ -210,7 +215,7 @@ CTimebar* CAnimationScene::clone_bar(const CTimebar* bar)
     if (!bar || bars().size() >= max_bars)
         return nullptr;
     const UserAction action(journal(), lang(u"复制时间轴", u"Copy Timebar"));
-    StatePtr state(bar->authored_state().clone());
+    StatePtr state(Authored::state(*bar).clone());
     auto& copy = static_cast<TimebarState&>(*state);
     copy.parent = {};
     copy.name = free_name(bar->name());

@@ -31,7 +31,9 @@ float number_of(const KeyValue& value, int part)
 
 } // namespace
 
-CTVar::CTVar(CAnimationScene& scene) : ModelObject(scene.document(), new VarState), m_scene(scene) {}
+CTVar::CTVar(CAnimationScene& scene, StatePtr state) : ModelObject(scene.document(), std::move(state)), m_scene(scene)
+{
+}
 
 QString CTVar::get_type_name(int words) const
 {

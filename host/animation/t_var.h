@@ -12,7 +12,7 @@ class CTimerObject;
 /// A variable of a timer object and its keys. Times are seconds; each change is one step of undo.
 class CTVar final : public tarn::ModelObject {
 public:
-    explicit CTVar(CAnimationScene& scene);
+    CTVar(CAnimationScene& scene, tarn::StatePtr state);
 
     const QString& name() const { return var_state().name; }
     tarn::VarType type() const { return keys().type(); }

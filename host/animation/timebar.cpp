@@ -13,7 +13,7 @@
 
 using namespace tarn;
 
-CTimeMark::CTimeMark(CAnimationScene& scene) : ModelObject(scene.document(), new TimeMarkState) {}
+CTimeMark::CTimeMark(CAnimationScene& scene, StatePtr state) : ModelObject(scene.document(), std::move(state)) {}
 
 bool CTimeMark::set_span(float time, float length)
 {
@@ -22,7 +22,10 @@ bool CTimeMark::set_span(float time, float length)
     return change<&TimeMarkState::length>(std::min(length, max_time - this->time())) || moved;
 }
 
-CTimebar::CTimebar(CAnimationScene& scene) : ModelObject(scene.document(), new TimebarState), m_scene(scene) {}
+CTimebar::CTimebar(CAnimationScene& scene, StatePtr state)
+    : ModelObject(scene.document(), std::move(state)), m_scene(scene)
+{
+}
 
 CTimebar::~CTimebar() = default;
 

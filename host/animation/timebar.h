@@ -22,7 +22,7 @@ enum class KeyKind { Key, Script };
 
 class CScriptKey final : public ModelObject {
 public:
-    explicit CScriptKey(CAnimationScene& scene);
+    CScriptKey(CAnimationScene& scene, StatePtr state);
 
     float time() const { return state<ScriptKeyState>().time; }
     const QString& function() const { return state<ScriptKeyState>().function; }
@@ -33,7 +33,7 @@ public:
 
 class CTimeMark final : public ModelObject {
 public:
-    explicit CTimeMark(CAnimationScene& scene);
+    CTimeMark(CAnimationScene& scene, StatePtr state);
 
     const QString& name() const { return state<TimeMarkState>().name; }
     float time() const { return state<TimeMarkState>().time; }
@@ -53,7 +53,7 @@ using KeySelection = std::map<CTVar*, std::vector<float>>;
 /// step of undo. The current time and whether it plays are neither saved nor undone.
 class CTimebar final : public tarn::ModelObject {
 public:
-    explicit CTimebar(CAnimationScene& scene);
+    CTimebar(CAnimationScene& scene, tarn::StatePtr state);
     ~CTimebar() override;
 
     const QString& name() const { return bar_state().name; }

@@ -1,6 +1,7 @@
 // The script keys of a timebar, and the functions that are made for them.
 
 #include "animation_scene.h"
+#include "core/authored.h"
 #include "core/field.h"
 #include "core/language.h"
 #include "script/config_scene.h"
@@ -29,10 +30,10 @@ QHash<QString, int> uses_of_functions(const Document& document)
         const auto objects = document.objects_of(kind);
         if (objects.empty())
             continue;
-        for (const FieldBase* field : objects.front()->fields())
+        for (const FieldBase* field : objects.front()->fields().link_fields())
             if (field->rules().function)
                 for (const ModelObject* object : objects)
-                    for (const QString& name : field->names(object->authored_state()))
+                    for (const QString& name : field->names(Authored::state(*object)))
                         ++uses[name];
     }
     return uses;
@@ -40,7 +41,7 @@ QHash<QString, int> uses_of_functions(const Document& document)
 
 } // namespace
 
-CScriptKey::CScriptKey(CAnimationScene& scene) : ModelObject(scene.document(), new ScriptKeyState) {}
+CScriptKey::CScriptKey(CAnimationScene& scene, StatePtr state) : ModelObject(scene.document(), std::move(state)) {}
 
 void CScriptKey::state_changed()
 {

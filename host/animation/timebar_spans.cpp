@@ -1,6 +1,7 @@
 // Edits of a timebar that move all that stands later: time that is inserted, removed, or filled with another timebar.
 
 #include "animation_scene.h"
+#include "core/authored.h"
 #include "core/field.h"
 #include "core/language.h"
 #include "t_var.h"
@@ -130,7 +131,7 @@ CTimerObject* CTimebar::like(const CTimerObject& theirs)
     CTimerObject* mine = create_object(theirs.type(), theirs.target());
     if (mine)
         mine->write<TimerObjectState>([&](TimerObjectState& state) {
-            const auto& from = static_cast<const TimerObjectState&>(theirs.authored_state());
+            const auto& from = static_cast<const TimerObjectState&>(Authored::state(theirs));
             state.flags = from.flags;
             state.function = from.function;
             state.arguments = from.arguments;

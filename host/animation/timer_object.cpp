@@ -49,7 +49,8 @@ QString take_parameter(QStringView& rest)
 
 } // namespace
 
-CTimerObject::CTimerObject(CAnimationScene& scene) : ModelObject(scene.document(), new TimerObjectState), m_scene(scene)
+CTimerObject::CTimerObject(CAnimationScene& scene, StatePtr state)
+    : ModelObject(scene.document(), std::move(state)), m_scene(scene)
 {
 }
 

@@ -14,7 +14,7 @@ class CTVar;
 /// author's. Each change is one step of undo.
 class CTimerObject : public tarn::ModelObject {
 public:
-    explicit CTimerObject(CAnimationScene& scene);
+    CTimerObject(CAnimationScene& scene, tarn::StatePtr state);
 
     tarn::TimerObjectType type() const { return tarn::TimerObjectType(object_state().type); }
     QString get_type_name() const; ///< in the program's language

@@ -4,6 +4,7 @@
 #include "animation/t_var.h"
 #include "animation/timebar.h"
 #include "animation/timer_object.h"
+#include "core/authored.h"
 #include "core/field.h"
 #include "core/language.h"
 #include "script/config_scene.h"
@@ -40,10 +41,10 @@ struct ThingState : StateOf<ThingState> {
 
 class Thing final : public ModelObject {
 public:
-    explicit Thing(Document& document) : ModelObject(document, new ThingState) {}
+    Thing(Document& document, StatePtr state) : ModelObject(document, std::move(state)) {}
 
     const ThingState& shown() const { return state<ThingState>(); }
-    const ThingState& authored() const { return static_cast<const ThingState&>(authored_state()); }
+    const ThingState& authored() const { return static_cast<const ThingState&>(Authored::state(*this)); }
     void place(float x, float y)
     {
         write<ThingState>([=](ThingState& s) {
@@ -70,18 +71,19 @@ public:
     explicit Things(Document& document) : ModelObject(document, new ThingsState)
     {
         document.add_part({.entry = "things.json", .container = this});
-        document.add_kind({.part = "things.json",
-                           .key = "things",
-                           .chinese = u"东西",
-                           .english = u"thing",
-                           .container = this,
-                           .make_state = [](int) -> ObjectState* { return new ThingState; },
-                           .make_object = [&document](const ObjectState&) { return std::make_shared<Thing>(document); },
-                           .children =
-                               [](ObjectState& parent) {
-                                   auto* things = dynamic_cast<ThingsState*>(&parent);
-                                   return things ? &things->things : nullptr;
-                               }});
+        document.add_kind(
+            {.part = "things.json",
+             .key = "things",
+             .chinese = u"东西",
+             .english = u"thing",
+             .container = this,
+             .make_state = [](int) -> ObjectState* { return new ThingState; },
+             .make_object = [&document](StatePtr state) { return std::make_shared<Thing>(document, std::move(state)); },
+             .children =
+                 [](ObjectState& parent) {
+                     auto* things = dynamic_cast<ThingsState*>(&parent);
+                     return things ? &things->things : nullptr;
+                 }});
         m_kind = &document.kinds().back();
     }
     const ObjectKind& thing_kind() const { return *m_kind; }

@@ -132,14 +132,14 @@ TEST_F(AnimationSceneTest, references_and_functions_are_found_by_whoever_merges)
     std::vector<quint32> references;
     for (const ModelObject* object : m_document.objects())
         for (const FieldBase* field : object->fields()) {
-            functions << field->names(object->authored_state());
+            functions << field->names(Authored::state(*object));
             if (std::string_view(field->name()) == "target")
-                field->each_reference(object->authored_state(), [&](ObjectRef ref) { references.push_back(ref.id); });
+                field->each_reference(Authored::state(*object), [&](ObjectRef ref) { references.push_back(ref.id); });
         }
     EXPECT_TRUE(functions.contains(bar->get_script_name(2)));
     EXPECT_TRUE(functions.contains(u"blink"_s));
     EXPECT_EQ(references.front(), bar->objects().front()->target().id);
-    StatePtr command(bar->objects()[1]->authored_state().clone());
+    StatePtr command(Authored::state(*bar->objects()[1]).clone());
     command->fields().find("function")->rename(*command, [](const QString&) { return u"shine"_s; });
     EXPECT_EQ(static_cast<const TimerObjectState&>(*command).arguments, u"(speed)"_s);
 }

@@ -205,7 +205,7 @@ TEST_F(TimebarTest, attributes_keep_to_their_ranges_and_running_ones_are_read_on
     const auto set = [&](const char* name, const Value& value) {
         return m_bar->set_property(*m_bar->fields().find(name), value).ok();
     };
-    const auto get = [&](const char* name) { return m_bar->authored_property(*m_bar->fields().find(name)); };
+    const auto get = [&](const char* name) { return Authored::property(*m_bar, *m_bar->fields().find(name)); };
     EXPECT_TRUE(set("play_mode", qint64(9)));
     EXPECT_EQ(get("play_mode"), Value(qint64(4)));
     EXPECT_TRUE(set("frame_rate", qint64(-3)));
