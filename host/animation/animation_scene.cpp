@@ -348,7 +348,7 @@ void CAnimationScene::show_bar(CTimebar& bar)
     program.show(bar.current_time(), {});
 }
 
-void CAnimationScene::frame_move(float elapsed)
+bool CAnimationScene::frame_move(float elapsed)
 {
     prepare();
     for (CTimebar* bar : bars())
@@ -362,6 +362,7 @@ void CAnimationScene::frame_move(float elapsed)
     for (const quint32 id : ids)
         if (auto* bar = document().find_as<CTimebar>(id); bar && bar->is_attached())
             tell_passed(*bar);
+    return !ids.empty();
 }
 
 void CAnimationScene::tell_passed(CTimebar& bar)

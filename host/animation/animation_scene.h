@@ -54,8 +54,8 @@ public:
     /// shown.
     void set_running(bool on);
     bool is_running() const { return m_running; }
-    /// All bars that play go on by that many seconds.
-    void frame_move(float elapsed);
+    /// All bars that play go on by that many seconds; answers whether there are any.
+    bool frame_move(float elapsed);
     /// Shows the present times of the bars that drive.
     void show_frame();
     /// Which bar drives the channel of the object now; null when none does.

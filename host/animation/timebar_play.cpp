@@ -22,12 +22,12 @@ bool is_reverse(PlayMode mode)
 
 void CTimebar::set_speed(float speed)
 {
-    m_speed = std::clamp(speed, slowest, fastest);
+    m_speed = speed > slowest ? std::min(speed, fastest) : slowest;
 }
 
 void CTimebar::set_current_time(float time, int apply)
 {
-    m_current_time = std::clamp(time, 0.f, get_total_length());
+    m_current_time = time > 0 ? std::min(time, get_total_length()) : 0;
     m_includes_begin = true;
     if (!apply)
         return;
