@@ -29,6 +29,7 @@ public:
         QRectF rect{0, 0, -1, -1};     ///< sizes below 0 take the usual size
         int type = -1;                 ///< of a kind that has types
         ModelObject* parent = nullptr; ///< null: the outermost that such objects can hang on
+        double length = 10;            ///< of a timebar, seconds
     };
     struct Selection {
         bool editing = false;
@@ -39,6 +40,12 @@ public:
         ModelObject* menu = nullptr;
         std::vector<ModelObject*> dialogs; ///< in selection order
         std::vector<ModelObject*> controls;
+    };
+
+    struct KeyRow {
+        float time; ///< seconds
+        Value value;
+        float ease;
     };
 
     /// What ties an event of a control or a dialog to a function.
@@ -63,6 +70,10 @@ public:
     virtual Result<ModelObject*> create(const ObjectKind& kind, const Making& making) = 0;
     /// Removes the object as the author's Delete does, without questions.
     virtual Status remove(ModelObject& object) = 0;
+    /// The current timebar, or of a timebar its current object, of a timer object its current variable; null for none.
+    virtual ModelObject* current(const ModelObject* parent) const = 0;
+    /// Of a variable of a timer object, ascending in time; none of anything else.
+    virtual std::vector<KeyRow> keys(const ModelObject& variable) const = 0;
     virtual Selection selection() const = 0;
     /// Selects dialogs or controls, not both; the last becomes the current one. No object clears the selection.
     virtual Status select(const std::vector<ModelObject*>& objects) = 0;

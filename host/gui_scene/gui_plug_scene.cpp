@@ -1,4 +1,5 @@
 #include "gui_plug_scene.h"
+#include "animation/animation_scene.h"
 #include "core/authored.h"
 
 #include "core/language.h"
@@ -116,6 +117,10 @@ void CGuiPlugScene::join(tarn::Document& document)
 {
     m_core = std::make_unique<CGuiCore>(document);
     m_events = std::make_unique<CEventManager>(document);
+    m_animation = std::make_unique<CAnimationScene>(document);
+    m_animation->set_target_kind(tarn::TimerObjectType::Control, &m_control_target);
+    m_animation->set_target_kind(tarn::TimerObjectType::Dialog, &m_dialog_target);
+    m_animation->set_listener(&m_timebar_runner);
     if (m_make_tools)
         m_tools = m_make_tools(*this);
 }
@@ -434,12 +439,16 @@ void CGuiPlugScene::play(bool on)
         SetMTFunction(0, 0);
     } else {
         m_runner.end();
+        m_animation->set_running(false);
         document().clear_shown();
     }
     m_playing = on;
     m_core->EnableGui(!on);
-    if (on)
+    if (on) {
+        m_last_advance = 0;
         m_runner.begin();
+        m_animation->set_running(true);
+    }
     m_world->set_mouse_tool(on ? &m_tools->play_tool() : &m_tools->select_tool());
 }
 
@@ -449,7 +458,8 @@ void CGuiPlugScene::advance(double now)
         return;
     const tarn::ShownWrites writes(document());
     m_runner.advance(now);
-    if (m_core->advance(now) && m_world)
+    const bool animates = m_animation->frame_move(float(now - std::exchange(m_last_advance, now)));
+    if ((m_core->advance(now) || animates) && m_world)
         m_world->update_all_views();
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "animation_targets.h"
 #include "core/journal.h"
 #include "core/status.h"
 #include "engine/scene_plug.h"
@@ -9,10 +10,12 @@
 #include "save_opt.h"
 #include "script/config_scene.h"
 #include "script/event_runner.h"
+#include "script/timebar_runner.h"
 
 #include <memory>
 #include <optional>
 
+class CAnimationScene;
 class CBaseWorld;
 class CPakFile;
 class CTexPathInfo;
@@ -48,6 +51,7 @@ public:
     /// The world's functions, from on_world_created() on, and their bindings to events of controls.
     CConfigScene& functions() const;
     CEventManager& events() const { return *m_events; }
+    CAnimationScene& animation() const { return *m_animation; }
     tarn::Journal& journal() override { return document().journal(); }
     tarn::SceneModel& model() override { return m_model; }
     /// Of a scene that has tools.
@@ -148,6 +152,10 @@ private:
     /// One step of undo, for what a script does outside a preview, until the answer is let go.
     std::shared_ptr<void> begin_script_edit(const QString& name);
 
+    tarn::ControlTarget m_control_target;
+    tarn::DialogTarget m_dialog_target;
+    tarn::TimebarRunner m_timebar_runner{*this};
+    std::unique_ptr<CAnimationScene> m_animation;
     std::unique_ptr<CEventManager> m_events; ///< the core closes the document that they are part of
     std::unique_ptr<CGuiCore> m_core;
     tarn::EventRunner m_runner{*this};
@@ -160,6 +168,7 @@ private:
     int m_function_type = -1;
     SelectionMode m_selection_mode;
     bool m_playing = false;
+    double m_last_advance = 0; ///< seconds of the preview
     MakeTools m_make_tools;
     std::unique_ptr<tarn::SceneTools> m_tools;
     std::unique_ptr<tarn::MouseTool> m_create_tool; ///< null while nothing is drawn

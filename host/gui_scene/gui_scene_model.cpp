@@ -1,5 +1,9 @@
 #include "gui_scene_model.h"
 
+#include "animation/animation_scene.h"
+#include "animation/t_var.h"
+#include "animation/timebar.h"
+#include "animation/timer_object.h"
 #include "core/language.h"
 #include "gui_core/control_class.h"
 #include "gui_core/dxut_control.h"
@@ -37,7 +41,7 @@ GuiSceneModel::GuiSceneModel(CGuiPlugScene& scene) : m_scene(scene) {}
 const ScriptObjects& GuiSceneModel::objects() const
 {
     if (!m_objects)
-        m_objects = gui_script_objects(m_scene.gui_core());
+        m_objects = gui_script_objects(m_scene.gui_core(), m_scene.animation());
     return *m_objects;
 }
 
@@ -52,6 +56,9 @@ Result<ModelObject*> GuiSceneModel::create(const ObjectKind& kind, const Making&
         return create_control(making);
     if (&kind == &core.menu_kind())
         return create_menu(making);
+    if (&kind == &m_scene.animation().bar_kind())
+        if (ModelObject* bar = m_scene.animation().create_bar(float(making.length), making.name))
+            return bar;
     return Status::error(lang(u"不能这样创建%1", u"no %1 can be made so").arg(lang(kind.chinese, kind.english)));
 }
 
@@ -86,6 +93,12 @@ Status GuiSceneModel::remove(ModelObject& object)
         m_scene.RemoveMenu(menu);
     else if (auto* item = dynamic_cast<CDXUTMenuItem*>(&object))
         m_scene.RemoveMenuItem(item);
+    else if (auto* bar = dynamic_cast<CTimebar*>(&object))
+        m_scene.animation().remove_bar(bar);
+    else if (auto* timer = dynamic_cast<CTimerObject*>(&object))
+        timer->timebar()->remove_obj(timer);
+    else if (auto* variable = dynamic_cast<CTVar*>(&object))
+        variable->object()->remove_var(variable);
     else
         return Status::error(lang(u"这个对象不能删除", u"this object cannot be removed"));
     return {};
@@ -95,6 +108,24 @@ Result<ModelObject*> GuiSceneModel::create_menu(const Making& making)
 {
     const UserAction action(m_scene.journal(), lang(u"新建菜单", u"New Menu"));
     return static_cast<ModelObject*>(m_scene.gui_core().create_menu(making.name));
+}
+
+ModelObject* GuiSceneModel::current(const ModelObject* parent) const
+{
+    if (const auto* bar = dynamic_cast<const CTimebar*>(parent))
+        return bar->current_object();
+    if (const auto* object = dynamic_cast<const CTimerObject*>(parent))
+        return object->current_variable();
+    return parent ? nullptr : m_scene.animation().current_bar();
+}
+
+std::vector<SceneModel::KeyRow> GuiSceneModel::keys(const ModelObject& variable) const
+{
+    std::vector<KeyRow> rows;
+    if (const auto* var = dynamic_cast<const CTVar*>(&variable))
+        for (qsizetype i = 0; i < var->keys().size(); ++i)
+            rows.push_back({var->keys().time(i), var->keys().value(i).to_value(), var->keys().ease(i)});
+    return rows;
 }
 
 SceneModel::Selection GuiSceneModel::selection() const

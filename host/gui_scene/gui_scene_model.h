@@ -17,6 +17,8 @@ public:
     const ScriptObjects& objects() const override;
     Result<ModelObject*> create(const ObjectKind& kind, const Making& making) override;
     Status remove(ModelObject& object) override;
+    ModelObject* current(const ModelObject* parent) const override;
+    std::vector<KeyRow> keys(const ModelObject& variable) const override;
     Selection selection() const override;
     Status select(const std::vector<ModelObject*>& objects) override;
     std::vector<Event> events() const override;

@@ -1,5 +1,6 @@
 #include "package_writer.h"
 
+#include "animation/animation_states.h"
 #include "core/json_writer.h"
 #include "event_manager.h"
 #include "gui_core/dxut_dialog.h"
@@ -75,7 +76,7 @@ QSet<quint32> keep_selected_objects(SceneSnapshot& scene, const CGuiCore& core)
     QSet<quint32> kept;
     for (const ObjectKind& kind : core.document().kinds()) {
         auto& states = scene.objects[kind.place];
-        if (kind.fixed || (kind.container && kind.container != &core))
+        if (kind.fixed || kind.part != core.dialog_kind().part)
             continue;
         const QSet<quint32> named = &kind == &core.menu_kind() ? referred_to(scene) : QSet<quint32>();
         std::erase_if(states, [&](const StatePtr& state) {
@@ -116,9 +117,29 @@ QSet<QString> functions_of_menus(const SceneSnapshot& scene, const CGuiCore& cor
     return names;
 }
 
+/// Of the timebars what animates objects that are kept, with those that have any of it.
+void keep_animation_of(SceneSnapshot& scene, const CGuiCore& core, const QSet<quint32>& kept)
+{
+    const auto states = [&](const char* kind) -> std::vector<StatePtr>& {
+        return scene.objects[core.document().kind(kind)->place];
+    };
+    QSet<quint32> parents;
+    std::erase_if(states("timer_objects"), [&](const StatePtr& state) {
+        const auto& object = SceneSnapshot::as<TimerObjectState>(state);
+        if (!kept.contains(object.target.id))
+            return true;
+        parents << object.id << object.parent.id;
+        return false;
+    });
+    std::erase_if(states("timebars"), [&](const StatePtr& bar) { return !parents.contains(bar->id); });
+    for (const char* kind : {"variables", "script_keys", "marks"})
+        std::erase_if(states(kind), [&](const StatePtr& child) { return !parents.contains(child->parent.id); });
+}
+
 void keep_selected(SceneSnapshot& scene, const CGuiCore& core)
 {
     const QSet<quint32> kept = keep_selected_objects(scene, core);
+    keep_animation_of(scene, core, kept);
     const auto is_kept = [&](quint32 id) { return kept.contains(id); };
     const QSet<QString> left_out = called_functions(scene, core, std::not_fn(is_kept))
         - called_functions(scene, core, is_kept) - functions_of_menus(scene, core);

@@ -1,4 +1,7 @@
 #include "problems.h"
+#include "animation/animation_scene.h"
+#include "animation/timebar.h"
+#include "animation/timer_object.h"
 #include "core/authored.h"
 
 #include "core/language.h"
@@ -67,6 +70,25 @@ void find_broken_menus(CGuiPlugScene& scene, ModelObject& object, const QString&
         problems.push_back({&object, name,
                             lang(u"菜单项的函数 %1 不存在。", u"The item calls the function %1, which does not exist.")
                                 .arg(item->function)});
+}
+
+void find_broken_animation(CGuiPlugScene& scene, Problems& problems)
+{
+    for (CTimebar* bar : scene.animation().bars()) {
+        for (CTimerObject* object : bar->objects())
+            if (object->is_broken())
+                problems.push_back(
+                    {object, bar->name(),
+                     lang(u"动画对象（%1）的目标不存在。", u"The target of a timer object (%1) does not exist.")
+                         .arg(object->get_type_name())});
+        for (CScriptKey* key : bar->script_keys())
+            if (!scene.functions().find_function(key->function()))
+                problems.push_back({key, bar->name(),
+                                    lang(u"%1 秒处的脚本关键帧的函数 %2 不存在。",
+                                         u"The script key at %1 s calls the function %2, which does not exist.")
+                                        .arg(double(key->time()))
+                                        .arg(key->function())});
+    }
 }
 
 void find_missing_pictures(ModelObject& object, const QString& name, const DocumentState& document, Problems& problems)
@@ -182,6 +204,7 @@ Problems ProblemFinder::find(CGuiPlugScene& scene)
 {
     Problems problems;
     find_broken_events(scene, problems);
+    find_broken_animation(scene, problems);
     find_faulty_functions(scene.functions(), problems);
     CGuiCore& core = scene.gui_core();
     const DocumentState& document = core.document().state();

@@ -38,6 +38,8 @@ protected:
                 parent = object;
         ASSERT_NE(parent, nullptr) << kind.key;
         StatePtr state(kind.make_state(kind.saves_type ? DXUT_CONTROL_BUTTONST : -1));
+        if (!state)
+            state = StatePtr(kind.make_state(0));
         state->id = document().take_id();
         if (kind.unique_key)
             complete(*state);

@@ -155,12 +155,84 @@ Result<Data> create_menu(Automation& app, const Fields& fields)
     return making ? create(app, "menus", making.value()) : making.status();
 }
 
+std::vector<ModelObject*> children_of(Automation& app, const ScriptObject& parent, const char* kind)
+{
+    auto children = objects_of(app, kind);
+    std::erase_if(children, [&](const ModelObject* child) { return child->parent() != parent.get(); });
+    return children;
+}
+
 Data items(Automation& app, const ScriptObject& self)
 {
-    auto items = objects_of(app, "menu_items");
-    std::erase_if(items, [&](const ModelObject* item) { return item->parent() != self.get(); });
-    return list_of(items);
+    return list_of(children_of(app, self, "menu_items"));
 }
+
+// Timebars -----------------------------------------------------------------------------------------------------------
+
+Data timebars(Automation& app)
+{
+    return list_of(objects_of(app, "timebars"));
+}
+
+Data current_timebar(SceneModel& model)
+{
+    return model.current(nullptr);
+}
+
+Result<Data> create_timebar(Automation& app, const Fields& fields)
+{
+    auto making = read_making(fields, QStringLiteral("name total_length").split(u' '));
+    const auto length = fields.get<double>("total_length");
+    for (const Status& status : {making.status(), length.status()})
+        if (!status)
+            return status;
+    making.value().length = length.value().value_or(making.value().length);
+    return create(app, "timebars", making.value());
+}
+
+Data timer_objects(Automation& app, const ScriptObject& self)
+{
+    return list_of(children_of(app, self, "timer_objects"));
+}
+
+Data script_keys(Automation& app, const ScriptObject& self)
+{
+    std::vector<double> times;
+    for (const ModelObject* script_key : children_of(app, self, "script_keys"))
+        times.push_back(std::get<double>(script_key->property(*script_key->fields().find("time"))));
+    std::sort(times.begin(), times.end());
+    return list_of(times, [](double time) { return Data(time); });
+}
+
+Data current_child(SceneModel& model, const ScriptObject& self)
+{
+    return model.current(self.get());
+}
+
+Data variables(Automation& app, const ScriptObject& self)
+{
+    return list_of(children_of(app, self, "variables"));
+}
+
+/// Null when it is gone.
+Result<Data> target(Automation& app, const ScriptObject& self)
+{
+    return read(app.reach(), *self, QStringLiteral("target"));
+}
+
+Status set_target(Automation& app, const ScriptObject& self, const ScriptObject& object)
+{
+    return set(app, self, QStringLiteral("target"), object);
+}
+
+Data keys(SceneModel& model, const ScriptObject& self)
+{
+    return list_of(model.keys(*self), [](const SceneModel::KeyRow& key) {
+        return Data(Data::Record{{"time", double(key.time)}, {"value", key.value}, {"ease", double(key.ease)}});
+    });
+}
+
+// Selection ----------------------------------------------------------------------------------------------------------
 
 Data selection(SceneModel& model)
 {
@@ -223,6 +295,9 @@ constexpr Binding functions[] = {
     {"menus", "", binding<menus>},
     {"create_menu", "fields", binding<create_menu>},
     {"delete", "object", binding<remove>},
+    {"timebars", "", binding<timebars>},
+    {"current_timebar", "", binding<current_timebar>},
+    {"create_timebar", "fields", binding<create_timebar>},
     {"selection", "", binding<selection>},
     {"select", "object", binding<select>},
     {"functions", "", binding<scene_functions>},
@@ -238,6 +313,14 @@ constexpr Binding methods[] = {
     {"properties", "self", binding<properties>},
     {"type", "self", binding<type>},
     {"items", "self", binding<items>},
+    {"objects", "self", binding<timer_objects>},
+    {"script_keys", "self", binding<script_keys>},
+    {"current_object", "self", binding<current_child>},
+    {"variables", "self", binding<variables>},
+    {"current_variable", "self", binding<current_child>},
+    {"target", "self", binding<target>},
+    {"set_target", "self object", binding<set_target>},
+    {"keys", "self", binding<keys>},
 };
 
 } // namespace

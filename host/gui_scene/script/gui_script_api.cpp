@@ -1,5 +1,7 @@
 #include "gui_script_api.h"
 
+#include "animation/animation_scene.h"
+#include "animation/timebar.h"
 #include "core/language.h"
 #include "engine/base_world.h"
 #include "gui_core/dxut_dialog.h"
@@ -21,6 +23,7 @@ constexpr const char* control_kind = "control";
 constexpr const char* dialog_kind = "dialog";
 constexpr const char* menu_kind = "menu";
 constexpr const char* menu_item = "menu item";
+constexpr const char* timebar_kind = "timebar";
 constexpr const char* info_box = "Info";
 constexpr double farthest = 1e6; ///< pixels
 
@@ -45,7 +48,7 @@ ModelObject* find_named(QHash<QString, Object*>& found, const List& all, const Q
 
 class GuiScriptObjects final : public ScriptObjects {
 public:
-    explicit GuiScriptObjects(CGuiCore& core) : m_core(core) {}
+    GuiScriptObjects(CGuiCore& core, CAnimationScene& animation) : m_core(core), m_animation(animation) {}
 
     std::vector<Kind> kinds() const override
     {
@@ -54,7 +57,10 @@ public:
              {u"找出一个控件；同名时为最先创建的", u"finds a control; of several with the name the one made first"}},
             {dialog_kind, {u"找出一个窗口；同名时为最下层的", u"finds a dialog; of several with the name the lowest"}},
             {menu_kind,
-             {u"找出一个菜单；同名时为最先创建的", u"finds a menu; of several with the name the one made first"}}};
+             {u"找出一个菜单；同名时为最先创建的", u"finds a menu; of several with the name the one made first"}},
+            {timebar_kind,
+             {u"找出一个时间轴；同名时为列表中最靠上的",
+              u"finds a timebar; of several with the name the one highest in the list"}}};
     }
 
     ScriptObject find(QLatin1String kind, const QString& name) const override
@@ -70,6 +76,8 @@ public:
             return handle(find_named(m_controls, m_core.controls(), name));
         if (kind == QLatin1String(menu_kind))
             return handle(find_named(m_menus, m_core.GetMenus(), name));
+        if (kind == QLatin1String(timebar_kind))
+            return handle(m_animation.SearchTimebarFromName(name));
         ModelObject* dialog = find_named(m_dialogs, m_core.GetDialogs(), name);
         const bool is_root = !dialog && m_core.GetRootDialog()->name() == name;
         return handle(is_root ? m_core.GetRootDialog() : dialog);
@@ -80,6 +88,8 @@ public:
             return handle(m_core.find_control(id));
         if (kind == QLatin1String(menu_kind))
             return handle(m_core.find_menu(id));
+        if (kind == QLatin1String(timebar_kind))
+            return handle(find_attached<CTimebar>(id));
         return handle(id == m_core.GetRootDialog()->id() ? m_core.GetRootDialog() : m_core.find_dialog(id));
     }
     ScriptObject find(quint32 id) const override
@@ -87,7 +97,10 @@ public:
         for (const char* kind : {control_kind, dialog_kind, menu_kind})
             if (ScriptObject object = find(QLatin1String(kind), id))
                 return object;
-        return handle(m_core.find_menu_item(id));
+        if (ScriptObject item = handle(m_core.find_menu_item(id)))
+            return item;
+        ModelObject* object = find_attached<ModelObject>(id);
+        return object && object->kind() && object->kind()->part == animation_part() ? handle(object) : nullptr;
     }
 
     std::vector<const char*> classes_of(const ModelObject& object) const override
@@ -98,6 +111,10 @@ public:
             return {menu_kind};
         if (dynamic_cast<const CDXUTMenuItem*>(&object))
             return {menu_item};
+        if (dynamic_cast<const CTimebar*>(&object))
+            return {timebar_kind};
+        if (object.kind() && object.kind()->part == animation_part())
+            return {object.class_name()};
         return {dialog_kind};
     }
 
@@ -111,13 +128,24 @@ public:
         add_names(DialogState::field_table());
         add_names(MenuState::field_table());
         add_names(MenuItemState::field_table());
+        add_names(TimebarState::field_table());
         for (const ControlClass& type : control_classes())
             add_names(StatePtr(type.make_state())->fields());
         return names;
     }
 
 private:
+    /// Of timebars and what belongs to them.
+    const char* animation_part() const { return m_animation.bar_kind().part; }
+    template <class Object>
+    Object* find_attached(quint32 id) const
+    {
+        auto* object = m_core.document().find_as<Object>(id);
+        return object && object->is_attached() ? object : nullptr;
+    }
+
     CGuiCore& m_core;
+    CAnimationScene& m_animation;
     mutable quint64 m_generation = 0;
     mutable QHash<QString, CDXUTControl*> m_controls;
     mutable QHash<QString, CDXUTDialog*> m_dialogs;
@@ -324,6 +352,37 @@ std::vector<ScriptVerb> menu_verbs(CGuiPlugScene& scene)
     };
 }
 
+CTimebar& timebar_of(const ScriptCall& call)
+{
+    return static_cast<CTimebar&>(call.object(0));
+}
+
+std::vector<ScriptVerb> timebar_verbs()
+{
+    return {
+        {"play",
+         {},
+         {u"播放时间轴", u"plays the timebar"},
+         doing([](ScriptCall& c) { timebar_of(c).active_bar(1); }),
+         timebar_kind},
+        {"stop",
+         {},
+         {u"停止时间轴，保留其最后的值", u"stops the timebar, which leaves its last values"},
+         doing([](ScriptCall& c) { timebar_of(c).active_bar(0); }),
+         timebar_kind},
+        {"seek",
+         {{"time", ScriptType::Number, {u"时间，秒", u"the time, seconds"}}},
+         {u"转到一个时间", u"goes to a time"},
+         doing([](ScriptCall& c) { timebar_of(c).set_current_time(float(c.number(1))); }),
+         timebar_kind},
+        {"speed",
+         {{"factor", ScriptType::Number, {u"倍数，1/8 到 8", u"the factor, 1/8 to 8"}}},
+         {u"改变播放速度", u"changes how fast it plays"},
+         doing([](ScriptCall& c) { timebar_of(c).set_speed(float(c.number(1))); }),
+         timebar_kind},
+    };
+}
+
 ScriptVerb message_verb(CGuiPlugScene& scene)
 {
     return {"message",
@@ -339,15 +398,15 @@ ScriptVerb message_verb(CGuiPlugScene& scene)
 
 } // namespace
 
-std::shared_ptr<const ScriptObjects> gui_script_objects(CGuiCore& core)
+std::shared_ptr<const ScriptObjects> gui_script_objects(CGuiCore& core, CAnimationScene& animation)
 {
-    return std::make_shared<GuiScriptObjects>(core);
+    return std::make_shared<GuiScriptObjects>(core, animation);
 }
 
 ScriptApi gui_script_api(CGuiPlugScene& scene)
 {
-    ScriptApi api{{message_verb(scene)}, gui_script_objects(scene.gui_core())};
-    for (const auto& verbs : {control_verbs(scene), dialog_verbs(scene), menu_verbs(scene)})
+    ScriptApi api{{message_verb(scene)}, gui_script_objects(scene.gui_core(), scene.animation())};
+    for (const auto& verbs : {control_verbs(scene), dialog_verbs(scene), menu_verbs(scene), timebar_verbs()})
         api.verbs.insert(api.verbs.end(), verbs.begin(), verbs.end());
     return api;
 }

@@ -2,13 +2,14 @@
 
 #include "script/script_api.h"
 
+class CAnimationScene;
 class CGuiCore;
 class CGuiPlugScene;
 
 namespace tarn {
 
-/// The dialogs and controls of a core, which has to outlive whoever uses this.
-std::shared_ptr<const ScriptObjects> gui_script_objects(CGuiCore& core);
+/// The objects of a core and of timebars, which have to outlive whoever uses this.
+std::shared_ptr<const ScriptObjects> gui_script_objects(CGuiCore& core, CAnimationScene& animation);
 
 /// What the functions of an interface's scene can reach: its dialogs and controls, and verbs for them. The scene has to
 /// outlive whoever uses it.

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QtGlobal>
+
+#include <span>
+
+namespace tarn {
+
+/// Times are seconds from a timebar's begin. At this one, 100 hours, neighbouring floats are a 32nd of a second apart.
+constexpr float max_time = 360'000;
+
+/// The time of a frame: the one float that stands for it everywhere. A rate below 1 counts as 1.
+float frame_time(qint64 frame, int frame_rate);
+/// The frame that is shown at a time.
+qint64 frame_of(float time, int frame_rate);
+
+/// What times snap to.
+struct SnapGrid {
+    int frame_rate = 0;             ///< whole frames of that rate; 0: no frames
+    std::span<const float> times{}; ///< marks, keys and what else there is, ascending
+    float reach = 0;                ///< seconds within which one of `times` goes before a frame
+};
+
+/// The time that cursor, keys, ruler, pasting and nudging take when `time` is meant; within 0 and max_time.
+float snap(float time, const SnapGrid& grid);
+
+/// Makes the times strictly ascending, by steps that nobody sees: what was rounded together stays apart. All of them stay
+/// within max_time.
+void keep_apart(std::span<float> times);
+/// The least time for what is to stand behind `time`.
+float just_behind(float time);
+
+} // namespace tarn

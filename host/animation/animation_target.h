@@ -1,0 +1,40 @@
+#pragma once
+
+#include "pose.h"
+
+#include <QString>
+
+class CTCommandScript;
+class CTimebar;
+
+namespace tarn {
+
+class ModelObject;
+
+/// Kinds of timer objects; the numbers are saved.
+enum class TimerObjectType : quint8 { Script, Model, Control, Dialog, Camera, Panel, Skeleton, AniModel };
+constexpr int timer_object_type_count = 8;
+
+/// The objects of one kind as timebars see them. The scene that has such objects brings one.
+class AnimationTarget {
+public:
+    virtual ~AnimationTarget() = default;
+    virtual bool takes(const ModelObject& object) const = 0;
+    /// What the object, which it takes, shows now in every channel that it has.
+    virtual Pose pose(const ModelObject& object) const = 0;
+    /// Has the object show the channels that `pose` has, and leaves the others. Writes are writes to what is shown.
+    virtual void show(ModelObject& object, const Pose& pose) = 0;
+};
+
+/// Hears what happens while timebars play. It may change the model.
+class AnimationListener {
+public:
+    virtual ~AnimationListener() = default;
+    /// Time came by a script key; the function need not exist.
+    virtual void script_key_passed(CTimebar& bar, float time, const QString& function) = 0;
+    /// A frame of a bar with a script object was shown, whose variables have what they have at that time.
+    virtual void command_due(CTCommandScript& object) = 0;
+    virtual void bar_ended(CTimebar& bar) = 0;
+};
+
+} // namespace tarn

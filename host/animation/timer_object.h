@@ -1,0 +1,114 @@
+#pragma once
+
+#include "animation_states.h"
+#include "child_list.h"
+
+#include <optional>
+#include <vector>
+
+class CAnimationScene;
+class CTimebar;
+class CTVar;
+
+/// One thing that a timebar animates: an object of the scene by its channels, or a script command with variables of the
+/// author's. Each change is one step of undo.
+class CTimerObject : public tarn::ModelObject {
+public:
+    CTimerObject(CAnimationScene& scene, tarn::StatePtr state);
+
+    tarn::TimerObjectType type() const { return tarn::TimerObjectType(object_state().type); }
+    QString get_type_name() const; ///< in the program's language
+    /// What lists show of it: the target's name, "" when that is gone, or the command.
+    QString name() const;
+    CTimebar* timebar() const;
+    tarn::ObjectRef target() const { return object_state().target; }
+    /// Null when the target is gone, or is of another kind than this animates.
+    tarn::ModelObject* target_object() const;
+    /// Of one that animates an object: the target is not there.
+    bool is_broken() const { return type() != tarn::TimerObjectType::Script && !target_object(); }
+    bool set_target(tarn::ObjectRef target) { return change<&tarn::TimerObjectState::target>(target); }
+    quint32 flags() const { return object_state().flags; }
+    bool set_flags(quint32 flags) { return change<&tarn::TimerObjectState::flags>(flags); }
+    /// Whether the channel takes part.
+    bool is_on(tarn::Channel channel) const;
+
+    const std::vector<CTVar*>& variables() const;
+    /// Null for none; not saved.
+    CTVar* current_variable() const;
+    void set_current_variable(const CTVar* variable);
+    CTVar* channel_variable(tarn::Channel channel) const; ///< null when it has no keys yet
+    CTVar* find_variable(const QString& name, tarn::VarType type) const;
+    /// A new variable without keys, "Var<n>" when `name` is empty. Null when no ids are left.
+    CTVar* create_var(tarn::VarType type, const QString& name = {});
+    CTVar* create_channel_var(tarn::Channel channel);
+    void remove_var(CTVar* variable);
+
+    // Its keys: what its variables have at one time
+    bool has_key(float time) const;
+    /// False when no key stands there.
+    bool set_key_ease(float time, float ease);
+    float get_ease(float time) const; ///< of the first variable that has a key there
+    /// The keys between which `time` lies; none before the first, from the last on, and without keys.
+    std::optional<std::pair<float, float>> get_time_belone(float time) const;
+    std::optional<float> next_key(float after) const;
+    std::optional<float> previous_key(float before) const;
+    /// The times from `from` to `to` at which a variable has a key, ascending.
+    std::vector<float> key_times(float from, float to) const;
+    /// Has the scene show what the keys say now.
+    void update_frame();
+
+    const char* class_name() const override;
+    void state_changed() override;
+    void children_changed() override;
+
+protected:
+    const tarn::TimerObjectState& object_state() const { return state<tarn::TimerObjectState>(); }
+
+private:
+    CTVar* add_var(tarn::VarState* state);
+
+    CAnimationScene& m_scene;
+    tarn::ChildList<CTVar> m_variables;
+    quint32 m_current_variable = 0;
+};
+
+/// A command that runs in each frame of a playing timebar: a function's name and, in parentheses or behind it, numbers,
+/// texts in quotes and names of variables that it is called with.
+class CTCommandScript final : public CTimerObject {
+public:
+    using CTimerObject::CTimerObject;
+
+    struct Command {
+        QString function;
+        QStringList parameters; ///< as they were written
+    };
+
+    QString script() const { return object_state().function + object_state().arguments; }
+    bool set_script(const QString& command);
+    /// What the command says.
+    Command analyze_script() const;
+};
+
+namespace tarn {
+
+/// The key of a timer object at a time, as a view of its variables.
+class CObjKey {
+public:
+    CObjKey(CTimerObject& object, float time) : m_object(object), m_time(time) {}
+
+    float time() const { return m_time; }
+    CTimerObject& object() const { return m_object; }
+    /// Of the first variable that has a key there.
+    int group() const;
+    void set_group(int group);
+    bool has(Channel channel) const;
+    /// What the channel has at that time; that of a new variable without keys.
+    KeyValue value(Channel channel) const;
+    void set_value(Channel channel, const KeyValue& value);
+
+private:
+    CTimerObject& m_object;
+    float m_time;
+};
+
+} // namespace tarn

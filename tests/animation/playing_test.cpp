@@ -1,0 +1,122 @@
+#include "animation_fixture.h"
+
+using namespace tarn;
+using namespace tarn::test;
+
+namespace {
+
+class PlayingTest : public AnimationTest {
+protected:
+    PlayingTest()
+    {
+        for (const float time : {0.f, 1.f, 2.5f, 4.f})
+            m_bar->insert_script_key(time);
+    }
+    /// What is heard in frames of these lengths, a bar between them.
+    QString play(PlayMode mode, std::initializer_list<float> frames, float from = 0)
+    {
+        m_bar->active_bar(0);
+        m_bar->set_play_mode(int(mode));
+        m_bar->set_current_time(from);
+        m_bar->active_bar(1);
+        QStringList heard;
+        for (const float frame : frames) {
+            m_bar->frame_move(frame);
+            heard << m_hearer.take();
+        }
+        return heard.join(u'|');
+    }
+
+    CTimebar* m_bar = m_scene.create_bar(4);
+};
+
+} // namespace
+
+TEST_F(PlayingTest, script_keys_are_passed_once_each_in_order_however_long_a_frame_is)
+{
+    EXPECT_EQ(play(PlayMode::Normal, {0.5f, 0.5f, 0.4f, 2.f, 5.f, 1.f}), u"0|1||2.5|4 end|"_s);
+    EXPECT_FALSE(m_bar->is_playing());
+    EXPECT_EQ(m_bar->current_time(), 4);
+    EXPECT_EQ(play(PlayMode::Normal, {100}), u"0 1 2.5 4 end"_s);
+    EXPECT_EQ(play(PlayMode::Repeat, {3, 2, 2.f}), u"0 1 2.5|4 0 1|2.5"_s);
+    EXPECT_EQ(m_bar->current_time(), 3);
+    EXPECT_EQ(play(PlayMode::Repeat, {4, 0.5f}), u"0 1 2.5 4|0"_s) << "the end itself is shown";
+    EXPECT_EQ(play(PlayMode::Swing, {3, 2, 4, 1}), u"0 1 2.5|4|2.5 1 0 1|"_s);
+    EXPECT_EQ(play(PlayMode::ReverseOnce, {1, 3, 1}), u"4|2.5 1 0 end|"_s);
+    EXPECT_EQ(play(PlayMode::ReverseRepeat, {3.5f, 1}), u"4 2.5 1|0 4"_s);
+    EXPECT_EQ(play(PlayMode::Normal, {1.f}, 2.5f), u"2.5"_s) << "the one where it begins, too";
+    EXPECT_EQ(play(PlayMode::Normal, {1.f}, 4), u"0 1"_s) << "from the end it begins anew";
+    m_bar->set_speed(0.5f);
+    EXPECT_EQ(play(PlayMode::Normal, {1.f, 1.f}), u"0|1"_s);
+    EXPECT_EQ(play(PlayMode::Repeat, {1e30f}).count(u'0'), 2) << "an endless frame ends all the same";
+}
+
+TEST_F(PlayingTest, a_bar_without_length_ends_at_once)
+{
+    m_bar->set_total_length(0);
+    for (const PlayMode mode : {PlayMode::Normal, PlayMode::Repeat, PlayMode::Swing, PlayMode::ReverseRepeat})
+        EXPECT_EQ(play(mode, {0, 1}), u"0 end|"_s);
+}
+
+TEST_F(PlayingTest, a_preview_begins_with_the_bars_that_play_by_themselves_and_leaves_the_times_as_they_were)
+{
+    m_bar->set_current_time(2);
+    m_bar->set_auto_play(true);
+    CTimebar* other = m_scene.create_bar(9);
+    CTCommandScript* command = other->create_script_object();
+    command->set_script(u"blink(1)"_s);
+    const QByteArray before = text();
+    m_scene.set_running(true);
+    EXPECT_TRUE(m_bar->is_playing());
+    EXPECT_FALSE(other->is_playing());
+    m_scene.frame_move(1);
+    EXPECT_EQ(m_hearer.take(), u"0 1"_s);
+    other->active_bar(1);
+    m_scene.frame_move(1);
+    EXPECT_EQ(m_hearer.take(), u"blink(1)"_s);
+    m_scene.set_running(false);
+    EXPECT_EQ(m_bar->current_time(), 2);
+    EXPECT_EQ(other->current_time(), 0);
+    EXPECT_FALSE(m_bar->is_playing());
+    m_scene.frame_move(1);
+    EXPECT_EQ(m_hearer.take(), QString());
+    EXPECT_EQ(text(), before);
+}
+
+TEST_F(PlayingTest, whoever_hears_of_a_script_key_may_remove_the_bar)
+{
+    class Remover final : public AnimationListener {
+    public:
+        explicit Remover(CAnimationScene& scene) : m_scene(scene) {}
+        void script_key_passed(CTimebar& bar, float, const QString&) override
+        {
+            ++heard;
+            m_scene.remove_bar(&bar);
+            m_scene.document().forget_history();
+        }
+        void command_due(CTCommandScript&) override {}
+        void bar_ended(CTimebar&) override {}
+        int heard = 0;
+
+    private:
+        CAnimationScene& m_scene;
+    } remover(m_scene);
+    m_scene.set_listener(&remover);
+    m_scene.set_running(true);
+    m_bar->active_bar(1);
+    m_scene.frame_move(10);
+    m_scene.frame_move(10);
+    EXPECT_EQ(remover.heard, 1);
+}
+
+TEST_F(PlayingTest, a_command_is_taken_apart)
+{
+    CTCommandScript* command = m_bar->create_script_object();
+    command->set_script(uR"(  blink ("a, b", 'it\'s', speed 2) )"_s);
+    EXPECT_EQ(command->analyze_script().function, u"blink"_s);
+    EXPECT_EQ(command->analyze_script().parameters.join(u'|'), uR"("a, b"|'it\'s'|speed|2)"_s);
+    command->set_script(u"blink(\"open"_s);
+    EXPECT_EQ(command->analyze_script().parameters.join(u'|'), u"\"open"_s);
+    command->set_script({});
+    EXPECT_EQ(command->analyze_script().function, QString());
+}
