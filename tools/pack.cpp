@@ -2,6 +2,7 @@
 // package; PICTURES is a further folder of pictures. The scene is read and written as the program does it, so the
 // package holds the canonical text.
 
+#include "animation/animation_scene.h"
 #include "gui_scene/event_manager.h"
 #include "gui_scene/package_reader.h"
 #include "gui_scene/package_writer.h"
@@ -58,6 +59,7 @@ tarn::Status pack(const QStringList& arguments)
     CConfigScene functions(document);
     CEventManager events(document);
     CGuiCore core(document);
+    CAnimationScene animation(document);
     QMap<QString, QByteArray> texts;
     for (const tarn::PackagePart& part : document.parts())
         texts.insert(QLatin1String(part.entry), read(source + QLatin1Char('/') + QLatin1String(part.entry)));

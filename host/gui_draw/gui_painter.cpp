@@ -78,6 +78,8 @@ void GuiPainter::paint(QPainter& painter, const CGuiCore& core, const QRectF& cl
     for (const CDXUTControl* control : {core.live().hovered, core.live().popup})
         if (control && control->dialog() && !control->raised_area().isEmpty())
             paint_raised(painter, core, *control, scale);
+    if (const OpenMenu* menu = core.open_menu())
+        draw_open_menu({painter, m_elements, core, scale, false, nullptr}, *menu);
     painter.restore();
 }
 

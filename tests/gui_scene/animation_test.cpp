@@ -5,6 +5,7 @@
 #include "animation/timebar.h"
 #include "animation/timer_object.h"
 #include "gui_core/dxut_control.h"
+#include "script/script_runtime.h"
 #include "support/scene_fixture.h"
 
 using namespace tarn;
@@ -26,7 +27,7 @@ protected:
         animation().set_unrecorded(m_dialog->id(), Channel::Position, KeyValue::vec(300, 50, 0));
         EXPECT_EQ(m_bar->record_selection({m_dialog}), 1);
     }
-    QString log() const
+    QString log()
     {
         QStringList lines;
         for (const ScriptLogEntry& entry : m_world.script_log().entries())
