@@ -232,7 +232,7 @@ KeyValue mix(const KeyValue& a, const KeyValue& b, float way)
 {
     switch (a.type()) {
     case VarType::Int:
-        return KeyValue::whole(a.as_int() + int(std::lround((double(b.as_int()) - a.as_int()) * double(way))));
+        return KeyValue::whole(int(std::lround(a.as_int() + (double(b.as_int()) - a.as_int()) * double(way))));
     case VarType::Color: return KeyValue::color(mix_color(a.as_color(), b.as_color(), way));
     case VarType::Mat: {
         const Placement from = placement_of(a);

@@ -42,11 +42,13 @@ void require_sound(const KeyTrack& track)
         before = time;
     });
     require(track.is_empty() || before == track.time(track.size() - 1), "all keys are in range");
-    for (const float time : {0.f, before / 2, before})
-        for (const quint32 word : track.value_at(time, false).words())
+    for (const float time : {0.f, before / 2, before}) {
+        const KeyValue value = track.value_at(time, false);
+        for (const quint32 word : value.words())
             require(track.type() == VarType::Int || track.type() == VarType::Color
                         || KeyValue::is_sound(std::bit_cast<float>(word) / 4),
                     "values are finite");
+    }
 }
 
 void read_package(const QByteArray& text)

@@ -35,19 +35,6 @@ QString shortened(const QString& text)
     return text.size() <= longest_text ? text : cut_text(text, longest_text) + QChar(0x2026);
 }
 
-QString text_of(const Value& value)
-{
-    if (const auto* text = std::get_if<QString>(&value))
-        return shortened(*text);
-    if (const auto* flag = std::get_if<bool>(&value))
-        return *flag ? QStringLiteral("true") : QStringLiteral("false");
-    if (const auto* whole = std::get_if<qint64>(&value))
-        return QString::number(*whole);
-    if (const auto* number = std::get_if<double>(&value))
-        return QString::number(*number, 'g', 12);
-    return {};
-}
-
 ScriptLogEntry entry_for(const GuiEvent& event)
 {
     ScriptLogEntry entry;
@@ -62,6 +49,19 @@ ScriptLogEntry entry_for(const GuiEvent& event)
 }
 
 } // namespace
+
+QString log_text(const Value& value)
+{
+    if (const auto* text = std::get_if<QString>(&value))
+        return shortened(*text);
+    if (const auto* flag = std::get_if<bool>(&value))
+        return *flag ? QStringLiteral("true") : QStringLiteral("false");
+    if (const auto* whole = std::get_if<qint64>(&value))
+        return QString::number(*whole);
+    if (const auto* number = std::get_if<double>(&value))
+        return QString::number(*number, 'g', 12);
+    return {};
+}
 
 void EventRunner::begin()
 {
@@ -146,7 +146,7 @@ void EventRunner::answer(const GuiEvent& event, const std::shared_ptr<ModelObjec
         tell_error(*result.error, std::move(entry));
         return;
     }
-    entry.text = result.suspended ? lang(u"等待中", u"waiting") : text_of(result.value);
+    entry.text = result.suspended ? lang(u"等待中", u"waiting") : log_text(result.value);
     tell(std::move(entry));
 }
 

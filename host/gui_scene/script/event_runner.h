@@ -17,6 +17,9 @@ struct ScriptError;
 struct ScriptLogEntry;
 struct ScriptResult;
 
+/// A function's result as the log tells it; long ones are cut short.
+QString log_text(const Value& value);
+
 /// Lets the scene's functions answer the events of the running interface, and tells the log.
 ///
 /// Events wait until the input that caused them is done with, since a function may change or remove anything. What a

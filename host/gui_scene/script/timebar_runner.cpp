@@ -6,6 +6,7 @@
 #include "animation/timer_object.h"
 #include "core/language.h"
 #include "engine/base_world.h"
+#include "event_runner.h"
 #include "gui_scene/gui_plug_scene.h"
 #include "script/script_runtime.h"
 
@@ -87,8 +88,10 @@ void TimebarRunner::call(CTimebar& bar, ScriptLogEntry entry, std::span<const Sc
         entry.text = result.error->text();
     } else if (result.suspended) {
         entry.text = lang(u"等待中", u"waiting");
-    } else if (!every) {
-        return;
+    } else {
+        entry.text = log_text(result.value);
+        if (!every)
+            return;
     }
     tell(std::move(entry));
 }
