@@ -1,4 +1,5 @@
 #include "animation/key_track.h"
+#include "core/language.h"
 
 #include "animation/anim_time.h"
 #include "core/json_reader.h"
@@ -163,6 +164,7 @@ TEST(KeyTrack, keys_that_are_shifted_stay_apart_and_behind_those_before)
 
 TEST(KeyTrack, a_damaged_one_is_refused_with_its_place)
 {
+    VLCMsgIniW::set_language(Language::English);
     const struct {
         const char* keys;
         const char* message;

@@ -527,3 +527,14 @@ TEST_F(DrawingTest, what_is_selected_in_an_edit_box_is_marked_and_no_more)
     EXPECT_LT(marked.left(), box->text_area(box->rect()).left() + 10) << "where the caret was";
     EXPECT_NEAR(marked.right(), box->caret_rect().right(), 3) << "where it is";
 }
+
+TEST_F(DrawingTest, an_open_menu_is_drawn_and_goes_when_it_is_closed)
+{
+    CDXUTMenu* menu = m_core.create_menu();
+    m_core.create_menu_item(*menu, 0, {.text = u"item"_s});
+    m_core.EnableGui(false);
+    m_core.pop_menu(*menu, {30, 40});
+    EXPECT_FALSE(is_blank(picture()));
+    m_core.close_menu();
+    EXPECT_TRUE(is_blank(picture()));
+}

@@ -48,7 +48,7 @@ t.refused('there is no key "Entf"', studio.view.key, studio.view, "Entf")
 t.refused("this mouse button is not pressed", studio.view.release, studio.view, 1, 1)
 t.refused("there is no timeline", studio.screenshot, t.temporary("timeline.png"), "timeline")
 t.refused("could not be written", studio.screenshot, t.temporary("no folder/window.png"))
-t.refused("attempt to call a nil value", function() studio.timebars() end)
+t.refused("attempt to call a nil value", function() studio.no_such_call() end)
 
 -- Objects
 t.refused('dialog 2 has no property "size"', camp.get, camp, "size")
