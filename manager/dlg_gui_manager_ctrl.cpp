@@ -254,6 +254,8 @@ void CDlgGuiManagerCtrl::refill()
     if (std::exchange(m_order_stale, false) && !sorted)
         m_list->sort_again();
     m_list->selecte_item_by_ptr_binded(core()->selection().current_control);
+    if (core()->selection().controls.size() > 1)
+        select_rows_of_selection(); // Undo brings back all of it.
     update_buttons();
 }
 
