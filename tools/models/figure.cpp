@@ -80,17 +80,28 @@ Shape limb(int upper, int lower, const QVector3D& end, float thick, float middle
 
 Shape tunic()
 {
-    // From the hem to the collar; the hem swings a little with the hips only.
-    return tube({{{0, 0.7f, 0}, 0.235f, 0.185f, {hips, hips, 0}},
-                 {{0, 0.8f, 0}, 0.215f, 0.165f, {hips, hips, 0}},
-                 {{0, 0.94f, 0}, 0.18f, 0.135f, {hips, spine, 0.2f}},
-                 {{0, 1.03f, 0}, 0.165f, 0.125f, {hips, spine, 0.6f}},
-                 {{0, 1.16f, 0}, 0.185f, 0.135f, {spine, chest, 0.5f}},
-                 {{0, 1.3f, 0}, 0.205f, 0.14f, {spine, chest, 1}},
-                 {{0, 1.39f, 0}, 0.185f, 0.12f, {chest, chest, 0}},
-                 {{0, 1.44f, 0}, 0.11f, 0.09f, {chest, neck, 0.2f}},
-                 {{0, 1.47f, 0}, 0.06f, 0.06f, {chest, neck, 0.5f}}},
-                28);
+    // From the hem to the collar.
+    Shape shape = tube({{{0, 0.7f, 0}, 0.235f, 0.185f, {hips, hips, 0}},
+                        {{0, 0.77f, 0}, 0.222f, 0.172f, {hips, hips, 0}},
+                        {{0, 0.84f, 0}, 0.205f, 0.157f, {hips, hips, 0}},
+                        {{0, 0.89f, 0}, 0.192f, 0.145f, {hips, hips, 0}},
+                        {{0, 0.94f, 0}, 0.18f, 0.135f, {hips, spine, 0.2f}},
+                        {{0, 1.03f, 0}, 0.165f, 0.125f, {hips, spine, 0.6f}},
+                        {{0, 1.16f, 0}, 0.185f, 0.135f, {spine, chest, 0.5f}},
+                        {{0, 1.3f, 0}, 0.205f, 0.14f, {spine, chest, 1}},
+                        {{0, 1.39f, 0}, 0.185f, 0.12f, {chest, chest, 0}},
+                        {{0, 1.44f, 0}, 0.11f, 0.09f, {chest, neck, 0.2f}},
+                        {{0, 1.47f, 0}, 0.06f, 0.06f, {chest, neck, 0.5f}}},
+                       28);
+    // The skirt swings with the legs.
+    for (std::size_t i = 0; i < shape.places.size(); ++i) {
+        const QVector3D& place = shape.places[i];
+        if (place.y() < 0.9f)
+            shape.links[i] = {hips, place.x() > 0 ? thigh_left : thigh_right,
+                              std::min(1.f, (0.9f - place.y()) / 0.2f) * 0.75f
+                                  * std::min(1.f, std::abs(place.x()) / 0.08f)};
+    }
+    return shape;
 }
 
 Shape hat()

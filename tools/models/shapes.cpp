@@ -48,46 +48,44 @@ void Shape::add(const Shape& other, const QMatrix4x4& moved)
 Shape tube(const std::vector<Ring>& rings, int sides)
 {
     Shape shape;
-    const std::size_t count = rings.size();
-    const auto add = [&](const Ring& ring, const QVector3D& place, const QVector3D& normal, QVector2D uv) {
-        shape.places.push_back(place);
-        shape.normals.push_back(normal.normalized());
-        shape.uvs.push_back(uv);
-        shape.links.push_back(ring.links);
-    };
-    for (std::size_t i = 0; i < count; ++i) {
-        const Ring& ring = rings[i];
-        const Ring& below = rings[i == 0 ? 0 : i - 1];
-        const Ring& above = rings[std::min(i + 1, count - 1)];
-        const float rise = above.centre.y() - below.centre.y();
-        const float grow = (above.x + above.z - below.x - below.z) / 2;
+    const float up = rings.back().centre.y() > rings.front().centre.y() ? 1.f : -1.f;
+    // Of each piece between two rings, outwards and upwards.
+    std::vector<QVector2D> slopes;
+    for (std::size_t i = 0; i + 1 < rings.size(); ++i) {
+        const float rise = rings[i + 1].centre.y() - rings[i].centre.y();
+        const float grow = (rings[i + 1].x + rings[i + 1].z - rings[i].x - rings[i].z) / 2;
+        slopes.push_back(QVector2D(rise, -grow).normalized() * up);
+    }
+    const auto add_row = [&](const Ring& ring, const QVector2D& slope, float v) {
         for (int side = 0; side <= sides; ++side) {
             const float angle = 2 * pi * float(side) / float(sides);
             const QVector3D out(std::cos(angle), 0, std::sin(angle));
-            const QVector3D slope = rise >= 0 ? QVector3D(0, -grow, 0) : QVector3D(0, grow, 0);
-            add(ring, ring.centre + QVector3D(ring.x * out.x(), 0, ring.z * out.z()), out * std::abs(rise) + slope,
-                {float(side) / float(sides), float(i) / float(count - 1)});
+            shape.places.push_back(ring.centre + QVector3D(ring.x * out.x(), 0, ring.z * out.z()));
+            shape.normals.push_back((out * slope.x() + QVector3D(0, slope.y(), 0)).normalized());
+            shape.uvs.emplace_back(float(side) / float(sides), v);
+            shape.links.push_back(ring.links);
         }
-    }
+    };
     const auto row = quint32(sides + 1);
-    for (quint32 i = 0; i + 1 < count; ++i)
-        for (quint32 side = 0; side < quint32(sides); ++side) {
-            const quint32 a = i * row + side;
+    for (std::size_t i = 0; i < slopes.size(); ++i) {
+        const auto first = quint32(shape.places.size());
+        const auto smooth = [&](std::size_t other) {
+            // A sharp bend stays an edge.
+            return QVector2D::dotProduct(slopes[i], slopes[other]) > 0.4f ? slopes[i] + slopes[other] : slopes[i];
+        };
+        add_row(rings[i], smooth(i == 0 ? 0 : i - 1), float(i) / float(slopes.size()));
+        add_row(rings[i + 1], smooth(std::min(i + 1, slopes.size() - 1)), float(i + 1) / float(slopes.size()));
+        for (quint32 a = first; a + 1 < first + row; ++a) {
             triangle(shape, a, a + row, a + row + 1);
             triangle(shape, a, a + row + 1, a + 1);
         }
-    for (const std::size_t end : {std::size_t(0), count - 1}) {
-        const Ring& ring = rings[end];
-        const Ring& inner = rings[end == 0 ? 1 : count - 2];
-        const QVector3D out(0, ring.centre.y() < inner.centre.y() ? -1.f : 1.f, 0);
-        const auto middle = quint32(shape.places.size());
-        add(ring, ring.centre, out, {0.5f, 0.5f});
-        for (int side = 0; side <= sides; ++side) {
-            const QVector3D rim = shape.places[end * row + std::size_t(side)];
-            add(ring, rim, out, {0.5f, 0.5f});
-            if (side > 0)
-                triangle(shape, middle, middle + quint32(side), middle + quint32(side) + 1);
-        }
+    }
+    for (const bool end : {false, true}) {
+        const Ring& ring = end ? rings.back() : rings.front();
+        const auto first = quint32(shape.places.size());
+        add_row(ring, {0, end ? up : -up}, 0.5f);
+        for (quint32 side = 1; side + 1 < quint32(sides); ++side)
+            triangle(shape, first, first + side, first + side + 1);
     }
     face_outwards(shape);
     return shape;
@@ -163,6 +161,19 @@ Shape box(const QVector3D& centre, const QVector3D& size, float bevel)
                 quad({a - along, a + along, b + along, b - along}, normal, false);
             }
         }
+    for (int corner = 0; corner < 8; ++corner) {
+        const QVector3D out(corner & 1 ? 1.f : -1.f, corner & 2 ? 1.f : -1.f, corner & 4 ? 1.f : -1.f);
+        const auto first = quint32(shape.places.size());
+        for (int axis = 0; axis < 3; ++axis) {
+            QVector3D place = out * inner;
+            place[axis] = out[axis] * half[axis];
+            shape.places.push_back(centre + place);
+            shape.normals.push_back(out.normalized());
+            shape.uvs.emplace_back(0.02f, 0.02f);
+            shape.links.emplace_back();
+        }
+        triangle(shape, first, first + 1, first + 2);
+    }
     face_outwards(shape);
     return shape;
 }

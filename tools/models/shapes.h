@@ -34,7 +34,7 @@ struct Ring {
     Links links;
 };
 
-/// A closed, smooth tube through rings that follow each other upwards or downwards.
+/// A closed tube through rings that lead upwards or downwards as a whole; smooth but for sharp bends.
 Shape tube(const std::vector<Ring>& rings, int sides = 20);
 /// A ball of these radii, all of which follows `links`.
 Shape ball(const QVector3D& centre, const QVector3D& radii, Links links = {}, int sides = 20);

@@ -1,5 +1,6 @@
 #include "gl_surface.h"
 
+#include "camera_look.h"
 #include "engine/base_world.h"
 #include "overlay_buffer.h"
 
@@ -98,7 +99,7 @@ void GlSurface::paintGL()
     m_scene->set_layer(GroundScene::overlay_layer, m_overlay.image(), changed);
     const QRect painted = m_tool.update(m_world.mouse_tool(), size(), dpr, m_overlay.scale(size()));
     m_scene->set_layer(GroundScene::tool_layer, m_tool.image(), painted);
-    m_scene->draw(ground_look(m_world.camera(), device_size(size(), dpr), dpr), defaultFramebufferObject());
+    m_scene->draw(camera_look(m_world.camera(), device_size(size(), dpr), dpr), defaultFramebufferObject());
 }
 
 } // namespace tarn

@@ -1,5 +1,6 @@
 #include "plain_surface.h"
 
+#include "camera_look.h"
 #include "engine/base_world.h"
 #include "ground_raster.h"
 
@@ -49,7 +50,7 @@ void PlainSurface::paintEvent(QPaintEvent*)
 {
     const double dpr = devicePixelRatioF();
     m_overlay.update(m_world.overlay(), size(), dpr);
-    const GroundLook look = ground_look(m_world.camera(), device_size(size(), dpr), dpr);
+    const GroundLook look = camera_look(m_world.camera(), device_size(size(), dpr), dpr);
     QPainter painter(this);
     draw_pixels(painter, m_ground.image(look));
     paint_over(painter, m_overlay.image(), m_world, m_overlay.scale(size()));

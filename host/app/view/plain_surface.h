@@ -1,7 +1,7 @@
 #pragma once
 
-#include "ground_look.h"
 #include "overlay_buffer.h"
+#include "render/ground_look.h"
 
 #include <QImage>
 #include <QWidget>
