@@ -82,6 +82,7 @@ Shape half_cylinder(float length, float radius, float lift)
     QMatrix4x4 lying;
     lying.translate(0, lift, radius);
     lying.rotate(90, 0, 0, 1);
+    lying.rotate(90, 0, 1, 0); // The ends' triangles fan out from a corner on the flat side.
     shape.add(tube(rings, 36), lying);
     Shape upper = shape;
     upper.indices.clear();
