@@ -6,7 +6,8 @@
 namespace tarn {
 
 struct GroundPass::Parts {
-    GlProgram program;
+    GlProgram screen;
+    GlProgram plane;
     GlVertexArray no_vertices;
     GlTexture background;
 };
@@ -20,16 +21,16 @@ bool GroundPass::initialize()
     bind_texture(0, m_parts->background.id());
     for (const GLenum filter : {GL_TEXTURE_MIN_FILTER, GL_TEXTURE_MAG_FILTER})
         glTexParameteri(GL_TEXTURE_2D, filter, GL_NEAREST);
-    return m_parts->program.build(shaders::screen, shaders::ground);
+    return m_parts->screen.build(shaders::screen, shaders::ground)
+        && m_parts->plane.build(shaders::ground_vertex, shaders::ground);
 }
 
-void GroundPass::draw(const GroundLook& look)
+void GroundPass::prepare(GlProgram& program, const GroundLook& look)
 {
     const std::vector<QVector3D> colors = look.is_level ? background_rows(look) : background_heights();
     static_assert(sizeof(QVector3D) == 3 * sizeof(float));
     bind_texture(0, m_parts->background.id());
     glTexImage2D(GL_TEXTURE_2D, 0, GL_RGB32F, 1, GLsizei(colors.size()), 0, GL_RGB, GL_FLOAT, colors.data());
-    GlProgram& program = m_parts->program;
     program.use();
     program.set("background", 0);
     program.set("steps", look.is_level ? 0.f : float(background_steps));
@@ -50,7 +51,22 @@ void GroundPass::draw(const GroundLook& look)
     program.set("glow_color", ground::glow_color);
     program.set("glow_radius", ground::glow_radius);
     glBindVertexArray(m_parts->no_vertices.id());
+}
+
+void GroundPass::draw(const GroundLook& look)
+{
+    prepare(m_parts->screen, look);
     glDrawArrays(GL_TRIANGLES, 0, 3);
+}
+
+void GroundPass::draw_plane(const GroundLook& look, const QMatrix4x4& world_to_clip)
+{
+    prepare(m_parts->plane, look);
+    m_parts->plane.set("to_clip", world_to_clip);
+    const float x = look.eye.x();
+    const float z = look.eye.z();
+    m_parts->plane.set("area", QVector4D(x - look.reach, z - look.reach, x + look.reach, z + look.reach));
+    glDrawArrays(GL_TRIANGLE_STRIP, 0, 4);
 }
 
 } // namespace tarn

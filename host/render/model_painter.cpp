@@ -8,7 +8,7 @@ namespace tarn {
 
 namespace {
 
-enum Feature { skinned = 1, with_picture = 2, with_normal_map = 4, masked = 8, silhouette = 16 };
+enum Feature { skinned = 1, with_picture = 2, with_normal_map = 4, masked = 8, silhouette = 16, highlighted = 32 };
 
 const QVector3D light_color(0.62f, 0.59f, 0.54f);
 const QVector3D sky_color(0.52f, 0.56f, 0.66f);
@@ -18,11 +18,9 @@ constexpr std::size_t matrix_floats = 16;
 
 std::string defines_of(int features)
 {
-    constexpr std::pair<int, const char*> names[] = {{skinned, "SKINNED"},
-                                                     {with_picture, "PICTURE"},
-                                                     {with_normal_map, "NORMAL_MAP"},
-                                                     {masked, "MASKED"},
-                                                     {silhouette, "SILHOUETTE"}};
+    constexpr std::pair<int, const char*> names[] = {
+        {skinned, "SKINNED"}, {with_picture, "PICTURE"},  {with_normal_map, "NORMAL_MAP"},
+        {masked, "MASKED"},   {silhouette, "SILHOUETTE"}, {highlighted, "HIGHLIGHT"}};
     std::string lines;
     for (const auto& [feature, name] : names)
         if (features & feature)
@@ -77,7 +75,6 @@ GlProgram* ModelPainter::use_program(int features)
     if (std::find(m_prepared.begin(), m_prepared.end(), wanted) != m_prepared.end())
         return wanted;
     m_prepared.push_back(wanted);
-    wanted->set("to_clip", m_world_to_clip);
     wanted->set("picture", 0);
     wanted->set("normal_map", 1);
     wanted->set("eye", m_eye);
@@ -113,14 +110,17 @@ void ModelPainter::draw(const ModelPose& pose, const ModelPart& part, const QMat
     const bool bumpy = material.normal_map >= 0 && !mesh.tangents.empty() && !m_silhouette;
     int features = (mesh.bones.empty() ? 0 : skinned) | (m_silhouette ? silhouette : 0) | (is_masked ? masked : 0)
         | (bumpy ? with_normal_map : 0);
+    if (look.highlight.w() > 0 && !m_silhouette)
+        features |= highlighted;
     if (shows_picture && (is_masked || !m_silhouette))
         features |= with_picture;
     GlProgram* used = use_program(features);
     if (!used)
         return;
     const QMatrix4x4 matrix = to_world * pose.matrix(part);
-    used->set("to_world", matrix);
+    used->set("to_clip", m_world_to_clip * matrix);
     if (!m_silhouette) {
+        used->set("to_world", matrix);
         used->set("normal_to_world", matrix.normalMatrix());
         used->set("highlight", look.highlight);
     }

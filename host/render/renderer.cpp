@@ -5,7 +5,6 @@
 #include "model_painter.h"
 #include "render_context.h"
 #include "render_target.h"
-#include "shaders.h"
 #include "shadows.h"
 
 #include <algorithm>
@@ -57,6 +56,7 @@ struct Target {
 struct Seen {
     const DrawItem* item;
     const ModelPose* pose;
+    float distance; ///< from the eye
 };
 
 /// A part that lets something through, to be drawn after all that do not.
@@ -65,6 +65,13 @@ struct Clear {
     const ModelPart* part;
     float depth; ///< from the camera
 };
+
+bool is_clear(const DrawItem& item, const ModelPart& part)
+{
+    const ModelData& data = item.model->data();
+    const ModelMaterial& material = data.materials[data.meshes[part.mesh].material];
+    return material.alpha == AlphaMode::Blend || item.transparency > 0 || item.tint.alpha() < 255;
+}
 
 } // namespace
 
@@ -82,8 +89,7 @@ public:
         const RenderContext::Current current(*context);
         m_own = std::make_unique<Own>();
         m_own->samples = samples_here();
-        return m_own->painter.initialize() && m_own->shadows.initialize() && m_own->ground.initialize()
-            && m_own->plain.build(shaders::ground_vertex, shaders::plain_fragment);
+        return m_own->painter.initialize() && m_own->shadows.initialize() && m_own->ground.initialize();
     }
 
     quint32 draw(int number, const RenderView& view, std::span<const DrawItem> items);
@@ -104,8 +110,6 @@ private:
         ModelPainter painter;
         Shadows shadows;
         GroundPass ground;
-        GlProgram plain;
-        GlVertexArray no_vertices;
         std::map<int, Target> targets;
         std::map<quint64, Texture> textures;
         quint64 textures_version = 0;
@@ -114,11 +118,11 @@ private:
 
     const ModelPose& pose_of(const DrawItem& item) { return item.pose ? *item.pose : m_own->painter.rest(item.model); }
     bool is_shown(Target& target, const RenderView& view, std::span<const DrawItem> items);
-    std::vector<Seen> seen(const Frustum& frustum, std::span<const DrawItem> items);
+    std::vector<Seen> seen(const Frustum& frustum, std::span<const DrawItem> items, const QVector3D& eye);
     void prepare_shadows(const Frustum& frustum, std::span<const DrawItem> items);
-    void draw_ground(const RenderView& view, const QMatrix4x4& world_to_clip, const QVector3D& eye);
-    void draw_items(const RenderView& view, const std::vector<Seen>& seen);
-    void draw_clear(std::vector<Clear>& clear);
+    void draw_solid(const std::vector<Seen>& seen);
+    void draw_ground(const RenderView& view, const QMatrix4x4& world_to_clip, bool shaded);
+    void draw_clear(const RenderView& view, const std::vector<Seen>& seen);
     void draw_part(const Seen& seen, const ModelPart& part);
     PartLook look_of(const DrawItem& item, const ModelMaterial& material) const;
 
@@ -140,12 +144,19 @@ bool Renderer::Parts::is_shown(Target& target, const RenderView& view, std::span
     return same;
 }
 
-std::vector<Seen> Renderer::Parts::seen(const Frustum& frustum, std::span<const DrawItem> items)
+/// The nearest first: what they cover is not drawn again.
+std::vector<Seen> Renderer::Parts::seen(const Frustum& frustum, std::span<const DrawItem> items, const QVector3D& eye)
 {
     std::vector<Seen> all;
-    for (const DrawItem& item : items)
-        if (const ModelPose& pose = pose_of(item); item.transparency < 1 && frustum.sees(pose.box().moved(item.matrix)))
-            all.push_back({&item, &pose});
+    for (const DrawItem& item : items) {
+        if (item.transparency >= 1)
+            continue;
+        const ModelPose& pose = pose_of(item);
+        const ModelBox box = pose.box().moved(item.matrix);
+        if (frustum.sees(box))
+            all.push_back({&item, &pose, box.centre().distanceToPoint(eye)});
+    }
+    std::stable_sort(all.begin(), all.end(), [](const Seen& a, const Seen& b) { return a.distance < b.distance; });
     return all;
 }
 
@@ -157,26 +168,23 @@ void Renderer::Parts::prepare_shadows(const Frustum& frustum, std::span<const Dr
                 m_own->shadows.prepare(m_own->painter, pose, item.matrix);
 }
 
-/// The shadows and the ground's depth: seen from above it hides what is below.
-void Renderer::Parts::draw_ground(const RenderView& view, const QMatrix4x4& world_to_clip, const QVector3D& eye)
+/// After the solid models: pixels that they cover cost nothing. `shaded`: the opacity that is there is the light.
+void Renderer::Parts::draw_ground(const RenderView& view, const QMatrix4x4& world_to_clip, bool shaded)
 {
     const GroundLook look = ground_look(view.view, view.projection, view.pixels, view.dpr);
+    (shaded ? glEnable : glDisable)(GL_BLEND);
+    glBlendFuncSeparate(GL_DST_ALPHA, GL_ZERO, GL_ONE, GL_ZERO);
+    glDisable(GL_CULL_FACE);
+    if (look.eye.y() > 0) {               // Seen from above it hides what is below.
+        glEnable(GL_POLYGON_OFFSET_FILL); // But not what lies on it.
+        glPolygonOffset(1, 8);
+        m_own->ground.draw_plane(look, world_to_clip);
+        glDisable(GL_POLYGON_OFFSET_FILL);
+    }
+    glDepthRange(1, 1); // Where nothing is.
     m_own->ground.draw(look);
-    if (eye.y() <= 0)
-        return;
-    m_own->shadows.draw(world_to_clip);
-    m_own->plain.use();
-    m_own->plain.set("to_clip", world_to_clip);
-    m_own->plain.set("area",
-                     QVector4D(eye.x() - look.reach, eye.z() - look.reach, eye.x() + look.reach, eye.z() + look.reach));
-    glEnable(GL_DEPTH_TEST);
-    glEnable(GL_POLYGON_OFFSET_FILL); // What lies on the ground is not hidden by it.
-    glPolygonOffset(1, 8);
-    glColorMask(GL_FALSE, GL_FALSE, GL_FALSE, GL_FALSE);
-    glBindVertexArray(m_own->no_vertices.id());
-    glDrawArrays(GL_TRIANGLE_STRIP, 0, 4);
-    glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_TRUE);
-    glDisable(GL_POLYGON_OFFSET_FILL);
+    glDepthRange(0, 1);
+    glDisable(GL_BLEND);
 }
 
 PartLook Renderer::Parts::look_of(const DrawItem& item, const ModelMaterial& material) const
@@ -200,27 +208,26 @@ void Renderer::Parts::draw_part(const Seen& seen, const ModelPart& part)
     cost.triangles += qsizetype(mesh.indices.size() / 3);
 }
 
-void Renderer::Parts::draw_items(const RenderView& view, const std::vector<Seen>& seen)
+void Renderer::Parts::draw_solid(const std::vector<Seen>& seen)
 {
-    glEnable(GL_DEPTH_TEST);
-    glDepthFunc(GL_LEQUAL);
-    std::vector<Clear> clear;
+    // The opacity belongs to the shadows.
+    glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_FALSE);
     for (const Seen& one : seen)
-        for (const ModelPart& part : one.item->model->parts()) {
-            const ModelData& data = one.item->model->data();
-            const ModelMaterial& material = data.materials[data.meshes[part.mesh].material];
-            if (material.alpha != AlphaMode::Blend && one.item->transparency <= 0 && one.item->tint.alpha() == 255) {
+        for (const ModelPart& part : one.item->model->parts())
+            if (!is_clear(*one.item, part))
                 draw_part(one, part);
-                continue;
-            }
-            const QVector3D centre = one.item->matrix.map(one.pose->box(part).centre());
-            clear.push_back({one, &part, -view.view.map(centre).z()});
-        }
-    draw_clear(clear);
+    glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_TRUE);
 }
 
-void Renderer::Parts::draw_clear(std::vector<Clear>& clear)
+void Renderer::Parts::draw_clear(const RenderView& view, const std::vector<Seen>& seen)
 {
+    std::vector<Clear> clear;
+    for (const Seen& one : seen)
+        for (const ModelPart& part : one.item->model->parts())
+            if (is_clear(*one.item, part)) {
+                const QVector3D centre = one.item->matrix.map(one.pose->box(part).centre());
+                clear.push_back({one, &part, -view.view.map(centre).z()});
+            }
     std::stable_sort(clear.begin(), clear.end(), [](const Clear& a, const Clear& b) { return a.depth > b.depth; });
     glEnable(GL_BLEND);
     glBlendFuncSeparate(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA, GL_ZERO, GL_ONE);
@@ -245,19 +252,25 @@ quint32 Renderer::Parts::draw(int number, const RenderView& view, std::span<cons
     const QVector3D eye = view.view.inverted().column(3).toVector3D();
     const Frustum frustum(world_to_clip);
     const bool ground = view.ground && view.projection(3, 3) == 0;
-    if (ground && eye.y() > 0)
+    const bool casts = ground && eye.y() > 0;
+    if (casts)
         prepare_shadows(frustum, items);
     target.buffer.resize(view.pixels);
     target.buffer.bind();
     for (const GLenum state : {GL_BLEND, GL_DEPTH_TEST, GL_CULL_FACE, GL_SCISSOR_TEST})
         glDisable(state);
     glClearColor(view.background.redF(), view.background.greenF(), view.background.blueF(), 1);
-    glClear(GL_DEPTH_BUFFER_BIT | (ground ? 0 : GL_COLOR_BUFFER_BIT));
-    if (ground)
-        draw_ground(view, world_to_clip, eye);
-    const std::vector<Seen> visible = seen(frustum, items);
+    glClear(GL_DEPTH_BUFFER_BIT | GL_COLOR_BUFFER_BIT);
+    const bool shaded = casts && m_own->shadows.draw(world_to_clip);
+    const std::vector<Seen> visible = seen(frustum, items, eye);
+    glEnable(GL_DEPTH_TEST);
+    glDepthFunc(GL_LEQUAL);
     m_own->painter.begin(world_to_clip, eye, false);
-    draw_items(view, visible);
+    draw_solid(visible);
+    if (ground)
+        draw_ground(view, world_to_clip, shaded);
+    m_own->painter.begin(world_to_clip, eye, false);
+    draw_clear(view, visible);
     target.buffer.finish();
     cost.items = int(visible.size());
     cost.drawn = true;

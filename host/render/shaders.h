@@ -87,7 +87,8 @@ void main()
 }
 )";
 
-/// Models. Defined or not: SKINNED, PICTURE, NORMAL_MAP, MASKED, SILHOUETTE.
+/// Models. Defined or not: SKINNED, PICTURE, NORMAL_MAP, MASKED, SILHOUETTE, HIGHLIGHT. What is handed from corner to
+/// pixel is as little as can be: without a graphics processor that is most of a frame.
 inline constexpr char model_vertex[] = R"(
 layout(location = 0) in vec3 place;
 layout(location = 1) in vec3 normal;
@@ -97,14 +98,22 @@ layout(location = 4) in uvec4 bone_numbers;
 layout(location = 5) in vec4 bone_weights;
 uniform mat4 to_world;
 uniform mat3 normal_to_world;
-uniform mat4 to_clip; // from the world
+uniform mat4 to_clip;
 #ifdef SKINNED
 layout(std140) uniform Bones { mat4 bones[128]; };
 #endif
+#ifdef HIGHLIGHT
 out vec3 at;
+#endif
+#ifndef SILHOUETTE
 out vec3 face;
+#endif
+#ifdef NORMAL_MAP
 out vec4 along;
+#endif
+#if defined(PICTURE) || defined(NORMAL_MAP)
 out vec2 spot;
+#endif
 
 void main()
 {
@@ -116,9 +125,12 @@ void main()
     posed = vec4((skin * posed).xyz, 1.0);
     posed_normal = mat3(skin) * normal;
 #endif
-    vec4 world = to_world * posed;
-    at = world.xyz;
+#ifdef HIGHLIGHT
+    at = (to_world * posed).xyz;
+#endif
+#ifndef SILHOUETTE
     face = normal_to_world * posed_normal;
+#endif
 #ifdef NORMAL_MAP
     vec3 posed_tangent = tangent.xyz;
 #ifdef SKINNED
@@ -126,16 +138,26 @@ void main()
 #endif
     along = vec4(mat3(to_world) * posed_tangent, tangent.w);
 #endif
+#if defined(PICTURE) || defined(NORMAL_MAP)
     spot = uv;
-    gl_Position = to_clip * world;
+#endif
+    gl_Position = to_clip * posed;
 }
 )";
 
 inline constexpr char model_fragment[] = R"(
+#ifdef HIGHLIGHT
 in vec3 at;
+#endif
+#ifndef SILHOUETTE
 in vec3 face;
+#endif
+#ifdef NORMAL_MAP
 in vec4 along;
+#endif
+#if defined(PICTURE) || defined(NORMAL_MAP)
 in vec2 spot;
+#endif
 uniform vec4 color;
 uniform sampler2D picture;
 uniform sampler2D normal_map;
@@ -145,7 +167,7 @@ uniform vec3 to_light;
 uniform vec3 light_color;
 uniform vec3 sky_color;
 uniform vec3 ground_color;
-uniform vec4 highlight; // opacity 0: none
+uniform vec4 highlight;
 out vec4 value;
 
 void main()
@@ -170,10 +192,10 @@ void main()
 #endif
     vec3 light = mix(ground_color, sky_color, n.y * 0.5 + 0.5) + light_color * max(dot(n, to_light), 0.0);
     vec3 lit = base.rgb * light;
-    if (highlight.a > 0.0) {
-        float rim = 1.0 - abs(dot(n, normalize(eye - at)));
-        lit = mix(lit, highlight.rgb, highlight.a * (0.22 + 0.78 * rim * rim));
-    }
+#ifdef HIGHLIGHT
+    float rim = 1.0 - abs(dot(n, normalize(eye - at)));
+    lit = mix(lit, highlight.rgb, highlight.a * (0.22 + 0.78 * rim * rim));
+#endif
     value = vec4(lit, base.a);
 #endif
 }
@@ -224,15 +246,6 @@ void main()
             weights += weight;
         }
     value = vec4(sum / weights);
-}
-)";
-
-inline constexpr char plain_fragment[] = R"(
-out vec4 value;
-
-void main()
-{
-    value = vec4(1.0);
 }
 )";
 

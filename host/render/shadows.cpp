@@ -75,8 +75,7 @@ bool Shadows::initialize()
     m_framebuffer = std::make_unique<GlFramebuffer>();
     prepare_texture(m_silhouette->id());
     return m_soften.build(shaders::screen, shaders::soften_fragment)
-        && m_shade.build(shaders::ground_vertex, shaders::shadow_fragment)
-        && m_darken.build(shaders::screen, shaders::plain_fragment);
+        && m_shade.build(shaders::ground_vertex, shaders::shadow_fragment);
 }
 
 ModelBox Shadows::area(const ModelPose& pose, const QMatrix4x4& to_world)
@@ -121,11 +120,10 @@ void Shadows::make(GLuint texture, ModelPainter& painter, const ModelPose& pose,
     glDrawArrays(GL_TRIANGLES, 0, 3);
 }
 
-void Shadows::draw(const QMatrix4x4& world_to_clip)
+bool Shadows::draw(const QMatrix4x4& world_to_clip)
 {
+    const bool any = !m_prepared.empty();
     glBindVertexArray(m_no_vertices->id());
-    for (const GLenum state : {GL_DEPTH_TEST, GL_CULL_FACE})
-        glDisable(state);
     glEnable(GL_BLEND);
     // The darkest counts, not the sum: where two shadows meet there is still only one light that is hidden.
     glColorMask(GL_FALSE, GL_FALSE, GL_FALSE, GL_TRUE);
@@ -140,20 +138,12 @@ void Shadows::draw(const QMatrix4x4& world_to_clip)
         glDrawArrays(GL_TRIANGLE_STRIP, 0, 4);
     }
     glBlendEquation(GL_FUNC_ADD);
-    if (!m_prepared.empty()) {
-        glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_FALSE);
-        glBlendFunc(GL_ZERO, GL_DST_ALPHA);
-        m_darken.use();
-        glDrawArrays(GL_TRIANGLES, 0, 3);
-        glColorMask(GL_FALSE, GL_FALSE, GL_FALSE, GL_TRUE);
-        glClearColor(0, 0, 0, 1);
-        glClear(GL_COLOR_BUFFER_BIT);
-    }
     glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_TRUE);
     glDisable(GL_BLEND);
     m_prepared.clear();
     forget_old();
     ++m_frame;
+    return any;
 }
 
 void Shadows::forget_old()

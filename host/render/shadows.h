@@ -25,8 +25,9 @@ public:
 
     /// Makes the shadow's picture, unless there is one. Binds other framebuffers.
     void prepare(ModelPainter& painter, const ModelPose& pose, const QMatrix4x4& to_world);
-    /// Darkens the ground in the bound framebuffer, whose opacity is 1 and stays so, by all that was prepared since.
-    void draw(const QMatrix4x4& world_to_clip);
+    /// Leaves in the opacity of the bound framebuffer, which is 1 before, how much light reaches the ground with all that
+    /// was prepared since. False when nothing was.
+    bool draw(const QMatrix4x4& world_to_clip);
 
 private:
     /// The pose's revision, and how it is turned and scaled.
@@ -46,7 +47,6 @@ private:
 
     GlProgram m_soften;
     GlProgram m_shade;
-    GlProgram m_darken;
     std::unique_ptr<GlVertexArray> m_no_vertices;
     std::unique_ptr<GlTexture> m_silhouette;
     std::unique_ptr<GlFramebuffer> m_framebuffer;

@@ -147,9 +147,10 @@ TEST_F(Importing, ComesFromTheCacheUntilTheFileOrOneBesideItChanges)
     const ModelImporter only_cache = folder.importer(u"/no/such/program"_s);
     EXPECT_TRUE(only_cache.import_file(path).ok());
     EXPECT_TRUE(only_cache
-                    .import_files(u"other.obj"_s, {{u"other.obj"_s, content_of(path)},
-                                                   {u"pyramid.mtl"_s, content_of(folder.path(u"pyramid.mtl"_s))},
-                                                   {u"textures/dots.png"_s, png({8, 4}, Qt::red)}})
+                    .import_files(u"other.obj"_s,
+                                  {{u"other.obj"_s, content_of(path)},
+                                   {u"pyramid.mtl"_s, content_of(folder.path(u"pyramid.mtl"_s))},
+                                   {u"textures/dots.png"_s, png({8, 4}, Qt::red)}})
                     .ok())
         << "the content counts, not where it stands";
 

@@ -45,7 +45,10 @@ TEST(ModelFile, RefusesWhatWouldLeadOutOfItsListsOrIsNoNumber)
         {"a place that is no number", [=](ModelData& data) { data.meshes[1].places[0].setZ(none); }},
         {"an endless scale", [](ModelData& data) { data.nodes[0].scale.setX(HUGE_VALF); }},
         {"a turn of no length", [](ModelData& data) { data.nodes[0].turn = QQuaternion(0, 0, 0, 0); }},
-        {"times that go back", [](ModelData& data) { data.actions[0].tracks[0].turns.times = {1, 0}; }},
+        {"times that go back",
+         [](ModelData& data) {
+             data.actions[0].tracks[0].turns.times = {1, 0};
+         }},
         {"a time that is no number", [=](ModelData& data) { data.actions[0].tracks[0].turns.times[1] = none; }},
         {"a track of no node", [](ModelData& data) { data.actions[0].tracks[0].node = 4; }},
         {"a length that is no number", [=](ModelData& data) { data.actions[0].duration = none; }},
