@@ -21,8 +21,8 @@ bool GroundPass::initialize()
     bind_texture(0, m_parts->background.id());
     for (const GLenum filter : {GL_TEXTURE_MIN_FILTER, GL_TEXTURE_MAG_FILTER})
         glTexParameteri(GL_TEXTURE_2D, filter, GL_NEAREST);
-    return m_parts->screen.build(shaders::screen, shaders::ground)
-        && m_parts->plane.build(shaders::ground_vertex, shaders::ground);
+    return m_parts->screen.build(render_shaders::screen, render_shaders::ground)
+        && m_parts->plane.build(render_shaders::ground_vertex, render_shaders::ground);
 }
 
 void GroundPass::prepare(GlProgram& program, const GroundLook& look)

@@ -48,7 +48,7 @@ GlProgram* ModelPainter::program(int features)
     if (known != m_programs.end())
         return known->second.get();
     auto made = std::make_unique<GlProgram>();
-    if (!made->build(shaders::model_vertex, shaders::model_fragment, defines_of(features)))
+    if (!made->build(render_shaders::model_vertex, render_shaders::model_fragment, defines_of(features)))
         made.reset();
     if (made && features & skinned)
         glUniformBlockBinding(made->id(), glGetUniformBlockIndex(made->id(), "Bones"), bones_point);

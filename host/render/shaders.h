@@ -1,7 +1,7 @@
 #pragma once
 
 /// The programs of the renderer, without the line that tells their version.
-namespace tarn::shaders {
+namespace tarn::render_shaders {
 
 /// One triangle that covers the screen, without any vertex data.
 inline constexpr char screen[] = R"(void main()
@@ -249,4 +249,4 @@ void main()
 }
 )";
 
-} // namespace tarn::shaders
+} // namespace tarn::render_shaders

@@ -74,8 +74,8 @@ bool Shadows::initialize()
     m_silhouette = std::make_unique<GlTexture>();
     m_framebuffer = std::make_unique<GlFramebuffer>();
     prepare_texture(m_silhouette->id());
-    return m_soften.build(shaders::screen, shaders::soften_fragment)
-        && m_shade.build(shaders::ground_vertex, shaders::shadow_fragment);
+    return m_soften.build(render_shaders::screen, render_shaders::soften_fragment)
+        && m_shade.build(render_shaders::ground_vertex, render_shaders::shadow_fragment);
 }
 
 ModelBox Shadows::area(const ModelPose& pose, const QMatrix4x4& to_world)

@@ -253,7 +253,7 @@ TEST_F(Rendering, SkyAndGroundTiltWithTheCamera)
     const QImage tilted = draw({});
     for (int y = 0; y < size.height() / 3; ++y) // In the middle; at the sides a level picture is less exact.
         ASSERT_NEAR(level.pixelColor(160, y).value(), tilted.pixelColor(160, y).value(), 3) << y;
-    look_from({3, 4, 9}, {1, 0, 0}, above_horizon); // Up is to the right.
+    look_from({3, 4, 9}, {-1, 0, 0}, above_horizon); // Up is to the right.
     const QImage lying = draw({});
     EXPECT_NEAR(lying.pixelColor(220, 90).value(), level.pixelColor(160, 30).value(), 6);
     EXPECT_NEAR(lying.pixelColor(220, 20).value(), lying.pixelColor(220, 160).value(), 6);
