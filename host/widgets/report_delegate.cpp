@@ -4,6 +4,7 @@
 #include "widgets/report_list.h"
 
 #include <QHelpEvent>
+#include <QLineEdit>
 #include <QPainter>
 #include <QToolTip>
 
@@ -113,6 +114,21 @@ QSize ReportDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelI
     const QString caption = m_list->item_caption(index.row(), index.column());
     return {option.fontMetrics.horizontalAdvance(head_of(caption, widest_column)) + margins + 1,
             option.fontMetrics.height() + 4};
+}
+
+QWidget* ReportDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem&, const QModelIndex&) const
+{
+    auto* line = new QLineEdit(parent);
+    line->setMaxLength(m_list->longest_edit());
+    return line;
+}
+
+void ReportDelegate::updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
+                                          const QModelIndex& index) const
+{
+    const QRect text = text_rect(option, index);
+    editor->setGeometry(QRect(text.left() - text_margin, option.rect.top(), text.width() + 2 * text_margin,
+                              std::max(option.rect.height(), editor->sizeHint().height())));
 }
 
 bool ReportDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
