@@ -15,7 +15,8 @@ namespace {
 
 constexpr int text_margin = 5;
 constexpr int icon_size = 16;
-constexpr int widest_column = 2000; ///< pixels, of those that fit their contents
+constexpr int narrowest_editor = 150; ///< pixels
+constexpr int widest_column = 2000;   ///< pixels, of those that fit their contents
 
 QColor hover_color(const QPalette& palette)
 {
@@ -126,9 +127,14 @@ QWidget* ReportDelegate::createEditor(QWidget* parent, const QStyleOptionViewIte
 void ReportDelegate::updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
                                           const QModelIndex& index) const
 {
-    const QRect text = text_rect(option, index);
-    editor->setGeometry(QRect(text.left() - text_margin, option.rect.top(), text.width() + 2 * text_margin,
-                              std::max(option.rect.height(), editor->sizeHint().height())));
+    // Columns may be narrower than what one wants to see of a name that is typed.
+    const QRect text = text_rect(option, index).adjusted(-text_margin, 0, text_margin, 0);
+    const int room = m_list->viewport()->width();
+    QRect place(text.topLeft(),
+                QSize(std::min(std::max(text.width(), narrowest_editor), room),
+                      std::max(text.height(), editor->sizeHint().height())));
+    place.moveLeft(std::min(place.left(), room - place.width()));
+    editor->setGeometry(place);
 }
 
 bool ReportDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
