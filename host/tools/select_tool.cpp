@@ -8,6 +8,7 @@
 #include "place_gestures.h"
 #include "selection_edit.h"
 #include "selection_overlay.h"
+#include "tab_numbers.h"
 
 #include <algorithm>
 #include <cmath>
@@ -235,6 +236,8 @@ void SelectTool::paint(QPainter& painter)
 {
     m_aids.paint_guides(painter);
     paint_selection(painter, m_scene.gui_core());
+    if (m_scene.gui_core().view_aids().tab_numbers)
+        paint_tab_numbers(painter, m_scene.gui_core());
     if (m_dragging)
         m_gesture->paint(painter);
     m_aids.paint_rulers(painter);

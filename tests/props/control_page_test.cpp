@@ -29,6 +29,7 @@ enum Id : int {
     id_width = 6026,
     id_height = 6341,
     id_keep_ratio = 6345,
+    id_tab_order = 6416,
     id_anchor_right = 6491,
 };
 
@@ -268,6 +269,21 @@ TEST_F(ControlPage, a_page_of_a_type_works_only_on_controls_of_that_type)
     tell(ui_selection_changed);
     EXPECT_EQ(group->shown_id(), 6009) << "nothing selected leaves the page where it was";
     EXPECT_FALSE(edit->isEnabled());
+}
+
+TEST_F(ControlPage, the_view_numbers_the_controls_while_their_tab_order_is_edited)
+{
+    CChildDlg* location = page(u"CChildCtrlDimension"_s);
+    const QWidget view;
+    const auto shown_after = [&](const QWidget* focused) {
+        Q_EMIT qApp->focusChanged(nullptr, const_cast<QWidget*>(focused));
+        return core().view_aids().tab_numbers;
+    };
+    EXPECT_FALSE(shown_after(location->control(id_x)));
+    EXPECT_TRUE(shown_after(location->control(id_tab_order)->findChild<QLineEdit*>()));
+    EXPECT_TRUE(shown_after(&view)) << "there the next control is clicked";
+    EXPECT_TRUE(shown_after(nullptr)) << "another program has the focus";
+    EXPECT_FALSE(shown_after(location->control(id_x)));
 }
 
 } // namespace tarn::test
