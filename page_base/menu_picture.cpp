@@ -22,6 +22,22 @@ constexpr double overlap = 3;           ///< pixels, as of menus that are open
 constexpr QRgb backdrop = 0xff4a6470;   ///< something like a scene: a menu lies over one
 constexpr QRgb backdrop_2 = 0xff2b3d46; ///< at the bottom
 
+QPointF submenu_corner(const CDXUTMenu& menu, const tarn::MenuList& list, const tarn::MenuRow& row, QPointF corner)
+{
+    return corner + QPointF(list.size.width() - overlap, row.area.top() - menu.menu_state().padding);
+}
+
+/// How far the list of `opener` at `corner` and all that open beside it reach.
+QSizeF extent(const CDXUTMenu& menu, int opener, QPointF corner)
+{
+    const tarn::MenuList list = tarn::menu_list(menu, opener);
+    QSizeF reach(corner.x() + list.size.width(), corner.y() + list.size.height());
+    for (const tarn::MenuRow& row : list.rows)
+        if (row.opens_submenu)
+            reach = reach.expandedTo(extent(menu, row.item, submenu_corner(menu, list, row, corner)));
+    return reach;
+}
+
 } // namespace
 
 CMenuPicture::CMenuPicture(QWidget* parent) : QWidget(parent), m_elements(tarn::Skin::default_skin())
@@ -34,6 +50,7 @@ void CMenuPicture::show_menu(const CGuiCore* core, const CDXUTMenu* menu, int it
     m_core = core;
     m_menu = menu;
     m_panels.clear();
+    m_extent = {};
     std::vector<int> openers; // of the lists, from the outermost on
     if (menu && item >= 0) {
         if (menu->opens_submenu(item))
@@ -42,6 +59,7 @@ void CMenuPicture::show_menu(const CGuiCore* core, const CDXUTMenu* menu, int it
             openers.insert(openers.begin(), opener);
     }
     if (menu && !menu->items().isEmpty()) {
+        m_extent = extent(*menu, -1, {});
         openers.insert(openers.begin(), -1);
         QPointF corner;
         for (std::size_t i = 0; i < openers.size(); ++i) {
@@ -50,8 +68,7 @@ void CMenuPicture::show_menu(const CGuiCore* core, const CDXUTMenu* menu, int it
             for (std::size_t row = 0; row < panel.list.rows.size(); ++row)
                 if (panel.list.rows[row].item == wanted) {
                     panel.highlighted = int(row);
-                    corner += QPointF(panel.list.size.width() - overlap,
-                                      panel.list.rows[row].area.top() - menu->menu_state().padding);
+                    corner = submenu_corner(*menu, panel.list, panel.list.rows[row], corner);
                 }
             m_panels.push_back(std::move(panel));
         }
@@ -60,32 +77,23 @@ void CMenuPicture::show_menu(const CGuiCore* core, const CDXUTMenu* menu, int it
     update();
 }
 
-QRectF CMenuPicture::bounds() const
-{
-    QRectF all;
-    for (const Panel& panel : m_panels)
-        all |= QRectF(panel.corner, panel.list.size);
-    return all;
-}
-
 /// What is too large is shown smaller.
 double CMenuPicture::scale() const
 {
-    const QSizeF content = bounds().size();
     const QSizeF room(std::max(1, width() - 2 * margin), std::max(1, height() - 2 * margin));
     return std::min(
-        {1.0, room.width() / std::max(1.0, content.width()), room.height() / std::max(1.0, content.height())});
+        {1.0, room.width() / std::max(1.0, m_extent.width()), room.height() / std::max(1.0, m_extent.height())});
 }
 
 QPointF CMenuPicture::origin() const
 {
-    const QSizeF content = bounds().size() * scale();
+    const QSizeF content = m_extent * scale();
     return {std::floor((width() - content.width()) / 2), std::floor((height() - content.height()) / 2)};
 }
 
 QSize CMenuPicture::sizeHint() const
 {
-    return {0, std::clamp(int(std::ceil(bounds().height())) + 2 * margin, least_height, most_height)};
+    return {0, std::clamp(int(std::ceil(m_extent.height())) + 2 * margin, least_height, most_height)};
 }
 
 void CMenuPicture::paintEvent(QPaintEvent*)

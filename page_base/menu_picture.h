@@ -10,7 +10,8 @@
 class CGuiCore;
 class CDXUTMenu;
 
-/// A live picture of a menu as it will be seen: its outermost list, and beside it those on the way to one item.
+/// A live picture of a menu as it will be seen: its outermost list, and beside it those on the way to one item. It keeps
+/// room for all submenus, so that nothing moves or grows under the mouse when one is opened.
 class CMenuPicture : public QWidget {
     Q_OBJECT
 
@@ -37,7 +38,6 @@ private:
         QPointF corner; ///< in pixels of the interface
         int highlighted;
     };
-    QRectF bounds() const;
     double scale() const;
     QPointF origin() const;
 
@@ -45,4 +45,5 @@ private:
     const CGuiCore* m_core = nullptr;
     const CDXUTMenu* m_menu = nullptr;
     std::vector<Panel> m_panels;
+    QSizeF m_extent; ///< of all lists, wherever they are opened; pixels of the interface
 };

@@ -116,6 +116,22 @@ TEST_F(MenuPage, a_click_in_the_live_picture_chooses_the_item)
     EXPECT_NE(picture->grab().toImage(), before);
 }
 
+TEST_F(MenuPage, the_live_picture_has_room_for_its_submenus_before_they_are_opened)
+{
+    for (int id : {6812, 6812, 6812, 6812, 6812, 6813})
+        click(id);
+    auto* picture = static_cast<CMenuPicture*>(m_page->control(6810));
+    Q_EMIT picture->item_clicked(-1);
+    const QImage closed = picture->grab().toImage();
+    const QSize size = picture->sizeHint();
+    Q_EMIT picture->item_clicked(5);
+    const QImage open = picture->grab().toImage();
+    EXPECT_NE(open, closed);
+    EXPECT_EQ(picture->sizeHint(), size);
+    const QRect above(0, 0, picture->width(), picture->height() / 2);
+    EXPECT_EQ(open.copy(above), closed.copy(above)) << "the rows above the opened one stay where they are";
+}
+
 TEST_F(MenuPage, an_item_gets_a_function_of_its_own_or_keeps_the_one_it_has)
 {
     click(6812);
