@@ -122,7 +122,7 @@ TEST_F(MenuPage, the_live_picture_has_room_for_its_submenus_before_they_are_open
         click(id);
     auto* picture = static_cast<CMenuPicture*>(m_page->control(6810));
     Q_EMIT picture->item_clicked(-1);
-    QCoreApplication::processEvents(); // The page gives it the room that the items need.
+    ASSERT_TRUE(QTest::qWaitFor([&] { return picture->height() == picture->sizeHint().height(); }));
     const QImage closed = picture->grab().toImage();
     const QSize size = picture->sizeHint();
     Q_EMIT picture->item_clicked(5);
