@@ -49,11 +49,10 @@ void SceneObjectRows::show() const
         const SceneObjectRow& row = m_rows[i];
         using Agreement = CommonValue::Agreement;
         const CommonValue common = common_value(objects, row.field);
-        const bool none = common.agreement == Agreement::Same && common.value == Value(QString());
         const QString id = object ? value_as<QString>(m_page.value_of(*object, row.field)) : QString();
         m_page.button(row.button)->setText(object ? object_caption(*m_page.scene()->world(), id) : QString());
         m_page.button(row.button)->setEnabled(object);
-        m_page.button(row.clear_button)->setEnabled(common.agreement != Agreement::None && !none);
+        m_page.button(row.clear_button)->setEnabled(!id.isEmpty());
         m_marks[i]->show_state(false, object && common.agreement == Agreement::Mixed);
     }
 }
@@ -73,7 +72,7 @@ void SceneObjectRows::put(FieldKey field, const QString& id)
 {
     if (!m_page.has_selection())
         return;
-    m_page.change([&] { m_page.write(field, id); }, lang(u"选择物体", u"Choose Object"));
+    m_page.change([&] { m_page.write(field, id, Scope::Current); }, lang(u"选择物体", u"Choose Object"));
     m_page.tell_changed();
 }
 
