@@ -176,8 +176,7 @@ bool CDXUTControl::set_locked(bool locked)
 
 bool CDXUTControl::can_be_reached() const
 {
-    return is_interactive() && GetVisible() && GetEnabled() && dialog() && dialog()->GetVisible()
-        && !dialog()->minimized();
+    return is_interactive() && is_seen() && GetEnabled() && dialog() && dialog()->is_seen() && !dialog()->minimized();
 }
 
 tarn::VisualState CDXUTControl::visual_state() const

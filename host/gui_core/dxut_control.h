@@ -82,6 +82,10 @@ public:
 
     bool GetVisible() const { return control_state().visible; }
     bool SetVisible(bool visible);
+    quint32 color() const { return control_state().extras->color; }
+    float transparency() const { return control_state().extras->transparency; }
+    /// Neither hidden nor faded out; its dialog may be. What is not seen takes no mouse.
+    bool is_seen() const { return GetVisible() && !(has_extras() && tarn::opacity_of(color(), transparency()) <= 0); }
     bool GetEnabled() const { return control_state().enabled; }
     /// From 1 on; 0 for none of its own.
     int tab_order() const { return control_state().extras->tab_order; }

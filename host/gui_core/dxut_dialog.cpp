@@ -371,7 +371,7 @@ void CDXUTDialog::after_write(const tarn::WrittenFields& written)
 /// What other dialogs go by: whether it is shown, and how.
 int CDXUTDialog::shape() const
 {
-    return !GetVisible() ? 0 : !minimized() ? 1 : dialog_state().minimize_to_bottom ? 2 : 3;
+    return !is_seen() ? 0 : !minimized() ? 1 : dialog_state().minimize_to_bottom ? 2 : 3;
 }
 
 void CDXUTDialog::damage_bounds()
