@@ -160,7 +160,8 @@ private:
     void copy_content(const CTimebar& other, float at, float until);
     void copy_script_keys(const CTimebar& other, float at, float until);
     CTimerObject* like(const CTimerObject& object);
-    int record(const tarn::ModelObject& object);
+    struct Recording;
+    int record(const Recording& recording);
     void shift_script_keys(float at, float offset);
 
     CAnimationScene& m_scene;

@@ -149,7 +149,8 @@ private:
     QRectF rect_of(const tarn::ControlState& state) const;
     QPointF center_of(const tarn::ControlState& state) const;
     bool set_rect(const QRectF& rect);
-    void store_place(const QRectF& rect, QPointF pivot);
+    void store_place(tarn::ControlState& state, const QRectF& rect, QPointF pivot) const;
+    void store_driven_place(tarn::ControlState& state, const QRectF& rect) const;
     double turn() const; ///< the rotation without whole turns
 
     CGuiCore& m_core;
