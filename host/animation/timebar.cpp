@@ -59,6 +59,13 @@ bool CTimebar::set_total_length(float seconds)
     return seconds >= 0 && change<&TimebarState::total_length>(seconds);
 }
 
+bool CTimebar::set_loop(float from, float to)
+{
+    const UserAction action(journal(), lang(u"循环区间", u"Loop Range"), "loop " + QByteArray::number(id()));
+    const bool moved = change<&TimebarState::loop_from>(from);
+    return change<&TimebarState::loop_to>(to) || moved;
+}
+
 // Timer objects ------------------------------------------------------------------------------------------------------
 
 const std::vector<CTimerObject*>& CTimebar::objects() const

@@ -241,3 +241,46 @@ TEST_F(SceneAnimation, dialogs_and_controls_fade_and_take_on_colours)
     EXPECT_EQ(button->color(), 0xffffffffu);
     EXPECT_FALSE(button->has_extras());
 }
+
+TEST_F(SceneAnimation, a_bar_that_comes_to_its_end_calls_its_function_in_a_preview)
+{
+    ASSERT_TRUE(m_scene.functions().set_function(u"next"_s, u"local bar, what = ...; return bar.name..what"_s));
+    m_bar->set_end_function(u"next"_s);
+    m_bar->set_auto_play(true);
+    m_scene.play(true);
+    m_scene.advance(1.9);
+    EXPECT_FALSE(log().contains(u"next"_s));
+    m_scene.advance(5);
+    EXPECT_EQ(log(), u"next=IntroEnded"_s);
+    m_scene.play(false);
+    m_bar->active_bar(1, 1);
+    m_bar->frame_move(5);
+    EXPECT_EQ(log(), u"next=IntroEnded|next=not run while editing"_s);
+    const std::size_t problems = m_scene.model().problems().size();
+    m_bar->set_end_function(u"missing"_s);
+    EXPECT_EQ(m_scene.model().problems().size(), problems + 1);
+}
+
+TEST_F(SceneAnimation, script_keys_and_their_functions_stay_together_when_scenes_merge)
+{
+    CScriptKey* key = m_bar->insert_script_key(1);
+    const QString name = key->function();
+    ASSERT_TRUE(m_scene.functions().set_function(name, u"return 'first'"_s));
+    m_bar->set_end_function(name);
+    animation().set_editing(false);
+    ASSERT_TRUE(m_scene.save_scene(path()).ok());
+    ASSERT_TRUE(m_scene.functions().set_function(name, u"return 'second'"_s));
+    ASSERT_TRUE(m_scene.on_merge_GUI(path(), u"Merged"_s, false).ok());
+    ASSERT_EQ(animation().bars().size(), 2u);
+    CTimebar* merged = animation().bars()[1];
+    const QString merged_name = merged->get_script_name(1);
+    EXPECT_NE(merged_name, name);
+    EXPECT_EQ(merged->end_function(), merged_name);
+    EXPECT_EQ(animation().bars()[0]->get_script_name(1), name);
+    const auto call = [&](const QString& function) { return m_world.scripts().call(function).value; };
+    EXPECT_EQ(call(name), Value(u"second"_s));
+    EXPECT_EQ(call(merged_name), Value(u"first"_s));
+    CScriptKey* added = merged->insert_script_key(2);
+    EXPECT_NE(added->function(), name);
+    EXPECT_NE(added->function(), merged_name);
+}
