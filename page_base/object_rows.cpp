@@ -53,7 +53,7 @@ void SceneObjectRows::show() const
         m_page.button(row.button)->setText(object ? object_caption(*m_page.scene()->world(), id) : QString());
         m_page.button(row.button)->setEnabled(object);
         m_page.button(row.clear_button)->setEnabled(!id.isEmpty());
-        m_marks[i]->show_state(false, object && common.agreement == Agreement::Mixed);
+        m_marks[i]->show_state({.mixed = object && common.agreement == Agreement::Mixed});
     }
 }
 
