@@ -10,6 +10,7 @@
 #include "gui_scene/gui_plug_scene.h"
 #include "script/script_runtime.h"
 
+#include <algorithm>
 #include <array>
 
 namespace tarn {
@@ -21,19 +22,12 @@ QString time_text(float time)
     return lang(u"%1 秒", u"%1 s").arg(double(time), 0, 'f', 2);
 }
 
-/// What a command's parameter stands for at the bar's time: a number, a text in quotes, or a variable of that name.
-Value value_of(const QString& parameter, const CTCommandScript& command, float time)
+/// Whether a verb that is no method has that name.
+bool is_verb(const ScriptRuntime& scripts, const QString& name)
 {
-    bool is_number = false;
-    const double number = parameter.toDouble(&is_number);
-    if (is_number)
-        return number;
-    if (parameter.startsWith(u'"') || parameter.startsWith(u'\''))
-        return parameter.mid(1, parameter.size() - 1 - (parameter.size() > 1 && parameter.back() == parameter.front()));
-    for (const CTVar* variable : command.variables())
-        if (variable->name() == parameter)
-            return variable->value_at(time).to_value();
-    return {};
+    const auto& verbs = scripts.verbs();
+    return std::any_of(verbs.begin(), verbs.end(),
+                       [&](const ScriptVerb& verb) { return !verb.of && name == QLatin1String(verb.name); });
 }
 
 } // namespace
@@ -53,21 +47,31 @@ void TimebarRunner::script_key_passed(CTimebar& bar, float time, const QString& 
     }
     const std::array<ScriptValue, 3> arguments{bar.shared_from_this(), Value(QStringLiteral("ScriptKey")),
                                                Value(double(time))};
-    call(bar, std::move(entry), arguments, true);
+    ScriptRuntime& scripts = m_scene.world()->scripts();
+    tell_result(scripts.call(function, arguments, bar.shared_from_this()), std::move(entry), true);
 }
 
 void TimebarRunner::command_due(CTCommandScript& object)
 {
     CTimebar& bar = *object.timebar();
-    const CTCommandScript::Command command = object.analyze_script();
+    ScriptRuntime& scripts = m_scene.world()->scripts();
+    const CommandLine command = object.command();
     ScriptLogEntry entry;
     entry.object = bar.name();
     entry.event = lang(u"脚本对象", u"Script Object");
-    entry.function = command.function;
-    std::vector<ScriptValue> arguments;
-    for (const QString& parameter : command.parameters)
-        arguments.emplace_back(value_of(parameter, object, bar.current_time()));
-    call(bar, std::move(entry), arguments, false); // It runs in every frame.
+    entry.function = command.call;
+    QStringList names;
+    std::vector<ScriptValue> values;
+    for (const CTVar* variable : object.variables()) {
+        names.append(variable->name());
+        values.emplace_back(variable->value_at(bar.current_time()).to_value());
+    }
+    const bool is_plain = std::none_of(command.call.begin(), command.call.end(),
+                                       [](QChar c) { return c == u'(' || c == u':'; });
+    const bool is_function = m_scene.functions().find_function(command.call)
+        || (is_plain && !is_verb(scripts, command.call));
+    const auto text = command.lua(names, is_function);
+    tell_result(scripts.call_text(object.script(), text, values, bar.shared_from_this()), std::move(entry), false);
 }
 
 void TimebarRunner::bar_ended(CTimebar& bar)
@@ -78,9 +82,8 @@ void TimebarRunner::bar_ended(CTimebar& bar)
     tell(std::move(entry));
 }
 
-void TimebarRunner::call(CTimebar& bar, ScriptLogEntry entry, std::span<const ScriptValue> arguments, bool every)
+void TimebarRunner::tell_result(const ScriptResult& result, ScriptLogEntry entry, bool every)
 {
-    const ScriptResult result = m_scene.world()->scripts().call(entry.function, arguments, bar.shared_from_this());
     if (result.error) {
         entry.kind = ScriptLogEntry::Kind::Error;
         entry.function = result.error->function;
