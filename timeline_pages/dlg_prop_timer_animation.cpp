@@ -144,7 +144,10 @@ void CDlgPropTimerAnimation::OnInitDialog()
     control_as<CSuperEdit>(id_frame_rate)->set_truncating(true);
     m_command.emplace(*control_as<QLineEdit>(id_command));
     m_variable_name.emplace(*control_as<QLineEdit>(id_variable_name));
-    new tarn::EnterWatch(*this, [this] { enter_command(); });
+    new tarn::EnterWatch(*this, [this] {
+        rename_variable();
+        enter_command();
+    });
     connect(control_as<QLineEdit>(id_variable_name), &QLineEdit::editingFinished, this, [this] { rename_variable(); });
 
     connect(m_objects, &CReportList::item_clicked, this, [this] { choose_object(); });

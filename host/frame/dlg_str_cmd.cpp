@@ -58,7 +58,6 @@ public:
 
     void begin(int id, const QString& call, const QStringList& parameters)
     {
-        m_parameters = parameters;
         const qsizetype open = call.indexOf(u'(');
         const qsizetype close = call.lastIndexOf(u')');
         if (open > 0 && close > open) {
@@ -68,6 +67,7 @@ public:
         for (int row = 0; row < m_list->count(); ++row)
             if (m_list->item(row)->data(Qt::UserRole).toInt() == id)
                 m_list->setCurrentRow(row);
+        m_parameters = parameters; // Choosing another row forgets them.
         show_command();
     }
     QString line() const

@@ -117,6 +117,7 @@ TEST_F(TimerPages, the_length_is_asked_and_shown_in_the_unit_of_the_timebar)
     for (const Case& c : cases) {
         m_bar->set_display_mode(c.mode);
         m_bar->set_frame_rate(c.rate);
+        tell();
         m_answers.prompts.push_back(c.answer);
         const float before = m_bar->get_total_length();
         m_codes.clear();
@@ -240,6 +241,7 @@ TEST_F(TimerPages, a_script_object_has_a_command_and_variables_of_the_author)
     m_answers.buttons = {boxes::Button::Ok};
     for (int i = 0; i < 4; ++i)
         click(m_animation, 6188);
+    m_scene->document().changes().tell();
     EXPECT_EQ(rows(variables()),
               (QStringList{u"life|FLOAT|0"_s, u"Var1|INT|1"_s, u"Var2|DWORD|0"_s, u"Var3|VEC|0"_s}));
     EXPECT_EQ(command->current_variable(), command->variables()[1]) << "one without a value does not become current";
