@@ -4,6 +4,7 @@
 #include "timeline_selection.h"
 
 #include <optional>
+#include <set>
 
 class CAnimationScene;
 class CTimerObject;
@@ -58,6 +59,17 @@ struct TimelineHover {
     }
 };
 
+/// How the rows below the bands are shown, of timer objects by their ids. Not saved.
+struct TimelineRowsView {
+    int scroll = 0;         ///< pixels, from 0
+    std::set<quint32> open; ///< unfolded into their variables
+    QString filter;         ///< only objects whose names contain it
+    bool only_selected = false;
+    std::set<quint32> locked; ///< their keys are not edited
+
+    bool operator==(const TimelineRowsView&) const = default;
+};
+
 /// All that the timeline's painting and hitting go by, apart from the timebar itself. It knows no widget.
 struct TimelineView {
     CAnimationScene* scene = nullptr;
@@ -69,6 +81,7 @@ struct TimelineView {
     float range_anchor = 0;    ///< where it begins; it ends at the cursor
     TimelineSelection selection;
     TimelineHover hover;
+    TimelineRowsView rows;
 
     CTimebar* bar() const; ///< the current one; null for none
     // Of the selected range, the smaller first.

@@ -112,6 +112,9 @@ public:
     /// With the function that was made for it, when nothing else names that.
     bool remove_script_key(float time);
     bool remove_script_keys(const std::vector<float>& times);
+    /// Moves the script keys that stand at `times` to where `moved` puts each, all at once and apart from each other; the
+    /// times follow. False, and nothing is moved, where one would come onto a script key that stays.
+    bool retime_script_keys(std::vector<float>& times, const std::function<float(float)>& moved);
 
     // Marks, in the order in which they were made
     const std::vector<tarn::CTimeMark*>& marks() const;

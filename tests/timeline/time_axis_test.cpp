@@ -55,8 +55,8 @@ TEST(TimeAxis, fits_and_shows_times)
 
 TEST(TimeAxis, writes_times_as_people_read_them)
 {
-    const std::pair<float, const char*> cases[] = {{0.f, "0.00s"},   {12.5f, "12.50s"}, {59.999f, "60.00s"},
-                                                   {60.f, "1:0"},    {75.f, "1:15"},    {3600.f, "1:0:0"},
+    const std::pair<float, const char*> cases[] = {{0.f, "0.00s"},    {12.5f, "12.50s"}, {59.999f, "60.00s"},
+                                                   {60.f, "1:0"},     {75.f, "1:15"},    {3600.f, "1:0:0"},
                                                    {3700.f, "1:1:40"}};
     for (const auto& [time, text] : cases)
         EXPECT_EQ(time_label(time, nullptr), QLatin1String(text));
