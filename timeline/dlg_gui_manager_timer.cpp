@@ -26,6 +26,7 @@ enum Id : int {
 };
 
 constexpr int menu_rename = 1; ///< the other commands of the menu have their buttons' numbers
+constexpr int row_commands[] = {id_copy, 0, id_top, id_up, id_down, id_bottom, 0, id_delete}; ///< 0: a separator
 
 struct ButtonLook {
     int id;
@@ -251,7 +252,7 @@ void CDlgGuiManagerTimer::on_menu(int row, const QPoint& place)
     tarn::boxes::Menu menu{.items = {Item{.id = id_new, .text = button(id_new)->text()}}, .place = place};
     if (bar) {
         menu.items.push_back({.id = menu_rename, .text = lang(u"重命名...", u"Rename...")});
-        for (const int id : {id_copy, 0, id_top, id_up, id_down, id_bottom, 0, id_delete})
+        for (const int id : row_commands)
             menu.items.push_back(id ? Item{.id = id, .text = button(id)->text()} : Item{});
     }
     const int chosen = tarn::boxes::menu(this, menu);

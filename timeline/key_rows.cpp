@@ -34,17 +34,17 @@ float KeyPlace::time() const
     return variable->keys().time(key);
 }
 
-void KeyRows::set(std::vector<CTVar*> variables, Order order, bool descending)
+void KeyRows::set(std::vector<CTVar*> variables, KeyColumn order, bool descending)
 {
     m_variables = std::move(variables);
     m_order = order;
     m_descending = descending;
     m_block_begin = -1;
     m_sorted.clear();
-    if (order == Order::Object || order == Order::Variable)
+    if (order == KeyColumn::Object || order == KeyColumn::Variable)
         std::stable_sort(m_variables.begin(), m_variables.end(), [&](const CTVar* a, const CTVar* b) {
             const auto text = [&](const CTVar* variable) {
-                return order == Order::Object ? target_text(*variable->object()) : variable_text(*variable);
+                return order == KeyColumn::Object ? target_text(*variable->object()) : variable_text(*variable);
             };
             return text(a).localeAwareCompare(text(b)) < 0;
         });
@@ -54,7 +54,7 @@ void KeyRows::set(std::vector<CTVar*> variables, Order order, bool descending)
         m_begins.push_back(m_size);
         m_size += variable->keys().size();
     }
-    if (order == Order::Value || order == Order::Ease)
+    if (order == KeyColumn::Content || order == KeyColumn::Ease)
         sort_keys();
 }
 
@@ -69,7 +69,7 @@ void KeyRows::sort_keys()
     for (CTVar* variable : m_variables) {
         const KeyTrack& keys = variable->keys();
         for (qsizetype key = 0; key < keys.size(); ++key)
-            keyed.push_back({m_order == Order::Ease ? double(keys.ease(key)) : number_of(keys.value(key)),
+            keyed.push_back({m_order == KeyColumn::Ease ? double(keys.ease(key)) : number_of(keys.value(key)),
                              {variable, key}});
     }
     std::stable_sort(keyed.begin(), keyed.end(), [](const Keyed& a, const Keyed& b) { return a.number < b.number; });
@@ -88,7 +88,7 @@ KeyPlace KeyRows::in_ascending(qsizetype row) const
 {
     if (!m_sorted.empty())
         return m_sorted[std::size_t(row)];
-    if (m_order != Order::Time) {
+    if (m_order != KeyColumn::Time) {
         const auto after = std::upper_bound(m_begins.begin(), m_begins.end(), row);
         const auto place = std::size_t(after - m_begins.begin() - 1);
         return {m_variables[place], row - m_begins[place]};
@@ -156,7 +156,7 @@ qsizetype KeyRows::row_of(const CTVar* variable, float time) const
     qsizetype row = 0;
     if (!m_sorted.empty()) {
         row = std::find(m_sorted.begin(), m_sorted.end(), KeyPlace{*found, key}) - m_sorted.begin();
-    } else if (m_order != Order::Time) {
+    } else if (m_order != KeyColumn::Time) {
         row = m_begins[std::size_t(found - m_variables.begin())] + key;
     } else {
         row = keys_before(time);

@@ -8,6 +8,10 @@ class CTVar;
 
 namespace tarn {
 
+/// The columns of a table of keys, in the text of a spreadsheet too.
+enum class KeyColumn { Time, Object, Variable, Content, Ease };
+constexpr int key_column_count = 5;
+
 /// A key by its variable and its index there.
 struct KeyPlace {
     CTVar* variable = nullptr;
@@ -21,10 +25,8 @@ struct KeyPlace {
 /// them, at a cost that hardly grows with the number of keys; by value and ease they are sorted once.
 class KeyRows {
 public:
-    enum class Order { Time, Object, Variable, Value, Ease };
-
-    /// The keys as they are now. Has to be called again when keys or variables change.
-    void set(std::vector<CTVar*> variables, Order order, bool descending);
+    /// Sorted by what a column says. The keys as they are now. Has to be called again when keys or variables change.
+    void set(std::vector<CTVar*> variables, KeyColumn order, bool descending);
     qsizetype size() const { return m_size; }
     /// Without a variable when keys went since set().
     KeyPlace at(qsizetype row) const;
@@ -42,7 +44,7 @@ private:
     std::vector<qsizetype> m_begins; ///< rows before each variable's keys, where these follow each other
     std::vector<KeyPlace> m_sorted;  ///< by value or ease
     qsizetype m_size = 0;
-    Order m_order = Order::Time;
+    KeyColumn m_order = KeyColumn::Time;
     bool m_descending = false;
     mutable std::vector<KeyPlace> m_block; ///< rows by time that were asked for last
     mutable qsizetype m_block_begin = -1;

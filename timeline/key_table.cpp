@@ -52,7 +52,7 @@ KeyTable::KeyTable(QWidget* parent) : QTableView(parent), m_model(new KeyTableMo
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
     horizontalHeader()->setSortIndicator(int(KeyColumn::Time), Qt::AscendingOrder);
     horizontalHeader()->setStretchLastSection(true);
-    for (const KeyColumn column : {KeyColumn::Object, KeyColumn::Variable, KeyColumn::Value})
+    for (const KeyColumn column : {KeyColumn::Object, KeyColumn::Variable, KeyColumn::Content})
         setColumnWidth(int(column), wide_column);
     setSortingEnabled(true);
     m_model->on_edit = [this](const QModelIndex& index, const QString& text) { return edit(index, text); };

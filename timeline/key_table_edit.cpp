@@ -112,7 +112,7 @@ bool read_key(const CTimebar& bar, const QStringList& cells, const CTVar& variab
     if (!ease.isEmpty() && !number)
         return false;
     key.ease = held_ease(number.value_or(0));
-    return variable.get_var_from_string(cells[int(KeyColumn::Value)].trimmed(), key.value);
+    return variable.get_var_from_string(cells[int(KeyColumn::Content)].trimmed(), key.value);
 }
 
 QString name_in_table(const CTVar& variable)
@@ -128,7 +128,7 @@ QString key_column_title(KeyColumn column)
     case KeyColumn::Time: return lang(u"时间", u"Time");
     case KeyColumn::Object: return lang(u"对象", u"Object");
     case KeyColumn::Variable: return lang(u"变量", u"Variable");
-    case KeyColumn::Value: return lang(u"值", u"Value");
+    case KeyColumn::Content: return lang(u"值", u"Value");
     case KeyColumn::Ease: return lang(u"松紧", u"Ease");
     }
     return {};
@@ -141,7 +141,7 @@ QString key_text(const CTimebar& bar, KeyPlace place, KeyColumn column)
     case KeyColumn::Time: return shortest(float(number_of(bar, keys.time(place.key))));
     case KeyColumn::Object: return target_text(*place.variable->object());
     case KeyColumn::Variable: return variable_text(*place.variable);
-    case KeyColumn::Value: return CTVar::get_string_from_var(keys.value(place.key));
+    case KeyColumn::Content: return CTVar::get_string_from_var(keys.value(place.key));
     case KeyColumn::Ease: return shortest(keys.ease(place.key));
     }
     return {};
@@ -149,7 +149,7 @@ QString key_text(const CTimebar& bar, KeyPlace place, KeyColumn column)
 
 bool is_key_editable(KeyPlace place, KeyColumn column)
 {
-    return column == KeyColumn::Value || column == KeyColumn::Ease || (column == KeyColumn::Time && place.key > 0);
+    return column == KeyColumn::Content || column == KeyColumn::Ease || (column == KeyColumn::Time && place.key > 0);
 }
 
 KeySelection edit_keys(CTimebar& bar, const std::vector<KeyPlace>& keys, KeyColumn column, const QString& text)
@@ -158,7 +158,7 @@ KeySelection edit_keys(CTimebar& bar, const std::vector<KeyPlace>& keys, KeyColu
     KeySelection selection = selection_of(keys);
     const auto sum = parse_sum(text);
     bool changed = false;
-    if (column == KeyColumn::Value)
+    if (column == KeyColumn::Content)
         changed = edit_each(selection, [&](const CTVar& variable, KeyTrack& track, qsizetype key) {
             track.set_value(key, changed_value(variable, track.value(key), text.trimmed()));
         });
@@ -194,7 +194,7 @@ PastedKeys paste_keys(CTimebar& bar, const QString& text)
         if (line.endsWith(QLatin1Char('\r')))
             line.chop(1);
         const QStringList cells = line.split(QLatin1Char('\t'));
-        CTVar* variable = cells.size() > int(KeyColumn::Value)
+        CTVar* variable = cells.size() > int(KeyColumn::Content)
             ? variables.value(cells[1].trimmed() + QLatin1Char('\t') + cells[2].trimmed())
             : nullptr;
         Key key;

@@ -8,10 +8,6 @@
 
 namespace tarn {
 
-/// The columns of a table of keys, in the text of a spreadsheet too.
-enum class KeyColumn { Time, Object, Variable, Value, Ease };
-constexpr int key_column_count = 5;
-
 QString key_column_title(KeyColumn column);
 /// What a cell says. Times are seconds, or frames where the timebar shows them.
 QString key_text(const CTimebar& bar, KeyPlace place, KeyColumn column);

@@ -80,11 +80,9 @@ Qt::ItemFlags KeyTableModel::flags(const QModelIndex& index) const
 
 void KeyTableModel::sort(int column, Qt::SortOrder order)
 {
-    static constexpr KeyRows::Order orders[] = {KeyRows::Order::Time, KeyRows::Order::Object, KeyRows::Order::Variable,
-                                                KeyRows::Order::Value, KeyRows::Order::Ease};
     if (column < 0 || column >= key_column_count)
         return;
-    m_order = orders[column];
+    m_order = KeyColumn(column);
     m_descending = order == Qt::DescendingOrder;
     Q_EMIT layoutAboutToBeChanged();
     m_rows.set(m_variables, m_order, m_descending);

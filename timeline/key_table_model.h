@@ -38,7 +38,7 @@ private:
     CTimebar* m_bar = nullptr;
     std::vector<CTVar*> m_variables;
     KeyRows m_rows;
-    KeyRows::Order m_order = KeyRows::Order::Time;
+    KeyColumn m_order = KeyColumn::Time;
     bool m_descending = false;
 };
 
