@@ -207,8 +207,7 @@ void insert_bar(TimelinePlace& place)
         return;
     const CTimebar* other = place.view.scene->SearchTimebarFromName(*name);
     if (!other || other == place.bar) {
-        boxes::message(place.host.owner(),
-                       {.text = QStringLiteral("无法插入时间轴自身！请选择不同的时间轴,或检查时间轴名称是否重复。")});
+        tell(place.host, QStringLiteral("无法插入时间轴自身！请选择不同的时间轴,或检查时间轴名称是否重复。"));
         return;
     }
     if (!place.bar->insert_timerbar(place.view.current_time, *other))
@@ -219,8 +218,7 @@ void insert_bar(TimelinePlace& place)
 void move_point_to(TimelinePlace& place)
 {
     if (place.hover.point < 0) {
-        boxes::message(place.host.owner(),
-                       {.text = lang(u"请选择一个控制点（左右两个端点)", u"Please select a target point")});
+        tell(place.host, lang(u"请选择一个控制点（左右两个端点)", u"Please select a target point"));
         return;
     }
     const auto time = ask_time(place.host, place.hover.point);
@@ -320,7 +318,8 @@ void pop_commands(TimelinePlace& place, std::span<const TimelineCommand> command
     for (const TimelineCommand& command : commands)
         items.push_back(command.id ? boxes::MenuItem{.id = command.id,
                                                      .text = lang(command.chinese, command.english),
-                                                     .enabled = is_enabled(command, place)}
+                                                     .enabled = is_enabled(command, place),
+                                                     .checked = command.is_checked && command.is_checked(place)}
                                    : boxes::MenuItem{});
     const int chosen = menufun::pop_menu(place.host.owner(), items);
     const auto command = std::find_if(commands.begin(), commands.end(), [=](const TimelineCommand& row) {
@@ -354,6 +353,9 @@ void double_click_bands(TimelineHost& host, const TimelinePoint& point)
             ask_key_value(host, *variable, hover.key, lang(u"请输入关键帧的变量值", u"Input a key value"));
     } else if (hover.script >= 0) {
         edit_script(host, hover.script);
+    } else if (CTimeMark* mark = bar->mark_at(hover.extra)) {
+        if (const auto name = ask_text(host, lang(u"请输入标记名称", u"Input a mark's name"), mark->name()))
+            mark->set_name(*name);
     } else if (hover.ease) {
         ask_ease(host, *hover.ease);
     }
@@ -372,17 +374,17 @@ void ask_key_value(TimelineHost& host, CTVar& variable, float time, const QStrin
 
 void ask_ease(TimelineHost& host, const EaseSpan& span)
 {
-    const float ease = span.variable ? span.variable->get_ease(span.end) : span.object ? span.object->get_ease(span.end) : 0;
-    const auto text = ask_text(host, lang(u"请输入松紧值", u"Ease"), QString::number(double(ease)));
-    bool is_number = false;
-    const float wanted = text ? text->toFloat(&is_number) : 0;
-    if (!is_number)
+    const float ease = span.variable ? span.variable->get_ease(span.end)
+        : span.object                ? span.object->get_ease(span.end)
+                                     : 0;
+    const auto wanted = ask_ease_number(host, ease);
+    if (!wanted)
         return;
     const UserAction action(host.timeline().bar()->journal(), lang(u"松紧值", u"Ease"));
     if (span.variable)
-        span.variable->set_key_ease(span.end, wanted);
+        span.variable->set_key_ease(span.end, *wanted);
     else if (span.object)
-        span.object->set_key_ease(span.end, wanted);
+        span.object->set_key_ease(span.end, *wanted);
 }
 
 void edit_script(TimelineHost& host, float time)

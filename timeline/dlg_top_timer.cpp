@@ -109,7 +109,8 @@ void CDlgTopTimer::OnInitDialog()
     on_choose(id_bars, [this](int row) { choose_bar(row); });
     on_choose(id_targets, [this](int row) { choose_target(row); });
     on_choose(id_variables, [this](int row) { choose_variable(row); });
-    connect(m_timer, &CStaticTimer::time_changed, this, [this] { play_ticked(); });
+    connect(m_timer, &CStaticTimer::play_toggled, this, [this] { show_playing(); });
+    connect(m_timer, &CStaticTimer::play_ended, this, [this] { on_play_ended(); });
     connect(m_timer, &CStaticTimer::view_changed, this, [this] { show_thumb(); });
     m_timer->installEventFilter(this);
 
@@ -146,7 +147,7 @@ void CDlgTopTimer::set_up_buttons()
         m_is_locked = button(id_lock)->GetCheck();
         Q_EMIT locked(m_is_locked);
     });
-    on_click(id_play, [this] { toggle_play(); });
+    on_click(id_play, [this] { m_timer->toggle_play(); });
     on_click(id_record, [this] { record(); });
     on_click(id_auto_record, [this] { set_auto_record(button(id_auto_record)->GetCheck()); });
     on_click(id_previous, [this] { go_to_key(false); });
@@ -266,7 +267,6 @@ void CDlgTopTimer::take_bar()
     const quint32 id = now ? now->id() : 0;
     if (id != m_shown_bar) {
         m_shown_bar = id;
-        m_plays = false;
         m_timer->stop_clock();
         m_timer->clear_selection();
         if (now) {

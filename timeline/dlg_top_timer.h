@@ -60,8 +60,7 @@ private:
     void choose_variable(int row);
 
     // Playing
-    void toggle_play();
-    void play_ticked();
+    void on_play_ended();
     void show_playing();
     void go_to_key(bool next);
 
@@ -84,7 +83,6 @@ private:
     QStackedWidget* m_pages = nullptr;
     quint32 m_shown_bar = 0;       ///< id
     quint32 m_followed_object = 0; ///< id of the object that was selected when the target was last set by it
-    float m_shown_length = 0;      ///< of the timebar, when the scroll bar was last set by it
+    float m_shown_length = 0;      ///< of the timebar, when the scroll bar was last set
     bool m_is_locked = false;
-    bool m_plays = false; ///< it was started here and did not stop yet
 };

@@ -35,31 +35,11 @@ constexpr QColor record_color(0xe0, 0x2b, 0x2b);
 
 // Playing ---------------------------------------------------------------------------------------------------------------
 
-void CDlgTopTimer::toggle_play()
+void CDlgTopTimer::on_play_ended()
 {
-    if (!bar())
-        return;
-    if (bar()->is_playing()) {
-        m_plays = false;
-        bar()->active_bar(0, 0);
-        m_timer->stop_clock();
-    } else {
-        bar()->active_bar(1, 0);
+    if (bar() && button(id_loop)->GetCheck()) {
+        bar()->active_bar(1, 1);
         m_timer->start_clock();
-        m_plays = true;
-    }
-    show_playing();
-}
-
-/// The cursor went on, or was moved.
-void CDlgTopTimer::play_ticked()
-{
-    if (m_plays && bar() && !bar()->is_playing()) {
-        m_plays = button(id_loop)->GetCheck();
-        if (m_plays) {
-            bar()->active_bar(1, 1);
-            m_timer->start_clock();
-        }
     }
     show_playing();
 }

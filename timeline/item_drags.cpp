@@ -12,18 +12,9 @@ namespace tarn {
 namespace {
 
 constexpr int least_way = 5; // pixels, for a drag
-// How far off the timeline what is dropped is deleted.
-constexpr int off_above = 100;
-constexpr int off_below = 160;
-constexpr int off_under_bottom = 96;
 // The ends of what is selected, by which it is stretched.
 constexpr int end_reach = 4;
 constexpr float least_stretched = 12;
-
-bool is_off(const TimelineView& view, int y)
-{
-    return y < -off_above || y > std::max(off_below, view.client_height + off_under_bottom);
-}
 
 void tell_first_keys(TimelineHost& host, const SelectionDrag& items)
 {
@@ -53,7 +44,9 @@ float ItemsDrag::time_at(const TimelinePoint& point) const
 
 void ItemsDrag::move(const TimelinePoint& point)
 {
-    m_is_off = has_moved(point) && is_off(m_host.timeline(), point.y);
+    m_is_off = has_moved(point) && is_off_timeline(m_host.timeline(), point.y);
+    const bool shift = point.modifiers.testFlag(Qt::ShiftModifier) && !m_press.modifiers.testFlag(Qt::ShiftModifier);
+    m_items.set_ripple(shift != m_host.timeline().ripple);
     if (has_moved(point) && !m_is_off) {
         m_items.move(m_items.limited(target(point) - m_grabbed));
         tell_first_keys(m_host, m_items);

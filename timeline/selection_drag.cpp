@@ -5,13 +5,57 @@
 #include "timeline_view.h"
 
 #include <algorithm>
+#include <cmath>
+#include <utility>
 
 namespace tarn {
 
-SelectionDrag::SelectionDrag(TimelineView& view, Items items)
-    : m_view(view), m_before(view.selection), m_takes_keys(items != Items::Scripts),
-      m_takes_scripts(items != Items::Keys)
+namespace {
+
+constexpr double unseen_part = 0.02; // of a frame, by which floats are off
+
+/// The keys from the first of each variable that can be moved on.
+KeySelection with_later_keys(const KeySelection& keys)
 {
+    KeySelection all;
+    for (const auto& [variable, times] : keys) {
+        const float first = variable->keys().first_time();
+        const auto moving = std::upper_bound(times.begin(), times.end(), first);
+        if (moving != times.end())
+            variable->keys().each_time(*moving, max_time,
+                                       [&](qsizetype, float time) { all[variable].push_back(time); });
+    }
+    return all;
+}
+
+/// What stands on a frame and moves by whole frames comes to stand on one exactly.
+std::optional<float> moved_by_frames(float time, float offset, int frame_rate)
+{
+    const qint64 frame = frame_of(time, frame_rate);
+    const double way = double(offset) * std::max(frame_rate, 1);
+    if (time != frame_time(frame, frame_rate) || std::abs(way - std::round(way)) > unseen_part)
+        return {};
+    return frame_time(frame + std::llround(way), frame_rate);
+}
+
+} // namespace
+
+SelectionDrag::SelectionDrag(TimelineView& view, Items items)
+    : m_view(view), m_before(view.selection), m_takes_scripts(items != Items::Keys)
+{
+    if (items != Items::Scripts)
+        m_moving = m_before.keys();
+}
+
+void SelectionDrag::set_ripple(bool on)
+{
+    if (std::exchange(m_ripple, on) == on || m_before.keys().empty())
+        return;
+    if (m_keys)
+        m_keys->move(0);
+    m_moving = on ? with_later_keys(m_before.keys()) : m_before.keys();
+    if (m_keys)
+        m_keys.emplace(m_moving);
 }
 
 SelectionDrag::~SelectionDrag()
@@ -23,15 +67,14 @@ float SelectionDrag::limited(float offset) const
 {
     float low = -max_time;
     float latest = 0;
-    if (m_takes_keys)
-        for (const auto& [variable, times] : m_before.keys()) {
-            const float first = variable->keys().first_time();
-            const auto moving = std::upper_bound(times.begin(), times.end(), first);
-            if (moving == times.end())
-                continue;
-            low = std::max(low, just_behind(first) - *moving);
-            latest = std::max(latest, times.back());
-        }
+    for (const auto& [variable, times] : m_moving) {
+        const float first = variable->keys().first_time();
+        const auto moving = std::upper_bound(times.begin(), times.end(), first);
+        if (moving == times.end())
+            continue;
+        low = std::max(low, just_behind(first) - *moving);
+        latest = std::max(latest, times.back());
+    }
     if (m_takes_scripts && !m_before.scripts().empty()) {
         low = std::max(low, -m_before.scripts().front());
         latest = std::max(latest, m_before.scripts().back());
@@ -43,7 +86,9 @@ float SelectionDrag::limited(float offset) const
 
 void SelectionDrag::move(float offset)
 {
-    retime([offset](float time) { return time + offset; });
+    const CTimebar* bar = m_view.bar();
+    const int rate = bar ? bar->frame_rate() : 0;
+    retime([=](float time) { return moved_by_frames(time, offset, rate).value_or(time + offset); });
 }
 
 void SelectionDrag::stretch(float anchor, float factor)
@@ -59,8 +104,8 @@ void SelectionDrag::retime(const std::function<float(float)>& moved)
     if (!m_action) {
         m_journal = &bar->journal();
         m_action.emplace(*m_journal, lang(u"移动关键帧", u"Move Keys"));
-        if (m_takes_keys)
-            m_keys.emplace(m_before.keys());
+        if (!m_moving.empty())
+            m_keys.emplace(m_moving);
         if (m_takes_scripts)
             m_scripts = m_before.scripts();
     }
@@ -73,7 +118,7 @@ void SelectionDrag::retime(const std::function<float(float)>& moved)
         });
         m_view.selection.set_scripts(m_scripts);
     }
-    if (m_takes_keys) {
+    if (m_keys) {
         m_keys->retime(moved);
         m_view.selection.set_keys(m_keys->keys());
     }
@@ -81,11 +126,10 @@ void SelectionDrag::retime(const std::function<float(float)>& moved)
 
 bool SelectionDrag::holds_first_keys() const
 {
-    return m_takes_keys
-        && std::any_of(m_before.keys().begin(), m_before.keys().end(), [](const auto& entry) {
-               const auto& [variable, times] = entry;
-               return !variable->keys().is_empty() && times.front() <= variable->keys().first_time();
-           });
+    return std::any_of(m_moving.begin(), m_moving.end(), [](const auto& entry) {
+        const auto& [variable, times] = entry;
+        return !variable->keys().is_empty() && times.front() <= variable->keys().first_time();
+    });
 }
 
 void SelectionDrag::restore()
@@ -101,7 +145,7 @@ void SelectionDrag::restore()
 
 void SelectionDrag::keep()
 {
-    const bool keys_moved = m_keys && m_keys->keys() != m_before.keys();
+    const bool keys_moved = m_keys && m_keys->keys() != m_moving;
     const bool scripts_moved = m_takes_scripts && m_scripts != m_before.scripts();
     if (keys_moved || scripts_moved)
         m_action.reset();

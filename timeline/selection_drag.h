@@ -21,11 +21,14 @@ public:
     SelectionDrag(TimelineView& view, Items items);
     ~SelectionDrag();
 
+    /// Later keys of the same variables move along.
+    void set_ripple(bool on);
     /// By how much what is moved can be, next to `offset`: it keeps behind first keys, off the begin and before the end.
     float limited(float offset) const;
     void move(float offset);
     /// Keeps `anchor` in its place.
     void stretch(float anchor, float factor);
+    void retime(const std::function<float(float)>& moved);
     /// Whether the last move came onto a script key that is not selected: script keys stayed where they were then.
     bool is_refused() const { return m_refused; }
     /// Whether first keys are selected, which stay where they are.
@@ -37,12 +40,11 @@ public:
     void keep();
 
 private:
-    void retime(const std::function<float(float)>& moved);
-
     TimelineView& m_view;
     Journal* m_journal = nullptr;
     const TimelineSelection m_before;
-    bool m_takes_keys;
+    KeySelection m_moving; ///< the keys that move, where they stood at first
+    bool m_ripple = false;
     bool m_takes_scripts;
     std::optional<UserAction> m_action; ///< from the first move on
     std::optional<KeyDrag> m_keys;

@@ -31,9 +31,12 @@ public:
     /// As if there had been no press.
     virtual void cancel() = 0;
     virtual Qt::CursorShape cursor() const { return Qt::ArrowCursor; }
+    /// Whether the cursor comes along when it scrolls at the edges.
+    virtual bool takes_cursor_along() const { return true; }
 };
 
 /// The drag that a press begins; what it presses on is selected, and the cursor moves. Never null.
 std::unique_ptr<TimelineDrag> press_bands(TimelineHost& host, const TimelinePoint& point);
+std::unique_ptr<TimelineDrag> press_rows(TimelineHost& host, const TimelinePoint& point);
 
 } // namespace tarn

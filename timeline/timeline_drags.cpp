@@ -1,7 +1,10 @@
 // What drags of the left button do in the bands of the timeline, and which of them a press begins.
 
 #include "band_geometry.h"
+#include "animation/t_var.h"
+#include "animation/timer_object.h"
 #include "core/language.h"
+#include "frame/boxes.h"
 #include "item_drags.h"
 #include "timeline_drag.h"
 #include "timeline_edits.h"
@@ -155,6 +158,18 @@ public:
             m_mark.set_span(m_time, std::max(m_length + offset, 0.f));
         else
             m_mark.set_span(std::max(m_time + offset, 0.f), m_length);
+        if (is_off_timeline(m_host.timeline(), point.y))
+            m_host.say(lang(u"松开以删除", u"Let go to delete"));
+    }
+    void finish(const TimelinePoint& point) override
+    {
+        if (!is_off_timeline(m_host.timeline(), point.y)) {
+            StepDrag::finish(point);
+            return;
+        }
+        cancel();
+        if (boxes::confirm(m_host.owner(), lang(u"是否删除标记？", u"Delete the mark?")))
+            m_bar.remove_mark(&m_mark);
     }
 
 private:
@@ -199,15 +214,6 @@ public:
 private:
     EaseSpan m_span;
 };
-
-CTimeMark* mark_from(const CTimebar& bar, float time)
-{
-    CTimeMark* found = nullptr;
-    for (CTimeMark* mark : bar.marks())
-        if (mark->time() == time)
-            found = mark;
-    return found;
-}
 
 CTimeMark* mark_until(const CTimebar& bar, float end)
 {
@@ -298,7 +304,7 @@ std::unique_ptr<TimelineDrag> press_bands(TimelineHost& host, const TimelinePoin
         host.set_current_time(hover.key);
         return std::make_unique<KeysDrag>(host, point, hover.key);
     }
-    if (CTimeMark* mark = mark_from(*bar, hover.extra))
+    if (CTimeMark* mark = bar->mark_at(hover.extra))
         return std::make_unique<MarkDrag>(host, *bar, *mark, point, false);
     if (hover.point >= 0)
         return std::make_unique<PointDrag>(host, hover.point);

@@ -1,5 +1,6 @@
 #include "timeline_edits.h"
 
+#include "animation/ease.h"
 #include "animation/key_track.h"
 #include "animation/t_var.h"
 #include "core/journal.h"
@@ -15,6 +16,20 @@
 #include <cmath>
 
 namespace tarn {
+
+namespace {
+
+// How far off the timeline what is dropped is deleted.
+constexpr int off_above = 100;
+constexpr int off_below = 160;
+constexpr int off_under_bottom = 96;
+
+} // namespace
+
+bool is_off_timeline(const TimelineView& view, int y)
+{
+    return y < -off_above || y > std::max(off_below, view.client_height + off_under_bottom);
+}
 
 bool has_section(const TimelineView& view)
 {
@@ -115,19 +130,24 @@ void delete_selected(TimelineHost& host)
                                                           : Deleted::All);
 }
 
+void tell(TimelineHost& host, const QString& text)
+{
+    boxes::message(host.owner(), {.text = text, .title = lang(u"时间轴", u"Timeline")});
+}
+
 void tell_first_not_removed(TimelineHost& host)
 {
-    boxes::message(host.owner(), {.text = lang(u"不能删除第一个关键帧！", u"First key can not be removed!")});
+    tell(host, lang(u"不能删除第一个关键帧！", u"First key can not be removed!"));
 }
 
 void tell_first_not_moved(TimelineHost& host)
 {
-    boxes::message(host.owner(), {.text = lang(u"不能移动第一个关键帧！", u"First key can not be moved!")});
+    tell(host, lang(u"不能移动第一个关键帧！", u"First key can not be moved!"));
 }
 
 void tell_script_is_there(TimelineHost& host)
 {
-    boxes::message(host.owner(), {.text = lang(u"无法移动到此处，已经有脚本存在!", u"There is a script here already!")});
+    tell(host, lang(u"无法移动到此处，已经有脚本存在!", u"There is a script here already!"));
 }
 
 // Asking -------------------------------------------------------------------------------------------------------------
@@ -191,6 +211,14 @@ std::optional<float> ask_length(TimelineHost& host)
                                   : lang(u"请输入新插入的时间段时长", u"Input the length of new insert time"));
     const auto length = text ? seconds_of(*text, host.timeline().bar()) : std::nullopt;
     return length && *length >= 0 ? length : std::nullopt;
+}
+
+std::optional<float> ask_ease_number(TimelineHost& host, float initial)
+{
+    const auto text = ask_text(host, lang(u"请输入松紧值", u"Ease"), QString::number(double(initial)));
+    bool is_number = false;
+    const float ease = text ? text->toFloat(&is_number) : 0;
+    return is_number && ease == ease ? std::optional(std::clamp(ease, -Ease::limit, Ease::limit)) : std::nullopt;
 }
 
 std::optional<int> ask_group(TimelineHost& host, const QString& prompt)

@@ -20,6 +20,9 @@ bool has_section(const TimelineView& view);
 /// Ends the selection of a range; its keys and script keys of what the bands show become the selection.
 void select_range(TimelineView& view);
 
+/// Whether what is dropped there is to be deleted.
+bool is_off_timeline(const TimelineView& view, int y);
+
 /// Asks whether to remove the selected section's time, and does it; the timebar becomes shorter by it.
 void remove_section(TimelineHost& host);
 /// Asks, and removes the selected keys, script keys, or both; or the selected section, where there is one. First keys
@@ -29,6 +32,8 @@ void delete_selected(TimelineHost& host, Deleted what);
 /// As above, of whatever is selected.
 void delete_selected(TimelineHost& host);
 
+/// A box with nothing to decide.
+void tell(TimelineHost& host, const QString& text);
 /// Tells that first keys cannot be removed, or moved.
 void tell_first_not_removed(TimelineHost& host);
 void tell_first_not_moved(TimelineHost& host);
@@ -40,6 +45,8 @@ std::optional<QString> ask_text(TimelineHost& host, const QString& prompt, const
 std::optional<float> ask_time(TimelineHost& host, float initial);
 /// The same for a length, which is not below 0.
 std::optional<float> ask_length(TimelineHost& host);
+/// An ease from -100 to 100.
+std::optional<float> ask_ease_number(TimelineHost& host, float initial);
 std::optional<int> ask_group(TimelineHost& host, const QString& prompt);
 
 } // namespace tarn

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "timeline_drag.h"
-#include "timeline_view.h"
+#include "timeline_rows.h"
 
 #include <span>
 
@@ -14,6 +14,7 @@ struct TimelinePlace {
     CTimebar* bar;       ///< null for none
     TimelineHover hover; ///< in the bands
     float time = 0;      ///< under the mouse
+    std::optional<RowHit> row{}; ///< below the bands
 };
 
 /// A command of a menu; without a caption, a line between others.
@@ -23,6 +24,7 @@ struct TimelineCommand {
     const char16_t* english = nullptr;
     bool (*is_enabled)(const TimelinePlace&) = nullptr; ///< null: where there is a timebar
     void (*run)(TimelinePlace&) = nullptr;
+    bool (*is_checked)(const TimelinePlace&) = nullptr; ///< null: never
 };
 
 /// Shows the menu at the mouse and does what was chosen.
@@ -31,6 +33,12 @@ void pop_commands(TimelinePlace& place, std::span<const TimelineCommand> command
 void pop_band_menu(TimelineHost& host, const TimelinePoint& point);
 /// What a double click in the bands does: it asks for the value of a key or the ease of a span, or opens a script.
 void double_click_bands(TimelineHost& host, const TimelinePoint& point);
+
+/// The menu of the rows, at the mouse, or for the row that the keyboard is in.
+void pop_row_menu(TimelineHost& host, const TimelinePoint& point);
+void pop_row_menu(TimelineHost& host);
+/// Asks for the value of a key, makes one of a variable, or folds an object.
+void double_click_rows(TimelineHost& host, const TimelinePoint& point);
 
 // Commands that double clicks, keys and the rows share.
 /// Asks for the value of the key of a variable and stores it.

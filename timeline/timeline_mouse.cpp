@@ -26,7 +26,7 @@ void TimelineMouse::press(const TimelinePoint& point, quint32 tick)
     m_host.hold_time(point.modifiers.testFlag(Qt::ControlModifier));
     TimelineView& view = m_host.timeline();
     view.hover = find_hover(view, point.x, point.y);
-    m_drag = press_bands(m_host, point);
+    m_drag = point.y < bands::rows_top ? press_bands(m_host, point) : press_rows(m_host, point);
     m_host.redraw_all();
 }
 
@@ -100,16 +100,19 @@ void TimelineMouse::scroll_step()
 {
     TimelineView& view = m_host.timeline();
     const float step = view.axis.seconds(edge);
+    const bool takes_cursor = m_drag && m_drag->takes_cursor_along();
     if (m_scrolling < 0) {
         view.axis.view_origin -= step;
         if (view.axis.view_origin <= 0) {
             view.axis.view_origin = 0;
             set_scrolling(0);
         }
-        m_host.set_current_time(view.axis.time_from_pixel(float(m_mouse.x)));
+        if (takes_cursor)
+            m_host.set_current_time(view.axis.time_from_pixel(float(m_mouse.x)));
     } else if (m_scrolling > 0) {
         view.axis.view_origin += step;
-        m_host.set_current_time(view.current_time + step);
+        if (takes_cursor)
+            m_host.set_current_time(view.current_time + step);
     }
     m_host.view_moved();
     if (m_drag && !m_drag->is_immediate())

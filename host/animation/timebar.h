@@ -41,6 +41,7 @@ public:
     float end() const { return time() + length(); }
     quint32 color() const { return state<TimeMarkState>().color; }
     bool set_span(float time, float length);
+    bool set_name(const QString& name);
     const char* class_name() const override { return "CTimeMark"; }
 };
 
@@ -126,6 +127,7 @@ public:
 
     // Marks, in the order in which they were made
     const std::vector<tarn::CTimeMark*>& marks() const;
+    tarn::CTimeMark* mark_at(float time) const; ///< the last that begins there; null for none
     tarn::CTimeMark* create_mark(float time, float length, const QString& name);
     void remove_mark(tarn::CTimeMark* mark);
 
