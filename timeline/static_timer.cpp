@@ -152,6 +152,7 @@ void CStaticTimer::toggle_play()
         return;
     bar->active_bar(!bar->is_playing());
     bar->is_playing() ? start_clock() : stop_clock();
+    Q_EMIT play_toggled();
 }
 
 void CStaticTimer::play_step()
@@ -168,6 +169,8 @@ void CStaticTimer::play_step()
     redraw();
     m_world->update_all_views();
     Q_EMIT time_changed();
+    if (!m_clock.isActive())
+        Q_EMIT play_ended();
 }
 
 void CStaticTimer::timerEvent(QTimerEvent* event)

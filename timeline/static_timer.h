@@ -56,6 +56,9 @@ Q_SIGNALS:
     void view_changed();
     /// The cursor stands elsewhere.
     void time_changed();
+    void play_toggled();
+    /// The timebar came to its end.
+    void play_ended();
 
 protected:
     void paintEvent(QPaintEvent* event) override;

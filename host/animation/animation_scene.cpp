@@ -170,6 +170,8 @@ void CAnimationScene::set_current_bar(const CTimebar* bar)
     if (wanted == m_current_bar)
         return;
     drop_unrecorded();
+    if (CTimebar* before = m_running ? nullptr : current_bar())
+        before->m_playing = false;
     m_current_bar = wanted;
     m_stale = true;
     show_frame();
@@ -286,6 +288,7 @@ void CAnimationScene::set_running(bool on)
     drop_unrecorded();
     for (CTimebar* bar : bars()) {
         bar->m_playing = false;
+        bar->m_speed = 1;
         bar->m_passed.clear();
         if (on)
             bar->m_time_before = bar->m_current_time;

@@ -69,6 +69,9 @@ public:
     void forget_unrecorded(quint32 object, quint32 channels);
     /// All of it, for good.
     void drop_unrecorded();
+    /// While on, what would stay unrecorded is recorded at the current time, in the same step of undo. Not saved.
+    void set_auto_record(bool on) { m_auto_record = on; }
+    bool auto_record() const { return m_auto_record; }
 
     // The turning point of an object is edited
     void edit_sel_mat(const tarn::ModelObject& object) { m_edited_center = object.id(); }
@@ -125,6 +128,7 @@ private:
     quint32 m_edited_center = 0;
     bool m_editing = false;
     bool m_running = false;
+    bool m_auto_record = false;
     bool m_stale = true;             ///< what drives the scene has to be found out anew
     bool m_changed = false;          ///< what was not recorded is another than what is shown
     std::vector<Program> m_programs; ///< of the bars that drive, the highest first

@@ -67,6 +67,11 @@ public:
     bool set_display_mode(int mode) { return change<&tarn::TimebarState::display_mode>(mode); }
     int frame_rate() const { return bar_state().frame_rate; }
     bool set_frame_rate(int rate) { return change<&tarn::TimebarState::frame_rate>(rate); }
+    /// In which its times are shown and typed.
+    tarn::TimeUnit time_unit() const
+    {
+        return shows_frames() ? tarn::TimeUnit::frames(frame_rate()) : tarn::TimeUnit::seconds();
+    }
     bool auto_play() const { return bar_state().auto_play; }
     bool set_auto_play(bool on) { return change<&tarn::TimebarState::auto_play>(on); }
     CAnimationScene& scene() const { return m_scene; }
@@ -110,6 +115,9 @@ public:
     /// A script key that runs a function of that name, of a name of its own when that is empty. The one that stands there
     /// stays as it is. Null when no ids are left.
     tarn::CScriptKey* insert_script_key(float time, const QString& function = {});
+    /// The function that the script key runs comes to be when there is none of that name, in a step of undo. False where
+    /// there is no script key, or no room for a function.
+    bool create_script_function(float time);
     /// With the function that was made for it, when nothing else names that.
     bool remove_script_key(float time);
     bool remove_script_keys(const std::vector<float>& times);

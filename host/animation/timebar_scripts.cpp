@@ -109,6 +109,19 @@ CScriptKey* CTimebar::insert_script_key(float time, const QString& function)
     return make_script_key(time, function);
 }
 
+bool CTimebar::create_script_function(float time)
+{
+    CConfigScene* functions = m_scene.functions();
+    const QString name = get_script_name(time);
+    if (!functions || name.isEmpty())
+        return false;
+    if (!functions->find_function(name)) {
+        const UserAction action(journal(), lang(u"插入脚本", u"Insert Script"));
+        make_functions(*functions, {{name, {}}});
+    }
+    return functions->find_function(name) != nullptr;
+}
+
 bool CTimebar::remove_script_key(float time)
 {
     return remove_script_keys({time});
