@@ -1,10 +1,14 @@
 #include "static_timer.h"
 
 #include "animation/animation_scene.h"
+#include "core/language.h"
 #include "engine/base_world.h"
 
+#include <QPaintEvent>
 #include <QPainter>
 #include <QTimerEvent>
+
+using namespace tarn;
 
 namespace {
 
@@ -16,6 +20,8 @@ CStaticTimer::CStaticTimer(QWidget* parent) : QWidget(parent)
 {
     setMouseTracking(true);
     setFocusPolicy(Qt::StrongFocus);
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    setAccessibleName(lang(u"时间轴", u"Timeline"));
 }
 
 CStaticTimer::~CStaticTimer() = default;
@@ -46,7 +52,10 @@ void CStaticTimer::show_time(float time)
 
 void CStaticTimer::redraw()
 {
-    update();
+    if (m_picture.is_stale(m_view, *this))
+        update();
+    else
+        update(m_picture.overlay_change(m_view, *this));
 }
 
 void CStaticTimer::zoom_in()
@@ -118,8 +127,11 @@ void CStaticTimer::resizeEvent(QResizeEvent* event)
     QWidget::resizeEvent(event);
 }
 
-void CStaticTimer::paintEvent(QPaintEvent*)
+void CStaticTimer::paintEvent(QPaintEvent* event)
 {
+    // Nobody has to ask for what shows another picture.
+    if (event->region().boundingRect() != rect() && m_picture.is_stale(m_view, *this))
+        update();
     QPainter painter(this);
-    painter.fillRect(rect(), palette().base());
+    m_picture.paint(painter, m_view, *this, event->region());
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "timeline_view.h"
+#include "timeline_picture.h"
 
 #include <QBasicTimer>
 #include <QElapsedTimer>
@@ -60,6 +60,7 @@ private:
     void play_step();
 
     tarn::TimelineView m_view;
+    tarn::TimelinePicture m_picture;
     CBaseWorld* m_world = nullptr;
     bool m_hold_time = false;
     QBasicTimer m_clock;
