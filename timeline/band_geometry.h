@@ -54,7 +54,7 @@ void each_column(const TimeAxis& axis, std::span<const float> times, int first, 
 
 /// The box of the ease handle of a span between two keys, and the way on which it can be dragged.
 struct EaseHandle {
-    static constexpr float inset = 6;    ///< of the way's ends from the keys
+    static constexpr float inset = 6;     ///< of the way's ends from the keys
     static constexpr int least_span = 30; ///< a narrower span has no handle
     static constexpr int half_width = 3;
 

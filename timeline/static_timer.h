@@ -3,7 +3,7 @@
 #include "core/model_changes.h"
 #include "timeline_host.h"
 #include "timeline_mouse.h"
-#include "timeline_view.h"
+#include "timeline_picture.h"
 
 #include <QBasicTimer>
 #include <QElapsedTimer>
@@ -96,6 +96,7 @@ private:
     void show_mouse_cursor();
 
     tarn::TimelineView m_view;
+    tarn::TimelinePicture m_picture;
     CBaseWorld* m_world = nullptr;
     bool m_hold_time = false;
     quint32 m_shown_bar = 0; ///< whose keys are selected
