@@ -22,7 +22,7 @@ constexpr bool hits_column(int x, int column)
 }
 
 /// The keys that share a column of pixels, of any number of variables.
-struct KeyColumn {
+struct KeyStack {
     int column = 0;
     float first = 0; ///< times
     float last = 0;
@@ -31,7 +31,7 @@ struct KeyColumn {
 };
 
 struct KeyColumns {
-    std::vector<KeyColumn> columns; ///< ascending
+    std::vector<KeyStack> columns; ///< ascending
     std::optional<float> before;    ///< the nearest key left of the columns that were asked for
     std::optional<float> after;     ///< and right of them
 };
@@ -54,7 +54,7 @@ void each_column(const TimeAxis& axis, std::span<const float> times, int first, 
 
 /// The box of the ease handle of a span between two keys, and the way on which it can be dragged.
 struct EaseHandle {
-    static constexpr float inset = 6;    ///< of the way's ends from the keys
+    static constexpr float inset = 6;     ///< of the way's ends from the keys
     static constexpr int least_span = 30; ///< a narrower span has no handle
     static constexpr int half_width = 3;
 

@@ -1,7 +1,6 @@
 // The menu of the timeline's bands, and what its commands do.
 
 #include "animation/animation_scene.h"
-#include "animation/step_functions.h"
 #include "animation/t_var.h"
 #include "animation/timer_object.h"
 #include "core/language.h"
@@ -95,9 +94,8 @@ void insert_script(TimelinePlace& place)
         return;
     const UserAction action(place.bar->journal(), lang(u"插入脚本", u"Insert Script"));
     const float time = std::min(TimelineSnap(place.view)(place.time, {}), place.bar->get_total_length());
-    const CScriptKey* key = place.bar->insert_script_key(time, *name);
-    if (key && !functions->find_function(key->function()))
-        make_functions(*functions, {{key->function(), {}}});
+    if (place.bar->insert_script_key(time, *name))
+        place.bar->create_script_function(time);
 }
 
 void remove_script(TimelinePlace& place)
@@ -389,25 +387,19 @@ void ask_ease(TimelineHost& host, const EaseSpan& span)
 
 void edit_script(TimelineHost& host, float time)
 {
-    const TimelineView& view = host.timeline();
-    CConfigScene* functions = view.scene->functions();
-    const QString name = view.bar()->get_script_name(time);
-    if (!functions || name.isEmpty())
-        return;
-    if (!functions->find_function(name))
-        if (const Status added = functions->add_function(IFunc::create_func(*functions, name), true); !added) {
-            boxes::error(host.owner(), added.message());
-            return;
-        }
-    CDlgCmdTest::do_modal(name, host.world(), host.owner(), -1);
+    CTimebar* bar = host.timeline().bar();
+    if (bar->create_script_function(time))
+        CDlgCmdTest::do_modal(bar->get_script_name(time), host.world(), host.owner(), -1);
 }
 
 void record_keys(TimelineHost& host)
 {
     const TimelineView& view = host.timeline();
     CGuiPlugScene* scene = host.world() ? find_gui_scene(*host.world()) : nullptr;
-    if (!view.bar() || !scene)
+    if (!view.bar() || !scene || !scene->gui_core().selection().editing)
         return;
+    // After a move of the cursor that kept the pose, the timebar stands elsewhere.
+    view.bar()->set_current_time(view.current_time, 0);
     const SelectionRecord& selected = scene->gui_core().selection();
     std::vector<ModelObject*> objects;
     if (selected.controls_selected)

@@ -106,8 +106,8 @@ void KeysDrag::dropped(float time)
 
 // The whole selection ------------------------------------------------------------------------------------------------
 
-SpanDrag::SpanDrag(TimelineHost& host, const TimelinePoint& press, const TimelineHover& under)
-    : m_host(host), m_items(host.timeline(), SelectionDrag::Items::All), m_snap(host.timeline()), m_under(under)
+SpanDrag::SpanDrag(TimelineHost& host, const TimelinePoint& press)
+    : m_host(host), m_items(host.timeline(), SelectionDrag::Items::All), m_snap(host.timeline())
 {
     const TimelineView& view = host.timeline();
     m_press_time = view.axis.time_from_pixel(float(press.x));
@@ -146,16 +146,6 @@ void SpanDrag::finish(const TimelinePoint& point)
     }
     m_items.restore();
     tell_script_is_there(m_host);
-}
-
-void SpanDrag::click(const TimelinePoint&)
-{
-    TimelineView& view = m_host.timeline();
-    if (m_under.key < 0 && m_under.script < 0)
-        return;
-    view.selection.clear();
-    select_under(view, m_under);
-    m_host.set_current_time(m_under.key >= 0 ? m_under.key : m_under.script);
 }
 
 } // namespace tarn

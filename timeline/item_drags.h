@@ -67,13 +67,11 @@ protected:
 /// All that is selected, from the band that shows it as a whole: it is moved, or stretched by an end.
 class SpanDrag final : public TimelineDrag {
 public:
-    /// `under`: what was under the mouse; a click selects that.
-    SpanDrag(TimelineHost& host, const TimelinePoint& press, const TimelineHover& under);
+    SpanDrag(TimelineHost& host, const TimelinePoint& press);
 
     int mode() const override { return m_stretches ? 6 : 5; }
     void move(const TimelinePoint& point) override;
     void finish(const TimelinePoint& point) override;
-    void click(const TimelinePoint& point) override;
     void cancel() override { m_items.restore(); }
     Qt::CursorShape cursor() const override { return m_stretches ? Qt::SizeHorCursor : Qt::SizeAllCursor; }
 
@@ -81,7 +79,6 @@ private:
     TimelineHost& m_host;
     SelectionDrag m_items;
     TimelineSnap m_snap;
-    TimelineHover m_under;
     float m_press_time;
     float m_edge;   ///< what snaps: the end that is dragged, or the begin of what is moved
     float m_anchor; ///< stays where it is while it is stretched
@@ -90,7 +87,5 @@ private:
 
 /// Sets the ease of a span, and of all selected ones when it is one of them.
 void set_span_ease(TimelineView& view, const EaseSpan& span, float ease);
-/// Selects the key or script key that is under the mouse in the bands.
-void select_under(TimelineView& view, const TimelineHover& hover);
 
 } // namespace tarn

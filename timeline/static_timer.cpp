@@ -1,6 +1,7 @@
 #include "static_timer.h"
 
 #include "animation/animation_scene.h"
+#include "core/language.h"
 #include "engine/base_world.h"
 #include "timeline_hits.h"
 #include "timeline_keyboard.h"
@@ -9,10 +10,13 @@
 
 #include <QContextMenuEvent>
 #include <QMouseEvent>
+#include <QPaintEvent>
 #include <QPainter>
 #include <QTimerEvent>
 #include <QToolTip>
 #include <QWheelEvent>
+
+using namespace tarn;
 
 namespace {
 
@@ -21,7 +25,7 @@ constexpr int scroll_period = 50;
 constexpr int wheel_step = 120; // of a wheel's angle
 constexpr int rows_a_step = 3;
 
-tarn::TimelinePoint point_of(const QMouseEvent& event)
+TimelinePoint point_of(const QMouseEvent& event)
 {
     return {int(event.position().x()), int(event.position().y()), event.modifiers()};
 }
@@ -33,6 +37,8 @@ CStaticTimer::CStaticTimer(QWidget* parent) : QWidget(parent)
     setMouseTracking(true);
     setFocusPolicy(Qt::StrongFocus);
     m_ticks.start();
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    setAccessibleName(lang(u"时间轴", u"Timeline"));
 }
 
 CStaticTimer::~CStaticTimer()
@@ -76,7 +82,10 @@ void CStaticTimer::redraw()
         m_view.range_select = false;
         m_view.hover = {};
     }
-    update();
+    if (m_picture.is_stale(m_view, *this))
+        update();
+    else
+        update(m_picture.overlay_change(m_view, *this));
 }
 
 void CStaticTimer::redraw_all()
@@ -97,7 +106,7 @@ void CStaticTimer::say(const QString& text)
     QToolTip::showText(QCursor::pos(), text, this);
 }
 
-void CStaticTimer::model_changed(const tarn::ModelChange& change)
+void CStaticTimer::model_changed(const ModelChange& change)
 {
     if (change.everything)
         m_mouse.cancel();
@@ -190,10 +199,13 @@ void CStaticTimer::resizeEvent(QResizeEvent* event)
     QWidget::resizeEvent(event);
 }
 
-void CStaticTimer::paintEvent(QPaintEvent*)
+void CStaticTimer::paintEvent(QPaintEvent* event)
 {
+    // Nobody has to ask for what shows another picture.
+    if (event->region().boundingRect() != rect() && m_picture.is_stale(m_view, *this))
+        update();
     QPainter painter(this);
-    painter.fillRect(rect(), palette().base());
+    m_picture.paint(painter, m_view, *this, event->region());
 }
 
 // Mouse --------------------------------------------------------------------------------------------------------------
@@ -228,12 +240,12 @@ void CStaticTimer::show_mouse_cursor()
 
 void CStaticTimer::mousePressEvent(QMouseEvent* event)
 {
-    const tarn::TimelinePoint point = point_of(*event);
+    const TimelinePoint point = point_of(*event);
     if (event->button() == Qt::LeftButton && !m_mouse.is_down())
         m_mouse.press(point, tick_of(*event));
     else if (event->button() == Qt::RightButton && !m_mouse.is_down())
-        point.y < tarn::bands::rows_top ? tarn::pop_band_menu(*this, point) : tarn::pop_row_menu(*this, point);
-    else if (event->button() == Qt::MiddleButton && point.y >= tarn::bands::rows_top)
+        point.y < bands::rows_top ? pop_band_menu(*this, point) : pop_row_menu(*this, point);
+    else if (event->button() == Qt::MiddleButton && point.y >= bands::rows_top)
         m_pan = event->pos();
     show_mouse_cursor();
 }
@@ -265,8 +277,8 @@ void CStaticTimer::mouseDoubleClickEvent(QMouseEvent* event)
         mousePressEvent(event);
         return;
     }
-    const tarn::TimelinePoint point = point_of(*event);
-    point.y < tarn::bands::rows_top ? tarn::double_click_bands(*this, point) : tarn::double_click_rows(*this, point);
+    const TimelinePoint point = point_of(*event);
+    point.y < bands::rows_top ? double_click_bands(*this, point) : double_click_rows(*this, point);
 }
 
 void CStaticTimer::pan(const QMouseEvent& event)
@@ -280,7 +292,7 @@ void CStaticTimer::pan(const QMouseEvent& event)
 
 void CStaticTimer::scroll_rows(int pixels)
 {
-    m_view.rows.scroll = std::clamp(m_view.rows.scroll + pixels, 0, tarn::greatest_scroll(m_view));
+    m_view.rows.scroll = std::clamp(m_view.rows.scroll + pixels, 0, greatest_scroll(m_view));
     redraw();
 }
 
@@ -309,8 +321,8 @@ void CStaticTimer::wheelEvent(QWheelEvent* event)
         else
             m_view.axis.halve_scale();
         view_moved();
-    } else if (event->position().y() >= tarn::bands::rows_top) {
-        scroll_rows(-delta * rows_a_step * tarn::TimelineRow::height / wheel_step);
+    } else if (event->position().y() >= bands::rows_top) {
+        scroll_rows(-delta * rows_a_step * TimelineRow::height / wheel_step);
     }
     QWidget::wheelEvent(event);
 }
@@ -319,7 +331,7 @@ void CStaticTimer::contextMenuEvent(QContextMenuEvent* event)
 {
     // The mouse has its menu from the press on.
     if (event->reason() == QContextMenuEvent::Keyboard && !m_mouse.is_down())
-        tarn::pop_row_menu(*this);
+        pop_row_menu(*this);
 }
 
 // Keys, and what ends a drag -----------------------------------------------------------------------------------------
@@ -332,7 +344,7 @@ void CStaticTimer::keyPressEvent(QKeyEvent* event)
         show_mouse_cursor();
         return;
     }
-    if (!tarn::press_key(*this, event->key(), event->modifiers()))
+    if (!press_key(*this, event->key(), event->modifiers()))
         QWidget::keyPressEvent(event);
 }
 
@@ -341,7 +353,7 @@ bool CStaticTimer::event(QEvent* event)
     // The program's shortcuts leave alone what the timeline does with the key.
     if (event->type() == QEvent::ShortcutOverride) {
         const auto* key = static_cast<QKeyEvent*>(event);
-        if (m_mouse.is_down() ? key->key() == Qt::Key_Escape : tarn::takes_key(key->key(), key->modifiers())) {
+        if (m_mouse.is_down() ? key->key() == Qt::Key_Escape : takes_key(key->key(), key->modifiers())) {
             event->accept();
             return true;
         }

@@ -4,7 +4,7 @@
 #include "frame/timeline_state.h"
 #include "timeline_host.h"
 #include "timeline_mouse.h"
-#include "timeline_view.h"
+#include "timeline_picture.h"
 
 #include <QBasicTimer>
 #include <QElapsedTimer>
@@ -108,6 +108,7 @@ private:
     void show_mouse_cursor();
 
     tarn::TimelineView m_view;
+    tarn::TimelinePicture m_picture;
     CBaseWorld* m_world = nullptr;
     bool m_hold_time = false;
     quint32 m_shown_bar = 0; ///< whose keys are selected

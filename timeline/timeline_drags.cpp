@@ -264,14 +264,6 @@ void set_span_ease(TimelineView& view, const EaseSpan& span, float ease)
         span.object->set_key_ease(span.end, ease);
 }
 
-void select_under(TimelineView& view, const TimelineHover& hover)
-{
-    if (hover.script >= 0)
-        select_script(view, hover.script, false);
-    if (hover.key >= 0)
-        select_keys(view, hover.key, false);
-}
-
 std::unique_ptr<TimelineDrag> press_bands(TimelineHost& host, const TimelinePoint& point)
 {
     TimelineView& view = host.timeline();
@@ -288,8 +280,8 @@ std::unique_ptr<TimelineDrag> press_bands(TimelineHost& host, const TimelinePoin
         return drag;
     }
     if (hits_span(view, point.x, point.y)) {
-        const TimelineHover under = std::exchange(view.hover, {});
-        return std::make_unique<SpanDrag>(host, point, under);
+        view.hover = {};
+        return std::make_unique<SpanDrag>(host, point);
     }
     if (hits_end(view, point.x, point.y))
         return std::make_unique<EndDrag>(host, *bar);

@@ -163,30 +163,19 @@ std::optional<QString> ask_text(TimelineHost& host, const QString& prompt, const
 
 namespace {
 
-bool counts_frames(TimelineHost& host)
+TimeUnit unit_of(TimelineHost& host)
 {
     const CTimebar* bar = host.timeline().bar();
-    return bar && bar->shows_frames();
+    return bar ? bar->time_unit() : TimeUnit::seconds();
 }
 
-/// Seconds, from a number of them or of frames; no answer for what is no number.
-std::optional<float> seconds_of(const QString& text, const CTimebar* bar)
+/// No answer for what is no number.
+std::optional<float> time_in(const QString& text, const TimeUnit& unit)
 {
     bool is_number = false;
     const double number = QLocale::c().toDouble(text, &is_number);
-    if (!is_number || !std::isfinite(number))
-        return {};
-    const double bounded = std::clamp(number, -1e9, 1e9);
-    if (bar && bar->shows_frames())
-        return number == std::floor(number) ? frame_time(qint64(bounded), bar->frame_rate())
-                                            : float(bounded / std::max(bar->frame_rate(), 1));
-    return float(bounded);
-}
-
-QString number_text(float time, const CTimebar* bar)
-{
-    return bar && bar->shows_frames() ? QString::number(frame_of(time, bar->frame_rate()))
-                                      : QString::number(double(time), 'g', 7);
+    return is_number && std::isfinite(number) ? std::optional(unit.time_of(std::clamp(number, -1e9, 1e9)))
+                                              : std::nullopt;
 }
 
 } // namespace
@@ -194,11 +183,12 @@ QString number_text(float time, const CTimebar* bar)
 std::optional<float> ask_time(TimelineHost& host, float initial)
 {
     const CTimebar* bar = host.timeline().bar();
+    const TimeUnit unit = unit_of(host);
     const auto text = ask_text(host,
-                               counts_frames(host) ? lang(u"请输入需要定位的帧数", u"Input a target frame")
-                                                   : lang(u"请输入需要定位的时间", u"Input a target point"),
-                               number_text(initial, bar));
-    const auto time = text ? seconds_of(*text, bar) : std::nullopt;
+                               unit.is_frames() ? lang(u"请输入需要定位的帧数", u"Input a target frame")
+                                                : lang(u"请输入需要定位的时间", u"Input a target point"),
+                               QString::number(unit.number_of(initial), 'g', 7));
+    const auto time = text ? time_in(*text, unit) : std::nullopt;
     if (!time)
         return {};
     return std::clamp(*time, 0.f, bar ? bar->get_total_length() : max_time);
@@ -206,10 +196,11 @@ std::optional<float> ask_time(TimelineHost& host, float initial)
 
 std::optional<float> ask_length(TimelineHost& host)
 {
+    const TimeUnit unit = unit_of(host);
     const auto text = ask_text(
-        host, counts_frames(host) ? lang(u"请输入新插入的时间段帧长", u"Input the length of new insert frames")
-                                  : lang(u"请输入新插入的时间段时长", u"Input the length of new insert time"));
-    const auto length = text ? seconds_of(*text, host.timeline().bar()) : std::nullopt;
+        host, unit.is_frames() ? lang(u"请输入新插入的时间段帧长", u"Input the length of new insert frames")
+                               : lang(u"请输入新插入的时间段时长", u"Input the length of new insert time"));
+    const auto length = text ? time_in(*text, unit) : std::nullopt;
     return length && *length >= 0 ? length : std::nullopt;
 }
 

@@ -28,8 +28,7 @@ void hover_keys(const TimelineView& view, const CTimebar& bar, int x, TimelineHo
 
 void hover_scripts(const TimelineView& view, const CTimebar& bar, int x, TimelineHover& hover)
 {
-    each_column(view.axis, bar.script_key_times(), x - reach, x + reach,
-                [&](float time, int) { hover.script = time; });
+    each_column(view.axis, bar.script_key_times(), x - reach, x + reach, [&](float time, int) { hover.script = time; });
     for (const CTimeMark* mark : bar.marks())
         if (mark->length() > 0 && hits_column(x, column_of(view.axis, mark->end())))
             hover.other = mark->end();

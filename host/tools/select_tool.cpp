@@ -1,6 +1,8 @@
 #include "select_tool.h"
 
 #include "aids_layer.h"
+#include "animation/animation_scene.h"
+#include "center_gesture.h"
 #include "gui_core/dxut_dialog.h"
 #include "gui_scene/gui_plug_scene.h"
 #include "guide_gesture.h"

@@ -55,6 +55,8 @@ QRectF selected_frame(const CGuiCore& core);
 
 /// Outlines of the selected objects, and the handles of what can be resized.
 void paint_selection(QPainter& painter, const CGuiCore& core);
+/// A red frame along the edges of the view: what is edited becomes keys at once.
+void paint_recording(QPainter& painter);
 /// Outlines of what is about to be selected.
 void paint_frames(QPainter& painter, const std::vector<QRectF>& frames);
 void paint_marquee(QPainter& painter, const QRectF& frame);
