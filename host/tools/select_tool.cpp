@@ -252,10 +252,15 @@ void SelectTool::update_cursor(QPointF place)
 void SelectTool::paint(QPainter& painter)
 {
     m_aids.paint_guides(painter);
-    paint_selection(painter, m_scene.gui_core());
+    const CAnimationScene& animation = m_scene.animation();
+    paint_selection(painter, m_scene.gui_core(), [&](const ModelObject& object) {
+        return animation.unrecorded().contains(object.id()) ? DriveMark::Unrecorded
+            : animation.driven_channels(object.id())        ? DriveMark::Keys
+                                                            : DriveMark::None;
+    });
     if (const CDXUTControl* control = control_with_center(m_scene))
         paint_center(painter, *control);
-    if (m_scene.animation().is_editing() && m_scene.animation().auto_record())
+    if (animation.is_editing() && animation.auto_record())
         paint_recording(painter);
     if (m_dragging)
         m_gesture->paint(painter);
