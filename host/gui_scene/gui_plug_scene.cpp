@@ -437,10 +437,11 @@ void CGuiPlugScene::play(bool on)
         return;
     if (on) {
         SetMTFunction(0, 0);
+        document().clear_shown(); // The pose of a timebar that is edited is not what runs.
     } else {
         m_runner.end();
-        m_animation->set_running(false);
         document().clear_shown();
+        m_animation->set_running(false);
     }
     m_playing = on;
     m_core->EnableGui(!on);

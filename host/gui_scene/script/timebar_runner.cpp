@@ -39,9 +39,7 @@ void TimebarRunner::script_key_passed(CTimebar& bar, float time, const QString& 
     entry.event = lang(u"脚本关键帧 %1", u"Script Key at %1").arg(time_text(time));
     entry.function = function;
     if (!m_scene.is_playing()) {
-        entry.text = m_scene.functions().find_function(function)
-            ? lang(u"编辑时不运行", u"not run while editing")
-            : lang(u"编辑时不运行；函数不存在", u"not run while editing; there is no such function");
+        entry.text = not_run(function, QStringLiteral("%1, \"ScriptKey\", %2").arg(bar.name()).arg(double(time)));
         tell(std::move(entry));
         return;
     }
@@ -79,7 +77,24 @@ void TimebarRunner::bar_ended(CTimebar& bar)
     ScriptLogEntry entry;
     entry.object = bar.name();
     entry.event = lang(u"时间轴结束", u"Timebar Ended");
-    tell(std::move(entry));
+    entry.function = bar.end_function();
+    if (entry.function.isEmpty() || !m_scene.is_playing()) {
+        if (!entry.function.isEmpty())
+            entry.text = not_run(entry.function, QStringLiteral("%1, \"Ended\"").arg(bar.name()));
+        return tell(std::move(entry));
+    }
+    const std::array<ScriptValue, 2> arguments{bar.shared_from_this(), Value(QStringLiteral("Ended"))};
+    ScriptRuntime& scripts = m_scene.world()->scripts();
+    tell_result(scripts.call(bar.end_function(), arguments, bar.shared_from_this()), std::move(entry), true);
+}
+
+QString TimebarRunner::not_run(const QString& function, const QString& arguments) const
+{
+    const QString text = m_scene.functions().find_function(function)
+        ? lang(u"编辑时不运行；参数：%1", u"not run while editing; it would be called with: %1")
+        : lang(u"编辑时不运行；函数不存在；参数：%1",
+               u"not run while editing; there is no such function; it would be called with: %1");
+    return text.arg(arguments);
 }
 
 void TimebarRunner::tell_result(const ScriptResult& result, ScriptLogEntry entry, bool every)

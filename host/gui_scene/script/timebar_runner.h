@@ -23,6 +23,8 @@ public:
     void bar_ended(CTimebar& bar) override;
 
 private:
+    /// What the log says instead of a result while the author plays, and no function runs.
+    QString not_run(const QString& function, const QString& arguments) const;
     /// `every`: what went well is told, too.
     void tell_result(const ScriptResult& result, ScriptLogEntry entry, bool every);
     void tell(ScriptLogEntry entry) const;
