@@ -172,6 +172,8 @@ void CAnimationScene::set_current_bar(const CTimebar* bar)
     if (wanted == m_current_bar)
         return;
     drop_unrecorded();
+    if (CTimebar* before = m_running ? nullptr : current_bar())
+        before->m_playing = false;
     m_current_bar = wanted;
     m_stale = true;
     show_frame();
@@ -290,6 +292,7 @@ void CAnimationScene::set_running(bool on)
         document().clear_shown();
     for (CTimebar* bar : bars()) {
         bar->m_playing = false;
+        bar->m_speed = 1;
         bar->m_passed.clear();
         if (on)
             bar->m_time_before = bar->m_current_time;
@@ -384,7 +387,8 @@ void CAnimationScene::tell_passed(CTimebar& bar)
             m_listener->script_key_passed(bar, key->time(), key->function());
     if (m_running)
         for (const ObjectRef child : IdList(bar.bar_state().objects))
-            if (auto* command = document().find_as<CTCommandScript>(child.id); command && !command->script().isEmpty())
+            if (auto* command = document().find_as<CTCommandScript>(child.id);
+                command && command->take_due(bar.current_time()))
                 m_listener->command_due(*command);
     if (ended)
         m_listener->bar_ended(bar);

@@ -22,6 +22,12 @@ bool CTimeMark::set_span(float time, float length)
     return change<&TimeMarkState::length>(std::min(length, max_time - this->time())) || moved;
 }
 
+bool CTimeMark::set_name(const QString& name)
+{
+    const UserAction action(journal(), lang(u"标记的名称", u"Name of Mark"));
+    return change<&TimeMarkState::name>(name);
+}
+
 CTimebar::CTimebar(CAnimationScene& scene, StatePtr state)
     : ModelObject(scene.document(), std::move(state)), m_scene(scene)
 {
@@ -304,6 +310,13 @@ int CTimebar::record(const Recording& recording)
 const std::vector<CTimeMark*>& CTimebar::marks() const
 {
     return m_marks.get(document(), bar_state().marks);
+}
+
+CTimeMark* CTimebar::mark_at(float time) const
+{
+    const auto found
+        = std::find_if(marks().rbegin(), marks().rend(), [=](const CTimeMark* mark) { return mark->time() == time; });
+    return found == marks().rend() ? nullptr : *found;
 }
 
 CTimeMark* CTimebar::create_mark(float time, float length, const QString& name)
