@@ -41,9 +41,9 @@ struct ChannelFields {
 
 std::span<const FieldKey> fields_of(std::span<const ChannelFields> rows, Channel channel)
 {
-    const auto row = std::find_if(rows.begin(), rows.end(),
-                                  [channel](const ChannelFields& row) { return row.channel == channel; });
-    return row == rows.end() ? std::span<const FieldKey>() : row->fields;
+    const auto found = std::find_if(rows.begin(), rows.end(),
+                                    [channel](const ChannelFields& row) { return row.channel == channel; });
+    return found == rows.end() ? std::span<const FieldKey>() : found->fields;
 }
 
 } // namespace
