@@ -4,6 +4,7 @@
 #include "animation_states.h"
 #include "child_list.h"
 
+#include <algorithm>
 #include <functional>
 #include <map>
 #include <optional>
@@ -74,6 +75,14 @@ public:
     }
     bool auto_play() const { return bar_state().auto_play; }
     bool set_auto_play(bool on) { return change<&tarn::TimebarState::auto_play>(on); }
+    /// The part that repeats while the author plays the bar, in seconds; one that does not end behind its begin: none.
+    bool set_loop(float from, float to);
+    float loop_from() const { return bar_state().loop_from; }
+    float loop_to() const { return std::min(bar_state().loop_to, get_total_length()); }
+    bool has_loop() const { return loop_to() > loop_from(); }
+    /// What runs in a preview when the bar has come to its end; empty for nothing.
+    const QString& end_function() const { return bar_state().end_function; }
+    bool set_end_function(const QString& name) { return change<&tarn::TimebarState::end_function>(name); }
     CAnimationScene& scene() const { return m_scene; }
 
     // Timer objects
@@ -166,14 +175,17 @@ private:
     friend class tarn::CScriptKey;
     const tarn::TimebarState& bar_state() const { return state<tarn::TimebarState>(); }
     void advance(float elapsed);
-    bool at_edge();
+    struct Part;
+    Part played_part() const;
+    bool at_edge(const Part& part);
     void pass(float from, float to);
     void remove_children(std::vector<tarn::ModelObject*> objects);
     tarn::CScriptKey* make_script_key(float time, QString function);
     void copy_content(const CTimebar& other, float at, float until);
     void copy_script_keys(const CTimebar& other, float at, float until);
     CTimerObject* like(const CTimerObject& object);
-    int record(const tarn::ModelObject& object);
+    struct Recording;
+    int record(const Recording& recording);
     void shift_script_keys(float at, float offset);
 
     CAnimationScene& m_scene;
