@@ -184,7 +184,7 @@ void CBoundPage::connect_input(Row& bound)
     if (bound.row.reset == tarn::Default::None)
         return;
     input->can_reset = [this, &bound] {
-        return differs_from_default(bound.row.field, bound.row.part, targets_of(bound.row.scope));
+        return differs_from_default(bound.row.field, bound.row.part, targets_of(bound.row));
     };
     input->reset = [this, &bound] { on_edited(bound, {.to_default = true}); };
 }
@@ -211,11 +211,23 @@ std::vector<ModelObject*> CBoundPage::selected() const
     return scene() ? m_target.selected(*scene()) : std::vector<ModelObject*>();
 }
 
-std::vector<ModelObject*> CBoundPage::targets_of(Scope scope) const
+ModelObject* CBoundPage::current_of(const FieldRow& row) const
 {
+    return scene() ? target_of(row).current(*scene()) : nullptr;
+}
+
+std::vector<ModelObject*> CBoundPage::targets_of(const FieldRow& row) const
+{
+    return targets_of(target_of(row), row.scope);
+}
+
+std::vector<ModelObject*> CBoundPage::targets_of(const tarn::Target& target, Scope scope) const
+{
+    if (!scene())
+        return {};
     if (scope == Scope::EverySelected)
-        return selected();
-    ModelObject* one = current();
+        return target.selected(*scene());
+    ModelObject* one = target.current(*scene());
     return std::vector<ModelObject*>(one ? 1 : 0, one);
 }
 
@@ -225,7 +237,8 @@ void CBoundPage::update_ui(int code)
     if (!core() || std::find(codes.begin(), codes.end(), code) == codes.end())
         return;
     // That attributes changed the model has told already.
-    const bool is_fresh = code == m_target.changed_code() && m_refreshed_in == scene()->document().changes().turn();
+    const bool is_fresh = code == m_target.changed_code() && !m_target.code_tells_more()
+        && m_refreshed_in == scene()->document().changes().turn();
     if (!is_fresh)
         refresh();
 }
@@ -251,10 +264,13 @@ void CBoundPage::refresh()
     if (m_buffer)
         m_buffer->drop_removed();
     const std::vector<ModelObject*> all = selected();
-    ModelObject* const current_one = current();
-    const Objects one(&current_one, current_one ? 1 : 0);
+    const std::vector<ModelObject*> one = targets_of(m_target, Scope::Current);
     for (const Row& bound : m_rows)
-        show_row(bound, all, one);
+        if (bound.row.target)
+            show_row(bound, targets_of(*bound.row.target, Scope::EverySelected),
+                     targets_of(*bound.row.target, Scope::Current));
+        else
+            show_row(bound, all, one);
     m_scripts.show();
     m_images.show();
     m_menus.show();
@@ -382,7 +398,7 @@ void CBoundPage::on_edited(const Row& bound, const Edit& edit)
 {
     const FieldRow& row = bound.row;
     const bool typed = !edit.change && !edit.to_default;
-    const ModelObject* shown = current();
+    const ModelObject* shown = current_of(row);
     const FieldBase* field = shown ? shown->fields().find(row.field) : nullptr;
     if (!field || (typed && row.gate == tarn::Gate::WithFocus && !control(row.control)->hasFocus()))
         return;
@@ -416,7 +432,7 @@ QString CBoundPage::veto_of(const FieldRow& row, const Edit& edit) const
     if (!row.veto)
         return {};
     FieldOf field_of(row.field);
-    for (const ModelObject* object : targets_of(row.scope))
+    for (const ModelObject* object : targets_of(row))
         if (const FieldBase* field = field_of(*object))
             if (const QString reason = row.veto(*object, edited_value(row, *object, *field, edit)); !reason.isEmpty())
                 return reason;
@@ -442,7 +458,7 @@ Value CBoundPage::edited_value(const FieldRow& row, const ModelObject& object, c
 
 void CBoundPage::write_row(const FieldRow& row, const Edit& edit)
 {
-    write_each(row.field, row.scope, [&](const ModelObject& object, const FieldBase& field) {
+    write_each(targets_of(row), row.field, [&](const ModelObject& object, const FieldBase& field) {
         return edited_value(row, object, field, edit);
     });
     if (!row.together)
@@ -511,8 +527,13 @@ void CBoundPage::write_default(FieldKey field, tarn::Part part)
 
 void CBoundPage::write_each(FieldKey key, Scope scope, const ValueOf& value_of)
 {
+    write_each(targets_of(m_target, scope), key, value_of);
+}
+
+void CBoundPage::write_each(Objects objects, FieldKey key, const ValueOf& value_of)
+{
     FieldOf field_of(key);
-    for (ModelObject* object : targets_of(scope)) {
+    for (ModelObject* object : objects) {
         const FieldBase* field = field_of(*object);
         if (!field || !m_failed)
             continue;

@@ -84,6 +84,7 @@ protected:
     /// Writes to each object that has the attribute what `value_of` gives for it.
     using ValueOf = std::function<tarn::Value(const tarn::ModelObject& object, const tarn::FieldBase& field)>;
     void write_each(tarn::FieldKey field, tarn::Scope scope, const ValueOf& value_of);
+    void write_each(Objects objects, tarn::FieldKey field, const ValueOf& value_of);
     /// The confirmed edits are to be written, which `write` does; what fails undoes the step.
     virtual tarn::Status write_buffered(const std::function<tarn::Status()>& write) { return write(); }
     /// Whether one of the objects has something else than the default.
@@ -120,7 +121,10 @@ private:
     tarn::RowView view_of(const tarn::FieldRow& row, tarn::CommonValue common, const tarn::ModelObject* shown) const;
     tarn::Limits limits_of(const tarn::FieldRow& row, const tarn::FieldRules& rules,
                            const tarn::ModelObject& shown) const;
-    std::vector<tarn::ModelObject*> targets_of(tarn::Scope scope) const;
+    const tarn::Target& target_of(const tarn::FieldRow& row) const { return row.target ? *row.target : m_target; }
+    tarn::ModelObject* current_of(const tarn::FieldRow& row) const;
+    std::vector<tarn::ModelObject*> targets_of(const tarn::FieldRow& row) const;
+    std::vector<tarn::ModelObject*> targets_of(const tarn::Target& target, tarn::Scope scope) const;
 
     void on_edited(const Row& row, const tarn::Edit& edit);
     void open_files(const Row& row);

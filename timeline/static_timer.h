@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/model_changes.h"
+#include "frame/timeline_state.h"
 #include "timeline_host.h"
 #include "timeline_mouse.h"
 #include "timeline_picture.h"
@@ -13,7 +14,9 @@ class CBaseWorld;
 
 /// The timeline: shows the current timebar of a scene with its keys, the cursor and what is selected, and lets the author
 /// edit them. It is the clock that timebars play by in the editor, too.
-class CStaticTimer : public QWidget, private tarn::TimelineHost, private tarn::ModelListener {
+class CStaticTimer : public QWidget,
+                     public tarn::TimelineState,
+                     private tarn::TimelineHost, private tarn::ModelListener {
     Q_OBJECT
 
 public:
@@ -24,9 +27,9 @@ public:
     void set_scene(CAnimationScene* scene, CBaseWorld* world);
     CTimebar* bar() const { return m_view.bar(); }
 
-    float time_from_pixel(int x) const { return m_view.axis.time_from_pixel(float(x)); }
-    float pixel_from_time(float time) const { return m_view.axis.pixel_from_time(time); }
-    float current_time() const { return m_view.current_time; }
+    float time_from_pixel(int x) const override { return m_view.axis.time_from_pixel(float(x)); }
+    float pixel_from_time(float time) const override { return m_view.axis.pixel_from_time(time); }
+    float current_time() const override { return m_view.current_time; }
     /// Moves the cursor, not beyond the end, and what the timebar animates; with the time held (Ctrl at the last press)
     /// the cursor alone.
     void set_current_time(float time) override;
@@ -36,9 +39,9 @@ public:
     // About the cursor, which stays in its column.
     void zoom_in();
     void zoom_out();
-    float view_origin() const { return m_view.axis.view_origin; }
+    float view_origin() const override { return m_view.axis.view_origin; }
     void set_view_origin(float seconds);
-    float seconds_per_pixel() const { return m_view.axis.seconds_per_pixel; }
+    float seconds_per_pixel() const override { return m_view.axis.seconds_per_pixel; }
 
     /// Begins to tick for a timebar that was started, until it stops.
     void start_clock();
@@ -49,7 +52,16 @@ public:
     const tarn::TimelineView& view() const { return m_view; }
     void clear_selection();
     /// The number of the drag that is under way; -1 when none is, or one that moves the cursor only.
-    int drag_mode() const { return m_mouse.drag_mode(); }
+    int drag_mode() const override { return m_mouse.drag_mode(); }
+
+    // For automation
+    std::vector<float> selected_keys() const override;
+    std::vector<float> selected_scripts() const override { return m_view.selection.scripts(); }
+    HoverTimes hover_times() const override;
+    std::optional<std::pair<float, float>> range() const override;
+    std::optional<std::pair<int, int>> row(const tarn::ModelObject& object,
+                                           const tarn::ModelObject* variable) const override;
+    QString label(float time) const override { return tarn::time_label(time, m_view.bar()); }
 
 Q_SIGNALS:
     /// Origin or scale are others.

@@ -387,7 +387,8 @@ void CAnimationScene::tell_passed(CTimebar& bar)
             m_listener->script_key_passed(bar, key->time(), key->function());
     if (m_running)
         for (const ObjectRef child : IdList(bar.bar_state().objects))
-            if (auto* command = document().find_as<CTCommandScript>(child.id); command && !command->script().isEmpty())
+            if (auto* command = document().find_as<CTCommandScript>(child.id);
+                command && command->take_due(bar.current_time()))
                 m_listener->command_due(*command);
     if (ended)
         m_listener->bar_ended(bar);

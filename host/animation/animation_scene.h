@@ -52,8 +52,8 @@ public:
     /// While on, the current bar drives the scene; off, the scene is shown as authored.
     void set_editing(bool on);
     bool is_editing() const { return m_editing; }
-    /// A preview: the bars that play by themselves begin, and all that play drive the scene. Whoever ends it has cleared what
-    /// is shown.
+    /// A preview: the bars that play by themselves begin, and all that play drive the scene. Whoever begins or ends it clears
+    /// what is shown before.
     void set_running(bool on);
     bool is_running() const { return m_running; }
     /// All bars that play go on by that many seconds; answers whether there are any.

@@ -38,7 +38,8 @@ public:
     virtual ~AnimationListener() = default;
     /// Time came by a script key; the function need not exist.
     virtual void script_key_passed(CTimebar& bar, float time, const QString& function) = 0;
-    /// A frame of a bar with a script object was shown, whose variables have what they have at that time.
+    /// A frame of a bar with a script object was shown, whose variables have what they have at that time; not when none of
+    /// them has another value than in the frame before.
     virtual void command_due(CTCommandScript& object) = 0;
     virtual void bar_ended(CTimebar& bar) = 0;
 };

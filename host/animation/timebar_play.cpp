@@ -2,6 +2,7 @@
 
 #include "animation_scene.h"
 #include "timebar.h"
+#include "timer_object.h"
 
 #include <algorithm>
 #include <cmath>
@@ -47,6 +48,9 @@ void CTimebar::active_bar(int on, int from_start)
     if (from_start || m_current_time == end)
         m_current_time = begin;
     m_includes_begin = true;
+    for (CTimerObject* object : objects())
+        if (auto* command = dynamic_cast<CTCommandScript*>(object))
+            command->forget_run();
     m_scene.drop_unrecorded();
 }
 

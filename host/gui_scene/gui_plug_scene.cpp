@@ -437,6 +437,7 @@ void CGuiPlugScene::play(bool on)
         return;
     if (on) {
         SetMTFunction(0, 0);
+        document().clear_shown(); // The pose of a timebar that is edited is not what runs.
     } else {
         m_runner.end();
         document().clear_shown();

@@ -2,6 +2,7 @@
 
 #include "aids_layer.h"
 #include "animation/animation_scene.h"
+#include "center_gesture.h"
 #include "gui_core/dxut_dialog.h"
 #include "gui_scene/gui_plug_scene.h"
 #include "guide_gesture.h"
@@ -77,6 +78,11 @@ void SelectTool::press(const MouseEvent& event)
     }
     if (m_aids.on_ruler(event.place))
         return;
+    if (const CDXUTControl* control = center_under(event.place)) {
+        m_gesture = std::make_unique<CenterGesture>(m_scene, *control);
+        m_last_click.reset();
+        return;
+    }
     if (const int handle = handle_under(event.place); handle >= 0) {
         m_gesture = std::make_unique<ResizeGesture>(m_scene, m_aids, event.place, Handle(handle));
         m_last_click.reset();
@@ -92,6 +98,13 @@ void SelectTool::press(const MouseEvent& event)
 int SelectTool::handle_under(QPointF place) const
 {
     return handle_at(resizable_frame(m_scene.gui_core()), place, m_aids.pixel());
+}
+
+/// The control whose turning point a press takes hold of.
+const CDXUTControl* SelectTool::center_under(QPointF place) const
+{
+    const CDXUTControl* control = control_with_center(m_scene);
+    return control && hits_center(*control, place, m_aids.pixel()) ? control : nullptr;
 }
 
 /// The guide line that a press takes hold of. What is selected comes first, so that a guide beneath does not keep it
@@ -223,6 +236,10 @@ void SelectTool::update_cursor(QPointF place)
     }
     if (m_aids.on_ruler(place))
         return;
+    if (center_under(place)) {
+        m_cursor = Qt::CrossCursor;
+        return;
+    }
     if (const int handle = handle_under(place); handle >= 0) {
         m_cursor = handle_cursor(Handle(handle));
         return;
@@ -241,6 +258,10 @@ void SelectTool::paint(QPainter& painter)
             : animation.driven_channels(object.id())        ? DriveMark::Keys
                                                             : DriveMark::None;
     });
+    if (const CDXUTControl* control = control_with_center(m_scene))
+        paint_center(painter, *control);
+    if (animation.is_editing() && animation.auto_record())
+        paint_recording(painter);
     if (m_dragging)
         m_gesture->paint(painter);
     m_aids.paint_rulers(painter);

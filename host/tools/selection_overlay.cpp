@@ -24,10 +24,12 @@ constexpr double reach = 2;             ///< pixels around a handle that still h
 constexpr std::size_t few_frames = 200; ///< of more frames none has a shade, which takes long to draw
 constexpr double label_gap = 8;         ///< pixels between a frame and its read-out
 constexpr int way_font_size = 10;       ///< pixels
+constexpr double recording_width = 3;   ///< pixels
 constexpr double mark_side = 5;         ///< pixels from the middle of a diamond to its corners
 constexpr double mark_gap = 9;          ///< pixels from that to the frame
 const QColor keys_color(0xb0, 0x7a, 0xe8);
 const QColor unrecorded_color(0xe0, 0x45, 0x3a);
+const QColor recording_color(0xe0, 0x2b, 0x2b);
 const QColor accent(0x2f, 0xb5, 0xc9);
 const QColor current_accent(0xff, 0xb0, 0x3a);
 
@@ -261,6 +263,15 @@ void paint_selection(QPainter& painter, const CGuiCore& core,
     painter.setBrush(Qt::white);
     for (int i = 0; i < handle_count; ++i)
         painter.drawRect(handle_rect(frame, Handle(i), pixel));
+}
+
+void paint_recording(QPainter& painter)
+{
+    const double pixel = view_pixel(painter);
+    const double width = recording_width * pixel;
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(recording_color, width, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
+    painter.drawRect(shown_area(painter).adjusted(width / 2, width / 2, -width / 2, -width / 2));
 }
 
 void paint_frames(QPainter& painter, const std::vector<QRectF>& frames)

@@ -62,6 +62,8 @@ enum class DriveMark { None, Keys, Unrecorded };
 /// driven.
 void paint_selection(QPainter& painter, const CGuiCore& core,
                      const std::function<DriveMark(const ModelObject&)>& mark_of);
+/// A red frame along the edges of the view: what is edited becomes keys at once.
+void paint_recording(QPainter& painter);
 /// Outlines of what is about to be selected.
 void paint_frames(QPainter& painter, const std::vector<QRectF>& frames);
 void paint_marquee(QPainter& painter, const QRectF& frame);

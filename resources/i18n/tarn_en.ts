@@ -155,13 +155,6 @@
     </message>
 </context>
 <context>
-    <name>CDlgPropTimer</name>
-    <message>
-        <source>时间轴属性</source>
-        <translation>Timebar properties</translation>
-    </message>
-</context>
-<context>
     <name>CDlgStyleManager</name>
     <message>
         <source>风格列表</source>
