@@ -49,6 +49,12 @@ private:
             && (!row.variable || row.variable == row.object->current_variable());
     }
 
+    bool has_keyboard(const TimelineRow& row) const
+    {
+        return m_view.rows.focus_object == (row.object ? row.object->id() : 0)
+               && m_view.rows.focus_variable == (row.variable ? row.variable->id() : 0);
+    }
+
     void background(const TimelineRow& row, bool odd)
     {
         const auto cover = [&](QColor color, float part) {
@@ -61,6 +67,8 @@ private:
             cover(m_colors.text, 0.05F);
         if (is_current(row))
             cover(m_colors.accent, m_colors.dark ? 0.2F : 0.13F);
+        if (has_keyboard(row))
+            m_painter.fill(QRectF(0, row.top, 3, row_height - 1), m_colors.accent);
         m_painter.horizontal_line(0, m_view.client_width, row.bottom() - 1, m_colors.grid);
     }
 
@@ -191,6 +199,12 @@ void paint_rows(DevicePainter& painter, TimelineLook& look, const TimelineView& 
     painter.horizontal_line(0, view.client_width, rows.front().top - 1, look.colors.line);
     for (const TimelineRow& row : rows)
         row_painter.paint(row, (row.top + view.rows.scroll - bands::rows_top) / row_height % 2);
+    if (!view.rows.box.isNull()) {
+        QColor ground = look.colors.accent;
+        ground.setAlphaF(0.15F);
+        painter.fill(view.rows.box, ground);
+        painter.frame(view.rows.box, look.colors.accent);
+    }
     painter.unclip();
     painter.horizontal_line(0, view.client_width, bands::rows_top - 1, look.colors.line);
 }

@@ -3,6 +3,9 @@
 #include "timeline/timeline_rows.h"
 #include "timeline_fixture.h"
 
+#include <QClipboard>
+#include <QMimeData>
+
 #include <random>
 
 using namespace tarn;
@@ -216,6 +219,63 @@ TEST_F(TimelineRows, are_edited_by_the_keyboard)
     EXPECT_TRUE(m_bar->is_playing());
     key(Qt::Key_Space);
     EXPECT_FALSE(m_bar->is_playing());
+}
+
+TEST_F(TimelineRows, go_through_the_clipboard)
+{
+    unfold();
+    QGuiApplication::clipboard()->clear();
+    key(Qt::Key_V, Qt::ControlModifier);
+    drag({30, row(2) - 4}, {90, row(2)});
+    key(Qt::Key_C, Qt::ControlModifier);
+    m_timeline.set_current_time(6);
+    key(Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(times(m_place), (Times{0, 1, 2, 4, 6, 7}));
+    EXPECT_EQ(selected(m_place), (Times{6, 7}));
+    m_timeline.set_current_time(8);
+    choose(33004, 700, row(0));
+    EXPECT_EQ(selected(m_place), (Times{8, 9}));
+    key(Qt::Key_X, Qt::ControlModifier);
+    EXPECT_EQ(times(m_place), (Times{0, 1, 2, 4, 6, 7}));
+    EXPECT_EQ(undo_all(), 3);
+
+    CTimebar* other = m_animation->create_bar(5, u"Other"_s); // where the variable is made
+    m_timeline.redraw();
+    choose(33003, 700, row(0));
+    ASSERT_EQ(other->objects().size(), 1u);
+    EXPECT_EQ(other->objects()[0]->target().id, m_dialog->id());
+
+    auto* broken = new QMimeData;
+    broken->setData(u"application/x-tarn-keys"_s, "{\"keys\":[");
+    QGuiApplication::clipboard()->setMimeData(broken);
+    answer_box(boxes::Button::Ok);
+    key(Qt::Key_V, Qt::ControlModifier);
+    EXPECT_TRUE(m_answers.buttons.empty());
+}
+
+TEST_F(TimelineRows, loop_a_section_and_scroll)
+{
+    click(40, 70);
+    drag({120, 5}, {120, 6}, Qt::ShiftModifier);
+    choose(33053, 700, row(0));
+    EXPECT_TRUE(m_bar->has_loop());
+    EXPECT_EQ(m_bar->loop_to(), 3);
+    click(300, 70);
+    choose(33053, 700, row(0));
+    EXPECT_FALSE(m_bar->has_loop());
+
+    unfold();
+    m_timeline.resize(800, 100);
+    wheel(100, row(0), -120);
+    EXPECT_EQ(view().rows.scroll, 4 * TimelineRow::height - 20);
+    mouse(QEvent::MouseButtonPress, 300, row(0), {}, Qt::MiddleButton);
+    move(200, row(0) + 10);
+    mouse(QEvent::MouseButtonRelease, 200, row(0), {}, Qt::MiddleButton);
+    EXPECT_EQ(view().rows.scroll, 4 * TimelineRow::height - 30);
+    EXPECT_FLOAT_EQ(m_timeline.view_origin(), 2.5f);
+    mouse(QEvent::MouseButtonPress, 300, 30, {}, Qt::MiddleButton);
+    move(200, 30);
+    EXPECT_FLOAT_EQ(m_timeline.view_origin(), 2.5f) << "in the bands it does nothing";
 }
 
 TEST_F(TimelineRows, give_back_equal_bytes_after_random_edits)
