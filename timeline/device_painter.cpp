@@ -19,7 +19,10 @@ QFont of_height(QFont font, double pixels)
 } // namespace
 
 DevicePainter::DevicePainter(QPainter& painter, double ratio, const QFont& font)
-    : m_painter(painter), m_ratio(ratio), m_base(painter.transform()), m_font(of_height(font, 12 * ratio)),
+    : m_painter(painter),
+      m_ratio(ratio),
+      m_base(painter.transform()),
+      m_font(of_height(font, 12 * ratio)),
       m_small_font(of_height(font, 10 * ratio))
 {
 }
@@ -69,13 +72,12 @@ void DevicePainter::shape(const QPainterPath& path, const QBrush& fill, const QC
     m_painter.setRenderHint(QPainter::Antialiasing, false);
 }
 
-double DevicePainter::text(double x, double y, const QString& text, const QColor& color, TextSize size)
+void DevicePainter::text(double x, double middle, const QString& text, const QColor& color, TextSize size)
 {
     m_painter.setFont(font(size));
     m_painter.setPen(color);
-    const QFontMetricsF metrics(font(size));
-    m_painter.drawText(QPointF(at(x), std::round(y * m_ratio + metrics.ascent())), text);
-    return x + metrics.horizontalAdvance(text) / m_ratio;
+    const double half_height = QFontMetricsF(font(size)).capHeight() / 2;
+    m_painter.drawText(QPointF(at(x), std::round(middle * m_ratio + half_height)), text);
 }
 
 double DevicePainter::text_width(const QString& text, TextSize size) const

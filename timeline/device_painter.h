@@ -31,8 +31,8 @@ public:
     void image(int x, int y, const QImage& image);
     /// With smooth edges, for what is not made of rectangles.
     void shape(const QPainterPath& path, const QBrush& fill, const QColor& outline = Qt::transparent, double width = 1);
-    /// `y` is the top of the line; answers where the text ends.
-    double text(double x, double y, const QString& text, const QColor& color, TextSize size = TextSize::Usual);
+    /// The line's middle is at `middle`.
+    void text(double x, double middle, const QString& text, const QColor& color, TextSize size = TextSize::Usual);
     double text_width(const QString& text, TextSize size = TextSize::Usual) const;
     QString elided(const QString& text, double width, TextSize size = TextSize::Usual) const;
     void clip(const QRectF& rect);

@@ -11,6 +11,7 @@
 #include "gui_core/dxut_dialog.h"
 #include "gui_scene/gui_plug_scene.h"
 #include "page_base/gui_child_dlg.h"
+#include "timeline_clipboard.h"
 #include "timeline_commands.h"
 #include "timeline_edits.h"
 #include "timeline_host.h"
@@ -28,6 +29,10 @@ constexpr float eased = 70;
 
 // What a command needs -----------------------------------------------------------------------------------------------
 
+bool always(const TimelinePlace&)
+{
+    return true;
+}
 bool with_keys(const TimelinePlace& place)
 {
     return place.bar && !place.view.selection.keys().empty();
@@ -55,6 +60,19 @@ bool with_section(const TimelinePlace& place)
 bool with_section_or_items(const TimelinePlace& place)
 {
     return with_section(place) || with_items(place);
+}
+
+bool can_paste(const TimelinePlace& place)
+{
+    return place.bar && clipboard_has_keys();
+}
+bool loops(const TimelinePlace& place)
+{
+    return place.bar && place.bar->has_loop();
+}
+bool with_section_or_loop(const TimelinePlace& place)
+{
+    return with_section(place) || loops(place);
 }
 
 std::vector<CTimeMark*> marks_at_cursor(const TimelinePlace& place)
@@ -200,6 +218,16 @@ void make_mark(TimelinePlace& place)
     place.bar->create_mark(begin, has_length ? place.view.range_end() - begin : 0, *name);
 }
 
+/// The selected section; without one the whole timebar plays again.
+void toggle_loop(TimelinePlace& place)
+{
+    const UserAction action(place.bar->journal(), lang(u"循环区间", u"Loop Range"));
+    if (has_section(place.view))
+        place.bar->set_loop(place.view.range_begin(), place.view.range_end());
+    else
+        place.bar->set_loop(0, 0);
+}
+
 void remove_marks(TimelinePlace& place)
 {
     if (!boxes::confirm(place.host.owner(), lang(u"是否删除标记？", u"Delete the mark?")))
@@ -209,8 +237,35 @@ void remove_marks(TimelinePlace& place)
         place.bar->remove_mark(mark);
 }
 
+void show_help(TimelinePlace& place)
+{
+    tell(place.host,
+         lang(u"上部：单击定位时间；Ctrl 只移动光标；Shift 拖动选择时间段\n"
+              u"拖动关键帧、脚本、标记、松紧控制点或终点；拖出时间轴：删除\n"
+              u"所选范围的两端：拉伸　拖动时按住 Shift：后续帧跟随；Alt：切换捕捉\n"
+              u"下部：单击、框选关键帧；Shift 加选，Ctrl 增减；双击：修改值、展开\n"
+              u"Ctrl+滚轮：缩放　滚轮、中键：滚动\n"
+              u"上下键：行　左右键：关键帧（Shift 加选）　回车：修改\n"
+              u", 和 .：上一帧、下一帧　Alt+左右键：移动一帧\n"
+              u"Home、End：起点、终点　空格：播放　Esc：取消拖动或选择\n"
+              u"Ctrl+C/X/V/D/A：复制、剪切、粘贴、副本、全选　Delete：删除",
+              u"Above: click to go to a time; Ctrl moves the cursor alone; drag with Shift to select a section\n"
+              u"Drag keys, scripts, marks, ease handles or the end; drop them off the timeline to delete them\n"
+              u"Ends of what is selected: stretch. While dragging, Shift: later keys follow; Alt: snap or not\n"
+              u"Below: click keys or draw a frame around them; Shift adds, Ctrl toggles; double-click: value, unfold\n"
+              u"Ctrl + wheel: zoom. Wheel and middle button: scroll\n"
+              u"Up, Down: rows. Left, Right: keys (Shift adds). Enter: edit\n"
+              u"Comma, period: one frame back or on. Alt + Left, Right: move by a frame\n"
+              u"Home, End: begin and end. Space: play. Esc: drop a drag or the selection\n"
+              u"Ctrl+C/X/V/D/A: copy, cut, paste, duplicate, all. Delete: delete"));
+}
+
 constexpr TimelineCommand separator{};
 constexpr TimelineCommand commands[] = {
+    {33001, u"剪切", u"Cut", with_keys, run<cut_selected>},
+    {33002, u"复制", u"Copy", with_keys, run<copy_selected>},
+    {33003, u"粘贴到光标处", u"Paste at Cursor", can_paste, run<paste_at_cursor>},
+    {33004, u"在光标处生成副本", u"Duplicate at Cursor", with_keys, run<duplicate_at_cursor>},
     {33005, u"删除", u"Delete", with_items, run<delete_selected>},
     separator,
     {33011, u"全选", u"Select All", nullptr, run<select_all>},
@@ -237,9 +292,12 @@ constexpr TimelineCommand commands[] = {
     separator,
     {33051, u"在此添加标记...", u"Add Mark Here...", nullptr, make_mark},
     {33052, u"删除此处标记...", u"Delete Mark Here...", with_marks, remove_marks},
+    {33053, u"循环播放所选时间段", u"Loop the Selected Section", with_section_or_loop, toggle_loop, loops},
     separator,
     {33061, u"显示全部", u"Show All", nullptr, run<fit_all>},
     {33062, u"显示所选", u"Show Selected", with_section_or_items, run<fit_selected>},
+    separator,
+    {33071, u"鼠标与按键...", u"Mouse and Keys...", always, show_help},
 };
 
 void pop_menu_of(TimelineHost& host, const std::optional<RowHit>& hit, float time)

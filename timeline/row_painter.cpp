@@ -14,7 +14,11 @@ constexpr int row_height = TimelineRow::height;
 class RowPainter {
 public:
     RowPainter(DevicePainter& painter, TimelineLook& look, const TimelineView& view, const DrivenConflicts& conflicts)
-        : m_painter(painter), m_look(look), m_colors(look.colors), m_view(view), m_bar(*view.bar()),
+        : m_painter(painter),
+          m_look(look),
+          m_colors(look.colors),
+          m_view(view),
+          m_bar(*view.bar()),
           m_conflicts(conflicts)
     {
     }
@@ -25,8 +29,7 @@ public:
         const std::vector<CTVar*> variables = row.variables(m_bar);
         if (row.object)
             extent(row, variables);
-        const KeyColumns keys =
-            key_columns(m_view.axis, variables, -mark_margin, m_view.client_width + mark_margin);
+        const KeyColumns keys = key_columns(m_view.axis, variables, -mark_margin, m_view.client_width + mark_margin);
         if (row.variable)
             paint_held_spans(m_painter, m_colors, *row.variable, keys.columns, row.middle() - 1);
         KeyStamps& stamps = row.variable ? m_look.small_stamps : m_look.key_stamps;
@@ -43,7 +46,13 @@ private:
     bool is_current(const TimelineRow& row) const
     {
         return row.object && row.object == m_bar.current_object()
-               && (!row.variable || row.variable == row.object->current_variable());
+            && (!row.variable || row.variable == row.object->current_variable());
+    }
+
+    bool has_keyboard(const TimelineRow& row) const
+    {
+        return m_view.rows.focus_object == (row.object ? row.object->id() : 0)
+               && m_view.rows.focus_variable == (row.variable ? row.variable->id() : 0);
     }
 
     void background(const TimelineRow& row, bool odd)
@@ -58,6 +67,8 @@ private:
             cover(m_colors.text, 0.05F);
         if (is_current(row))
             cover(m_colors.accent, m_colors.dark ? 0.2F : 0.13F);
+        if (has_keyboard(row))
+            m_painter.fill(QRectF(0, row.top, 3, row_height - 1), m_colors.accent);
         m_painter.horizontal_line(0, m_view.client_width, row.bottom() - 1, m_colors.grid);
     }
 
@@ -104,15 +115,17 @@ private:
             arrow(row);
             icon(row, indent, broken);
         }
-        m_painter.text(text_left, row.top + 2, text, ink);
+        m_painter.text(text_left, row.middle() - 0.5, text, ink);
     }
 
     static QString name_of(const TimelineRow& row)
     {
         if (!row.object)
             return lang(u"全部", u"All");
-        if (row.variable)
-            return row.variable->name();
+        if (row.variable) {
+            const auto channel = row.variable->channel();
+            return channel ? lang(channel_row(*channel).chinese, channel_row(*channel).english) : row.variable->name();
+        }
         const QString name = row.object->name();
         if (row.object->is_broken())
             return lang(u"%1（目标已删除）", u"%1 (target is gone)").arg(row.object->get_type_name());
@@ -186,6 +199,12 @@ void paint_rows(DevicePainter& painter, TimelineLook& look, const TimelineView& 
     painter.horizontal_line(0, view.client_width, rows.front().top - 1, look.colors.line);
     for (const TimelineRow& row : rows)
         row_painter.paint(row, (row.top + view.rows.scroll - bands::rows_top) / row_height % 2);
+    if (!view.rows.box.isNull()) {
+        QColor ground = look.colors.accent;
+        ground.setAlphaF(0.15F);
+        painter.fill(view.rows.box, ground);
+        painter.frame(view.rows.box, look.colors.accent);
+    }
     painter.unclip();
     painter.horizontal_line(0, view.client_width, bands::rows_top - 1, look.colors.line);
 }

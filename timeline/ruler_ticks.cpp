@@ -43,9 +43,8 @@ std::vector<RulerTick> ruler_ticks(const TimelineView& view)
     };
     const auto major_step = std::find_if(steps.begin(), steps.end(), fits(least_label_distance));
     const qint64 major = major_step == steps.end() ? steps.back() : *major_step;
-    const auto minor_step = std::find_if(steps.begin(), steps.end(), [&](qint64 step) {
-        return major % step == 0 && fits(least_tick_distance)(step);
-    });
+    const auto minor_step = std::find_if(
+        steps.begin(), steps.end(), [&](qint64 step) { return major % step == 0 && fits(least_tick_distance)(step); });
     const qint64 minor = minor_step == steps.end() ? major : *minor_step;
 
     std::vector<RulerTick> ticks;

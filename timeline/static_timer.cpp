@@ -311,8 +311,8 @@ void CStaticTimer::wheelEvent(QWheelEvent* event)
 {
     const int delta = event->angleDelta().y();
     if (event->modifiers() & Qt::ControlModifier) {
-        zoom_at(int(event->position().x()), delta < 0);
-        event->accept();
+        if (delta != 0)
+            zoom_at(int(event->position().x()), delta < 0);
         return;
     }
     if (m_mouse.is_down()) {
@@ -323,6 +323,7 @@ void CStaticTimer::wheelEvent(QWheelEvent* event)
         view_moved();
     } else if (event->position().y() >= bands::rows_top) {
         scroll_rows(-delta * rows_a_step * TimelineRow::height / wheel_step);
+        return;
     }
     QWidget::wheelEvent(event);
 }

@@ -19,9 +19,12 @@ QColor mixed(const QColor& under, const QColor& over, double part)
 } // namespace
 
 TimelineColors::TimelineColors(const QPalette& palette)
-    : dark(palette.base().color().lightness() < 128), background(palette.base().color()),
-      ruler(mixed(palette.window().color(), background, 0.25)), stripe(palette.alternateBase().color()),
-      text(palette.text().color()), dim_text(mixed(background, text, dark ? 0.58 : 0.62)),
+    : dark(palette.base().color().lightness() < 128),
+      background(palette.base().color()),
+      ruler(mixed(palette.window().color(), background, 0.25)),
+      stripe(palette.alternateBase().color()),
+      text(palette.text().color()),
+      dim_text(mixed(background, text, dark ? 0.58 : 0.62)),
       accent(dark ? QColor(0x5b, 0x9b, 0xf5) : QColor(0x2f, 0x6f, 0xd6))
 {
     outside = mixed(background, dark ? Qt::black : palette.window().color(), dark ? 0.3 : 0.75);

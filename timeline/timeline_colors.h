@@ -24,7 +24,7 @@ struct TimelineColors {
     bool dark;
     QColor background;
     QColor ruler;
-    QColor stripe; ///< every other row
+    QColor stripe;  ///< every other row
     QColor outside; ///< before the begin and behind the end
     QColor line;
     QColor grid;

@@ -2,6 +2,7 @@
 
 #include "animation/t_var.h"
 #include "animation/timer_object.h"
+#include "timeline_clipboard.h"
 #include "timeline_commands.h"
 #include "timeline_edits.h"
 #include "timeline_host.h"
@@ -109,6 +110,10 @@ const KeyRow rows[] = {
     {Qt::Key_Delete, Qt::NoModifier, [](TimelineHost& host) { delete_selected(host); }},
     {Qt::Key_Space, Qt::NoModifier, [](TimelineHost& host) { host.toggle_play(); }},
     {Qt::Key_A, Qt::ControlModifier, select_all},
+    {Qt::Key_C, Qt::ControlModifier, copy_selected},
+    {Qt::Key_X, Qt::ControlModifier, cut_selected},
+    {Qt::Key_V, Qt::ControlModifier, paste_at_cursor},
+    {Qt::Key_D, Qt::ControlModifier, duplicate_at_cursor},
     {Qt::Key_Escape, Qt::NoModifier, [](TimelineHost& host) { host.timeline().selection.clear(); }},
 };
 

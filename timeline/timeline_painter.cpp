@@ -13,16 +13,21 @@ namespace tarn {
 namespace {
 
 constexpr int mark_margin = 6; ///< half the width of the widest mark
-constexpr int tick_label_top = 23;
-constexpr int curve_top = 27;
-constexpr int curve_bottom = 61;
+constexpr int label_middle = 10;
+constexpr int tick_label_middle = 29;
+constexpr int curve_top = 41;
+constexpr int curve_bottom = 60;
 
 using TextSize = DevicePainter::TextSize;
 
 class BandPainter {
 public:
     BandPainter(DevicePainter& painter, TimelineLook& look, const TimelineView& view)
-        : m_painter(painter), m_look(look), m_colors(look.colors), m_view(view), m_bar(view.bar()),
+        : m_painter(painter),
+          m_look(look),
+          m_colors(look.colors),
+          m_view(view),
+          m_bar(view.bar()),
           m_width(view.client_width)
     {
     }
@@ -51,6 +56,15 @@ private:
         return object ? object->current_variable() : nullptr;
     }
 
+    /// A small text over what is drawn already.
+    void label(double x, double middle, const QString& text, const QColor& color)
+    {
+        QColor ground = m_colors.background;
+        ground.setAlphaF(0.75F);
+        m_painter.fill(QRectF(x - 1, middle - 6, m_painter.text_width(text, TextSize::Small) + 2, 12), ground);
+        m_painter.text(x, middle, text, color, TextSize::Small);
+    }
+
     void background()
     {
         const int height = m_view.client_height;
@@ -77,7 +91,7 @@ private:
         m_painter.horizontal_line(0, m_width, bands::span_bottom, m_colors.line);
         for (const RulerTick& tick : ticks)
             if (tick.major && !is_covered(tick.column))
-                m_painter.text(tick.column + 4, tick_label_top, time_label(tick.time, m_bar), m_colors.dim_text,
+                m_painter.text(tick.column + 4, tick_label_middle, time_label(tick.time, m_bar), m_colors.dim_text,
                                TextSize::Small);
     }
 
@@ -103,14 +117,14 @@ private:
             m_painter.vertical_line(x, bands::keys_top, bands::cursor_bottom, color);
             const QString name = m_painter.elided(mark->name(), 140, TextSize::Small);
             const double width = m_painter.text_width(name, TextSize::Small) + 8;
-            QPainterPath flag(QPointF(x, tick_label_top - 1));
-            flag.lineTo(x + width, tick_label_top - 1);
-            flag.lineTo(x + width + 4, tick_label_top + 6);
-            flag.lineTo(x + width, tick_label_top + 13);
-            flag.lineTo(x, tick_label_top + 13);
+            QPainterPath flag(QPointF(x, tick_label_middle - 7));
+            flag.lineTo(x + width, tick_label_middle - 7);
+            flag.lineTo(x + width + 4, tick_label_middle);
+            flag.lineTo(x + width, tick_label_middle + 7);
+            flag.lineTo(x, tick_label_middle + 7);
             flag.closeSubpath();
             m_painter.shape(flag, color);
-            m_painter.text(x + 5, tick_label_top, name, color.lightnessF() > 0.55F ? Qt::black : Qt::white,
+            m_painter.text(x + 5, tick_label_middle, name, color.lightnessF() > 0.55F ? Qt::black : Qt::white,
                            TextSize::Small);
             m_flags.emplace_back(x, x + int(width) + 4);
         }
@@ -142,18 +156,15 @@ private:
         const CTVar* shown = variable();
         if (!shown || (shown->type() != VarType::Float && shown->type() != VarType::Int))
             return;
-        constexpr int half_line = 7;
         double free_from = 0;
         for (const KeyStack& key : keys_of_variable()) {
             const KeyValue value = shown->value_at(key.last);
-            const QString text = shown->type() == VarType::Int
-                                     ? QString::asprintf("%d ---", value.as_int())
-                                     : QString::asprintf("%f ---", double(value.part(0)));
+            const QString text = shown->type() == VarType::Int ? QString::asprintf("%d ---", value.as_int())
+                                                               : QString::asprintf("%f ---", double(value.part(0)));
             const double left = key.column - m_painter.text_width(text, TextSize::Small);
             if (left < free_from)
                 continue;
-            m_painter.text(left, shown_curves().y(number_of_part(value, 0)) - half_line, text, m_colors.dim_text,
-                           TextSize::Small);
+            label(left, shown_curves().y(number_of_part(value, 0)), text, m_colors.dim_text);
             free_from = key.column + 4;
         }
     }
@@ -178,8 +189,8 @@ private:
         if (variables.size() == 1)
             paint_held_spans(m_painter, m_colors, *variables.front(), keys.columns, bands::keys_top + 5);
         m_look.key_stamps.draw(m_painter, m_colors, keys.columns, bands::keys_top, KeyStamps::Look::Usual);
-        m_look.key_stamps.draw(m_painter, m_colors, selected_columns(m_view, variables, keys.columns),
-                               bands::keys_top, KeyStamps::Look::Selected);
+        m_look.key_stamps.draw(m_painter, m_colors, selected_columns(m_view, variables, keys.columns), bands::keys_top,
+                               KeyStamps::Look::Selected);
     }
 
     void ease()
@@ -205,9 +216,8 @@ private:
             script_mark(x, m_view.selection.has_script(time));
             const double room = (i + 1 < shown.size() ? shown[i + 1].second - 8 : x + 200) - (x + 9);
             if (room > 16)
-                m_painter.text(x + 9, bands::scripts_top + 8,
-                               m_painter.elided(m_bar->get_script_name(time), room, TextSize::Small), m_colors.script,
-                               TextSize::Small);
+                label(x + 9, bands::scripts_top + 14,
+                      m_painter.elided(m_bar->get_script_name(time), room, TextSize::Small), m_colors.script);
         }
     }
 
@@ -343,7 +353,7 @@ void paint_overlay(DevicePainter& painter, const TimelineLook& look, const Timel
         const QRect box = label_box(x, int(std::ceil(painter.text_width(text))), view.client_width);
         painter.fill(box, colors.background);
         painter.frame(box, color);
-        painter.text(box.left() + 3, 4, text, colors.text);
+        painter.text(box.left() + 3, label_middle, text, colors.text);
     };
     const int bottom = std::max(int(bands::cursor_bottom), view.client_height);
     if (view.range_select) {

@@ -33,9 +33,15 @@ void add_states(const CAnimationScene& scene, const CTimebar& shown, std::vector
 } // namespace
 
 TimelinePicture::Content::Content(const TimelineView& view, const QWidget& widget)
-    : ratio(widget.devicePixelRatioF()), palette(widget.palette().cacheKey()), font(widget.font()),
-      language(int(VLCMsgIniW::language())), size(view.client_width, view.client_height), axis(view.axis),
-      rows(view.rows), keys(view.selection.keys()), scripts(view.selection.scripts())
+    : ratio(widget.devicePixelRatioF()),
+      palette(widget.palette().cacheKey()),
+      font(widget.font()),
+      language(int(VLCMsgIniW::language())),
+      size(view.client_width, view.client_height),
+      axis(view.axis),
+      rows(view.rows),
+      keys(view.selection.keys()),
+      scripts(view.selection.scripts())
 {
     const CTimebar* bar = view.bar();
     if (!bar)

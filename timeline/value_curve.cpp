@@ -79,7 +79,8 @@ ValueCurves value_curves(const TimelineView& view, const CTVar& variable, const 
             curves.greatest = std::max(curves.greatest, number_of_part(values.back(), part));
         }
     }
-    const double height_per_number = curves.greatest > curves.least ? box.height() / (curves.greatest - curves.least) : 0;
+    const double height_per_number = curves.greatest > curves.least ? box.height() / (curves.greatest - curves.least)
+                                                                    : 0;
     for (int part = 0; part < parts; ++part) {
         QPainterPath path;
         for (std::size_t i = 0; i < times.size(); ++i) {
@@ -98,7 +99,7 @@ ValueCurves value_curves(const TimelineView& view, const CTVar& variable, const 
             const double third = double(times[i] - times[i - 1]) / 3;
             const double leaving = double(variable.get_derivative(times[i - 1], part)) * height_per_number * third;
             const double arriving = double(variable.get_derivative(std::nextafter(times[i], 0.f), part))
-                                    * height_per_number * third;
+                * height_per_number * third;
             const double run = (to.x() - from.x()) / 3;
             path.cubicTo({from.x() + run, from.y() - leaving}, {to.x() - run, to.y() + arriving}, to);
         }
