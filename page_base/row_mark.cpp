@@ -19,7 +19,7 @@ constexpr int bar_gap = 1;
 constexpr int badge_size = 9;
 constexpr int badge_reach = 4; ///< how far the badge stands out of the control
 
-constexpr int diamond_reach = 3; ///< from its middle
+constexpr int diamond_reach = 4; ///< from its middle
 
 constexpr QRgb badge_color = 0xffd07a00;
 constexpr QRgb keys_color = 0xff9a5fd0;
@@ -76,7 +76,7 @@ void RowMark::show_state(const State& state)
         told.append(lang(u"由时间轴“%1”驱动", u"Driven by the timebar \"%1\"").arg(state.driver));
     if (state.drive == Drive::Unrecorded)
         told.append(lang(u"已修改，尚未记录", u"Changed and not recorded"));
-    if (state.changed && state.drive == Drive::None)
+    if (state.changed)
         told.append(lang(u"不是默认值", u"Not the default"));
     setToolTip(told.join(QLatin1Char('\n')));
     m_control.setAccessibleDescription(told.join(QStringLiteral("; ")));
@@ -92,10 +92,10 @@ void RowMark::follow_control()
     const QRect control(m_control.mapTo(parentWidget(), QPoint()), m_control.size());
     setGeometry(control.adjusted(-badge_reach, -badge_reach, 0, 0));
     QRegion area;
-    if (has_bar())
+    if (m_state.changed)
         area += bar();
     if (m_state.drive != Drive::None)
-        area += diamond().boundingRect().adjusted(0, 0, 1, 1);
+        area += diamond().boundingRect().adjusted(-1, -1, 2, 2);
     if (m_state.mixed)
         area += QRect(0, 0, badge_size, badge_size);
     setMask(area);
@@ -110,7 +110,7 @@ QRect RowMark::bar() const
 
 QPolygon RowMark::diamond() const
 {
-    const QPoint middle(diamond_reach, badge_reach + (height() - badge_reach) / 2);
+    const QPoint middle(diamond_reach + 1, badge_reach + (height() - badge_reach) / 2);
     return QPolygon({middle - QPoint(diamond_reach, 0), middle - QPoint(0, diamond_reach),
                      middle + QPoint(diamond_reach, 0), middle + QPoint(0, diamond_reach)});
 }
@@ -118,14 +118,15 @@ QPolygon RowMark::diamond() const
 void RowMark::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
-    const QColor drive(m_state.drive == Drive::Keys ? keys_color : unrecorded_color);
-    if (has_bar())
-        painter.fillRect(bar(),
-                         m_state.drive == Drive::None ? palette().color(QPalette::Active, QPalette::Highlight) : drive);
+    if (m_state.changed)
+        painter.fillRect(bar(), palette().color(QPalette::Active, QPalette::Highlight));
     if (m_state.drive != Drive::None) {
-        painter.setPen(drive);
+        const QColor drive(m_state.drive == Drive::Keys ? keys_color : unrecorded_color);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(QPen(drive, 1.5));
         painter.setBrush(m_state.drive == Drive::Keys ? drive : palette().color(QPalette::Base));
-        painter.drawPolygon(diamond());
+        painter.drawConvexPolygon(diamond());
+        painter.setRenderHint(QPainter::Antialiasing, false);
     }
     if (!m_state.mixed)
         return;

@@ -64,9 +64,9 @@ void add_timebars(CAnimationScene& animation, const ModelObject& object, const F
         const CTVar* keys = timer && timer->is_on(*channel) ? timer->channel_variable(*channel) : nullptr;
         if (!keys || keys->keys().is_empty())
             continue;
-        const QString text = lang(u"时间轴“%1”，%2", u"Timebar \"%1\", %2").arg(bar->name(), place_text(*bar, keys->keys()));
-        lines << (driving && driving->bar == bar ? text
-                                                 : text + lang(u"（现在不起作用）", u" (has no effect now)"));
+        const QString text
+            = lang(u"时间轴“%1”，%2", u"Timebar \"%1\", %2").arg(bar->name(), place_text(*bar, keys->keys()));
+        lines << (driving && driving->bar == bar ? text : text + lang(u"（现在不起作用）", u" (has no effect now)"));
     }
 }
 
@@ -75,8 +75,8 @@ bool takes_style(FieldKey field)
 {
     using S = StaticState;
     using E = ControlExtras;
-    static const std::array styled{key<&S::text_color>,      key<&S::font_size>,         key<&E::style_images>,
-                                   key<&E::style_colors>,    key<&E::style_text_colors>, key<&E::font_family>};
+    static const std::array styled{key<&S::text_color>,   key<&S::font_size>,         key<&E::style_images>,
+                                   key<&E::style_colors>, key<&E::style_text_colors>, key<&E::font_family>};
     return std::find(styled.begin(), styled.end(), field) != styled.end();
 }
 

@@ -401,10 +401,10 @@ void CAnimationScene::model_changed(const ModelChange& change)
         show_frame();
 }
 
-CTimebar* CAnimationScene::driver_of(quint32 object, Channel channel)
+CTimebar* CAnimationScene::driver_of(quint32 object, Channel channel) const
 {
     if (m_stale)
-        show_frame(); // What drives nothing any more is shown as authored.
+        const_cast<CAnimationScene*>(this)->show_frame(); // What is driven no more is shown as authored.
     for (const Program& row : m_programs)
         if (row.program.channels_of(object) & bit(channel))
             return row.bar;

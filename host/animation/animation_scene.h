@@ -61,7 +61,7 @@ public:
     /// Shows the present times of the bars that drive.
     void show_frame();
     /// Which bar drives the channel of the object now; null when none does.
-    CTimebar* driver_of(quint32 object, tarn::Channel channel);
+    CTimebar* driver_of(quint32 object, tarn::Channel channel) const;
     /// What drives an attribute of an object.
     struct Driving {
         CTimebar* bar;

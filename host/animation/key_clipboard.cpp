@@ -14,7 +14,7 @@ namespace tarn {
 
 namespace {
 
-constexpr int text_format = 1;                        ///< newer ones are refused
+constexpr int text_format = 1;                       ///< newer ones are refused
 constexpr qsizetype max_text = qsizetype(256) << 20; ///< bytes
 constexpr std::size_t max_tracks = 100'000;
 
@@ -66,7 +66,8 @@ Status read_track(JsonCursor& cursor, CopiedTrack& track)
     if (!status)
         return status;
     const bool has_channel = track.channel >= 0 && track.channel < channel_count;
-    if (track.type < 0 || track.type >= timer_object_type_count || (!has_channel && track.channel != VarState::no_channel)
+    if (track.type < 0 || track.type >= timer_object_type_count
+        || (!has_channel && track.channel != VarState::no_channel)
         || (has_channel && channel_row(Channel(track.channel)).type != track.keys.type()) || track.keys.is_empty())
         return cursor.fail(lang(u"关键帧不属于任何变量", u"the keys belong to no variable"));
     track.name.truncate(TimebarState::max_name);
@@ -78,17 +79,18 @@ Status read_tracks(const QByteArray& text, std::vector<CopiedTrack>& tracks)
     if (text.size() > max_text)
         return Status::error(lang(u"关键帧过多", u"there are too many keys"));
     int format = 0;
-    auto status = JsonText(text, lang(u"剪贴板", u"clipboard")).each_member([&](std::string_view key, JsonCursor& value) {
-        if (key == "format")
-            return value.read(format);
-        if (key != "tracks")
-            return value.fail(lang(u"这里应为关键帧", u"keys are expected here"));
-        return value.each_element([&](JsonCursor& element) {
-            if (tracks.size() == max_tracks)
-                return element.fail(lang(u"关键帧过多", u"there are too many keys"));
-            return read_track(element, tracks.emplace_back());
-        });
-    });
+    auto status
+        = JsonText(text, lang(u"剪贴板", u"clipboard")).each_member([&](std::string_view key, JsonCursor& value) {
+              if (key == "format")
+                  return value.read(format);
+              if (key != "tracks")
+                  return value.fail(lang(u"这里应为关键帧", u"keys are expected here"));
+              return value.each_element([&](JsonCursor& element) {
+                  if (tracks.size() == max_tracks)
+                      return element.fail(lang(u"关键帧过多", u"there are too many keys"));
+                  return read_track(element, tracks.emplace_back());
+              });
+          });
     if (status && format != text_format)
         return Status::error(lang(u"剪贴板中的内容不是此版本的关键帧", u"the clipboard holds no keys of this version"));
     return status;
@@ -115,9 +117,8 @@ class Destination {
 public:
     Destination(CTimebar& bar, const std::vector<CopiedTrack>& tracks) : m_bar(bar), m_is_single(tracks.size() == 1)
     {
-        m_is_of_one = std::all_of(tracks.begin(), tracks.end(), [&](const CopiedTrack& track) {
-            return track.source() == tracks.front().source();
-        });
+        m_is_of_one = std::all_of(tracks.begin(), tracks.end(),
+                                  [&](const CopiedTrack& track) { return track.source() == tracks.front().source(); });
     }
 
     /// Null, and `why`, where the keys do not fit.

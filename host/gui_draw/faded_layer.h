@@ -26,7 +26,7 @@ private:
     QPainter& m_target;
     quint32 m_color;
     float m_transparency;
-    QImage m_image; ///< null: there is nothing to be drawn apart
+    QImage m_image;  ///< null: there is nothing to be drawn apart
     QPoint m_corner; ///< of the picture, pixels of the device
     std::optional<QPainter> m_painter;
 };

@@ -116,7 +116,8 @@ TEST_F(KeyClipboard, a_text_that_is_none_of_keys_changes_nothing)
          {QByteArray(), QByteArray("[]"), QByteArray("{}"), QByteArray("{\"format\":2,\"tracks\":[]}"),
           good.left(good.size() / 2), with("\"kind\":2", "\"kind\":99"), with("\"channel\":4", "\"channel\":0"),
           with("\"channel\":4", "\"channel\":-7"), with("\"t\":[0,1]", "\"t\":[1,0]"),
-          with("\"t\":[0,1]", "\"t\":[0,1e30]"), with("\"t\":[0,1]", "\"t\":[]"), with("\"v\":[0,0.5]", "\"v\":[0,1e39]")})
+          with("\"t\":[0,1]", "\"t\":[0,1e30]"), with("\"t\":[0,1]", "\"t\":[]"),
+          with("\"v\":[0,0.5]", "\"v\":[0,1e39]")})
         EXPECT_FALSE(paste_keys(*m_bar, bad, 4)) << bad.toStdString();
     EXPECT_EQ(text(), before);
     EXPECT_FALSE(m_document.journal().can_undo());

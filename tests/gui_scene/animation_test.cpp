@@ -283,6 +283,8 @@ TEST_F(SceneAnimation, script_keys_and_their_functions_stay_together_when_scenes
     CScriptKey* added = merged->insert_script_key(2);
     EXPECT_NE(added->function(), name);
     EXPECT_NE(added->function(), merged_name);
+}
+
 TEST_F(SceneAnimation, a_script_object_calls_functions_verbs_and_methods_with_its_variables)
 {
     CDXUTControl* label = control(DXUT_CONTROL_STATIC, core().GetRootDialog(), QRectF(5, 5, 50, 20));

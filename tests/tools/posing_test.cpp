@@ -94,9 +94,9 @@ TEST_F(Posing, what_is_faded_out_is_not_under_the_mouse)
 {
     const QPointF middle = m_button->screen_rect().center();
     EXPECT_EQ(targets_at(core(), middle).front().control, m_button);
-    m_button->set_property(*m_button->fields().find("transparency"), 1.0);
+    ASSERT_TRUE(m_button->set_property(*m_button->fields().find("transparency"), 1.0));
     EXPECT_EQ(targets_at(core(), middle).front().control, nullptr);
-    m_home->set_property(*m_home->fields().find("color"), qint64(0x00ffffff));
+    ASSERT_TRUE(m_home->set_property(*m_home->fields().find("color"), qint64(0x00ffffff)));
     EXPECT_TRUE(targets_at(core(), middle).empty());
 }
 
