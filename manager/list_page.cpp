@@ -1,5 +1,6 @@
 #include "list_page.h"
 
+#include "core/edit_limit.h"
 #include "core/field.h"
 #include "core/language.h"
 #include "core/model_object.h"
@@ -7,6 +8,8 @@
 #include "frame/edit_commands.h"
 #include "gui_scene/gui_plug_scene.h"
 #include "widgets/report_list.h"
+
+#include <algorithm>
 
 using tarn::lang;
 
@@ -46,10 +49,12 @@ void CListPage::edit_name()
     const QModelIndex at = m_named_list->currentIndex();
     const int row = m_named_list->selectionModel()->isSelected(at) ? at.row() : m_named_list->get_last_sel_index();
     void* const item = m_named_list->get_binded_ptr(row);
-    if (!item || !core() || !is_editing())
+    if (!item || !core() || !is_editing()
+        || m_named_list->item_caption(row, m_naming.column).size() > tarn::longest_edited_line)
         return;
     const tarn::FieldBase* name = m_naming.object_of(item)->fields().find(m_naming.name);
-    m_named_list->edit_caption(row, m_naming.column, name->rules().max_length);
+    m_named_list->edit_caption(row, m_naming.column,
+                               std::min(name->rules().max_length, int(tarn::longest_edited_line)));
 }
 
 void CListPage::rename(int row, const QString& name)
