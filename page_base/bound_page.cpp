@@ -1,5 +1,7 @@
 #include "bound_page.h"
 
+#include "animation/animation_scene.h"
+#include "animation/timebar.h"
 #include "core/field.h"
 #include "core/language.h"
 #include "engine/base_world.h"
@@ -7,6 +9,7 @@
 #include "frame/filedlg.h"
 #include "gui_scene/gui_plug_scene.h"
 #include "value_part.h"
+#include "value_sources.h"
 #include "widgets/button_st.h"
 
 #include <QAbstractButton>
@@ -171,6 +174,13 @@ void CBoundPage::connect_input(Row& bound)
     auto* input = new tarn::RowInput(*control(bound.row.control));
     input->keeps_undo = [&bound] { return bound.editor->keeps_undo(); };
     connect(bound.mark, &tarn::RowMark::clicked, input, &tarn::RowInput::open_menu);
+    input->explain = [this, &bound] {
+        const ModelObject* object = current();
+        if (const FieldBase* field = object ? object->fields().find(bound.row.field) : nullptr)
+            tarn::boxes::message(this,
+                                 {.text = tarn::value_sources(*scene(), *object, *field).join(QLatin1Char('\n')),
+                                  .title = caption_of(bound.row.control)});
+    };
     if (bound.row.reset == tarn::Default::None)
         return;
     input->can_reset = [this, &bound] {
@@ -295,9 +305,27 @@ void CBoundPage::show_row(const Row& bound, Objects all, Objects one) const
         bound.editor->show(view);
     const bool has_say = view.enabled
         && (!row.option || (view.agreement == Agreement::Same && tarn::number_of(view.value) == *row.option));
-    bound.mark->show_state(has_say && row.reset == tarn::Default::Offered
-                               && differs_from_default(row.field, row.part, objects),
-                           has_say && tells_mixed);
+    tarn::RowMark::State mark;
+    if (has_say) {
+        mark.changed = row.reset == tarn::Default::Offered && differs_from_default(row.field, row.part, objects);
+        mark.mixed = tells_mixed;
+        mark_driven(row.field, objects, mark);
+    }
+    bound.mark->show_state(mark);
+}
+
+void CBoundPage::mark_driven(FieldKey field, Objects objects, tarn::RowMark::State& mark) const
+{
+    using Drive = tarn::RowMark::Drive;
+    for (const ModelObject* object : objects) {
+        const auto driving = scene()->animation().driving(*object, field);
+        if (!driving)
+            continue;
+        mark.driver = driving->bar->name();
+        mark.drive = driving->is_recorded ? Drive::Keys : Drive::Unrecorded;
+        if (!driving->is_recorded)
+            return; // The rarer thing goes before the others.
+    }
 }
 
 RowView CBoundPage::view_of(const FieldRow& row, CommonValue common, const ModelObject* shown) const

@@ -88,6 +88,8 @@ protected:
     virtual tarn::Status write_buffered(const std::function<tarn::Status()>& write) { return write(); }
     /// Whether one of the objects has something else than the default.
     bool differs_from_default(tarn::FieldKey field, tarn::Part part, Objects objects) const;
+    /// Has the mark tell what drives the attribute of some of the objects.
+    void mark_driven(tarn::FieldKey field, Objects objects, tarn::RowMark::State& mark) const;
     /// After a change of the target's objects: tells the other pages and redraws the views.
     void tell_changed();
     /// Whether an edit of a row is being written; refreshes then come from the page itself.

@@ -26,6 +26,8 @@ enum Id : int {
     id_center_y = 6413,
     id_center_reset = 6415,
     id_scale_mode = 6593,
+    id_transparency = 6890,
+    id_color = 6891,
 };
 
 constexpr FieldRow place_row(int control, tarn::FieldKey field)
@@ -43,6 +45,8 @@ constexpr FieldRow rows[] = {
     place_row(id_center_x, key<tarn::CenterXAccess{}>),
     place_row(id_center_y, key<tarn::CenterYAccess{}>),
     {.control = id_scale_mode, .field = key<tarn::ScaleModeAccess{}>},
+    {.control = id_transparency, .field = key<&ControlExtras::transparency>, .number = {.step = 0.05}},
+    {.control = id_color, .field = key<&ControlExtras::color>},
 };
 
 constexpr auto anchors = tarn::anchor_rows(key<&ControlState::align_type>, tarn::Scope::EverySelected,

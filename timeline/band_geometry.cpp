@@ -19,7 +19,7 @@ public:
     ColumnTable(const TimeAxis& axis, int first, int last)
         : m_axis(axis), m_first(first), m_columns(std::size_t(std::max(last - first + 1, 0)))
     {
-        for (KeyColumn& column : m_columns)
+        for (KeyStack& column : m_columns)
             column.first = never;
     }
 
@@ -39,7 +39,7 @@ public:
 
     KeyColumns take()
     {
-        std::erase_if(m_columns, [](const KeyColumn& column) { return column.first > column.last; });
+        std::erase_if(m_columns, [](const KeyStack& column) { return column.first > column.last; });
         m_found.columns = std::move(m_columns);
         return std::move(m_found);
     }
@@ -55,7 +55,7 @@ private:
             return add_before(run.last);
         if (column >= m_first + int(m_columns.size()))
             return add_after(run.first);
-        KeyColumn& place = m_columns[std::size_t(column - m_first)];
+        KeyStack& place = m_columns[std::size_t(column - m_first)];
         if (place.first > place.last)
             place = {column, run.first, run.last, run.ease, run.ease_after};
         place.first = std::min(place.first, run.first);
@@ -68,7 +68,7 @@ private:
 
     const TimeAxis& m_axis;
     int m_first;
-    std::vector<KeyColumn> m_columns;
+    std::vector<KeyStack> m_columns;
     KeyColumns m_found;
 };
 
@@ -109,7 +109,7 @@ std::vector<EaseHandle> ease_handles(const TimelineView& view)
         handles.push_back(ease_handle(view.axis, {variable, object, begin, end, ease}));
     };
     std::optional<float> previous = keys.before;
-    for (const KeyColumn& column : keys.columns) {
+    for (const KeyStack& column : keys.columns) {
         if (previous)
             add(*previous, column.first);
         previous = column.last;

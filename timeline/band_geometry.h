@@ -22,7 +22,7 @@ constexpr bool hits_column(int x, int column)
 }
 
 /// The keys that share a column of pixels, of any number of variables.
-struct KeyColumn {
+struct KeyStack {
     int column = 0;
     float first = 0; ///< times
     float last = 0;
@@ -31,9 +31,9 @@ struct KeyColumn {
 };
 
 struct KeyColumns {
-    std::vector<KeyColumn> columns; ///< ascending
-    std::optional<float> before;    ///< the nearest key left of the columns that were asked for
-    std::optional<float> after;     ///< and right of them
+    std::vector<KeyStack> columns; ///< ascending
+    std::optional<float> before;   ///< the nearest key left of the columns that were asked for
+    std::optional<float> after;    ///< and right of them
 };
 
 /// The keys of the variables in the columns from `first` to `last`. Costs what there are columns.

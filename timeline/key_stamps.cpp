@@ -14,11 +14,11 @@ constexpr std::size_t most_stamps = 512;
 
 } // namespace
 
-void KeyStamps::draw(DevicePainter& painter, const TimelineColors& colors, const std::vector<KeyColumn>& columns,
+void KeyStamps::draw(DevicePainter& painter, const TimelineColors& colors, const std::vector<KeyStack>& columns,
                      int top, Look look)
 {
     for (std::size_t i = 0; i < columns.size();) {
-        const KeyColumn& first = columns[i];
+        const KeyStack& first = columns[i];
         int last = first.column;
         while (++i < columns.size() && columns[i].column == last + 1)
             ++last;
@@ -26,8 +26,8 @@ void KeyStamps::draw(DevicePainter& painter, const TimelineColors& colors, const
     }
 }
 
-void KeyStamps::draw_run(DevicePainter& painter, const TimelineColors& colors, const KeyColumn& first, int last,
-                         int top, Look look)
+void KeyStamps::draw_run(DevicePainter& painter, const TimelineColors& colors, const KeyStack& first, int last, int top,
+                         Look look)
 {
     const auto half = [](float ease, Half towards_late, Half towards_early) {
         return ease > straight_ease ? towards_late : ease < -straight_ease ? towards_early : Straight;

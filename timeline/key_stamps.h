@@ -22,7 +22,7 @@ public:
     KeyStamps(int size, double ratio) : m_size(size), m_ratio(ratio) {}
 
     /// Draws the marks of the columns, which ascend; `top` is their upper edge.
-    void draw(DevicePainter& painter, const TimelineColors& colors, const std::vector<KeyColumn>& columns, int top,
+    void draw(DevicePainter& painter, const TimelineColors& colors, const std::vector<KeyStack>& columns, int top,
               Look look);
 
 private:
@@ -35,7 +35,7 @@ private:
         auto operator<=>(const Shape&) const = default;
     };
 
-    void draw_run(DevicePainter& painter, const TimelineColors& colors, const KeyColumn& first, int last, int top,
+    void draw_run(DevicePainter& painter, const TimelineColors& colors, const KeyStack& first, int last, int top,
                   Look look);
     const QImage& stamp(const Shape& shape, const TimelineColors& colors);
     QImage make(const Shape& shape, const TimelineColors& colors) const;

@@ -2,6 +2,7 @@
 #include "animation/timer_object.h"
 #include "core/language.h"
 #include "timeline_painter.h"
+#include "timer_object_text.h"
 #include "type_icons.h"
 
 namespace tarn {
@@ -49,6 +50,12 @@ private:
             && (!row.variable || row.variable == row.object->current_variable());
     }
 
+    bool has_focus(const TimelineRow& row) const
+    {
+        return (row.object ? row.object->id() : 0) == m_view.rows.focus_object
+            && (row.variable ? row.variable->id() : 0) == m_view.rows.focus_variable;
+    }
+
     void background(const TimelineRow& row, bool odd)
     {
         const auto cover = [&](QColor color, float part) {
@@ -62,6 +69,8 @@ private:
         if (is_current(row))
             cover(m_colors.accent, m_colors.dark ? 0.2F : 0.13F);
         m_painter.horizontal_line(0, m_view.client_width, row.bottom() - 1, m_colors.grid);
+        if (m_view.rows.focus_object && has_focus(row))
+            m_painter.fill(QRectF(0, row.top, 3, row_height - 1), m_colors.accent);
     }
 
     /// From the first to the last key; hatched where another timebar drives the same.
@@ -114,10 +123,8 @@ private:
     {
         if (!row.object)
             return lang(u"全部", u"All");
-        if (row.variable) {
-            const auto channel = row.variable->channel();
-            return channel ? lang(channel_row(*channel).chinese, channel_row(*channel).english) : row.variable->name();
-        }
+        if (row.variable)
+            return variable_text(*row.variable);
         const QString name = row.object->name();
         if (row.object->is_broken())
             return lang(u"%1（目标已删除）", u"%1 (target is gone)").arg(row.object->get_type_name());

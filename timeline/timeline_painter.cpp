@@ -157,7 +157,7 @@ private:
         if (!shown || (shown->type() != VarType::Float && shown->type() != VarType::Int))
             return;
         double free_from = 0;
-        for (const KeyColumn& key : keys_of_variable()) {
+        for (const KeyStack& key : keys_of_variable()) {
             const KeyValue value = shown->value_at(key.last);
             const QString text = shown->type() == VarType::Int ? QString::asprintf("%d ---", value.as_int())
                                                                : QString::asprintf("%f ---", double(value.part(0)));
@@ -169,7 +169,7 @@ private:
         }
     }
 
-    std::vector<KeyColumn> keys_of_variable() const
+    std::vector<KeyStack> keys_of_variable() const
     {
         CTVar* shown = variable();
         return key_columns(m_view.axis, {&shown, 1}, 0, m_width).columns;
@@ -289,10 +289,10 @@ void paint_bands(DevicePainter& painter, TimelineLook& look, const TimelineView&
     BandPainter(painter, look, view).paint();
 }
 
-std::vector<KeyColumn> selected_columns(const TimelineView& view, const std::vector<CTVar*>& variables,
-                                        const std::vector<KeyColumn>& columns)
+std::vector<KeyStack> selected_columns(const TimelineView& view, const std::vector<CTVar*>& variables,
+                                       const std::vector<KeyStack>& columns)
 {
-    std::vector<KeyColumn> selected;
+    std::vector<KeyStack> selected;
     if (columns.empty() || view.selection.keys().empty())
         return selected;
     std::vector<int> found;
@@ -301,19 +301,19 @@ std::vector<KeyColumn> selected_columns(const TimelineView& view, const std::vec
             each_column(view.axis, times->second, columns.front().column, columns.back().column,
                         [&](float, int column) { found.push_back(column); });
     std::sort(found.begin(), found.end());
-    for (const KeyColumn& column : columns)
+    for (const KeyStack& column : columns)
         if (std::binary_search(found.begin(), found.end(), column.column))
             selected.push_back(column);
     return selected;
 }
 
 void paint_held_spans(DevicePainter& painter, const TimelineColors& colors, const CTVar& variable,
-                      const std::vector<KeyColumn>& columns, int middle)
+                      const std::vector<KeyStack>& columns, int middle)
 {
     constexpr int least_span = 14; // pixels; in a narrower one the marks cover it
     for (std::size_t i = 1; i < columns.size(); ++i) {
-        const KeyColumn& from = columns[i - 1];
-        const KeyColumn& to = columns[i];
+        const KeyStack& from = columns[i - 1];
+        const KeyStack& to = columns[i];
         if (to.column - from.column < least_span)
             continue;
         const bool held = variable.steps() || variable.value_at(from.last) == variable.value_at(to.first);
@@ -355,6 +355,12 @@ void paint_overlay(DevicePainter& painter, const TimelineLook& look, const Timel
         painter.frame(box, color);
         painter.text(box.left() + 3, label_middle, text, colors.text);
     };
+    if (const QRect& box = view.rows.box; !box.isNull()) {
+        QColor faint = colors.accent;
+        faint.setAlphaF(0.15F);
+        painter.fill(box, faint);
+        painter.frame(box, colors.accent);
+    }
     const int bottom = std::max(int(bands::cursor_bottom), view.client_height);
     if (view.range_select) {
         QColor faint = QColor::fromRgba(TimelineColors::anchor);
@@ -396,6 +402,8 @@ std::vector<QRect> overlay_boxes(const DevicePainter& painter, const TimelineVie
         boxes.emplace_back(int(ease_handle(view.axis, *view.hover.ease).x()) - 6, bands::ease_top - 2, 13, 10);
     if (view.hover.end_mark && bar)
         boxes.push_back(end_box(view, *bar));
+    if (!view.rows.box.isNull())
+        boxes.push_back(view.rows.box);
     return boxes;
 }
 

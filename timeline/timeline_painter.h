@@ -32,10 +32,10 @@ void paint_overlay(DevicePainter& painter, const TimelineLook& look, const Timel
 std::vector<QRect> overlay_boxes(const DevicePainter& painter, const TimelineView& view);
 
 /// The columns of `columns` in which a key of one of the variables is selected.
-std::vector<KeyColumn> selected_columns(const TimelineView& view, const std::vector<CTVar*>& variables,
-                                        const std::vector<KeyColumn>& columns);
+std::vector<KeyStack> selected_columns(const TimelineView& view, const std::vector<CTVar*>& variables,
+                                       const std::vector<KeyStack>& columns);
 /// Bars where the variable has one value from key to key.
 void paint_held_spans(DevicePainter& painter, const TimelineColors& colors, const CTVar& variable,
-                      const std::vector<KeyColumn>& columns, int middle);
+                      const std::vector<KeyStack>& columns, int middle);
 
 } // namespace tarn

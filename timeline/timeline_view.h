@@ -3,6 +3,8 @@
 #include "time_axis.h"
 #include "timeline_selection.h"
 
+#include <QRect>
+
 #include <optional>
 #include <set>
 
@@ -66,6 +68,10 @@ struct TimelineRowsView {
     QString filter;         ///< only objects whose names contain it
     bool only_selected = false;
     std::set<quint32> locked; ///< their keys are not edited
+    // The row that the keyboard is in: an object's, or one of its variables'; without both the timebar's.
+    quint32 focus_object = 0;
+    quint32 focus_variable = 0;
+    QRect box; ///< that is being drawn around keys; null for none
 
     bool operator==(const TimelineRowsView&) const = default;
 };
@@ -77,6 +83,7 @@ struct TimelineView {
     float current_time = 0;
     int client_width = 0;
     int client_height = 0;
+    bool ripple = false;       ///< later keys follow those that are moved
     bool range_select = false; ///< a range is being selected, or was and still is
     float range_anchor = 0;    ///< where it begins; it ends at the cursor
     TimelineSelection selection;

@@ -38,7 +38,7 @@ std::vector<float> sample_times(const TimelineView& view, CTVar* variable)
             times.push_back(from + (time - from) * float(i) / float(pieces + 1));
         times.push_back(time);
     };
-    for (const KeyColumn& column : keys.columns) {
+    for (const KeyStack& column : keys.columns) {
         go_on_to(column.first);
         if (column.last > column.first)
             times.push_back(column.last);

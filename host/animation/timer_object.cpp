@@ -242,6 +242,14 @@ std::vector<float> CTimerObject::key_times(float from, float to) const
     return times;
 }
 
+void CTimerObject::record(float time, const Pose& pose)
+{
+    const UserAction action(journal(), lang(u"记录关键帧", u"Record Key"));
+    for (int c = 0; c < channel_count; ++c)
+        if (const auto channel = Channel(c); pose.has(channel))
+            CObjKey(*this, time).set_value(channel, pose.value(channel));
+}
+
 void CTimerObject::update_frame()
 {
     m_scene.show_frame();

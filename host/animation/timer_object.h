@@ -54,6 +54,8 @@ public:
     std::optional<float> previous_key(float before) const;
     /// The times from `from` to `to` at which a variable has a key, ascending.
     std::vector<float> key_times(float from, float to) const;
+    /// Gives its channels keys at `time` with what `pose` has of them.
+    void record(float time, const tarn::Pose& pose);
     /// Has the scene show what the keys say now.
     void update_frame();
 

@@ -439,8 +439,8 @@ void CGuiPlugScene::play(bool on)
         SetMTFunction(0, 0);
     } else {
         m_runner.end();
-        m_animation->set_running(false);
         document().clear_shown();
+        m_animation->set_running(false);
     }
     m_playing = on;
     m_core->EnableGui(!on);

@@ -1,6 +1,7 @@
 #include "select_tool.h"
 
 #include "aids_layer.h"
+#include "animation/animation_scene.h"
 #include "gui_core/dxut_dialog.h"
 #include "gui_scene/gui_plug_scene.h"
 #include "guide_gesture.h"
@@ -234,7 +235,12 @@ void SelectTool::update_cursor(QPointF place)
 void SelectTool::paint(QPainter& painter)
 {
     m_aids.paint_guides(painter);
-    paint_selection(painter, m_scene.gui_core());
+    const CAnimationScene& animation = m_scene.animation();
+    paint_selection(painter, m_scene.gui_core(), [&](const ModelObject& object) {
+        return animation.unrecorded().contains(object.id()) ? DriveMark::Unrecorded
+            : animation.driven_channels(object.id())        ? DriveMark::Keys
+                                                            : DriveMark::None;
+    });
     if (m_dragging)
         m_gesture->paint(painter);
     m_aids.paint_rulers(painter);

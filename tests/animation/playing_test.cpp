@@ -120,3 +120,28 @@ TEST_F(PlayingTest, a_command_is_taken_apart)
     command->set_script({});
     EXPECT_EQ(command->analyze_script().function, QString());
 }
+
+TEST_F(PlayingTest, a_part_repeats_while_the_author_plays_and_not_in_a_preview)
+{
+    EXPECT_TRUE(m_bar->set_loop(1, 2));
+    EXPECT_TRUE(m_bar->has_loop());
+    m_bar->active_bar(1, 1);
+    m_scene.frame_move(0.25f);
+    EXPECT_EQ(m_bar->current_time(), 1.25f) << "from its begin";
+    m_scene.frame_move(10);
+    EXPECT_EQ(m_bar->current_time(), 1.25f);
+    EXPECT_TRUE(m_bar->is_playing());
+    m_bar->set_play_mode(int(PlayMode::ReverseOnce));
+    m_bar->active_bar(1, 1);
+    m_scene.frame_move(1.5f);
+    EXPECT_EQ(m_bar->current_time(), 1.5f);
+    m_bar->set_play_mode(int(PlayMode::Normal));
+    m_scene.set_running(true);
+    m_bar->active_bar(1, 1);
+    m_scene.frame_move(100);
+    EXPECT_EQ(m_bar->current_time(), m_bar->get_total_length());
+    EXPECT_FALSE(m_bar->is_playing());
+    m_scene.set_running(false);
+    m_bar->set_loop(3, 3);
+    EXPECT_FALSE(m_bar->has_loop());
+}

@@ -223,7 +223,7 @@ TEST_F(TimelineHits, columns_and_hits_are_those_of_every_single_key)
                 expected.try_emplace(column, time, time).first->second.second = time;
         const KeyColumns found = key_columns(m_view.axis, bar->shown_variables(), 0, width - 1);
         ASSERT_EQ(found.columns.size(), expected.size());
-        for (const KeyColumn& column : found.columns)
+        for (const KeyStack& column : found.columns)
             ASSERT_EQ(std::pair(column.first, column.last), expected[column.column]);
         const auto before = [&](float time) { return column_of(m_view.axis, time) < 0; };
         const auto first = std::partition_point(all.begin(), all.end(), before);

@@ -45,9 +45,7 @@ void TimebarRunner::script_key_passed(CTimebar& bar, float time, const QString& 
     entry.event = lang(u"脚本关键帧 %1", u"Script Key at %1").arg(time_text(time));
     entry.function = function;
     if (!m_scene.is_playing()) {
-        entry.text = m_scene.functions().find_function(function)
-            ? lang(u"编辑时不运行", u"not run while editing")
-            : lang(u"编辑时不运行；函数不存在", u"not run while editing; there is no such function");
+        entry.text = not_run(function);
         tell(std::move(entry));
         return;
     }
@@ -75,7 +73,21 @@ void TimebarRunner::bar_ended(CTimebar& bar)
     ScriptLogEntry entry;
     entry.object = bar.name();
     entry.event = lang(u"时间轴结束", u"Timebar Ended");
-    tell(std::move(entry));
+    entry.function = bar.end_function();
+    if (entry.function.isEmpty() || !m_scene.is_playing()) {
+        if (!entry.function.isEmpty())
+            entry.text = not_run(entry.function);
+        return tell(std::move(entry));
+    }
+    const std::array<ScriptValue, 2> arguments{bar.shared_from_this(), Value(QStringLiteral("Ended"))};
+    call(bar, std::move(entry), arguments, true);
+}
+
+QString TimebarRunner::not_run(const QString& function) const
+{
+    return m_scene.functions().find_function(function)
+        ? lang(u"编辑时不运行", u"not run while editing")
+        : lang(u"编辑时不运行；函数不存在", u"not run while editing; there is no such function");
 }
 
 void TimebarRunner::call(CTimebar& bar, ScriptLogEntry entry, std::span<const ScriptValue> arguments, bool every)

@@ -25,6 +25,8 @@ public:
 
 private:
     /// `every`: what went well is told, too.
+    /// Why a function does not run while the author plays.
+    QString not_run(const QString& function) const;
     void call(CTimebar& bar, ScriptLogEntry entry, std::span<const ScriptValue> arguments, bool every);
     void tell(ScriptLogEntry entry) const;
 
