@@ -5,6 +5,8 @@
 #include "timer_object_text.h"
 #include "type_icons.h"
 
+#include <utility>
+
 namespace tarn {
 
 namespace {
@@ -30,7 +32,9 @@ public:
         const std::vector<CTVar*> variables = row.variables(m_bar);
         if (row.object)
             extent(row, variables);
-        const KeyColumns keys = key_columns(m_view.axis, variables, -mark_margin, m_view.client_width + mark_margin);
+        const KeyColumns keys = !row.object && m_look.all_keys
+            ? *std::exchange(m_look.all_keys, {})
+            : key_columns(m_view.axis, variables, -mark_margin, m_view.client_width + mark_margin);
         if (row.variable)
             paint_held_spans(m_painter, m_colors, *row.variable, keys.columns, row.middle() - 1);
         KeyStamps& stamps = row.variable ? m_look.small_stamps : m_look.key_stamps;

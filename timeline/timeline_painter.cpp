@@ -191,6 +191,9 @@ private:
         m_look.key_stamps.draw(m_painter, m_colors, keys.columns, bands::keys_top, KeyStamps::Look::Usual);
         m_look.key_stamps.draw(m_painter, m_colors, selected_columns(m_view, variables, keys.columns), bands::keys_top,
                                KeyStamps::Look::Selected);
+        m_look.all_keys.reset();
+        if (!m_bar->current_object())
+            m_look.all_keys = keys;
     }
 
     void ease()

@@ -41,8 +41,9 @@ QString script_tip(const TimelineView& view, float time)
 {
     const QString function = view.bar()->get_script_name(time);
     const CConfigScene* functions = view.scene->functions();
-    const QString missing =
-        functions && functions->find_function(function) ? QString() : lang(u"（没有这个函数）", u" (no such function)");
+    const QString missing = functions && functions->find_function(function)
+        ? QString()
+        : lang(u"（没有这个函数）", u" (no such function)");
     return time_label(time, view.bar()) + u'\n' + function + missing;
 }
 
@@ -51,9 +52,9 @@ QString mark_tip(const CTimebar& bar, float begin, float end)
     for (const CTimeMark* mark : bar.marks())
         if (mark->time() == begin || mark->end() == end)
             return mark->length() > 0
-                       ? QStringLiteral("%1\n%2 – %3")
-                             .arg(mark->name(), time_label(mark->time(), &bar), time_label(mark->end(), &bar))
-                       : mark->name() + u'\n' + time_label(mark->time(), &bar);
+                ? QStringLiteral("%1\n%2 – %3")
+                      .arg(mark->name(), time_label(mark->time(), &bar), time_label(mark->end(), &bar))
+                : mark->name() + u'\n' + time_label(mark->time(), &bar);
     return {};
 }
 
@@ -79,12 +80,12 @@ QString conflict_tip(const TimelineView& view, const TimelineRow& row, float tim
     for (const DrivenSpan& span : row.variable ? conflicts.of(*row.variable) : conflicts.of(*row.object))
         if (time <= span.end)
             return span.other_wins
-                       ? lang(u"“%1”也驱动这里，并且优先（在列表中更靠上）",
-                              u"\"%1\" drives this too, and wins: it stands higher in the list")
-                             .arg(span.other->name())
-                       : lang(u"“%1”也驱动这里，但本时间轴优先（在列表中更靠上）",
-                              u"\"%1\" drives this too, but this timebar wins: it stands higher in the list")
-                             .arg(span.other->name());
+                ? lang(u"“%1”也驱动这里，并且优先（在列表中更靠上）",
+                       u"\"%1\" drives this too, and wins: it stands higher in the list")
+                      .arg(span.other->name())
+                : lang(u"“%1”也驱动这里，但本时间轴优先（在列表中更靠上）",
+                       u"\"%1\" drives this too, but this timebar wins: it stands higher in the list")
+                      .arg(span.other->name());
     return {};
 }
 
