@@ -2,7 +2,10 @@
 #include "animation/timer_object.h"
 #include "core/language.h"
 #include "timeline_painter.h"
+#include "timer_object_text.h"
 #include "type_icons.h"
+
+#include <utility>
 
 namespace tarn {
 
@@ -29,7 +32,9 @@ public:
         const std::vector<CTVar*> variables = row.variables(m_bar);
         if (row.object)
             extent(row, variables);
-        const KeyColumns keys = key_columns(m_view.axis, variables, -mark_margin, m_view.client_width + mark_margin);
+        const KeyColumns keys = !row.object && m_look.all_keys
+            ? *std::exchange(m_look.all_keys, {})
+            : key_columns(m_view.axis, variables, -mark_margin, m_view.client_width + mark_margin);
         if (row.variable)
             paint_held_spans(m_painter, m_colors, *row.variable, keys.columns, row.middle() - 1);
         KeyStamps& stamps = row.variable ? m_look.small_stamps : m_look.key_stamps;
@@ -49,10 +54,10 @@ private:
             && (!row.variable || row.variable == row.object->current_variable());
     }
 
-    bool has_keyboard(const TimelineRow& row) const
+    bool has_focus(const TimelineRow& row) const
     {
-        return m_view.rows.focus_object == (row.object ? row.object->id() : 0)
-            && m_view.rows.focus_variable == (row.variable ? row.variable->id() : 0);
+        return (row.object ? row.object->id() : 0) == m_view.rows.focus_object
+            && (row.variable ? row.variable->id() : 0) == m_view.rows.focus_variable;
     }
 
     void background(const TimelineRow& row, bool odd)
@@ -67,9 +72,9 @@ private:
             cover(m_colors.text, 0.05F);
         if (is_current(row))
             cover(m_colors.accent, m_colors.dark ? 0.2F : 0.13F);
-        if (has_keyboard(row))
-            m_painter.fill(QRectF(0, row.top, 3, row_height - 1), m_colors.accent);
         m_painter.horizontal_line(0, m_view.client_width, row.bottom() - 1, m_colors.grid);
+        if (m_view.rows.focus_object && has_focus(row))
+            m_painter.fill(QRectF(0, row.top, 3, row_height - 1), m_colors.accent);
     }
 
     /// From the first to the last key; hatched where another timebar drives the same.
@@ -122,10 +127,8 @@ private:
     {
         if (!row.object)
             return lang(u"全部", u"All");
-        if (row.variable) {
-            const auto channel = row.variable->channel();
-            return channel ? lang(channel_row(*channel).chinese, channel_row(*channel).english) : row.variable->name();
-        }
+        if (row.variable)
+            return variable_text(*row.variable);
         const QString name = row.object->name();
         if (row.object->is_broken())
             return lang(u"%1（目标已删除）", u"%1 (target is gone)").arg(row.object->get_type_name());

@@ -7,8 +7,11 @@
 #include "timeline_keyboard.h"
 #include "timeline_menu.h"
 #include "timeline_rows.h"
+#include "timeline_tips.h"
+#include "widgets/plain_tip.h"
 
 #include <QContextMenuEvent>
+#include <QHelpEvent>
 #include <QMouseEvent>
 #include <QPaintEvent>
 #include <QPainter>
@@ -358,6 +361,12 @@ bool CStaticTimer::event(QEvent* event)
             event->accept();
             return true;
         }
+    }
+    if (event->type() == QEvent::ToolTip) {
+        const auto* help = static_cast<QHelpEvent*>(event);
+        const QString tip = m_mouse.is_down() ? QString() : timeline_tip(m_view, help->x(), help->y());
+        QToolTip::showText(help->globalPos(), plain_tip(tip), this);
+        return true;
     }
     if (event->type() == QEvent::UngrabMouse || event->type() == QEvent::WindowDeactivate) {
         m_mouse.cancel();

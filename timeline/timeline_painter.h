@@ -18,8 +18,9 @@ struct TimelineLook {
     TimelineColors colors;
     QFont font;
     double ratio;
-    KeyStamps key_stamps;   ///< of the bands and of objects
-    KeyStamps small_stamps; ///< of variables
+    KeyStamps key_stamps;               ///< of the bands and of objects
+    KeyStamps small_stamps;             ///< of variables
+    std::optional<KeyColumns> all_keys; ///< of the whole timebar, where the bands had to find them
 };
 
 /// Draws the bands: all but what paint_overlay() draws.
