@@ -26,8 +26,8 @@ void KeyStamps::draw(DevicePainter& painter, const TimelineColors& colors, const
     }
 }
 
-void KeyStamps::draw_run(DevicePainter& painter, const TimelineColors& colors, const KeyStack& first, int last, int top,
-                         Look look)
+void KeyStamps::draw_run(DevicePainter& painter, const TimelineColors& colors, const KeyStack& first, int last,
+                         int top, Look look)
 {
     const auto half = [](float ease, Half towards_late, Half towards_early) {
         return ease > straight_ease ? towards_late : ease < -straight_ease ? towards_early : Straight;
@@ -87,8 +87,8 @@ QImage KeyStamps::make(const Shape& shape, const TimelineColors& colors) const
         const double dot = 1.5 * m_ratio;
         painter.setPen(Qt::NoPen);
         painter.setBrush(colors.selected_edge);
-        painter.drawRoundedRect(
-            QRectF(half_height - dot, half_height - dot, width - 2 * half_height + 2 * dot, 2 * dot), dot, dot);
+        painter.drawRoundedRect(QRectF(half_height - dot, half_height - dot, width - 2 * half_height + 2 * dot, 2 * dot),
+                                dot, dot);
     }
     return image;
 }

@@ -98,9 +98,8 @@ TEST_F(SceneAnimation, script_keys_are_told_but_not_run_while_the_author_plays)
     m_bar->set_current_time(0);
     m_bar->active_bar(1);
     m_bar->frame_move(0.5f);
-    EXPECT_EQ(log(),
-              u"missing=not run while editing; there is no such function; "
-              "it would be called with: Intro, \"ScriptKey\", 0"_s);
+    EXPECT_EQ(log(), u"missing=not run while editing; there is no such function; "
+                     "it would be called with: Intro, \"ScriptKey\", 0"_s);
 }
 
 TEST_F(SceneAnimation, timebars_are_saved_merged_and_exported_with_what_they_animate)
@@ -285,29 +284,29 @@ TEST_F(SceneAnimation, script_keys_and_their_functions_stay_together_when_scenes
     CScriptKey* added = merged->insert_script_key(2);
     EXPECT_NE(added->function(), name);
     EXPECT_NE(added->function(), merged_name);
-    TEST_F(SceneAnimation, a_script_object_calls_functions_verbs_and_methods_with_its_variables)
-    {
-        CDXUTControl* label = control(DXUT_CONTROL_STATIC, core().GetRootDialog(), QRectF(5, 5, 50, 20));
-        ASSERT_TRUE(label->set_property(*label->fields().find("name"), u"Label"_s));
-        ASSERT_TRUE(m_scene.functions().set_function(
-            u"show"_s,
-            u"local life, place = ... return life .. '/' .. place[2] .. '/' .. timebar('Intro'):value('life')"_s));
-        CTCommandScript* command = m_bar->create_script_object();
-        command->create_var(VarType::Int, u"life"_s)->set_key_value(0, KeyValue::whole(3));
-        command->create_var(VarType::Vec, u"place"_s)->set_key_value(0, KeyValue::vec(1, 2, 3));
-        m_bar->set_auto_play(true);
-        const auto run = [&](const QString& line) {
-            command->set_script(line);
-            m_scene.play(true);
-            m_scene.advance(0.1);
-            const QString text = std::get<QString>(label->property(*label->fields().find("text")));
-            const QString told = log();
-            m_scene.play(false);
-            return text + u';' + told;
-        };
-        EXPECT_EQ(run(u"control(\"Label\"):set('text', 'life ' .. life)"_s), u"life 3;"_s);
-        EXPECT_EQ(run(u"control(\"Label\"):set('text', call('show', life, place))"_s), u"3/2.0/3;"_s);
-        EXPECT_FALSE(run(u"show(life, place)"_s).contains(u"no script function"_s));
-        EXPECT_TRUE(run(u"nothing(life)"_s).contains(u"there is no script function named \"nothing\""_s));
-        EXPECT_TRUE(run(u"show(life"_s).contains(u"show"_s));
-    }
+TEST_F(SceneAnimation, a_script_object_calls_functions_verbs_and_methods_with_its_variables)
+{
+    CDXUTControl* label = control(DXUT_CONTROL_STATIC, core().GetRootDialog(), QRectF(5, 5, 50, 20));
+    ASSERT_TRUE(label->set_property(*label->fields().find("name"), u"Label"_s));
+    ASSERT_TRUE(m_scene.functions().set_function(
+        u"show"_s,
+        u"local life, place = ... return life .. '/' .. place[2] .. '/' .. timebar('Intro'):value('life')"_s));
+    CTCommandScript* command = m_bar->create_script_object();
+    command->create_var(VarType::Int, u"life"_s)->set_key_value(0, KeyValue::whole(3));
+    command->create_var(VarType::Vec, u"place"_s)->set_key_value(0, KeyValue::vec(1, 2, 3));
+    m_bar->set_auto_play(true);
+    const auto run = [&](const QString& line) {
+        command->set_script(line);
+        m_scene.play(true);
+        m_scene.advance(0.1);
+        const QString text = std::get<QString>(label->property(*label->fields().find("text")));
+        const QString told = log();
+        m_scene.play(false);
+        return text + u';' + told;
+    };
+    EXPECT_EQ(run(u"control(\"Label\"):set('text', 'life ' .. life)"_s), u"life 3;"_s);
+    EXPECT_EQ(run(u"control(\"Label\"):set('text', call('show', life, place))"_s), u"3/2.0/3;"_s);
+    EXPECT_FALSE(run(u"show(life, place)"_s).contains(u"no script function"_s));
+    EXPECT_TRUE(run(u"nothing(life)"_s).contains(u"there is no script function named \"nothing\""_s));
+    EXPECT_TRUE(run(u"show(life"_s).contains(u"show"_s));
+}
