@@ -113,6 +113,7 @@ protected:
         for (int i = 0; i < field_count; ++i) {
             auto* field = control_as<QComboBox>(id_first_field + i);
             field->addItems(m_names);
+            field->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
             connect(field, &QComboBox::currentTextChanged, this, [this] {
                 show_fields();
                 show_line();
