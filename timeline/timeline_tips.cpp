@@ -89,7 +89,7 @@ QString conflict_tip(const TimelineView& view, const TimelineRow& row, float tim
     return {};
 }
 
-QString row_tip(const TimelineView& view, const CTimebar& bar, const RowHit& hit)
+QString row_tip(const CTimebar& bar, const RowHit& hit)
 {
     if (hit.part == RowPart::Lock)
         return lang(u"锁定：不编辑它的关键帧", u"Lock: its keys are not edited");
@@ -110,7 +110,7 @@ QString timeline_tip(const TimelineView& view, int x, int y)
     const auto hit = find_row(view, x, y);
     if (!hit)
         return band_tip(view, *bar, x, y);
-    QStringList lines{row_tip(view, *bar, *hit)};
+    QStringList lines{row_tip(*bar, *hit)};
     if (hit->row.object && hit->part == RowPart::Body)
         lines << conflict_tip(view, hit->row, view.axis.time_from_pixel(float(x)));
     lines.removeAll(QString());

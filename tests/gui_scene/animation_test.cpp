@@ -98,8 +98,9 @@ TEST_F(SceneAnimation, script_keys_are_told_but_not_run_while_the_author_plays)
     m_bar->set_current_time(0);
     m_bar->active_bar(1);
     m_bar->frame_move(0.5f);
-    EXPECT_EQ(log(), u"missing=not run while editing; there is no such function; "
-                     "it would be called with: Intro, \"ScriptKey\", 0"_s);
+    EXPECT_EQ(log(),
+              u"missing=not run while editing; there is no such function; "
+              "it would be called with: Intro, \"ScriptKey\", 0"_s);
 }
 
 TEST_F(SceneAnimation, timebars_are_saved_merged_and_exported_with_what_they_animate)

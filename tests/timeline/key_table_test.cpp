@@ -132,8 +132,9 @@ TEST_F(KeyTableTest, a_spreadsheet_gives_back_what_it_took)
     EXPECT_EQ(text.split(u'\n')[2], u"2\tScript:go()\ta\t2\t-30"_s);
     EXPECT_EQ(paste_keys(*bar(), text).written, 3);
     EXPECT_TRUE(a->keys() == before) << "with the groups";
-    const PastedKeys pasted = paste_keys(*bar(), u"5\tScript:go()\ta\t7\r\n1\tScript:go()\tz\t7\n-1\tScript:go()\ta\t7\n"
-                                                 u"6\tScript:go()\tn\tx\nTime\tObject\n"_s);
+    const PastedKeys pasted = paste_keys(*bar(),
+                                         u"5\tScript:go()\ta\t7\r\n1\tScript:go()\tz\t7\n-1\tScript:go()\ta\t7\n"
+                                         u"6\tScript:go()\tn\tx\nTime\tObject\n"_s);
     EXPECT_EQ(pasted.written, 1);
     EXPECT_EQ(pasted.refused.size(), 4);
     EXPECT_EQ(a->value_at(5), KeyValue::number(7));
