@@ -27,6 +27,8 @@ struct TimelineLook {
 void paint_bands(DevicePainter& painter, TimelineLook& look, const TimelineView& view);
 /// Draws the visible rows below them.
 void paint_rows(DevicePainter& painter, TimelineLook& look, const TimelineView& view);
+/// Draws their names into a column of that width beside the timeline, at the timeline's heights.
+void paint_row_names(DevicePainter& painter, const TimelineColors& colors, const TimelineView& view, int width);
 /// Draws what moves often over the rest: what is under the mouse, the range being selected and, last, the cursor.
 void paint_overlay(DevicePainter& painter, const TimelineLook& look, const TimelineView& view);
 /// Where paint_overlay() draws, each part by itself.

@@ -91,16 +91,19 @@ QString conflict_tip(const TimelineView& view, const TimelineRow& row, float tim
 
 QString row_tip(const CTimebar& bar, const RowHit& hit)
 {
+    return hit.key >= 0 ? key_tip(bar, hit.row.variables(bar), hit.key) : QString();
+}
+
+} // namespace
+
+QString row_name_tip(const RowNameHit& hit)
+{
     if (hit.part == RowPart::Lock)
         return lang(u"锁定：不编辑它的关键帧", u"Lock: its keys are not edited");
-    if (hit.key >= 0)
-        return key_tip(bar, hit.row.variables(bar), hit.key);
     if (hit.row.object && hit.row.object->is_broken())
         return lang(u"目标已删除；可在右键菜单中指定另一个目标", u"The target is gone; the menu gives it another one");
     return {};
 }
-
-} // namespace
 
 QString timeline_tip(const TimelineView& view, int x, int y)
 {
@@ -111,7 +114,7 @@ QString timeline_tip(const TimelineView& view, int x, int y)
     if (!hit)
         return band_tip(view, *bar, x, y);
     QStringList lines{row_tip(*bar, *hit)};
-    if (hit->row.object && hit->part == RowPart::Body)
+    if (hit->row.object)
         lines << conflict_tip(view, hit->row, view.axis.time_from_pixel(float(x)));
     lines.removeAll(QString());
     return lines.join(u'\n');

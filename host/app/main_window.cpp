@@ -38,7 +38,7 @@ constexpr int history_template = 7000;
 constexpr int event_log_template = 7010;
 constexpr int problems_template = 7020;
 constexpr std::size_t most_messages = 20; ///< of scripts that wait to be shown
-constexpr int side_panel_width = 240;     ///< pixels
+constexpr int side_panel_width = 270;     ///< pixels
 constexpr const char* geometry_key = "window/geometry";
 constexpr const char* places_key = "window/places";
 
