@@ -12,6 +12,8 @@
 #include "props/dlg_prop_menu.h"
 #include "timeline_pages/dlg_prop_timer.h"
 
+#include <utility>
+
 CPropBar::~CPropBar()
 {
     if (m_group)
@@ -43,8 +45,12 @@ void CPropBar::update_ui(int code)
 {
     if (!m_scene)
         return;
-    // Undo and previews leave an author of timebars where he is.
-    const bool stays = code == tarn::ui_scene_changed && m_group->shown_id() == page_timer
+    // Undo and previews leave an author of timebars where he is; what he selects in the view comes to the front.
+    const tarn::SelectionRecord& selection = m_scene->gui_core().selection();
+    const std::pair<const void*, const void*> selected(
+        selection.current_dialog, selection.controls_selected ? selection.current_control : nullptr);
+    const bool selects = std::exchange(m_selected, selected) != selected;
+    const bool stays = code == tarn::ui_scene_changed && !selects && m_group->shown_id() == page_timer
         && m_scene->animation().is_editing();
     const bool chooses = code == tarn::ui_full_refresh || code == tarn::ui_scene_changed
         || code == tarn::ui_control_selected || code == tarn::ui_selection_changed;

@@ -29,6 +29,15 @@ t.same(list:control(6567):rows(), {{"Bar1", "2.5Sec", "0", "0"}}, "its row")
 t.same(list:control(6567):selected(), {0}, "it is selected")
 t.same(tools:control(6157):items(), {"Bar1"}, "the tools list it")
 
+-- What is selected in the view shows its page; undo leaves the page as it is
+studio.view:click(350, 290)
+t.same(studio.property_page(), "CDlgPropDialogAll", "the page of what is selected")
+studio.mode("GUI")
+studio.mode("Timebar")
+bar:set("total_length", 3)
+studio.undo()
+t.same({studio.property_page(), bar:get("total_length")}, {"CDlgPropTimer", 2.5}, "undo")
+
 -- Recording: the place at the begin and another one after two seconds
 studio.select(home)
 tools:control(6487):click()
