@@ -6,6 +6,7 @@
 #include "gui_child_dlg.h"
 #include "image_rows.h"
 #include "menu_rows.h"
+#include "object_rows.h"
 #include "row_mark.h"
 #include "script_rows.h"
 #include "target.h"
@@ -50,6 +51,7 @@ protected:
     void bind_scripts(std::span<const tarn::ScriptRow> rows) { m_scripts.bind(rows); }
     void bind_images(std::span<const tarn::ImageRow> rows, tarn::SetImage set = nullptr) { m_images.bind(rows, set); }
     void bind_menus(std::span<const tarn::BoundMenuRow> rows) { m_menus.bind(rows); }
+    void bind_objects(std::span<const tarn::SceneObjectRow> rows) { m_objects.bind(rows); }
     void bind_actions(std::span<const tarn::ActionRow> rows) { m_actions.bind(rows); }
     /// From now on edits wait until `ok_button` writes them, as one step called `name`, or `cancel_button` drops them.
     /// Those of objects that are selected no more wait until they are selected again.
@@ -65,6 +67,9 @@ protected:
     void showEvent(QShowEvent* event) override;
     /// Fills the page from the target. Pages that show more than their rows extend it.
     virtual void refresh();
+    /// The user's edit of the row for control `id` would give the current object `value`; false drops it. A page asks
+    /// the user here.
+    virtual bool confirm_edit(int id, const tarn::Value& value);
     /// The user's edit of the row for control `id` is about to be written; a page may add writes of its own, which are
     /// part of the same step. `value` is the one that the current object gets.
     virtual void row_edited(int id, const tarn::Value& value);
@@ -84,10 +89,13 @@ protected:
     /// Writes to each object that has the attribute what `value_of` gives for it.
     using ValueOf = std::function<tarn::Value(const tarn::ModelObject& object, const tarn::FieldBase& field)>;
     void write_each(tarn::FieldKey field, tarn::Scope scope, const ValueOf& value_of);
+    void write_each(Objects objects, tarn::FieldKey field, const ValueOf& value_of);
     /// The confirmed edits are to be written, which `write` does; what fails undoes the step.
     virtual tarn::Status write_buffered(const std::function<tarn::Status()>& write) { return write(); }
     /// Whether one of the objects has something else than the default.
     bool differs_from_default(tarn::FieldKey field, tarn::Part part, Objects objects) const;
+    /// Has the mark tell what drives the attribute of some of the objects.
+    void mark_driven(tarn::FieldKey field, Objects objects, tarn::RowMark::State& mark) const;
     /// After a change of the target's objects: tells the other pages and redraws the views.
     void tell_changed();
     /// Whether an edit of a row is being written; refreshes then come from the page itself.
@@ -97,6 +105,7 @@ private:
     friend class tarn::ScriptRows;
     friend class tarn::ImageRows;
     friend class tarn::BoundMenuRows;
+    friend class tarn::SceneObjectRows;
     friend class tarn::ActionRows;
     struct Row {
         tarn::FieldRow row;
@@ -118,7 +127,10 @@ private:
     tarn::RowView view_of(const tarn::FieldRow& row, tarn::CommonValue common, const tarn::ModelObject* shown) const;
     tarn::Limits limits_of(const tarn::FieldRow& row, const tarn::FieldRules& rules,
                            const tarn::ModelObject& shown) const;
-    std::vector<tarn::ModelObject*> targets_of(tarn::Scope scope) const;
+    const tarn::Target& target_of(const tarn::FieldRow& row) const { return row.target ? *row.target : m_target; }
+    tarn::ModelObject* current_of(const tarn::FieldRow& row) const;
+    std::vector<tarn::ModelObject*> targets_of(const tarn::FieldRow& row) const;
+    std::vector<tarn::ModelObject*> targets_of(const tarn::Target& target, tarn::Scope scope) const;
 
     void on_edited(const Row& row, const tarn::Edit& edit);
     void open_files(const Row& row);
@@ -139,6 +151,7 @@ private:
     tarn::ScriptRows m_scripts{*this};
     tarn::ImageRows m_images{*this};
     tarn::BoundMenuRows m_menus{*this};
+    tarn::SceneObjectRows m_objects{*this};
     tarn::ActionRows m_actions{*this};
     std::optional<tarn::EditBuffer> m_buffer; ///< none: edits are written at once
     int m_ok_button = 0;

@@ -12,6 +12,7 @@ class filter_man;
 namespace tarn {
 
 class ModelObject;
+class Target;
 
 /// Which of the selected objects an edit is written to.
 enum class Scope { EverySelected, Current };
@@ -93,6 +94,9 @@ struct ListControls {
     int edit = 0; ///< shows the chosen text and changes it
     int add = 0;
     int remove = 0;
+    int up = 0; ///< moves the chosen text before the one above it
+    int down = 0;
+    int paste = 0;                   ///< adds the lines of the clipboard behind the chosen text
     QString (*new_text)() = nullptr; ///< what is added; null: an empty text
     FieldKey chosen = {};            ///< attribute that is the index of the chosen text; none: the page's own matter
 };
@@ -128,6 +132,8 @@ struct FieldRow {
     /// For the edit of a path or URL: the button that opens a file dialog, and what that offers. 0 for none.
     int opener = 0;
     filter_man (*files)() = nullptr;
+    /// What the row shows and edits where that is not the page's target; the page's codes hold for it, too.
+    const Target* target = nullptr;
 };
 
 } // namespace tarn

@@ -38,7 +38,7 @@ constexpr int history_template = 7000;
 constexpr int event_log_template = 7010;
 constexpr int problems_template = 7020;
 constexpr std::size_t most_messages = 20; ///< of scripts that wait to be shown
-constexpr int side_panel_width = 240;     ///< pixels
+constexpr int side_panel_width = 270;     ///< pixels
 constexpr const char* geometry_key = "window/geometry";
 constexpr const char* places_key = "window/places";
 
@@ -182,6 +182,10 @@ void MainWindow::on_mode_chosen(int index)
     for (int i = 0; i < int(m_modes.size()); ++i) {
         const CMyTabDlg& tab = *m_modes[std::size_t(i)];
         m_mode_strip->setTabIcon(i, iconfun::icon(i == index ? tab.second_icon : tab.first_icon));
+        // First all others are left.
+        for (CChildDlg* window : {tab.top_window, tab.side_window})
+            if (window && i != index)
+                window->on_set_active(false);
     }
     m_side_area->setCurrentWidget(mode.side_window);
     m_top_area->setVisible(mode.top_window != nullptr);
@@ -192,6 +196,10 @@ void MainWindow::on_mode_chosen(int index)
         for (CMyControlBar* bar : plug_in->control_bars())
             bar->show_bar(bar->allowedAreas().testFlag(Qt::RightDockWidgetArea)
                           || mode.name == QLatin1String("Timebar"));
+    for (CChildDlg* window : {mode.top_window, mode.side_window})
+        if (window)
+            window->on_set_active(true);
+    m_studio.world().broadcast(tarn::ui_mode_entered);
 }
 
 bool MainWindow::activate_mode(const QString& name)
@@ -240,9 +248,11 @@ void MainWindow::update_document()
     m_shows_preview = m_studio.is_playing();
     if (!begins)
         return;
-    // Once, where there is something to log: it takes its place from the view, and whoever closed it does not want it.
+    // Once, where there is something to log: it takes its place from the view, and whoever closed it does not want it. Beside
+    // a timeline it would be a sliver.
     // It stays when the preview ends: then one has the time to read it.
-    if (!m_offered_log && !m_studio.world().config_scene().functions().empty()) {
+    if (!m_offered_log && active_mode() != QLatin1String("Timebar")
+        && !m_studio.world().config_scene().functions().empty()) {
         m_offered_log = true;
         m_event_log->show();
         m_event_log->raise();
@@ -320,7 +330,10 @@ void MainWindow::restore_places()
 {
     QSettings& store = tarn::settings::store();
     restoreGeometry(store.value(QLatin1String(geometry_key)).toByteArray());
-    restoreState(store.value(QLatin1String(places_key)).toByteArray());
+    if (!restoreState(store.value(QLatin1String(places_key)).toByteArray()))
+        return;
+    for (auto* bar : findChildren<CSizingControlBar*>())
+        bar->keep_size();
 }
 
 void MainWindow::save_places()

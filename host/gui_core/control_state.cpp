@@ -101,6 +101,7 @@ const FieldTable& ControlState::field_table()
         field<S, &S::extras, &E::rotation>("rotation", range(-max_turn, max_turn)),
         computed_field<S, CenterXAccess>("center_x", range(-max_place, max_place)),
         computed_field<S, CenterYAccess>("center_y", range(-max_place, max_place)),
+        field<S, &S::extras, &E::color>("color"), field<S, &S::extras, &E::transparency>("transparency", range(0, 1)),
         field<S, &S::extras, &E::style_images>("style_images", picture_name()),
         field<S, &S::extras, &E::style_colors>("style_colors"),
         field<S, &S::extras, &E::style_text_colors>("style_text_colors"),
@@ -205,7 +206,11 @@ const FieldTable& EditBoxState::field_table()
     using S = EditBoxState;
     static const FieldTable table = text_table<S>(
         0, 1, field<S, &S::spacing>("spacing", 4, range(0, 100)), field<S, &S::border>("border", 0, range(0, 100)),
-        field<S, &S::max_length>("max_length", 0, range(0, 10000)), field<S, &S::password>("password", false));
+        field<S, &S::max_length>("max_length", 0, range(0, 10000)), field<S, &S::password>("password", false),
+        field<S, &S::numbers_only>("numbers_only", false), field<S, &S::read_only>("read_only", false),
+        field<S, &S::placeholder>("placeholder", QString(), tarn::max_length(S::max_placeholder)),
+        field<S, &S::selection_color>("selection_color", 0u), field<S, &S::caret_color>("caret_color", 0u),
+        field<S, &S::border_color>("border_color", 0u));
     return table;
 }
 

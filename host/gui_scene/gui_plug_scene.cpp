@@ -7,8 +7,10 @@
 #include "gui_core/control_class.h"
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
+#include "gui_core/dxut_media.h"
 #include "gui_core/dxut_menu.h"
 #include "gui_core/dxut_menu_item.h"
+#include "movie_file.h"
 #include "package_reader.h"
 #include "package_writer.h"
 #include "picture_file.h"
@@ -26,6 +28,7 @@
 #include <QSet>
 
 #include <array>
+#include <span>
 
 using tarn::CheckBoxState;
 using tarn::DialogState;
@@ -35,6 +38,8 @@ using tarn::lang;
 using tarn::Status;
 
 namespace {
+
+constexpr double share_of_reading = 0.9; ///< of the work that puts a package in place
 
 class GuiSceneCopy : public tarn::SceneCopy {
 public:
@@ -175,22 +180,19 @@ Status CGuiPlugScene::write_file(const QString& path, const CSaveOpt& options, b
                          [&](const tarn::Progress& progress) { return tarn::in_worker(progress, write); });
 }
 
-tarn::Result<tarn::SceneSnapshot> CGuiPlugScene::read_file(const QString& path, const QString& what) const
+Status CGuiPlugScene::with_file(const QString& path, const QString& what,
+                                const std::function<Status(tarn::SceneSnapshot)>& use) const
 {
-    std::optional<tarn::SceneSnapshot> content;
-    const auto status = m_world->work(what, [&](const tarn::Progress& progress) -> Status {
+    return m_world->work(what, [&](const tarn::Progress& progress) -> Status {
         CPakFile package;
         if (auto opened = package.open(path); !opened)
             return opened;
         const CTexPathInfo textures(path, 1);
-        auto read = tarn::read_package(package, *m_core, progress);
-        if (read)
-            content = std::move(read.value());
-        return read.status();
+        auto read = tarn::read_package(package, *m_core, progress.part(0, share_of_reading));
+        if (!read)
+            return read.status();
+        return use(std::move(read.value()));
     });
-    if (!status)
-        return status;
-    return std::move(*content);
 }
 
 Status CGuiPlugScene::export_to(const QString& path, const CSaveOpt& options)
@@ -222,7 +224,7 @@ Status CGuiPlugScene::load(const CPakFile& package, const CTexPathInfo&)
     if (auto status = check_not_playing(); !status)
         return status;
     return m_world->work(lang(u"正在导入", u"Importing"), [&](const tarn::Progress& progress) -> Status {
-        auto content = tarn::read_package(package, *m_core, progress);
+        auto content = tarn::read_package(package, *m_core, progress.part(0, share_of_reading));
         if (!content)
             return content.status();
         const tarn::UserAction action(journal(), lang(u"导入界面", u"Import"));
@@ -255,21 +257,20 @@ void CGuiPlugScene::become(tarn::SceneSnapshot content, const QString& path)
 
 Status CGuiPlugScene::open_scene(const QString& path)
 {
-    auto content = read_file(path, lang(u"正在打开 %1", u"Opening %1").arg(QFileInfo(path).fileName()));
-    if (!content)
-        return content.status();
-    become(std::move(content.value()), path);
-    return {};
+    return with_file(path, lang(u"正在打开 %1", u"Opening %1").arg(QFileInfo(path).fileName()),
+                     [&](tarn::SceneSnapshot content) -> Status {
+                         become(std::move(content), path);
+                         return {};
+                     });
 }
 
 Status CGuiPlugScene::recover_scene(const QString& package, const QString& path)
 {
-    auto content = read_file(package, lang(u"正在恢复", u"Restoring"));
-    if (!content)
-        return content.status();
-    become(std::move(content.value()), path);
-    journal().changed_outside();
-    return {};
+    return with_file(package, lang(u"正在恢复", u"Restoring"), [&](tarn::SceneSnapshot content) -> Status {
+        become(std::move(content), path);
+        journal().changed_outside();
+        return {};
+    });
 }
 
 Status CGuiPlugScene::save_scene(const QString& path, bool replace_read_only)
@@ -289,19 +290,19 @@ Status CGuiPlugScene::check_merge(const QString& path)
 {
     if (auto status = check_not_playing(); !status)
         return status;
-    const auto content = read_file(path, lang(u"正在检查 %1", u"Checking %1").arg(QFileInfo(path).fileName()));
-    return content ? document().check_room(content.value()) : content.status();
+    return with_file(path, lang(u"正在检查 %1", u"Checking %1").arg(QFileInfo(path).fileName()),
+                     [&](const tarn::SceneSnapshot& content) { return document().check_room(content); });
 }
 
 Status CGuiPlugScene::on_merge_GUI(const QString& path, const QString& name, bool replace_styles)
 {
     if (auto status = check_not_playing(); !status)
         return status;
-    auto content = read_file(path, lang(u"正在合并 %1", u"Merging %1").arg(QFileInfo(path).fileName()));
-    if (!content)
-        return content.status();
-    const tarn::UserAction action(journal(), lang(u"合并界面", u"Merge"));
-    return tarn::merge_content(*this, std::move(content.value()), name, replace_styles);
+    return with_file(path, lang(u"正在合并 %1", u"Merging %1").arg(QFileInfo(path).fileName()),
+                     [&](tarn::SceneSnapshot content) {
+                         const tarn::UserAction action(journal(), lang(u"合并界面", u"Merge"));
+                         return tarn::merge_content(*this, std::move(content), name, replace_styles);
+                     });
 }
 
 void CGuiPlugScene::RemoveDialog(CDXUTDialog* dialog)
@@ -318,6 +319,7 @@ void CGuiPlugScene::RemoveDialogs(const std::vector<CDXUTDialog*>& dialogs)
         for (const CDXUTDialog* dialog : dialogs)
             controls += dialog->controls();
         const tarn::PictureRelease release(*m_core, functions(), controls);
+        const tarn::MovieRelease movies(document(), controls);
         m_core->remove_dialogs(dialogs);
     }
     m_world->broadcast(tarn::ui_scene_changed);
@@ -327,6 +329,7 @@ void CGuiPlugScene::RemoveCtrl(CDXUTControl* control)
 {
     const tarn::UserAction action(journal(), lang(u"删除控件", u"Remove Control"));
     const tarn::PictureRelease release(*m_core, functions(), std::span(&control, control ? 1 : 0));
+    const tarn::MovieRelease movies(document(), std::span(&control, control ? 1 : 0));
     m_core->remove_control(control);
 }
 
@@ -334,6 +337,7 @@ void CGuiPlugScene::RemoveCtrls(const std::vector<CDXUTControl*>& controls)
 {
     const tarn::UserAction action(journal(), lang(u"删除控件", u"Remove Control"));
     const tarn::PictureRelease release(*m_core, functions(), controls);
+    const tarn::MovieRelease movies(document(), controls);
     m_core->remove_controls(controls);
 }
 
@@ -390,6 +394,23 @@ Status CGuiPlugScene::set_checkbox_img(const std::vector<tarn::ModelObject*>& bo
     return set_picture(boxes, box_images[std::size_t(state)], path);
 }
 
+Status CGuiPlugScene::set_Flashctrl_swf(CDXUTFlash& flash, const QString& source, bool is_local)
+{
+    const tarn::UserAction action(journal(), lang(u"设置影片", u"Set Movie"));
+    QString name = source;
+    if (is_local) {
+        const auto taken = tarn::take_movie(document(), source);
+        if (!taken)
+            return taken.status();
+        name = taken.value();
+    }
+    CDXUTFlash* const one = &flash;
+    const tarn::MovieRelease release(document(), std::span(&one, 1));
+    write(flash, key<&tarn::FlashState::source>, name);
+    write(flash, key<&tarn::FlashState::source_local>, is_local);
+    return {};
+}
+
 void CGuiPlugScene::switch_ctrl_dialog()
 {
     tarn::SelectionRecord& selection = m_core->selection();
@@ -437,10 +458,11 @@ void CGuiPlugScene::play(bool on)
         return;
     if (on) {
         SetMTFunction(0, 0);
+        document().clear_shown(); // The pose of a timebar that is edited is not what runs.
     } else {
         m_runner.end();
-        m_animation->set_running(false);
         document().clear_shown();
+        m_animation->set_running(false);
     }
     m_playing = on;
     m_core->EnableGui(!on);

@@ -17,6 +17,7 @@
 
 class CAnimationScene;
 class CBaseWorld;
+class CDXUTFlash;
 class CPakFile;
 class CTexPathInfo;
 
@@ -108,6 +109,9 @@ public:
     tarn::Status set_buttonst_img(const std::vector<tarn::ModelObject*>& buttons, int state, const QString& path);
     /// Of check boxes and radio buttons; `state` 0 unchecked, 1 checked.
     tarn::Status set_checkbox_img(const std::vector<tarn::ModelObject*>& boxes, int state, const QString& path);
+    /// Gives the Flash control the movie in the file `source`, which is taken into the scene, or the one at the URL. A
+    /// movie that no control shows any more leaves the scene. On failure nothing changes.
+    tarn::Status set_Flashctrl_swf(CDXUTFlash& flash, const QString& source, bool is_local);
 
     // The texture of the world on which a dialog is drawn there. It belongs to the world, so unbinding leaves it.
     std::optional<tarn::TextureBinding> SearchTexbindByDialog(const CDXUTDialog* dialog) const;
@@ -144,8 +148,10 @@ public:
 
 private:
     tarn::Status check_not_playing() const;
-    /// The content of the package at `path`, with the pictures that lie beside it.
-    tarn::Result<tarn::SceneSnapshot> read_file(const QString& path, const QString& what) const;
+    /// Reads the package at `path`, with the pictures that lie beside it, and does something with the content. Both are
+    /// one work that is called `what`, so that whoever watches it sees it until all is done.
+    tarn::Status with_file(const QString& path, const QString& what,
+                           const std::function<tarn::Status(tarn::SceneSnapshot)>& use) const;
     tarn::Status write_file(const QString& path, const CSaveOpt& options, bool replace_read_only) const;
     /// Puts what was read in the place of everything; there is nothing to undo afterwards.
     void become(tarn::SceneSnapshot content, const QString& path);

@@ -53,11 +53,23 @@
     </message>
     <message>
         <source>在需要显示百分比的地方键入&lt;percent&gt;</source>
-        <translation>Type &lt;percent&gt; where the percentage goes</translation>
+        <translation>Type &lt;percent&gt; for the percentage</translation>
     </message>
     <message>
         <source>例：目前进度&lt;percent&gt;</source>
         <translation>Example: done &lt;percent&gt;</translation>
+    </message>
+    <message>
+        <source>进度图片：</source>
+        <translation>Picture:</translation>
+    </message>
+    <message>
+        <source>选择图片</source>
+        <translation>Choose a picture</translation>
+    </message>
+    <message>
+        <source>清除图片</source>
+        <translation>Remove the picture</translation>
     </message>
 </context>
 </TS>
