@@ -248,6 +248,7 @@ void CBoundPage::refresh()
     m_scripts.show();
     m_images.show();
     m_menus.show();
+    m_objects.show();
     m_actions.show();
     if (!m_buffer)
         return;
@@ -362,12 +363,17 @@ void CBoundPage::on_edited(const Row& bound, const Edit& edit)
         tarn::boxes::message(this, {.text = reason, .title = {}});
         return refresh();
     }
+    const Value value = edited_value(row, *shown, *field, edit);
+    if (!confirm_edit(row.control, value))
+        return refresh();
     const bool goes_on = typed && bound.editor->merges();
     const QByteArray key = goes_on ? page_name().toLatin1() + '/' + QByteArray::number(row.control) : QByteArray();
     const auto write_all = [&] {
         const Writing writing(*this, goes_on ? &bound : nullptr);
-        row_edited(row.control, edited_value(row, *shown, *field, edit));
+        row_edited(row.control, value);
         write_row(row, edit);
+        if (edit.chosen && row.list.chosen)
+            write(row.list.chosen, qint64(*edit.chosen), Scope::Current);
         if (m_failed)
             follow(row.follows);
     };
@@ -379,6 +385,11 @@ void CBoundPage::open_files(const Row& bound)
     const QString path = filedlg::pop_file_dlg(bound.row.files(), filedlg::mode_open, window());
     if (!path.isEmpty())
         on_edited(bound, {.value = path});
+}
+
+bool CBoundPage::confirm_edit(int, const Value&)
+{
+    return true;
 }
 
 void CBoundPage::row_edited(int, const Value&) {}

@@ -6,6 +6,7 @@
 #include "gui_child_dlg.h"
 #include "image_rows.h"
 #include "menu_rows.h"
+#include "object_rows.h"
 #include "row_mark.h"
 #include "script_rows.h"
 #include "target.h"
@@ -50,6 +51,7 @@ protected:
     void bind_scripts(std::span<const tarn::ScriptRow> rows) { m_scripts.bind(rows); }
     void bind_images(std::span<const tarn::ImageRow> rows, tarn::SetImage set = nullptr) { m_images.bind(rows, set); }
     void bind_menus(std::span<const tarn::BoundMenuRow> rows) { m_menus.bind(rows); }
+    void bind_objects(std::span<const tarn::SceneObjectRow> rows) { m_objects.bind(rows); }
     void bind_actions(std::span<const tarn::ActionRow> rows) { m_actions.bind(rows); }
     /// From now on edits wait until `ok_button` writes them, as one step called `name`, or `cancel_button` drops them.
     /// Those of objects that are selected no more wait until they are selected again.
@@ -65,6 +67,9 @@ protected:
     void showEvent(QShowEvent* event) override;
     /// Fills the page from the target. Pages that show more than their rows extend it.
     virtual void refresh();
+    /// The user's edit of the row for control `id` would give the current object `value`; false drops it. A page asks
+    /// the user here.
+    virtual bool confirm_edit(int id, const tarn::Value& value);
     /// The user's edit of the row for control `id` is about to be written; a page may add writes of its own, which are
     /// part of the same step. `value` is the one that the current object gets.
     virtual void row_edited(int id, const tarn::Value& value);
@@ -97,6 +102,7 @@ private:
     friend class tarn::ScriptRows;
     friend class tarn::ImageRows;
     friend class tarn::BoundMenuRows;
+    friend class tarn::SceneObjectRows;
     friend class tarn::ActionRows;
     struct Row {
         tarn::FieldRow row;
@@ -139,6 +145,7 @@ private:
     tarn::ScriptRows m_scripts{*this};
     tarn::ImageRows m_images{*this};
     tarn::BoundMenuRows m_menus{*this};
+    tarn::SceneObjectRows m_objects{*this};
     tarn::ActionRows m_actions{*this};
     std::optional<tarn::EditBuffer> m_buffer; ///< none: edits are written at once
     int m_ok_button = 0;

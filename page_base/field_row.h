@@ -93,6 +93,9 @@ struct ListControls {
     int edit = 0; ///< shows the chosen text and changes it
     int add = 0;
     int remove = 0;
+    int up = 0; ///< moves the chosen text before the one above it
+    int down = 0;
+    int paste = 0;                   ///< adds the lines of the clipboard behind the chosen text
     QString (*new_text)() = nullptr; ///< what is added; null: an empty text
     FieldKey chosen = {};            ///< attribute that is the index of the chosen text; none: the page's own matter
 };

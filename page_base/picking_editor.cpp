@@ -7,9 +7,12 @@
 #include "value_part.h"
 #include "widgets/color_swatch.h"
 
+#include <QApplication>
+#include <QClipboard>
 #include <QComboBox>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QRegularExpression>
 #include <QSignalBlocker>
 
 #include <algorithm>
@@ -125,6 +128,9 @@ public:
           m_edit(qobject_cast<QLineEdit*>(page.control(controls.edit))),
           m_remove(qobject_cast<QAbstractButton*>(page.control(controls.remove))),
           m_add(qobject_cast<QAbstractButton*>(page.control(controls.add))),
+          m_up(qobject_cast<QAbstractButton*>(page.control(controls.up))),
+          m_down(qobject_cast<QAbstractButton*>(page.control(controls.down))),
+          m_paste(qobject_cast<QAbstractButton*>(page.control(controls.paste))),
           m_new_text(controls.new_text)
     {
         QObject::connect(&list, &QListWidget::currentRowChanged, &list, [this](int row) { chosen(row); });
@@ -132,10 +138,11 @@ public:
             QObject::connect(m_edit, &QLineEdit::textEdited, &list, [this](const QString& text) { rename(text); });
             QObject::connect(m_edit, &QLineEdit::editingFinished, &list, [this] { finished(); });
         }
-        if (m_add)
-            QObject::connect(m_add, &QAbstractButton::clicked, &list, [this] { add(); });
-        if (m_remove)
-            QObject::connect(m_remove, &QAbstractButton::clicked, &list, [this] { remove(); });
+        on_click(m_add, [this] { add(); });
+        on_click(m_remove, [this] { remove(); });
+        on_click(m_up, [this] { move(-1); });
+        on_click(m_down, [this] { move(1); });
+        on_click(m_paste, [this] { paste(); });
     }
     void show(const RowView& view) override
     {
@@ -148,8 +155,9 @@ public:
         m_list.setCurrentRow(std::min(row, int(m_texts.size()) - 1));
         if (m_edit && view.field)
             m_edit->setMaxLength(std::min(view.field->rules().max_length, longest_line));
-        if (m_add)
-            m_add->setEnabled(known);
+        for (QAbstractButton* button : {m_add, m_paste})
+            if (button)
+                button->setEnabled(known);
         show_chosen();
     }
     bool merges() const override { return m_is_typing; }
@@ -157,6 +165,12 @@ public:
 private:
     static constexpr int longest_line = 32767; ///< what an edit takes unless it is told otherwise
 
+    template <class Do>
+    void on_click(QAbstractButton* button, Do what)
+    {
+        if (button)
+            QObject::connect(button, &QAbstractButton::clicked, &m_list, what);
+    }
     void fill()
     {
         while (m_list.count() > m_texts.size())
@@ -171,8 +185,13 @@ private:
     void show_chosen()
     {
         const int row = m_list.currentRow();
-        if (m_remove)
-            m_remove->setEnabled(row >= 0);
+        const auto enable = [](QAbstractButton* button, bool on) {
+            if (button)
+                button->setEnabled(on);
+        };
+        enable(m_remove, row >= 0);
+        enable(m_up, row > 0);
+        enable(m_down, row >= 0 && row + 1 < m_texts.size());
         if (!m_edit)
             return;
         m_edit->setEnabled(row >= 0);
@@ -185,15 +204,30 @@ private:
         show_chosen();
         if (on_chosen)
             on_chosen(row);
-        if (m_edit && row >= 0) {
-            m_edit->setFocus();
-            m_edit->selectAll();
-        }
+        begin_rename();
+    }
+    void begin_rename()
+    {
+        if (!m_edit || m_list.currentRow() < 0)
+            return;
+        m_edit->setFocus();
+        m_edit->selectAll();
     }
     void tell(bool typing)
     {
         m_is_typing = typing;
         edited(m_texts);
+    }
+    /// Tells of `texts` of which the one at `row` is chosen from now on.
+    void tell(const QStringList& texts, int row)
+    {
+        m_is_typing = false;
+        m_texts = texts;
+        if (on_edited)
+            on_edited({.value = m_texts, .chosen = row});
+        const QSignalBlocker quiet(m_list); // That is told already.
+        m_list.setCurrentRow(std::min(row, m_list.count() - 1));
+        show_chosen();
     }
     void rename(const QString& text)
     {
@@ -206,23 +240,50 @@ private:
     }
     void add()
     {
-        m_texts.append(m_new_text ? m_new_text() : QString());
-        tell(false);
-        m_list.setCurrentRow(int(m_texts.size()) - 1);
+        QStringList texts = m_texts;
+        texts.append(m_new_text ? m_new_text() : QString());
+        tell(texts, int(texts.size()) - 1);
+        begin_rename();
+    }
+    void paste()
+    {
+        const QStringList lines = QApplication::clipboard()->text().split(QRegularExpression(QStringLiteral("[\r\n]+")),
+                                                                          Qt::SkipEmptyParts);
+        if (lines.isEmpty())
+            return;
+        const int row = m_list.currentRow() < 0 ? int(m_texts.size()) : m_list.currentRow() + 1;
+        QStringList texts = m_texts.mid(0, row);
+        texts += lines;
+        texts += m_texts.mid(row);
+        tell(texts, row + int(lines.size()) - 1);
+    }
+    void move(int by)
+    {
+        const int row = m_list.currentRow();
+        const int other = row + by;
+        if (row < 0 || row >= m_texts.size() || other < 0 || other >= m_texts.size())
+            return;
+        QStringList texts = m_texts;
+        texts.swapItemsAt(row, other);
+        tell(texts, other);
     }
     void remove()
     {
         const int row = m_list.currentRow();
         if (row < 0 || row >= m_texts.size())
             return;
-        m_texts.removeAt(row);
-        tell(false);
+        QStringList texts = m_texts;
+        texts.removeAt(row);
+        tell(texts, std::min(row, int(texts.size()) - 1));
     }
 
     QListWidget& m_list;
     QLineEdit* m_edit;
     QAbstractButton* m_remove;
     QAbstractButton* m_add;
+    QAbstractButton* m_up;
+    QAbstractButton* m_down;
+    QAbstractButton* m_paste;
     QString (*m_new_text)();
     QStringList m_texts;
     bool m_is_typing = false;

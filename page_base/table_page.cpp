@@ -20,6 +20,7 @@ protected:
         bind_images(m_entry.images, m_entry.set_image);
         bind_actions(m_entry.actions);
         bind_menus(m_entry.menus);
+        bind_objects(m_entry.objects);
     }
 
 private:
@@ -30,7 +31,7 @@ private:
 
 CBoundPage* make_page(const PageEntry& entry, QWidget* parent)
 {
-    auto* page = new TablePage(entry);
+    CBoundPage* page = entry.make ? entry.make() : new TablePage(entry);
     page->Create(entry.template_id, parent);
     return page;
 }

@@ -16,6 +16,8 @@ struct PageEntry {
     SetImage set_image = nullptr; ///< see ImageRows::bind()
     std::span<const ActionRow> actions = {};
     std::span<const BoundMenuRow> menus = {};
+    std::span<const SceneObjectRow> objects = {};
+    CBoundPage* (*make)() = nullptr; ///< makes the page where it is more than a table; the rest but `target` is empty
 };
 
 /// Makes the page from its template as a child of `parent`. What `entry` refers to has to stay.

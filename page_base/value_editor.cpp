@@ -169,7 +169,12 @@ public:
             m_format = view.format;
             m_widget.set_format_string(QLatin1String(m_format));
         }
-        if (view.field && (m_widget.get_min() != view.limits.minimum || m_widget.get_max() != view.limits.maximum))
+        // Limits without room between them leave the range as it was, where the number fits in.
+        const double number = number_of(view.value);
+        const bool stays = view.limits.minimum == view.limits.maximum && m_widget.get_min() <= number
+            && number <= m_widget.get_max();
+        if (view.field && !stays
+            && (m_widget.get_min() != view.limits.minimum || m_widget.get_max() != view.limits.maximum))
             m_widget.set_range(view.limits.minimum, view.limits.maximum, m_step);
         if (view.agreement == Agreement::Same)
             m_widget.set_pos(number_of(view.value));

@@ -35,6 +35,7 @@ struct Edit {
     Value value = {};
     std::optional<Sum> change = {};
     bool to_default = false;
+    std::optional<int> chosen = {}; ///< of a list of texts: which one is chosen from now on, -1 for none
 };
 
 /// A widget of a form as the editor of one value. There is one kind for each kind of widget, not for each attribute.

@@ -9,6 +9,8 @@ public:
     static const CGuid s_gen_zero;
 
     static CGuid create() { return CGuid(QUuid::createUuid()); }
+    /// The same for the same name, in every run of the program.
+    static CGuid named(const QString& name) { return CGuid(QUuid::createUuidV5(QUuid(), name)); }
 
     void set_zero() { m_id = QUuid(); }
     bool is_zero() const { return m_id.isNull(); }

@@ -13,7 +13,7 @@ CBaseWorld::CBaseWorld()
         auto object = std::make_unique<tarn::SceneObject>();
         object->kind = QLatin1String(kind);
         object->name = object->kind;
-        object->id = CGuid::create();
+        object->id = CGuid::named(object->kind); // Saved interfaces name the world's own objects by it.
         m_objects.push_back(std::move(object));
     }
 }

@@ -205,7 +205,11 @@ const FieldTable& EditBoxState::field_table()
     using S = EditBoxState;
     static const FieldTable table = text_table<S>(
         0, 1, field<S, &S::spacing>("spacing", 4, range(0, 100)), field<S, &S::border>("border", 0, range(0, 100)),
-        field<S, &S::max_length>("max_length", 0, range(0, 10000)), field<S, &S::password>("password", false));
+        field<S, &S::max_length>("max_length", 0, range(0, 10000)), field<S, &S::password>("password", false),
+        field<S, &S::numbers_only>("numbers_only", false), field<S, &S::read_only>("read_only", false),
+        field<S, &S::placeholder>("placeholder", QString(), tarn::max_length(S::max_placeholder)),
+        field<S, &S::selection_color>("selection_color", 0u), field<S, &S::caret_color>("caret_color", 0u),
+        field<S, &S::border_color>("border_color", 0u));
     return table;
 }
 

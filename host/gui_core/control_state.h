@@ -173,10 +173,18 @@ struct ScrollBarState : StateOf<ScrollBarState, ControlState> {
 };
 
 struct EditBoxState : StateOf<EditBoxState, StaticState> {
-    int spacing = 4;       ///< pixels between the frame and the text
-    int border = 0;        ///< pixels; width of a drawn border, 0 for none
-    int max_length = 0;    ///< of the text, in UTF-16 units; 0 for any number
-    bool password = false; ///< dots instead of the characters
+    static constexpr int max_placeholder = 1000; ///< UTF-16 units
+
+    int spacing = 4;             ///< pixels between the frame and the text
+    int border = 0;              ///< pixels; width of a drawn border, 0 for none
+    int max_length = 0;          ///< of the text, in UTF-16 units; 0 for any number
+    bool password = false;       ///< dots instead of the characters
+    bool numbers_only = false;   ///< nothing can be typed that is not a number
+    bool read_only = false;      ///< the text can be selected and copied, not changed by typing
+    QString placeholder;         ///< shown faintly while there is no text
+    quint32 selection_color = 0; ///< ARGB, like the next two; 0 takes the skin's
+    quint32 caret_color = 0;
+    quint32 border_color = 0;
 
     EditBoxState();
     static const FieldTable& field_table();
@@ -221,6 +229,9 @@ struct FlashState : StateOf<FlashState, ControlState> {
     bool mouse_input = true;
     bool keyboard_input = false;
     bool chinese_input = false;
+    int translucency = 0;  ///< per cent of the scene that shows through the movie; needs a movie without Chinese input
+    bool reload = true;    ///< the movie is loaded anew when it is next shown; an edit of its settings clears it
+    QStringList callbacks; ///< functions that the movie calls by name
 
     FlashState() { type = DXUT_CONTROL_FLASH; }
     static const FieldTable& field_table();

@@ -84,7 +84,9 @@ const FieldTable& FlashState::field_table()
         field<S, &S::high_priority>("high_priority", false), field<S, &S::script_download>("script_download", false),
         field<S, &S::keep_size>("keep_size", false), field<S, &S::transparent>("transparent", false),
         field<S, &S::keep_global>("keep_global", false), field<S, &S::mouse_input>("mouse_input", true),
-        field<S, &S::keyboard_input>("keyboard_input", false), field<S, &S::chinese_input>("chinese_input", false));
+        field<S, &S::keyboard_input>("keyboard_input", false), field<S, &S::chinese_input>("chinese_input", false),
+        field<S, &S::translucency>("translucency", 0, range(0, 100)), field<S, &S::reload>("reload", true),
+        field<S, &S::callbacks>("callbacks", QStringList(), {.max_length = 600, .function = true}));
     return table;
 }
 

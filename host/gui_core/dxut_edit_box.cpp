@@ -27,6 +27,8 @@ void CDXUTEditBox::state_changed()
 {
     m_editor.set_max_length(state<EditBoxState>().max_length);
     m_editor.set_secret(state<EditBoxState>().password);
+    m_editor.set_numbers_only(state<EditBoxState>().numbers_only);
+    m_editor.set_read_only(state<EditBoxState>().read_only);
     m_editor.set_text(text());
     if (m_first > m_editor.caret()) { // a shorter text came from outside
         m_first = m_editor.boundary_near(m_editor.caret() - laid_out_units() / 2);
@@ -157,7 +159,7 @@ bool CDXUTEditBox::key_pressed(int key, Qt::KeyboardModifiers modifiers)
 bool CDXUTEditBox::text_typed(const QString& text, const QString& preedit)
 {
     const bool changed = m_editor.insert(text);
-    m_editor.set_preedit(preedit);
+    m_editor.set_preedit(m_editor.is_read_only() ? QString() : preedit);
     after_edit(changed);
     return true;
 }

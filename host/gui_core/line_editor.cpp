@@ -4,6 +4,7 @@
 
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QRegularExpression>
 #include <QTextBoundaryFinder>
 
 #include <algorithm>
@@ -46,6 +47,12 @@ namespace {
 constexpr std::size_t most_changes = 200;
 constexpr qsizetype most_kept = 1 << 20; ///< UTF-16 units that all changes hold
 constexpr int longest_word = 1024;       ///< UTF-16 units to both sides that a double-click selects
+
+bool may_become_number(const QString& text)
+{
+    static const QRegularExpression form(QStringLiteral("^[+-]?[0-9]*[.]?[0-9]*$"));
+    return form.match(text).hasMatch();
+}
 
 constexpr qsizetype usual_reach = 128; ///< UTF-16 units in which nearly every character and word ends
 
@@ -155,7 +162,9 @@ bool LineEditor::replace(int from, int to, const QString& with)
 {
     if (from > to)
         std::swap(from, to);
-    if (from == to && with.isEmpty())
+    if (m_read_only || (from == to && with.isEmpty()))
+        return false;
+    if (m_numbers_only && !with.isEmpty() && !may_become_number(QString(m_text).replace(from, to - from, with)))
         return false;
     note({from, m_text.mid(from, to - from), with, m_caret, m_anchor});
     m_text.replace(from, to - from, with);
@@ -166,7 +175,7 @@ bool LineEditor::replace(int from, int to, const QString& with)
 
 bool LineEditor::undo()
 {
-    if (m_done == 0)
+    if (m_read_only || m_done == 0)
         return false;
     const Change& change = m_changes[--m_done];
     m_text.replace(change.at, change.inserted.size(), change.removed);
@@ -178,7 +187,7 @@ bool LineEditor::undo()
 
 bool LineEditor::redo()
 {
-    if (m_done == m_changes.size())
+    if (m_read_only || m_done == m_changes.size())
         return false;
     const Change& change = m_changes[m_done++];
     m_text.replace(change.at, change.removed.size(), change.inserted);

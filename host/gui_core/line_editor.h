@@ -16,6 +16,11 @@ public:
     void set_text(const QString& text);
     /// At most so many UTF-16 units can be typed; 0 for any number.
     void set_max_length(int units) { m_max_length = units; }
+    /// Only what is, or may become, a number can be typed: digits after a sign, one decimal point.
+    void set_numbers_only(bool numbers) { m_numbers_only = numbers; }
+    /// Nothing that is typed changes the text.
+    void set_read_only(bool read_only) { m_read_only = read_only; }
+    bool is_read_only() const { return m_read_only; }
     /// A password: it is not copied, and nothing tells where its words end.
     void set_secret(bool secret) { m_secret = secret; }
 
@@ -66,6 +71,8 @@ private:
     int m_anchor = 0;
     int m_max_length = 0;
     bool m_secret = false;
+    bool m_numbers_only = false;
+    bool m_read_only = false;
     std::vector<Change> m_changes;
     std::size_t m_done = 0; ///< of these; the others were undone
     bool m_goes_on = false; ///< the caret is where the last change left it

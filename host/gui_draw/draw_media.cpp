@@ -51,19 +51,60 @@ void draw_picture_in_picture(DrawContext& context, const CDXUTPictureInPicture& 
                              QRectF(area.center() - QPointF(side / 2, side / 2), QSizeF(side, side)));
 }
 
+namespace {
+
+QRectF square_about(QPointF middle, double side)
+{
+    return {middle - QPointF(side / 2, side / 2), QSizeF(side, side)};
+}
+
+void draw_zoom_button(DrawContext& context, const CDXUTMap& map, CDXUTMap::Zoom zoom, const QRectF& area)
+{
+    const VisualState look = map.button_state(zoom);
+    const QRectF button = map.button_area(zoom).translated(area.topLeft());
+    context.draw_element(Element::Button, look, button);
+    const QColor color = QColor::fromRgba(Skin::text_color(look, 0));
+    const double length = button.width() / 2;
+    const QRectF bar(button.center() - QPointF(length / 2, 1), QSizeF(length, 2));
+    context.painter.fillRect(bar, color);
+    if (zoom == CDXUTMap::Zoom::In)
+        context.painter.fillRect(QRectF(button.center() - QPointF(1, length / 2), QSizeF(2, length)), color);
+}
+
+/// The picture that is zoomed, between the base below and the surface above it, which stay.
+bool draw_map_picture(DrawContext& context, const CDXUTMap& map, const QRectF& area)
+{
+    const QString& name = drawn_state<MapState>(map).image_map;
+    const QImage picture = texture(context.core, name);
+    if (picture.isNull())
+        return false;
+    // Only the part that is seen is drawn, however large the whole would be.
+    const double scale = map.scale();
+    const QSizeF seen = QSizeF(picture.size()) / std::max(1.0, scale);
+    const QRectF part(QPointF((picture.width() - seen.width()) / 2, (picture.height() - seen.height()) / 2), seen);
+    const QSizeF size = area.size() * std::min(1.0, scale);
+    context.draw_image(QRectF(area.center() - QPointF(size.width() / 2, size.height() / 2), size), picture, part);
+    return true;
+}
+
+} // namespace
+
 void draw_map(DrawContext& context, const CDXUTMap& map, const QRectF& area)
 {
     const auto& s = drawn_state<MapState>(map);
     bool drawn = context.draw_picture(s.image_base, area);
-    drawn |= context.draw_picture(s.image_map, area);
+    drawn |= draw_map_picture(context, map, area);
     drawn |= context.draw_picture(s.image_surface, area);
-    if (drawn)
-        return;
-    context.draw_element(Element::Field, VisualState::Normal, area);
-    const double side = std::min({96.0, area.width() - 8, area.height() - 8});
-    if (side > 4)
-        context.draw_element(Element::MapPlaceholder, VisualState::Normal,
-                             QRectF(area.center() - QPointF(side / 2, side / 2), QSizeF(side, side)));
+    if (!drawn) {
+        context.draw_element(Element::Field, VisualState::Normal, area);
+        if (const double side = std::min({96.0, area.width() - 8, area.height() - 8}); side > 4)
+            context.draw_element(Element::MapPlaceholder, VisualState::Normal, square_about(area.center(), side));
+    }
+    context.painter.save();
+    context.painter.setClipRect(area, Qt::IntersectClip); // An author may put a button beside the map.
+    draw_zoom_button(context, map, CDXUTMap::Zoom::In, area);
+    draw_zoom_button(context, map, CDXUTMap::Zoom::Out, area);
+    context.painter.restore();
 }
 
 } // namespace tarn

@@ -21,6 +21,19 @@ constexpr quint32 selection_color = 0xff2f7f8f;
 constexpr quint32 caret_color = 0xffbfeef5;
 constexpr quint32 border_color = 0xff6fd3e0;
 
+quint32 chosen_or(quint32 chosen, quint32 usual)
+{
+    return chosen ? chosen : usual;
+}
+
+/// Half as opaque as the text that it stands in for.
+QColor faint(quint32 argb)
+{
+    QColor color = QColor::fromRgba(argb);
+    color.setAlpha(color.alpha() / 2);
+    return color;
+}
+
 /// The lines of an info box that are seen.
 struct LineTexts : DrawCache {
     std::deque<TextCache> texts;
@@ -68,12 +81,14 @@ void draw_edit_box(DrawContext& context, const CDXUTEditBox& edit_box, const QRe
     QPainter& painter = context.painter;
     painter.save();
     if (s.border > 0) {
-        painter.setPen(QPen(QColor::fromRgba(border_color), s.border));
+        painter.setPen(QPen(QColor::fromRgba(chosen_or(s.border_color, border_color)), s.border));
         painter.drawRect(area.adjusted(s.border / 2.0, s.border / 2.0, -s.border / 2.0, -s.border / 2.0));
     }
     const QRectF place = edit_box.text_area(area);
     painter.setClipRect(place, Qt::IntersectClip);
-    const TextLine shown(edit_box.shown_text(), font_of(s));
+    const QString text = edit_box.shown_text();
+    const bool is_empty = text.isEmpty();
+    const TextLine shown(is_empty ? s.placeholder : text, font_of(s));
     const double spare = place.width() - shown.line.naturalTextWidth();
     const double shift = focused || spare < 0 ? 0 : spare * s.horizontal_align / 2;
     const QPointF corner(place.x() + shift - edit_box.scroll(),
@@ -83,14 +98,16 @@ void draw_edit_box(DrawContext& context, const CDXUTEditBox& edit_box, const QRe
         const double from = shown.line.cursorToX(edit_box.place_in_shown(first));
         const double to = shown.line.cursorToX(edit_box.place_in_shown(last));
         painter.fillRect(QRectF(corner.x() + from, corner.y(), to - from, shown.line.height()),
-                         QColor::fromRgba(selection_color));
+                         QColor::fromRgba(chosen_or(s.selection_color, selection_color)));
     }
-    painter.setPen(QColor::fromRgba(text_color_in(edit_box, edit_box.visual_state(), s.text_color)));
+    const quint32 color = text_color_in(edit_box, edit_box.visual_state(), s.text_color);
+    painter.setPen(is_empty ? faint(color) : QColor::fromRgba(color));
     shown.layout.draw(&painter, corner);
     if (focused && context.core.live().caret_shown) {
         const double x = corner.x()
             + shown.line.cursorToX(edit_box.place_in_shown(editor.caret()) + int(editor.preedit().size()));
-        painter.fillRect(QRectF(x, corner.y() + 1, 1.5, shown.line.height() - 2), QColor::fromRgba(caret_color));
+        painter.fillRect(QRectF(x, corner.y() + 1, 1.5, shown.line.height() - 2),
+                         QColor::fromRgba(chosen_or(s.caret_color, caret_color)));
     }
     painter.restore();
 }

@@ -7,8 +7,10 @@
 #include "gui_core/control_class.h"
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
+#include "gui_core/dxut_media.h"
 #include "gui_core/dxut_menu.h"
 #include "gui_core/dxut_menu_item.h"
+#include "movie_file.h"
 #include "package_reader.h"
 #include "package_writer.h"
 #include "picture_file.h"
@@ -26,6 +28,7 @@
 #include <QSet>
 
 #include <array>
+#include <span>
 
 using tarn::CheckBoxState;
 using tarn::DialogState;
@@ -318,6 +321,7 @@ void CGuiPlugScene::RemoveDialogs(const std::vector<CDXUTDialog*>& dialogs)
         for (const CDXUTDialog* dialog : dialogs)
             controls += dialog->controls();
         const tarn::PictureRelease release(*m_core, functions(), controls);
+        const tarn::MovieRelease movies(document(), controls);
         m_core->remove_dialogs(dialogs);
     }
     m_world->broadcast(tarn::ui_scene_changed);
@@ -327,6 +331,7 @@ void CGuiPlugScene::RemoveCtrl(CDXUTControl* control)
 {
     const tarn::UserAction action(journal(), lang(u"删除控件", u"Remove Control"));
     const tarn::PictureRelease release(*m_core, functions(), std::span(&control, control ? 1 : 0));
+    const tarn::MovieRelease movies(document(), std::span(&control, control ? 1 : 0));
     m_core->remove_control(control);
 }
 
@@ -334,6 +339,7 @@ void CGuiPlugScene::RemoveCtrls(const std::vector<CDXUTControl*>& controls)
 {
     const tarn::UserAction action(journal(), lang(u"删除控件", u"Remove Control"));
     const tarn::PictureRelease release(*m_core, functions(), controls);
+    const tarn::MovieRelease movies(document(), controls);
     m_core->remove_controls(controls);
 }
 
@@ -388,6 +394,23 @@ Status CGuiPlugScene::set_buttonst_img(const std::vector<tarn::ModelObject*>& bu
 Status CGuiPlugScene::set_checkbox_img(const std::vector<tarn::ModelObject*>& boxes, int state, const QString& path)
 {
     return set_picture(boxes, box_images[std::size_t(state)], path);
+}
+
+Status CGuiPlugScene::set_Flashctrl_swf(CDXUTFlash& flash, const QString& source, bool is_local)
+{
+    const tarn::UserAction action(journal(), lang(u"设置影片", u"Set Movie"));
+    QString name = source;
+    if (is_local) {
+        const auto taken = tarn::take_movie(document(), source);
+        if (!taken)
+            return taken.status();
+        name = taken.value();
+    }
+    CDXUTFlash* const one = &flash;
+    const tarn::MovieRelease release(document(), std::span(&one, 1));
+    write(flash, key<&tarn::FlashState::source>, name);
+    write(flash, key<&tarn::FlashState::source_local>, is_local);
+    return {};
 }
 
 void CGuiPlugScene::switch_ctrl_dialog()

@@ -17,6 +17,7 @@
 
 class CAnimationScene;
 class CBaseWorld;
+class CDXUTFlash;
 class CPakFile;
 class CTexPathInfo;
 
@@ -108,6 +109,9 @@ public:
     tarn::Status set_buttonst_img(const std::vector<tarn::ModelObject*>& buttons, int state, const QString& path);
     /// Of check boxes and radio buttons; `state` 0 unchecked, 1 checked.
     tarn::Status set_checkbox_img(const std::vector<tarn::ModelObject*>& boxes, int state, const QString& path);
+    /// Gives the Flash control the movie in the file `source`, which is taken into the scene, or the one at the URL. A
+    /// movie that no control shows any more leaves the scene. On failure nothing changes.
+    tarn::Status set_Flashctrl_swf(CDXUTFlash& flash, const QString& source, bool is_local);
 
     // The texture of the world on which a dialog is drawn there. It belongs to the world, so unbinding leaves it.
     std::optional<tarn::TextureBinding> SearchTexbindByDialog(const CDXUTDialog* dialog) const;

@@ -59,5 +59,17 @@
         <source>例：目前进度&lt;percent&gt;</source>
         <translation>Example: done &lt;percent&gt;</translation>
     </message>
+    <message>
+        <source>进度图片：</source>
+        <translation>Picture:</translation>
+    </message>
+    <message>
+        <source>选择图片</source>
+        <translation>Choose a picture</translation>
+    </message>
+    <message>
+        <source>清除图片</source>
+        <translation>Remove the picture</translation>
+    </message>
 </context>
 </TS>

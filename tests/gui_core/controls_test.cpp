@@ -198,6 +198,60 @@ TEST_F(EditBoxTest, selection_clipboard_and_words_work_as_in_any_field)
     EXPECT_EQ(m_box->text(), u"line break"_s);
 }
 
+TEST_F(EditBoxTest, numbers_only_takes_what_may_become_a_number_and_read_only_nothing)
+{
+    (void)set(*m_box, "numbers_only", true);
+    type(u"-"_s);
+    type(u"12x"_s);
+    type(u"1"_s);
+    type(u".5"_s);
+    type(u"."_s);
+    type(u"-"_s);
+    EXPECT_EQ(m_box->text(), u"-1.5"_s);
+    QGuiApplication::clipboard()->setText(u"3 apples"_s);
+    keys({Qt::Key_A}, Qt::ControlModifier);
+    keys({Qt::Key_V}, Qt::ControlModifier);
+    EXPECT_EQ(m_box->text(), u"-1.5"_s) << "pasted all or nothing";
+    m_box->SetText(u"a word"_s);
+    keys({Qt::Key_End});
+    keys({Qt::Key_Backspace});
+    EXPECT_EQ(m_box->text(), u"a wor"_s) << "what is there can go";
+
+    (void)set(*m_box, "read_only", true);
+    keys({Qt::Key_Z, Qt::Key_X}, Qt::ControlModifier);
+    keys({Qt::Key_Backspace, Qt::Key_Delete});
+    type(u"1"_s, u"ni"_s);
+    EXPECT_EQ(m_box->text(), u"a wor"_s);
+    EXPECT_TRUE(m_box->editor().preedit().isEmpty());
+    keys({Qt::Key_A, Qt::Key_C}, Qt::ControlModifier);
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), u"a wor"_s);
+    m_box->SetText(u"a script's"_s);
+    EXPECT_EQ(m_box->text(), u"a script's"_s);
+}
+
+TEST_F(ControlsTest, a_map_is_zoomed_by_its_buttons_the_wheel_and_keys_while_it_runs)
+{
+    auto* map = add<CDXUTMap>(DXUT_CONTROL_MAP, {200, 100, 100, 100});
+    (void)set(*map, "default_scale", 2.0);
+    (void)set(*map, "zoom_rate", 1.5);
+    (void)set(*map, "zoom_out_x", qint64(60));
+    click(at(map, 20, 20));
+    EXPECT_DOUBLE_EQ(map->scale(), 3);
+    click(at(map, 72, 48));
+    click(at(map, 50, 80));
+    EXPECT_DOUBLE_EQ(map->scale(), 2) << "a click beside the buttons zooms nothing";
+    map->wheel_turned(2);
+    EXPECT_DOUBLE_EQ(map->scale(), 4.5);
+    m_input.key_pressed(Qt::Key_Minus, Qt::NoModifier);
+    EXPECT_DOUBLE_EQ(map->scale(), 3);
+    map->wheel_turned(1000);
+    EXPECT_DOUBLE_EQ(map->scale(), 100);
+    map->wheel_turned(-1);
+    EXPECT_LT(map->scale(), 100) << "it does not go on beyond";
+    map->reset_run_state();
+    EXPECT_DOUBLE_EQ(map->scale(), 2);
+}
+
 TEST_F(EditBoxTest, an_input_method_shows_what_it_composes_and_puts_in_what_it_commits)
 {
     type(u""_s, u"ni"_s);

@@ -5,6 +5,7 @@
 #include "gui_core/dxut_button_st.h"
 #include "gui_core/dxut_combo_box.h"
 #include "gui_core/dxut_edit_box.h"
+#include "gui_core/dxut_media.h"
 #include "gui_core/dxut_slider.h"
 #include "gui_core/gui_input.h"
 #include "gui_draw/texture_cache.h"
@@ -512,6 +513,48 @@ TEST_F(DrawingTest, a_slider_that_is_higher_than_wide_stands_with_its_end_at_the
     EXPECT_LT(changed.top(), 30);
     EXPECT_LT(changed.bottom(), 140);
     EXPECT_TRUE(slider->screen_rect().toRect().contains(changed));
+}
+
+TEST_F(DrawingTest, an_edit_box_shows_its_own_colours_and_a_placeholder_while_it_is_empty)
+{
+    auto* box = control<CDXUTEditBox>(m_core.GetRootDialog(), DXUT_CONTROL_EDITBOX, {20, 20, 300, 28});
+    m_core.EnableGui(false);
+    m_core.set_focused(box);
+    const QImage empty = picture();
+    ASSERT_TRUE(set(*box, "placeholder", u"your name"_s).ok());
+    EXPECT_FALSE(differing(empty, picture()).isNull());
+    box->SetText(u"one"_s);
+    std::vector<QImage> pictures{picture()};
+    ASSERT_TRUE(set(*box, "placeholder", u"another"_s).ok());
+    EXPECT_TRUE(differing(pictures[0], picture()).isNull()) << "there is a text";
+    ASSERT_TRUE(set(*box, "border", qint64(2)).ok());
+    box->key_pressed(Qt::Key_A, Qt::ControlModifier);
+    pictures = {picture()};
+    for (const char* color : {"text_color", "selection_color", "caret_color", "border_color"}) {
+        ASSERT_TRUE(set(*box, color, qint64(0xffff2000)).ok());
+        pictures.push_back(picture());
+    }
+    expect_all_differ(pictures);
+}
+
+TEST_F(DrawingTest, a_maps_picture_grows_between_its_base_and_its_surface)
+{
+    auto* map = control<CDXUTMap>(m_core.GetRootDialog(), DXUT_CONTROL_MAP, {100, 50, 200, 200});
+    QImage halves(40, 40, QImage::Format_ARGB32_Premultiplied);
+    halves.fill(Qt::green);
+    QPainter(&halves).fillRect(10, 10, 20, 20, Qt::red);
+    QBuffer encoded;
+    ASSERT_TRUE(encoded.open(QIODevice::WriteOnly) && halves.save(&encoded, "PNG"));
+    m_core.set_texture(u"map.png"_s, encoded.data());
+    ASSERT_TRUE(set(*map, "image_map", u"map.png"_s).ok());
+    EXPECT_EQ(picture().pixelColor(280, 230), QColor(Qt::green));
+    ASSERT_TRUE(set(*map, "default_scale", 2.0).ok());
+    EXPECT_EQ(picture().pixelColor(280, 230), QColor(Qt::red)) << "its middle fills the map";
+    ASSERT_TRUE(set(*map, "default_scale", 0.5).ok());
+    const QImage small = picture();
+    EXPECT_EQ(small.pixelColor(280, 230), QColor(background)) << "it does not fill the map";
+    EXPECT_EQ(small.pixelColor(200, 150), QColor(Qt::red));
+    EXPECT_NE(small.pixelColor(120, 70), QColor(background)) << "a button";
 }
 
 TEST_F(DrawingTest, what_is_selected_in_an_edit_box_is_marked_and_no_more)

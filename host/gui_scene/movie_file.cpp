@@ -1,0 +1,84 @@
+#include "movie_file.h"
+
+#include "core/authored.h"
+#include "core/document.h"
+#include "core/language.h"
+#include "core/model_object.h"
+#include "gui_core/control_state.h"
+#include "gui_core/dxut_media.h"
+#include "gui_core/swf_header.h"
+#include "gui_core/texture_name.h"
+#include "store/pak_rules.h"
+#include "store/plain_file.h"
+
+#include <QFileInfo>
+
+#include <utility>
+
+namespace tarn {
+
+namespace {
+
+constexpr qint64 largest_file = 64 * 1024 * 1024;
+
+Result<QByteArray> read_movie(const QString& path)
+{
+    auto content = read_plain_file(path, largest_file);
+    auto status = content.status();
+    if (content)
+        status = read_swf_header(content.value()).status();
+    if (status)
+        return content;
+    return Status::error(lang(u"无法读取影片 %1：%2", u"The movie %1 cannot be read: %2").arg(path, status.message()));
+}
+
+/// The package entry that the object shows; empty for none.
+QString movie_of(const ModelObject& object)
+{
+    if (!dynamic_cast<const CDXUTFlash*>(&object))
+        return {};
+    const auto& s = static_cast<const FlashState&>(Authored::state(object));
+    return s.source_local && !s.source.isEmpty() ? CDXUTFlash::movie_entry(s.source) : QString();
+}
+
+} // namespace
+
+Result<QString> take_movie(Document& document, const QString& path)
+{
+    const auto movie = read_movie(path);
+    if (!movie)
+        return movie.status();
+    QString wanted = QFileInfo(path).fileName();
+    if (!check_entry_name(CDXUTFlash::movie_entry(wanted)))
+        wanted = QStringLiteral("movie.swf");
+    const auto& files = document.files();
+    const auto is_free = [&](const QString& name) {
+        const auto found = files.find(CDXUTFlash::movie_entry(name));
+        return found == files.end() || *found == movie.value();
+    };
+    const QString name = is_free(wanted) ? wanted : free_picture_name(wanted, is_free);
+    document.edit_files([&](auto& held) { held.insert(CDXUTFlash::movie_entry(name), movie.value()); });
+    return name;
+}
+
+void MovieRelease::note(const ModelObject& object)
+{
+    if (const QString entry = movie_of(object); m_document.files().contains(entry))
+        m_shown.insert(entry);
+}
+
+MovieRelease::~MovieRelease()
+{
+    if (m_shown.isEmpty())
+        return;
+    for (const ModelObject* object : m_document.objects())
+        m_shown.remove(movie_of(*object));
+    if (m_shown.isEmpty())
+        return;
+    m_document.edit_files([this](auto& held) {
+        for (const QString& entry : std::as_const(m_shown))
+            held.remove(entry);
+    });
+}
+
+} // namespace tarn

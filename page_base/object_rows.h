@@ -1,0 +1,42 @@
+#pragma once
+
+#include "core/field_key.h"
+#include "dlg_sel_objs.h"
+
+#include <span>
+#include <vector>
+
+class CBoundPage;
+
+namespace tarn {
+
+class RowMark;
+
+/// An attribute that is the identifier of an object of the world, with the button that shows and chooses it and the one
+/// that clears it.
+struct SceneObjectRow {
+    int button;
+    int clear_button;
+    FieldKey field;
+    SceneObjectKind kind;
+};
+
+/// The objects of the world that the selected objects name. The buttons show those of the current object, and a mark
+/// where others have another one.
+class SceneObjectRows {
+public:
+    explicit SceneObjectRows(CBoundPage& page) : m_page(page) {}
+
+    void bind(std::span<const SceneObjectRow> rows);
+    void show() const;
+
+private:
+    void choose(const SceneObjectRow& row);
+    void put(FieldKey field, const QString& id);
+
+    CBoundPage& m_page;
+    std::vector<SceneObjectRow> m_rows;
+    std::vector<RowMark*> m_marks; ///< by row
+};
+
+} // namespace tarn
