@@ -53,6 +53,8 @@ protected:
             m_list->addItem(menu->name());
         connect(m_list, &QListWidget::currentRowChanged, this,
                 [this] { m_picture->show_menu(&m_core, chosen_menu()); });
+        connect(m_picture, &CMenuPicture::item_clicked, this,
+                [this](int item) { m_picture->show_menu(&m_core, chosen_menu(), item); });
         connect(m_list, &QListWidget::itemDoubleClicked, &m_dialog, &QDialog::accept);
         on_click(id_ok, [this] { m_dialog.accept(); });
         on_click(id_cancel, [this] { m_dialog.reject(); });

@@ -19,8 +19,36 @@ constexpr int margin = 12; ///< pixels around the lists
 constexpr int least_height = 64;
 constexpr int most_height = 260;
 constexpr double overlap = 3;           ///< pixels, as of menus that are open
+constexpr double least_seen = 40;       ///< pixels of a list beside a submenu that covers it
 constexpr QRgb backdrop = 0xff4a6470;   ///< something like a scene: a menu lies over one
 constexpr QRgb backdrop_2 = 0xff2b3d46; ///< at the bottom
+
+double submenu_top(const CDXUTMenu& menu, const tarn::MenuRow& row, double top)
+{
+    return top + row.area.top() - menu.menu_state().padding;
+}
+
+struct Extent {
+    QSizeF side_by_side;
+    double least_width = 0;
+};
+
+/// How far the list of `opener` and all that open beside it reach, when its corner is at `corner` and it is the submenu of so
+/// many others.
+Extent extent(const CDXUTMenu& menu, int opener, QPointF corner, int depth)
+{
+    const tarn::MenuList list = tarn::menu_list(menu, opener);
+    const double right = corner.x() + list.size.width();
+    Extent all{{right, corner.y() + list.size.height()}, depth * least_seen + list.size.width()};
+    for (const tarn::MenuRow& row : list.rows) {
+        if (!row.opens_submenu)
+            continue;
+        const Extent inside = extent(menu, row.item, {right - overlap, submenu_top(menu, row, corner.y())}, depth + 1);
+        all.side_by_side = all.side_by_side.expandedTo(inside.side_by_side);
+        all.least_width = std::max(all.least_width, inside.least_width);
+    }
+    return all;
+}
 
 } // namespace
 
@@ -34,6 +62,8 @@ void CMenuPicture::show_menu(const CGuiCore* core, const CDXUTMenu* menu, int it
     m_core = core;
     m_menu = menu;
     m_panels.clear();
+    m_extent = {};
+    m_least_width = 0;
     std::vector<int> openers; // of the lists, from the outermost on
     if (menu && item >= 0) {
         if (menu->opens_submenu(item))
@@ -42,16 +72,18 @@ void CMenuPicture::show_menu(const CGuiCore* core, const CDXUTMenu* menu, int it
             openers.insert(openers.begin(), opener);
     }
     if (menu && !menu->items().isEmpty()) {
+        const Extent all = extent(*menu, -1, {}, 0);
+        m_extent = all.side_by_side;
+        m_least_width = all.least_width;
         openers.insert(openers.begin(), -1);
-        QPointF corner;
+        double top = 0;
         for (std::size_t i = 0; i < openers.size(); ++i) {
-            Panel panel{tarn::menu_list(*menu, openers[i]), corner, -1};
+            Panel panel{tarn::menu_list(*menu, openers[i]), top, -1};
             const int wanted = i + 1 < openers.size() ? openers[i + 1] : item;
             for (std::size_t row = 0; row < panel.list.rows.size(); ++row)
                 if (panel.list.rows[row].item == wanted) {
                     panel.highlighted = int(row);
-                    corner += QPointF(panel.list.size.width() - overlap,
-                                      panel.list.rows[row].area.top() - menu->menu_state().padding);
+                    top = submenu_top(*menu, panel.list.rows[row], top);
                 }
             m_panels.push_back(std::move(panel));
         }
@@ -60,32 +92,38 @@ void CMenuPicture::show_menu(const CGuiCore* core, const CDXUTMenu* menu, int it
     update();
 }
 
-QRectF CMenuPicture::bounds() const
+QSizeF CMenuPicture::room() const
 {
-    QRectF all;
-    for (const Panel& panel : m_panels)
-        all |= QRectF(panel.corner, panel.list.size);
-    return all;
+    return QSizeF(size()).shrunkBy({margin, margin, margin, margin}).expandedTo({1, 1});
 }
 
 /// What is too large is shown smaller.
 double CMenuPicture::scale() const
 {
-    const QSizeF content = bounds().size();
-    const QSizeF room(std::max(1, width() - 2 * margin), std::max(1, height() - 2 * margin));
     return std::min(
-        {1.0, room.width() / std::max(1.0, content.width()), room.height() / std::max(1.0, content.height())});
+        {1.0, room().width() / std::max(1.0, m_least_width), room().height() / std::max(1.0, m_extent.height())});
 }
 
 QPointF CMenuPicture::origin() const
 {
-    const QSizeF content = bounds().size() * scale();
+    const QSizeF content = (m_extent * scale()).boundedTo(room());
     return {std::floor((width() - content.width()) / 2), std::floor((height() - content.height()) / 2)};
+}
+
+std::vector<QRectF> CMenuPicture::areas() const
+{
+    const double right = std::min(m_extent.width(), room().width() / scale());
+    std::vector<QRectF> all;
+    for (const Panel& panel : m_panels) {
+        const double beside = all.empty() ? 0 : all.back().right() - overlap;
+        all.emplace_back(QPointF(std::min(beside, right - panel.list.size.width()), panel.top), panel.list.size);
+    }
+    return all;
 }
 
 QSize CMenuPicture::sizeHint() const
 {
-    return {0, std::clamp(int(std::ceil(bounds().height())) + 2 * margin, least_height, most_height)};
+    return {0, std::clamp(int(std::ceil(m_extent.height())) + 2 * margin, least_height, most_height)};
 }
 
 void CMenuPicture::paintEvent(QPaintEvent*)
@@ -106,19 +144,21 @@ void CMenuPicture::paintEvent(QPaintEvent*)
     painter.translate(origin());
     painter.scale(scale(), scale());
     const tarn::DrawContext context{painter, m_elements, *m_core, devicePixelRatioF() * scale(), false, nullptr};
-    for (const Panel& panel : m_panels)
-        tarn::draw_menu_list(context, *m_menu, panel.list, QRectF(panel.corner, panel.list.size), 0, panel.highlighted);
+    const std::vector<QRectF> places = areas();
+    for (std::size_t i = 0; i < places.size(); ++i)
+        tarn::draw_menu_list(context, *m_menu, m_panels[i].list, places[i], 0, m_panels[i].highlighted);
 }
 
 void CMenuPicture::mousePressEvent(QMouseEvent* event)
 {
     const QPointF place = (event->position() - origin()) / scale();
-    for (auto panel = m_panels.rbegin(); panel != m_panels.rend(); ++panel) {
-        if (!QRectF(panel->corner, panel->list.size).contains(place))
+    const std::vector<QRectF> places = areas();
+    for (std::size_t i = places.size(); i-- > 0;) {
+        if (!places[i].contains(place))
             continue;
-        const int row = panel->list.row_at(place - panel->corner);
-        if (row >= 0)
-            Q_EMIT item_clicked(panel->list.rows[std::size_t(row)].item);
+        const tarn::MenuList& list = m_panels[i].list;
+        if (const int row = list.row_at(place - places[i].topLeft()); row >= 0)
+            Q_EMIT item_clicked(list.rows[std::size_t(row)].item);
         return;
     }
 }

@@ -10,7 +10,9 @@
 class CGuiCore;
 class CDXUTMenu;
 
-/// A live picture of a menu as it will be seen: its outermost list, and beside it those on the way to one item.
+/// A live picture of a menu as it will be seen: its outermost list, and beside it those on the way to one item. It keeps
+/// room for all submenus, so that nothing moves or grows under the mouse when one is opened; in a narrow picture they cover
+/// a part of the list before them.
 class CMenuPicture : public QWidget {
     Q_OBJECT
 
@@ -34,15 +36,20 @@ protected:
 private:
     struct Panel {
         tarn::MenuList list;
-        QPointF corner; ///< in pixels of the interface
+        double top; ///< in pixels of the interface
         int highlighted;
     };
-    QRectF bounds() const;
+    QSizeF room() const;
     double scale() const;
     QPointF origin() const;
+    /// Where each list is, pixels of the interface.
+    std::vector<QRectF> areas() const;
 
     tarn::ElementCache m_elements;
     const CGuiCore* m_core = nullptr;
     const CDXUTMenu* m_menu = nullptr;
     std::vector<Panel> m_panels;
+    // Of all lists, wherever they are opened; pixels of the interface.
+    QSizeF m_extent;          ///< with all of them side by side
+    double m_least_width = 0; ///< with each covering what is before it but for a margin
 };

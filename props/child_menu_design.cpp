@@ -1,10 +1,10 @@
 #include "child_menu_design.h"
 
+#include "color_rows.h"
 #include "core/language.h"
 #include "gui_core/dxut_menu.h"
 #include "gui_core/dxut_menu_item.h"
 #include "gui_core/interface_font.h"
-#include "gui_draw/skin.h"
 #include "gui_scene/gui_plug_scene.h"
 #include "page_base/menu_picture.h"
 #include "page_base/value_part.h"
@@ -40,24 +40,12 @@ constexpr FieldRow pixels_row(int control, FieldKey field)
     return row;
 }
 
-/// The colour that is all zeros means that none is chosen; what is as transparent can stand for it.
-Value chosen_color(const ModelObject&, const Value& picked, Part)
-{
-    return tarn::number_of(picked) != 0 ? picked : Value(qint64(0x00ffffff));
-}
-
-template <VisualState state>
-Value seen_text_color(const ModelObject&, const Value& chosen, Part)
-{
-    return tarn::number_of(chosen) != 0 ? chosen : Value(qint64(tarn::Skin::text_color(state, 0)));
-}
-
 template <VisualState state>
 constexpr FieldRow text_color_row(int control, const char* name)
 {
     FieldRow row = design_row(control, key<&MenuState::style_text_colors>);
     row.part = tarn::entry(name);
-    row.conversion = {.shown = seen_text_color<state>, .stored = chosen_color};
+    row.conversion = {.shown = tarn::seen_text_color<state>, .stored = tarn::chosen_color};
     row.blank_color = 0xffffffff;
     return row;
 }
@@ -66,7 +54,7 @@ constexpr FieldRow tint_row(int control, const char* look)
 {
     FieldRow row = design_row(control, key<&MenuState::style_colors>);
     row.part = tarn::entry(look);
-    row.conversion = {.stored = chosen_color};
+    row.conversion = {.stored = tarn::chosen_color};
     row.blank_color = 0xffffffff;
     return row;
 }

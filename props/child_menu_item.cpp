@@ -128,6 +128,9 @@ void CChildMenuItem::OnInitDialog()
     connect(m_tree, &CMenuTree::move_pressed, this, [this](CMenuTree::Move pressed) {
         run_action([this, pressed] { move(moves[std::size_t(pressed)].move); }, lang(u"移动菜单项", u"Move Menu Item"));
     });
+    connect(m_tree, &CMenuTree::item_dropped, this, [this](int index, tarn::MenuSpot spot) {
+        run_action([&] { drop(index, spot); }, lang(u"移动菜单项", u"Move Menu Item"));
+    });
     connect(m_picture, &CMenuPicture::item_clicked, this, [this](int index) { choose(index); });
     update_buttons();
 }
@@ -207,6 +210,16 @@ void CChildMenuItem::move(MenuMove move)
 {
     if (CDXUTMenuItem* moved = item()) {
         tarn::move_menu_item(*moved, move);
+        refresh();
+        tell_changed();
+    }
+}
+
+void CChildMenuItem::drop(int index, tarn::MenuSpot spot)
+{
+    CDXUTMenu* const shown = menu();
+    if (CDXUTMenuItem* moved = shown ? shown->items().value(index) : nullptr) {
+        tarn::move_menu_item(*moved, spot);
         refresh();
         tell_changed();
     }

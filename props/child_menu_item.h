@@ -28,6 +28,7 @@ private:
     void add(tarn::MenuPlace place, bool separator);
     void remove();
     void move(tarn::MenuMove move);
+    void drop(int index, tarn::MenuSpot spot);
     void rename(int index, const QString& text);
     void open_function();
     void update_buttons();

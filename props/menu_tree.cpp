@@ -4,6 +4,7 @@
 #include "gui_core/dxut_menu.h"
 #include "gui_core/dxut_menu_item.h"
 
+#include <QDropEvent>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -29,6 +30,7 @@ CMenuTree::CMenuTree(QWidget* parent) : QTreeWidget(parent)
     header()->setSectionResizeMode(1, QHeaderView::ResizeToContents);
     setUniformRowHeights(true);
     setEditTriggers(DoubleClicked | EditKeyPressed);
+    setDragDropMode(InternalMove);
     connect(this, &QTreeWidget::currentItemChanged, this,
             [this](QTreeWidgetItem* row) { Q_EMIT item_chosen(int(m_rows.indexOf(row))); });
     connect(this, &QTreeWidget::itemChanged, this, [this](QTreeWidgetItem* row, int column) {
@@ -72,8 +74,8 @@ void CMenuTree::show_menu(const CDXUTMenu* menu, int chosen)
         QTreeWidgetItem& row = *m_rows[index];
         row.setText(0, shown_text(item));
         row.setText(1, item.separator ? QString() : item.shortcut);
-        row.setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable
-                     | (item.separator ? Qt::NoItemFlags : Qt::ItemIsEditable));
+        row.setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsDragEnabled
+                     | (item.separator ? Qt::NoItemFlags : Qt::ItemIsEditable | Qt::ItemIsDropEnabled));
         const QPalette::ColorGroup group = item.enabled || item.separator ? QPalette::Normal : QPalette::Disabled;
         for (int column = 0; column < 2; ++column)
             row.setForeground(column, palette().brush(group, QPalette::Text));
@@ -124,4 +126,45 @@ void CMenuTree::mousePressEvent(QMouseEvent* event)
         setCurrentItem(nullptr);
         clearSelection();
     }
+}
+
+int CMenuTree::end_of(int item) const
+{
+    int end = item + 1;
+    while (end < m_levels.size() && m_levels[end] > m_levels[item])
+        ++end;
+    return end;
+}
+
+std::optional<tarn::MenuSpot> CMenuTree::spot_at(QPoint place) const
+{
+    const int dragged = int(m_rows.indexOf(currentItem()));
+    const int row = int(m_rows.indexOf(itemAt(place)));
+    tarn::MenuSpot spot{int(m_rows.size()), 0};
+    if (row >= 0 && dropIndicatorPosition() == AboveItem)
+        spot = {row, m_levels[row]};
+    else if (row >= 0)
+        spot = {end_of(row), m_levels[row] + (dropIndicatorPosition() == OnItem ? 1 : 0)};
+    const bool within_itself = row >= dragged && row < end_of(dragged);
+    return dragged < 0 || within_itself ? std::nullopt : std::optional(spot);
+}
+
+void CMenuTree::dragMoveEvent(QDragMoveEvent* event)
+{
+    QTreeWidget::dragMoveEvent(event);
+    if (event->isAccepted() && !spot_at(event->position().toPoint()))
+        event->ignore();
+}
+
+/// The rows follow the menu, so they are not moved here.
+void CMenuTree::dropEvent(QDropEvent* event)
+{
+    const auto spot = event->source() == this ? spot_at(event->position().toPoint()) : std::nullopt;
+    event->setDropAction(Qt::CopyAction); // After a move the view would remove the rows that were dragged.
+    event->setAccepted(spot.has_value());
+    stopAutoScroll();
+    setState(NoState);
+    viewport()->update();
+    if (spot)
+        Q_EMIT item_dropped(int(m_rows.indexOf(currentItem())), *spot);
 }

@@ -1,10 +1,12 @@
 #pragma once
 
+#include "gui_core/menu_outline.h"
+
 #include <QTreeWidget>
 
-class CDXUTMenu;
+#include <optional>
 
-/// The items of a menu as a tree in which their texts can be changed.
+/// The items of a menu as a tree in which their texts can be changed, and their places by dragging.
 class CMenuTree : public QTreeWidget {
     Q_OBJECT
 
@@ -28,13 +30,19 @@ Q_SIGNALS:
     void text_changed(int item, const QString& text);
     void delete_pressed();
     void move_pressed(CMenuTree::Move move);
+    void item_dropped(int item, tarn::MenuSpot spot);
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
+    void dragMoveEvent(QDragMoveEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
 
 private:
     void rebuild(const CDXUTMenu& menu);
+    int end_of(int item) const;
+    /// Where the current item would come to stand; nothing within itself.
+    std::optional<tarn::MenuSpot> spot_at(QPoint place) const;
 
     QList<QTreeWidgetItem*> m_rows; ///< by the items' places in the menu
     QList<int> m_levels;            ///< for which the tree was built

@@ -1,5 +1,6 @@
 #include "type_pages.h"
 
+#include "color_rows.h"
 #include "core/field.h"
 #include "core/language.h"
 #include "dlg_prop_flash.h"
@@ -24,6 +25,7 @@ using tarn::Scope;
 using tarn::ScriptRow;
 using tarn::SelectedControls;
 using tarn::type_row;
+using tarn::Value;
 
 namespace {
 
@@ -225,9 +227,12 @@ constexpr FieldRow text_row(int control, tarn::FieldKey field)
     return row;
 }
 
-constexpr FieldRow color_row(int control, tarn::FieldKey field)
+using Seen = Value (*)(const ModelObject&, const Value&, tarn::Part);
+
+constexpr FieldRow color_row(int control, tarn::FieldKey field, Seen seen)
 {
     FieldRow row = type_row(control, field);
+    row.conversion = {.shown = seen, .stored = tarn::chosen_color};
     row.blank_color = 0xffffffff;
     return row;
 }
@@ -241,10 +246,10 @@ constexpr FieldRow edit_rows[] = {
     type_row(6885, key<&EditBox::password>),
     type_row(6886, key<&EditBox::numbers_only>),
     type_row(6887, key<&EditBox::read_only>),
-    color_row(6889, key<&Static::text_color>),
-    color_row(6890, key<&EditBox::selection_color>),
-    color_row(6891, key<&EditBox::caret_color>),
-    color_row(6892, key<&EditBox::border_color>),
+    color_row(6889, key<&Static::text_color>, tarn::seen_text_color<tarn::VisualState::Normal>),
+    color_row(6890, key<&EditBox::selection_color>, tarn::seen_color<tarn::Skin::selection_color>),
+    color_row(6891, key<&EditBox::caret_color>, tarn::seen_color<tarn::Skin::caret_color>),
+    color_row(6892, key<&EditBox::border_color>, tarn::seen_color<tarn::Skin::border_color>),
 };
 constexpr auto edit_scripts = tarn::script_rows({EVENT_EDITBOX_ENTER});
 

@@ -4,7 +4,10 @@
 
 #include <algorithm>
 
-CWndGroup::CWndGroup(QWidget* parent) : QStackedWidget(parent) {}
+CWndGroup::CWndGroup(QWidget* parent) : QStackedWidget(parent)
+{
+    connect(this, &QStackedWidget::currentChanged, this, &CWndGroup::follow_current);
+}
 
 void CWndGroup::add_wnd(QWidget* window, int id)
 {
@@ -12,6 +15,16 @@ void CWndGroup::add_wnd(QWidget* window, int id)
         return;
     addWidget(window);
     m_ids.push_back(id);
+    follow_current();
+}
+
+void CWndGroup::follow_current()
+{
+    for (int i = 0; i < count(); ++i) {
+        QSizePolicy policy = widget(i)->sizePolicy();
+        policy.setVerticalPolicy(i == currentIndex() ? QSizePolicy::Preferred : QSizePolicy::Ignored);
+        widget(i)->setSizePolicy(policy);
+    }
 }
 
 void CWndGroup::show_wnd_by_id(int id)

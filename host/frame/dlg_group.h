@@ -7,8 +7,8 @@
 class CBaseWorld;
 class CChildDlg;
 
-/// Windows that share one place; one is shown. They are known by an identifier or by their index, in the order in which
-/// they were added.
+/// Windows that share one place; one is shown, and the place is as high as that needs. They are known by an identifier or
+/// by their index, in the order in which they were added.
 class CWndGroup : public QStackedWidget {
     Q_OBJECT
 
@@ -27,6 +27,8 @@ public:
     virtual void destroy_all();
 
 private:
+    void follow_current();
+
     std::vector<int> m_ids;
 };
 

@@ -181,7 +181,13 @@ CDXUTMenu* CGuiCore::create_menu(const QString& name)
         return nullptr;
     auto* fresh = new tarn::MenuState;
     fresh->id = id;
-    fresh->name = name.isEmpty() ? QStringLiteral("Menu%1").arg(id) : name;
+    fresh->name = name;
+    if (name.isEmpty()) {
+        tarn::FreeNames names;
+        for (const CDXUTMenu* menu : GetMenus())
+            names.add(menu->name());
+        fresh->name = names.find(QStringLiteral("Menu"));
+    }
     const auto made = document().create(menu_kind(), tarn::StatePtr(fresh));
     document().attach(*made, *this, core_state().menus.size());
     auto* menu = static_cast<CDXUTMenu*>(made.get());

@@ -28,10 +28,11 @@ int sibling_above(const CDXUTMenu& menu, int index)
     return own == rows.begin() ? -1 : *(own - 1);
 }
 
-bool has_room_below(const CDXUTMenu& menu, int first, int end)
+bool has_room(const CDXUTMenu& menu, const BlockMove& move)
 {
     const auto& levels = menu.levels();
-    return *std::max_element(levels.begin() + first, levels.begin() + end) < MenuItemState::deepest_level;
+    return *std::max_element(levels.begin() + move.first, levels.begin() + move.end) + move.deeper
+        <= MenuItemState::deepest_level;
 }
 
 std::optional<BlockMove> planned(const CDXUTMenuItem& item, MenuMove move)
@@ -54,16 +55,51 @@ std::optional<BlockMove> planned(const CDXUTMenuItem& item, MenuMove move)
             return {};
         return BlockMove{first, end, menu->end_of(end), 0};
     }
-    case MenuMove::In:
-        if (above < 0 || menu->items()[above]->item_state().separator || !has_room_below(*menu, first, end))
+    case MenuMove::In: {
+        const BlockMove in{first, end, first, 1};
+        if (above < 0 || menu->items()[above]->item_state().separator || !has_room(*menu, in))
             return {};
-        return BlockMove{first, end, first, 1};
+        return in;
+    }
     case MenuMove::Out:
         if (opener < 0)
             return {};
         return BlockMove{first, end, menu->end_of(opener), -1};
     }
     return {};
+}
+
+std::optional<BlockMove> planned(const CDXUTMenuItem& item, MenuSpot spot)
+{
+    const CDXUTMenu* menu = item.menu();
+    if (!menu)
+        return {};
+    const int first = menu->index_of(&item);
+    const int end = menu->end_of(first);
+    const BlockMove plan{first, end, spot.line, spot.level - menu->levels()[std::size_t(first)]};
+    const bool within_itself = spot.line > first && spot.line < end;
+    if (within_itself || spot.line < 0 || spot.line > int(menu->items().size()) || !has_room(*menu, plan))
+        return {};
+    return plan;
+}
+
+void carry_out(CDXUTMenu& menu, const ObjectKind& kind, const BlockMove& plan)
+{
+    QList<CDXUTMenuItem*> order = menu.items();
+    const std::vector<int> levels = menu.levels();
+    for (int line = 0; line < int(order.size()); ++line) {
+        const bool is_moved = line >= plan.first && line < plan.end;
+        order[line]->set_level(levels[std::size_t(line)] + (is_moved ? plan.deeper : 0));
+    }
+    if (plan.target > plan.end)
+        std::rotate(order.begin() + plan.first, order.begin() + plan.end, order.begin() + plan.target);
+    else if (plan.target < plan.first)
+        std::rotate(order.begin() + plan.target, order.begin() + plan.first, order.begin() + plan.end);
+    IdList ids;
+    for (const CDXUTMenuItem* line : order)
+        ids.append(ObjectRef{line->id()});
+    if (ids != menu.menu_state().items)
+        menu.document().reorder(menu, kind, ids);
 }
 
 } // namespace
@@ -87,25 +123,14 @@ bool can_move(const CDXUTMenuItem& item, MenuMove move)
 
 void move_menu_item(CDXUTMenuItem& item, MenuMove move)
 {
-    const auto plan = planned(item, move);
-    if (!plan)
-        return;
-    CDXUTMenu& menu = *item.menu();
-    QList<CDXUTMenuItem*> order = menu.items();
-    const std::vector<int> levels = menu.levels();
-    for (int line = 0; line < int(order.size()); ++line) {
-        const bool is_moved = line >= plan->first && line < plan->end;
-        order[line]->set_level(levels[std::size_t(line)] + (is_moved ? plan->deeper : 0));
-    }
-    if (plan->target > plan->end)
-        std::rotate(order.begin() + plan->first, order.begin() + plan->end, order.begin() + plan->target);
-    else if (plan->target < plan->first)
-        std::rotate(order.begin() + plan->target, order.begin() + plan->first, order.begin() + plan->end);
-    IdList ids;
-    for (const CDXUTMenuItem* line : order)
-        ids.append(ObjectRef{line->id()});
-    if (ids != menu.menu_state().items)
-        menu.document().reorder(menu, *item.kind(), ids);
+    if (const auto plan = planned(item, move))
+        carry_out(*item.menu(), *item.kind(), *plan);
+}
+
+void move_menu_item(CDXUTMenuItem& item, MenuSpot spot)
+{
+    if (const auto plan = planned(item, spot))
+        carry_out(*item.menu(), *item.kind(), *plan);
 }
 
 } // namespace tarn

@@ -30,4 +30,13 @@ bool can_move(const CDXUTMenuItem& item, MenuMove move);
 /// Does nothing where it cannot be moved so.
 void move_menu_item(CDXUTMenuItem& item, MenuMove move);
 
+/// Where a dragged item comes to stand.
+struct MenuSpot {
+    int line;  ///< before this one of the menu's lines as they stand; one behind the last for the end
+    int level; ///< of the item
+};
+
+/// Does nothing within the item itself, and where its submenu would be too deep.
+void move_menu_item(CDXUTMenuItem& item, MenuSpot spot);
+
 } // namespace tarn

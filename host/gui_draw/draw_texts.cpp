@@ -17,10 +17,6 @@ namespace tarn {
 
 namespace {
 
-constexpr quint32 selection_color = 0xff2f7f8f;
-constexpr quint32 caret_color = 0xffbfeef5;
-constexpr quint32 border_color = 0xff6fd3e0;
-
 quint32 chosen_or(quint32 chosen, quint32 usual)
 {
     return chosen ? chosen : usual;
@@ -81,7 +77,7 @@ void draw_edit_box(DrawContext& context, const CDXUTEditBox& edit_box, const QRe
     QPainter& painter = context.painter;
     painter.save();
     if (s.border > 0) {
-        painter.setPen(QPen(QColor::fromRgba(chosen_or(s.border_color, border_color)), s.border));
+        painter.setPen(QPen(QColor::fromRgba(chosen_or(s.border_color, Skin::border_color)), s.border));
         painter.drawRect(area.adjusted(s.border / 2.0, s.border / 2.0, -s.border / 2.0, -s.border / 2.0));
     }
     const QRectF place = edit_box.text_area(area);
@@ -98,7 +94,7 @@ void draw_edit_box(DrawContext& context, const CDXUTEditBox& edit_box, const QRe
         const double from = shown.line.cursorToX(edit_box.place_in_shown(first));
         const double to = shown.line.cursorToX(edit_box.place_in_shown(last));
         painter.fillRect(QRectF(corner.x() + from, corner.y(), to - from, shown.line.height()),
-                         QColor::fromRgba(chosen_or(s.selection_color, selection_color)));
+                         QColor::fromRgba(chosen_or(s.selection_color, Skin::selection_color)));
     }
     const quint32 color = text_color_in(edit_box, edit_box.visual_state(), s.text_color);
     painter.setPen(is_empty ? faint(color) : QColor::fromRgba(color));
@@ -107,7 +103,7 @@ void draw_edit_box(DrawContext& context, const CDXUTEditBox& edit_box, const QRe
         const double x = corner.x()
             + shown.line.cursorToX(edit_box.place_in_shown(editor.caret()) + int(editor.preedit().size()));
         painter.fillRect(QRectF(x, corner.y() + 1, 1.5, shown.line.height() - 2),
-                         QColor::fromRgba(chosen_or(s.caret_color, caret_color)));
+                         QColor::fromRgba(chosen_or(s.caret_color, Skin::caret_color)));
     }
     painter.restore();
 }

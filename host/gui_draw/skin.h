@@ -34,6 +34,11 @@ public:
     /// The colour of a text in this state, ARGB; `text_color` is the author's choice, 0 for none.
     static quint32 text_color(VisualState state, quint32 text_color);
 
+    // Of an edit box whose author chose none, ARGB.
+    static constexpr quint32 selection_color = 0xff2f7f8f;
+    static constexpr quint32 caret_color = 0xffbfeef5;
+    static constexpr quint32 border_color = 0xff6fd3e0;
+
 private:
     QImage m_atlas;
     double m_pixels_per_unit;

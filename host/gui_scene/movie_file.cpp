@@ -32,16 +32,18 @@ Result<QByteArray> read_movie(const QString& path)
     return Status::error(lang(u"无法读取影片 %1：%2", u"The movie %1 cannot be read: %2").arg(path, status.message()));
 }
 
-/// The package entry that the object shows; empty for none.
-QString movie_of(const ModelObject& object)
+} // namespace
+
+QString movie_entry_of(const ObjectState& state)
 {
-    if (!dynamic_cast<const CDXUTFlash*>(&object))
-        return {};
-    const auto& s = static_cast<const FlashState&>(Authored::state(object));
-    return s.source_local && !s.source.isEmpty() ? CDXUTFlash::movie_entry(s.source) : QString();
+    const auto* s = dynamic_cast<const FlashState*>(&state);
+    return s && s->source_local && !s->source.isEmpty() ? CDXUTFlash::movie_entry(s->source) : QString();
 }
 
-} // namespace
+void set_movie_entry(ObjectState& state, const QString& entry)
+{
+    static_cast<FlashState&>(state).source = entry.mid(CDXUTFlash::movie_entry({}).size());
+}
 
 Result<QString> take_movie(Document& document, const QString& path)
 {
@@ -63,7 +65,7 @@ Result<QString> take_movie(Document& document, const QString& path)
 
 void MovieRelease::note(const ModelObject& object)
 {
-    if (const QString entry = movie_of(object); m_document.files().contains(entry))
+    if (const QString entry = movie_entry_of(Authored::state(object)); m_document.files().contains(entry))
         m_shown.insert(entry);
 }
 
@@ -72,7 +74,7 @@ MovieRelease::~MovieRelease()
     if (m_shown.isEmpty())
         return;
     for (const ModelObject* object : m_document.objects())
-        m_shown.remove(movie_of(*object));
+        m_shown.remove(movie_entry_of(Authored::state(*object)));
     if (m_shown.isEmpty())
         return;
     m_document.edit_files([this](auto& held) {

@@ -9,6 +9,12 @@ namespace tarn {
 
 class Document;
 class ModelObject;
+struct ObjectState;
+
+/// The package entry of the local movie that `state` names; empty for none.
+QString movie_entry_of(const ObjectState& state);
+/// Lets it name that of another entry.
+void set_movie_entry(ObjectState& state, const QString& entry);
 
 /// Takes the Flash movie in the file `path` into the scene and answers its name there: that of the file, or another one
 /// where that is taken. A movie that the scene has already is shared.

@@ -5,7 +5,6 @@
 #include "event_manager.h"
 #include "gui_core/dxut_dialog.h"
 #include "gui_core/dxut_menu.h"
-#include "gui_core/dxut_menu_item.h"
 #include "gui_core/gui_core.h"
 #include "gui_core/gui_event.h"
 #include "save_opt.h"
@@ -108,12 +107,16 @@ QSet<QString> called_functions(const SceneSnapshot& scene, const CGuiCore& core,
     return names;
 }
 
-/// The functions that attributes of the items of menus name.
-QSet<QString> functions_of_menus(const SceneSnapshot& scene, const CGuiCore& core)
+/// The functions that attributes of controls and of the items of menus name.
+QSet<QString> functions_named(const SceneSnapshot& scene, const CGuiCore& core)
 {
     QSet<QString> names;
-    for (const StatePtr& item : scene.objects[core.document().kind("menu_items")->place])
-        names.insert(SceneSnapshot::as<MenuItemState>(item).function);
+    for (const char* kind : {"controls", "menu_items"})
+        for (const StatePtr& state : scene.objects[core.document().kind(kind)->place])
+            for (const FieldBase* field : state->fields().link_fields())
+                if (field->rules().function)
+                    for (const QString& name : field->names(*state))
+                        names.insert(name);
     return names;
 }
 
@@ -142,7 +145,7 @@ void keep_selected(SceneSnapshot& scene, const CGuiCore& core)
     keep_animation_of(scene, core, kept);
     const auto is_kept = [&](quint32 id) { return kept.contains(id); };
     const QSet<QString> left_out = called_functions(scene, core, std::not_fn(is_kept))
-        - called_functions(scene, core, is_kept) - functions_of_menus(scene, core);
+        - called_functions(scene, core, is_kept) - functions_named(scene, core);
     std::erase_if(scene.objects[core.document().kind("events")->place],
                   [&](const StatePtr& event) { return !is_kept(SceneSnapshot::as<EventState>(event).control.id); });
     std::erase_if(scene.objects[core.document().kind("functions")->place], [&](const StatePtr& function) {

@@ -3,6 +3,7 @@
 #include "core/model_object.h"
 #include "gui_core/gui_core.h"
 #include "gui_core/texture_name.h"
+#include "movie_file.h"
 
 namespace tarn {
 
@@ -50,6 +51,8 @@ void follow_renamed(ObjectState& state, const QHash<QString, QString>& renamed)
     for (const FieldBase* field : state.fields().link_fields())
         if (field->rules().picture)
             field->rename(state, new_name);
+    if (const auto movie = renamed.find(movie_entry_of(state)); movie != renamed.end())
+        set_movie_entry(state, *movie);
 }
 
 void follow_renamed(SceneSnapshot& scene, const QHash<QString, QString>& renamed)
@@ -74,10 +77,12 @@ void each_picture(const SceneSnapshot& scene, const std::function<void(const QSt
             each_picture(*state, visit);
 }
 
-std::vector<QString> picture_entries(const ObjectState& state)
+std::vector<QString> file_entries(const ObjectState& state)
 {
     std::vector<QString> entries;
     each_picture(state, [&](const QString& name) { entries.push_back(texture_entry(name)); });
+    if (const QString movie = movie_entry_of(state); !movie.isEmpty())
+        entries.push_back(movie);
     return entries;
 }
 

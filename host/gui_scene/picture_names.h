@@ -20,7 +20,7 @@ struct SceneSnapshot;
 QMap<QString, QByteArray> new_files(const QMap<QString, QByteArray>& theirs, const CGuiCore& core,
                                     QHash<QString, QString>& renamed);
 
-/// Lets the pictures that what was read shows follow their entries' new names.
+/// Lets the pictures and movies that what was read shows follow their entries' new names.
 void follow_renamed(SceneSnapshot& scene, const QHash<QString, QString>& renamed);
 void follow_renamed(ObjectState& state, const QHash<QString, QString>& renamed);
 
@@ -28,7 +28,7 @@ void follow_renamed(ObjectState& state, const QHash<QString, QString>& renamed);
 void each_picture(const ObjectState& state, const std::function<void(const QString&)>& visit);
 void each_picture(const SceneSnapshot& scene, const std::function<void(const QString&)>& visit);
 
-/// Their entries.
-std::vector<QString> picture_entries(const ObjectState& state);
+/// The entries of the pictures that `state` names, and of its movie.
+std::vector<QString> file_entries(const ObjectState& state);
 
 } // namespace tarn

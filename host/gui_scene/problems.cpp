@@ -12,6 +12,7 @@
 #include "gui_core/gui_event.h"
 #include "gui_core/texture_name.h"
 #include "gui_plug_scene.h"
+#include "movie_file.h"
 #include "picture_names.h"
 #include "script/script_runtime.h"
 
@@ -65,11 +66,23 @@ void find_broken_menus(CGuiPlugScene& scene, ModelObject& object, const QString&
                                 lang(u"绑定的菜单（%1）不存在。", u"The menu that is bound (%1) does not exist.")
                                     .arg(QLatin1String(field->name()))});
     }
-    const auto* item = dynamic_cast<const MenuItemState*>(&state);
-    if (item && !item->function.isEmpty() && !scene.functions().find_function(item->function))
-        problems.push_back({&object, name,
-                            lang(u"菜单项的函数 %1 不存在。", u"The item calls the function %1, which does not exist.")
-                                .arg(item->function)});
+}
+
+/// Those that attributes of menu items and controls name; events and script keys are told with more about them.
+void find_missing_functions(CGuiPlugScene& scene, ModelObject& object, const QString& name, Problems& problems)
+{
+    const bool is_item = dynamic_cast<const CDXUTMenuItem*>(&object);
+    if (!is_item && !dynamic_cast<const CDXUTControl*>(&object))
+        return;
+    const QString text = is_item
+        ? lang(u"菜单项的函数 %1 不存在。", u"The item calls the function %1, which does not exist.")
+        : lang(u"回调函数 %1 不存在。", u"The callback function %1 does not exist.");
+    const ObjectState& state = Authored::state(object);
+    for (const FieldBase* field : object.fields().link_fields())
+        if (field->rules().function)
+            for (const QString& function : field->names(state))
+                if (!function.isEmpty() && !scene.functions().find_function(function))
+                    problems.push_back({&object, name, text.arg(function)});
 }
 
 void find_broken_animation(CGuiPlugScene& scene, Problems& problems)
@@ -91,21 +104,23 @@ void find_broken_animation(CGuiPlugScene& scene, Problems& problems)
     }
 }
 
-void find_missing_pictures(ModelObject& object, const QString& name, const DocumentState& document, Problems& problems)
+void find_missing_files(ModelObject& object, const QString& name, const DocumentState& document, Problems& problems)
 {
-    each_picture(Authored::state(object), [&](const QString& picture) {
-        const QString entry = texture_entry(picture);
+    const auto look_for = [&](const QString& entry, const QString& damaged, const QString& missing) {
         if (document.files.contains(entry))
             return;
-        if (document.damaged.contains(entry))
-            problems.push_back(
-                {&object, name,
-                 lang(u"图片 %1 已损坏，无法显示。", u"The picture %1 is damaged and not shown.").arg(picture)});
-        else
-            problems.push_back(
-                {&object, name,
-                 lang(u"图片 %1 不在文件包中。", u"The picture %1 is not in the package.").arg(picture)});
+        const QString& text = document.damaged.contains(entry) ? damaged : missing;
+        problems.push_back({&object, name, text.arg(entry.section(QLatin1Char('/'), 1))});
+    };
+    const ObjectState& state = Authored::state(object);
+    each_picture(state, [&](const QString& picture) {
+        look_for(texture_entry(picture),
+                 lang(u"图片 %1 已损坏，无法显示。", u"The picture %1 is damaged and not shown."),
+                 lang(u"图片 %1 不在文件包中。", u"The picture %1 is not in the package."));
     });
+    if (const QString movie = movie_entry_of(state); !movie.isEmpty())
+        look_for(movie, lang(u"影片 %1 已损坏，无法播放。", u"The movie %1 is damaged and cannot be played."),
+                 lang(u"影片 %1 不在文件包中。", u"The movie %1 is not in the package."));
 }
 
 /// Scripts find objects by name, and of several with one name only the first. One row for a name, at the second of them.
@@ -210,8 +225,9 @@ Problems ProblemFinder::find(CGuiPlugScene& scene)
     const DocumentState& document = core.document().state();
     for (ModelObject* object : core.document().objects()) {
         const QString name = name_of(*object);
-        find_missing_pictures(*object, name, document, problems);
+        find_missing_files(*object, name, document, problems);
         find_broken_menus(scene, *object, name, problems);
+        find_missing_functions(scene, *object, name, problems);
     }
     find_shared_names(core.GetDialogs(),
                       lang(u"%1 个窗口同名，脚本只能按名称找到最下层的一个。",

@@ -11,6 +11,7 @@
 #include "gui_core/control_class.h"
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
+#include "gui_core/dxut_media.h"
 #include "gui_core/dxut_menu.h"
 #include "gui_core/texture_name.h"
 #include "gui_scene/gui_plug_scene.h"
@@ -39,27 +40,27 @@ constexpr double paste_step = 10; ///< pixels from a control to its copy in the 
 /// What a clipboard's text holds, not part of the scene.
 struct Content {
     std::vector<StatePtr> controls;
-    QMap<QString, QByteArray> dialogs;  ///< the texts of a scene that holds them, by entry of a package
-    QMap<QString, QByteArray> pictures; ///< by entry of a package
-    QHash<quint32, QString> menus;      ///< names of those that the controls open, by their ids
+    QMap<QString, QByteArray> dialogs; ///< the texts of a scene that holds them, by entry of a package
+    QMap<QString, QByteArray> files;   ///< pictures and movies, by entry of a package
+    QHash<quint32, QString> menus;     ///< names of those that the controls open, by their ids
 };
 
-void add_pictures_of(const ModelObject& object, QMap<QString, QByteArray>& used)
+void add_files_of(const ModelObject& object, QMap<QString, QByteArray>& used)
 {
     const auto& files = object.document().files();
-    for (const QString& entry : picture_entries(Authored::state(object)))
+    for (const QString& entry : file_entries(Authored::state(object)))
         if (const auto file = files.find(entry); file != files.end())
             used.insert(entry, *file);
 }
 
-void write_pictures(JsonWriter& writer, const QMap<QString, QByteArray>& used)
+void write_files(JsonWriter& writer, const QMap<QString, QByteArray>& used)
 {
     writer.key("pictures");
     writer.begin_object();
-    for (auto picture = used.begin(); picture != used.end(); ++picture) {
+    for (auto file = used.begin(); file != used.end(); ++file) {
         writer.new_line();
-        const QByteArray quoted = '"' + picture.value().toBase64() + '"';
-        writer.raw_member(picture.key(), {quoted.constData(), std::size_t(quoted.size())});
+        const QByteArray quoted = '"' + file.value().toBase64() + '"';
+        writer.raw_member(file.key(), {quoted.constData(), std::size_t(quoted.size())});
     }
     writer.end_object();
 }
@@ -106,19 +107,20 @@ Status read_control(JsonCursor& value, Content& content)
     return status;
 }
 
-Status read_picture(const QString& entry, JsonCursor& value, Content& content)
+Status read_file(const QString& entry, JsonCursor& value, Content& content)
 {
-    if (!entry.startsWith(texture_entry({})) || !check_entry_name(entry))
-        return value.fail(lang(u"图片名 \"%1\" 无效", u"\"%1\" is no name of a picture").arg(entry));
-    if (content.pictures.contains(entry))
+    const bool may_be = entry.startsWith(texture_entry({})) || entry.startsWith(CDXUTFlash::movie_entry({}));
+    if (!may_be || !check_entry_name(entry))
+        return value.fail(lang(u"\"%1\" 不是图片或影片的名称", u"\"%1\" is no name of a picture or movie").arg(entry));
+    if (content.files.contains(entry))
         return value.fail(lang(u"\"%1\" 出现了两次", u"\"%1\" appears twice").arg(entry));
     QString text;
     if (auto status = value.read(text); !status)
         return status;
     const auto decoded = QByteArray::fromBase64Encoding(text.toLatin1(), QByteArray::AbortOnBase64DecodingErrors);
     if (!decoded)
-        return value.fail(lang(u"图片 \"%1\" 已损坏", u"the picture \"%1\" is damaged").arg(entry));
-    content.pictures.insert(entry, decoded.decoded);
+        return value.fail(lang(u"文件 \"%1\" 已损坏", u"the file \"%1\" is damaged").arg(entry));
+    content.files.insert(entry, decoded.decoded);
     return {};
 }
 
@@ -138,9 +140,8 @@ Status read_content(const QByteArray& text, Content& content)
                 return part.read_raw(content.dialogs[from_utf8(name)]);
             });
         if (key == "pictures")
-            return value.each_member([&](std::string_view name, JsonCursor& picture) {
-                return read_picture(from_utf8(name), picture, content);
-            });
+            return value.each_member(
+                [&](std::string_view name, JsonCursor& file) { return read_file(from_utf8(name), file, content); });
         if (key == "menus")
             return value.each_member([&](std::string_view id, JsonCursor& name) {
                 return name.read(content.menus[from_utf8(id).toUInt()]);
@@ -159,21 +160,23 @@ Status read_content(const QByteArray& text, Content& content)
     return {};
 }
 
-/// Pictures go into the scene under their names, or under new ones that the controls follow.
-void add_pictures(CGuiCore& core, Content& content)
+/// Pictures and movies go into the scene under their names, or under new ones that the controls follow.
+void add_files(CGuiCore& core, Content& content)
 {
     QMap<QString, QByteArray> used;
     for (const StatePtr& control : content.controls) {
-        for (const QString& entry : picture_entries(*control))
-            if (const auto picture = content.pictures.find(entry); picture != content.pictures.end())
-                used.insert(entry, *picture);
+        for (const QString& entry : file_entries(*control))
+            if (const auto file = content.files.find(entry); file != content.files.end())
+                used.insert(entry, *file);
     }
     QHash<QString, QString> renamed;
     const auto added = new_files(used, core, renamed);
     for (StatePtr& control : content.controls)
         follow_renamed(*control, renamed);
-    for (auto picture = added.begin(); picture != added.end(); ++picture)
-        core.set_texture(picture.key().mid(texture_entry({}).size()), picture.value());
+    if (added.isEmpty())
+        return;
+    core.document().edit_files([&](auto& files) { files.insert(added); });
+    core.add_damage(QRectF(QPointF(), core.screen_size())); // Others may have named a picture that was missing.
 }
 
 /// Menus stay in their scene. Controls that come to another one keep none that is not there under the same id and name.
@@ -233,10 +236,10 @@ QByteArray clipboard_text(const std::vector<CDXUTControl*>& controls)
     }
     writer.end_array();
     write_menus(writer, controls);
-    QMap<QString, QByteArray> pictures;
+    QMap<QString, QByteArray> files;
     for (const CDXUTControl* control : controls)
-        add_pictures_of(*control, pictures);
-    write_pictures(writer, pictures);
+        add_files_of(*control, files);
+    write_files(writer, files);
     writer.end_object();
     return QByteArray::fromStdString(writer.text());
 }
@@ -253,13 +256,13 @@ QByteArray clipboard_text_of_dialogs(const CGuiPlugScene& scene)
     for (auto text = told.texts.begin(); text != told.texts.end(); ++text)
         writer.raw_member(text.key(), {text->constData(), std::size_t(text->size())});
     writer.end_object();
-    QMap<QString, QByteArray> pictures;
+    QMap<QString, QByteArray> files;
     for (const CDXUTDialog* dialog : selected_dialogs(scene.gui_core())) {
-        add_pictures_of(*dialog, pictures);
+        add_files_of(*dialog, files);
         for (const CDXUTControl* control : dialog->controls())
-            add_pictures_of(*control, pictures);
+            add_files_of(*control, files);
     }
-    write_pictures(writer, pictures);
+    write_files(writer, files);
     writer.end_object();
     return QByteArray::fromStdString(writer.text());
 }
@@ -275,7 +278,7 @@ void paste_controls(CGuiPlugScene& scene, Content& content)
     std::vector<CDXUTControl*> pasted;
     {
         const UserAction action(scene.journal(), lang(u"粘贴控件", u"Paste Control"));
-        add_pictures(core, content);
+        add_files(core, content);
         keep_own_menus(core, content);
         for (const auto& control : content.controls)
             pasted.push_back(add_copy(core, *control, home, {shift, shift}));
@@ -293,7 +296,7 @@ Status paste_text(CGuiPlugScene& scene, const QByteArray& text)
     Content content;
     auto status = with_enough_memory([&] { return read_content(text, content); });
     if (status && !content.dialogs.isEmpty())
-        status = add_dialogs(scene, {content.dialogs, content.pictures}, lang(u"粘贴窗口", u"Paste Dialog"));
+        status = add_dialogs(scene, {content.dialogs, content.files}, lang(u"粘贴窗口", u"Paste Dialog"));
     else if (status)
         paste_controls(scene, content);
     if (status)

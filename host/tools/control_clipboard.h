@@ -11,7 +11,7 @@ class CGuiPlugScene;
 
 namespace tarn {
 
-/// The clipboard's format for controls or dialogs: JSON, as in a package, with the pictures that they show.
+/// The clipboard's format for controls or dialogs: JSON, as in a package, with the pictures and movies that they show.
 constexpr const char* clipboard_mime_type = "application/x-tarn-objects";
 
 /// Controls as text for the clipboard, those of the lower layers first.

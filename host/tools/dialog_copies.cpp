@@ -121,7 +121,7 @@ Status add_dialogs(CGuiPlugScene& scene, const ToldDialogs& told, const QString&
     {
         const UserAction action(scene.journal(), step_name);
         const auto status = with_enough_memory([&]() -> Status {
-            auto content = read_content("{\"format\":1}", told.texts, told.pictures, core);
+            auto content = read_content("{\"format\":1}", told.texts, told.files, core);
             if (!content)
                 return content.status();
             if (auto prepared = prepare(content.value(), scene); !prepared)

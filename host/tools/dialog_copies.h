@@ -14,10 +14,10 @@ namespace tarn {
 struct ToldDialogs {
     // By entries of a package. What is in them may come from anywhere.
     QMap<QString, QByteArray> texts{};
-    QMap<QString, QByteArray> pictures{};
+    QMap<QString, QByteArray> files{};
 };
 
-/// Those that are selected, without pictures.
+/// Those that are selected, without pictures and movies.
 ToldDialogs told_selected_dialogs(const CGuiPlugScene& scene);
 
 /// Puts the dialogs on top of the scene's as one step; they become the selection. Their functions, ids and, where they

@@ -362,7 +362,7 @@
     </message>
     <message>
         <source>角色导航中心显示：锁定</source>
-        <translation>Keep the figure in the middle</translation>
+        <translation>Keep figure in the middle</translation>
     </message>
     <message>
         <source>默认缩放比例:</source>
@@ -373,8 +373,8 @@
         <translation>Zoom rate:</translation>
     </message>
     <message>
-        <source>放大按钮位置</source>
-        <translation>Zoom in at</translation>
+        <source>导航图放大按钮位置</source>
+        <translation>Zoom-in button</translation>
     </message>
     <message>
         <source>导航图放大按钮位置 X</source>
@@ -385,8 +385,8 @@
         <translation>Zoom-in button, Y</translation>
     </message>
     <message>
-        <source>缩小按钮位置</source>
-        <translation>Zoom out at</translation>
+        <source>导航图缩小按钮位置</source>
+        <translation>Zoom-out button</translation>
     </message>
     <message>
         <source>导航图缩小按钮位置 X</source>

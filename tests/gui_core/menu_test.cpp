@@ -133,6 +133,40 @@ TEST_F(Menus, an_item_moves_with_its_submenu_and_every_move_is_undone)
     EXPECT_EQ(outline(), start);
 }
 
+TEST_F(Menus, a_dragged_item_takes_its_submenu_anywhere_but_into_itself)
+{
+    fill({u"A"_s, u"B"_s, u">C"_s, u">>D"_s, u"E"_s});
+    m_journal.clear();
+    const QStringList before = outline();
+    const auto drop = [&](const QString& text, MenuSpot spot) {
+        const UserAction action(m_journal, u"drop"_s);
+        move_menu_item(*item(text), spot);
+    };
+    drop(u"B"_s, {3, 2});
+    EXPECT_EQ(outline(), before) << "into itself";
+    drop(u"C"_s, {0, 0});
+    EXPECT_EQ(outline(), (QStringList{u"C"_s, u">D"_s, u"A"_s, u"B"_s, u"E"_s}));
+    drop(u"C"_s, {4, 1});
+    EXPECT_EQ(outline(), (QStringList{u"A"_s, u"B"_s, u">C"_s, u">>D"_s, u"E"_s}));
+    drop(u"E"_s, {1, 1});
+    EXPECT_EQ(outline(), (QStringList{u"A"_s, u">E"_s, u"B"_s, u">C"_s, u">>D"_s}));
+    EXPECT_EQ(m_journal.step_count(), 3u);
+    drop(u"B"_s, {2, MenuItemState::deepest_level - 1});
+    EXPECT_EQ(outline().size(), 5);
+    EXPECT_EQ(m_menu->items()[2]->item_state().level, 0) << "its submenu would have no room";
+    while (m_journal.undo()) {}
+    EXPECT_EQ(outline(), before);
+}
+
+TEST_F(Menus, are_named_with_the_smallest_number_that_is_free)
+{
+    EXPECT_EQ(m_menu->name(), u"Menu1"_s);
+    CDXUTMenu* second = m_core.create_menu();
+    EXPECT_EQ(second->name(), u"Menu2"_s);
+    m_core.remove_menu(m_menu);
+    EXPECT_EQ(m_core.create_menu()->name(), u"Menu1"_s);
+}
+
 TEST_F(Menus, items_are_added_behind_submenus_not_below_separators_and_not_too_deep)
 {
     fill({u"a"_s, u">b"_s, u"-"_s});

@@ -148,7 +148,7 @@ TEST_F(EveryKind, that_names_a_missing_picture_is_told_among_the_problems)
     document().edit_files([](auto& files) { files.clear(); });
     const auto problems = m_scene.model().problems();
     for (ModelObject* object : document().objects()) {
-        const bool named = !picture_entries(Authored::state(*object)).empty();
+        const bool named = !file_entries(Authored::state(*object)).empty();
         const bool told = std::any_of(problems.begin(), problems.end(), [&](const SceneModel::Problem& problem) {
             return problem.object == object && problem.text.contains(u"a.png"_s);
         });

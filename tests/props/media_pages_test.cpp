@@ -166,13 +166,13 @@ TEST_F(MediaPages, a_local_movie_comes_into_the_package_and_leaves_it_with_its_c
 TEST_F(MediaPages, callbacks_are_functions_named_after_the_control_and_shared_by_name)
 {
     CDXUTControl* first = flash();
-    first->set_name(u"movie"_s);
+    ASSERT_TRUE(set(*first, "name", u"movie"_s));
     create(u"done"_s);
     EXPECT_EQ(callbacks(first), QStringList{u"movie_done"_s});
     ASSERT_NE(m_scene->functions().find_function(u"movie_done"_s), nullptr);
     EXPECT_TRUE(m_scene->events().events().empty()) << "no event is bound";
     CDXUTControl* second = flash();
-    second->set_name(u"movie"_s);
+    ASSERT_TRUE(set(*second, "name", u"movie"_s));
     create(u"done"_s);
     EXPECT_EQ(callbacks(second), QStringList{u"movie_done"_s});
     create(u"done"_s);

@@ -116,6 +116,27 @@ TEST_F(MenuPage, a_click_in_the_live_picture_chooses_the_item)
     EXPECT_NE(picture->grab().toImage(), before);
 }
 
+TEST_F(MenuPage, the_live_picture_has_room_for_its_submenus_before_they_are_opened)
+{
+    for (int id : {6812, 6812, 6812, 6812, 6812, 6813})
+        click(id);
+    auto* picture = static_cast<CMenuPicture*>(m_page->control(6810));
+    const auto shown = [&](int item) {
+        Q_EMIT picture->item_clicked(item);
+        for (int round = 0; round < 5; ++round)
+            QCoreApplication::processEvents(); // The page gives it the room that it wants, step by step.
+        return picture->grab().toImage();
+    };
+    (void)shown(5);
+    const QImage closed = shown(-1);
+    const QSize size = picture->sizeHint();
+    const QImage open = shown(5);
+    EXPECT_NE(open, closed);
+    EXPECT_EQ(picture->sizeHint(), size);
+    const QRect above(0, 0, picture->width(), picture->height() / 2);
+    EXPECT_EQ(open.copy(above), closed.copy(above)) << "the rows above the opened one stay where they are";
+}
+
 TEST_F(MenuPage, an_item_gets_a_function_of_its_own_or_keeps_the_one_it_has)
 {
     click(6812);

@@ -71,6 +71,8 @@ t.same({quality:get("items"), quality:get("selected")}, {{"Medium", "Low", "High
 -- An edit box
 local player = draw(6334, "Player", 120, 240, 200, 28)
 local edit = studio.page("CDlgPropEdit")
+edit:control(6379):set_text("")
+edit:control(6379):blur()
 edit:control(6888):set_text(t.lang("你的名字", "Your name"))
 edit:control(6888):blur()
 edit:control(6884):set_value(8)
