@@ -162,14 +162,13 @@ void CGuiPlugScene::clear()
 Status CGuiPlugScene::save(CPakFile& package, const CSaveOpt& options)
 {
     return tarn::with_enough_memory([&] {
-        return tarn::write_package(package, document(), tarn::content_to_save(*m_core, options.selection_only),
-                                   options);
+        return tarn::write_package(package, document(), tarn::content_to_save(*m_core, options), options);
     });
 }
 
 Status CGuiPlugScene::write_file(const QString& path, const CSaveOpt& options, bool replace_read_only) const
 {
-    const tarn::SceneSnapshot copy = tarn::content_to_save(*m_core, options.selection_only);
+    const tarn::SceneSnapshot copy = tarn::content_to_save(*m_core, options);
     const auto read_only = replace_read_only ? tarn::ReadOnly::Replace : tarn::ReadOnly::Keep;
     const auto write = [&](const tarn::Progress& progress) {
         return tarn::save_package(path, document(), copy, options, read_only, progress);
@@ -229,7 +228,7 @@ Status CGuiPlugScene::load(const CPakFile& package, const CTexPathInfo&)
         if (!content)
             return content.status();
         const tarn::UserAction action(journal(), lang(u"导入界面", u"Import"));
-        install(std::move(content.value()));
+        install(tarn::with_present_world(std::move(content.value()), document()));
         return {};
     });
 }

@@ -46,7 +46,7 @@ QString stem_of(QString name)
 
 WorldScene::WorldScene(Document& document) : ModelObject(document, new WorldState)
 {
-    document.add_part({.entry = entry, .container = this});
+    document.add_part({.entry = entry, .container = this, .travels = false});
     document.add_kind({.part = entry,
                        .key = "objects",
                        .chinese = u"物体",
