@@ -72,12 +72,13 @@ struct Plain final : tarn::ModelObject {
 
 struct PlainTarget final : tarn::AnimationTarget {
     bool takes(const tarn::ModelObject& object) const override { return dynamic_cast<const Plain*>(&object); }
-    tarn::Pose pose(const tarn::ModelObject& object) const override
+    tarn::Pose pose(const tarn::ObjectState&) const override
     {
         tarn::Pose pose;
-        pose.set_number(tarn::Channel::Transparency, static_cast<const Plain&>(object).number);
+        pose.set_number(tarn::Channel::Transparency, 0);
         return pose;
     }
+    std::span<const tarn::FieldKey> fields(tarn::Channel) const override { return {}; }
     void show(tarn::ModelObject& object, const tarn::Pose& pose) override
     {
         static_cast<Plain&>(object).number = pose.number(tarn::Channel::Transparency);

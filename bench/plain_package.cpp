@@ -15,16 +15,19 @@ namespace {
 
 namespace od = simdjson::ondemand;
 
+constexpr const char* scene_entry = "scene.json";
+constexpr const char* animation_entry = "animation.json";
+
 /// Unpacked and with the parser's padding behind it; `size` is without.
-std::unique_ptr<char[]> unpack_scene(const std::string& path, std::size_t& size)
+std::unique_ptr<char[]> unpack(const std::string& path, const char* entry, std::size_t& size)
 {
     zip_t* archive = zip_open(path.c_str(), ZIP_RDONLY, nullptr);
     if (!archive)
         return nullptr;
     std::unique_ptr<char[]> text;
     zip_stat_t stat;
-    zip_file_t* file = zip_fopen(archive, "scene.json", 0);
-    if (file && zip_stat(archive, "scene.json", 0, &stat) == 0) {
+    zip_file_t* file = zip_fopen(archive, entry, 0);
+    if (file && zip_stat(archive, entry, 0, &stat) == 0) {
         size = stat.size;
         text.reset(new char[size + simdjson::SIMDJSON_PADDING]);
         if (zip_fread(file, text.get(), size) != zip_int64_t(size))
@@ -34,6 +37,13 @@ std::unique_ptr<char[]> unpack_scene(const std::string& path, std::size_t& size)
         zip_fclose(file);
     zip_discard(archive);
     return text;
+}
+
+std::string json(const std::string& path, const char* entry)
+{
+    std::size_t size = 0;
+    const auto text = unpack(path, entry, size);
+    return text ? std::string(text.get(), size) : std::string();
 }
 
 bool get(od::value value, int& out)
@@ -72,6 +82,47 @@ bool get(od::value value, std::string& out)
         return false;
     out = text;
     return true;
+}
+
+/// Appends to `out`.
+bool get_numbers(od::value value, std::vector<float>& out)
+{
+    od::array array;
+    if (value.get_array().get(array))
+        return false;
+    for (auto element : array) {
+        double number = 0;
+        if (element.get_double().get(number))
+            return false;
+        out.push_back(float(number));
+    }
+    return true;
+}
+
+bool get_keys(od::value value, PlainTrack& track)
+{
+    od::array chunks;
+    if (value.find_field("chunks").get_array().get(chunks))
+        return false;
+    for (auto chunk : chunks) {
+        od::value times;
+        od::value values;
+        if (chunk.find_field("t").get(times) || !get_numbers(times, track.times) || chunk.find_field("v").get(values)
+            || !get_numbers(values, track.values))
+            return false;
+        track.line_ends.push_back(track.times.size());
+    }
+    return true;
+}
+
+bool get_member(PlainTrack& t, std::string_view key, od::value value)
+{
+    return key == "id"     ? get(value, t.id)
+        : key == "object"  ? get(value, t.object)
+        : key == "name"    ? get(value, t.name)
+        : key == "channel" ? get(value, t.channel)
+        : key == "keys"    ? get_keys(value, t)
+                           : false;
 }
 
 bool get_member(PlainControl& c, std::string_view key, od::value value)
@@ -233,6 +284,36 @@ void write(Format& out, const PlainControl& c)
     out.member("stretch", c.stretch, usual.stretch);
 }
 
+void write_numbers(Format& out, const char* name, const std::vector<float>& numbers, std::size_t from, std::size_t to)
+{
+    out.text += name;
+    for (std::size_t i = from; i < to; ++i) {
+        if (i > from)
+            out.text += ',';
+        out.number(numbers[i]);
+    }
+    out.text += ']';
+}
+
+void write(Format& out, const PlainTrack& t)
+{
+    static const PlainTrack usual;
+    out.member("id", t.id, usual.id);
+    out.member("object", t.object, usual.object);
+    out.member("name", t.name, usual.name);
+    out.member("channel", t.channel, usual.channel);
+    out.text += ",\"keys\":{\"type\":0,\"chunks\":[";
+    std::size_t from = 0;
+    for (const std::size_t to : t.line_ends) {
+        out.text += from ? ",\n{" : "\n{";
+        write_numbers(out, "\"t\":[", t.times, from, to);
+        write_numbers(out, ",\"v\":[", t.values, from, to);
+        out.text += '}';
+        from = to;
+    }
+    out.text += "]}";
+}
+
 template <class Plain>
 void write_all(Format& out, const std::vector<Plain>& all)
 {
@@ -248,7 +329,7 @@ void write_all(Format& out, const std::vector<Plain>& all)
 bool load_plain(const std::string& path, PlainScene& scene)
 {
     std::size_t size = 0;
-    const auto text = unpack_scene(path, size);
+    const auto text = unpack(path, scene_entry, size);
     od::parser parser;
     od::document document;
     od::object root;
@@ -273,11 +354,35 @@ bool load_plain(const std::string& path, PlainScene& scene)
     return true;
 }
 
-std::string scene_json(const std::string& path)
+bool load_plain_keys(const std::string& path, std::vector<PlainTrack>& tracks)
 {
     std::size_t size = 0;
-    const auto text = unpack_scene(path, size);
-    return text ? std::string(text.get(), size) : std::string();
+    const auto text = unpack(path, animation_entry, size);
+    od::parser parser;
+    od::document document;
+    od::value variables;
+    tracks.clear();
+    return text && !parser.iterate(text.get(), size, size + simdjson::SIMDJSON_PADDING).get(document)
+        && !document.find_field("variables").get(variables) && get(variables, tracks);
+}
+
+std::string scene_json(const std::string& path)
+{
+    return json(path, scene_entry);
+}
+
+std::string animation_json(const std::string& path)
+{
+    return json(path, animation_entry);
+}
+
+std::string format_plain_keys(const std::vector<PlainTrack>& tracks)
+{
+    Format out;
+    out.text = "\"variables\":[";
+    write_all(out, tracks);
+    out.text += "\n]";
+    return std::move(out.text);
 }
 
 std::string format_plain(const PlainScene& scene)

@@ -53,6 +53,17 @@ struct PlainScene {
     std::vector<PlainControl> controls;
 };
 
+/// The keys of one variable of numbers.
+struct PlainTrack {
+    unsigned id = 0;
+    unsigned object = 0;
+    std::string name;
+    int channel = -1;
+    std::vector<float> times;
+    std::vector<float> values;
+    std::vector<std::size_t> line_ends; ///< how many keys there are up to the end of each line of the text
+};
+
 /// The least that any program does to load a package of bench_scene.h: unpack its scene with libzip and parse it with
 /// simdjson. Knows only the attributes that these packages hold; false when it meets another.
 bool load_plain(const std::string& path, PlainScene& scene);
@@ -61,6 +72,12 @@ std::string scene_json(const std::string& path);
 
 /// The same text from the structures.
 std::string format_plain(const PlainScene& scene);
+// The same of the variables of a package's animation, which have nothing but times and values.
+bool load_plain_keys(const std::string& path, std::vector<PlainTrack>& tracks);
+std::string animation_json(const std::string& path);
+/// The list of the variables alone.
+std::string format_plain_keys(const std::vector<PlainTrack>& tracks);
+
 /// Packed in memory by zlib at its fastest level; empty when that fails.
 std::vector<unsigned char> pack_plain(const std::string& text);
 

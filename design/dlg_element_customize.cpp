@@ -3,6 +3,7 @@
 
 #include "core/field.h"
 #include "core/language.h"
+#include "engine/base_world.h"
 #include "frame/boxes.h"
 #include "frame/filedlg.h"
 #include "frame/menufun.h"
@@ -152,6 +153,11 @@ constexpr FieldRow rows[] = {
     {.control = id_bold, .field = key<&StaticState::bold>, .shows = Shows::Current, .enabled_if = has_text},
     {.control = id_italic, .field = key<&ControlExtras::font_italic>, .shows = Shows::Current, .enabled_if = has_text},
 };
+
+QString reading_pictures()
+{
+    return lang(u"正在读取图片", u"Taking In a Picture");
+}
 
 } // namespace
 
@@ -326,10 +332,14 @@ void CDlgElementCustomize::choose_picture_file()
     const QString path = filedlg::pop_open_dlg_img(this);
     if (path.isEmpty())
         return;
-    const auto loaded = tarn::load_picture(path);
-    if (!loaded)
-        return tarn::boxes::error(this, loaded.status().message());
-    m_chosen_files.insert(path, loaded.value());
+    const auto status = scene()->world()->work(reading_pictures(), [&](const tarn::Progress& progress) {
+        const auto loaded = tarn::load_picture(path, progress);
+        if (loaded)
+            m_chosen_files.insert(path, loaded.value());
+        return loaded.status();
+    });
+    if (!status)
+        return tarn::boxes::error(this, status.message());
     put_picture(path);
 }
 
@@ -363,23 +373,27 @@ void CDlgElementCustomize::on_reset_all()
 tarn::Status CDlgElementCustomize::write_buffered(const std::function<tarn::Status()>& write)
 {
     const tarn::PictureRelease release(*core(), scene()->functions(), selected());
-    const tarn::Status taken = take_chosen_files();
+    const tarn::Status taken = scene()->world()->work(
+        reading_pictures(), [this](const tarn::Progress& progress) { return take_chosen_files(progress); });
     return taken ? write() : taken;
 }
 
 /// The pictures that wait with the edits come into the scene, and the edits get their names there.
-tarn::Status CDlgElementCustomize::take_chosen_files()
+tarn::Status CDlgElementCustomize::take_chosen_files(const tarn::Progress& progress)
 {
-    QHash<QString, QString> names;
+    QStringList files;
     for (const ModelObject* object : selected())
-        for (const QString& name : tarn::value_as<tarn::TextMap>(value_of(*object, style_images))) {
-            if (!m_chosen_files.contains(name) || names.contains(name))
-                continue;
-            const auto taken = tarn::take_picture(*core(), name);
-            if (!taken)
-                return taken.status();
-            names.insert(name, taken.value());
-        }
+        for (const QString& name : tarn::value_as<tarn::TextMap>(value_of(*object, style_images)))
+            if (m_chosen_files.contains(name) && !files.contains(name))
+                files.append(name);
+    QHash<QString, QString> names;
+    for (const QString& file : files) {
+        const double done = double(names.size()) / double(files.size());
+        const auto taken = tarn::take_picture(*core(), file, progress.part(done, done + 1.0 / double(files.size())));
+        if (!taken)
+            return taken.status();
+        names.insert(file, taken.value());
+    }
     const auto renamed = [&](const ModelObject& object, const tarn::FieldBase&) -> Value {
         auto images = tarn::value_as<tarn::TextMap>(value_of(object, style_images));
         for (QString& name : images)

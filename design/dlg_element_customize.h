@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/progress.h"
 #include "gui_core/look.h"
 #include "page_base/bound_page.h"
 
@@ -44,7 +45,7 @@ private:
     void on_choose_picture();
     void choose_picture_file();
     void put_picture(const QString& name);
-    tarn::Status take_chosen_files();
+    tarn::Status take_chosen_files(const tarn::Progress& progress);
     void on_reset_state();
     void on_reset_all();
 

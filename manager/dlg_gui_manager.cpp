@@ -1,10 +1,10 @@
 #include "dlg_gui_manager.h"
 
 #include "core/appinfo.h"
+#include "core/field.h"
 #include "core/language.h"
 #include "engine/base_world.h"
 #include "frame/boxes.h"
-#include "frame/edit_commands.h"
 #include "frame/filedlg.h"
 #include "frame/str_input.h"
 #include "gui_core/dxut_dialog.h"
@@ -61,7 +61,7 @@ QString open_filter()
 
 } // namespace
 
-CDlgGuiManager::CDlgGuiManager(QWidget* parent) : CGuiChildDlg(QStringLiteral("CDlgGuiManager"), parent) {}
+CDlgGuiManager::CDlgGuiManager(QWidget* parent) : CListPage(QStringLiteral("CDlgGuiManager"), parent) {}
 
 QWidget* CDlgGuiManager::create_widget(const QString& class_name, QWidget* parent)
 {
@@ -73,7 +73,7 @@ QWidget* CDlgGuiManager::create_widget(const QString& class_name, QWidget* paren
 
 void CDlgGuiManager::OnInitDialog()
 {
-    CGuiChildDlg::OnInitDialog();
+    CListPage::OnInitDialog();
     set_up_buttons();
     on_click(id_create_window, [this] { on_create_window(); });
     on_click(id_move_up, [this] { move_layer(0); });
@@ -94,6 +94,11 @@ void CDlgGuiManager::OnInitDialog()
     connect(m_list, &CReportList::delete_pressed, this,
             [this] { run_action([this] { on_remove(); }, lang(u"删除窗口", u"Remove Dialog")); });
     connect(m_list, &CReportList::menu_requested, this, [this](int row, const QPoint& place) { on_menu(row, place); });
+    offer_renaming(*m_list,
+                   {.column = 0,
+                    .name = tarn::key<&tarn::DialogState::name>,
+                    .object_of = [](void* row) -> tarn::ModelObject* { return static_cast<CDXUTDialog*>(row); },
+                    .changed_code = tarn::ui_dialog_properties});
     update_buttons();
 }
 
@@ -164,7 +169,7 @@ void CDlgGuiManager::update_buttons()
 
 void CDlgGuiManager::showEvent(QShowEvent* event)
 {
-    CGuiChildDlg::showEvent(event);
+    CListPage::showEvent(event);
     if (scene())
         show_armed();
 }
@@ -217,8 +222,7 @@ void CDlgGuiManager::on_menu(int row, const QPoint& place)
         return;
     CDXUTDialog* dialog = m_list->dialog(row);
     select_dialog(dialog, core()->selection().contains(dialog));
-    tarn::SceneEditor& editor = scene()->editor();
-    tarn::pop_edit_menu(this, editor, editor.selection_commands(), place);
+    pop_list_menu(place);
 }
 
 void CDlgGuiManager::move_layer(int down)

@@ -1,13 +1,13 @@
 #pragma once
 
-#include "page_base/gui_child_dlg.h"
+#include "list_page.h"
 
 class CDXUTDialog;
 class CReportListDialog;
 
 /// The list of dialogs: creating, ordering, showing and removing them, and exporting, importing and merging whole
 /// interfaces as package files.
-class CDlgGuiManager : public CGuiChildDlg {
+class CDlgGuiManager : public CListPage {
     Q_OBJECT
 
 public:

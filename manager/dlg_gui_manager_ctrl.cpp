@@ -4,7 +4,6 @@
 #include "core/language.h"
 #include "engine/base_world.h"
 #include "frame/boxes.h"
-#include "frame/edit_commands.h"
 #include "frame/menufun.h"
 #include "gui_core/control_class.h"
 #include "gui_core/dxut_control.h"
@@ -15,6 +14,7 @@
 #include "widgets/button_st.h"
 
 #include <QComboBox>
+#include <QGuiApplication>
 #include <QItemSelectionModel>
 #include <QListView>
 #include <QScopedValueRollback>
@@ -45,7 +45,7 @@ enum Id : int {
 struct RowButton {
     int id;
     int icon;
-    const char16_t* chinese; ///< tool tip; null for none
+    const char16_t* chinese; ///< tool tip
     const char16_t* english;
 };
 
@@ -54,8 +54,10 @@ constexpr std::array row_buttons{
     RowButton{id_remove, 6420, u"删除", u"Remove"},
     RowButton{id_set_top, 6427, u"置顶", u"Set Top"},
     RowButton{id_set_bottom, 6423, u"置底", u"Set Bottom"},
-    RowButton{id_move_up, 6412, nullptr, nullptr},
-    RowButton{id_move_down, 6052, nullptr, nullptr},
+    RowButton{id_move_up, 6412, u"上移一层：离观看者更近；按图层排序时在列表中向下",
+              u"One layer up, nearer to the viewer; one row down in the list sorted by layers"},
+    RowButton{id_move_down, 6052, u"下移一层：离观看者更远；按图层排序时在列表中向上",
+              u"One layer down, away from the viewer; one row up in the list sorted by layers"},
     RowButton{id_switch_dialog, 6430, u"切换控件窗口", u"Switch Dialog"},
 };
 
@@ -66,7 +68,7 @@ const QString all_entry = QStringLiteral("---ALL---");
 
 } // namespace
 
-CDlgGuiManagerCtrl::CDlgGuiManagerCtrl(QWidget* parent) : CGuiChildDlg(QStringLiteral("CDlgGuiManagerCtrl"), parent) {}
+CDlgGuiManagerCtrl::CDlgGuiManagerCtrl(QWidget* parent) : CListPage(QStringLiteral("CDlgGuiManagerCtrl"), parent) {}
 
 QWidget* CDlgGuiManagerCtrl::create_widget(const QString& class_name, QWidget* parent)
 {
@@ -102,8 +104,7 @@ void CDlgGuiManagerCtrl::set_up_row_buttons()
 {
     for (const RowButton& row : row_buttons) {
         button(row.id)->SetIcon(row.icon);
-        if (row.chinese)
-            button(row.id)->SetTooltipText(lang(row.chinese, row.english));
+        button(row.id)->SetTooltipText(lang(row.chinese, row.english));
     }
     on_click(id_remove, [this] { on_remove(); });
     on_click(id_set_top, [this] { change_layer(&CDXUTDialog::SetCtrlLayer, 0); });
@@ -147,6 +148,11 @@ void CDlgGuiManagerCtrl::set_up_list()
             [this] { select_controls_of_rows(m_list->control(m_list->currentIndex().row())); });
     connect(m_list, &CReportList::delete_pressed, this,
             [this] { run_action([this] { on_remove(); }, lang(u"删除控件", u"Remove Control")); });
+    offer_renaming(*m_list,
+                   {.column = CReportListControl::Name,
+                    .name = tarn::key<&tarn::ControlState::name>,
+                    .object_of = [](void* row) -> tarn::ModelObject* { return static_cast<CDXUTControl*>(row); },
+                    .changed_code = tarn::ui_control_properties});
 }
 
 void CDlgGuiManagerCtrl::update_ui(int code)
@@ -279,7 +285,7 @@ void CDlgGuiManagerCtrl::update_buttons()
 
 void CDlgGuiManagerCtrl::showEvent(QShowEvent* event)
 {
-    CGuiChildDlg::showEvent(event);
+    CListPage::showEvent(event);
     if (scene())
         show_armed_type();
 }
@@ -306,7 +312,9 @@ void CDlgGuiManagerCtrl::on_dialog_filter(int entry)
 void CDlgGuiManagerCtrl::on_list_clicked(int row, int column)
 {
     CDXUTControl* clicked = m_list->control(row);
-    if (clicked && column != CReportListControl::Id && is_editing()) {
+    // Who adds rows to the selection does not want to hide what they stand for.
+    const bool adds = QGuiApplication::keyboardModifiers() & (Qt::ControlModifier | Qt::ShiftModifier);
+    if (clicked && column != CReportListControl::Id && !adds && is_editing()) {
         // The step ends before the selection changes: undone, it leaves what was selected.
         run_action([&] { clicked->SetVisible(!clicked->GetVisible()); },
                    lang(u"显示/隐藏控件", u"Show or Hide Control"));
@@ -321,8 +329,7 @@ void CDlgGuiManagerCtrl::on_menu(int row, const QPoint& place)
     if (!core())
         return;
     select_controls_of_rows(m_list->control(row));
-    tarn::SceneEditor& editor = scene()->editor();
-    tarn::pop_edit_menu(this, editor, editor.selection_commands(), place);
+    pop_list_menu(place);
 }
 
 void CDlgGuiManagerCtrl::select_controls_of_rows(CDXUTControl* current)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "page_base/gui_child_dlg.h"
+#include "list_page.h"
 
 class CDXUTControl;
 class CDXUTDialog;
@@ -8,7 +8,7 @@ class CReportListControl;
 
 /// The list of controls: where the creation of a control begins, and where controls are selected, ordered in the layers
 /// of their dialog, moved to another dialog and removed.
-class CDlgGuiManagerCtrl : public CGuiChildDlg {
+class CDlgGuiManagerCtrl : public CListPage {
     Q_OBJECT
 
 public:

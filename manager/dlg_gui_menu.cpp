@@ -1,5 +1,6 @@
 #include "dlg_gui_menu.h"
 
+#include "core/field.h"
 #include "core/language.h"
 #include "engine/base_world.h"
 #include "gui_core/dxut_menu.h"
@@ -14,7 +15,7 @@ enum Id : int { id_new = 6099, id_list = 6098, id_delete = 6317 };
 
 } // namespace
 
-CDlgGuiMenu::CDlgGuiMenu(QWidget* parent) : CGuiChildDlg(QStringLiteral("CDlgGuiMenu"), parent) {}
+CDlgGuiMenu::CDlgGuiMenu(QWidget* parent) : CListPage(QStringLiteral("CDlgGuiMenu"), parent) {}
 
 QWidget* CDlgGuiMenu::create_widget(const QString& class_name, QWidget* parent)
 {
@@ -26,13 +27,18 @@ QWidget* CDlgGuiMenu::create_widget(const QString& class_name, QWidget* parent)
 
 void CDlgGuiMenu::OnInitDialog()
 {
-    CGuiChildDlg::OnInitDialog();
+    CListPage::OnInitDialog();
     on_click(id_new, [this] { on_new_menu(); });
     on_click(id_delete, [this] { on_delete(); });
     connect(m_list, &CReportList::item_clicked, this, [this] { on_list_clicked(); });
     connect(m_list, &CReportListMenu::navigated, this, [this] { on_list_clicked(); });
     connect(m_list, &CReportList::delete_pressed, this,
             [this] { run_action([this] { on_delete(); }, lang(u"删除菜单", u"Delete Menu")); });
+    offer_renaming(*m_list,
+                   {.column = 0,
+                    .name = tarn::key<&tarn::MenuState::name>,
+                    .object_of = [](void* row) -> tarn::ModelObject* { return static_cast<CDXUTMenu*>(row); },
+                    .changed_code = tarn::ui_control_properties});
 }
 
 void CDlgGuiMenu::update_ui(int code)

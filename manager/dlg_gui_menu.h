@@ -1,11 +1,11 @@
 #pragma once
 
-#include "page_base/gui_child_dlg.h"
+#include "list_page.h"
 
 class CReportListMenu;
 
 /// The list of the menus in the scene: creating, choosing and deleting them.
-class CDlgGuiMenu : public CGuiChildDlg {
+class CDlgGuiMenu : public CListPage {
     Q_OBJECT
 
 public:

@@ -89,10 +89,13 @@ protected:
     /// Writes to each object that has the attribute what `value_of` gives for it.
     using ValueOf = std::function<tarn::Value(const tarn::ModelObject& object, const tarn::FieldBase& field)>;
     void write_each(tarn::FieldKey field, tarn::Scope scope, const ValueOf& value_of);
+    void write_each(Objects objects, tarn::FieldKey field, const ValueOf& value_of);
     /// The confirmed edits are to be written, which `write` does; what fails undoes the step.
     virtual tarn::Status write_buffered(const std::function<tarn::Status()>& write) { return write(); }
     /// Whether one of the objects has something else than the default.
     bool differs_from_default(tarn::FieldKey field, tarn::Part part, Objects objects) const;
+    /// Has the mark tell what drives the attribute of some of the objects.
+    void mark_driven(tarn::FieldKey field, Objects objects, tarn::RowMark::State& mark) const;
     /// After a change of the target's objects: tells the other pages and redraws the views.
     void tell_changed();
     /// Whether an edit of a row is being written; refreshes then come from the page itself.
@@ -124,7 +127,10 @@ private:
     tarn::RowView view_of(const tarn::FieldRow& row, tarn::CommonValue common, const tarn::ModelObject* shown) const;
     tarn::Limits limits_of(const tarn::FieldRow& row, const tarn::FieldRules& rules,
                            const tarn::ModelObject& shown) const;
-    std::vector<tarn::ModelObject*> targets_of(tarn::Scope scope) const;
+    const tarn::Target& target_of(const tarn::FieldRow& row) const { return row.target ? *row.target : m_target; }
+    tarn::ModelObject* current_of(const tarn::FieldRow& row) const;
+    std::vector<tarn::ModelObject*> targets_of(const tarn::FieldRow& row) const;
+    std::vector<tarn::ModelObject*> targets_of(const tarn::Target& target, tarn::Scope scope) const;
 
     void on_edited(const Row& row, const tarn::Edit& edit);
     void open_files(const Row& row);

@@ -12,6 +12,7 @@ class filter_man;
 namespace tarn {
 
 class ModelObject;
+class Target;
 
 /// Which of the selected objects an edit is written to.
 enum class Scope { EverySelected, Current };
@@ -131,6 +132,8 @@ struct FieldRow {
     /// For the edit of a path or URL: the button that opens a file dialog, and what that offers. 0 for none.
     int opener = 0;
     filter_man (*files)() = nullptr;
+    /// What the row shows and edits where that is not the page's target; the page's codes hold for it, too.
+    const Target* target = nullptr;
 };
 
 } // namespace tarn

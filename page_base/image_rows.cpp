@@ -53,7 +53,7 @@ void ImageRows::show() const
         const CommonValue common = common_value(objects, row.field);
         const bool none = common.agreement == Agreement::Same && part_of(common.value, row.part) == Value(QString());
         m_page.button(row.clear_button)->setEnabled(common.agreement != Agreement::None && !none);
-        m_marks[i]->show_state(false, object && common.agreement == Agreement::Mixed);
+        m_marks[i]->show_state({.mixed = object && common.agreement == Agreement::Mixed});
     }
 }
 

@@ -59,7 +59,7 @@ void BoundMenuRows::show() const
             ->setText(has_field ? menu_caption(m_page.scene()->gui_core(), menu_of(*object, row.field)) : QString());
         m_page.button(row.button)->setEnabled(has_field);
         m_page.button(row.clear_button)->setEnabled(has_field && common.agreement != Agreement::None && !none);
-        m_marks[i]->show_state(false, has_field && common.agreement == Agreement::Mixed);
+        m_marks[i]->show_state({.mixed = has_field && common.agreement == Agreement::Mixed});
     }
 }
 

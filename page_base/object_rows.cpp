@@ -46,12 +46,11 @@ void SceneObjectRows::show() const
         const SceneObjectRow& row = m_rows[i];
         using Agreement = CommonValue::Agreement;
         const CommonValue common = common_value(objects, row.field);
-        const bool none = common.agreement == Agreement::Same && common.value == Value(ObjectRef());
         const ObjectRef named = object ? value_as<ObjectRef>(m_page.value_of(*object, row.field)) : ObjectRef();
         m_page.button(row.button)->setText(object ? object_caption(*m_page.scene()->world(), named) : QString());
         m_page.button(row.button)->setEnabled(object);
-        m_page.button(row.clear_button)->setEnabled(common.agreement != Agreement::None && !none);
-        m_marks[i]->show_state(false, object && common.agreement == Agreement::Mixed);
+        m_page.button(row.clear_button)->setEnabled(!named.is_null());
+        m_marks[i]->show_state({.mixed = object && common.agreement == Agreement::Mixed});
     }
 }
 
@@ -70,7 +69,7 @@ void SceneObjectRows::put(FieldKey field, ObjectRef object)
 {
     if (!m_page.has_selection())
         return;
-    m_page.change([&] { m_page.write(field, object); }, lang(u"选择物体", u"Choose Object"));
+    m_page.change([&] { m_page.write(field, object, Scope::Current); }, lang(u"选择物体", u"Choose Object"));
     m_page.tell_changed();
 }
 

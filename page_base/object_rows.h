@@ -21,8 +21,8 @@ struct SceneObjectRow {
     SceneObjectKind kind;
 };
 
-/// The objects of the world that the selected objects name. The buttons show those of the current object, and a mark
-/// where others have another one.
+/// The objects of the world that the current object names, to which alone is written what the user chooses. A mark tells
+/// where others that are selected have another one.
 class SceneObjectRows {
 public:
     explicit SceneObjectRows(CBoundPage& page) : m_page(page) {}

@@ -19,9 +19,13 @@ constexpr int bar_gap = 1;
 constexpr int badge_size = 9;
 constexpr int badge_reach = 4; ///< how far the badge stands out of the control
 
-constexpr QRgb badge_color = 0xffd07a00;
+constexpr int diamond_reach = 4; ///< from its middle
 
-enum Command : int { cut = 1, copy, paste, remove, select_all, step_up, step_down, to_default };
+constexpr QRgb badge_color = 0xffd07a00;
+constexpr QRgb keys_color = 0xff9a5fd0;
+constexpr QRgb unrecorded_color = 0xffe0453a;
+
+enum Command : int { cut = 1, copy, paste, remove, select_all, step_up, step_down, to_default, why };
 
 QLineEdit* line_of(QWidget& control)
 {
@@ -62,14 +66,17 @@ RowMark::RowMark(QWidget& control, QWidget& page) : QWidget(&page), m_control(co
     hide();
 }
 
-void RowMark::show_state(bool changed, bool mixed)
+void RowMark::show_state(const State& state)
 {
-    m_changed = changed;
-    m_mixed = mixed;
+    m_state = state;
     QStringList told;
-    if (mixed)
+    if (state.mixed)
         told.append(lang(u"所选对象的值不一致", u"The selected objects differ"));
-    if (changed)
+    if (state.drive != Drive::None)
+        told.append(lang(u"由时间轴“%1”驱动", u"Driven by the timebar \"%1\"").arg(state.driver));
+    if (state.drive == Drive::Unrecorded)
+        told.append(lang(u"已修改，尚未记录", u"Changed and not recorded"));
+    if (state.changed)
         told.append(lang(u"不是默认值", u"Not the default"));
     setToolTip(told.join(QLatin1Char('\n')));
     m_control.setAccessibleDescription(told.join(QStringLiteral("; ")));
@@ -78,29 +85,50 @@ void RowMark::show_state(bool changed, bool mixed)
 
 void RowMark::follow_control()
 {
-    const bool shown = (m_changed || m_mixed) && m_control.isVisibleTo(parentWidget());
+    const bool shown = !(m_state == State()) && m_control.isVisibleTo(parentWidget());
     setVisible(shown);
     if (!shown)
         return;
     const QRect control(m_control.mapTo(parentWidget(), QPoint()), m_control.size());
     setGeometry(control.adjusted(-badge_reach, -badge_reach, 0, 0));
     QRegion area;
-    if (m_changed)
-        area += QRect(badge_reach - bar_gap - bar_width, badge_reach, bar_width, control.height());
-    if (m_mixed)
+    if (m_state.changed)
+        area += bar();
+    if (m_state.drive != Drive::None)
+        area += diamond().boundingRect().adjusted(-1, -1, 2, 2);
+    if (m_state.mixed)
         area += QRect(0, 0, badge_size, badge_size);
     setMask(area);
     raise();
     update();
 }
 
+QRect RowMark::bar() const
+{
+    return {badge_reach - bar_gap - bar_width, badge_reach, bar_width, height() - badge_reach};
+}
+
+QPolygon RowMark::diamond() const
+{
+    const QPoint middle(diamond_reach + 1, badge_reach + (height() - badge_reach) / 2);
+    return QPolygon({middle - QPoint(diamond_reach, 0), middle - QPoint(0, diamond_reach),
+                     middle + QPoint(diamond_reach, 0), middle + QPoint(0, diamond_reach)});
+}
+
 void RowMark::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
-    if (m_changed)
-        painter.fillRect(badge_reach - bar_gap - bar_width, badge_reach, bar_width, height() - badge_reach,
-                         palette().color(QPalette::Active, QPalette::Highlight));
-    if (!m_mixed)
+    if (m_state.changed)
+        painter.fillRect(bar(), palette().color(QPalette::Active, QPalette::Highlight));
+    if (m_state.drive != Drive::None) {
+        const QColor drive(m_state.drive == Drive::Keys ? keys_color : unrecorded_color);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(QPen(drive, 1.5));
+        painter.setBrush(m_state.drive == Drive::Keys ? drive : palette().color(QPalette::Base));
+        painter.drawConvexPolygon(diamond());
+        painter.setRenderHint(QPainter::Antialiasing, false);
+    }
+    if (!m_state.mixed)
         return;
     // "Not equal": legible without its colour.
     painter.fillRect(0, 0, badge_size, badge_size, QColor(badge_color));
@@ -174,11 +202,15 @@ void RowInput::open_menu()
             items.push_back({});
         items.push_back({.id = to_default, .text = lang(u"恢复默认值", u"Reset to Default"), .enabled = can_reset()});
     }
+    if (explain)
+        items.push_back({.id = why, .text = lang(u"为什么是这个值？", u"Why This Value?")});
     if (items.empty())
         return;
     const int command = menufun::pop_menu(&m_control, items);
     if (command == to_default && reset)
         reset();
+    else if (command == why)
+        explain();
     else if (command == step_up || command == step_down)
         number->stepBy(command == step_up ? 1 : -1);
     else if (command == remove)

@@ -1,5 +1,9 @@
 #include "target.h"
 
+#include "animation/animation_scene.h"
+#include "animation/t_var.h"
+#include "animation/timebar.h"
+#include "animation/timer_object.h"
 #include "engine/base_world.h"
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
@@ -15,6 +19,8 @@ constexpr int dialog_codes[] = {ui_full_refresh, ui_scene_changed, ui_selection_
                                 ui_dialog_properties};
 constexpr int control_codes[] = {ui_full_refresh, ui_scene_changed, ui_selection_changed, ui_control_selected,
                                  ui_control_properties};
+
+constexpr int timebar_codes[] = {ui_full_refresh, ui_timebars_changed, ui_timebar_content};
 
 constexpr int menu_codes[] = {ui_full_refresh, ui_scene_changed, ui_selection_changed, ui_control_properties};
 
@@ -119,6 +125,39 @@ ModelObject* CurrentMenuItem::current(CGuiPlugScene& scene) const
 {
     const SelectionRecord& selection = scene.gui_core().selection();
     return selection.editing && selection.current_menu ? selection.current_menu_item : nullptr;
+}
+
+ModelObject* CurrentTimebar::current(CGuiPlugScene& scene) const
+{
+    return scene.is_playing() ? nullptr : scene.animation().current_bar();
+}
+
+std::vector<ModelObject*> CurrentTimebar::selected(CGuiPlugScene& scene) const
+{
+    ModelObject* const object = current(scene);
+    return object ? std::vector{object} : std::vector<ModelObject*>();
+}
+
+std::span<const int> CurrentTimebar::codes() const
+{
+    return timebar_codes;
+}
+
+int CurrentTimebar::changed_code() const
+{
+    return ui_timebar_content;
+}
+
+ModelObject* CurrentTimerObject::current(CGuiPlugScene& scene) const
+{
+    const auto* bar = static_cast<CTimebar*>(CurrentTimebar::current(scene));
+    return bar ? bar->current_object() : nullptr;
+}
+
+ModelObject* CurrentVariable::current(CGuiPlugScene& scene) const
+{
+    const auto* object = static_cast<CTimerObject*>(current_timer_object.current(scene));
+    return object ? object->current_variable() : nullptr;
 }
 
 } // namespace tarn

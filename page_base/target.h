@@ -25,6 +25,8 @@ public:
     virtual std::span<const int> codes() const = 0;
     /// What a page broadcasts after it changed the objects.
     virtual int changed_code() const = 0;
+    /// That code also tells of what is no attribute of an object, as which one is current.
+    virtual bool code_tells_more() const { return false; }
 };
 
 /// The selected dialogs, while dialogs are selected and the interface is edited.
@@ -78,6 +80,31 @@ public:
     ModelObject* current(CGuiPlugScene& scene) const override;
 };
 
+/// The current timebar, except during a preview.
+class CurrentTimebar : public Target {
+public:
+    ModelObject* current(CGuiPlugScene& scene) const override;
+    std::vector<ModelObject*> selected(CGuiPlugScene& scene) const override;
+    std::span<const int> codes() const override;
+    int changed_code() const override;
+    bool code_tells_more() const override { return true; }
+};
+
+/// Its current timer object.
+class CurrentTimerObject : public CurrentTimebar {
+public:
+    ModelObject* current(CGuiPlugScene& scene) const override;
+};
+
+/// The current variable of that.
+class CurrentVariable : public CurrentTimebar {
+public:
+    ModelObject* current(CGuiPlugScene& scene) const override;
+};
+
+inline const CurrentTimebar current_timebar;
+inline const CurrentTimerObject current_timer_object;
+inline const CurrentVariable current_variable;
 inline const CurrentMenu current_menu;
 inline const CurrentMenuItem current_menu_item;
 inline const SelectedDialogs selected_dialogs;

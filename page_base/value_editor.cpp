@@ -1,5 +1,6 @@
 #include "value_editor.h"
 
+#include "core/edit_limit.h"
 #include "core/field.h"
 #include "core/language.h"
 #include "frame/child_dlg.h"
@@ -22,6 +23,15 @@ namespace {
 
 using Agreement = CommonValue::Agreement;
 
+/// What a field shows of a text that it cannot edit.
+QString head_of_long(const QString& text, QChar gap)
+{
+    constexpr int shown = 500; ///< UTF-16 units
+    return cut_text(text, shown) + gap
+        + lang(u"（共 %1 个字符，太长，不能在此编辑）", u"(%1 characters, too long to be edited here)")
+              .arg(text.size());
+}
+
 class TextLine : public ValueEditor {
 public:
     explicit TextLine(QLineEdit& widget) : m_widget(widget)
@@ -34,9 +44,14 @@ public:
         m_widget.setEnabled(view.enabled);
         m_widget.setPlaceholderText(view.agreement == Agreement::Mixed ? mixed_text() : QString());
         // Setting it puts the cursor at the end.
-        if (view.field && view.field->rules().max_length != m_widget.maxLength())
-            m_widget.setMaxLength(view.field->rules().max_length);
-        const QString text = view.agreement == Agreement::Same ? value_as<QString>(view.value) : QString();
+        const int longest = view.field ? std::min(view.field->rules().max_length, int(longest_edited_line))
+                                       : m_widget.maxLength();
+        if (longest != m_widget.maxLength())
+            m_widget.setMaxLength(longest);
+        const QString whole = view.agreement == Agreement::Same ? value_as<QString>(view.value) : QString();
+        const bool fits = whole.size() <= longest_edited_line;
+        const QString text = fits ? whole : head_of_long(whole, QLatin1Char(' '));
+        m_widget.setReadOnly(!fits);
         if (m_widget.text() != text) { // Keeps the cursor otherwise.
             m_widget.setText(text);
             m_widget.setCursorPosition(0);
@@ -81,9 +96,12 @@ public:
         m_is_list = std::holds_alternative<QStringList>(view.value);
         m_widget.setEnabled(view.enabled);
         m_widget.setPlaceholderText(view.agreement == Agreement::Mixed ? mixed_text() : QString());
-        const QString text = view.agreement != Agreement::Same ? QString()
+        const QString whole = view.agreement != Agreement::Same ? QString()
             : m_is_list ? value_as<QStringList>(view.value).join(QLatin1Char('\n'))
                         : value_as<QString>(view.value);
+        const bool fits = can_be_edited(whole);
+        const QString text = fits ? whole : head_of_long(whole, QLatin1Char('\n'));
+        m_widget.setReadOnly(!fits);
         if (m_widget.toPlainText() != text)
             m_widget.setPlainText(text);
     }

@@ -17,6 +17,7 @@ void CChildControls::OnInitDialog()
 {
     CGuiChildDlg::OnInitDialog();
     m_pages = findChild<CDlgGroup*>();
+    m_pages->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum); // The next section follows at once.
     for (const PageEntry& page : type_pages())
         m_pages->add_wnd(tarn::make_page(page, m_pages), page.template_id);
 }

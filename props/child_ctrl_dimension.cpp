@@ -3,9 +3,13 @@
 #include "anchor_rows.h"
 #include "gui_core/control_state.h"
 #include "gui_core/dxut_control.h"
+#include "gui_core/gui_core.h"
 #include "widgets/button_st.h"
 
+#include <QApplication>
 #include <QCheckBox>
+
+#include <utility>
 
 using tarn::ControlExtras;
 using tarn::ControlState;
@@ -26,6 +30,8 @@ enum Id : int {
     id_center_y = 6413,
     id_center_reset = 6415,
     id_scale_mode = 6593,
+    id_transparency = 6890,
+    id_color = 6891,
 };
 
 constexpr FieldRow place_row(int control, tarn::FieldKey field)
@@ -43,6 +49,8 @@ constexpr FieldRow rows[] = {
     place_row(id_center_x, key<tarn::CenterXAccess{}>),
     place_row(id_center_y, key<tarn::CenterYAccess{}>),
     {.control = id_scale_mode, .field = key<tarn::ScaleModeAccess{}>},
+    {.control = id_transparency, .field = key<&ControlExtras::transparency>, .number = {.step = 0.05}},
+    {.control = id_color, .field = key<&ControlExtras::color>},
 };
 
 constexpr auto anchors = tarn::anchor_rows(key<&ControlState::align_type>, tarn::Scope::EverySelected,
@@ -77,6 +85,35 @@ void CChildCtrlDimension::OnInitDialog()
     for (const FieldRow& row : anchors)
         button(row.control)->SetIcon(tarn::anchor_icon(*row.option));
     bind_actions(center_actions);
+    connect(qApp, &QApplication::focusChanged, this,
+            [this](const QWidget*, const QWidget* focused) { follow_focus(focused); });
+}
+
+/// While the order is edited the view shows it, and goes on so while the next control is clicked there.
+void CChildCtrlDimension::follow_focus(const QWidget* focused)
+{
+    const QWidget* field = control(id_tab_order);
+    const auto is_in_page = [](const QWidget* widget) {
+        while (widget && !qobject_cast<const CChildDlg*>(widget))
+            widget = widget->parentWidget();
+        return widget != nullptr;
+    };
+    if (focused && (focused == field || field->isAncestorOf(focused)))
+        show_tab_numbers(true);
+    else if (is_in_page(focused))
+        show_tab_numbers(false);
+}
+
+void CChildCtrlDimension::show_tab_numbers(bool show)
+{
+    if (core() && std::exchange(core()->view_aids().tab_numbers, show) != show)
+        update_all_views();
+}
+
+void CChildCtrlDimension::hideEvent(QHideEvent* event)
+{
+    CBoundPage::hideEvent(event);
+    show_tab_numbers(false);
 }
 
 bool CChildCtrlDimension::keeps_ratio() const

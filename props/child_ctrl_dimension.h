@@ -17,8 +17,11 @@ protected:
     void OnInitDialog() override;
     void refresh() override;
     void row_edited(int id, const tarn::Value& value) override;
+    void hideEvent(QHideEvent* event) override;
 
 private:
+    void follow_focus(const QWidget* focused);
+    void show_tab_numbers(bool show);
     bool keeps_ratio() const;
 
     float m_aspect = 0;

@@ -78,6 +78,8 @@ constexpr FieldRow rows[] = {
      .shows = Shows::Current,
      .follows = Follows::Redraw,
      .number = pixels},
+    {.control = 6892, .field = key<&DialogState::transparency>, .number = {.step = 0.05}},
+    {.control = 6893, .field = key<&DialogState::color>},
     {.control = 6508,
      .field = key<&DialogState::minimize_to_bottom>,
      .scope = Scope::Current,

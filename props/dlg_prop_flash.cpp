@@ -46,6 +46,14 @@ constexpr FieldRow setting_row(int control, tarn::FieldKey field)
     return {.control = control, .field = field, .scope = Scope::Current, .follows = tarn::Follows::Redraw};
 }
 
+/// Nothing of it is to be seen.
+constexpr FieldRow chinese_row()
+{
+    FieldRow row = setting_row(id_chinese, key<&FlashState::chinese_input>);
+    row.follows = tarn::Follows::Nothing;
+    return row;
+}
+
 constexpr FieldRow translucency_row()
 {
     FieldRow row = setting_row(6907, key<&FlashState::translucency>);
@@ -61,7 +69,7 @@ constexpr FieldRow rows[] = {
     setting_row(6563, key<&FlashState::keep_global>),
     setting_row(6140, key<&FlashState::mouse_input>),
     setting_row(6144, key<&FlashState::keyboard_input>),
-    setting_row(id_chinese, key<&FlashState::chinese_input>),
+    chinese_row(),
     translucency_row(),
 };
 

@@ -4,11 +4,15 @@
 #include "gui_core/dxut_menu.h"
 #include "gui_core/dxut_menu_item.h"
 
+#include <QDrag>
 #include <QDropEvent>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QMimeData>
 #include <QMouseEvent>
 #include <QSignalBlocker>
+
+#include <utility>
 
 namespace {
 
@@ -156,15 +160,23 @@ void CMenuTree::dragMoveEvent(QDragMoveEvent* event)
         event->ignore();
 }
 
-/// The rows follow the menu, so they are not moved here.
+/// The rows follow the menu. The view's own drag would remove those that were moved.
+void CMenuTree::startDrag(Qt::DropActions)
+{
+    m_dropped.reset();
+    auto* drag = new QDrag(this);
+    drag->setMimeData(model()->mimeData(selectedIndexes()));
+    drag->exec(Qt::MoveAction);
+    if (const auto spot = std::exchange(m_dropped, {}))
+        Q_EMIT item_dropped(int(m_rows.indexOf(currentItem())), *spot);
+}
+
 void CMenuTree::dropEvent(QDropEvent* event)
 {
-    const auto spot = event->source() == this ? spot_at(event->position().toPoint()) : std::nullopt;
-    event->setDropAction(Qt::CopyAction); // After a move the view would remove the rows that were dragged.
-    event->setAccepted(spot.has_value());
+    if (event->source() == this)
+        m_dropped = spot_at(event->position().toPoint());
+    event->setAccepted(m_dropped.has_value());
     stopAutoScroll();
     setState(NoState);
     viewport()->update();
-    if (spot)
-        Q_EMIT item_dropped(int(m_rows.indexOf(currentItem())), *spot);
 }

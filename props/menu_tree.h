@@ -37,6 +37,7 @@ protected:
     void mousePressEvent(QMouseEvent* event) override;
     void dragMoveEvent(QDragMoveEvent* event) override;
     void dropEvent(QDropEvent* event) override;
+    void startDrag(Qt::DropActions actions) override;
 
 private:
     void rebuild(const CDXUTMenu& menu);
@@ -44,6 +45,7 @@ private:
     /// Where the current item would come to stand; nothing within itself.
     std::optional<tarn::MenuSpot> spot_at(QPoint place) const;
 
-    QList<QTreeWidgetItem*> m_rows; ///< by the items' places in the menu
-    QList<int> m_levels;            ///< for which the tree was built
+    QList<QTreeWidgetItem*> m_rows;          ///< by the items' places in the menu
+    QList<int> m_levels;                     ///< for which the tree was built
+    std::optional<tarn::MenuSpot> m_dropped; ///< where the drag that goes on ended
 };

@@ -305,40 +305,42 @@ constexpr FieldRow picture_rows[] = {
 constexpr ImageRow picture_images[] = {{6899, 6900, key<&Picture::image>}};
 constexpr ActionRow picture_actions[] = {{6901, tarn::size_to_pictures<picture_images, check_lacks_picture>}};
 
-// Pictures in pictures
+// Pictures in pictures and maps: the pages edit the current one alone.
+
+constexpr FieldRow media_row(int control, tarn::FieldKey field, NumberLook number = {})
+{
+    return {.control = control,
+            .field = field,
+            .scope = Scope::Current,
+            .follows = tarn::Follows::Redraw,
+            .number = number};
+}
 
 using PictureInPicture = tarn::PictureInPictureState;
 const SelectedControls picture_in_pictures{DXUT_CONTROL_PIP};
 constexpr FieldRow picture_in_picture_rows[] = {
-    type_row(6905, key<&PictureInPicture::background_color>),
-    type_row(6906, key<&PictureInPicture::frame_shown>),
+    media_row(6905, key<&PictureInPicture::background_color>),
+    media_row(6906, key<&PictureInPicture::frame_shown>),
 };
 constexpr SceneObjectRow picture_in_picture_objects[] = {
     {6903, 6904, key<&PictureInPicture::camera>, tarn::SceneObjectKind::Camera}};
 
-// Maps
-
 using Map = tarn::MapState;
 const SelectedControls maps{DXUT_CONTROL_MAP};
 
-constexpr FieldRow map_number(int control, tarn::FieldKey field, NumberLook number = {})
-{
-    return number_row(type_row(control, field), number);
-}
-
 constexpr FieldRow map_rows[] = {
-    map_number(6262, key<&Map::range_top>),
-    map_number(6049, key<&Map::range_left>),
-    map_number(6050, key<&Map::range_bottom>),
-    map_number(6051, key<&Map::range_right>),
-    type_row(6275, key<&Map::lock_center>),
-    map_number(6263, key<&Map::default_scale>, {.step = 0.1}),
-    map_number(6277, key<&Map::zoom_rate>, {.step = 0.1}),
-    map_number(6299, key<&Map::zoom_in_x>, whole),
-    map_number(6617, key<&Map::zoom_in_y>, whole),
-    map_number(6300, key<&Map::zoom_out_x>, whole),
-    map_number(6298, key<&Map::zoom_out_y>, whole),
-    type_row(6302, key<&Map::eagle_eye>),
+    media_row(6262, key<&Map::range_top>),
+    media_row(6049, key<&Map::range_left>),
+    media_row(6050, key<&Map::range_bottom>),
+    media_row(6051, key<&Map::range_right>),
+    media_row(6275, key<&Map::lock_center>),
+    media_row(6263, key<&Map::default_scale>, {.step = 0.1}),
+    media_row(6277, key<&Map::zoom_rate>, {.step = 0.1}),
+    media_row(6299, key<&Map::zoom_in_x>, whole),
+    media_row(6617, key<&Map::zoom_in_y>, whole),
+    media_row(6300, key<&Map::zoom_out_x>, whole),
+    media_row(6298, key<&Map::zoom_out_y>, whole),
+    media_row(6302, key<&Map::eagle_eye>),
 };
 constexpr ImageRow map_images[] = {
     {6267, 6264, key<&Map::image_map>},

@@ -147,6 +147,13 @@ void CDlgTopTable::on_world_created(CBaseWorld* world)
     show_switches();
 }
 
+/// Menus are edited while their tab is chosen; another mode has ended that.
+void CDlgTopTable::on_set_active(bool active)
+{
+    if (active && core())
+        core()->selection().menu_editing = control_as<QTabBar>(id_tabs)->currentIndex() == tab_menu;
+}
+
 void CDlgTopTable::update_ui(int code)
 {
     if (!scene() || (code != tarn::ui_full_refresh && code != tarn::ui_scene_changed))

@@ -21,6 +21,7 @@ public:
     void set_tool_main(CDlgToolMain* tool_main) { m_tool_main = tool_main; }
     void set_prop_bar(CPropBar* prop_bar) { m_prop_bar = prop_bar; }
 
+    void on_set_active(bool active) override;
     void on_world_created(CBaseWorld* world) override;
     void update_ui(int code) override;
 

@@ -4,10 +4,14 @@
 #include "core/res_handle_man.h"
 #include "dlg_tool_main.h"
 #include "dlg_top_table.h"
+#include "frame/dlg_group.h"
 #include "prop_bar.h"
 #include "timeline/dlg_gui_manager_timer.h"
+#include "timeline/dlg_top_timer.h"
 #include "timer_control_bar.h"
+#include "widgets/iconfun.h"
 
+#include <QAction>
 #include <QMainWindow>
 
 using tarn::lang;
@@ -20,7 +24,7 @@ constexpr int template_top_table = 6103;
 constexpr int template_timebar_list = 6564;
 
 constexpr QSize prop_bar_size(230, 500);
-constexpr QSize timer_bar_size(800, 102);
+constexpr QSize timer_bar_size(800, 240);
 
 /// Both bars have the same number in the frame; their places are remembered by name.
 constexpr int bar_identifier = 59424;
@@ -96,6 +100,42 @@ void CGuiUI::create_tab_windows(QWidget* top_parent, QWidget* side_parent)
 
     m_top_table->set_tool_main(m_tool_main);
     m_top_table->set_prop_bar(m_prop_bar);
+    connect_timeline();
+    add_commands();
+}
+
+void CGuiUI::connect_timeline()
+{
+    QObject::connect(m_timebar_list, &CDlgGuiManagerTimer::timebar_shown, m_prop_bar, [this] {
+        m_prop_bar->group().show_wnd_by_id(CPropBar::page_timer);
+        m_timer_bar->show_bar(true);
+    });
+    QObject::connect(&m_timer_bar->page(), &CDlgTopTimer::locked, m_timebar_list, [this](bool on) {
+        m_timer_bar->set_locked(on);
+        m_timebar_list->set_locked(on);
+    });
+}
+
+void CGuiUI::add_commands()
+{
+    struct Command {
+        int id;
+        const char16_t* chinese;
+        const char16_t* english;
+        Qt::Key keys;
+        int icon;
+    };
+    static constexpr Command commands[] = {
+        {CDlgTopTimer::record_key, u"记录关键帧(&K)", u"Record &Key", Qt::Key_F6, 6487},
+        {CDlgTopTimer::select_again, u"选择工具(&S)", u"&Select Tool", Qt::Key_F8, 6162},
+    };
+    for (const Command& command : commands) {
+        auto* action = new QAction(iconfun::icon(command.icon), lang(command.chinese, command.english), m_timer_bar);
+        action->setShortcut(command.keys);
+        QObject::connect(action, &QAction::triggered, &m_timer_bar->page(),
+                         [this, id = command.id] { m_timer_bar->page().command(id); });
+        add_menu_action(action);
+    }
 }
 
 void CGuiUI::destroy_windows()

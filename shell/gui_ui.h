@@ -20,6 +20,9 @@ public:
     QString get_plug_name() override;
 
 private:
+    void connect_timeline();
+    void add_commands();
+
     CDlgToolMain* m_tool_main = nullptr;
     CDlgTopTable* m_top_table = nullptr;
     CPropBar* m_prop_bar = nullptr;

@@ -45,6 +45,9 @@ void CPropBar::update_ui(int code)
     if (code == tarn::ui_full_refresh || code == tarn::ui_scene_changed || code == tarn::ui_control_selected
         || code == tarn::ui_selection_changed)
         choose_page();
+    // What shows a timebar belongs to its mode, which brings it to the front again when it is entered.
+    if (code == tarn::ui_mode_entered && m_group->shown_id() == page_timer)
+        choose_page();
     m_group->update_ui(code);
 }
 

@@ -26,3 +26,10 @@ void CTimerControlBar::update_ui(int code)
 {
     m_page->update_ui(code);
 }
+
+void CTimerControlBar::set_locked(bool on)
+{
+    setFeatures(on ? NoDockWidgetFeatures : DockWidgetClosable | DockWidgetMovable | DockWidgetFloatable);
+    setMinimumHeight(on ? height() : 0);
+    setMaximumHeight(on ? height() : QWIDGETSIZE_MAX);
+}

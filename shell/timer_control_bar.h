@@ -13,6 +13,9 @@ public:
     using CMyControlBar::CMyControlBar;
 
     void create_page();
+    CDlgTopTimer& page() { return *m_page; }
+    /// While locked the bar keeps its place and height.
+    void set_locked(bool on);
     void set_owner_frame(QMainWindow* frame) { m_frame = frame; }
     QMainWindow* owner_frame() const { return m_frame; }
 

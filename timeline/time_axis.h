@@ -31,6 +31,8 @@ struct TimeAxis {
     /// Scrolls by as little as shows the time, `margin` pixels off the edges.
     void show(float time, int width, int margin = 30);
 
+    bool operator==(const TimeAxis&) const = default;
+
 private:
     void keep_column(float time, int column);
 };

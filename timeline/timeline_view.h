@@ -3,7 +3,10 @@
 #include "time_axis.h"
 #include "timeline_selection.h"
 
+#include <QRect>
+
 #include <optional>
+#include <set>
 
 class CAnimationScene;
 class CTimerObject;
@@ -58,6 +61,21 @@ struct TimelineHover {
     }
 };
 
+/// How the rows below the bands are shown, of timer objects by their ids. Not saved.
+struct TimelineRowsView {
+    int scroll = 0;         ///< pixels, from 0
+    std::set<quint32> open; ///< unfolded into their variables
+    QString filter;         ///< only objects whose names contain it
+    bool only_selected = false;
+    std::set<quint32> locked; ///< their keys are not edited
+    // The row that the keyboard is in: an object's, or one of its variables'; without both the timebar's.
+    quint32 focus_object = 0;
+    quint32 focus_variable = 0;
+    QRect box; ///< that is being drawn around keys; null for none
+
+    bool operator==(const TimelineRowsView&) const = default;
+};
+
 /// All that the timeline's painting and hitting go by, apart from the timebar itself. It knows no widget.
 struct TimelineView {
     CAnimationScene* scene = nullptr;
@@ -65,10 +83,12 @@ struct TimelineView {
     float current_time = 0;
     int client_width = 0;
     int client_height = 0;
+    bool ripple = false;       ///< later keys follow those that are moved
     bool range_select = false; ///< a range is being selected, or was and still is
     float range_anchor = 0;    ///< where it begins; it ends at the cursor
     TimelineSelection selection;
     TimelineHover hover;
+    TimelineRowsView rows;
 
     CTimebar* bar() const; ///< the current one; null for none
     // Of the selected range, the smaller first.

@@ -1,11 +1,33 @@
 #pragma once
 
-#include "page_base/gui_child_dlg.h"
+#include "entered_text.h"
+#include "page_base/bound_page.h"
 
-/// The current timebar and its objects.
-class CDlgPropTimer : public CGuiChildDlg {
+#include <optional>
+
+class CMyRollup;
+class CTimebar;
+
+/// The current timebar: its name, its length and how it plays, and below them the pages of its objects and script keys.
+class CDlgPropTimer : public CBoundPage {
     Q_OBJECT
 
 public:
-    explicit CDlgPropTimer(QWidget* parent = nullptr) : CGuiChildDlg(QStringLiteral("CDlgPropTimer"), parent) {}
+    explicit CDlgPropTimer(QWidget* parent = nullptr);
+
+    void on_world_created(CBaseWorld* world) override;
+    void update_ui(int code) override;
+    void model_changed(const tarn::ModelChange& change) override;
+
+protected:
+    void OnInitDialog() override;
+    void refresh() override;
+
+private:
+    CTimebar* bar() const;
+    void ask_length();
+    void enter_name();
+
+    CMyRollup* m_rollup = nullptr;
+    std::optional<tarn::EnteredText> m_name;
 };

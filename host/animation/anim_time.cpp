@@ -1,6 +1,9 @@
 #include "anim_time.h"
 
+#include "core/language.h"
+
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <limits>
 
@@ -18,6 +21,50 @@ float frame_time(qint64 frame, int frame_rate)
     if (frame_of(time, frame_rate) < frame)
         time = std::nextafter(time, std::numeric_limits<float>::max());
     return time;
+}
+
+TimeUnit TimeUnit::frames(int rate)
+{
+    return TimeUnit(std::max(rate, 1));
+}
+
+double TimeUnit::number_of(float time) const
+{
+    return is_frames() ? double(frame_of(time, m_frame_rate)) : double(time);
+}
+
+float TimeUnit::time_of(double number) const
+{
+    if (!is_frames())
+        return float(number);
+    constexpr double most_frames = 1e15;
+    const bool is_whole = std::abs(number) < most_frames && number == std::floor(number);
+    return is_whole ? frame_time(qint64(number), m_frame_rate) : float(number / m_frame_rate);
+}
+
+double TimeUnit::typed(const QString& text)
+{
+    const QByteArray bytes = text.trimmed().toLatin1();
+    const char* begin = bytes.constData() + (bytes.startsWith('+') ? 1 : 0);
+    double number = 0;
+    std::from_chars(begin, bytes.constData() + bytes.size(), number);
+    return number;
+}
+
+QString TimeUnit::length_text(float time) const
+{
+    if (is_frames()) {
+        const auto frame = qint64(number_of(time));
+        return (frame ? QString::number(frame) : QString()) + lang(u"帧", u"Frame");
+    }
+    return QString::asprintf("%.1f", double(time)) + lang(u"秒", u"S");
+}
+
+QString TimeUnit::key_text(float time) const
+{
+    if (is_frames())
+        return QString::number(qint64(number_of(time))) + lang(u"帧", u"Frame");
+    return QString::asprintf("%.2f", double(time)) + lang(u"秒", u"Sec");
 }
 
 float snap(float time, const SnapGrid& grid)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QtGlobal>
+#include <QString>
 
 #include <span>
 
@@ -13,6 +13,33 @@ constexpr float max_time = 360'000;
 float frame_time(qint64 frame, int frame_rate);
 /// The frame that is shown at a time.
 qint64 frame_of(float time, int frame_rate);
+
+/// The unit in which an author sees and types the times of a timebar: seconds, or frames of a rate. All ways from the one to
+/// the other go through here.
+class TimeUnit {
+public:
+    static TimeUnit seconds() { return TimeUnit(0); }
+    static TimeUnit frames(int rate);
+
+    bool is_frames() const { return m_frame_rate > 0; }
+    /// The time as a number of the unit; a frame that has begun counts.
+    double number_of(float time) const;
+    /// The time that a number stands for; of a whole frame the one float that stands for it everywhere. Neither limited
+    /// nor checked: what is no number stays none.
+    float time_of(double number) const;
+    /// As C reads it: the number that the text begins with, 0 without one.
+    static double typed(const QString& text);
+
+    /// "10.0S", "250Frame" in the program's language. Of frame 0 only the word is left.
+    QString length_text(float time) const;
+    /// "1.50Sec", "37Frame".
+    QString key_text(float time) const;
+
+private:
+    explicit TimeUnit(int frame_rate) : m_frame_rate(frame_rate) {}
+
+    int m_frame_rate; ///< 0: seconds
+};
 
 /// What times snap to.
 struct SnapGrid {

@@ -49,10 +49,12 @@ CAnimationScene::CAnimationScene(Document& document) : ModelObject(document, new
     document.add_part({.entry = entry, .container = this});
     add_kinds();
     document.changes().add_listener(this);
+    document.set_driver(this);
 }
 
 CAnimationScene::~CAnimationScene()
 {
+    document().set_driver(nullptr);
     document().changes().remove_listener(this);
 }
 
@@ -170,6 +172,8 @@ void CAnimationScene::set_current_bar(const CTimebar* bar)
     if (wanted == m_current_bar)
         return;
     drop_unrecorded();
+    if (CTimebar* before = m_running ? nullptr : current_bar())
+        before->m_playing = false;
     m_current_bar = wanted;
     m_stale = true;
     show_frame();
@@ -284,8 +288,11 @@ void CAnimationScene::set_running(bool on)
     if (m_running == on)
         return;
     drop_unrecorded();
+    if (on && m_editing)
+        document().clear_shown();
     for (CTimebar* bar : bars()) {
         bar->m_playing = false;
+        bar->m_speed = 1;
         bar->m_passed.clear();
         if (on)
             bar->m_time_before = bar->m_current_time;
@@ -314,6 +321,7 @@ void CAnimationScene::prepare()
         return;
     if (!m_running && !m_programs.empty())
         document().clear_shown();
+    document().changes().touch(*this, shared_state()); // Who marks what is driven looks again.
     m_programs.clear();
     AnimationProgram::Covered covered;
     for (CTimebar* bar : bars())
@@ -379,7 +387,8 @@ void CAnimationScene::tell_passed(CTimebar& bar)
             m_listener->script_key_passed(bar, key->time(), key->function());
     if (m_running)
         for (const ObjectRef child : IdList(bar.bar_state().objects))
-            if (auto* command = document().find_as<CTCommandScript>(child.id); command && !command->script().isEmpty())
+            if (auto* command = document().find_as<CTCommandScript>(child.id);
+                command && command->take_due(bar.current_time()))
                 m_listener->command_due(*command);
     if (ended)
         m_listener->bar_ended(bar);
@@ -394,22 +403,93 @@ void CAnimationScene::model_changed(const ModelChange& change)
 
 CTimebar* CAnimationScene::driver_of(quint32 object, Channel channel) const
 {
-    const_cast<CAnimationScene*>(this)->prepare();
+    if (m_stale)
+        const_cast<CAnimationScene*>(this)->show_frame(); // What is driven no more is shown as authored.
     for (const Program& row : m_programs)
         if (row.program.channels_of(object) & bit(channel))
             return row.bar;
     return nullptr;
 }
 
+quint32 CAnimationScene::driven_channels(quint32 object) const
+{
+    quint32 channels = 0;
+    for (const Program& row : m_programs)
+        channels |= row.program.channels_of(object);
+    return channels;
+}
+
+std::optional<Channel> CAnimationScene::channel_of(const ModelObject& object, FieldKey field) const
+{
+    const AnimationTarget* kind = target_kind(type_for(object));
+    for (int c = 0; kind && c < channel_count; ++c) {
+        const auto fields = kind->fields(Channel(c));
+        if (std::find(fields.begin(), fields.end(), field) != fields.end())
+            return Channel(c);
+    }
+    return std::nullopt;
+}
+
+std::optional<CAnimationScene::Driving> CAnimationScene::driving(const ModelObject& object, FieldKey field) const
+{
+    if (driven_channels(object.id()) == 0)
+        return std::nullopt;
+    const auto channel = channel_of(object, field);
+    for (const Program& row : m_programs)
+        if (channel && (row.program.channels_of(object.id()) & bit(*channel)))
+            return Driving{row.bar, *channel, !unrecorded().value(object.id()).has(*channel)};
+    return std::nullopt;
+}
+
 // Unrecorded ---------------------------------------------------------------------------------------------------------
+
+// Both go by what the scene shows, which the author sees, not by what it is to show next.
+
+bool CAnimationScene::drives(const ModelObject& object) const
+{
+    return m_editing && !m_running && driven_channels(object.id()) != 0;
+}
+
+bool CAnimationScene::drives(const ModelObject& object, FieldKey field) const
+{
+    return driving(object, field).has_value();
+}
+
+void CAnimationScene::take(ModelObject& object, const ObjectState& wanted)
+{
+    AnimationTarget& kind = *target_kind(type_for(object));
+    const Pose shown = kind.pose(object.shown_state());
+    Pose pose = kind.pose(wanted);
+    const quint32 channels = driven_channels(object.id());
+    for (int c = 0; c < channel_count; ++c)
+        if (const auto channel = Channel(c); pose.has(channel))
+            if (!(channels & bit(channel)) || pose.value(channel) == shown.value(channel))
+                pose.drop(channel);
+    if (!pose.is_empty())
+        keep_unrecorded(object, pose);
+}
+
+/// In the step of undo that runs.
+void CAnimationScene::keep_unrecorded(ModelObject& object, const Pose& pose)
+{
+    CTimebar* bar = m_auto_record ? current_bar() : nullptr;
+    if (CTimerObject* timer = bar ? bar->SearchItemUsage(object) : nullptr)
+        timer->record(bar->current_time(), pose);
+    else
+        write<AnimationState>([&](AnimationState& state) { state.unrecorded[object.id()].take(pose); });
+    const ShownWrites shown(document());
+    target_kind(type_for(object))->show(object, pose);
+}
 
 bool CAnimationScene::set_unrecorded(quint32 object, Channel channel, const KeyValue& value)
 {
-    if (m_running || value.type() != channel_row(channel).type || !driver_of(object, channel))
+    ModelObject* target = document().find(object);
+    if (m_running || !target || value.type() != channel_row(channel).type || !driver_of(object, channel))
         return false;
     const UserAction action(journal(), lang(u"修改姿态", u"Change Pose"));
-    write<AnimationState>([&](AnimationState& state) { state.unrecorded[object].set(channel, value); });
-    show_frame();
+    Pose pose;
+    pose.set(channel, value);
+    keep_unrecorded(*target, pose);
     return true;
 }
 

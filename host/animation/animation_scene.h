@@ -3,10 +3,12 @@
 #include "animation_program.h"
 #include "animation_states.h"
 #include "child_list.h"
+#include "core/attribute_driver.h"
 #include "core/model_changes.h"
 
 #include <array>
 #include <memory>
+#include <optional>
 #include <vector>
 
 class CConfigScene;
@@ -14,7 +16,7 @@ class CTimebar;
 
 /// The timebars of a scene, and what they make it show. Of two that drive one channel of an object the higher in the list
 /// wins.
-class CAnimationScene final : public tarn::ModelObject, private tarn::ModelListener {
+class CAnimationScene final : public tarn::ModelObject, private tarn::ModelListener, private tarn::AttributeDriver {
 public:
     static constexpr std::size_t max_bars = 10'000;
 
@@ -50,8 +52,8 @@ public:
     /// While on, the current bar drives the scene; off, the scene is shown as authored.
     void set_editing(bool on);
     bool is_editing() const { return m_editing; }
-    /// A preview: the bars that play by themselves begin, and all that play drive the scene. Whoever ends it clears what is
-    /// shown.
+    /// A preview: the bars that play by themselves begin, and all that play drive the scene. Whoever begins or ends it clears
+    /// what is shown before.
     void set_running(bool on);
     bool is_running() const { return m_running; }
     /// All bars that play go on by that many seconds; answers whether there are any.
@@ -60,8 +62,21 @@ public:
     void show_frame();
     /// Which bar drives the channel of the object now; null when none does.
     CTimebar* driver_of(quint32 object, tarn::Channel channel) const;
+    /// What drives an attribute of an object.
+    struct Driving {
+        CTimebar* bar;
+        tarn::Channel channel;
+        bool is_recorded; ///< the keys say what is shown; else the author changed it
+    };
+    /// None when the attribute is shown as authored.
+    std::optional<Driving> driving(const tarn::ModelObject& object, tarn::FieldKey field) const;
+    /// The channel of such objects that holds the attribute; none for an attribute that no channel has.
+    std::optional<tarn::Channel> channel_of(const tarn::ModelObject& object, tarn::FieldKey field) const;
+    /// The channels of an object that are driven now, as bits.
+    quint32 driven_channels(quint32 object) const;
 
-    // What the author changed of driven objects and did not record
+    // What the author changed of driven objects and did not record. While the current bar drives the scene, writes to
+    // driven attributes come here, whoever made them.
     const QMap<quint32, tarn::Pose>& unrecorded() const { return animation_state().unrecorded; }
     /// One step of undo. False when no bar drives the channel.
     bool set_unrecorded(quint32 object, tarn::Channel channel, const tarn::KeyValue& value);
@@ -69,6 +84,9 @@ public:
     void forget_unrecorded(quint32 object, quint32 channels);
     /// All of it, for good.
     void drop_unrecorded();
+    /// While on, what would stay unrecorded is recorded at the current time, in the same step of undo. Not saved.
+    void set_auto_record(bool on) { m_auto_record = on; }
+    bool auto_record() const { return m_auto_record; }
 
     // The turning point of an object is edited
     void edit_sel_mat(const tarn::ModelObject& object) { m_edited_center = object.id(); }
@@ -105,6 +123,10 @@ private:
 
     void add_kinds();
     void model_changed(const tarn::ModelChange& change) override;
+    bool drives(const tarn::ModelObject& object) const override;
+    bool drives(const tarn::ModelObject& object, tarn::FieldKey field) const override;
+    void take(tarn::ModelObject& object, const tarn::ObjectState& wanted) override;
+    void keep_unrecorded(tarn::ModelObject& object, const tarn::Pose& pose);
     const tarn::AnimationState& animation_state() const { return state<tarn::AnimationState>(); }
     bool drives(const CTimebar& bar) const;
     void prepare();
@@ -125,6 +147,7 @@ private:
     quint32 m_edited_center = 0;
     bool m_editing = false;
     bool m_running = false;
+    bool m_auto_record = false;
     bool m_stale = true;             ///< what drives the scene has to be found out anew
     bool m_changed = false;          ///< what was not recorded is another than what is shown
     std::vector<Program> m_programs; ///< of the bars that drive, the highest first

@@ -35,7 +35,11 @@ const FieldTable& TimebarState::field_table()
         computed_field<S, PlayingAccess>("playing", worked_out()), field<S, &S::play_mode>("play_mode", 0, range(0, 4)),
         field<S, &S::display_mode>("display_mode", S::seconds_mode, range(S::seconds_mode, S::frames_mode)),
         field<S, &S::frame_rate>("frame_rate", 25, range(0, max_frame_rate)),
-        field<S, &S::auto_play>("auto_play", false), field<S, &S::objects>("object_ids", {}, children()),
+        field<S, &S::auto_play>("auto_play", false),
+        field<S, &S::loop_from>("loop_from", 0.f, range(0, double(max_time))),
+        field<S, &S::loop_to>("loop_to", 0.f, range(0, double(max_time))),
+        field<S, &S::end_function>("end_function", {}, {.max_length = IFunc::max_name, .function = true}),
+        field<S, &S::objects>("object_ids", {}, children()),
         field<S, &S::script_keys>("script_key_ids", {}, children()), field<S, &S::marks>("mark_ids", {}, children()));
     return table;
 }

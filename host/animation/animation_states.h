@@ -28,6 +28,9 @@ struct TimebarState : StateOf<TimebarState> {
     int display_mode = seconds_mode;
     int frame_rate = 25; ///< a second; below 1 counts as 1
     bool auto_play = false;
+    float loop_from = 0; ///< seconds; what repeats while the author plays, nothing unless it ends behind its begin
+    float loop_to = 0;
+    QString end_function; ///< runs in a preview when the bar has come to its end; there need not be one of that name
     IdList objects;
     IdList script_keys;
     IdList marks;

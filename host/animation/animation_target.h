@@ -1,8 +1,11 @@
 #pragma once
 
+#include "core/field_key.h"
 #include "pose.h"
 
 #include <QString>
+
+#include <span>
 
 class CTCommandScript;
 class CTimebar;
@@ -10,6 +13,7 @@ class CTimebar;
 namespace tarn {
 
 class ModelObject;
+struct ObjectState;
 
 /// Kinds of timer objects; the numbers are saved.
 enum class TimerObjectType : quint8 { Script, Model, Control, Dialog, Camera, Panel, Skeleton, AniModel };
@@ -20,8 +24,10 @@ class AnimationTarget {
 public:
     virtual ~AnimationTarget() = default;
     virtual bool takes(const ModelObject& object) const = 0;
-    /// What the object, which it takes, shows now in every channel that it has.
-    virtual Pose pose(const ModelObject& object) const = 0;
+    /// What a state of an object that it takes has in every channel that there is for it.
+    virtual Pose pose(const ObjectState& state) const = 0;
+    /// The attributes that the channel drives; none for a channel that the objects do not have.
+    virtual std::span<const FieldKey> fields(Channel channel) const = 0;
     /// Has the object show the channels that `pose` has, and leaves the others. Writes are writes to what is shown.
     virtual void show(ModelObject& object, const Pose& pose) = 0;
 };
@@ -32,7 +38,8 @@ public:
     virtual ~AnimationListener() = default;
     /// Time came by a script key; the function need not exist.
     virtual void script_key_passed(CTimebar& bar, float time, const QString& function) = 0;
-    /// A frame of a bar with a script object was shown, whose variables have what they have at that time.
+    /// A frame of a bar with a script object was shown, whose variables have what they have at that time; not when none of
+    /// them has another value than in the frame before.
     virtual void command_due(CTCommandScript& object) = 0;
     virtual void bar_ended(CTimebar& bar) = 0;
 };

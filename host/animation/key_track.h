@@ -39,6 +39,15 @@ struct KeySpan {
     float share(float time) const { return (time - begin) * scale(); }
 };
 
+/// Keys that follow each other and share a place, such as a column of pixels.
+struct KeyRun {
+    qsizetype index; ///< of the last of them
+    float first;     ///< times
+    float last;
+    float ease;       ///< of the last one
+    float ease_after; ///< of the key after it; 0 when there is none
+};
+
 /// The keys of a variable by their times, which ascend strictly. They lie in chunks of some hundred that copies of a track
 /// share until one of them is written, so an edit of a long track copies little, and undo keeps little.
 class KeyTrack {
@@ -86,6 +95,11 @@ public:
         }
     }
 
+    /// Calls `visit(place, KeyRun)` for the keys from `from` to `to`, those of equal `place(time)` together; it must not
+    /// decrease with time. Costs what there are places, not keys. Keys of one place can come in more than one run.
+    template <class Place, class Visit>
+    void each_run(float from, float to, Place&& place, Visit&& visit) const;
+
     KeySpan span_at(float time) const;
     /// What the variable has at a time. `steps`: it changes at its keys only.
     KeyValue value_at(float time, bool steps) const;
@@ -127,6 +141,34 @@ private:
     VarType m_type;
     QList<Entry> m_chunks; ///< none is empty
 };
+
+template <class Place, class Visit>
+void KeyTrack::each_run(float from, float to, Place&& place, Visit&& visit) const
+{
+    const qsizetype begin = first_from(from);
+    if (begin == size())
+        return;
+    for (qsizetype c = chunk_of(begin); c < m_chunks.size(); ++c) {
+        const Chunk& keys = *m_chunks[c].keys;
+        const std::size_t count = keys.times.size();
+        for (auto i = std::size_t(std::max<qsizetype>(begin - m_chunks[c].first, 0)); i < count; ++i) {
+            const float first = keys.times[i];
+            if (first > to)
+                return;
+            const auto here = place(first);
+            std::size_t step = 1;
+            for (; i + step < count && place(keys.times[i + step]) == here; step *= 2)
+                i += step;
+            while (step /= 2)
+                if (i + step < count && place(keys.times[i + step]) == here)
+                    i += step;
+            const float ease_after = i + 1 < count ? keys.eases[i + 1]
+                : c + 1 < m_chunks.size()          ? m_chunks[c + 1].keys->eases.front()
+                                                   : 0;
+            visit(here, KeyRun{m_chunks[c].first + qsizetype(i), first, keys.times[i], keys.eases[i], ease_after});
+        }
+    }
+}
 
 template <>
 struct FieldType<KeyTrack> : detail::SingleType<KeyTrack> {

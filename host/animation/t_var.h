@@ -15,6 +15,7 @@ public:
     CTVar(CAnimationScene& scene, tarn::StatePtr state);
 
     const QString& name() const { return var_state().name; }
+    bool set_name(const QString& name) { return change<&tarn::VarState::name>(name); }
     tarn::VarType type() const { return keys().type(); }
     /// "FLOAT", "INT", "VEC", "DWORD", "MAT"; with `words` 1 the same in the program's language.
     QString get_type_name(int words) const;

@@ -22,6 +22,12 @@ bool CTimeMark::set_span(float time, float length)
     return change<&TimeMarkState::length>(std::min(length, max_time - this->time())) || moved;
 }
 
+bool CTimeMark::set_name(const QString& name)
+{
+    const UserAction action(journal(), lang(u"标记的名称", u"Name of Mark"));
+    return change<&TimeMarkState::name>(name);
+}
+
 CTimebar::CTimebar(CAnimationScene& scene, StatePtr state)
     : ModelObject(scene.document(), std::move(state)), m_scene(scene)
 {
@@ -57,6 +63,13 @@ bool CTimebar::set_total_length(float seconds)
 {
     const UserAction action(journal(), lang(u"总时间", u"Total Length"), "length " + QByteArray::number(id()));
     return seconds >= 0 && change<&TimebarState::total_length>(seconds);
+}
+
+bool CTimebar::set_loop(float from, float to)
+{
+    const UserAction action(journal(), lang(u"循环区间", u"Loop Range"), "loop " + QByteArray::number(id()));
+    const bool moved = change<&TimebarState::loop_from>(from);
+    return change<&TimebarState::loop_to>(to) || moved;
 }
 
 // Timer objects ------------------------------------------------------------------------------------------------------
@@ -226,29 +239,47 @@ KeySelection CTimebar::keys_of_group(int group) const
 
 // Recording ----------------------------------------------------------------------------------------------------------
 
+/// What is to be recorded of an object, and which of its channels this bar drives.
+struct CTimebar::Recording {
+    ModelObject* object;
+    TimerObjectType type;
+    Pose pose;
+    quint32 driven = 0;
+};
+
 int CTimebar::record_selection(const std::vector<ModelObject*>& objects)
 {
     const UserAction action(journal(), lang(u"记录关键帧", u"Record Key"));
+    // All are looked at before a key of one changes what the others show.
+    std::vector<Recording> recordings;
+    for (ModelObject* object : objects) {
+        Recording recording{object, m_scene.type_for(*object), {}};
+        if (recording.type == TimerObjectType::Script)
+            continue;
+        for (int c = 0; c < channel_count; ++c)
+            if (m_scene.driver_of(object->id(), Channel(c)) == this)
+                recording.driven |= bit(Channel(c));
+        recording.pose = m_scene.target_kind(recording.type)->pose(object->shown_state());
+        recordings.push_back(recording);
+    }
     int count = 0;
-    for (const ModelObject* object : objects)
-        count += record(*object);
+    for (const Recording& recording : recordings)
+        count += record(recording);
     m_scene.show_frame();
     return count;
 }
 
-int CTimebar::record(const ModelObject& object)
+int CTimebar::record(const Recording& recording)
 {
-    const TimerObjectType type = m_scene.type_for(object);
-    if (type == TimerObjectType::Script)
-        return 0;
+    const ModelObject& object = *recording.object;
     CTimerObject* timer = SearchItemUsage(object);
     if (!timer)
-        timer = create_object(type, {object.id()});
+        timer = create_object(recording.type, {object.id()});
     if (!timer)
         return 0;
     set_current_object(timer);
     const Pose unrecorded = m_scene.unrecorded().value(object.id());
-    Pose pose = m_scene.target_kind(type)->pose(object);
+    Pose pose = recording.pose;
     pose.take(unrecorded);
 
     quint32 possible = 0;
@@ -261,16 +292,15 @@ int CTimebar::record(const ModelObject& object)
         const CTVar* variable = timer->channel_variable(channel);
         const bool is_new = !variable || variable->keys().is_empty();
         // What the bar drives shows its keys, as exactly as the object can: only what the author changed is another.
-        const bool differs = m_scene.driver_of(object.id(), channel) == this
+        const bool differs = recording.driven & bit(channel)
             ? unrecorded.has(channel)
             : !is_new && !(pose.value(channel) == variable->value_at(m_current_time));
         if (is_new || differs)
             changed |= bit(channel);
     }
     const quint32 written = changed ? changed : possible;
-    for (int c = 0; c < channel_count; ++c)
-        if (const auto channel = Channel(c); written & bit(channel))
-            CObjKey(*timer, m_current_time).set_value(channel, pose.value(channel));
+    pose.set_channels(written);
+    timer->record(m_current_time, pose);
     m_scene.forget_unrecorded(object.id(), written);
     return std::popcount(written);
 }
@@ -280,6 +310,13 @@ int CTimebar::record(const ModelObject& object)
 const std::vector<CTimeMark*>& CTimebar::marks() const
 {
     return m_marks.get(document(), bar_state().marks);
+}
+
+CTimeMark* CTimebar::mark_at(float time) const
+{
+    const auto found
+        = std::find_if(marks().rbegin(), marks().rend(), [=](const CTimeMark* mark) { return mark->time() == time; });
+    return found == marks().rend() ? nullptr : *found;
 }
 
 CTimeMark* CTimebar::create_mark(float time, float length, const QString& name)

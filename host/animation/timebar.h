@@ -4,6 +4,7 @@
 #include "animation_states.h"
 #include "child_list.h"
 
+#include <algorithm>
 #include <functional>
 #include <map>
 #include <optional>
@@ -41,6 +42,7 @@ public:
     float end() const { return time() + length(); }
     quint32 color() const { return state<TimeMarkState>().color; }
     bool set_span(float time, float length);
+    bool set_name(const QString& name);
     const char* class_name() const override { return "CTimeMark"; }
 };
 
@@ -66,8 +68,21 @@ public:
     bool set_display_mode(int mode) { return change<&tarn::TimebarState::display_mode>(mode); }
     int frame_rate() const { return bar_state().frame_rate; }
     bool set_frame_rate(int rate) { return change<&tarn::TimebarState::frame_rate>(rate); }
+    /// In which its times are shown and typed.
+    tarn::TimeUnit time_unit() const
+    {
+        return shows_frames() ? tarn::TimeUnit::frames(frame_rate()) : tarn::TimeUnit::seconds();
+    }
     bool auto_play() const { return bar_state().auto_play; }
     bool set_auto_play(bool on) { return change<&tarn::TimebarState::auto_play>(on); }
+    /// The part that repeats while the author plays the bar, in seconds; one that does not end behind its begin: none.
+    bool set_loop(float from, float to);
+    float loop_from() const { return bar_state().loop_from; }
+    float loop_to() const { return std::min(bar_state().loop_to, get_total_length()); }
+    bool has_loop() const { return loop_to() > loop_from(); }
+    /// What runs in a preview when the bar has come to its end; empty for nothing.
+    const QString& end_function() const { return bar_state().end_function; }
+    bool set_end_function(const QString& name) { return change<&tarn::TimebarState::end_function>(name); }
     CAnimationScene& scene() const { return m_scene; }
 
     // Timer objects
@@ -109,12 +124,19 @@ public:
     /// A script key that runs a function of that name, of a name of its own when that is empty. The one that stands there
     /// stays as it is. Null when no ids are left.
     tarn::CScriptKey* insert_script_key(float time, const QString& function = {});
+    /// The function that the script key runs comes to be when there is none of that name, in a step of undo. False where
+    /// there is no script key, or no room for a function.
+    bool create_script_function(float time);
     /// With the function that was made for it, when nothing else names that.
     bool remove_script_key(float time);
     bool remove_script_keys(const std::vector<float>& times);
+    /// Moves the script keys that stand at `times` to where `moved` puts each, all at once and apart from each other; the
+    /// times follow. False, and nothing is moved, where one would come onto a script key that stays.
+    bool retime_script_keys(std::vector<float>& times, const std::function<float(float)>& moved);
 
     // Marks, in the order in which they were made
     const std::vector<tarn::CTimeMark*>& marks() const;
+    tarn::CTimeMark* mark_at(float time) const; ///< the last that begins there; null for none
     tarn::CTimeMark* create_mark(float time, float length, const QString& name);
     void remove_mark(tarn::CTimeMark* mark);
 
@@ -153,14 +175,17 @@ private:
     friend class tarn::CScriptKey;
     const tarn::TimebarState& bar_state() const { return state<tarn::TimebarState>(); }
     void advance(float elapsed);
-    bool at_edge();
+    struct Part;
+    Part played_part() const;
+    bool at_edge(const Part& part);
     void pass(float from, float to);
     void remove_children(std::vector<tarn::ModelObject*> objects);
     tarn::CScriptKey* make_script_key(float time, QString function);
     void copy_content(const CTimebar& other, float at, float until);
     void copy_script_keys(const CTimebar& other, float at, float until);
     CTimerObject* like(const CTimerObject& object);
-    int record(const tarn::ModelObject& object);
+    struct Recording;
+    int record(const Recording& recording);
     void shift_script_keys(float at, float offset);
 
     CAnimationScene& m_scene;

@@ -2,6 +2,7 @@
 
 #include "animation_scene.h"
 #include "timebar.h"
+#include "timer_object.h"
 
 #include <algorithm>
 #include <cmath>
@@ -47,6 +48,9 @@ void CTimebar::active_bar(int on, int from_start)
     if (from_start || m_current_time == end)
         m_current_time = begin;
     m_includes_begin = true;
+    for (CTimerObject* object : objects())
+        if (auto* command = dynamic_cast<CTCommandScript*>(object))
+            command->forget_run();
     m_scene.drop_unrecorded();
 }
 
@@ -82,32 +86,54 @@ void CTimebar::pass(float from, float to)
         std::for_each(std::make_reverse_iterator(high), std::make_reverse_iterator(low), note);
 }
 
+/// What is played of the bar.
+struct CTimebar::Part {
+    float begin;
+    float end;
+    bool loops; ///< whatever the play mode says of the ends
+};
+
+CTimebar::Part CTimebar::played_part() const
+{
+    if (m_scene.is_running() || !has_loop())
+        return {0, get_total_length(), false};
+    return {loop_from(), loop_to(), true};
+}
+
 /// What happens at the end that the time has come to; false when it goes no further.
-bool CTimebar::at_edge()
+bool CTimebar::at_edge(const Part& part)
 {
     switch (play_mode()) {
     case PlayMode::Normal:
-    case PlayMode::ReverseOnce: return false;
+    case PlayMode::ReverseOnce:
+        if (!part.loops)
+            return false;
+        break;
     case PlayMode::Swing: m_direction = -m_direction; return true;
     case PlayMode::Repeat:
     case PlayMode::ReverseRepeat: break;
     }
-    m_current_time = m_direction > 0 ? 0 : get_total_length();
+    m_current_time = m_direction > 0 ? part.begin : part.end;
     m_includes_begin = true;
     return true;
 }
 
 void CTimebar::advance(float elapsed)
 {
-    const float length = get_total_length();
+    const Part part = played_part();
+    const float length = part.end - part.begin;
+    if (m_current_time < part.begin || m_current_time > part.end) {
+        m_current_time = m_direction > 0 ? part.begin : part.end;
+        m_includes_begin = true;
+    }
     double left = std::isfinite(elapsed) ? std::max(double(elapsed) * double(m_speed), 0.0) : 0.0;
     // However long a frame took, the bar goes through at most some times.
     const double period = 2 * double(length);
     if (length > 0 && left > 2 * period)
         left = period + std::fmod(left, period);
-    const bool ends = play_mode() == PlayMode::Normal || play_mode() == PlayMode::ReverseOnce;
+    const bool ends = !part.loops && (play_mode() == PlayMode::Normal || play_mode() == PlayMode::ReverseOnce);
     while (true) {
-        const float edge = m_direction > 0 ? length : 0;
+        const float edge = m_direction > 0 ? part.end : part.begin;
         const double way = std::abs(double(edge) - double(m_current_time));
         if (left < way || (left == way && !ends && length > 0)) {
             const auto time = float(double(m_current_time) + m_direction * left);
@@ -118,7 +144,7 @@ void CTimebar::advance(float elapsed)
         pass(m_current_time, edge);
         m_current_time = edge;
         left -= way;
-        if (length <= 0 || !at_edge()) {
+        if (length <= 0 || !at_edge(part)) {
             m_playing = false;
             m_ended = true;
             return;

@@ -109,6 +109,19 @@ CScriptKey* CTimebar::insert_script_key(float time, const QString& function)
     return make_script_key(time, function);
 }
 
+bool CTimebar::create_script_function(float time)
+{
+    CConfigScene* functions = m_scene.functions();
+    const QString name = get_script_name(time);
+    if (!functions || name.isEmpty())
+        return false;
+    if (!functions->find_function(name)) {
+        const UserAction action(journal(), lang(u"插入脚本", u"Insert Script"));
+        make_functions(*functions, {{name, {}}});
+    }
+    return functions->find_function(name) != nullptr;
+}
+
 bool CTimebar::remove_script_key(float time)
 {
     return remove_script_keys({time});
@@ -129,6 +142,35 @@ bool CTimebar::remove_script_keys(const std::vector<float>& times)
             names << name;
     remove_children(gone);
     m_scene.remove_unused(names);
+    return true;
+}
+
+bool CTimebar::retime_script_keys(std::vector<float>& times, const std::function<float(float)>& moved)
+{
+    struct Moving {
+        CScriptKey* key;
+        float time;
+    };
+    std::vector<Moving> moving;
+    for (const float time : times)
+        if (CScriptKey* key = script_key(time))
+            moving.push_back({key, std::clamp(moved(time), 0.f, max_time)});
+    std::stable_sort(moving.begin(), moving.end(), [](const Moving& a, const Moving& b) { return a.time < b.time; });
+    std::vector<float> to;
+    for (const Moving& row : moving)
+        to.push_back(row.time);
+    keep_apart(to);
+    for (const float time : to) {
+        const CScriptKey* present = script_key(time);
+        const auto is_present = [present](const Moving& row) { return row.key == present; };
+        if (present && std::none_of(moving.begin(), moving.end(), is_present))
+            return false;
+    }
+    const UserAction action(journal(), lang(u"移动脚本", u"Move Script"));
+    for (std::size_t i = 0; i < moving.size(); ++i)
+        if (moving[i].key->time() != to[i])
+            moving[i].key->write<ScriptKeyState>([&](ScriptKeyState& state) { state.time = to[i]; });
+    times = std::move(to);
     return true;
 }
 

@@ -29,24 +29,6 @@ const TypeRow& row_of(TimerObjectType type)
     return rows[int(type)];
 }
 
-/// A text in quotes, or what stands up to the next comma or blank.
-QString take_parameter(QStringView& rest)
-{
-    const QChar quote = rest.front() == u'"' || rest.front() == u'\'' ? rest.front() : QChar();
-    qsizetype end = 1;
-    if (!quote.isNull()) {
-        while (end < rest.size() && rest[end] != quote)
-            end += rest[end] == u'\\' ? 2 : 1;
-        ++end;
-    } else {
-        while (end < rest.size() && !rest[end].isSpace() && rest[end] != u',' && rest[end] != u')')
-            ++end;
-    }
-    const QString parameter = rest.left(std::min(end, rest.size())).toString();
-    rest = rest.mid(std::min(end, rest.size()));
-    return parameter;
-}
-
 } // namespace
 
 CTimerObject::CTimerObject(CAnimationScene& scene, StatePtr state)
@@ -242,6 +224,14 @@ std::vector<float> CTimerObject::key_times(float from, float to) const
     return times;
 }
 
+void CTimerObject::record(float time, const Pose& pose)
+{
+    const UserAction action(journal(), lang(u"记录关键帧", u"Record Key"));
+    for (int c = 0; c < channel_count; ++c)
+        if (const auto channel = Channel(c); pose.has(channel))
+            CObjKey(*this, time).set_value(channel, pose.value(channel));
+}
+
 void CTimerObject::update_frame()
 {
     m_scene.show_frame();
@@ -259,17 +249,35 @@ bool CTCommandScript::set_script(const QString& command)
     return change<&TimerObjectState::arguments>(text.mid(end)) || changed;
 }
 
-CTCommandScript::Command CTCommandScript::analyze_script() const
+void CTCommandScript::analyze_script()
 {
-    Command command{object_state().function, {}};
-    QStringView rest = object_state().arguments;
-    const auto is_between = [](QChar c) { return c.isSpace() || c == u'(' || c == u',' || c == u')'; };
-    while (!rest.isEmpty())
-        if (is_between(rest.front()))
-            rest = rest.mid(1);
-        else
-            command.parameters << take_parameter(rest);
-    return command;
+    const UserAction action(journal(), lang(u"脚本命令", u"Script Command"));
+    for (const QString& name : command().names())
+        if (std::none_of(variables().begin(), variables().end(),
+                         [&](const CTVar* variable) { return variable->name() == name; }))
+            create_var(VarType::Float, name);
+}
+
+bool CTCommandScript::rename_var(CTVar* variable, const QString& name)
+{
+    const UserAction action(journal(), lang(u"变量名称", u"Variable Name"));
+    const QString before = variable->name();
+    if (!variable->set_name(name))
+        return false;
+    if (const CommandLine line = command(); line.names().contains(before))
+        set_script(line.renamed(before, variable->name()));
+    return true;
+}
+
+bool CTCommandScript::take_due(float time)
+{
+    std::vector<KeyValue> values;
+    for (const CTVar* variable : variables())
+        values.push_back(variable->value_at(time));
+    if (script().isEmpty() || m_ran_with == values)
+        return false;
+    m_ran_with = std::move(values);
+    return true;
 }
 
 // Keys of objects ----------------------------------------------------------------------------------------------------

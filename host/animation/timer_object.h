@@ -2,6 +2,7 @@
 
 #include "animation_states.h"
 #include "child_list.h"
+#include "script/command_line.h"
 
 #include <optional>
 #include <vector>
@@ -54,6 +55,8 @@ public:
     std::optional<float> previous_key(float before) const;
     /// The times from `from` to `to` at which a variable has a key, ascending.
     std::vector<float> key_times(float from, float to) const;
+    /// Gives its channels keys at `time` with what `pose` has of them.
+    void record(float time, const tarn::Pose& pose);
     /// Has the scene show what the keys say now.
     void update_frame();
 
@@ -72,21 +75,27 @@ private:
     quint32 m_current_variable = 0;
 };
 
-/// A command that runs in each frame of a playing timebar: a function's name and, in parentheses or behind it, numbers,
-/// texts in quotes and names of variables that it is called with.
+/// A command that runs while its timebar plays: once when that begins, and whenever a variable has another value. It is a
+/// line that calls one function, with expressions in which the object's variables stand by their names.
 class CTCommandScript final : public CTimerObject {
 public:
     using CTimerObject::CTimerObject;
 
-    struct Command {
-        QString function;
-        QStringList parameters; ///< as they were written
-    };
-
     QString script() const { return object_state().function + object_state().arguments; }
     bool set_script(const QString& command);
-    /// What the command says.
-    Command analyze_script() const;
+    tarn::CommandLine command() const { return tarn::CommandLine::parse(script()); }
+    /// Makes the variables that the command names and that are not there, as numbers without keys.
+    void analyze_script();
+    /// The command follows a variable that is called otherwise now.
+    bool rename_var(CTVar* variable, const QString& name);
+
+    /// Whether the command has to run, now that its variables have what they have at that time; then it has run.
+    bool take_due(float time);
+    /// It has to run again, whatever the variables have.
+    void forget_run() { m_ran_with.reset(); }
+
+private:
+    std::optional<std::vector<tarn::KeyValue>> m_ran_with;
 };
 
 namespace tarn {

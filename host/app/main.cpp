@@ -13,6 +13,7 @@
 #include <QApplication>
 #include <QLibraryInfo>
 #include <QLocale>
+#include <QScreen>
 #include <QStandardPaths>
 #include <QTimer>
 #include <QTranslator>
@@ -23,6 +24,8 @@
 using tarn::CommandLine;
 
 namespace {
+
+constexpr QSize window_frame(16, 48); ///< about what the desktop draws around a window, pixels
 
 void print(std::FILE* stream, const QString& text)
 {
@@ -71,6 +74,9 @@ int run(QApplication& app, Studio& studio, const QStringList& failures, const Co
 {
     MainWindow window(studio);
     studio.start_world();
+    // Scripts count on the usual size; for a person all of the window is to be on the screen.
+    if (line.action == CommandLine::Action::Run && !window.isMaximized())
+        window.resize(window.size().boundedTo(window.screen()->availableSize() - window_frame));
     window.show();
     std::optional<EndSignals> end_signals;
     if (line.action == CommandLine::Action::Run || line.recovery) {

@@ -182,6 +182,10 @@ void MainWindow::on_mode_chosen(int index)
     for (int i = 0; i < int(m_modes.size()); ++i) {
         const CMyTabDlg& tab = *m_modes[std::size_t(i)];
         m_mode_strip->setTabIcon(i, iconfun::icon(i == index ? tab.second_icon : tab.first_icon));
+        // First all others are left.
+        for (CChildDlg* window : {tab.top_window, tab.side_window})
+            if (window && i != index)
+                window->on_set_active(false);
     }
     m_side_area->setCurrentWidget(mode.side_window);
     m_top_area->setVisible(mode.top_window != nullptr);
@@ -192,6 +196,10 @@ void MainWindow::on_mode_chosen(int index)
         for (CMyControlBar* bar : plug_in->control_bars())
             bar->show_bar(bar->allowedAreas().testFlag(Qt::RightDockWidgetArea)
                           || mode.name == QLatin1String("Timebar"));
+    for (CChildDlg* window : {mode.top_window, mode.side_window})
+        if (window)
+            window->on_set_active(true);
+    m_studio.world().broadcast(tarn::ui_mode_entered);
 }
 
 bool MainWindow::activate_mode(const QString& name)
@@ -320,7 +328,10 @@ void MainWindow::restore_places()
 {
     QSettings& store = tarn::settings::store();
     restoreGeometry(store.value(QLatin1String(geometry_key)).toByteArray());
-    restoreState(store.value(QLatin1String(places_key)).toByteArray());
+    if (!restoreState(store.value(QLatin1String(places_key)).toByteArray()))
+        return;
+    for (auto* bar : findChildren<CSizingControlBar*>())
+        bar->keep_size();
 }
 
 void MainWindow::save_places()

@@ -129,6 +129,9 @@ void MainWindow::make_edit_menu()
     connect(m_undo, &QAction::triggered, this, &MainWindow::undo);
     connect(m_redo, &QAction::triggered, this, &MainWindow::redo);
     new EditMenu(m_studio, *m_view, *menu);
+    menu->addSeparator();
+    for (CBasePlugUi* plug_in : m_studio.ui_plug_ins())
+        menu->addActions({plug_in->menu_actions().begin(), plug_in->menu_actions().end()});
 }
 
 void MainWindow::update_edit_menu()

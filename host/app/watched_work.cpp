@@ -29,5 +29,9 @@ tarn::Status do_watched(QWidget* parent, const QString& what,
         next_look = since.elapsed() + between_looks;
         return goes_on;
     };
-    return job(tarn::Progress(tell));
+    tarn::Status status = job(tarn::Progress(tell));
+    // What the work changed is drawn for the first time now. That may take long too, and until then the box tells so.
+    if (box && status)
+        box->show(1);
+    return status;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "attribute_driver.h"
 #include "journal.h"
 #include "model_changes.h"
 #include "object_kind.h"
@@ -129,6 +130,9 @@ public:
     bool writes_shown() const { return m_writes_shown > 0; }
     /// Everything is shown as authored again.
     void clear_shown();
+    /// Who gets what is written to driven attributes; null for nobody. It has to outlive its use.
+    void set_driver(AttributeDriver* driver) { m_driver = driver; }
+    const AttributeDriver* driver() const { return m_driver; }
 
 private:
     friend class ModelObject;
@@ -157,6 +161,7 @@ private:
     quint32 m_next_id = 2; ///< never goes back, not even by undo
     quint64 m_generation = 1;
     int m_writes_shown = 0;
+    AttributeDriver* m_driver = nullptr;
     std::vector<ModelObject*> m_overlaid;
     mutable ByKind m_authored; ///< found anew after a list of children changed
     mutable bool m_authored_stale = true;

@@ -6,6 +6,12 @@
 
 namespace tarn {
 
+/// An attribute that is worked out from others and has no value of its own, before and now, was not written.
+static bool is_written(const FieldBase& field, const ObjectState& before, const ObjectState& now)
+{
+    return !field.same(before, now) && !(field.is_default(before) && field.is_default(now));
+}
+
 ModelObject::~ModelObject()
 {
     m_document.changes().forget(*this);
@@ -27,36 +33,95 @@ StatePtr ModelObject::note_state()
     return journal.note(*this, m_state);
 }
 
+bool ModelObject::is_driven() const
+{
+    const AttributeDriver* driver = m_document.m_driver;
+    return driver && !m_document.writes_shown() && m_document.journal().recording() && driver->drives(*this);
+}
+
 ObjectState& ModelObject::edit_base()
 {
+    if (m_document.writes_shown())
+        return edit_shown();
     m_document.changes().touch(*this, m_shown ? m_shown->state : m_state);
-    if (m_document.writes_shown()) {
-        if (!m_shown) {
-            m_shown = std::make_unique<Shown>();
-            m_shown->state = m_state;
-            m_document.note_overlaid(*this);
-        }
-        if (!m_shown->before)
-            m_shown->before = m_shown->state;
-        m_shown->state.detach();
-        return *m_shown->state;
-    }
     (void)note_state();
     m_state.detach();
     return *m_state;
 }
 
+ObjectState& ModelObject::begin_write()
+{
+    if (!is_driven())
+        return edit_base();
+    ObjectState& state = edit_shown();
+    m_shown->parts = true;
+    return state;
+}
+
+ObjectState& ModelObject::edit_shown()
+{
+    m_document.changes().touch(*this, m_shown ? m_shown->state : m_state);
+    if (!m_shown) {
+        m_shown = std::make_unique<Shown>();
+        m_shown->state = m_state;
+        m_document.note_overlaid(*this);
+    }
+    if (!m_shown->before)
+        m_shown->before = m_shown->state;
+    m_shown->state.detach();
+    return *m_shown->state;
+}
+
 void ModelObject::written(const WrittenFields& fields)
 {
-    StatePtr& state = m_document.writes_shown() ? m_shown->state : m_state;
+    const bool parts = m_shown && m_shown->parts;
+    StatePtr& state = m_document.writes_shown() || parts ? m_shown->state : m_state;
     state.detach();
     state->settle(fields);
+    if (parts)
+        part(fields);
+    else
+        keep_shown();
     settled(fields);
+}
+
+/// What the author wrote to a state of which some is driven: the driver gets its share, and the rest is authored.
+void ModelObject::part(const WrittenFields& fields, bool replaces)
+{
+    const StatePtr wanted = std::exchange(m_shown->state, std::exchange(m_shown->before, {}));
+    m_shown->parts = false;
+    AttributeDriver& driver = *m_document.m_driver;
+    std::vector<const FieldBase*> authored;
+    bool drives = false;
+    for (const FieldBase* field : this->fields()) {
+        if (!is_written(*field, *m_shown->state, *wanted))
+            continue;
+        if (driver.drives(*this, field->key()))
+            drives = true;
+        else
+            authored.push_back(field);
+    }
+    if (!authored.empty())
+        author(fields, wanted, authored, replaces);
+    if (drives)
+        driver.take(*this, *wanted);
+}
+
+void ModelObject::author(const WrittenFields& fields, const StatePtr& wanted,
+                         const std::vector<const FieldBase*>& changed, bool replaces)
+{
+    StatePtr start = note_state();
+    if (start && replaces)
+        m_state = std::move(start);
+    m_state.detach();
+    for (const FieldBase* field : changed)
+        field->copy(*wanted, *m_state);
+    m_state->settle(fields);
+    follow_authored();
 }
 
 void ModelObject::settled(const WrittenFields& fields)
 {
-    keep_shown();
     follow_parent();
     after_write(fields);
     state_changed();
@@ -85,7 +150,7 @@ void ModelObject::note_shown_fields()
         return;
     const FieldTable& table = fields();
     for (std::size_t i = 0; i < table.size(); ++i)
-        if (!table.at(i)->same(*before, *m_shown->state))
+        if (is_written(*table.at(i), *before, *m_shown->state))
             m_shown->fields.set(i);
     m_shown->parent |= before->parent != m_shown->state->parent;
 }
@@ -141,8 +206,13 @@ bool ModelObject::store(const FieldBase& field, StatePtr wanted)
     if (field.same(*target(), *wanted))
         return false;
     if (m_document.writes_shown()) {
-        (void)edit_base();
+        (void)edit_shown();
         m_shown->state = std::move(wanted);
+        keep_shown();
+    } else if (is_driven()) {
+        (void)edit_shown();
+        m_shown->state = std::move(wanted);
+        part(field.key(), true);
     } else {
         m_document.changes().touch(*this, m_shown ? m_shown->state : m_state);
         // What is typed on replaces what was typed before: it begins where the first letter began, so that a value which
@@ -155,6 +225,7 @@ bool ModelObject::store(const FieldBase& field, StatePtr wanted)
         } else {
             m_state = std::move(wanted);
         }
+        keep_shown();
     }
     settled(field.key());
     return true;

@@ -17,6 +17,9 @@ namespace tarn {
 /// Beside what the author made of it, its state, an object has what is shown: the same, but for those fields that a
 /// preview or a timebar wrote (see ShownWrites). Whoever draws, hits, lays out or runs the interface reads what is shown;
 /// only saving, copying, comparing and automation's get() read what is authored: see authored.h.
+///
+/// While an AttributeDriver drives attributes of it, writing begins from what is shown, too: then what changed is parted
+/// among the driver and the authored state.
 class ModelObject : public std::enable_shared_from_this<ModelObject> {
 public:
     ModelObject(Document& document, StatePtr state) : m_document(document), m_state(std::move(state)) {}
@@ -86,9 +89,15 @@ protected:
     template <class State>
     State& edit()
     {
-        return static_cast<State&>(edit_base());
+        return static_cast<State&>(begin_write());
     }
+    ObjectState& begin_write();
+    /// The same past whoever drives attributes: for what the object is by itself, its links and what its place counts from.
     ObjectState& edit_base();
+    /// What edit_base() is about to change.
+    const ObjectState& base_state() const { return m_shown && m_document.writes_shown() ? *m_shown->state : *m_state; }
+    /// Whether what is written to the attribute now is the driver's.
+    bool is_driven(FieldKey field) const { return is_driven() && m_document.m_driver->drives(*this, field); }
     /// Puts the rules in force and tells of the change.
     void written(const WrittenFields& fields);
     void settled(const WrittenFields& fields);
@@ -119,13 +128,22 @@ private:
     struct Shown {
         StatePtr state;
         StatePtr before;         ///< while it is written
+        bool parts = false;      ///< what is written is the author's, to be parted
         std::bitset<256> fields; ///< those that it has of its own, by their places in the table
         bool parent = false;     ///< the parent too
     };
 
     /// The state that is written now: the one that is shown, or the authored one.
-    const StatePtr& target() const { return m_shown && m_document.writes_shown() ? m_shown->state : m_state; }
+    const StatePtr& target() const
+    {
+        return m_shown && (m_document.writes_shown() || is_driven()) ? m_shown->state : m_state;
+    }
+    bool is_driven() const;
+    ObjectState& edit_shown();
     StatePtr note_state();
+    void author(const WrittenFields& fields, const StatePtr& wanted, const std::vector<const FieldBase*>& changed,
+                bool replaces);
+    void part(const WrittenFields& fields, bool replaces = false);
     bool store(const FieldBase& field, StatePtr wanted);
     void swap_state(StatePtr& other) { m_state.swap(other); }
     void hang_on(ObjectRef parent);

@@ -31,6 +31,7 @@ public:
 /// Notification codes that the host's own libraries send.
 enum NotificationCode : int {
     ui_full_refresh = 1,
+    ui_mode_entered = 9, ///< the author changed to another mode, whose windows are in front now
     ui_scene_changed = 70000,
     ui_dialog_properties = 70001,
     ui_control_selected = 70002,

@@ -33,4 +33,5 @@ void CBasePlugUi::clear_windows()
 {
     m_control_bars.clear();
     m_mode_tabs.clear();
+    m_menu_actions.clear();
 }

@@ -10,6 +10,7 @@
 
 class CChildDlg;
 class CMyControlBar;
+class QAction;
 class QMainWindow;
 class QWidget;
 
@@ -48,11 +49,14 @@ public:
 
     const std::vector<CMyControlBar*>& control_bars() const { return m_control_bars; }
     const std::vector<std::unique_ptr<CMyTabDlg>>& mode_tabs() const { return m_mode_tabs; }
+    /// What the program's Edit menu offers of the plug-in, with keys that work in the whole window.
+    const std::vector<QAction*>& menu_actions() const { return m_menu_actions; }
 
 protected:
     void add_control_bar(CMyControlBar* bar) { m_control_bars.push_back(bar); }
     void add_mode_tab(std::unique_ptr<CMyTabDlg> tab) { m_mode_tabs.push_back(std::move(tab)); }
-    /// Forgets bars and tabs, whose windows are gone.
+    void add_menu_action(QAction* action) { m_menu_actions.push_back(action); }
+    /// Forgets bars, tabs and actions, whose windows are gone.
     void clear_windows();
 
 private:
@@ -61,4 +65,5 @@ private:
 
     std::vector<CMyControlBar*> m_control_bars;
     std::vector<std::unique_ptr<CMyTabDlg>> m_mode_tabs;
+    std::vector<QAction*> m_menu_actions;
 };

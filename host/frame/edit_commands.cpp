@@ -28,10 +28,10 @@ void run_edit_command(QWidget* parent, SceneEditor& editor, const EditCommand& c
         boxes::error(parent, status.message());
 }
 
-void pop_edit_menu(QWidget* parent, SceneEditor& editor, const std::vector<EditCommand>& commands, QPoint place)
+int pop_edit_menu(QWidget* parent, SceneEditor& editor, const std::vector<EditCommand>& commands, QPoint place)
 {
     if (commands.empty())
-        return;
+        return 0;
     boxes::Menu menu{.items = {}, .place = place};
     for (const EditCommand& command : commands) {
         if (command.begins_group && !menu.items.empty())
@@ -46,6 +46,7 @@ void pop_edit_menu(QWidget* parent, SceneEditor& editor, const std::vector<EditC
                                       [chosen](const EditCommand& entry) { return entry.id == chosen; });
     if (command != commands.end())
         run_edit_command(parent, editor, *command);
+    return chosen;
 }
 
 const EditCommand* command_for(const std::vector<EditCommand>& commands, const QKeySequence& keys)

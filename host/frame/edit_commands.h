@@ -10,8 +10,9 @@ namespace tarn {
 /// Runs a command after the question that it asks, if any; a failure is shown in a box.
 void run_edit_command(QWidget* parent, SceneEditor& editor, const EditCommand& command);
 
-/// Shows the commands in a popup menu at `place` of the desktop and runs the chosen one.
-void pop_edit_menu(QWidget* parent, SceneEditor& editor, const std::vector<EditCommand>& commands, QPoint place);
+/// Shows the commands in a popup menu at `place` of the desktop and runs the chosen one. Answers its id, 0 for none: a
+/// window can offer commands of its own, which are unknown to the editor.
+int pop_edit_menu(QWidget* parent, SceneEditor& editor, const std::vector<EditCommand>& commands, QPoint place);
 
 /// The enabled command that the keys call; null for none.
 const EditCommand* command_for(const std::vector<EditCommand>& commands, const QKeySequence& keys);

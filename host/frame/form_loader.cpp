@@ -3,6 +3,7 @@
 #include "core/language.h"
 #include "dlg_group.h"
 #include "rollup.h"
+#include "text_edit.h"
 #include "widgets/button_st.h"
 #include "widgets/color_swatch.h"
 #include "widgets/super_edit.h"
@@ -53,6 +54,8 @@ public:
             widget = new CMyRollup(parent);
         if (!widget && class_name == QLatin1String("CDlgGroup"))
             widget = new CDlgGroup(parent);
+        if (!widget && class_name == QLatin1String("QPlainTextEdit"))
+            widget = new TextEdit(parent);
         if (!widget && class_name == QLatin1String("QTabBar"))
             widget = new QTabBar(parent);
         if (!widget) {

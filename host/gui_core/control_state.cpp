@@ -101,6 +101,7 @@ const FieldTable& ControlState::field_table()
         field<S, &S::extras, &E::rotation>("rotation", range(-max_turn, max_turn)),
         computed_field<S, CenterXAccess>("center_x", range(-max_place, max_place)),
         computed_field<S, CenterYAccess>("center_y", range(-max_place, max_place)),
+        field<S, &S::extras, &E::color>("color"), field<S, &S::extras, &E::transparency>("transparency", range(0, 1)),
         field<S, &S::extras, &E::style_images>("style_images", picture_name()),
         field<S, &S::extras, &E::style_colors>("style_colors"),
         field<S, &S::extras, &E::style_text_colors>("style_text_colors"),

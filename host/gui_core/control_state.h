@@ -17,8 +17,10 @@ struct ControlExtras {
     bool has_center = false;
     float center_x = 0; ///< what the control is rotated about, pixels from its corner; without has_center its middle
     float center_y = 0;
-    int saved_align_type = 0; ///< the anchor from before scaling with the dialog was turned on
-    int tab_order = 0;        ///< when Tab comes to the control, from 1 on; 0: after all that have a number
+    int saved_align_type = 0;   ///< the anchor from before scaling with the dialog was turned on
+    quint32 color = 0xffffffff; ///< ARGB; what is drawn of the control takes it on
+    float transparency = 0;     ///< 0 opaque to 1 not to be seen
+    int tab_order = 0;          ///< when Tab comes to the control, from 1 on; 0: after all that have a number
 
     // What the author chose instead of the style's, by look_name(): "Body.hover". Names that are unknown are kept.
     TextMap style_images;                     ///< names in the scene's textures

@@ -40,6 +40,7 @@ const FieldTable& DialogState::field_table()
         field<S, &S::saved_align_type>("saved_align_type", 0, range(0, 9)),
         field<S, &S::minimize_to_bottom>("minimize_to_bottom", false),
         field<S, &S::always_on_top>("always_on_top", false), field<S, &S::visible>("visible", true),
+        field<S, &S::color>("color", 0xffffffffu), field<S, &S::transparency>("transparency", 0.f, range(0, 1)),
         field<S, &S::base_width>("base_width", 0, range(0, max_place)),
         field<S, &S::base_height>("base_height", 0, range(0, max_place)),
         field<S, &S::bind_texture>("bind_texture", QString(), picture_name()),

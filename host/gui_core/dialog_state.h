@@ -31,7 +31,9 @@ struct DialogState : StateOf<DialogState> {
     bool minimize_to_bottom = false;
     bool always_on_top = false;
     bool visible = true;
-    int base_width = 0; ///< screen that place and size are meant for; 0: the design size of the interface
+    quint32 color = 0xffffffff; ///< ARGB; what is drawn of the dialog and its controls takes it on
+    float transparency = 0;     ///< 0 opaque to 1 not to be seen
+    int base_width = 0;         ///< screen that place and size are meant for; 0: the design size of the interface
     int base_height = 0;
 
     // The texture on which the dialog is drawn in the world.

@@ -115,9 +115,8 @@ QRectF CDXUTControl::screen_rect() const
 }
 
 /// Makes `place` the one that is meant, and the present client area the one that it is meant for.
-void CDXUTControl::store_place(const QRectF& place, QPointF pivot)
+void CDXUTControl::store_place(ControlState& s, const QRectF& place, QPointF pivot) const
 {
-    auto& s = edit<ControlState>();
     s.x = float(place.x());
     s.y = float(place.y());
     s.width = float(place.width());
@@ -132,11 +131,32 @@ void CDXUTControl::store_place(const QRectF& place, QPointF pivot)
         });
 }
 
+/// Keys count from the client area that the author's place is meant for, so that stays.
+void CDXUTControl::store_driven_place(ControlState& s, const QRectF& place) const
+{
+    const QRectF now = rect_of(s);
+    QRectF stored = place;
+    if (s.align_type != tarn::anchor_top_left && home() && s.base_width > 0 && s.base_height > 0)
+        stored = tarn::anchored(place, home()->client_size(), QSizeF(s.base_width, s.base_height), s.align_type);
+    // Only what was asked for: there and back may lose a fraction.
+    if (place.x() != now.x())
+        s.x = float(stored.x());
+    if (place.y() != now.y())
+        s.y = float(stored.y());
+    if (place.width() != now.width())
+        s.width = float(stored.width());
+    if (place.height() != now.height())
+        s.height = float(stored.height());
+}
+
 bool CDXUTControl::set_rect(const QRectF& wanted)
 {
     if (wanted == rect())
         return false;
-    store_place(wanted, center());
+    if (is_driven(key<&ControlState::x>) || is_driven(key<&ControlState::width>))
+        store_driven_place(edit<ControlState>(), wanted);
+    else
+        store_place(edit<ControlState>(), wanted, center());
     written(place_keys);
     return true;
 }
@@ -156,10 +176,13 @@ bool CDXUTControl::set_align_type(int anchor)
     anchor = std::clamp(anchor, 0, 9);
     if (anchor == control_state().align_type)
         return false;
-    const QRectF present = rect();
-    const QPointF pivot = center();
-    edit<ControlState>().align_type = anchor;
-    store_place(present, pivot);
+    // What drives the place keeps its numbers: it counts from the anchor that there is.
+    const auto& before = static_cast<const ControlState&>(base_state());
+    const QRectF present = rect_of(before);
+    const QPointF pivot = center_of(before);
+    auto& s = static_cast<ControlState&>(edit_base());
+    s.align_type = anchor;
+    store_place(s, present, pivot);
     written(anchor_keys);
     return true;
 }
@@ -176,8 +199,7 @@ bool CDXUTControl::set_locked(bool locked)
 
 bool CDXUTControl::can_be_reached() const
 {
-    return is_interactive() && GetVisible() && GetEnabled() && dialog() && dialog()->GetVisible()
-        && !dialog()->minimized();
+    return is_interactive() && is_seen() && GetEnabled() && dialog() && dialog()->is_seen() && !dialog()->minimized();
 }
 
 tarn::VisualState CDXUTControl::visual_state() const

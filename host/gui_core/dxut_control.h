@@ -82,6 +82,10 @@ public:
 
     bool GetVisible() const { return control_state().visible; }
     bool SetVisible(bool visible);
+    quint32 color() const { return control_state().extras->color; }
+    float transparency() const { return control_state().extras->transparency; }
+    /// Neither hidden nor faded out; its dialog may be. What is not seen takes no mouse.
+    bool is_seen() const { return GetVisible() && !(has_extras() && tarn::opacity_of(color(), transparency()) <= 0); }
     bool GetEnabled() const { return control_state().enabled; }
     /// From 1 on; 0 for none of its own.
     int tab_order() const { return control_state().extras->tab_order; }
@@ -145,7 +149,8 @@ private:
     QRectF rect_of(const tarn::ControlState& state) const;
     QPointF center_of(const tarn::ControlState& state) const;
     bool set_rect(const QRectF& rect);
-    void store_place(const QRectF& rect, QPointF pivot);
+    void store_place(tarn::ControlState& state, const QRectF& rect, QPointF pivot) const;
+    void store_driven_place(tarn::ControlState& state, const QRectF& rect) const;
     double turn() const; ///< the rotation without whole turns
 
     CGuiCore& m_core;

@@ -38,7 +38,9 @@ bool CDXUTControl::set_scale_mode(int mode)
         return false;
     const int anchor = on ? int(tarn::anchor_scale) : control_state().extras->saved_align_type;
     const int saved = on ? align_type() : 0;
-    edit<ControlState>().extras.edit([&](ControlExtras& extras) { extras.saved_align_type = saved; });
+    static_cast<ControlState&>(edit_base()).extras.edit([&](ControlExtras& extras) {
+        extras.saved_align_type = saved;
+    });
     return set_align_type(anchor);
 }
 

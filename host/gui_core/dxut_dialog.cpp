@@ -160,6 +160,13 @@ bool CDXUTDialog::set_rect(const QRect& wanted)
             s.width = unscaled(wanted.width(), sx);
         if (wanted.height() != now.height())
             s.height = unscaled(wanted.height(), sy);
+    } else if (is_driven(key<&DialogState::x>) || is_driven(key<&DialogState::width>)) {
+        // Keys count from the screen that the author's place is meant for, so that stays.
+        const QRectF stored = tarn::anchored(wanted, m_core.screen_size(), base_size(), s.align_type);
+        s.x = int(std::lround(stored.x()));
+        s.y = int(std::lround(stored.y()));
+        s.width = std::max(0, wanted.width());
+        s.height = std::max(0, wanted.height());
     } else {
         s.x = wanted.x();
         s.y = wanted.y();
@@ -186,8 +193,8 @@ void CDXUTDialog::on_pos_scale_changed()
 {
     if (is_root() || align_type() == tarn::anchor_scale || base_size() == QSizeF(m_core.screen_size()))
         return;
-    const QRect present = rect();
-    auto& s = edit<DialogState>();
+    const QRect present = rect_of(static_cast<const DialogState&>(base_state()));
+    auto& s = static_cast<DialogState&>(edit_base());
     s.x = present.x();
     s.y = present.y();
     set_base_to_screen(s);
@@ -199,8 +206,9 @@ bool CDXUTDialog::set_align_type(int anchor)
     anchor = std::clamp(anchor, 0, 9);
     if (anchor == align_type())
         return false;
-    const QRect present = rect();
-    auto& s = edit<DialogState>();
+    // What drives the place keeps its numbers: it counts from the anchor that there is.
+    const QRect present = rect_of(static_cast<const DialogState&>(base_state()));
+    auto& s = static_cast<DialogState&>(edit_base());
     s.align_type = anchor;
     s.x = present.x();
     s.y = present.y();
@@ -371,7 +379,7 @@ void CDXUTDialog::after_write(const tarn::WrittenFields& written)
 /// What other dialogs go by: whether it is shown, and how.
 int CDXUTDialog::shape() const
 {
-    return !GetVisible() ? 0 : !minimized() ? 1 : dialog_state().minimize_to_bottom ? 2 : 3;
+    return !is_seen() ? 0 : !minimized() ? 1 : dialog_state().minimize_to_bottom ? 2 : 3;
 }
 
 void CDXUTDialog::damage_bounds()

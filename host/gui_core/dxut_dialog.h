@@ -3,6 +3,7 @@
 #include "core/model_object.h"
 #include "dialog_state.h"
 #include "draw_slot.h"
+#include "look.h"
 
 #include <QRect>
 #include <QRectF>
@@ -42,6 +43,11 @@ public:
     const QString& caption() const { return dialog_state().caption; }
     bool GetVisible() const { return dialog_state().visible; }
     bool SetVisible(bool visible);
+    /// Neither hidden nor faded out. What is not seen takes no mouse.
+    bool is_seen() const
+    {
+        return GetVisible() && tarn::opacity_of(dialog_state().color, dialog_state().transparency) > 0;
+    }
     bool is_root() const;
 
     /// Place of the top left corner (of the caption bar when it is shown) and size without the caption bar.

@@ -45,9 +45,9 @@ std::vector<CDXUTDialog*> CGuiCore::shown_dialogs() const
     std::vector<CDXUTDialog*> order;
     for (const bool on_top : {true, false})
         for (auto dialog = GetDialogs().crbegin(); dialog != GetDialogs().crend(); ++dialog)
-            if ((*dialog)->GetVisible() && (*dialog)->dialog_state().always_on_top == on_top)
+            if ((*dialog)->is_seen() && (*dialog)->dialog_state().always_on_top == on_top)
                 order.push_back(*dialog);
-    if (m_root->GetVisible())
+    if (m_root->is_seen())
         order.push_back(m_root.get());
     return order;
 }
@@ -57,7 +57,7 @@ CDXUTDialog* CGuiCore::active_dialog() const
     const tarn::LiveState& now = live();
     if (now.focused && now.focused->can_be_reached())
         return now.focused->dialog();
-    const auto is_open = [](const CDXUTDialog* dialog) { return dialog->GetVisible() && !dialog->minimized(); };
+    const auto is_open = [](const CDXUTDialog* dialog) { return dialog->is_seen() && !dialog->minimized(); };
     if (now.clicked && is_open(now.clicked))
         return now.clicked;
     const std::vector<CDXUTDialog*> shown = shown_dialogs();

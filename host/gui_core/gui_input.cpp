@@ -25,7 +25,7 @@ CDXUTControl* control_in(const CDXUTDialog& dialog, QPointF place)
     const QPointF inside = dialog.to_client(place);
     const auto& controls = dialog.controls();
     const auto found = std::find_if(controls.crbegin(), controls.crend(), [&](const CDXUTControl* control) {
-        return control->GetVisible() && control->contains(inside);
+        return control->is_seen() && control->contains(inside);
     });
     return found == controls.crend() ? nullptr : *found;
 }

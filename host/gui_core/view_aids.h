@@ -11,6 +11,8 @@ struct ViewAids {
     quint32 guide_lines = 0;        ///< the guide lines are shown and can be moved
     quint32 snap = 0;               ///< what is created, moved or resized snaps
 
+    bool tab_numbers = false; ///< the controls of the current dialog bear the order in which Tab comes to them
+
     // Without rulers the others rest, whatever their flags are.
     bool counts_from_dialog() const { return ruler && coordinate_display; }
     bool shows_guides() const { return ruler && guide_lines; }

@@ -1,5 +1,7 @@
 #include "element_cache.h"
 
+#include "tint.h"
+
 #include <QPainter>
 
 #include <algorithm>
@@ -75,22 +77,6 @@ void draw_icon(QPainter& painter, const Source& from, QSizeF size)
     const QSizeF shown = source.size().scaled(size, Qt::KeepAspectRatio);
     painter.drawImage(QRectF(QPointF((size.width() - shown.width()) / 2, (size.height() - shown.height()) / 2), shown),
                       from.image, source);
-}
-
-/// Multiplies with the colour; `shades` takes the picture's brightness alone.
-void apply_tint(QImage& image, quint32 argb, bool shades)
-{
-    const int alpha = qAlpha(argb);
-    for (int y = 0; y < image.height(); ++y) {
-        auto* line = reinterpret_cast<QRgb*>(image.scanLine(y));
-        for (int x = 0; x < image.width(); ++x) {
-            const QRgb p = line[x];
-            const int bright = std::max({qRed(p), qGreen(p), qBlue(p)});
-            const auto mixed = [&](int level, int by) { return (shades ? bright : level) * by * alpha / (255 * 255); };
-            line[x] = qRgba(mixed(qRed(p), qRed(argb)), mixed(qGreen(p), qGreen(argb)), mixed(qBlue(p), qBlue(argb)),
-                            qAlpha(p) * alpha / 255);
-        }
-    }
 }
 
 QSize device_size(QSize size, double scale)

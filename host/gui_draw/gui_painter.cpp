@@ -2,6 +2,7 @@
 
 #include "control_drawing.h"
 #include "draw_context.h"
+#include "faded_layer.h"
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
 #include "gui_core/gui_core.h"
@@ -15,14 +16,22 @@ namespace tarn {
 
 namespace {
 
-void draw_rotated(const CDXUTControl& control, DrawContext& context, const QRectF& visible)
+void draw_turned(DrawContext& context, const CDXUTControl& control)
 {
-    if (!control.drawn_bounds().intersects(visible))
-        return;
+    if (!control.is_rotated())
+        return draw_control(context, control, control.rect());
     context.painter.save();
     context.painter.setTransform(control.rotation_transform(), true);
     draw_control(context, control, control.rect());
     context.painter.restore();
+}
+
+void draw_faded(const DrawContext& context, const CDXUTControl& control)
+{
+    FadedLayer layer(context.painter, control.drawn_bounds(), control.color(), control.transparency());
+    DrawContext apart{layer.painter(), context.elements, context.core,  context.scale,
+                      context.editing, &control,         context.active};
+    draw_turned(apart, control);
 }
 
 void paint_dialog(DrawContext& context, const CDXUTDialog& dialog, const QRectF& clip)
@@ -42,13 +51,13 @@ void paint_dialog(DrawContext& context, const CDXUTDialog& dialog, const QRectF&
         context.scale *= std::max(dialog.scale_x(), dialog.scale_y());
     }
     for (const CDXUTControl* control : dialog.controls()) {
-        if (!control->GetVisible())
+        if (!control->is_seen() || !control->drawn_bounds().intersects(visible))
             continue;
         context.control = control;
-        if (control->is_rotated())
-            draw_rotated(*control, context, visible);
-        else if (const QRectF area = control->rect(); area.intersects(visible))
-            draw_control(context, *control, area);
+        if (control->has_extras())
+            draw_faded(context, *control);
+        else
+            draw_control(context, *control, control->rect());
     }
     painter.restore();
 }
@@ -65,9 +74,11 @@ void GuiPainter::paint(QPainter& painter, const CGuiCore& core, const QRectF& cl
     const SelectionRecord& selection = core.selection();
     const CDXUTDialog* active = selection.editing ? selection.current_dialog : core.active_dialog();
     const auto paint_one = [&](const CDXUTDialog& dialog) {
-        if (!dialog.GetVisible() || !(dialog.is_root() || dialog.drawn_bounds().intersects(clip)))
+        if (!dialog.is_seen() || !(dialog.is_root() || dialog.drawn_bounds().intersects(clip)))
             return;
-        DrawContext context{painter, m_elements, core, scale, selection.editing, nullptr, active};
+        FadedLayer layer(painter, dialog.is_root() ? clip : dialog.drawn_bounds() & clip, dialog.dialog_state().color,
+                         dialog.dialog_state().transparency);
+        DrawContext context{layer.painter(), m_elements, core, scale, selection.editing, nullptr, active};
         paint_dialog(context, dialog, clip);
     };
     paint_one(*core.GetRootDialog());
@@ -86,11 +97,17 @@ void GuiPainter::paint(QPainter& painter, const CGuiCore& core, const QRectF& cl
 void GuiPainter::paint_raised(QPainter& painter, const CGuiCore& core, const CDXUTControl& control, double scale)
 {
     const ClientMap map = control.dialog()->client_map();
+    const DialogState& dialog = control.dialog()->dialog_state();
     painter.save();
     painter.translate(map.origin);
     painter.scale(map.scale_x, map.scale_y);
-    DrawContext context{painter, m_elements, core, scale * std::max(map.scale_x, map.scale_y), false, &control};
-    draw_raised(context, control);
+    {
+        FadedLayer with_dialog(painter, control.raised_area(), dialog.color, dialog.transparency);
+        FadedLayer layer(with_dialog.painter(), control.raised_area(), control.color(), control.transparency());
+        DrawContext context{layer.painter(), m_elements, core, scale * std::max(map.scale_x, map.scale_y),
+                            false,           &control};
+        draw_raised(context, control);
+    }
     painter.restore();
 }
 

@@ -6,21 +6,14 @@
 
 #include <algorithm>
 #include <cmath>
+#include <vector>
 
 namespace tarn {
 
 namespace {
 
-const ControlState& control_state(const ModelObject& object)
-{
-    return static_cast<const ControlState&>(object.shown_state());
-}
-const DialogState& dialog_state(const ModelObject& object)
-{
-    return static_cast<const DialogState&>(object.shown_state());
-}
-
 constexpr float farthest = 1e6f; ///< pixels, or degrees
+constexpr quint32 rare_channels = bit(Channel::Rotation) | bit(Channel::Color) | bit(Channel::Transparency);
 
 float within_reach(const Pose& pose, Channel channel, int part, float least = -farthest)
 {
@@ -41,6 +34,18 @@ bool shows(const Pose& now, const Pose& pose)
     return true;
 }
 
+struct ChannelFields {
+    Channel channel;
+    std::vector<FieldKey> fields;
+};
+
+std::span<const FieldKey> fields_of(std::span<const ChannelFields> rows, Channel channel)
+{
+    const auto found = std::find_if(rows.begin(), rows.end(),
+                                    [channel](const ChannelFields& row) { return row.channel == channel; });
+    return found == rows.end() ? std::span<const FieldKey>() : found->fields;
+}
+
 } // namespace
 
 bool ControlTarget::takes(const ModelObject& object) const
@@ -48,28 +53,48 @@ bool ControlTarget::takes(const ModelObject& object) const
     return dynamic_cast<const CDXUTControl*>(&object);
 }
 
-Pose ControlTarget::pose(const ModelObject& object) const
+std::span<const FieldKey> ControlTarget::fields(Channel channel) const
 {
-    const ControlState& s = control_state(object);
+    using S = ControlState;
+    using E = ControlExtras;
+    static const ChannelFields rows[] = {
+        {Channel::Position, {key<&S::x>, key<&S::y>}},       {Channel::Rotation, {key<&E::rotation>}},
+        {Channel::Scale, {key<&S::width>, key<&S::height>}}, {Channel::Color, {key<&E::color>}},
+        {Channel::Transparency, {key<&E::transparency>}},    {Channel::Show, {key<&S::visible>}}};
+    return fields_of(rows, channel);
+}
+
+Pose ControlTarget::pose(const ObjectState& state) const
+{
+    const auto& s = static_cast<const ControlState&>(state);
     Pose pose;
     pose.set_vec(Channel::Position, s.x, s.y);
     pose.set_vec(Channel::Rotation, 0, 0, s.extras->rotation);
     pose.set_vec(Channel::Scale, s.width, s.height);
+    pose.set_color(s.extras->color);
+    pose.set_number(Channel::Transparency, s.extras->transparency);
     pose.set_whole(Channel::Show, s.visible);
     return pose;
 }
 
 void ControlTarget::show(ModelObject& object, const Pose& pose)
 {
-    if (shows(this->pose(object), pose))
+    if (shows(this->pose(object.shown_state()), pose))
         return;
     object.write<ControlState>([&](ControlState& s) {
         if (pose.has(Channel::Position)) {
             s.x = within_reach(pose, Channel::Position, 0);
             s.y = within_reach(pose, Channel::Position, 1);
         }
-        if (pose.has(Channel::Rotation))
-            s.extras.edit([&](ControlExtras& extras) { extras.rotation = within_reach(pose, Channel::Rotation, 2); });
+        if (pose.channels() & rare_channels)
+            s.extras.edit([&](ControlExtras& extras) {
+                if (pose.has(Channel::Rotation))
+                    extras.rotation = within_reach(pose, Channel::Rotation, 2);
+                if (pose.has(Channel::Color))
+                    extras.color = pose.color();
+                if (pose.has(Channel::Transparency))
+                    extras.transparency = std::clamp(pose.number(Channel::Transparency), 0.f, 1.f);
+            });
         if (pose.has(Channel::Scale)) {
             s.width = within_reach(pose, Channel::Scale, 0, 0);
             s.height = within_reach(pose, Channel::Scale, 1, 0);
@@ -85,19 +110,32 @@ bool DialogTarget::takes(const ModelObject& object) const
     return dialog && !dialog->is_root();
 }
 
-Pose DialogTarget::pose(const ModelObject& object) const
+std::span<const FieldKey> DialogTarget::fields(Channel channel) const
 {
-    const DialogState& s = dialog_state(object);
+    using S = DialogState;
+    static const ChannelFields rows[] = {{Channel::Position, {key<&S::x>, key<&S::y>}},
+                                         {Channel::Scale, {key<&S::width>, key<&S::height>}},
+                                         {Channel::Color, {key<&S::color>}},
+                                         {Channel::Transparency, {key<&S::transparency>}},
+                                         {Channel::Show, {key<&S::visible>}}};
+    return fields_of(rows, channel);
+}
+
+Pose DialogTarget::pose(const ObjectState& state) const
+{
+    const auto& s = static_cast<const DialogState&>(state);
     Pose pose;
     pose.set_vec(Channel::Position, float(s.x), float(s.y));
     pose.set_vec(Channel::Scale, float(s.width), float(s.height));
+    pose.set_color(s.color);
+    pose.set_number(Channel::Transparency, s.transparency);
     pose.set_whole(Channel::Show, s.visible);
     return pose;
 }
 
 void DialogTarget::show(ModelObject& object, const Pose& pose)
 {
-    if (shows(this->pose(object), pose))
+    if (shows(this->pose(object.shown_state()), pose))
         return;
     object.write<DialogState>([&](DialogState& s) {
         if (pose.has(Channel::Position)) {
@@ -108,6 +146,10 @@ void DialogTarget::show(ModelObject& object, const Pose& pose)
             s.width = whole_pixels(pose, Channel::Scale, 0, 0);
             s.height = whole_pixels(pose, Channel::Scale, 1, 0);
         }
+        if (pose.has(Channel::Color))
+            s.color = pose.color();
+        if (pose.has(Channel::Transparency))
+            s.transparency = std::clamp(pose.number(Channel::Transparency), 0.f, 1.f);
         if (pose.has(Channel::Show))
             s.visible = pose.shows();
     });

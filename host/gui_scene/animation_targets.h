@@ -9,7 +9,8 @@ namespace tarn {
 class ControlTarget final : public AnimationTarget {
 public:
     bool takes(const ModelObject& object) const override;
-    Pose pose(const ModelObject& object) const override;
+    Pose pose(const ObjectState& state) const override;
+    std::span<const FieldKey> fields(Channel channel) const override;
     void show(ModelObject& object, const Pose& pose) override;
 };
 
@@ -17,7 +18,8 @@ public:
 class DialogTarget final : public AnimationTarget {
 public:
     bool takes(const ModelObject& object) const override;
-    Pose pose(const ModelObject& object) const override;
+    Pose pose(const ObjectState& state) const override;
+    std::span<const FieldKey> fields(Channel channel) const override;
     void show(ModelObject& object, const Pose& pose) override;
 };
 

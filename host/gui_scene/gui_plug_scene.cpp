@@ -39,6 +39,8 @@ using tarn::Status;
 
 namespace {
 
+constexpr double share_of_reading = 0.9; ///< of the work that puts a package in place
+
 class GuiSceneCopy : public tarn::SceneCopy {
 public:
     GuiSceneCopy(const tarn::Document& document, tarn::SceneSnapshot content)
@@ -177,22 +179,19 @@ Status CGuiPlugScene::write_file(const QString& path, const CSaveOpt& options, b
                          [&](const tarn::Progress& progress) { return tarn::in_worker(progress, write); });
 }
 
-tarn::Result<tarn::SceneSnapshot> CGuiPlugScene::read_file(const QString& path, const QString& what) const
+Status CGuiPlugScene::with_file(const QString& path, const QString& what,
+                                const std::function<Status(tarn::SceneSnapshot)>& use) const
 {
-    std::optional<tarn::SceneSnapshot> content;
-    const auto status = m_world->work(what, [&](const tarn::Progress& progress) -> Status {
+    return m_world->work(what, [&](const tarn::Progress& progress) -> Status {
         CPakFile package;
         if (auto opened = package.open(path); !opened)
             return opened;
         const CTexPathInfo textures(path, 1);
-        auto read = tarn::read_package(package, *m_core, progress);
-        if (read)
-            content = std::move(read.value());
-        return read.status();
+        auto read = tarn::read_package(package, *m_core, progress.part(0, share_of_reading));
+        if (!read)
+            return read.status();
+        return use(std::move(read.value()));
     });
-    if (!status)
-        return status;
-    return std::move(*content);
 }
 
 Status CGuiPlugScene::export_to(const QString& path, const CSaveOpt& options)
@@ -224,7 +223,7 @@ Status CGuiPlugScene::load(const CPakFile& package, const CTexPathInfo&)
     if (auto status = check_not_playing(); !status)
         return status;
     return m_world->work(lang(u"正在导入", u"Importing"), [&](const tarn::Progress& progress) -> Status {
-        auto content = tarn::read_package(package, *m_core, progress);
+        auto content = tarn::read_package(package, *m_core, progress.part(0, share_of_reading));
         if (!content)
             return content.status();
         const tarn::UserAction action(journal(), lang(u"导入界面", u"Import"));
@@ -257,21 +256,20 @@ void CGuiPlugScene::become(tarn::SceneSnapshot content, const QString& path)
 
 Status CGuiPlugScene::open_scene(const QString& path)
 {
-    auto content = read_file(path, lang(u"正在打开 %1", u"Opening %1").arg(QFileInfo(path).fileName()));
-    if (!content)
-        return content.status();
-    become(std::move(content.value()), path);
-    return {};
+    return with_file(path, lang(u"正在打开 %1", u"Opening %1").arg(QFileInfo(path).fileName()),
+                     [&](tarn::SceneSnapshot content) -> Status {
+                         become(std::move(content), path);
+                         return {};
+                     });
 }
 
 Status CGuiPlugScene::recover_scene(const QString& package, const QString& path)
 {
-    auto content = read_file(package, lang(u"正在恢复", u"Restoring"));
-    if (!content)
-        return content.status();
-    become(std::move(content.value()), path);
-    journal().changed_outside();
-    return {};
+    return with_file(package, lang(u"正在恢复", u"Restoring"), [&](tarn::SceneSnapshot content) -> Status {
+        become(std::move(content), path);
+        journal().changed_outside();
+        return {};
+    });
 }
 
 Status CGuiPlugScene::save_scene(const QString& path, bool replace_read_only)
@@ -291,19 +289,19 @@ Status CGuiPlugScene::check_merge(const QString& path)
 {
     if (auto status = check_not_playing(); !status)
         return status;
-    const auto content = read_file(path, lang(u"正在检查 %1", u"Checking %1").arg(QFileInfo(path).fileName()));
-    return content ? document().check_room(content.value()) : content.status();
+    return with_file(path, lang(u"正在检查 %1", u"Checking %1").arg(QFileInfo(path).fileName()),
+                     [&](const tarn::SceneSnapshot& content) { return document().check_room(content); });
 }
 
 Status CGuiPlugScene::on_merge_GUI(const QString& path, const QString& name, bool replace_styles)
 {
     if (auto status = check_not_playing(); !status)
         return status;
-    auto content = read_file(path, lang(u"正在合并 %1", u"Merging %1").arg(QFileInfo(path).fileName()));
-    if (!content)
-        return content.status();
-    const tarn::UserAction action(journal(), lang(u"合并界面", u"Merge"));
-    return tarn::merge_content(*this, std::move(content.value()), name, replace_styles);
+    return with_file(path, lang(u"正在合并 %1", u"Merging %1").arg(QFileInfo(path).fileName()),
+                     [&](tarn::SceneSnapshot content) {
+                         const tarn::UserAction action(journal(), lang(u"合并界面", u"Merge"));
+                         return tarn::merge_content(*this, std::move(content), name, replace_styles);
+                     });
 }
 
 void CGuiPlugScene::RemoveDialog(CDXUTDialog* dialog)
@@ -459,10 +457,11 @@ void CGuiPlugScene::play(bool on)
         return;
     if (on) {
         SetMTFunction(0, 0);
+        document().clear_shown(); // The pose of a timebar that is edited is not what runs.
     } else {
         m_runner.end();
-        m_animation->set_running(false);
         document().clear_shown();
+        m_animation->set_running(false);
     }
     m_playing = on;
     m_core->EnableGui(!on);

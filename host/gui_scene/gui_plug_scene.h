@@ -148,8 +148,10 @@ public:
 
 private:
     tarn::Status check_not_playing() const;
-    /// The content of the package at `path`, with the pictures that lie beside it.
-    tarn::Result<tarn::SceneSnapshot> read_file(const QString& path, const QString& what) const;
+    /// Reads the package at `path`, with the pictures that lie beside it, and does something with the content. Both are
+    /// one work that is called `what`, so that whoever watches it sees it until all is done.
+    tarn::Status with_file(const QString& path, const QString& what,
+                           const std::function<tarn::Status(tarn::SceneSnapshot)>& use) const;
     tarn::Status write_file(const QString& path, const CSaveOpt& options, bool replace_read_only) const;
     /// Puts what was read in the place of everything; there is nothing to undo afterwards.
     void become(tarn::SceneSnapshot content, const QString& path);

@@ -50,20 +50,26 @@ Result<FoundPicture> find_picture(const QString& path)
     return FoundPicture{encoded.value(), image};
 }
 
+/// Reads and decodes in another thread, while this one tells `progress`.
+Result<FoundPicture> find_picture(const QString& path, const Progress& progress)
+{
+    return in_worker(progress, [&](const Progress& part) {
+        auto picture = find_picture(path);
+        return part.go_on(1) ? picture : Result<FoundPicture>(stopped());
+    });
+}
+
 } // namespace
 
-Result<QImage> load_picture(const QString& path)
+Result<QImage> load_picture(const QString& path, const Progress& progress)
 {
-    const auto found = find_picture(path);
+    const auto found = find_picture(path, progress);
     return found ? Result<QImage>(found.value().image) : found.status();
 }
 
 Result<QString> take_picture(CGuiCore& core, const QString& path, const Progress& progress)
 {
-    const auto found = in_worker(progress, [&](const Progress& part) {
-        auto picture = find_picture(path);
-        return part.go_on(1) ? picture : Result<FoundPicture>(stopped());
-    });
+    const auto found = find_picture(path, progress);
     if (!found)
         return found.status();
     QString wanted = QFileInfo(path).fileName();

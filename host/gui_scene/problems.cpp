@@ -94,6 +94,11 @@ void find_broken_animation(CGuiPlugScene& scene, Problems& problems)
                     {object, bar->name(),
                      lang(u"动画对象（%1）的目标不存在。", u"The target of a timer object (%1) does not exist.")
                          .arg(object->get_type_name())});
+        if (!bar->end_function().isEmpty() && !scene.functions().find_function(bar->end_function()))
+            problems.push_back({bar, bar->name(),
+                                lang(u"时间轴结束时的函数 %1 不存在。",
+                                     u"The timebar calls the function %1 when it ends, which does not exist.")
+                                    .arg(bar->end_function())});
         for (CScriptKey* key : bar->script_keys())
             if (!scene.functions().find_function(key->function()))
                 problems.push_back({key, bar->name(),

@@ -88,6 +88,20 @@ void Machine::give_back(Call& call, bool usable)
 
 ScriptResult Machine::call(const QString& name, std::span<const ScriptValue> arguments, const ScriptObject& owner)
 {
+    return run_call(
+        name, [&](ScriptError& error) { return compiled(name, error); }, arguments, owner);
+}
+
+ScriptResult Machine::call_text(const QString& name, const QString& text, std::span<const ScriptValue> arguments,
+                                const ScriptObject& owner)
+{
+    return run_call(
+        name, [&](ScriptError& error) { return compiled_text(name, text, error); }, arguments, owner);
+}
+
+ScriptResult Machine::run_call(const QString& name, const Compile& compile, std::span<const ScriptValue> arguments,
+                               const ScriptObject& owner)
+{
     const auto failed = [&](const QString& message) {
         return ScriptResult{.error = ScriptError{.function = name, .message = message, .stopped = stopped()}};
     };
@@ -99,7 +113,7 @@ ScriptResult Machine::call(const QString& name, std::span<const ScriptValue> arg
     if (stopped())
         return failed(lang(u"脚本已被停止", u"the script was stopped"));
     ScriptError error;
-    const auto function = compiled(name, error);
+    const auto function = compile(error);
     if (!function)
         return {.error = error};
     auto call = std::make_unique<Call>(Call{.name = name, .has_owner = owner != nullptr, .owner = owner});

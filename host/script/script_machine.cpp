@@ -141,6 +141,28 @@ Result<int> Machine::compiled(const QString& name, ScriptError& error)
     return Status::error(error.message);
 }
 
+Result<int> Machine::compiled_text(const QString& name, const QString& text, ScriptError& error)
+{
+    constexpr qsizetype most_texts = 500;
+    if (const auto known = m_compiled_texts.constFind(text); known != m_compiled_texts.constEnd())
+        return *known;
+    if (m_compiled_texts.size() >= most_texts) {
+        for (const int reference : std::as_const(m_compiled_texts))
+            luaL_unref(main(), LUA_REGISTRYINDEX, reference);
+        m_compiled_texts.clear();
+    }
+    const auto reference = compile(name, text);
+    if (reference) {
+        m_compiled_texts.insert(text, reference.value());
+        return reference;
+    }
+    QByteArray label;
+    error.function = name;
+    error.message = reference.status().message();
+    split_place(reference.status().message(), label, error.line, error.message);
+    return Status::error(error.message);
+}
+
 // Errors --------------------------------------------------------------------------------------------------------------
 
 bool split_place(const QString& text, QByteArray& label, int& line, QString& message)

@@ -48,6 +48,8 @@ public:
     const ScriptReach& reach() const { return m_reach; }
 
     ScriptResult call(const QString& name, std::span<const ScriptValue> arguments, const ScriptObject& owner);
+    ScriptResult call_text(const QString& name, const QString& text, std::span<const ScriptValue> arguments,
+                           const ScriptObject& owner);
     void tick(double now);
     std::size_t suspended() const { return m_waiting.size() + m_due.size(); }
 
@@ -79,6 +81,10 @@ private:
     void open_api();
     void open_objects(lua_State* lua);
     Result<int> compile(const QString& name, const QString& text);
+    Result<int> compiled_text(const QString& name, const QString& text, ScriptError& error);
+    using Compile = std::function<Result<int>(ScriptError& error)>;
+    ScriptResult run_call(const QString& name, const Compile& compile, std::span<const ScriptValue> arguments,
+                          const ScriptObject& owner);
     QByteArray label_of(const QString& name);
     bool take_thread(Call& call);
     void give_back(Call& call, bool usable);
@@ -101,7 +107,8 @@ private:
         QString text;
     } m_tried;
     QHash<QString, Compiled> m_compiled;
-    QHash<QByteArray, QString> m_names; ///< of functions by the labels of their chunks
+    QHash<QString, int> m_compiled_texts; ///< the references of texts that no function has
+    QHash<QByteArray, QString> m_names;   ///< of functions by the labels of their chunks
 
     std::vector<std::pair<lua_State*, int>> m_idle; ///< threads for calls, with their references
     std::multimap<double, std::unique_ptr<Call>> m_waiting;

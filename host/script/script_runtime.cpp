@@ -41,6 +41,13 @@ ScriptResult ScriptRuntime::call(const QString& name, std::span<const ScriptValu
     return machine->call(name, arguments, owner);
 }
 
+ScriptResult ScriptRuntime::call_text(const QString& name, const QString& text, std::span<const ScriptValue> arguments,
+                                      const ScriptObject& owner)
+{
+    const auto machine = m_machine;
+    return machine->call_text(name, text, arguments, owner);
+}
+
 Status ScriptRuntime::try_text(const QString& name, const QString& text)
 {
     auto status = IFunc::check_text(name, text);

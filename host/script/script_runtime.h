@@ -44,6 +44,9 @@ public:
     /// Runs the function with the arguments as its `...`. A call that waits is dropped when its `owner` is deleted;
     /// a null owner: it belongs to nobody.
     ScriptResult call(const QString& name, std::span<const ScriptValue> arguments = {}, const ScriptObject& owner = {});
+    /// The same with a text that no function has; `name` is what errors call it. What is compiled is kept for the next time.
+    ScriptResult call_text(const QString& name, const QString& text, std::span<const ScriptValue> arguments = {},
+                           const ScriptObject& owner = {});
     /// Until the next reset() the function `name` runs as `text`, whatever the table holds; of several names the last
     /// one counts. Fails when the text is too long for a function.
     Status try_text(const QString& name, const QString& text);
@@ -62,6 +65,7 @@ public:
     const std::vector<ScriptVerb>& verbs() const { return *m_verbs; }
 
     /// The names of the objects' fields; empty when there are no objects.
+    const ScriptObjects* objects() const { return m_api.objects.get(); } ///< null when there are none
     QStringList field_names() const { return m_api.objects ? m_api.objects->field_names() : QStringList(); }
     /// What scripts have of Lua itself: "ipairs", "string", "string.rep", sorted.
     static QStringList library();

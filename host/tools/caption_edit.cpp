@@ -1,5 +1,6 @@
 #include "caption_edit.h"
 #include "core/authored.h"
+#include "core/edit_limit.h"
 
 #include "core/language.h"
 #include "gui_core/dxut_control.h"
@@ -96,7 +97,7 @@ std::optional<EditableText> editable_text_at(CGuiPlugScene& scene, QPointF place
         text = caption_of(scene, *target.dialog);
     if (text)
         select(scene, target, false);
-    return text;
+    return text && can_be_edited(text->text) ? text : std::nullopt;
 }
 
 } // namespace tarn

@@ -45,7 +45,7 @@ QList<Object*> with_moved_layers(QList<Object*> order, Layer where, const Select
 
 } // namespace
 
-std::vector<CDXUTControl*> selected_controls(const CGuiCore& core, bool editable_only)
+std::vector<CDXUTControl*> selected_controls(const CGuiCore& core, bool unlocked_only)
 {
     std::vector<CDXUTControl*> controls;
     const SelectionRecord& selection = core.selection();
@@ -53,7 +53,7 @@ std::vector<CDXUTControl*> selected_controls(const CGuiCore& core, bool editable
         return controls;
     for (const CDXUTDialog* dialog : all_dialogs(core))
         for (CDXUTControl* control : dialog->controls())
-            if (selection.contains(control) && (!editable_only || is_editable(*control)))
+            if (selection.contains(control) && (!unlocked_only || !control->locked()))
                 controls.push_back(control);
     return controls;
 }
@@ -163,15 +163,34 @@ void toggle_locked(CGuiPlugScene& scene)
     notify_properties(scene);
 }
 
-void hide_selected(CGuiPlugScene& scene)
+bool all_hidden(const CGuiCore& core)
 {
+    const SelectionRecord& selection = core.selection();
+    bool some = false;
+    for (const CDXUTControl* control : selection.controls) {
+        if (control->locked())
+            continue;
+        if (control->GetVisible())
+            return false;
+        some = true;
+    }
+    if (selection.controls_selected)
+        return some;
+    const auto dialogs = selected_dialogs(core);
+    return !dialogs.empty()
+        && std::none_of(dialogs.begin(), dialogs.end(), [](const CDXUTDialog* dialog) { return dialog->GetVisible(); });
+}
+
+void show_or_hide_selected(CGuiPlugScene& scene)
+{
+    const CGuiCore& core = scene.gui_core();
+    const bool show = all_hidden(core);
     {
-        const UserAction action(scene.journal(), lang(u"隐藏", u"Hide"));
-        for (CDXUTControl* control : selected_controls(scene.gui_core(), true)) {
-            control->SetVisible(false);
-        }
-        for (CDXUTDialog* dialog : selected_dialogs(scene.gui_core()))
-            dialog->SetVisible(false);
+        const UserAction action(scene.journal(), show ? lang(u"显示", u"Show") : lang(u"隐藏", u"Hide"));
+        for (CDXUTControl* control : selected_controls(core, true))
+            control->SetVisible(show);
+        for (CDXUTDialog* dialog : selected_dialogs(core))
+            dialog->SetVisible(show);
     }
     notify_properties(scene);
 }

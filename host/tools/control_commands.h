@@ -15,13 +15,13 @@ struct ObjectState;
 
 // What can be done to the selected objects. Each call is one step of undo and tells the windows.
 
-/// The selected controls that are neither locked nor hidden, or all of them, by dialog and layer.
-std::vector<CDXUTControl*> selected_controls(const CGuiCore& core, bool editable_only);
+/// The selected controls, or those of them that are not locked, by dialog and layer.
+std::vector<CDXUTControl*> selected_controls(const CGuiCore& core, bool unlocked_only);
 
 /// The selected dialogs, the root dialog excepted, by layer.
 std::vector<CDXUTDialog*> selected_dialogs(const CGuiCore& core);
 
-/// Removes the selected dialogs, or controls that are neither locked nor hidden.
+/// Removes the selected dialogs, or controls that are not locked.
 void remove_selected(CGuiPlugScene& scene);
 /// Copies every selected control within its dialog, a little aside; the copies become the selection.
 void duplicate_selected(CGuiPlugScene& scene);
@@ -35,7 +35,10 @@ void move_selected_layers(CGuiPlugScene& scene, Layer where);
 bool all_locked(const CGuiCore& core);
 /// Locks the selected controls, or unlocks them when all of them are locked.
 void toggle_locked(CGuiPlugScene& scene);
-void hide_selected(CGuiPlugScene& scene);
+/// Whether all that show_or_hide_selected() changes is hidden; false when that is nothing.
+bool all_hidden(const CGuiCore& core);
+/// Hides the selected dialogs, or controls that are not locked, or shows them when all of them are hidden.
+void show_or_hide_selected(CGuiPlugScene& scene);
 /// From the current control to its dialog.
 void select_dialog_of_control(CGuiPlugScene& scene);
 

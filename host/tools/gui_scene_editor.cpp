@@ -53,11 +53,18 @@ constexpr std::size_t edit_menu_length = 6;
 
 const QKeySequence duplicate_keys(Qt::CTRL | Qt::Key_D);
 
-bool has_editable_control(const SelectionRecord& selection)
+bool has_unlocked_control(const SelectionRecord& selection)
 {
     return selection.controls_selected
         && std::any_of(selection.controls.begin(), selection.controls.end(),
-                       [](const CDXUTControl* control) { return is_editable(*control); });
+                       [](const CDXUTControl* control) { return !control->locked(); });
+}
+
+/// A control that nobody sees can only have been selected in a list.
+bool has_hidden_control(const SelectionRecord& selection)
+{
+    return std::any_of(selection.controls.begin(), selection.controls.end(),
+                       [](const CDXUTControl* control) { return !control->locked() && !control->GetVisible(); });
 }
 
 /// Without asking for the list of all controls, which is made anew after each control that is created.
@@ -68,10 +75,10 @@ bool has_controls(const CGuiCore& core)
         || std::any_of(core.GetDialogs().begin(), core.GetDialogs().end(), holds_some);
 }
 
-void copy_selected(CGuiPlugScene& scene, bool editable_only)
+void copy_selected(CGuiPlugScene& scene, bool unlocked_only)
 {
     const CGuiCore& core = scene.gui_core();
-    copy_to_clipboard(core.selection().controls_selected ? clipboard_text(selected_controls(core, editable_only))
+    copy_to_clipboard(core.selection().controls_selected ? clipboard_text(selected_controls(core, unlocked_only))
                                                          : clipboard_text_of_dialogs(scene));
 }
 
@@ -116,8 +123,12 @@ EditCommand GuiSceneEditor::described(Command command) const
                           .checked = row.id == lock && all_locked(m_scene.gui_core()),
                           .begins_group = row.begins_group,
                           .question = {}};
-    if (row.id == remove && described.enabled && !m_scene.gui_core().selection().controls_selected)
-        ask_to_remove(m_scene.gui_core(), described);
+    const CGuiCore& core = m_scene.gui_core();
+    if (row.id == hide && described.enabled && all_hidden(core))
+        described.name = lang(u"显示", u"Show");
+    const bool takes_unseen = !core.selection().controls_selected || has_hidden_control(core.selection());
+    if (row.id == remove && described.enabled && takes_unseen)
+        ask_to_remove(core, described);
     return described;
 }
 
@@ -196,7 +207,7 @@ bool GuiSceneEditor::is_enabled(int command) const
     case paste: return can_paste();
     case cut:
     case remove:
-    case hide: return dialogs || has_editable_control(selection);
+    case hide: return dialogs || has_unlocked_control(selection);
     case all: return has_controls(m_scene.gui_core());
     case to_dialog: return controls && selection.current_dialog && !selection.current_dialog->is_root();
     default: return controls || dialogs;
@@ -219,7 +230,7 @@ Status GuiSceneEditor::run(int command)
     case one_down: move_selected_layers(m_scene, Layer::Down); break;
     case to_bottom: move_selected_layers(m_scene, Layer::Bottom); break;
     case lock: toggle_locked(m_scene); break;
-    case hide: hide_selected(m_scene); break;
+    case hide: show_or_hide_selected(m_scene); break;
     case to_dialog: select_dialog_of_control(m_scene); break;
     default: break;
     }

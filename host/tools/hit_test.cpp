@@ -21,7 +21,7 @@ std::vector<Target> targets_at(const CGuiCore& core, QPointF place)
     const QPointF inside = dialog->to_client(place);
     const auto& controls = dialog->controls();
     for (auto control = controls.crbegin(); control != controls.crend(); ++control)
-        if (is_editable(**control) && (*control)->contains(inside))
+        if (is_editable(**control) && (*control)->is_seen() && (*control)->contains(inside))
             targets.push_back({dialog, *control});
     if (!dialog->is_root() && dialog->outer_rect().contains(place))
         targets.push_back({dialog, nullptr});
@@ -38,10 +38,10 @@ std::vector<CDXUTControl*> controls_in(const CGuiCore& core, const QRectF& marqu
 {
     std::vector<CDXUTControl*> caught;
     for (const CDXUTDialog* dialog : all_dialogs(core)) {
-        if (!dialog->GetVisible() || (home && dialog != home))
+        if (!dialog->is_seen() || (home && dialog != home))
             continue;
         for (CDXUTControl* control : dialog->controls())
-            if (is_editable(*control) && is_caught(control->screen_bounds(), marquee, mode))
+            if (is_editable(*control) && control->is_seen() && is_caught(control->screen_bounds(), marquee, mode))
                 caught.push_back(control);
     }
     return caught;

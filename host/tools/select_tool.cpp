@@ -1,6 +1,8 @@
 #include "select_tool.h"
 
 #include "aids_layer.h"
+#include "animation/animation_scene.h"
+#include "center_gesture.h"
 #include "gui_core/dxut_dialog.h"
 #include "gui_scene/gui_plug_scene.h"
 #include "guide_gesture.h"
@@ -8,6 +10,7 @@
 #include "place_gestures.h"
 #include "selection_edit.h"
 #include "selection_overlay.h"
+#include "tab_numbers.h"
 
 #include <algorithm>
 #include <cmath>
@@ -76,6 +79,11 @@ void SelectTool::press(const MouseEvent& event)
     }
     if (m_aids.on_ruler(event.place))
         return;
+    if (const CDXUTControl* control = center_under(event.place)) {
+        m_gesture = std::make_unique<CenterGesture>(m_scene, *control);
+        m_last_click.reset();
+        return;
+    }
     if (const int handle = handle_under(event.place); handle >= 0) {
         m_gesture = std::make_unique<ResizeGesture>(m_scene, m_aids, event.place, Handle(handle));
         m_last_click.reset();
@@ -91,6 +99,13 @@ void SelectTool::press(const MouseEvent& event)
 int SelectTool::handle_under(QPointF place) const
 {
     return handle_at(resizable_frame(m_scene.gui_core()), place, m_aids.pixel());
+}
+
+/// The control whose turning point a press takes hold of.
+const CDXUTControl* SelectTool::center_under(QPointF place) const
+{
+    const CDXUTControl* control = control_with_center(m_scene);
+    return control && hits_center(*control, place, m_aids.pixel()) ? control : nullptr;
 }
 
 /// The guide line that a press takes hold of. What is selected comes first, so that a guide beneath does not keep it
@@ -222,6 +237,10 @@ void SelectTool::update_cursor(QPointF place)
     }
     if (m_aids.on_ruler(place))
         return;
+    if (center_under(place)) {
+        m_cursor = Qt::CrossCursor;
+        return;
+    }
     if (const int handle = handle_under(place); handle >= 0) {
         m_cursor = handle_cursor(Handle(handle));
         return;
@@ -234,7 +253,18 @@ void SelectTool::update_cursor(QPointF place)
 void SelectTool::paint(QPainter& painter)
 {
     m_aids.paint_guides(painter);
-    paint_selection(painter, m_scene.gui_core());
+    const CAnimationScene& animation = m_scene.animation();
+    paint_selection(painter, m_scene.gui_core(), [&](const ModelObject& object) {
+        return animation.unrecorded().contains(object.id()) ? DriveMark::Unrecorded
+            : animation.driven_channels(object.id())        ? DriveMark::Keys
+                                                            : DriveMark::None;
+    });
+    if (m_scene.gui_core().view_aids().tab_numbers)
+        paint_tab_numbers(painter, m_scene.gui_core());
+    if (const CDXUTControl* control = control_with_center(m_scene))
+        paint_center(painter, *control);
+    if (animation.is_editing() && animation.auto_record())
+        paint_recording(painter);
     if (m_dragging)
         m_gesture->paint(painter);
     m_aids.paint_rulers(painter);

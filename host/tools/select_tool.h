@@ -38,6 +38,7 @@ private:
     void release(const MouseEvent& event);
     void click(QPointF place);
     int handle_under(QPointF place) const;
+    const CDXUTControl* center_under(QPointF place) const;
     std::optional<Guide> guide_under(QPointF place) const;
     void update_cursor(QPointF place);
 

@@ -24,6 +24,12 @@ constexpr double reach = 2;             ///< pixels around a handle that still h
 constexpr std::size_t few_frames = 200; ///< of more frames none has a shade, which takes long to draw
 constexpr double label_gap = 8;         ///< pixels between a frame and its read-out
 constexpr int way_font_size = 10;       ///< pixels
+constexpr double recording_width = 3;   ///< pixels
+constexpr double mark_side = 5;         ///< pixels from the middle of a diamond to its corners
+constexpr double mark_gap = 9;          ///< pixels from that to the frame
+const QColor keys_color(0xb0, 0x7a, 0xe8);
+const QColor unrecorded_color(0xe0, 0x45, 0x3a);
+const QColor recording_color(0xe0, 0x2b, 0x2b);
 const QColor accent(0x2f, 0xb5, 0xc9);
 const QColor current_accent(0xff, 0xb0, 0x3a);
 
@@ -69,6 +75,37 @@ void outline_rotated(QPainter& painter, const SelectionRecord& selection)
         painter.setPen(line_pen(painter, control == selection.current_control ? current_accent : accent));
         painter.drawPolygon(control->screen_outline());
     }
+}
+
+/// A diamond beside the top left corner, away from the handles, as far as the view has room there.
+void paint_drive_mark(QPainter& painter, QPointF corner, DriveMark mark)
+{
+    const double pixel = view_pixel(painter);
+    const QPointF first = shown_area(painter).topLeft() + QPointF(mark_gap, mark_gap) * pixel;
+    const QPointF beside = corner - QPointF(mark_gap, mark_gap) * pixel;
+    const QPointF middle(std::max(first.x(), beside.x()), std::max(first.y(), beside.y()));
+    const double side = mark_side * pixel;
+    const QPointF points[] = {middle - QPointF(side, 0), middle - QPointF(0, side), middle + QPointF(side, 0),
+                              middle + QPointF(0, side)};
+    painter.setPen(QPen(mark == DriveMark::Keys ? QColor(0, 0, 0, 150) : unrecorded_color, 1.5 * pixel));
+    painter.setBrush(mark == DriveMark::Keys ? QBrush(keys_color) : QBrush(Qt::white));
+    painter.drawConvexPolygon(points, 4);
+}
+
+void mark_driven(QPainter& painter, const SelectionRecord& selection,
+                 const std::function<DriveMark(const ModelObject&)>& mark_of)
+{
+    const QRectF window = shown_area(painter);
+    const auto paint = [&](const ModelObject& object, const QRectF& frame) {
+        if (const DriveMark mark = mark_of(object); mark != DriveMark::None && frame.intersects(window))
+            paint_drive_mark(painter, frame.topLeft(), mark);
+    };
+    for (const CDXUTDialog* dialog : selection.dialogs)
+        if (!dialog->is_root() && dialog->GetVisible())
+            paint(*dialog, dialog->outer_rect());
+    for (const CDXUTControl* control : selection.controls)
+        if (control->GetVisible())
+            paint(*control, control->screen_bounds());
 }
 
 /// One side of a frame after a drag that makes it `length` long. `seat` tells which end is held (0 or 2; 1: none).
@@ -193,7 +230,8 @@ QRectF selected_frame(const CGuiCore& core)
     return frame;
 }
 
-void paint_selection(QPainter& painter, const CGuiCore& core)
+void paint_selection(QPainter& painter, const CGuiCore& core,
+                     const std::function<DriveMark(const ModelObject&)>& mark_of)
 {
     const SelectionRecord& selection = core.selection();
     if (!selection.editing)
@@ -212,6 +250,7 @@ void paint_selection(QPainter& painter, const CGuiCore& core)
     outline(painter, others, accent);
     outline(painter, current, current_accent);
     outline_rotated(painter, selection);
+    mark_driven(painter, selection, mark_of);
     const QRectF frame = resizable_frame(core);
     if (frame.isNull())
         return;
@@ -224,6 +263,15 @@ void paint_selection(QPainter& painter, const CGuiCore& core)
     painter.setBrush(Qt::white);
     for (int i = 0; i < handle_count; ++i)
         painter.drawRect(handle_rect(frame, Handle(i), pixel));
+}
+
+void paint_recording(QPainter& painter)
+{
+    const double pixel = view_pixel(painter);
+    const double width = recording_width * pixel;
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(recording_color, width, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
+    painter.drawRect(shown_area(painter).adjusted(width / 2, width / 2, -width / 2, -width / 2));
 }
 
 void paint_frames(QPainter& painter, const std::vector<QRectF>& frames)

@@ -8,12 +8,15 @@
 #include <QString>
 #include <Qt>
 
+#include <functional>
 #include <vector>
 
 class CGuiCore;
 class QPainter;
 
 namespace tarn {
+
+class ModelObject;
 
 /// The eight handles around a selected object, clockwise from the top left.
 enum class Handle { TopLeft, Top, TopRight, Right, BottomRight, Bottom, BottomLeft, Left };
@@ -53,8 +56,14 @@ QRectF resizable_frame(const CGuiCore& core);
 /// The frame on the screen around everything that is selected and shown.
 QRectF selected_frame(const CGuiCore& core);
 
-/// Outlines of the selected objects, and the handles of what can be resized.
-void paint_selection(QPainter& painter, const CGuiCore& core);
+/// How an object that a timebar drives is marked: hollow while the author changed it and did not record that.
+enum class DriveMark { None, Keys, Unrecorded };
+/// Outlines of the selected objects, and the handles of what can be resized. `mark_of` tells of an object whether it is
+/// driven.
+void paint_selection(QPainter& painter, const CGuiCore& core,
+                     const std::function<DriveMark(const ModelObject&)>& mark_of);
+/// A red frame along the edges of the view: what is edited becomes keys at once.
+void paint_recording(QPainter& painter);
 /// Outlines of what is about to be selected.
 void paint_frames(QPainter& painter, const std::vector<QRectF>& frames);
 void paint_marquee(QPainter& painter, const QRectF& frame);

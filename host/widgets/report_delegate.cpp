@@ -4,6 +4,7 @@
 #include "widgets/report_list.h"
 
 #include <QHelpEvent>
+#include <QLineEdit>
 #include <QPainter>
 #include <QToolTip>
 
@@ -14,7 +15,8 @@ namespace {
 
 constexpr int text_margin = 5;
 constexpr int icon_size = 16;
-constexpr int widest_column = 2000; ///< pixels, of those that fit their contents
+constexpr int narrowest_editor = 150; ///< pixels
+constexpr int widest_column = 2000;   ///< pixels, of those that fit their contents
 
 QColor hover_color(const QPalette& palette)
 {
@@ -113,6 +115,26 @@ QSize ReportDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelI
     const QString caption = m_list->item_caption(index.row(), index.column());
     return {option.fontMetrics.horizontalAdvance(head_of(caption, widest_column)) + margins + 1,
             option.fontMetrics.height() + 4};
+}
+
+QWidget* ReportDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem&, const QModelIndex&) const
+{
+    auto* line = new QLineEdit(parent);
+    line->setMaxLength(m_list->longest_edit());
+    return line;
+}
+
+void ReportDelegate::updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
+                                          const QModelIndex& index) const
+{
+    // Columns may be narrower than what one wants to see of a name that is typed.
+    const QRect text = text_rect(option, index).adjusted(-text_margin, 0, text_margin, 0);
+    const int room = m_list->viewport()->width();
+    QRect place(text.topLeft(),
+                QSize(std::min(std::max(text.width(), narrowest_editor), room),
+                      std::max(text.height(), editor->sizeHint().height())));
+    place.moveLeft(std::min(place.left(), room - place.width()));
+    editor->setGeometry(place);
 }
 
 bool ReportDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,

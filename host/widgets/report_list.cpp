@@ -230,6 +230,17 @@ void CReportList::refresh_all_item_caption()
     viewport()->update();
 }
 
+void CReportList::edit_caption(int row, int column, int longest)
+{
+    const QModelIndex cell = m_model->index(row, column);
+    if (!cell.isValid())
+        return;
+    m_longest_edit = longest;
+    scrollTo(cell);
+    m_model->set_editable(cell);
+    edit(cell);
+}
+
 void CReportList::update_row(int row)
 {
     if (row >= 0 && row < row_count())

@@ -56,6 +56,10 @@ public:
     int icon_index(int row) const;
     /// Shows all captions anew; the rows stay where they are.
     void refresh_all_item_caption();
+    /// Lets the user edit the caption of a cell in place, at most `longest` characters of it; caption_edited() tells when
+    /// that was done. Nothing happens for a cell that there is not.
+    void edit_caption(int row, int column, int longest);
+    int longest_edit() const { return m_longest_edit; } ///< characters, of the caption that is being edited
 
     /// Selects the row bound to this object, and only it, and scrolls to it when it was not selected before. Null,
     /// or an object that is not in the list, clears the selection.
@@ -112,6 +116,10 @@ Q_SIGNALS:
     void selection_changed_by_user();
     /// The Delete key. While nobody listens, the key is left to the window's shortcuts.
     void delete_pressed();
+    /// F2 while a row is selected.
+    void rename_pressed();
+    /// What edit_caption() began ended with another text; not when the user gave it up.
+    void caption_edited(int row, int column, const QString& text);
 
 protected:
     bool event(QEvent* event) override;
@@ -126,6 +134,7 @@ protected:
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
+    void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
     QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
 
 private:
@@ -163,6 +172,7 @@ private:
     qint64 m_typed_at = 0;
     Cell m_pressed;
     Cell m_clicked;
+    int m_longest_edit = 0;
     int m_hovered_row = -1;
     int m_code_depth = 0;
     bool m_press_is_ours = false;

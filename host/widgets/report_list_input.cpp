@@ -135,10 +135,22 @@ void CReportList::keyPressEvent(QKeyEvent* event)
             event->ignore();
         return;
     }
+    if (event->key() == Qt::Key_F2 && event->modifiers() == Qt::NoModifier) {
+        if (selectionModel()->hasSelection())
+            Q_EMIT rename_pressed();
+        return;
+    }
     const bool is_enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     if (is_enter && open_current_row())
         return;
     QTableView::keyPressEvent(event);
+}
+
+void CReportList::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint)
+{
+    // Tab ends the edit; a view would go on to the next cell and select it.
+    QTableView::closeEditor(editor, QAbstractItemDelegate::NoHint);
+    m_model->set_editable({});
 }
 
 bool CReportList::open_current_row()

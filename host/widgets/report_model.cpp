@@ -59,7 +59,7 @@ int ReportModel::columnCount(const QModelIndex& parent) const
 
 QVariant ReportModel::data(const QModelIndex& index, int role) const
 {
-    if (role == Qt::DisplayRole)
+    if (role == Qt::DisplayRole || role == Qt::EditRole)
         return m_list->item_caption(index.row(), index.column());
     if (role == Qt::TextAlignmentRole && m_columns[size_t(index.column())].is_number)
         return int(Qt::AlignRight | Qt::AlignVCenter);
@@ -78,9 +78,21 @@ QVariant ReportModel::headerData(int section, Qt::Orientation orientation, int r
     return {};
 }
 
+bool ReportModel::setData(const QModelIndex& index, const QVariant& value, int)
+{
+    const QString text = value.toString();
+    if (text == m_list->item_caption(index.row(), index.column()))
+        return false;
+    Q_EMIT m_list->caption_edited(index.row(), index.column(), text);
+    return true;
+}
+
 Qt::ItemFlags ReportModel::flags(const QModelIndex& index) const
 {
-    return index.isValid() ? Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemNeverHasChildren : Qt::NoItemFlags;
+    if (!index.isValid())
+        return Qt::NoItemFlags;
+    const Qt::ItemFlags usual = Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemNeverHasChildren;
+    return index == m_editable ? usual | Qt::ItemIsEditable : usual;
 }
 
 } // namespace tarn

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QAbstractTableModel>
+#include <QPersistentModelIndex>
 
 #include <vector>
 
@@ -30,17 +31,21 @@ public:
     void reorder(const std::vector<int>& order);
     void insert_column(int index, Column column);
     void set_column_title(int index, const QString& title);
+    /// The one cell that can be edited now; an invalid index for none.
+    void set_editable(const QModelIndex& cell) { m_editable = cell; }
 
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;
     QVariant data(const QModelIndex& index, int role) const override;
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+    bool setData(const QModelIndex& index, const QVariant& value, int role) override;
     Qt::ItemFlags flags(const QModelIndex& index) const override;
 
 private:
     CReportList* m_list;
     std::vector<void*> m_items;
     std::vector<Column> m_columns;
+    QPersistentModelIndex m_editable;
 };
 
 } // namespace tarn

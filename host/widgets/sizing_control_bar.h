@@ -13,6 +13,8 @@ public:
     /// pixels; 0 or less leaves that one to the contents. A docked bar takes the size on at once, a hidden one when it
     /// is shown.
     void set_stored_sizes(int horz, int vert);
+    /// The window has given the bar another size, which it keeps when it is shown.
+    void keep_size() { m_has_new_size = false; }
     /// Shows the bar, in front of those that share its place, or hides it.
     void show_bar(bool show);
 

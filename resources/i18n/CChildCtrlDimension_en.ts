@@ -103,5 +103,25 @@
         <source>右下</source>
         <translation>Bottom right</translation>
     </message>
+    <message>
+        <source>透明度与颜色</source>
+        <translation>Transparency and Colour</translation>
+    </message>
+    <message>
+        <source>透明度</source>
+        <translation>Transparency</translation>
+    </message>
+    <message>
+        <source>颜色</source>
+        <translation>Colour</translation>
+    </message>
+    <message>
+        <source>0 不透明，1 完全透明</source>
+        <translation>0 opaque, 1 not to be seen</translation>
+    </message>
+    <message>
+        <source>绘制的内容乘以此颜色</source>
+        <translation>What is drawn is multiplied by this colour</translation>
+    </message>
 </context>
 </TS>

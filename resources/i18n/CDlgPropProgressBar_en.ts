@@ -53,7 +53,7 @@
     </message>
     <message>
         <source>在需要显示百分比的地方键入&lt;percent&gt;</source>
-        <translation>Type &lt;percent&gt; where the percentage goes</translation>
+        <translation>Type &lt;percent&gt; for the percentage</translation>
     </message>
     <message>
         <source>例：目前进度&lt;percent&gt;</source>

@@ -155,31 +155,10 @@
     </message>
 </context>
 <context>
-    <name>CDlgGuiManagerTimer</name>
-    <message>
-        <source>时间轴列表</source>
-        <translation>Timebar list</translation>
-    </message>
-</context>
-<context>
-    <name>CDlgPropTimer</name>
-    <message>
-        <source>时间轴属性</source>
-        <translation>Timebar properties</translation>
-    </message>
-</context>
-<context>
     <name>CDlgStyleManager</name>
     <message>
         <source>风格列表</source>
         <translation>Style list</translation>
-    </message>
-</context>
-<context>
-    <name>CDlgTopTimer</name>
-    <message>
-        <source>时间轴工具</source>
-        <translation>Timeline tools</translation>
     </message>
 </context>
 </TS>

@@ -1,6 +1,8 @@
 #include "animation/anim_time.h"
 
 #include "animation/ease.h"
+#include "core/language.h"
+#include "support/printing.h"
 
 #include <gtest/gtest.h>
 
@@ -42,6 +44,42 @@ TEST(AnimTime, what_was_rounded_together_stays_apart_and_in_order)
     EXPECT_EQ(times.front(), 1.f);
     EXPECT_EQ(times.back(), max_time);
     EXPECT_NEAR(times[3], 1, 0.001);
+}
+
+TEST(TimeUnit, typed_numbers_become_times_and_times_texts)
+{
+    using namespace Qt::StringLiterals;
+    struct Case {
+        int rate; ///< -1: seconds
+        QString typed;
+        float time;
+        QString length, key;
+    };
+    const Case cases[] = {
+        {-1, u"10"_s, 10, u"10.0S"_s, u"10.00Sec"_s},
+        {-1, u" +2.5e1 apples"_s, 25, u"25.0S"_s, u"25.00Sec"_s},
+        {-1, u""_s, 0, u"0.0S"_s, u"0.00Sec"_s},
+        {-1, u"much"_s, 0, u"0.0S"_s, u"0.00Sec"_s},
+        {-1, u"-1"_s, -1, u"-1.0S"_s, u"-1.00Sec"_s},
+        {25, u"250"_s, 10, u"250Frame"_s, u"250Frame"_s},
+        {0, u"3"_s, 3, u"3Frame"_s, u"3Frame"_s},
+        {24, u"0.96"_s, 0.04f, u"Frame"_s, u"0Frame"_s},
+        {30, u"1"_s, frame_time(1, 30), u"1Frame"_s, u"1Frame"_s},
+        {30, u"2.5"_s, 2.5f / 30, u"2Frame"_s, u"2Frame"_s},
+    };
+    VLCMsgIniW::set_language(Language::English);
+    for (const Case& c : cases) {
+        const TimeUnit unit = c.rate < 0 ? TimeUnit::seconds() : TimeUnit::frames(c.rate);
+        EXPECT_EQ(unit.time_of(TimeUnit::typed(c.typed)), c.time) << c.typed.toStdString();
+        EXPECT_EQ(unit.length_text(c.time), c.length);
+        EXPECT_EQ(unit.key_text(c.time), c.key);
+    }
+    EXPECT_TRUE(std::isnan(TimeUnit::frames(25).time_of(TimeUnit::typed(u"nan"_s))));
+    for (qint64 frame = 0; frame < 100'000; frame += 7)
+        ASSERT_EQ(TimeUnit::frames(30).number_of(TimeUnit::frames(30).time_of(double(frame))), frame);
+    VLCMsgIniW::set_language(Language::Chinese);
+    EXPECT_EQ(TimeUnit::seconds().length_text(2) + TimeUnit::seconds().key_text(2), u"2.0秒2.00秒"_s);
+    EXPECT_EQ(TimeUnit::frames(25).length_text(0) + TimeUnit::frames(25).key_text(2), u"帧50帧"_s);
 }
 
 TEST(Ease, is_monotone_straight_at_0_and_half_way_where_its_handle_stands)

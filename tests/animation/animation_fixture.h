@@ -98,15 +98,28 @@ private:
 class ThingTarget final : public AnimationTarget {
 public:
     bool takes(const ModelObject& object) const override { return dynamic_cast<const Thing*>(&object); }
-    Pose pose(const ModelObject& object) const override
+    Pose pose(const ObjectState& state) const override
     {
-        const ThingState& s = static_cast<const Thing&>(object).shown();
+        const auto& s = static_cast<const ThingState&>(state);
         Pose pose;
         pose.set_vec(Channel::Position, s.x, s.y);
         pose.set_color(s.color);
         pose.set_number(Channel::Transparency, s.transparency);
         pose.set_whole(Channel::Show, s.visible);
         return pose;
+    }
+    std::span<const FieldKey> fields(Channel channel) const override
+    {
+        using S = ThingState;
+        static constexpr FieldKey place[] = {key<&S::x>, key<&S::y>};
+        static constexpr FieldKey others[] = {key<&S::color>, key<&S::transparency>, key<&S::visible>};
+        switch (channel) {
+        case Channel::Position: return place;
+        case Channel::Color: return std::span(others).subspan(0, 1);
+        case Channel::Transparency: return std::span(others).subspan(1, 1);
+        case Channel::Show: return std::span(others).subspan(2, 1);
+        default: return {};
+        }
     }
     void show(ModelObject& object, const Pose& pose) override
     {

@@ -109,14 +109,63 @@ TEST_F(PlayingTest, whoever_hears_of_a_script_key_may_remove_the_bar)
     EXPECT_EQ(remover.heard, 1);
 }
 
-TEST_F(PlayingTest, a_command_is_taken_apart)
+TEST_F(PlayingTest, a_command_makes_the_variables_that_it_names_and_follows_their_names)
 {
     CTCommandScript* command = m_bar->create_script_object();
-    command->set_script(uR"(  blink ("a, b", 'it\'s', speed 2) )"_s);
-    EXPECT_EQ(command->analyze_script().function, u"blink"_s);
-    EXPECT_EQ(command->analyze_script().parameters.join(u'|'), uR"("a, b"|'it\'s'|speed|2)"_s);
-    command->set_script(u"blink(\"open"_s);
-    EXPECT_EQ(command->analyze_script().parameters.join(u'|'), u"\"open"_s);
-    command->set_script({});
-    EXPECT_EQ(command->analyze_script().function, QString());
+    command->set_script(u"blink(life, 'life', mana * (life + 1), math.floor(mana))"_s);
+    command->create_var(VarType::Int, u"mana"_s);
+    command->analyze_script();
+    ASSERT_EQ(command->variables().size(), 2u) << "what is named and not there is made";
+    EXPECT_EQ(command->variables()[1]->name(), u"life"_s);
+    EXPECT_TRUE(command->rename_var(command->variables()[1], u"生命"_s));
+    EXPECT_EQ(command->script(), u"blink(生命, 'life', mana * (生命 + 1), math.floor(mana))"_s);
+    command->analyze_script();
+    EXPECT_EQ(command->variables().size(), 2u);
+}
+
+TEST_F(PlayingTest, a_command_runs_when_the_bar_begins_and_when_a_variable_has_another_value)
+{
+    CTCommandScript* command = m_bar->create_script_object();
+    command->set_script(u"show(life)"_s);
+    m_scene.set_running(true);
+    m_bar->active_bar(1);
+    const auto runs = [&] {
+        m_scene.frame_move(0.25f);
+        return m_hearer.take().count(u"show"_s);
+    };
+    EXPECT_EQ(runs(), 1) << "without variables";
+    EXPECT_EQ(runs(), 0);
+    CTVar* life = command->create_var(VarType::Int, u"life"_s);
+    life->set_key_value(0, KeyValue::whole(3));
+    EXPECT_EQ(runs(), 1);
+    EXPECT_EQ(runs(), 0);
+    life->set_key_value(0, KeyValue::whole(4));
+    EXPECT_EQ(runs(), 1);
+    m_bar->active_bar(1, 1);
+    EXPECT_EQ(runs(), 1);
+}
+
+TEST_F(PlayingTest, a_part_repeats_while_the_author_plays_and_not_in_a_preview)
+{
+    EXPECT_TRUE(m_bar->set_loop(1, 2));
+    EXPECT_TRUE(m_bar->has_loop());
+    m_bar->active_bar(1, 1);
+    m_scene.frame_move(0.25f);
+    EXPECT_EQ(m_bar->current_time(), 1.25f) << "from its begin";
+    m_scene.frame_move(10);
+    EXPECT_EQ(m_bar->current_time(), 1.25f);
+    EXPECT_TRUE(m_bar->is_playing());
+    m_bar->set_play_mode(int(PlayMode::ReverseOnce));
+    m_bar->active_bar(1, 1);
+    m_scene.frame_move(1.5f);
+    EXPECT_EQ(m_bar->current_time(), 1.5f);
+    m_bar->set_play_mode(int(PlayMode::Normal));
+    m_scene.set_running(true);
+    m_bar->active_bar(1, 1);
+    m_scene.frame_move(100);
+    EXPECT_EQ(m_bar->current_time(), m_bar->get_total_length());
+    EXPECT_FALSE(m_bar->is_playing());
+    m_scene.set_running(false);
+    m_bar->set_loop(3, 3);
+    EXPECT_FALSE(m_bar->has_loop());
 }

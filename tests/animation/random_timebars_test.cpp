@@ -1,5 +1,6 @@
 // Long walks of random edits, compared with a plain model of lists, and undone byte for byte.
 
+#include "animation/key_clipboard.h"
 #include "animation_fixture.h"
 
 #include <map>
@@ -221,12 +222,25 @@ protected:
                 keys[variable].push_back(time);
         return keys;
     }
+    /// As an author does on a page or in the view.
+    void write(Thing& thing)
+    {
+        m_scene.set_auto_record(number(2));
+        const bool is_driven = m_scene.driving(thing, key<&ThingState::x>).has_value();
+        const float before = thing.authored().x;
+        thing.write<ThingState>([x = any_time(), color = quint32(number(9))](ThingState& s) {
+            s.x = x;
+            s.color = color;
+            s.transparency += 1;
+        });
+        ASSERT_TRUE(!is_driven || thing.authored().x == before);
+    }
     void edit()
     {
         CTimebar* bar = any_bar();
         CTVar* variable = any_variable(bar);
         KeySelection keys = some_keys(variable);
-        switch (number(22)) {
+        switch (number(25)) {
         case 0: m_scene.remove_bar(number(3) ? nullptr : bar); break;
         case 1: m_scene.clone_bar(m_scene.bars().size() < 6 ? bar : nullptr); break;
         case 2: number(2) ? m_scene.move_up(bar) : m_scene.move_end(bar); break;
@@ -252,6 +266,9 @@ protected:
         case 18: number(2) ? m_scene.set_editing(number(2)) : m_scene.set_current_bar(bar); break;
         case 19: number(2) ? bar->set_current_time(any_time()) : bar->frame_move(any_time()); break;
         case 20: variable->object()->set_flags(quint32(number(64))); break;
+        case 21: write(*m_things_made[number(2)]); break;
+        case 22: ASSERT_TRUE(paste_keys(*any_bar(), copy_keys(keys), any_time())); break;
+        case 23: duplicate_keys(*bar, keys, any_time() - any_time()); break;
         default: variable->set_key_value(any_time(), KeyValue(variable->type())); break;
         }
     }

@@ -237,6 +237,25 @@ TEST(WatchedWork, is_shown_only_when_it_takes_long_and_draws_windows_meanwhile)
     EXPECT_EQ(shows.shown, 1);
     EXPECT_GE(ticks, 3);
 
+    struct View : QWidget {
+        void paintEvent(QPaintEvent*) override
+        {
+            for (const QWidget* window : QApplication::topLevelWidgets())
+                seen_with_box |= qobject_cast<const QProgressDialog*>(window) && window->isVisible();
+        }
+        bool seen_with_box = false;
+    } view;
+    view.show();
+    const auto change_view = [&](const Progress& progress) {
+        auto status = take(150, progress);
+        QApplication::processEvents();
+        view.seen_with_box = false;
+        view.update();
+        return status;
+    };
+    EXPECT_TRUE(do_watched(nullptr, u"changes"_s, change_view).ok());
+    EXPECT_TRUE(view.seen_with_box) << "until the change is drawn";
+
     QTimer::singleShot(0, [] {
         for (QWidget* window : QApplication::topLevelWidgets())
             if (qobject_cast<QProgressDialog*>(window))

@@ -1,10 +1,11 @@
-// The animation of a package, and key tracks as lists of numbers: what is taken is sound, can be edited, and is written
-// and read back the same.
+// The animation of a package, key tracks as lists of numbers, and keys on the clipboard: what is taken is sound, can be
+// edited, and is written and read back the same.
 
 #include "fuzz.h"
 
 #include "animation/anim_time.h"
 #include "animation/animation_scene.h"
+#include "animation/key_clipboard.h"
 #include "animation/t_var.h"
 #include "animation/timebar.h"
 #include "animation/timer_object.h"
@@ -86,12 +87,28 @@ void read_numbers(FuzzInput& input)
         require_sound(track);
 }
 
+void paste(const QByteArray& text)
+{
+    Scene scene;
+    CTimebar* bar = scene.animation.create_bar(10);
+    bar->set_current_object(bar->create_script_object());
+    const QByteArray before = scene.text();
+    scene.document.forget_history();
+    const auto pasted = paste_keys(*bar, text, 1);
+    require(pasted || scene.text() == before, "what is no text of keys changes nothing");
+    for (const CTimerObject* object : bar->objects())
+        for (const CTVar* variable : object->variables())
+            require_sound(variable->keys());
+    require(scene.read(scene.text()), "what was pasted can be saved and read");
+}
+
 } // namespace
 
 void fuzz(FuzzInput input)
 {
-    if (input.byte() % 8)
-        read_package(input.rest());
-    else
-        read_numbers(input);
+    switch (input.byte() % 8) {
+    case 0: return read_numbers(input);
+    case 2: return paste(input.rest());
+    default: return read_package(input.rest());
+    }
 }

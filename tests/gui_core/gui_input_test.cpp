@@ -108,6 +108,21 @@ TEST_F(GuiInputTest, disabled_and_hidden_controls_take_no_click)
     EXPECT_FALSE(m_box->GetChecked());
 }
 
+TEST_F(GuiInputTest, what_is_faded_out_takes_no_click_and_lets_it_through)
+{
+    (void)set(*m_box, "transparency", 1.0);
+    click(centre(m_box));
+    EXPECT_FALSE(m_box->GetChecked());
+    EXPECT_FALSE(m_box->can_be_reached());
+    (void)set(*m_box, "transparency", 0.99);
+    click(centre(m_box));
+    EXPECT_TRUE(m_box->GetChecked()) << "what is still seen does";
+    (void)set(*m_home, "transparency", 1.0);
+    EXPECT_FALSE(m_input.mouse_pressed(centre(m_box)));
+    EXPECT_FALSE(m_box->can_be_reached());
+    EXPECT_NE(m_core.active_dialog(), m_home);
+}
+
 TEST_F(GuiInputTest, the_topmost_control_wins_and_a_dialog_hides_what_is_below)
 {
     CDXUTCheckBox* above = check_box(m_home, m_box->rect());

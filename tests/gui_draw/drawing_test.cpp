@@ -582,3 +582,47 @@ TEST_F(DrawingTest, an_open_menu_is_drawn_and_goes_when_it_is_closed)
     m_core.close_menu();
     EXPECT_TRUE(is_blank(picture()));
 }
+
+TEST_F(DrawingTest, what_fades_does_so_as_a_whole_and_takes_on_its_colour)
+{
+    CDXUTDialog* home = dialog({40, 30, 260, 200});
+    CDXUTButton* pressed = button(home, {20, 20, 120, 60});
+    pressed->SetText(u"Fading"_s);
+    (void)set(*pressed, "rotation", 20.0);
+    (void)set(*home, "caption_shown", true);
+    const auto half = [](const QImage& image) {
+        QImage mixed = image;
+        for (int y = 0; y < image.height(); ++y)
+            for (int x = 0; x < image.width(); ++x) {
+                const QRgb p = image.pixel(x, y);
+                mixed.setPixel(x, y,
+                               qRgb((qRed(p) + qRed(background)) / 2, (qGreen(p) + qGreen(background)) / 2,
+                                    (qBlue(p) + qBlue(background)) / 2));
+            }
+        return mixed;
+    };
+    for (const double scale : {1.0, 2.0, 1.25}) {
+        const QImage opaque = picture(scale);
+        (void)set(*home, "transparency", 0.5);
+        EXPECT_TRUE(differing(picture(scale), half(opaque)).isEmpty()) << "the frame does not shine through the button";
+        (void)set(*home, "transparency", 0.0);
+        (void)set(*home, "color", qint64(0x80ffffff));
+        EXPECT_TRUE(differing(picture(scale), half(opaque)).isEmpty()) << "a colour's alpha fades, too";
+        (void)set(*home, "color", qint64(0xffffffff));
+        EXPECT_EQ(picture(scale), opaque);
+    }
+    QImage shown = picture();
+    const QRgb middle = shown.pixel(120, 104);
+    (void)m_core.take_damage();
+    (void)set(*pressed, "color", qint64(0xff00ffff));
+    (void)set(*pressed, "transparency", 0.25);
+    repaint(shown);
+    EXPECT_TRUE(differing(shown, picture()).isEmpty()) << "the change is damage";
+    EXPECT_LT(qRed(shown.pixel(120, 104)), qRed(middle));
+    (void)set(*pressed, "transparency", 1.0);
+    const QImage without = picture();
+    pressed->SetVisible(false);
+    EXPECT_EQ(without, picture());
+    (void)set(*home, "transparency", 1.0);
+    EXPECT_TRUE(is_blank(picture()));
+}

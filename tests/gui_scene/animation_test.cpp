@@ -5,6 +5,7 @@
 #include "animation/timebar.h"
 #include "animation/timer_object.h"
 #include "core/language.h"
+#include "gui_core/anchor.h"
 #include "gui_core/dxut_control.h"
 #include "script/script_runtime.h"
 #include "support/scene_fixture.h"
@@ -24,7 +25,7 @@ protected:
         m_dialog = dialog({100, 50, 200, 100}, u"Inventory"_s);
         m_bar = animation().create_bar(2, u"Intro"_s);
         animation().set_editing(true);
-        EXPECT_EQ(m_bar->record_selection({m_dialog}), 3) << "dialogs have a place, a size, and can be hidden";
+        EXPECT_EQ(m_bar->record_selection({m_dialog}), 5) << "dialogs do not turn";
         m_bar->set_current_time(2);
         animation().set_unrecorded(m_dialog->id(), Channel::Position, KeyValue::vec(300, 50, 0));
         EXPECT_EQ(m_bar->record_selection({m_dialog}), 1);
@@ -105,7 +106,7 @@ TEST_F(SceneAnimation, timebars_are_saved_merged_and_exported_with_what_they_ani
     CTimebar* other = animation().create_bar(5, u"Other"_s);
     other->insert_script_key(1);
     CDXUTControl* button = control(0, core().GetRootDialog(), QRectF(5, 5, 50, 20));
-    EXPECT_EQ(other->record_selection({button}), 4);
+    EXPECT_EQ(other->record_selection({button}), 6);
     animation().set_editing(false);
     ASSERT_TRUE(m_scene.save_scene(path()).ok());
     const QByteArray before = text();
@@ -141,4 +142,172 @@ TEST_F(SceneAnimation, broken_targets_and_missing_functions_are_problems)
     EXPECT_EQ(count(), before + 2);
     m_scene.journal().undo();
     EXPECT_EQ(count(), before + 1);
+}
+
+TEST_F(SceneAnimation, a_driven_place_that_is_edited_counts_from_the_screen_it_was_laid_out_for)
+{
+    CDXUTDialog* corner = dialog({1000, 500, 200, 100});
+    CDXUTControl* button = control(0, core().GetRootDialog(), QRectF(1200, 10, 60, 20));
+    CDXUTControl* scaled = control(0, core().GetRootDialog(), QRectF(100, 10, 60, 20));
+    corner->set_align_type(anchor_bottom_right);
+    button->set_align_type(anchor_right);
+    scaled->set_align_type(anchor_scale);
+    m_bar->set_current_time(0);
+    m_bar->record_selection({corner, button, scaled});
+    animation().set_editing(false);
+    const QByteArray before = text();
+    core().set_screen_size({1600, 900});
+    animation().set_editing(true);
+    m_bar->set_current_time(1);
+    ASSERT_EQ(button->rect(), QRectF(1520, 100, 60, 20));
+
+    button->SetLocation(1400, 100);
+    scaled->SetSize(100, 25);
+    corner->SetLocation(1210, 650);
+    EXPECT_EQ(button->rect(), QRectF(1400, 100, 60, 20));
+    EXPECT_EQ(scaled->rect(), QRectF(125, 12.5, 100, 25));
+    EXPECT_EQ(corner->rect(), QRect(1210, 650, 200, 100));
+    EXPECT_EQ(animation().unrecorded().value(scaled->id()).channels(), bit(Channel::Scale));
+    EXPECT_EQ(animation().unrecorded().value(button->id()).value(Channel::Position), KeyValue::vec(1080, 10, 0));
+    EXPECT_EQ(animation().unrecorded().value(corner->id()).value(Channel::Position), KeyValue::vec(890, 470, 0));
+    core().set_screen_size({1280, 720});
+    EXPECT_EQ(button->rect().topLeft(), QPointF(1080, 10));
+    EXPECT_EQ(corner->rect().topLeft(), QPoint(890, 470));
+    animation().set_editing(false);
+    EXPECT_TRUE(same_text(text(), before));
+}
+
+TEST_F(SceneAnimation, an_anchor_is_authored_while_the_place_is_driven)
+{
+    CDXUTControl* button = control(0, core().GetRootDialog(), QRectF(1200, 10, 60, 20));
+    m_bar->set_current_time(0);
+    m_bar->record_selection({button});
+    m_bar->set_current_time(1);
+    button->SetLocation(300, 10);
+    button->set_align_type(anchor_right);
+    EXPECT_EQ(button->rect().x(), 300);
+    button->set_scale_mode(1);
+    EXPECT_EQ(button->rect().x(), 300);
+    button->set_center({5, 5});
+    EXPECT_TRUE(button->has_own_center()) << "the centre is no channel";
+    animation().set_editing(false);
+    EXPECT_EQ(button->rect().x(), 1200);
+    EXPECT_EQ(button->scale_mode(), 1);
+    EXPECT_EQ(button->center(), QPointF(5, 5));
+    button->set_scale_mode(0);
+    EXPECT_EQ(button->align_type(), anchor_right);
+}
+
+TEST_F(SceneAnimation, children_of_a_driven_dialog_come_and_go_as_ever)
+{
+    m_bar->set_current_time(1);
+    m_dialog->SetLocation(7, 8);
+    CDXUTControl* button = control(0, m_dialog, QRectF(5, 5, 50, 20));
+    ASSERT_EQ(m_dialog->controls().size(), 1);
+    EXPECT_EQ(m_dialog->rect().topLeft(), QPoint(7, 8));
+    core().move_control_to(button, core().GetRootDialog());
+    EXPECT_EQ(m_dialog->controls().size(), 0);
+    m_scene.journal().undo();
+    m_scene.document().changes().tell();
+    EXPECT_EQ(m_dialog->rect().x(), 200) << "all of it was one step that nobody named";
+    animation().set_editing(false);
+    EXPECT_EQ(m_dialog->rect().x(), 100);
+}
+
+TEST_F(SceneAnimation, dialogs_and_controls_fade_and_take_on_colours)
+{
+    CDXUTControl* button = control(0, m_dialog, QRectF(5, 5, 50, 20));
+    m_bar->set_current_time(0);
+    m_bar->record_selection({button});
+    m_bar->set_current_time(2);
+    for (ModelObject* each : {static_cast<ModelObject*>(button), static_cast<ModelObject*>(m_dialog)}) {
+        EXPECT_TRUE(each->set_property(*each->fields().find("transparency"), 1.0));
+        EXPECT_TRUE(each->set_property(*each->fields().find("color"), qint64(0xff00ff00)));
+    }
+    EXPECT_EQ(m_bar->record_selection({button, m_dialog}), 4);
+    m_bar->set_current_time(1);
+    EXPECT_EQ(button->transparency(), 0.5f);
+    EXPECT_EQ(m_dialog->dialog_state().transparency, 0.5f);
+    EXPECT_EQ(button->color(), 0xff80ff80u);
+    EXPECT_TRUE(m_dialog->is_seen());
+    m_bar->set_current_time(2);
+    EXPECT_FALSE(button->is_seen());
+    EXPECT_FALSE(m_dialog->is_seen());
+    m_scene.play(true);
+    EXPECT_TRUE(m_dialog->is_seen()) << "nothing plays";
+    m_scene.play(false);
+    EXPECT_FALSE(m_dialog->is_seen()) << "the time of the editor is back";
+    animation().set_editing(false);
+    EXPECT_EQ(button->color(), 0xffffffffu);
+    EXPECT_FALSE(button->has_extras());
+}
+
+TEST_F(SceneAnimation, a_bar_that_comes_to_its_end_calls_its_function_in_a_preview)
+{
+    ASSERT_TRUE(m_scene.functions().set_function(u"next"_s, u"local bar, what = ...; return bar.name..what"_s));
+    m_bar->set_end_function(u"next"_s);
+    m_bar->set_auto_play(true);
+    m_scene.play(true);
+    m_scene.advance(1.9);
+    EXPECT_FALSE(log().contains(u"next"_s));
+    m_scene.advance(5);
+    EXPECT_EQ(log(), u"next=IntroEnded"_s);
+    m_scene.play(false);
+    m_bar->active_bar(1, 1);
+    m_bar->frame_move(5);
+    EXPECT_EQ(log(), u"next=IntroEnded|next=not run while editing"_s);
+    const std::size_t problems = m_scene.model().problems().size();
+    m_bar->set_end_function(u"missing"_s);
+    EXPECT_EQ(m_scene.model().problems().size(), problems + 1);
+}
+
+TEST_F(SceneAnimation, script_keys_and_their_functions_stay_together_when_scenes_merge)
+{
+    CScriptKey* key = m_bar->insert_script_key(1);
+    const QString name = key->function();
+    ASSERT_TRUE(m_scene.functions().set_function(name, u"return 'first'"_s));
+    m_bar->set_end_function(name);
+    animation().set_editing(false);
+    ASSERT_TRUE(m_scene.save_scene(path()).ok());
+    ASSERT_TRUE(m_scene.functions().set_function(name, u"return 'second'"_s));
+    ASSERT_TRUE(m_scene.on_merge_GUI(path(), u"Merged"_s, false).ok());
+    ASSERT_EQ(animation().bars().size(), 2u);
+    CTimebar* merged = animation().bars()[1];
+    const QString merged_name = merged->get_script_name(1);
+    EXPECT_NE(merged_name, name);
+    EXPECT_EQ(merged->end_function(), merged_name);
+    EXPECT_EQ(animation().bars()[0]->get_script_name(1), name);
+    const auto call = [&](const QString& function) { return m_world.scripts().call(function).value; };
+    EXPECT_EQ(call(name), Value(u"second"_s));
+    EXPECT_EQ(call(merged_name), Value(u"first"_s));
+    CScriptKey* added = merged->insert_script_key(2);
+    EXPECT_NE(added->function(), name);
+    EXPECT_NE(added->function(), merged_name);
+}
+
+TEST_F(SceneAnimation, a_script_object_calls_functions_verbs_and_methods_with_its_variables)
+{
+    CDXUTControl* label = control(DXUT_CONTROL_STATIC, core().GetRootDialog(), QRectF(5, 5, 50, 20));
+    ASSERT_TRUE(label->set_property(*label->fields().find("name"), u"Label"_s));
+    ASSERT_TRUE(m_scene.functions().set_function(
+        u"show"_s,
+        u"local life, place = ... return life .. '/' .. place[2] .. '/' .. timebar('Intro'):value('life')"_s));
+    CTCommandScript* command = m_bar->create_script_object();
+    command->create_var(VarType::Int, u"life"_s)->set_key_value(0, KeyValue::whole(3));
+    command->create_var(VarType::Vec, u"place"_s)->set_key_value(0, KeyValue::vec(1, 2, 3));
+    m_bar->set_auto_play(true);
+    const auto run = [&](const QString& line) {
+        command->set_script(line);
+        m_scene.play(true);
+        m_scene.advance(0.1);
+        const QString text = std::get<QString>(label->property(*label->fields().find("text")));
+        const QString told = log();
+        m_scene.play(false);
+        return text + u';' + told;
+    };
+    EXPECT_EQ(run(u"control(\"Label\"):set('text', 'life ' .. life)"_s), u"life 3;"_s);
+    EXPECT_EQ(run(u"control(\"Label\"):set('text', call('show', life, place))"_s), u"3/2.0/3;"_s);
+    EXPECT_FALSE(run(u"show(life, place)"_s).contains(u"no script function"_s));
+    EXPECT_TRUE(run(u"nothing(life)"_s).contains(u"there is no script function named \"nothing\""_s));
+    EXPECT_TRUE(run(u"show(life"_s).contains(u"show"_s));
 }

@@ -6,6 +6,7 @@
 
 #include <QComboBox>
 #include <QContextMenuEvent>
+#include <QLineEdit>
 #include <QTest>
 
 #include <algorithm>
@@ -390,6 +391,96 @@ TEST_F(ControlList, a_right_click_selects_its_row_unless_it_is_selected_and_open
     EXPECT_EQ(list().row_count(), 3);
     EXPECT_EQ(m_answers.texts.last(), u"你正在删除你的控件!"_s) << "as the button asks";
     EXPECT_EQ(m_answers.titles.last(), u"删除 “Button4”"_s);
+}
+
+TEST_F(ControlList, the_menu_of_a_hidden_control_shows_or_deletes_it_and_that_of_a_locked_one_does_neither)
+{
+    add(0, 3);
+    tell(ui_scene_changed);
+    const auto all = listed();
+    const auto choose = [&](int row, const QString& command) {
+        const QPoint place = list().visualRect(list().model()->index(row, 0)).center();
+        QTest::mouseClick(list().viewport(), Qt::RightButton, {}, place);
+        m_answers.texts.clear();
+        const auto open = [&](int chosen) {
+            m_answers.commands = {chosen};
+            QContextMenuEvent event(QContextMenuEvent::Mouse, place, list().viewport()->mapToGlobal(place));
+            QCoreApplication::sendEvent(list().viewport(), &event);
+        };
+        open(0);
+        const QStringList found = m_answers.texts.filter(command);
+        open(found.isEmpty() ? 0 : found.first().section(u' ', 0, 0).toInt());
+        return !found.isEmpty();
+    };
+    for (const int row : {0, 1})
+        EXPECT_TRUE(choose(row, u"隐藏"_s));
+    EXPECT_EQ(all[0]->GetVisible() || all[1]->GetVisible(), false);
+    EXPECT_FALSE(choose(1, u"隐藏"_s)) << "it is hidden";
+    EXPECT_TRUE(choose(1, u"显示"_s));
+    EXPECT_TRUE(all[1]->GetVisible());
+    for (const bool both : {false, true}) {
+        EXPECT_TRUE(m_scene->journal().undo());
+        EXPECT_EQ(all[1]->GetVisible(), both) << "each was a step of its own";
+        EXPECT_FALSE(all[0]->GetVisible());
+    }
+    m_answers.buttons = {boxes::Button::Ok};
+    EXPECT_TRUE(choose(0, u"删除"_s));
+    EXPECT_EQ(m_answers.titles.last(), u"删除 “Button1”"_s);
+    EXPECT_EQ(listed(), (std::vector{all[1], all[2]}));
+
+    all[2]->SetVisible(false);
+    all[2]->set_locked(true);
+    for (const QString& command : {u"删除"_s, u"显示"_s, u"隐藏"_s})
+        choose(1, command);
+    EXPECT_EQ(listed().size(), 2u);
+    EXPECT_FALSE(all[2]->GetVisible());
+}
+
+TEST_F(ControlList, clicks_that_add_rows_hide_nothing_and_two_clicks_are_two_steps)
+{
+    add(0, 3);
+    tell(ui_scene_changed);
+    const auto all = listed();
+    click_rows({0, 2}, CReportListControl::Name);
+    EXPECT_EQ(core().selection().controls.size(), 2u);
+    EXPECT_TRUE(all[2]->GetVisible()) << "Ctrl adds it";
+    EXPECT_FALSE(all[0]->GetVisible());
+    click_rows({1}, CReportListControl::Name);
+    EXPECT_TRUE(m_scene->journal().undo());
+    EXPECT_TRUE(all[1]->GetVisible());
+    EXPECT_FALSE(all[0]->GetVisible());
+}
+
+TEST_F(ControlList, f2_renames_the_current_row_in_one_step)
+{
+    add(0, 2);
+    tell(ui_scene_changed);
+    m_frame.show();
+    const auto type = [&](const QString& name, Qt::Key end) {
+        QTest::keyClick(&list(), Qt::Key_F2);
+        auto* field = list().findChild<QLineEdit*>();
+        if (!field)
+            return false;
+        field->setText(name);
+        QTest::keyClick(field, end);
+        QCoreApplication::processEvents();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        return true;
+    };
+    EXPECT_FALSE(type(u"Nobody"_s, Qt::Key_Return)) << "nothing is selected";
+    click_rows({0, 1});
+    m_codes.clear();
+    EXPECT_TRUE(type(u"New"_s, Qt::Key_Return));
+    EXPECT_EQ(column(CReportListControl::Name), QStringList({u"Button1"_s, u"New"_s}));
+    EXPECT_EQ(m_codes, std::vector{int(ui_control_properties)});
+    EXPECT_EQ(core().selection().controls.size(), 2u);
+    EXPECT_TRUE(type(u"Other"_s, Qt::Key_Escape));
+    EXPECT_TRUE(type(u"New"_s, Qt::Key_Return));
+    EXPECT_TRUE(m_scene->journal().undo());
+    EXPECT_EQ(column(CReportListControl::Name).last(), u"Button2"_s) << "what was given up or is the same is no step";
+    m_scene->play(true);
+    EXPECT_FALSE(type(u"Nobody"_s, Qt::Key_Return));
+    m_scene->play(false);
 }
 
 TEST_F(ControlList, the_armed_type_is_shown_whatever_happens)

@@ -7,6 +7,7 @@
 #include "widgets/button_st.h"
 
 #include <QContextMenuEvent>
+#include <QLineEdit>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -223,6 +224,32 @@ TEST_F(DialogManager, create_window_shows_what_is_armed_whatever_happens)
     m_scene->SetMTFunction(2, DXUT_CONTROL_BUTTON);
     m_world.broadcast(ui_selection_changed);
     EXPECT_FALSE(button(id_create).GetCheck()) << "a control is drawn now";
+}
+
+TEST_F(DialogManager, f2_and_the_menu_rename_a_dialog_as_the_page_would)
+{
+    select_row(0);
+    const auto type = [&](const QString& name) {
+        auto* field = list().findChild<QLineEdit*>();
+        ASSERT_NE(field, nullptr);
+        field->selectAll();
+        QTest::keyClicks(field, name);
+        QTest::keyClick(field, Qt::Key_Tab);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    };
+    QTest::keyClick(&list(), Qt::Key_F2);
+    type(QString(40, u'x'));
+    EXPECT_EQ(list().dialog(0)->name(), QString(31, u'x')) << "no longer than the model has it";
+    EXPECT_EQ(m_codes, std::vector{int(ui_dialog_properties)});
+    EXPECT_EQ(list().get_last_sel_index(), 0) << "Tab goes to no other row";
+    m_answers.commands = {1000};
+    Q_EMIT list().menu_requested(0, {});
+    EXPECT_TRUE(m_answers.texts.last().startsWith(u"1000 重命名"_s));
+    type(u"Main"_s);
+    EXPECT_EQ(list().dialog(0)->name(), u"Main"_s);
+    EXPECT_TRUE(m_scene->journal().undo());
+    EXPECT_TRUE(m_scene->journal().undo());
+    EXPECT_EQ(list().dialog(0)->name(), u"Dialog3"_s);
 }
 
 TEST_F(DialogManager, a_right_click_selects_the_row_and_offers_the_commands_of_the_edit_menu)

@@ -4,6 +4,7 @@
 #include "support/editor_fixture.h"
 #include "widgets/button_st.h"
 
+#include <QLineEdit>
 #include <QTest>
 
 namespace tarn::test {
@@ -95,6 +96,22 @@ TEST_F(MenuList, nothing_is_made_or_deleted_while_the_interface_runs)
     click(6317);
     EXPECT_EQ(core().GetMenus().size(), 1);
     m_scene->play(false);
+}
+
+TEST_F(MenuList, f2_renames_the_selected_menu_in_one_step)
+{
+    click(6099);
+    click(6099);
+    const QString before = current()->name();
+    QTest::keyClick(m_list, Qt::Key_F2);
+    auto* field = m_list->findChild<QLineEdit*>();
+    ASSERT_NE(field, nullptr);
+    field->setText(u"Pause"_s);
+    QTest::keyClick(field, Qt::Key_Tab);
+    EXPECT_EQ(current()->name(), u"Pause"_s);
+    EXPECT_EQ(names().last(), u"Pause"_s);
+    EXPECT_TRUE(m_scene->journal().undo());
+    EXPECT_EQ(current()->name(), before);
 }
 
 } // namespace tarn::test

@@ -2,11 +2,15 @@
 
 #include "support/editor_fixture.h"
 
+#include "animation/animation_scene.h"
+#include "animation/timebar.h"
+#include "core/authored.h"
 #include "core/field.h"
 #include "core/res_handle_man.h"
 #include "frame/filedlg.h"
 #include "gui_core/control_state.h"
 #include "gui_core/dialog_state.h"
+#include "page_base/row_mark.h"
 #include "page_base/table_page.h"
 #include "script/config_scene.h"
 #include "support/files.h"
@@ -375,6 +379,49 @@ TEST_F(BindingKit, a_row_without_its_control_is_told_with_page_control_and_field
     for (const auto& named : {u"Form"_s, u"77"_s, u"width"_s})
         EXPECT_TRUE(m_answers.texts[0].contains(named)) << m_answers.texts[0].toStdString();
     EXPECT_TRUE(m_page->field_rows().empty());
+}
+
+TEST_F(BindingKit, rows_mark_what_a_timebar_drives_and_edit_its_pose)
+{
+    VLCMsgIniW::set_language(Language::English);
+    constexpr FieldRow rows[] = {{.control = 10, .field = key<&ControlState::x>},
+                                 {.control = 11, .field = key<&ControlState::name>}};
+    make(rows, {{u"CSuperEdit"_s, 10}, {u"QLineEdit"_s, 11}});
+    const auto mark = [&](int id) { return m_page->findChild<RowMark*>(u"mark_id_%1"_s.arg(id)); };
+    using Drive = RowMark::Drive;
+    CTimebar* bar = m_scene->animation().create_bar(4, u"Intro"_s);
+    m_scene->animation().set_editing(true);
+    bar->record_selection({m_controls[1]});
+    bar->set_current_time(2);
+    tell();
+    EXPECT_EQ(mark(10)->tells_drive(), Drive::Keys) << "one of the selected is driven";
+    EXPECT_EQ(mark(11)->tells_drive(), Drive::None);
+    EXPECT_TRUE(mark(10)->toolTip().contains(u"\"Intro\""_s)) << mark(10)->toolTip().toStdString();
+    m_scene->journal().clear();
+    type(10, u"77"_s);
+    m_scene->document().changes().tell();
+    EXPECT_EQ(mark(10)->tells_drive(), Drive::Unrecorded);
+    EXPECT_EQ(m_scene->journal().step_count(), 1u) << "both keys";
+    EXPECT_EQ(m_controls[0]->x(), 77);
+    EXPECT_EQ(m_controls[1]->x(), 77);
+    EXPECT_EQ(Authored::property(*m_controls[1], *m_controls[1]->fields().find("x")), Value(10.0));
+
+    core().SelectControl(m_controls[1], false);
+    tell();
+    m_answers.commands.push_back(9);
+    m_answers.buttons.push_back(boxes::Button::Ok);
+    m_answers.texts.clear();
+    mark(10)->clicked();
+    EXPECT_EQ(m_answers.texts.last(),
+              u"Now: 77\nChanged and not recorded\nTimebar \"Intro\", after the last key, at 0 s\n"
+              u"Set by the author: 10\nDefault: 0"_s);
+    bar->set_current_time(1);
+    m_scene->document().changes().tell();
+    EXPECT_EQ(mark(10)->tells_drive(), Drive::Keys);
+    m_scene->animation().set_editing(false);
+    m_scene->document().changes().tell();
+    EXPECT_EQ(mark(10)->tells_drive(), Drive::None);
+    m_scene->animation().set_current_bar(nullptr);
 }
 
 } // namespace tarn::test

@@ -124,9 +124,9 @@ protected:
             QTest::keyClick(combo, combo->currentIndex() + 1 < combo->count() ? Qt::Key_Down : Qt::Key_Up);
         } else if (auto* swatch = qobject_cast<CColorSwatch*>(&widget)) {
             m_answers.dialogs.push_back([](QDialog& dialog) {
-                auto* page = dialog.findChild<CChildDlg*>();
+                auto* picker = dialog.findChild<CChildDlg*>();
                 for (const auto& [id, shift] : {std::pair{6411, 24}, {6397, 16}, {6401, 8}, {6405, 0}}) {
-                    auto* channel = qobject_cast<CSuperEdit*>(page->control(id));
+                    auto* channel = qobject_cast<CSuperEdit*>(picker->control(id));
                     channel->selectAll();
                     QTest::keyClicks(channel, QString::number(new_color >> shift & 0xff));
                 }

@@ -10,6 +10,7 @@
 
 #include <QApplication>
 #include <QCheckBox>
+#include <QClipboard>
 #include <QFocusEvent>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -29,6 +30,7 @@ enum Id : int {
     id_width = 6026,
     id_height = 6341,
     id_keep_ratio = 6345,
+    id_tab_order = 6416,
     id_anchor_right = 6491,
 };
 
@@ -268,6 +270,54 @@ TEST_F(ControlPage, a_page_of_a_type_works_only_on_controls_of_that_type)
     tell(ui_selection_changed);
     EXPECT_EQ(group->shown_id(), 6009) << "nothing selected leaves the page where it was";
     EXPECT_FALSE(edit->isEnabled());
+}
+
+TEST_F(ControlPage, the_view_numbers_the_controls_while_their_tab_order_is_edited)
+{
+    CChildDlg* location = page(u"CChildCtrlDimension"_s);
+    const QWidget view;
+    const auto shown_after = [&](const QWidget* focused) {
+        Q_EMIT qApp->focusChanged(nullptr, const_cast<QWidget*>(focused));
+        return core().view_aids().tab_numbers;
+    };
+    EXPECT_FALSE(shown_after(location->control(id_x)));
+    EXPECT_TRUE(shown_after(location->control(id_tab_order)->findChild<QLineEdit*>()));
+    EXPECT_TRUE(shown_after(&view)) << "there the next control is clicked";
+    EXPECT_TRUE(shown_after(nullptr)) << "another program has the focus";
+    EXPECT_FALSE(shown_after(location->control(id_x)));
+}
+
+TEST_F(ControlPage, a_text_without_end_is_shown_in_part_and_kept_and_none_can_be_pasted)
+{
+    auto* label = static_cast<CDXUTStatic*>(
+        core().create_control(DXUT_CONTROL_STATIC, m_controls[0]->dialog(), QRectF(0, 0, 60, 20)));
+    const QString endless(1'000'000, u'x');
+    label->SetText(endless);
+    core().SelectControl(label, false);
+    tell(ui_selection_changed);
+    auto* edit = qobject_cast<QPlainTextEdit*>(page(u"CDlgPropStatic"_s)->control(6352));
+    EXPECT_TRUE(edit->isReadOnly());
+    EXPECT_LT(edit->toPlainText().size(), 1000);
+    QTest::keyClicks(edit, u"more"_s);
+    EXPECT_EQ(label->text(), endless);
+
+    label->SetText(u"one\n"_s.repeated(20'000));
+    tell(ui_control_properties);
+    EXPECT_FALSE(edit->isReadOnly()) << "of many lines each costs little";
+    EXPECT_EQ(edit->toPlainText(), label->text());
+    QApplication::clipboard()->setText(endless);
+    edit->selectAll();
+    edit->paste();
+    EXPECT_EQ(label->text(), u"one\n"_s.repeated(20'000));
+    QApplication::clipboard()->setText(u"two"_s);
+    edit->paste();
+    EXPECT_EQ(label->text(), u"two"_s);
+
+    ASSERT_TRUE(set(*label, "name", endless).ok());
+    tell(ui_control_properties);
+    auto& name = on_page<QLineEdit>(id_name);
+    type(name, u"n"_s);
+    EXPECT_EQ(label->name(), endless);
 }
 
 } // namespace tarn::test

@@ -3,6 +3,7 @@
 #include "mouse_fixture.h"
 
 #include "core/language.h"
+#include "support/attributes.h"
 #include "tools/aids_layer.h"
 #include "tools/selection_overlay.h"
 
@@ -228,4 +229,29 @@ TEST_F(AidsTest, handles_and_guides_are_reached_by_pixels_of_a_reduced_view)
     EXPECT_EQ(d->outer_rect().size(), QSizeF(500, 424));
     press_and_move({60, 300}, {300, 300}); // on the ruler, which is wide now
     EXPECT_EQ(vertical(), (Guides{300, 700}));
+}
+
+TEST_F(AidsTest, tab_numbers_stand_on_the_controls_that_tab_reaches_in_the_current_dialog)
+{
+    CDXUTDialog* d = home();
+    core().view_aids() = {};
+    CDXUTControl* first = button(d, {20, 20, 60, 20});
+    CDXUTControl* given = button(d, {20, 80, 60, 20});
+    CDXUTControl* label = control(DXUT_CONTROL_STATIC, d, {20, 140, 60, 20});
+    CDXUTControl* hidden = button(d, {20, 200, 60, 20});
+    hidden->SetVisible(false);
+    ASSERT_TRUE(set(*given, "tab_order", qint64(1)).ok());
+    core().SelectDialog(d, false);
+    const auto badge = [](const QImage& view, const CDXUTControl* c) {
+        return view.pixelColor((c->screen_bounds().topLeft() + QPointF(3, 3)).toPoint());
+    };
+    const QImage without = painted();
+    core().view_aids().tab_numbers = true;
+    const QImage with = painted();
+    EXPECT_NE(badge(with, first), badge(without, first));
+    EXPECT_NE(badge(with, given), badge(with, first)) << "a number that was given stands out";
+    for (const CDXUTControl* none : {label, hidden})
+        EXPECT_EQ(badge(with, none), badge(without, none));
+    core().ClearDialogSelection();
+    EXPECT_EQ(badge(painted(), first), QColor(Qt::black));
 }

@@ -237,6 +237,8 @@ TEST_F(ArrangingTest, a_text_in_place_is_stored_once_and_never_in_what_is_gone)
     text->commit(u"new"_s);
     EXPECT_EQ(c->text(), u"new"_s);
     EXPECT_EQ(undo_all(), 1);
+    c->SetText(QString(20'000, u'x'));
+    EXPECT_FALSE(m_scene.editor().text_at(c->screen_rect().center())) << "too long for a field";
     m_scene.RemoveCtrl(c);
     text->commit(u"late"_s);
     m_scene.new_scene();

@@ -179,10 +179,10 @@ TEST_F(ClipboardTest, texts_that_are_not_ours_are_refused_and_change_nothing)
     EXPECT_TRUE(same_text(text(), before));
     EXPECT_FALSE(m_scene.journal().can_undo());
     EXPECT_TRUE(paste_text(m_scene, with(control)).ok());
-    EXPECT_TRUE(paste_text(m_scene, with(R"({"type":0,"id":1,"dialog":99,"width":-5,"color":"later"})")).ok())
+    EXPECT_TRUE(paste_text(m_scene, with(R"({"type":0,"id":1,"dialog":99,"width":-5,"glow":"later"})")).ok())
         << "ids are not taken over, numbers are held to their range, what is not known is kept";
     EXPECT_EQ(selected().front()->width(), 0);
-    EXPECT_TRUE(all_texts(m_scene.gui_core()).contains("\"color\":\"later\""));
+    EXPECT_TRUE(all_texts(m_scene.gui_core()).contains("\"glow\":\"later\""));
 }
 
 TEST_F(ClipboardTest, duplicates_stay_in_their_dialogs_and_leave_the_clipboard_alone)

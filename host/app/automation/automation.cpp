@@ -2,6 +2,7 @@
 
 #include "api.h"
 #include "engine/base_world.h"
+#include "frame/timeline_state.h"
 #include "lua_binding.h"
 #include "main_window.h"
 #include "mouse_surface.h"
@@ -41,6 +42,7 @@ Automation::Automation(Studio& studio, MainWindow& window)
       m_view(std::make_unique<tarn::script::MouseSurface>(window.view(),
                                                           [&view = window.view()] { return view.surface_rect(); }))
 {
+    find_timeline();
     listen();
     tarn::boxes::set_responder(m_boxes.get());
 }
@@ -60,6 +62,15 @@ void Automation::CloseLua::operator()(lua_State* lua) const
 CBaseWorld& Automation::world()
 {
     return m_studio.world();
+}
+
+void Automation::find_timeline()
+{
+    for (QWidget* widget : m_window.findChildren<QWidget*>())
+        if (auto* state = dynamic_cast<tarn::TimelineState*>(widget)) {
+            m_timeline_state = state;
+            m_timeline = std::make_unique<tarn::script::MouseSurface>(*widget, [widget] { return widget->rect(); });
+        }
 }
 
 void Automation::listen()
@@ -117,6 +128,8 @@ void Automation::open_lua(const QStringList& args)
     lua_setfield(lua, -2, "args");
     tarn::script::push_view(lua, *this);
     lua_setfield(lua, -2, "view");
+    tarn::script::push_timeline(lua, *this);
+    lua_setfield(lua, -2, "timeline");
     lua_setglobal(lua, "studio");
 }
 

@@ -16,6 +16,9 @@ class MainWindow;
 class Studio;
 struct lua_State;
 
+namespace tarn {
+class TimelineState;
+} // namespace tarn
 namespace tarn::script {
 class MouseSurface;
 class ScriptedBoxes;
@@ -38,6 +41,9 @@ public:
     CBaseWorld& world();
     tarn::script::ScriptedBoxes& boxes() { return *m_boxes; }
     tarn::script::MouseSurface& view() { return *m_view; }
+    /// The timeline of a plug-in, as a surface and what it tells of itself; null when there is none.
+    tarn::script::MouseSurface* timeline() { return m_timeline.get(); }
+    tarn::TimelineState* timeline_state() { return m_timeline_state; }
     tarn::Result<tarn::SceneModel*> model();
     const tarn::ScriptReach& reach() const { return m_reach; }
     /// The notification codes, and the number of redraws asked for, since the last call.
@@ -69,6 +75,7 @@ private:
         void operator()(lua_State* lua) const;
     };
 
+    void find_timeline();
     void listen();
     void open_lua(const QStringList& args);
     tarn::Status run_file(const QString& path);
@@ -77,6 +84,8 @@ private:
     MainWindow& m_window;
     std::unique_ptr<tarn::script::ScriptedBoxes> m_boxes;
     std::unique_ptr<tarn::script::MouseSurface> m_view;
+    std::unique_ptr<tarn::script::MouseSurface> m_timeline;
+    tarn::TimelineState* m_timeline_state = nullptr;
     tarn::ScriptReach m_reach{.in_english = true, .reads_authored = true};
     std::unique_ptr<lua_State, CloseLua> m_lua;
     lua_State* m_running = nullptr;

@@ -280,6 +280,13 @@ Status set_function_text(Automation& app, const QString& name, const QString& te
     return app.world().config_scene().set_function(name, text);
 }
 
+Status delete_function(Automation& app, const QString& name)
+{
+    return app.world().config_scene().del_function(name)
+        ? Status()
+        : Status::error(QStringLiteral("there is no function \"%1\"").arg(name));
+}
+
 Data events(SceneModel& model)
 {
     return list_of(model.events(), [](const SceneModel::Event& event) {
@@ -304,6 +311,7 @@ constexpr Binding functions[] = {
     {"functions", "", binding<scene_functions>},
     {"function_text", "name", binding<function_text>},
     {"set_function_text", "name text", binding<set_function_text>},
+    {"delete_function", "name", binding<delete_function>},
     {"events", "", binding<events>},
 };
 

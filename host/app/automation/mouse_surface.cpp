@@ -24,6 +24,13 @@ Status MouseSurface::ready() const
     return {};
 }
 
+Result<QImage> MouseSurface::picture() const
+{
+    if (auto status = ready(); !status)
+        return status;
+    return m_widget->grab(m_area()).toImage();
+}
+
 void MouseSurface::send(QEvent::Type type, QPointF place, Qt::MouseButton button, Qt::KeyboardModifiers modifiers)
 {
     input::mouse(*m_widget, type, place + m_area().topLeft(), button, m_held, modifiers);

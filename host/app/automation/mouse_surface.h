@@ -3,6 +3,7 @@
 #include "core/status.h"
 
 #include <QEvent>
+#include <QImage>
 #include <QPointF>
 #include <QPointer>
 #include <QRect>
@@ -26,6 +27,7 @@ public:
     Status double_click(QPointF place);
     Status wheel(QPointF place, double steps);
     Status key(int key, Qt::KeyboardModifiers modifiers);
+    Result<QImage> picture() const;
 
 private:
     Status ready() const;

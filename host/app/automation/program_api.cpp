@@ -2,6 +2,7 @@
 #include "core/language.h"
 #include "engine/base_world.h"
 #include "main_window.h"
+#include "mouse_surface.h"
 #include "page_handles.h"
 #include "studio.h"
 #include "user_input.h"
@@ -121,7 +122,8 @@ Result<QImage> picture_of(Automation& app, const QString& what)
     if (what == QLatin1String("view"))
         return app.window().view().grab_view();
     if (what == QLatin1String("timeline"))
-        return Status::error(QStringLiteral("there is no timeline"));
+        return app.timeline() ? app.timeline()->picture()
+                              : Result<QImage>(Status::error(QStringLiteral("there is no timeline")));
     CChildDlg* page = find_page(what);
     if (!page)
         return Status::error(QStringLiteral("there is no page %1").arg(what));

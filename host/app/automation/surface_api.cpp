@@ -1,6 +1,7 @@
 #include "api.h"
 #include "mouse_surface.h"
 #include "report_list_api.h"
+#include "surface_handle.h"
 #include "user_input.h"
 
 #include <QMetaEnum>
@@ -16,16 +17,6 @@ using Text = std::optional<QString>;
 
 constexpr int hold_time = 120;      ///< milliseconds between the press and the first move of a drag
 constexpr double longest_step = 10; ///< pixels from one move of a drag to the next
-
-struct SurfaceHandle {
-    static constexpr const char* type_name = "studio.surface";
-    static constexpr const char* needed = "a mouse surface";
-
-    MouseSurface* surface;
-
-    bool operator==(const SurfaceHandle&) const = default;
-    MouseSurface* operator->() const { return surface; }
-};
 
 Result<Qt::MouseButton> read_button(const Text& name)
 {
@@ -170,12 +161,25 @@ Result<Qt::KeyboardModifiers> read_modifiers(const std::optional<QString>& mods)
 
 void add_surface_type(lua_State* lua, Automation& app)
 {
-    add_type<SurfaceHandle>(lua, app, methods);
+    static const std::vector<Binding> all = [] {
+        std::vector<Binding> rows(std::begin(methods), std::end(methods));
+        rows.insert(rows.end(), timeline_methods().begin(), timeline_methods().end());
+        return rows;
+    }();
+    add_type<SurfaceHandle>(lua, app, all);
 }
 
 void push_view(lua_State* lua, Automation& app)
 {
     to_lua(SurfaceHandle{&app.view()}).push(lua);
+}
+
+void push_timeline(lua_State* lua, Automation& app)
+{
+    if (app.timeline())
+        to_lua(SurfaceHandle{app.timeline(), app.timeline_state()}).push(lua);
+    else
+        lua_pushnil(lua);
 }
 
 } // namespace tarn::script

@@ -1,5 +1,7 @@
 #include "inline_editor.h"
 
+#include "frame/text_edit.h"
+
 #include <QFocusEvent>
 #include <QFontMetrics>
 #include <QKeyEvent>
@@ -51,7 +53,7 @@ QWidget* InlineEditor::make_field(const EditableText& text)
         line->selectAll();
         return line;
     }
-    auto* lines = new QPlainTextEdit(text.text, &m_view);
+    auto* lines = new TextEdit(text.text, &m_view);
     lines->document()->setDefaultTextOption(QTextOption(text.alignment & Qt::AlignHorizontal_Mask));
     lines->document()->setDocumentMargin(document_margin);
     lines->setTabChangesFocus(true);

@@ -1,7 +1,9 @@
 #include "gui_script_api.h"
 
 #include "animation/animation_scene.h"
+#include "animation/t_var.h"
 #include "animation/timebar.h"
+#include "animation/timer_object.h"
 #include "core/language.h"
 #include "engine/base_world.h"
 #include "gui_core/dxut_dialog.h"
@@ -357,6 +359,17 @@ CTimebar& timebar_of(const ScriptCall& call)
     return static_cast<CTimebar&>(call.object(0));
 }
 
+Result<ScriptValue> value_of_variable(ScriptCall& call)
+{
+    const CTimebar& bar = timebar_of(call);
+    for (const CTimerObject* object : bar.objects())
+        if (object->type() == TimerObjectType::Script)
+            for (const CTVar* variable : object->variables())
+                if (variable->name() == call.text(1))
+                    return ScriptValue(variable->value_at(bar.current_time()).to_value());
+    return nothing;
+}
+
 std::vector<ScriptVerb> timebar_verbs()
 {
     return {
@@ -379,6 +392,11 @@ std::vector<ScriptVerb> timebar_verbs()
          {{"factor", ScriptType::Number, {u"倍数，1/8 到 8", u"the factor, 1/8 to 8"}}},
          {u"改变播放速度", u"changes how fast it plays"},
          doing([](ScriptCall& c) { timebar_of(c).set_speed(float(c.number(1))); }),
+         timebar_kind},
+        {"value",
+         {{"name", ScriptType::Text, {u"变量的名称", u"the variable's name"}}},
+         {u"脚本对象的变量现在的值", u"what a variable of its script objects has now"},
+         value_of_variable,
          timebar_kind},
     };
 }

@@ -1,1 +1,2 @@
+call("show_settings")
 dialog("Settings"):restore()
