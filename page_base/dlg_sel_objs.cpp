@@ -85,8 +85,8 @@ CDlgSelObjs::CDlgSelObjs(const CBaseWorld& world, tarn::SceneObjectKind kind, ta
     m_page->list(world, kind, current);
 }
 
-std::optional<tarn::ObjectRef> CDlgSelObjs::sel_objs(QWidget* parent, const CBaseWorld& world, tarn::SceneObjectKind kind,
-                                             tarn::ObjectRef current)
+std::optional<tarn::ObjectRef> CDlgSelObjs::sel_objs(QWidget* parent, const CBaseWorld& world,
+                                                     tarn::SceneObjectKind kind, tarn::ObjectRef current)
 {
     CDlgSelObjs dialog(world, kind, current);
     dialog.setParent(parent, dialog.windowFlags());

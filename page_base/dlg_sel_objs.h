@@ -28,8 +28,8 @@ class CDlgSelObjs : public QDialog {
 
 public:
     /// Asks for one object of the kind; `current` is the one to begin with, or none. No answer when it was cancelled.
-    static std::optional<tarn::ObjectRef> sel_objs(QWidget* parent, const CBaseWorld& world,
-                                                   tarn::SceneObjectKind kind, tarn::ObjectRef current);
+    static std::optional<tarn::ObjectRef> sel_objs(QWidget* parent, const CBaseWorld& world, tarn::SceneObjectKind kind,
+                                                   tarn::ObjectRef current);
 
 private:
     class Page;

@@ -9,7 +9,8 @@
 
 CBaseWorld::CBaseWorld()
     : m_functions(std::make_unique<CConfigScene>(m_document)),
-      m_objects(std::make_unique<tarn::WorldScene>(m_document)), m_selection(std::make_unique<CSelection>(*m_objects)),
+      m_objects(std::make_unique<tarn::WorldScene>(m_document)),
+      m_selection(std::make_unique<CSelection>(*m_objects)),
       m_scripts(std::make_unique<tarn::ScriptRuntime>(*m_functions))
 {
 }

@@ -83,7 +83,13 @@ public:
     tarn::Overlay* overlay() const { return m_overlay; }
     void set_overlay(tarn::Overlay* overlay) { m_overlay = overlay; }
 
+    /// What the views draw of the world's objects, between the ground and the overlay; null for nothing. The world does
+    /// not own it.
+    tarn::Overlay* objects_layer() const { return m_objects_layer; }
+    void set_objects_layer(tarn::Overlay* layer) { m_objects_layer = layer; }
+
     tarn::OrbitCamera& camera() { return m_camera; }
+    const tarn::OrbitCamera& camera() const { return m_camera; }
     /// The objects of the world, a part of the document, and which of them are selected.
     tarn::WorldScene& objects() const { return *m_objects; }
     CSelection& selection() { return *m_selection; }
@@ -113,6 +119,7 @@ private:
     tarn::MouseTool* m_tool = nullptr;
     tarn::MouseTool* m_default_tool = nullptr;
     tarn::Overlay* m_overlay = nullptr;
+    tarn::Overlay* m_objects_layer = nullptr;
     tarn::OrbitCamera m_camera;
     std::unique_ptr<CConfigScene> m_functions;
     std::unique_ptr<tarn::WorldScene> m_objects;

@@ -9,7 +9,8 @@ namespace {
 
 constexpr int pieces = 16; ///< of a curve between two points
 
-QVector3D on_curve(const QVector3D& before, const QVector3D& from, const QVector3D& to, const QVector3D& behind, float t)
+QVector3D on_curve(const QVector3D& before, const QVector3D& from, const QVector3D& to, const QVector3D& behind,
+                   float t)
 {
     const QVector3D a = 2 * from;
     const QVector3D b = to - before;

@@ -47,19 +47,18 @@ QString stem_of(QString name)
 WorldScene::WorldScene(Document& document) : ModelObject(document, new WorldState)
 {
     document.add_part({.entry = entry, .container = this, .travels = false});
-    document.add_kind({.part = entry,
-                       .key = "objects",
-                       .chinese = u"物体",
-                       .english = u"object",
-                       .saves_type = true,
-                       .container = this,
-                       .make_state = fresh,
-                       .make_object =
-                           [this](StatePtr state) {
-                               return std::make_shared<WorldObject>(this->document(), std::move(state));
-                           },
-                       .children = objects_in,
-                       .most = max_objects});
+    document.add_kind(
+        {.part = entry,
+         .key = "objects",
+         .chinese = u"物体",
+         .english = u"object",
+         .saves_type = true,
+         .container = this,
+         .make_state = fresh,
+         .make_object =
+             [this](StatePtr state) { return std::make_shared<WorldObject>(this->document(), std::move(state)); },
+         .children = objects_in,
+         .most = max_objects});
     m_kind = &document.kinds().back();
 }
 

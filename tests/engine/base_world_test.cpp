@@ -1,10 +1,16 @@
 #include "engine/base_world.h"
 
+#include "engine/scene_selection.h"
+#include "engine/world_edit.h"
+
 #include "support/printing.h"
+#include "world/world_scene.h"
 
 #include <QStringList>
 
 using namespace Qt::StringLiterals;
+using tarn::WorldObject;
+using tarn::WorldType;
 
 namespace {
 
