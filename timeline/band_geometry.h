@@ -32,8 +32,8 @@ struct KeyStack {
 
 struct KeyColumns {
     std::vector<KeyStack> columns; ///< ascending
-    std::optional<float> before;    ///< the nearest key left of the columns that were asked for
-    std::optional<float> after;     ///< and right of them
+    std::optional<float> before;   ///< the nearest key left of the columns that were asked for
+    std::optional<float> after;    ///< and right of them
 };
 
 /// The keys of the variables in the columns from `first` to `last`. Costs what there are columns.

@@ -179,9 +179,10 @@ void move_key_to(TimelinePlace& place)
 
 void remove_region(TimelinePlace& place)
 {
-    if (!boxes::confirm(place.host.owner(), lang(u"该操作将会删除区域内所有关键帧和脚本，确定删除？",
-                                                 u"All KeyFrames and Scripts in selected section will be deleted! "
-                                                 u"Continue?")))
+    if (!boxes::confirm(place.host.owner(),
+                        lang(u"该操作将会删除区域内所有关键帧和脚本，确定删除？",
+                             u"All KeyFrames and Scripts in selected section will be deleted! "
+                             u"Continue?")))
         return;
     const float begin = place.view.range_begin();
     place.bar->remove_region(begin, place.view.range_end());
@@ -320,9 +321,8 @@ void pop_commands(TimelinePlace& place, std::span<const TimelineCommand> command
                                                      .checked = command.is_checked && command.is_checked(place)}
                                    : boxes::MenuItem{});
     const int chosen = menufun::pop_menu(place.host.owner(), items);
-    const auto command = std::find_if(commands.begin(), commands.end(), [=](const TimelineCommand& row) {
-        return chosen != 0 && row.id == chosen;
-    });
+    const auto command = std::find_if(commands.begin(), commands.end(),
+                                      [=](const TimelineCommand& row) { return chosen != 0 && row.id == chosen; });
     if (command == commands.end() || !is_enabled(*command, place))
         return;
     command->run(place);

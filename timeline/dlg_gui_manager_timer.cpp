@@ -55,8 +55,7 @@ float typed_length(const QString& text)
 
 } // namespace
 
-CDlgGuiManagerTimer::CDlgGuiManagerTimer(QWidget* parent)
-    : CGuiChildDlg(QStringLiteral("CDlgGuiManagerTimer"), parent)
+CDlgGuiManagerTimer::CDlgGuiManagerTimer(QWidget* parent) : CGuiChildDlg(QStringLiteral("CDlgGuiManagerTimer"), parent)
 {
 }
 
@@ -219,9 +218,7 @@ void CDlgGuiManagerTimer::on_rename()
 void CDlgGuiManagerTimer::on_delete()
 {
     CTimebar* bar = editable();
-    if (!bar
-        || !tarn::boxes::confirm(this,
-                                 lang(u"是否确定删除时间轴", u"Ensure delete timebar:") + bar->name()))
+    if (!bar || !tarn::boxes::confirm(this, lang(u"是否确定删除时间轴", u"Ensure delete timebar:") + bar->name()))
         return;
     animation()->remove_bar(bar);
     broadcast(tarn::ui_timebars_changed);

@@ -37,9 +37,9 @@ struct ButtonLook {
 };
 
 constexpr ButtonLook looks[] = {
-    {id_lock, 6200},  {id_play, icon_play}, {id_record, 6487},   {id_auto_record, 6880}, {id_previous, 6479},
-    {id_next, 6495},  {id_zoom_in, 6170},   {id_zoom_out, 6171}, {id_release, 6575},     {id_center, 6579},
-    {id_loop, 6882},  {id_table, 6883},
+    {id_lock, 6200},     {id_play, icon_play}, {id_record, 6487},  {id_auto_record, 6880},
+    {id_previous, 6479}, {id_next, 6495},      {id_zoom_in, 6170}, {id_zoom_out, 6171},
+    {id_release, 6575},  {id_center, 6579},    {id_loop, 6882},    {id_table, 6883},
 };
 
 struct SpeedRow {
@@ -78,10 +78,10 @@ Object* at(const std::vector<Object*>& objects, int row)
 bool concerns_lists(const tarn::ModelChange& change)
 {
     static const tarn::FieldKey fields[] = {
-        key<&tarn::TimebarState::name>,         key<&tarn::TimebarState::total_length>,
-        key<&tarn::TimerObjectState::target>,   key<&tarn::TimerObjectState::function>,
+        key<&tarn::TimebarState::name>,          key<&tarn::TimebarState::total_length>,
+        key<&tarn::TimerObjectState::target>,    key<&tarn::TimerObjectState::function>,
         key<&tarn::TimerObjectState::arguments>, key<&tarn::VarState::name>,
-        key<&tarn::ControlState::name>,         key<&tarn::DialogState::name>,
+        key<&tarn::ControlState::name>,          key<&tarn::DialogState::name>,
     };
     return change.everything || change.is_of_structure()
         || std::any_of(std::begin(fields), std::end(fields),
@@ -287,7 +287,8 @@ void CDlgTopTimer::fill_lists()
     QStringList bars;
     for (const CTimebar* entry : animation()->bars())
         bars.append(entry->name());
-    set_items(*control_as<QComboBox>(id_bars), bars, place_of(animation()->bars(), static_cast<const CTimebar*>(bar())));
+    set_items(*control_as<QComboBox>(id_bars), bars,
+              place_of(animation()->bars(), static_cast<const CTimebar*>(bar())));
 
     QStringList targets;
     if (bar())

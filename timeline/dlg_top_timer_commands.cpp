@@ -79,8 +79,7 @@ void CDlgTopTimer::record()
 void CDlgTopTimer::release_objects()
 {
     if (!bar() || !is_editing() || selected_objects().empty()
-        || !tarn::boxes::confirm(
-            this, lang(u"是否删除时间轴对选择物体的控制?", u"Remove animation of selection?")))
+        || !tarn::boxes::confirm(this, lang(u"是否删除时间轴对选择物体的控制?", u"Remove animation of selection?")))
         return;
     for (const tarn::ModelObject* object : selected_objects())
         bar()->remove_obj(bar()->SearchItemUsage(*object));

@@ -27,8 +27,12 @@ void tell_first_keys(TimelineHost& host, const SelectionDrag& items)
 // Keys or script keys ------------------------------------------------------------------------------------------------
 
 ItemsDrag::ItemsDrag(TimelineHost& host, const TimelinePoint& press, float grabbed, SelectionDrag::Items items)
-    : m_host(host), m_items(host.timeline(), items), m_snap(host.timeline()), m_press(press),
-      m_press_time(time_at(press)), m_grabbed(grabbed)
+    : m_host(host),
+      m_items(host.timeline(), items),
+      m_snap(host.timeline()),
+      m_press(press),
+      m_press_time(time_at(press)),
+      m_grabbed(grabbed)
 {
 }
 

@@ -69,8 +69,8 @@ void KeyRows::sort_keys()
     for (CTVar* variable : m_variables) {
         const KeyTrack& keys = variable->keys();
         for (qsizetype key = 0; key < keys.size(); ++key)
-            keyed.push_back({m_order == KeyColumn::Ease ? double(keys.ease(key)) : number_of(keys.value(key)),
-                             {variable, key}});
+            keyed.push_back(
+                {m_order == KeyColumn::Ease ? double(keys.ease(key)) : number_of(keys.value(key)), {variable, key}});
     }
     std::stable_sort(keyed.begin(), keyed.end(), [](const Keyed& a, const Keyed& b) { return a.number < b.number; });
     m_sorted.reserve(keyed.size());

@@ -26,8 +26,8 @@ void KeyStamps::draw(DevicePainter& painter, const TimelineColors& colors, const
     }
 }
 
-void KeyStamps::draw_run(DevicePainter& painter, const TimelineColors& colors, const KeyStack& first, int last,
-                         int top, Look look)
+void KeyStamps::draw_run(DevicePainter& painter, const TimelineColors& colors, const KeyStack& first, int last, int top,
+                         Look look)
 {
     const auto half = [](float ease, Half towards_late, Half towards_early) {
         return ease > straight_ease ? towards_late : ease < -straight_ease ? towards_early : Straight;

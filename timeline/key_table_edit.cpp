@@ -34,9 +34,8 @@ QString shortest(float number)
 double number_of(const CTimebar& bar, float time)
 {
     const double whole = bar.time_unit().number_of(time);
-    return !bar.shows_frames() || bar.time_unit().time_of(whole) == time
-        ? whole
-        : double(time) * std::max(bar.frame_rate(), 1);
+    return !bar.shows_frames() || bar.time_unit().time_of(whole) == time ? whole
+                                                                         : double(time) * std::max(bar.frame_rate(), 1);
 }
 
 KeySelection selection_of(const std::vector<KeyPlace>& keys)
@@ -177,8 +176,7 @@ QString text_of_keys(const CTimebar& bar, const std::vector<KeyPlace>& keys)
     QString text;
     for (const KeyPlace& place : keys)
         for (int column = 0; column < key_column_count; ++column)
-            text += key_text(bar, place, KeyColumn(column))
-                + QLatin1Char(column + 1 < key_column_count ? '\t' : '\n');
+            text += key_text(bar, place, KeyColumn(column)) + QLatin1Char(column + 1 < key_column_count ? '\t' : '\n');
     return text;
 }
 

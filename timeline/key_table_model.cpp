@@ -74,8 +74,7 @@ Qt::ItemFlags KeyTableModel::flags(const QModelIndex& index) const
 {
     const Qt::ItemFlags flags = QAbstractTableModel::flags(index);
     const KeyPlace place = index.isValid() ? this->place(index.row()) : KeyPlace();
-    return place.variable && is_key_editable(place, KeyColumn(index.column())) ? flags | Qt::ItemIsEditable
-                                                                            : flags;
+    return place.variable && is_key_editable(place, KeyColumn(index.column())) ? flags | Qt::ItemIsEditable : flags;
 }
 
 void KeyTableModel::sort(int column, Qt::SortOrder order)

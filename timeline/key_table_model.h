@@ -34,7 +34,6 @@ public:
     void sort(int column, Qt::SortOrder order) override;
 
 private:
-
     CTimebar* m_bar = nullptr;
     std::vector<CTVar*> m_variables;
     KeyRows m_rows;

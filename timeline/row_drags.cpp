@@ -3,8 +3,8 @@
 #include "item_drags.h"
 #include "timeline_edits.h"
 #include "timeline_host.h"
-#include "timeline_rows.h"
 #include "timeline_row_keys.h"
+#include "timeline_rows.h"
 
 #include "animation/t_var.h"
 #include "animation/timer_object.h"
@@ -48,8 +48,12 @@ private:
 class BoxDrag final : public TimelineDrag {
 public:
     BoxDrag(TimelineHost& host, const TimelinePoint& press, std::optional<TimelineRow> row)
-        : m_host(host), m_before(host.timeline().selection), m_press(press), m_row(row),
-          m_scroll(host.timeline().rows.scroll), m_begin(host.timeline().axis.time_from_pixel(float(press.x)))
+        : m_host(host),
+          m_before(host.timeline().selection),
+          m_press(press),
+          m_row(row),
+          m_scroll(host.timeline().rows.scroll),
+          m_begin(host.timeline().axis.time_from_pixel(float(press.x)))
     {
     }
     int mode() const override { return -1; }

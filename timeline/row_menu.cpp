@@ -178,9 +178,9 @@ void make_variable(TimelinePlace& place)
 void remove_variable(TimelinePlace& place)
 {
     CTVar* variable = place.row->row.variable;
-    if (!boxes::confirm(place.host.owner(),
-                        lang(u"是否删除变量“%1”及其关键帧？", u"Delete the variable \"%1\" and its keys?")
-                            .arg(variable->name())))
+    if (!boxes::confirm(
+            place.host.owner(),
+            lang(u"是否删除变量“%1”及其关键帧？", u"Delete the variable \"%1\" and its keys?").arg(variable->name())))
         return;
     variable->object()->remove_var(variable);
     tell_content(place);
@@ -209,8 +209,7 @@ void retarget(TimelinePlace& place)
 /// Over the selected section, where there is one.
 void make_mark(TimelinePlace& place)
 {
-    const auto name
-        = ask_text(place.host, lang(u"请输入标记名称", u"Input a mark's name"), lang(u"标记", u"Mark"));
+    const auto name = ask_text(place.host, lang(u"请输入标记名称", u"Input a mark's name"), lang(u"标记", u"Mark"));
     if (!name)
         return;
     const bool has_length = has_section(place.view);

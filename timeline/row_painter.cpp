@@ -52,7 +52,7 @@ private:
     bool has_keyboard(const TimelineRow& row) const
     {
         return m_view.rows.focus_object == (row.object ? row.object->id() : 0)
-               && m_view.rows.focus_variable == (row.variable ? row.variable->id() : 0);
+            && m_view.rows.focus_variable == (row.variable ? row.variable->id() : 0);
     }
 
     void background(const TimelineRow& row, bool odd)

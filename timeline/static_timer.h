@@ -16,7 +16,8 @@ class CBaseWorld;
 /// edit them. It is the clock that timebars play by in the editor, too.
 class CStaticTimer : public QWidget,
                      public tarn::TimelineState,
-                     private tarn::TimelineHost, private tarn::ModelListener {
+                     private tarn::TimelineHost,
+                     private tarn::ModelListener {
     Q_OBJECT
 
 public:

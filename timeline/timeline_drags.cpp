@@ -1,8 +1,8 @@
 // What drags of the left button do in the bands of the timeline, and which of them a press begins.
 
-#include "band_geometry.h"
 #include "animation/t_var.h"
 #include "animation/timer_object.h"
+#include "band_geometry.h"
 #include "core/language.h"
 #include "frame/boxes.h"
 #include "item_drags.h"
@@ -76,8 +76,11 @@ private:
 class PointDrag final : public TimelineDrag {
 public:
     PointDrag(TimelineHost& host, float point)
-        : m_host(host), m_snap(host.timeline()), m_anchor(host.timeline().range_anchor),
-          m_time(host.timeline().current_time), m_moves_anchor(point == m_anchor && point != m_time)
+        : m_host(host),
+          m_snap(host.timeline()),
+          m_anchor(host.timeline().range_anchor),
+          m_time(host.timeline().current_time),
+          m_moves_anchor(point == m_anchor && point != m_time)
     {
     }
     int mode() const override { return 2; }
@@ -143,8 +146,12 @@ private:
 class MarkDrag final : public StepDrag {
 public:
     MarkDrag(TimelineHost& host, CTimebar& bar, CTimeMark& mark, const TimelinePoint& press, bool moves_end)
-        : StepDrag(host, bar, lang(u"移动标记", u"Move Mark")), m_mark(mark), m_time(mark.time()),
-          m_length(mark.length()), m_press_time(time_at(host, press)), m_moves_end(moves_end)
+        : StepDrag(host, bar, lang(u"移动标记", u"Move Mark")),
+          m_mark(mark),
+          m_time(mark.time()),
+          m_length(mark.length()),
+          m_press_time(time_at(host, press)),
+          m_moves_end(moves_end)
     {
     }
     int mode() const override { return 4; }
@@ -253,8 +260,8 @@ void select_keys(TimelineView& view, float time, bool keeps)
 void set_span_ease(TimelineView& view, const EaseSpan& span, float ease)
 {
     const TimelineSelection& selection = view.selection;
-    const bool is_selected
-        = span.variable ? selection.has_key(span.variable, span.end) : selection.has_key_at(span.end);
+    const bool is_selected = span.variable ? selection.has_key(span.variable, span.end)
+                                           : selection.has_key_at(span.end);
     const UserAction action(view.bar()->journal(), lang(u"松紧值", u"Ease"));
     if (is_selected)
         view.bar()->set_keys_ease(selection.keys(), ease);

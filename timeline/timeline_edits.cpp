@@ -106,8 +106,9 @@ void delete_selected(TimelineHost& host, Deleted what)
     }
     bool holds_first = false;
     {
-        const UserAction action(bar->journal(), what == Deleted::Scripts ? lang(u"删除脚本", u"Delete Script")
-                                                                         : lang(u"删除关键帧", u"Delete Keys"));
+        const UserAction action(bar->journal(),
+                                what == Deleted::Scripts ? lang(u"删除脚本", u"Delete Script")
+                                                         : lang(u"删除关键帧", u"Delete Keys"));
         if (what != Deleted::Scripts) {
             holds_first = holds_first_key(view.selection.keys());
             bar->remove_keys(view.selection.keys());
@@ -125,9 +126,10 @@ void delete_selected(TimelineHost& host)
 {
     const TimelineSelection& selection = host.timeline().selection;
     if (!selection.is_empty())
-        delete_selected(host, selection.scripts().empty() ? Deleted::Keys
-                              : selection.keys().empty()  ? Deleted::Scripts
-                                                          : Deleted::All);
+        delete_selected(host,
+                        selection.scripts().empty()    ? Deleted::Keys
+                            : selection.keys().empty() ? Deleted::Scripts
+                                                       : Deleted::All);
 }
 
 void tell(TimelineHost& host, const QString& text)
@@ -197,9 +199,10 @@ std::optional<float> ask_time(TimelineHost& host, float initial)
 std::optional<float> ask_length(TimelineHost& host)
 {
     const TimeUnit unit = unit_of(host);
-    const auto text = ask_text(
-        host, unit.is_frames() ? lang(u"请输入新插入的时间段帧长", u"Input the length of new insert frames")
-                               : lang(u"请输入新插入的时间段时长", u"Input the length of new insert time"));
+    const auto text = ask_text(host,
+                               unit.is_frames()
+                                   ? lang(u"请输入新插入的时间段帧长", u"Input the length of new insert frames")
+                                   : lang(u"请输入新插入的时间段时长", u"Input the length of new insert time"));
     const auto length = text ? time_in(*text, unit) : std::nullopt;
     return length && *length >= 0 ? length : std::nullopt;
 }

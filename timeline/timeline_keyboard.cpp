@@ -120,9 +120,8 @@ const KeyRow rows[] = {
 const KeyRow* row_of(int key, Qt::KeyboardModifiers modifiers)
 {
     modifiers &= ~Qt::KeyboardModifiers(Qt::KeypadModifier);
-    const auto found = std::find_if(std::begin(rows), std::end(rows), [=](const KeyRow& row) {
-        return row.key == key && row.modifiers == modifiers;
-    });
+    const auto found = std::find_if(std::begin(rows), std::end(rows),
+                                    [=](const KeyRow& row) { return row.key == key && row.modifiers == modifiers; });
     return found == std::end(rows) ? nullptr : found;
 }
 

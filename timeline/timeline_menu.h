@@ -11,9 +11,9 @@ namespace tarn {
 struct TimelinePlace {
     TimelineHost& host;
     TimelineView& view;
-    CTimebar* bar;       ///< null for none
-    TimelineHover hover; ///< in the bands
-    float time = 0;      ///< under the mouse
+    CTimebar* bar;               ///< null for none
+    TimelineHover hover;         ///< in the bands
+    float time = 0;              ///< under the mouse
     std::optional<RowHit> row{}; ///< below the bands
 };
 

@@ -290,7 +290,7 @@ void paint_bands(DevicePainter& painter, TimelineLook& look, const TimelineView&
 }
 
 std::vector<KeyStack> selected_columns(const TimelineView& view, const std::vector<CTVar*>& variables,
-                                        const std::vector<KeyStack>& columns)
+                                       const std::vector<KeyStack>& columns)
 {
     std::vector<KeyStack> selected;
     if (columns.empty() || view.selection.keys().empty())
@@ -308,7 +308,7 @@ std::vector<KeyStack> selected_columns(const TimelineView& view, const std::vect
 }
 
 void paint_held_spans(DevicePainter& painter, const TimelineColors& colors, const CTVar& variable,
-                       const std::vector<KeyStack>& columns, int middle)
+                      const std::vector<KeyStack>& columns, int middle)
 {
     constexpr int least_span = 14; // pixels; in a narrower one the marks cover it
     for (std::size_t i = 1; i < columns.size(); ++i) {

@@ -33,7 +33,7 @@ std::vector<QRect> overlay_boxes(const DevicePainter& painter, const TimelineVie
 
 /// The columns of `columns` in which a key of one of the variables is selected.
 std::vector<KeyStack> selected_columns(const TimelineView& view, const std::vector<CTVar*>& variables,
-                                        const std::vector<KeyStack>& columns);
+                                       const std::vector<KeyStack>& columns);
 /// Bars where the variable has one value from key to key.
 void paint_held_spans(DevicePainter& painter, const TimelineColors& colors, const CTVar& variable,
                       const std::vector<KeyStack>& columns, int middle);

@@ -44,9 +44,10 @@ float TimelineSnap::operator()(float time, Qt::KeyboardModifiers modifiers)
         find_times();
     // Nothing keeps what is moved from the frames beside it.
     const float half_frame = 0.5f / float(std::max(bar->frame_rate(), 1));
-    return snap(time, {.frame_rate = std::max(bar->frame_rate(), 1),
-                       .times = m_times,
-                       .reach = std::min(m_view.axis.seconds(reach), half_frame)});
+    return snap(time,
+                {.frame_rate = std::max(bar->frame_rate(), 1),
+                 .times = m_times,
+                 .reach = std::min(m_view.axis.seconds(reach), half_frame)});
 }
 
 float TimelineSnap::offset(float time, float offset, Qt::KeyboardModifiers modifiers)

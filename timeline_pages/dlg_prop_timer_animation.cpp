@@ -345,8 +345,9 @@ void CDlgPropTimerAnimation::ask_first_value(CTVar& variable)
     if (answer.isEmpty())
         return;
     if (!variable.get_var_from_string(answer, value))
-        return tarn::boxes::error(this, lang(u"“%1”不是%2的值。", u"\"%1\" is no value of the type %2.")
-                                            .arg(answer, variable.get_type_name(1)));
+        return tarn::boxes::error(
+            this,
+            lang(u"“%1”不是%2的值。", u"\"%1\" is no value of the type %2.").arg(answer, variable.get_type_name(1)));
     variable.set_key_value(0, value);
     variable.object()->set_current_variable(&variable);
     tell_changed();
@@ -375,7 +376,8 @@ void CDlgPropTimerAnimation::rename_variable()
     if (name.isEmpty() || is_taken) {
         refresh();
         if (is_taken)
-            tarn::boxes::error(this, lang(u"已有名为“%1”的变量。", u"There is a variable called \"%1\" already.").arg(name));
+            tarn::boxes::error(this,
+                               lang(u"已有名为“%1”的变量。", u"There is a variable called \"%1\" already.").arg(name));
         return;
     }
     auto* command = script();

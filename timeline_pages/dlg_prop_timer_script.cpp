@@ -108,8 +108,7 @@ std::optional<float> CDlgPropTimerScript::ask_time(CTimebar& bar, const QString&
         return {};
     }
     if (bar.get_total_length() < time) {
-        if (!tarn::boxes::confirm(this,
-                                  lang(u"触发事件超过了总时间！是否延长时间轴？", u"Extend total time?")))
+        if (!tarn::boxes::confirm(this, lang(u"触发事件超过了总时间！是否延长时间轴？", u"Extend total time?")))
             return {};
         bar.set_total_length(time);
     }

@@ -26,10 +26,7 @@ protected:
         for (CMyControlBar* bar : m_ui.control_bars())
             bar->show_bar(true);
     }
-    CDXUTControl* button(const QRectF& rect)
-    {
-        return core().create_control(DXUT_CONTROL_BUTTON, m_dialog, rect);
-    }
+    CDXUTControl* button(const QRectF& rect) { return core().create_control(DXUT_CONTROL_BUTTON, m_dialog, rect); }
     void select(const std::vector<CDXUTControl*>& controls)
     {
         core().ClearCtrlSelection();
@@ -39,10 +36,7 @@ protected:
     }
     /// A turn of the event loop.
     static void turn() { QCoreApplication::processEvents(); }
-    CSuperEdit& location(int id)
-    {
-        return *dynamic_cast<CSuperEdit*>(page(u"CChildCtrlDimension"_s)->control(id));
-    }
+    CSuperEdit& location(int id) { return *dynamic_cast<CSuperEdit*>(page(u"CChildCtrlDimension"_s)->control(id)); }
     CReportListControl& list()
     {
         return *dynamic_cast<CReportListControl*>(page(u"CDlgGuiManagerCtrl"_s)->control(6316));

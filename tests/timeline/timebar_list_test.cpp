@@ -20,8 +20,8 @@ protected:
 
 TEST_F(TimebarList, a_new_timebar_takes_any_number_above_zero_and_one_hundred_seconds_otherwise)
 {
-    const std::pair<const char*, const char*> cases[] = {{"10", "10.0Sec"},    {"2.5", "2.5Sec"}, {"0", "100.0Sec"},
-                                                         {"-5", "100.0Sec"},   {"x", "100.0Sec"}, {"3s", "3.0Sec"},
+    const std::pair<const char*, const char*> cases[] = {{"10", "10.0Sec"},   {"2.5", "2.5Sec"},    {"0", "100.0Sec"},
+                                                         {"-5", "100.0Sec"},  {"x", "100.0Sec"},    {"3s", "3.0Sec"},
                                                          {"nan", "100.0Sec"}, {"1e999", "100.0Sec"}};
     for (const auto& [typed, shown] : cases) {
         make(QString::fromLatin1(typed));
@@ -56,9 +56,9 @@ TEST_F(TimebarList, order_changes_keep_the_timebar_selected_and_tell_nothing)
         make(u"1"_s);
     const CTimebar* moved = bar();
     m_codes.clear();
-    const std::pair<int, const char*> steps[] = {
-        {6014, "Bar1 Bar3 Bar2"}, {6106, "Bar3 Bar1 Bar2"}, {6014, "Bar3 Bar1 Bar2"},
-        {6015, "Bar1 Bar3 Bar2"}, {6013, "Bar1 Bar2 Bar3"}, {6015, "Bar1 Bar2 Bar3"}};
+    const std::pair<int, const char*> steps[] = {{6014, "Bar1 Bar3 Bar2"}, {6106, "Bar3 Bar1 Bar2"},
+                                                 {6014, "Bar3 Bar1 Bar2"}, {6015, "Bar1 Bar3 Bar2"},
+                                                 {6013, "Bar1 Bar2 Bar3"}, {6015, "Bar1 Bar2 Bar3"}};
     for (const auto& [button, order] : steps) {
         click_in_list(button);
         EXPECT_EQ(names().join(u' '), QLatin1String(order)) << button;

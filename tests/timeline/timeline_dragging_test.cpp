@@ -24,9 +24,18 @@ TEST_F(TimelineDragging, begins_with_what_is_under_the_press)
         float current_time;
     };
     const Case cases[] = {
-        {38, keys_y, 3, 1},       {42, keys_only_y, 3, 1},  {43, keys_y, -1, 1.075f},  {122, scripts_y, 1, 3},
-        {123, scripts_y, -1, 3.075f}, {400, 30, 7, 0},      {418, 22, 7, 0},           {419, 30, -1, 10},
-        {400, 40, -1, 10},        {300, 5, -1, 7.5f},       {300, 79, -1, 7.5f},       {120, 50, 1, 3},
+        {38, keys_y, 3, 1},
+        {42, keys_only_y, 3, 1},
+        {43, keys_y, -1, 1.075f},
+        {122, scripts_y, 1, 3},
+        {123, scripts_y, -1, 3.075f},
+        {400, 30, 7, 0},
+        {418, 22, 7, 0},
+        {419, 30, -1, 10},
+        {400, 40, -1, 10},
+        {300, 5, -1, 7.5f},
+        {300, 79, -1, 7.5f},
+        {120, 50, 1, 3},
         {100, keys_y, -1, 2.5f},
     };
     for (const Case& row : cases) {
@@ -169,8 +178,12 @@ TEST_F(TimelineDragging, deletes_what_is_dropped_off)
         int y;
         bool asks;
     };
-    for (const Case& row : {Case{60, 160, false}, {60, 161, true}, {300, 396, false}, {300, 397, true},
-                            {300, -100, false}, {300, -101, true}}) {
+    for (const Case& row : {Case{60, 160, false},
+                            {60, 161, true},
+                            {300, 396, false},
+                            {300, 397, true},
+                            {300, -100, false},
+                            {300, -101, true}}) {
         m_timeline.resize(800, row.height);
         m_timeline.clear_selection();
         if (row.asks)
@@ -199,7 +212,8 @@ TEST_F(TimelineDragging, deletes_what_is_dropped_off)
     answer_box(boxes::Button::Ok);
     answer_box(boxes::Button::Ok);
     drag({120, scripts_y}, {120, 400});
-    EXPECT_EQ(m_answers.texts, (QStringList{u"Remove All Scripts and Key frames?"_s, u"First key can not be removed!"_s}));
+    EXPECT_EQ(m_answers.texts,
+              (QStringList{u"Remove All Scripts and Key frames?"_s, u"First key can not be removed!"_s}));
     EXPECT_EQ(times(m_place), (Times{0}));
     EXPECT_TRUE(m_bar->script_key_times().empty());
     EXPECT_EQ(undo_all(), 1);

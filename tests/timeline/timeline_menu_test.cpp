@@ -94,8 +94,13 @@ TEST_F(TimelineMenu, goes_to_typed_times)
         const char* answer;
         float time;
     };
-    for (const Case& row : {Case{false, "2.5", 2.5f}, {false, "-3", 0}, {false, "99", 10}, {false, "", 1},
-                            {false, "soon", 1}, {false, "nan", 1}, {true, "30", frame_time(30, 25)},
+    for (const Case& row : {Case{false, "2.5", 2.5f},
+                            {false, "-3", 0},
+                            {false, "99", 10},
+                            {false, "", 1},
+                            {false, "soon", 1},
+                            {false, "nan", 1},
+                            {true, "30", frame_time(30, 25)},
                             {true, "12.5", 0.5f}}) {
         m_bar->set_display_mode(row.frames ? TimebarState::frames_mode : TimebarState::seconds_mode);
         m_timeline.set_current_time(1);

@@ -327,10 +327,14 @@ TEST_F(TimelineRows, give_back_equal_bytes_after_random_edits)
     const auto y = [&] { return heights[anything.up_to(11)]; };
     const Qt::KeyboardModifiers modifiers[] = {{}, {}, {}, Qt::ShiftModifier, Qt::ControlModifier, Qt::AltModifier};
     const auto held = [&] { return modifiers[anything.up_to(5)]; };
-    const std::pair<int, Qt::KeyboardModifiers> keys[]
-        = {{Qt::Key_Right, Qt::AltModifier}, {Qt::Key_Left, Qt::AltModifier}, {Qt::Key_A, Qt::ControlModifier},
-           {Qt::Key_Right, {}},              {Qt::Key_Down, {}},              {Qt::Key_Up, {}},
-           {Qt::Key_Period, {}},             {Qt::Key_Escape, {}}};
+    const std::pair<int, Qt::KeyboardModifiers> keys[] = {{Qt::Key_Right, Qt::AltModifier},
+                                                          {Qt::Key_Left, Qt::AltModifier},
+                                                          {Qt::Key_A, Qt::ControlModifier},
+                                                          {Qt::Key_Right, {}},
+                                                          {Qt::Key_Down, {}},
+                                                          {Qt::Key_Up, {}},
+                                                          {Qt::Key_Period, {}},
+                                                          {Qt::Key_Escape, {}}};
     int made = 0;
     for (int i = test::times(1000, 10'000); i > 0; --i) {
         const std::size_t steps = journal().position();

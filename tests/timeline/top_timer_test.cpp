@@ -39,7 +39,8 @@ TEST_F(TopTimer, lists_timebars_targets_and_variables)
     bar()->create_object(TimerObjectType::Camera, {});
     m_scene->document().changes().tell();
     EXPECT_EQ(items(6157), QStringList{u"Bar1"_s});
-    EXPECT_EQ(items(6158), (QStringList{u"Dialog:Title"_s, u"Control:OK"_s, u"Script:blink(1)"_s, u"Camera:(deleted)"_s}));
+    EXPECT_EQ(items(6158),
+              (QStringList{u"Dialog:Title"_s, u"Control:OK"_s, u"Script:blink(1)"_s, u"Camera:(deleted)"_s}));
     EXPECT_EQ(tool<QComboBox>(6158).currentIndex(), 0) << "recording makes the object current";
     EXPECT_TRUE(items(6156).contains(u"Position"_s)) << items(6156).join(u' ').toStdString();
     EXPECT_EQ(tool<QComboBox>(6156).currentIndex(), -1);

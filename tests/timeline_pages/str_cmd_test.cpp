@@ -7,8 +7,8 @@
 
 #include <QAbstractButton>
 #include <QComboBox>
-#include <QLineEdit>
 #include <QLabel>
+#include <QLineEdit>
 #include <QListWidget>
 
 namespace tarn::test {
@@ -70,8 +70,7 @@ TEST_F(StrCmd, what_cannot_be_called_is_refused)
                           {u"show(life +)", u"unexpected symbol"}};
     for (const Case& c : cases)
         EXPECT_TRUE(refusal(QString::fromUtf16(c.line)).contains(QString::fromUtf16(c.refusal)))
-            << QString::fromUtf16(c.line).toStdString() << " -> "
-            << refusal(QString::fromUtf16(c.line)).toStdString();
+            << QString::fromUtf16(c.line).toStdString() << " -> " << refusal(QString::fromUtf16(c.line)).toStdString();
 }
 
 TEST_F(StrCmd, the_editor_has_a_field_for_each_parameter_and_gives_the_line_back)

@@ -242,8 +242,7 @@ TEST_F(TimerPages, a_script_object_has_a_command_and_variables_of_the_author)
     for (int i = 0; i < 4; ++i)
         click(m_animation, 6188);
     m_scene->document().changes().tell();
-    EXPECT_EQ(rows(variables()),
-              (QStringList{u"life|FLOAT|0"_s, u"Var1|INT|1"_s, u"Var2|DWORD|0"_s, u"Var3|VEC|0"_s}));
+    EXPECT_EQ(rows(variables()), (QStringList{u"life|FLOAT|0"_s, u"Var1|INT|1"_s, u"Var2|DWORD|0"_s, u"Var3|VEC|0"_s}));
     EXPECT_EQ(command->current_variable(), command->variables()[1]) << "one without a value does not become current";
     EXPECT_EQ(command->variables()[1]->value_at(0), KeyValue::whole(7));
 

@@ -62,7 +62,8 @@ Status select_objects(Automation& app, const std::vector<ScriptObject>& objects)
     for (const ScriptObject& object : objects) {
         selected.push_back(dynamic_cast<const WorldObject*>(object.get()));
         if (!selected.back())
-            return Status::error(QStringLiteral("a %1 is no object of the world").arg(QLatin1String(object->class_name())));
+            return Status::error(
+                QStringLiteral("a %1 is no object of the world").arg(QLatin1String(object->class_name())));
     }
     CSelection& selection = app.world().selection();
     selection.clear();
@@ -93,7 +94,7 @@ Result<Data> create_object(Automation& app, const Fields& fields)
         place[part] = float(number.value().value_or(0));
     }
     const WorldTypeRow* row = world_type_named(kind.value().value_or(QString()));
-    if (!row)
+    if (!row || row->type <= WorldType::Skeleton) // Those come from files.
         return Status::error(
             QStringLiteral("there is no kind of objects \"%1\"").arg(kind.value().value_or(QString())));
     const UserAction action(app.world().document().journal(), lang(u"添加物体", u"Add Object"));

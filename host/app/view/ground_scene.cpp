@@ -22,7 +22,7 @@ GroundScene::GroundScene() = default;
 
 GroundScene::~GroundScene()
 {
-    for (const Texture& texture : {m_rows, m_layers[overlay_layer], m_layers[tool_layer]})
+    for (const Texture& texture : {m_rows, m_layers[objects_layer], m_layers[overlay_layer], m_layers[tool_layer]})
         if (texture.id)
             glDeleteTextures(1, &texture.id);
 }
@@ -32,7 +32,7 @@ bool GroundScene::initialize()
     initializeOpenGLFunctions();
     if (!m_no_vertices.create() || !build(m_ground, shaders::ground) || !build(m_compose, shaders::compose))
         return false;
-    for (Texture* texture : {&m_rows, &m_layers[overlay_layer], &m_layers[tool_layer]}) {
+    for (Texture* texture : {&m_rows, &m_layers[objects_layer], &m_layers[overlay_layer], &m_layers[tool_layer]}) {
         glGenTextures(1, &texture->id);
         bind(0, texture->id);
         for (const GLenum filter : {GL_TEXTURE_MIN_FILTER, GL_TEXTURE_MAG_FILTER})
@@ -132,10 +132,12 @@ void GroundScene::draw(const GroundLook& look, GLuint framebuffer)
     m_compose.bind();
     bind(1, m_layers[overlay_layer].id);
     bind(2, m_layers[tool_layer].id);
+    bind(3, m_layers[objects_layer].id);
     bind(0, m_world->texture());
     m_compose.setUniformValue("world", 0);
     m_compose.setUniformValue("overlay", 1);
     m_compose.setUniformValue("tool", 2);
+    m_compose.setUniformValue("objects", 3);
     m_compose.setUniformValue("height", look.pixels.height());
     glBindFramebuffer(GL_FRAMEBUFFER, framebuffer);
     glViewport(0, 0, look.pixels.width(), look.pixels.height());
