@@ -92,8 +92,7 @@ void save_plain(benchmark::State& state)
 {
     const std::string path = animated_path(int(state.range(0))).toStdString();
     PlainAnimated plain;
-    if (!plain.load(path)
-        || bench::animation_json(path).find(format_plain_keys(plain.tracks)) == std::string::npos)
+    if (!plain.load(path) || bench::animation_json(path).find(format_plain_keys(plain.tracks)) == std::string::npos)
         state.SkipWithError("the peer's text is not the product's");
     for (auto _ : state) {
         benchmark::DoNotOptimize(bench::pack_plain(bench::format_plain(plain.scene)));

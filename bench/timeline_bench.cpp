@@ -10,7 +10,7 @@
 
 #include <benchmark/benchmark.h>
 
-#include <QGraphicsItem>
+#include <QGraphicsPolygonItem>
 #include <QGraphicsScene>
 #include <QGraphicsView>
 #include <QPainter>
@@ -109,6 +109,12 @@ void move_cursor_tarn(benchmark::State& state)
         timeline.move_cursor();
 }
 
+QPolygonF diamond()
+{
+    constexpr double half = mark_size / 2.0;
+    return QPolygonF({{half, 0}, {2 * half, half}, {half, 2 * half}, {0, half}});
+}
+
 QImage stamp()
 {
     QImage image(mark_size, mark_size, QImage::Format_ARGB32_Premultiplied);
@@ -116,36 +122,21 @@ QImage stamp()
     QPainter painter(&image);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setBrush(Qt::gray);
-    const double half = mark_size / 2.0;
-    painter.drawPolygon(QPolygonF({{half, 0}, {2 * half, half}, {half, 2 * half}, {0, half}}));
+    painter.drawPolygon(diamond());
     return image;
 }
 
-class KeyItem : public QGraphicsItem {
-public:
-    explicit KeyItem(const QImage& stamp) : m_stamp(stamp) {}
-    QRectF boundingRect() const override { return {0, 0, mark_size, mark_size}; }
-    void paint(QPainter* painter, const QStyleOptionGraphicsItem*, QWidget*) override
-    {
-        painter->drawImage(0, 0, m_stamp);
-    }
-
-private:
-    const QImage& m_stamp;
-};
-
 void draw_graphics_view(benchmark::State& state)
 {
-    const QImage mark = stamp();
     QGraphicsScene scene(QRectF(QPointF(), size));
     scene.setItemIndexMethod(QGraphicsScene::NoIndex); // All items are drawn each time: an index would only cost.
     for (int row = 0; row < row_count; ++row)
         for (const float time : key_times(row, int(state.range(0)))) {
-            auto* item = new KeyItem(mark);
-            item->setPos(column_of(time) - mark_size / 2, row_top(row)); // NOLINT: whole pixels
-            scene.addItem(item);
+            scene.addPolygon(diamond(), QPen(Qt::black), Qt::gray)
+                ->setPos(QPoint(column_of(time) - mark_size / 2, row_top(row)));
         }
     QGraphicsView view(&scene);
+    view.setRenderHint(QPainter::Antialiasing);
     view.setFrameStyle(QFrame::NoFrame);
     view.setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     view.setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);

@@ -126,7 +126,7 @@ void CGuiUI::add_commands()
         int icon;
     };
     static constexpr Command commands[] = {
-        {CDlgTopTimer::record_key, u"记录关键帧(&K)", u"Record &Key", Qt::Key_F6, 6487},
+        {CDlgTopTimer::record_key, u"记录关键帧(&K)", u"Record &Key", Qt::Key_F9, 6487},
         {CDlgTopTimer::select_again, u"选择工具(&S)", u"&Select Tool", Qt::Key_F8, 6162},
     };
     for (const Command& command : commands) {

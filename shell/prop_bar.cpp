@@ -1,5 +1,6 @@
 #include "prop_bar.h"
 
+#include "animation/animation_scene.h"
 #include "core/res_handle_man.h"
 #include "design/dlg_design_font.h"
 #include "design/dlg_element_editor.h"
@@ -10,6 +11,8 @@
 #include "props/dlg_prop_dialog_all.h"
 #include "props/dlg_prop_menu.h"
 #include "timeline_pages/dlg_prop_timer.h"
+
+#include <utility>
 
 CPropBar::~CPropBar()
 {
@@ -42,8 +45,16 @@ void CPropBar::update_ui(int code)
 {
     if (!m_scene)
         return;
-    if (code == tarn::ui_full_refresh || code == tarn::ui_scene_changed || code == tarn::ui_control_selected
-        || code == tarn::ui_selection_changed)
+    // Undo and previews leave an author of timebars where he is; what he selects in the view comes to the front.
+    const tarn::SelectionRecord& selection = m_scene->gui_core().selection();
+    const std::pair<const void*, const void*> selected(
+        selection.current_dialog, selection.controls_selected ? selection.current_control : nullptr);
+    const bool selects = std::exchange(m_selected, selected) != selected;
+    const bool stays = code == tarn::ui_scene_changed && !selects && m_group->shown_id() == page_timer
+        && m_scene->animation().is_editing();
+    const bool chooses = code == tarn::ui_full_refresh || code == tarn::ui_scene_changed
+        || code == tarn::ui_control_selected || code == tarn::ui_selection_changed;
+    if (chooses && !stays)
         choose_page();
     // What shows a timebar belongs to its mode, which brings it to the front again when it is entered.
     if (code == tarn::ui_mode_entered && m_group->shown_id() == page_timer)

@@ -2,6 +2,8 @@
 
 #include "frame/control_bar.h"
 
+#include <utility>
+
 class CDlgGroup;
 class CGuiPlugScene;
 
@@ -34,4 +36,5 @@ private:
 
     CGuiPlugScene* m_scene = nullptr; ///< null until the world exists, and without the scene's plug-in
     CDlgGroup* m_group = nullptr;
+    std::pair<const void*, const void*> m_selected; ///< current dialog and control at the last code; only compared
 };

@@ -7,79 +7,92 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
+#include <iterator>
 
 namespace tarn {
 
 namespace {
 
-/// A column for each place, so that variables can come one after the other.
-class ColumnTable {
+/// Finds the keys of a track in a range of columns.
+class ColumnSearch {
 public:
-    ColumnTable(const TimeAxis& axis, int first, int last)
-        : m_axis(axis), m_first(first), m_columns(std::size_t(std::max(last - first + 1, 0)))
-    {
-        for (KeyStack& column : m_columns)
-            column.first = never;
-    }
+    ColumnSearch(const TimeAxis& axis, int first, int last) : m_axis(axis), m_first(first), m_last(last) {}
 
-    void add(const KeyTrack& keys)
+    /// Calls `add(column, run)` for the keys in the columns.
+    template <class Add>
+    void visit(const KeyTrack& keys, KeyColumns& found, Add&& add) const
     {
-        // A column more on each side: times are rounded.
+        // Two columns more on each side: times are rounded.
         const float from = m_axis.view_origin + m_axis.seconds(float(m_first - 2));
-        const float to = m_axis.view_origin + m_axis.seconds(float(m_first) + float(m_columns.size()) + 1);
+        const float to = m_axis.view_origin + m_axis.seconds(float(m_last + 2));
+        const auto before = [&](float time) { found.before = std::max(found.before.value_or(time), time); };
+        const auto after = [&](float time) { found.after = std::min(found.after.value_or(time), time); };
         if (const qsizetype key = keys.first_from(from) - 1; key >= 0)
-            add_before(keys.time(key));
+            before(keys.time(key));
         keys.each_run(
             from, to, [this](float time) { return column_of(m_axis, time); },
-            [this](int column, const KeyRun& run) { add(column, run); });
+            [&](int column, const KeyRun& run) {
+                if (column < m_first)
+                    before(run.last);
+                else if (column > m_last)
+                    after(run.first);
+                else
+                    add(column, run);
+            });
         if (const qsizetype key = keys.first_from(std::nextafter(to, max_time)); key < keys.size())
-            add_after(keys.time(key));
-    }
-
-    KeyColumns take()
-    {
-        std::erase_if(m_columns, [](const KeyStack& column) { return column.first > column.last; });
-        m_found.columns = std::move(m_columns);
-        return std::move(m_found);
+            after(keys.time(key));
     }
 
 private:
-    static constexpr float never = std::numeric_limits<float>::max();
-
-    void add_before(float time) { m_found.before = std::max(m_found.before.value_or(time), time); }
-    void add_after(float time) { m_found.after = std::min(m_found.after.value_or(time), time); }
-    void add(int column, const KeyRun& run)
-    {
-        if (column < m_first)
-            return add_before(run.last);
-        if (column >= m_first + int(m_columns.size()))
-            return add_after(run.first);
-        KeyStack& place = m_columns[std::size_t(column - m_first)];
-        if (place.first > place.last)
-            place = {column, run.first, run.last, run.ease, run.ease_after};
-        place.first = std::min(place.first, run.first);
-        if (run.last > place.last) {
-            place.last = run.last;
-            place.ease = run.ease;
-            place.ease_after = run.ease_after;
-        }
-    }
-
     const TimeAxis& m_axis;
     int m_first;
-    std::vector<KeyStack> m_columns;
-    KeyColumns m_found;
+    int m_last;
 };
+
+KeyStack stack_of(int column, const KeyRun& run)
+{
+    return {column, run.first, run.last, run.ease, run.ease_after};
+}
+
+void join(KeyStack& stack, const KeyRun& run)
+{
+    stack.first = std::min(stack.first, run.first);
+    if (run.last > stack.last) {
+        stack.last = run.last;
+        stack.ease = run.ease;
+        stack.ease_after = run.ease_after;
+    }
+}
 
 } // namespace
 
 KeyColumns key_columns(const TimeAxis& axis, std::span<CTVar* const> variables, int first, int last)
 {
-    ColumnTable table(axis, first, last);
+    constexpr float never = -1;
+    KeyColumns found;
+    const ColumnSearch search(axis, first, last);
+    if (variables.size() == 1) {
+        search.visit(variables.front()->keys(), found, [&](int column, const KeyRun& run) {
+            if (!found.columns.empty() && found.columns.back().column == column)
+                join(found.columns.back(), run);
+            else
+                found.columns.push_back(stack_of(column, run));
+        });
+        return found;
+    }
+    // A place for each column, so that the variables can come one after the other.
+    std::vector<KeyStack> places(std::size_t(std::max(last - first + 1, 0)), KeyStack{0, 0, never, 0, 0});
     for (const CTVar* variable : variables)
-        table.add(variable->keys());
-    return table.take();
+        search.visit(variable->keys(), found, [&](int column, const KeyRun& run) {
+            KeyStack& place = places[std::size_t(column - first)];
+            if (place.last == never)
+                place = stack_of(column, run);
+            else
+                join(place, run);
+        });
+    std::copy_if(places.begin(), places.end(), std::back_inserter(found.columns),
+                 [](const KeyStack& place) { return place.last != never; });
+    return found;
 }
 
 float EaseHandle::ease_at(float x) const

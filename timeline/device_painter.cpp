@@ -37,6 +37,13 @@ void DevicePainter::fill(const QRectF& rect, const QBrush& brush)
     m_painter.fillRect(at(rect), brush);
 }
 
+void DevicePainter::fill(const std::vector<QRect>& rects, const QColor& color)
+{
+    m_painter.setPen(Qt::NoPen);
+    m_painter.setBrush(color);
+    m_painter.drawRects(rects.data(), int(rects.size()));
+}
+
 void DevicePainter::frame(const QRectF& rect, const QColor& color)
 {
     horizontal_line(rect.left(), rect.right(), rect.top(), color);

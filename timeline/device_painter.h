@@ -4,6 +4,7 @@
 #include <QPainter>
 
 #include <cmath>
+#include <vector>
 
 class QImage;
 
@@ -23,6 +24,8 @@ public:
     QRect at(const QRectF& rect) const;
 
     void fill(const QRectF& rect, const QBrush& brush);
+    /// Rectangles in pixels of the screen.
+    void fill(const std::vector<QRect>& rects, const QColor& color);
     /// A frame inside the rectangle, as wide as lines are.
     void frame(const QRectF& rect, const QColor& color);
     void vertical_line(double x, double top, double bottom, const QColor& color);

@@ -14,7 +14,7 @@
 
 namespace {
 
-constexpr int template_id = 6880;
+constexpr int template_id = 6985;
 
 enum Id : int { id_ok = 1, id_cancel = 2, id_filter = 6881, id_list = 6882, id_new = 6883 };
 

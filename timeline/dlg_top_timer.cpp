@@ -11,6 +11,7 @@
 #include "gui_core/dxut_dialog.h"
 #include "gui_scene/gui_plug_scene.h"
 #include "key_table.h"
+#include "row_names.h"
 #include "static_timer.h"
 #include "timer_object_text.h"
 #include "top_timer_ids.h"
@@ -94,6 +95,8 @@ CDlgTopTimer::CDlgTopTimer(QWidget* parent) : CGuiChildDlg(QStringLiteral("CDlgT
 
 QWidget* CDlgTopTimer::create_widget(const QString& class_name, QWidget* parent)
 {
+    if (class_name == QLatin1String("RowNames"))
+        return m_names = new tarn::RowNames(parent);
     if (class_name != QLatin1String("CStaticTimer"))
         return nullptr;
     m_timer = new CStaticTimer(parent);
@@ -104,6 +107,7 @@ void CDlgTopTimer::OnInitDialog()
 {
     CGuiChildDlg::OnInitDialog();
     m_pages = findChild<QStackedWidget*>(QStringLiteral("pages"));
+    m_names->set_timeline(*m_timer);
     set_up_buttons();
     set_up_scroll_bar();
     on_choose(id_bars, [this](int row) { choose_bar(row); });

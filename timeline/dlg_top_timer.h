@@ -11,6 +11,7 @@ class QStackedWidget;
 namespace tarn {
 class KeyTable;
 class ModelObject;
+class RowNames;
 } // namespace tarn
 
 /// The tools around the timeline: which timebar, object and variable it shows, playing, recording, zooming and scrolling.
@@ -79,6 +80,7 @@ private:
     void show_thumb();
 
     CStaticTimer* m_timer = nullptr;
+    tarn::RowNames* m_names = nullptr;
     tarn::KeyTable* m_table = nullptr;
     QStackedWidget* m_pages = nullptr;
     quint32 m_shown_bar = 0;       ///< id

@@ -10,6 +10,7 @@ namespace tarn {
 namespace {
 
 constexpr float straight_ease = 1; // below, nobody sees a difference
+constexpr int most_joined = 4;     // columns between keys whose marks would lie in a heap
 constexpr std::size_t most_stamps = 512;
 
 } // namespace
@@ -17,13 +18,20 @@ constexpr std::size_t most_stamps = 512;
 void KeyStamps::draw(DevicePainter& painter, const TimelineColors& colors, const std::vector<KeyStack>& columns,
                      int top, Look look)
 {
+    // Of what is selected nothing else may look as if it were.
+    const int joined = look == Look::Usual ? most_joined : 1;
+    std::vector<QRect> ticks;
     for (std::size_t i = 0; i < columns.size();) {
         const KeyStack& first = columns[i];
         int last = first.column;
-        while (++i < columns.size() && columns[i].column == last + 1)
-            ++last;
+        while (++i < columns.size() && columns[i].column <= last + joined) {
+            if (columns[i].column > last + 1)
+                ticks.push_back(painter.at(QRectF(columns[i].column, top + m_size / 2 - 1, 1, 3)));
+            last = columns[i].column;
+        }
         draw_run(painter, colors, first, last, top, look);
     }
+    painter.fill(ticks, colors.key_edge);
 }
 
 void KeyStamps::draw_run(DevicePainter& painter, const TimelineColors& colors, const KeyStack& first, int last, int top,

@@ -12,8 +12,8 @@ class DevicePainter;
 struct TimelineColors;
 
 /// Pictures of key marks, made when they are first needed. The left half of a mark shows how the span before the key ends,
-/// the right one how that behind it begins: straight, softly (round) or hard (hollow). Keys in neighbouring columns are
-/// drawn as one long mark.
+/// the right one how that behind it begins: straight, softly (round) or hard (hollow). Keys so close that their
+/// marks would lie in a heap are drawn as one long mark with a tick for each.
 class KeyStamps {
 public:
     enum class Look { Usual, Selected };

@@ -184,7 +184,8 @@ void KeyTable::select(const KeySelection& keys)
         }
     if (first < 0)
         return;
-    selectionModel()->setCurrentIndex(m_model->index(first, currentIndex().column()), QItemSelectionModel::NoUpdate);
+    selectionModel()->setCurrentIndex(m_model->index(first, std::max(currentIndex().column(), 0)),
+                                      QItemSelectionModel::NoUpdate);
     selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
     scrollTo(m_model->index(first, 0));
 }

@@ -107,6 +107,17 @@ void toggle(std::set<quint32>& set, quint32 id)
 
 } // namespace
 
+void press_row_name(TimelineHost& host, const RowNameHit& hit)
+{
+    TimelineView& view = host.timeline();
+    focus_row(view, hit.row);
+    if (hit.part == RowPart::Name)
+        make_current(host, hit.row);
+    else
+        toggle(hit.part == RowPart::Fold ? view.rows.open : view.rows.locked, hit.row.object->id());
+    host.redraw_all();
+}
+
 std::unique_ptr<TimelineDrag> press_rows(TimelineHost& host, const TimelinePoint& point)
 {
     TimelineView& view = host.timeline();
@@ -115,10 +126,6 @@ std::unique_ptr<TimelineDrag> press_rows(TimelineHost& host, const TimelinePoint
     if (!hit)
         return std::make_unique<BoxDrag>(host, point, std::nullopt);
     focus_row(view, hit->row);
-    if (hit->part != RowPart::Body) {
-        toggle(hit->part == RowPart::Fold ? view.rows.open : view.rows.locked, hit->row.object->id());
-        return std::make_unique<NoDrag>();
-    }
     const KeySelection keys = hit->key >= 0 ? keys_at(view, hit->row, hit->key) : KeySelection();
     if (keys.empty())
         return std::make_unique<BoxDrag>(host, point, hit->row);

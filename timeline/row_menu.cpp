@@ -333,7 +333,7 @@ void double_click_rows(TimelineHost& host, const TimelinePoint& point)
 {
     TimelineView& view = host.timeline();
     const auto hit = find_row(view, point.x, point.y);
-    if (!hit || hit->part != RowPart::Body)
+    if (!hit)
         return;
     if (hit->key >= 0)
         edit_row_key(host, hit->row, hit->key);

@@ -1,8 +1,8 @@
 #include "animation/t_var.h"
 #include "animation/timer_object.h"
-#include "core/language.h"
 #include "timeline_painter.h"
-#include "type_icons.h"
+
+#include <utility>
 
 namespace tarn {
 
@@ -29,7 +29,9 @@ public:
         const std::vector<CTVar*> variables = row.variables(m_bar);
         if (row.object)
             extent(row, variables);
-        const KeyColumns keys = key_columns(m_view.axis, variables, -mark_margin, m_view.client_width + mark_margin);
+        const KeyColumns keys = !row.object && m_look.all_keys
+            ? *std::exchange(m_look.all_keys, {})
+            : key_columns(m_view.axis, variables, -mark_margin, m_view.client_width + mark_margin);
         if (row.variable)
             paint_held_spans(m_painter, m_colors, *row.variable, keys.columns, row.middle() - 1);
         KeyStamps& stamps = row.variable ? m_look.small_stamps : m_look.key_stamps;
@@ -37,8 +39,6 @@ public:
         stamps.draw(m_painter, m_colors, keys.columns, top, KeyStamps::Look::Usual);
         stamps.draw(m_painter, m_colors, selected_columns(m_view, variables, keys.columns), top,
                     KeyStamps::Look::Selected);
-        name(row);
-        lock(row);
     }
 
 private:
@@ -47,12 +47,6 @@ private:
     {
         return row.object && row.object == m_bar.current_object()
             && (!row.variable || row.variable == row.object->current_variable());
-    }
-
-    bool has_keyboard(const TimelineRow& row) const
-    {
-        return m_view.rows.focus_object == (row.object ? row.object->id() : 0)
-            && m_view.rows.focus_variable == (row.variable ? row.variable->id() : 0);
     }
 
     void background(const TimelineRow& row, bool odd)
@@ -67,8 +61,6 @@ private:
             cover(m_colors.text, 0.05F);
         if (is_current(row))
             cover(m_colors.accent, m_colors.dark ? 0.2F : 0.13F);
-        if (has_keyboard(row))
-            m_painter.fill(QRectF(0, row.top, 3, row_height - 1), m_colors.accent);
         m_painter.horizontal_line(0, m_view.client_width, row.bottom() - 1, m_colors.grid);
     }
 
@@ -95,87 +87,6 @@ private:
         for (const DrivenSpan& span : row.variable ? m_conflicts.of(*row.variable) : m_conflicts.of(*row.object))
             m_painter.fill(band(0, span.end),
                            QBrush(span.other_wins ? m_colors.warning : m_colors.dim_text, Qt::BDiagPattern));
-    }
-
-    /// Over the keys, on a ground through which they can be seen.
-    void name(const TimelineRow& row)
-    {
-        constexpr int indent = 24;
-        const int left = row_part(m_view, row, RowPart::Fold).left();
-        const bool broken = row.object && !row.variable && row.object->is_broken();
-        const QString text = name_of(row);
-        const int text_left = !row.object ? 8 : row.variable ? indent + 16 : indent + 18;
-        const double right = text_left + m_painter.text_width(text) + 6;
-        const int ground_left = row.object && !row.variable ? left : row.variable ? indent + 10 : 4;
-        QColor ground = m_colors.background;
-        ground.setAlphaF(0.8F);
-        m_painter.fill(QRectF(ground_left, row.top + 1, right - ground_left, row_height - 3), ground);
-        const QColor ink = broken ? m_colors.warning : row.variable ? m_colors.dim_text : m_colors.text;
-        if (row.object && !row.variable) {
-            arrow(row);
-            icon(row, indent, broken);
-        }
-        m_painter.text(text_left, row.middle() - 0.5, text, ink);
-    }
-
-    static QString name_of(const TimelineRow& row)
-    {
-        if (!row.object)
-            return lang(u"全部", u"All");
-        if (row.variable) {
-            const auto channel = row.variable->channel();
-            return channel ? lang(channel_row(*channel).chinese, channel_row(*channel).english) : row.variable->name();
-        }
-        const QString name = row.object->name();
-        if (row.object->is_broken())
-            return lang(u"%1（目标已删除）", u"%1 (target is gone)").arg(row.object->get_type_name());
-        return name.isEmpty() ? row.object->get_type_name() : name;
-    }
-
-    void arrow(const TimelineRow& row)
-    {
-        if (row.object->variables().empty())
-            return;
-        const QPointF center = QRectF(row_part(m_view, row, RowPart::Fold)).center();
-        const bool open = m_view.rows.open.contains(row.object->id());
-        QPainterPath path;
-        if (open) {
-            path.moveTo(center + QPointF(-4, -2));
-            path.lineTo(center + QPointF(4, -2));
-            path.lineTo(center + QPointF(0, 3));
-        } else {
-            path.moveTo(center + QPointF(-2, -4));
-            path.lineTo(center + QPointF(-2, 4));
-            path.lineTo(center + QPointF(3, 0));
-        }
-        path.closeSubpath();
-        m_painter.shape(path, m_colors.dim_text);
-    }
-
-    void icon(const TimelineRow& row, int x, bool broken)
-    {
-        const QColor color = m_colors.of_type(row.object->type());
-        const int top = row.top + (row_height - 13) / 2;
-        m_painter.shape(type_icon(row.object->type()).translated(x, top), Qt::NoBrush, color, 1.2);
-        if (!broken)
-            return;
-        QPainterPath cross;
-        cross.moveTo(x + 1, top + 1);
-        cross.lineTo(x + 11, top + 11);
-        m_painter.shape(cross, Qt::NoBrush, m_colors.warning, 2);
-    }
-
-    void lock(const TimelineRow& row)
-    {
-        if (!row.object || row.variable || !m_view.rows.locked.contains(row.object->id()))
-            return;
-        const QRectF box = row_part(m_view, row, RowPart::Lock);
-        const QPointF center = box.center();
-        m_painter.fill(box, m_colors.background);
-        QPainterPath bow;
-        bow.addRoundedRect(QRectF(center.x() - 2.5, center.y() - 5.5, 5, 7), 2.5, 2.5);
-        m_painter.shape(bow, Qt::NoBrush, m_colors.text, 1.4);
-        m_painter.fill(QRectF(center.x() - 4, center.y() - 1, 8, 6), m_colors.text);
     }
 
     DevicePainter& m_painter;

@@ -6,9 +6,13 @@
 #include "timeline_hits.h"
 #include "timeline_keyboard.h"
 #include "timeline_menu.h"
+#include "timeline_row_keys.h"
 #include "timeline_rows.h"
+#include "timeline_tips.h"
+#include "widgets/plain_tip.h"
 
 #include <QContextMenuEvent>
+#include <QHelpEvent>
 #include <QMouseEvent>
 #include <QPaintEvent>
 #include <QPainter>
@@ -82,9 +86,10 @@ void CStaticTimer::redraw()
         m_view.range_select = false;
         m_view.hover = {};
     }
-    if (m_picture.is_stale(m_view, *this))
+    if (m_picture.is_stale(m_view, *this)) {
         update();
-    else
+        Q_EMIT rows_changed();
+    } else
         update(m_picture.overlay_change(m_view, *this));
 }
 
@@ -296,6 +301,22 @@ void CStaticTimer::scroll_rows(int pixels)
     redraw();
 }
 
+void CStaticTimer::wheel_rows(int delta)
+{
+    scroll_rows(-delta * rows_a_step * TimelineRow::height / wheel_step);
+}
+
+void CStaticTimer::press_name(const RowNameHit& hit)
+{
+    press_row_name(*this, hit);
+}
+
+void CStaticTimer::pop_name_menu(const RowNameHit& hit)
+{
+    focus_row(m_view, hit.row);
+    pop_row_menu(*this);
+}
+
 void CStaticTimer::zoom_at(int x, bool out)
 {
     const float time = m_view.axis.time_from_pixel(float(x));
@@ -322,7 +343,7 @@ void CStaticTimer::wheelEvent(QWheelEvent* event)
             m_view.axis.halve_scale();
         view_moved();
     } else if (event->position().y() >= bands::rows_top) {
-        scroll_rows(-delta * rows_a_step * TimelineRow::height / wheel_step);
+        wheel_rows(delta);
         return;
     }
     QWidget::wheelEvent(event);
@@ -358,6 +379,12 @@ bool CStaticTimer::event(QEvent* event)
             event->accept();
             return true;
         }
+    }
+    if (event->type() == QEvent::ToolTip) {
+        const auto* help = static_cast<QHelpEvent*>(event);
+        const QString tip = m_mouse.is_down() ? QString() : timeline_tip(m_view, help->x(), help->y());
+        QToolTip::showText(help->globalPos(), plain_tip(tip), this);
+        return true;
     }
     if (event->type() == QEvent::UngrabMouse || event->type() == QEvent::WindowDeactivate) {
         m_mouse.cancel();

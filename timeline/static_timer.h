@@ -50,6 +50,11 @@ public:
     /// Starts or stops the timebar.
     void toggle_play() override;
 
+    // The names of the rows, which stand beside the timeline
+    void press_name(const tarn::RowNameHit& hit);
+    void pop_name_menu(const tarn::RowNameHit& hit);
+    void wheel_rows(int delta); ///< eighths of a degree
+
     const tarn::TimelineView& view() const { return m_view; }
     void clear_selection();
     /// The number of the drag that is under way; -1 when none is, or one that moves the cursor only.
@@ -70,6 +75,8 @@ Q_SIGNALS:
     /// The cursor stands elsewhere.
     void time_changed();
     void play_toggled();
+    /// The rows are others, or are to look otherwise.
+    void rows_changed();
     /// The timebar came to its end.
     void play_ended();
 

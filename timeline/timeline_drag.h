@@ -7,6 +7,7 @@
 namespace tarn {
 
 class TimelineHost;
+struct RowNameHit;
 
 /// Where the mouse is, in pixels of the timeline.
 struct TimelinePoint {
@@ -38,5 +39,7 @@ public:
 /// The drag that a press begins; what it presses on is selected, and the cursor moves. Never null.
 std::unique_ptr<TimelineDrag> press_bands(TimelineHost& host, const TimelinePoint& point);
 std::unique_ptr<TimelineDrag> press_rows(TimelineHost& host, const TimelinePoint& point);
+/// A press on a row's name: it becomes the current one, or is folded or locked.
+void press_row_name(TimelineHost& host, const RowNameHit& hit);
 
 } // namespace tarn

@@ -191,6 +191,9 @@ private:
         m_look.key_stamps.draw(m_painter, m_colors, keys.columns, bands::keys_top, KeyStamps::Look::Usual);
         m_look.key_stamps.draw(m_painter, m_colors, selected_columns(m_view, variables, keys.columns), bands::keys_top,
                                KeyStamps::Look::Selected);
+        m_look.all_keys.reset();
+        if (!m_bar->current_object())
+            m_look.all_keys = keys;
     }
 
     void ease()
@@ -355,6 +358,12 @@ void paint_overlay(DevicePainter& painter, const TimelineLook& look, const Timel
         painter.frame(box, color);
         painter.text(box.left() + 3, label_middle, text, colors.text);
     };
+    if (const QRect& box = view.rows.box; !box.isNull()) {
+        QColor faint = colors.accent;
+        faint.setAlphaF(0.15F);
+        painter.fill(box, faint);
+        painter.frame(box, colors.accent);
+    }
     const int bottom = std::max(int(bands::cursor_bottom), view.client_height);
     if (view.range_select) {
         QColor faint = QColor::fromRgba(TimelineColors::anchor);
@@ -396,6 +405,8 @@ std::vector<QRect> overlay_boxes(const DevicePainter& painter, const TimelineVie
         boxes.emplace_back(int(ease_handle(view.axis, *view.hover.ease).x()) - 6, bands::ease_top - 2, 13, 10);
     if (view.hover.end_mark && bar)
         boxes.push_back(end_box(view, *bar));
+    if (!view.rows.box.isNull())
+        boxes.push_back(view.rows.box);
     return boxes;
 }
 

@@ -43,6 +43,7 @@ TimelinePicture::Content::Content(const TimelineView& view, const QWidget& widge
       keys(view.selection.keys()),
       scripts(view.selection.scripts())
 {
+    rows.box = {}; // It lies over the rest.
     const CTimebar* bar = view.bar();
     if (!bar)
         return;

@@ -72,11 +72,8 @@ std::optional<RowHit> find_row(const TimelineView& view, int x, int y)
     if (rows.empty() || y < bands::rows_top)
         return {};
     RowHit hit{.row = rows.front()};
-    for (const RowPart part : {RowPart::Fold, RowPart::Lock})
-        if (row_part(view, hit.row, part).contains(x, y))
-            hit.part = part;
     const KeyColumns keys = key_columns(view.axis, hit.row.variables(*view.bar()), x - reach, x + reach);
-    if (hit.part == RowPart::Body && !keys.columns.empty())
+    if (!keys.columns.empty())
         hit.key = keys.columns.back().last;
     return hit;
 }
@@ -88,13 +85,25 @@ int greatest_scroll(const TimelineView& view)
     return std::max(bottom - view.client_height, 0);
 }
 
-QRect row_part(const TimelineView& view, const TimelineRow& row, RowPart part)
+std::optional<RowNameHit> find_row_name(const TimelineView& view, int x, int y, int width)
+{
+    const auto hit = find_row(view, 0, y);
+    if (!hit)
+        return {};
+    RowNameHit name{.row = hit->row};
+    for (const RowPart part : {RowPart::Fold, RowPart::Lock})
+        if (row_part(hit->row, part, width).contains(x, y))
+            name.part = part;
+    return name;
+}
+
+QRect row_part(const TimelineRow& row, RowPart part, int width)
 {
     constexpr int size = 16;
-    constexpr int left = 6;
-    if (!row.object || row.variable || part == RowPart::Body)
+    constexpr int margin = 2;
+    if (!row.object || row.variable || part == RowPart::Name)
         return {};
-    const int x = part == RowPart::Fold ? left : view.client_width - size - 2;
+    const int x = part == RowPart::Fold ? margin : width - size - margin;
     return {x, row.top + (TimelineRow::height - size) / 2, size, size};
 }
 

@@ -19,16 +19,21 @@ struct TimelineRow {
     std::vector<CTVar*> variables(const CTimebar& bar) const;
 };
 
+/// What there is to click in the name of a row.
 enum class RowPart {
-    Body,
+    Name,
     Fold, ///< the arrow that unfolds an object
     Lock,
 };
 
 struct RowHit {
     TimelineRow row;
-    RowPart part = RowPart::Body;
     float key = -1; ///< the time of the key under the mouse, the last of several; -1: none
+};
+
+struct RowNameHit {
+    TimelineRow row;
+    RowPart part = RowPart::Name;
 };
 
 /// All rows, visible ones and others: the timebar's, then the objects' with the variables of the unfolded ones.
@@ -39,7 +44,10 @@ std::vector<TimelineRow> rows_between(const TimelineView& view, int top, int bot
 std::optional<RowHit> find_row(const TimelineView& view, int x, int y);
 /// How far the rows can be scrolled.
 int greatest_scroll(const TimelineView& view);
-/// The part of a row that an object's arrow, or its lock, is drawn in and hit in.
-QRect row_part(const TimelineView& view, const TimelineRow& row, RowPart part);
+
+// The names of the rows stand beside the timeline, at the same heights, in a column of their own.
+std::optional<RowNameHit> find_row_name(const TimelineView& view, int x, int y, int width);
+/// Where the arrow of an object, or its lock, is drawn and hit in a column of that width; null for other rows.
+QRect row_part(const TimelineRow& row, RowPart part, int width);
 
 } // namespace tarn

@@ -141,6 +141,8 @@ void CDlgPropTimerAnimation::OnInitDialog()
 {
     CBoundPage::OnInitDialog();
     bind(rows);
+    for (const int id : channel_boxes)
+        control_as<QCheckBox>(id)->setIconSize({10, 10}); // There is not much room.
     control_as<CSuperEdit>(id_frame_rate)->set_truncating(true);
     m_command.emplace(*control_as<QLineEdit>(id_command));
     m_variable_name.emplace(*control_as<QLineEdit>(id_variable_name));

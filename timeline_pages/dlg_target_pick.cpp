@@ -80,6 +80,9 @@ protected:
             if (object->id() == m_object.target().id)
                 m_list->setCurrentItem(item);
         }
+        if (m_list->count() == 0)
+            (new QListWidgetItem(lang(u"没有其他可用的对象。", u"There is no other object that fits."), m_list))
+                ->setFlags(Qt::NoItemFlags);
         connect(m_list, &QListWidget::currentRowChanged, this, [this] { show_ok(); });
         connect(m_list, &QListWidget::itemDoubleClicked, &m_dialog, &QDialog::accept);
         connect(control_as<QLineEdit>(id_filter), &QLineEdit::textChanged, this,

@@ -129,6 +129,8 @@ private:
     };
     class Builder;
 
+    template <class Place, class Where>
+    static std::size_t end_of_place(const std::vector<float>& times, std::size_t begin, Place&& place, Where here);
     qsizetype chunk_of(qsizetype index) const;
     qsizetype chunk_at(float time) const;
     Chunk& chunk_for_writing(qsizetype index);
@@ -142,6 +144,21 @@ private:
     QList<Entry> m_chunks; ///< none is empty
 };
 
+/// The first index from `begin` whose time is not in the place `here`, found in a number of steps that grows like the logarithm of
+/// the distance.
+template <class Place, class Where>
+std::size_t KeyTrack::end_of_place(const std::vector<float>& times, std::size_t begin, Place&& place, Where here)
+{
+    std::size_t step = 1;
+    std::size_t end = begin;
+    for (; end + step <= times.size() && place(times[end + step - 1]) == here; step *= 2)
+        end += step;
+    while (step /= 2)
+        if (end + step <= times.size() && place(times[end + step - 1]) == here)
+            end += step;
+    return end;
+}
+
 template <class Place, class Visit>
 void KeyTrack::each_run(float from, float to, Place&& place, Visit&& visit) const
 {
@@ -151,21 +168,31 @@ void KeyTrack::each_run(float from, float to, Place&& place, Visit&& visit) cons
     for (qsizetype c = chunk_of(begin); c < m_chunks.size(); ++c) {
         const Chunk& keys = *m_chunks[c].keys;
         const std::size_t count = keys.times.size();
-        for (auto i = std::size_t(std::max<qsizetype>(begin - m_chunks[c].first, 0)); i < count; ++i) {
+        auto i = std::size_t(std::max<qsizetype>(begin - m_chunks[c].first, 0));
+        auto next_place = place(keys.times[i]);
+        while (i < count) {
             const float first = keys.times[i];
             if (first > to)
                 return;
-            const auto here = place(first);
-            std::size_t step = 1;
-            for (; i + step < count && place(keys.times[i + step]) == here; step *= 2)
-                i += step;
-            while (step /= 2)
-                if (i + step < count && place(keys.times[i + step]) == here)
-                    i += step;
-            const float ease_after = i + 1 < count ? keys.eases[i + 1]
+            const auto here = next_place;
+            // The next ones one by one, and what then still is of the place by leaps.
+            constexpr std::size_t singly = 6;
+            const std::size_t near = std::min(count, i + singly);
+            std::size_t after = i + 1;
+            while (after < near && (next_place = place(keys.times[after])) == here)
+                ++after;
+            if (after == near && after < count) {
+                after = end_of_place(keys.times, after, place, here);
+                if (after < count)
+                    next_place = place(keys.times[after]);
+            }
+            const float ease_after = after < count ? keys.eases[after]
                 : c + 1 < m_chunks.size()          ? m_chunks[c + 1].keys->eases.front()
                                                    : 0;
-            visit(here, KeyRun{m_chunks[c].first + qsizetype(i), first, keys.times[i], keys.eases[i], ease_after});
+            const std::size_t last = after - 1;
+            visit(here,
+                  KeyRun{m_chunks[c].first + qsizetype(last), first, keys.times[last], keys.eases[last], ease_after});
+            i = after;
         }
     }
 }

@@ -9,7 +9,7 @@ namespace tarn {
 
 namespace {
 
-class StepFunctions final : public Journal::Companion {
+class StepFunctions final : public Journal::SideEffect {
 public:
     StepFunctions(CConfigScene& functions, std::vector<FunctionText> texts, bool are_there)
         : m_functions(functions), m_texts(std::move(texts)), m_are_there(are_there)
@@ -47,7 +47,7 @@ void exchange(CConfigScene& functions, std::vector<FunctionText> texts, bool are
         return;
     auto step = std::make_unique<StepFunctions>(functions, std::move(texts), are_there);
     step->exchange();
-    functions.journal().add_companion(std::move(step));
+    functions.journal().add_side_effect(std::move(step));
 }
 
 } // namespace

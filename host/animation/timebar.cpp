@@ -314,8 +314,8 @@ const std::vector<CTimeMark*>& CTimebar::marks() const
 
 CTimeMark* CTimebar::mark_at(float time) const
 {
-    const auto found
-        = std::find_if(marks().rbegin(), marks().rend(), [=](const CTimeMark* mark) { return mark->time() == time; });
+    const auto found = std::find_if(marks().rbegin(), marks().rend(),
+                                    [=](const CTimeMark* mark) { return mark->time() == time; });
     return found == marks().rend() ? nullptr : *found;
 }
 

@@ -38,7 +38,7 @@ constexpr int history_template = 7000;
 constexpr int event_log_template = 7010;
 constexpr int problems_template = 7020;
 constexpr std::size_t most_messages = 20; ///< of scripts that wait to be shown
-constexpr int side_panel_width = 240;     ///< pixels
+constexpr int side_panel_width = 270;     ///< pixels
 constexpr const char* geometry_key = "window/geometry";
 constexpr const char* places_key = "window/places";
 
@@ -248,9 +248,11 @@ void MainWindow::update_document()
     m_shows_preview = m_studio.is_playing();
     if (!begins)
         return;
-    // Once, where there is something to log: it takes its place from the view, and whoever closed it does not want it.
+    // Once, where there is something to log: it takes its place from the view, and whoever closed it does not want it. Beside
+    // a timeline it would be a sliver.
     // It stays when the preview ends: then one has the time to read it.
-    if (!m_offered_log && !m_studio.world().config_scene().functions().empty()) {
+    if (!m_offered_log && active_mode() != QLatin1String("Timebar")
+        && !m_studio.world().config_scene().functions().empty()) {
         m_offered_log = true;
         m_event_log->show();
         m_event_log->raise();

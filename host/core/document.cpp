@@ -49,7 +49,7 @@ public:
 
 /// Exchanges all objects with those that were there before a whole content came. The lists of containers that are not
 /// recorded go along: no entry of the step has them.
-class Document::IndexSwap final : public Journal::Companion {
+class Document::IndexSwap final : public Journal::SideEffect {
 public:
     explicit IndexSwap(Document& document) : m_document(document)
     {
@@ -85,7 +85,7 @@ private:
 
 /// Lets objects that are not recorded go and come with the step that brought them. What the author removed or made anew
 /// since stays so.
-class Document::AddedUnrecorded final : public Journal::Companion {
+class Document::AddedUnrecorded final : public Journal::SideEffect {
 public:
     explicit AddedUnrecorded(std::vector<std::shared_ptr<ModelObject>> objects) : m_objects(std::move(objects)) {}
 
@@ -408,7 +408,7 @@ void Document::install(SceneSnapshot content)
     auto swap = std::make_unique<IndexSwap>(*this);
     swap->exchange();
     if (m_journal.recording())
-        m_journal.add_companion(std::move(swap));
+        m_journal.add_side_effect(std::move(swap));
     else
         ++m_generation;
     swap.reset();
@@ -481,7 +481,7 @@ void Document::append(SceneSnapshot content)
     for (const PackagePart& part : m_parts)
         part.container->written_children();
     std::erase_if(unrecorded, [](const auto& object) { return object->kind()->recorded; });
-    m_journal.add_companion(std::make_unique<AddedUnrecorded>(std::move(unrecorded)));
+    m_journal.add_side_effect(std::make_unique<AddedUnrecorded>(std::move(unrecorded)));
 }
 
 // Identifiers ---------------------------------------------------------------------------------------------------------

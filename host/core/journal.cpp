@@ -75,16 +75,16 @@ StatePtr Journal::note(ModelObject& object, const StatePtr& before)
     return index < last.size() && last[index].object == &object ? last[index].state : StatePtr();
 }
 
-void Journal::add_companion(std::unique_ptr<Companion> companion)
+void Journal::add_side_effect(std::unique_ptr<SideEffect> side_effect)
 {
     if (m_recording)
-        m_open.companions.push_back(std::move(companion));
+        m_open.side_effects.push_back(std::move(side_effect));
 }
 
 /// Whether the open step may become part of the last one, as far as one can tell before it ends.
 bool Journal::goes_on() const
 {
-    return !m_merge_broken && !m_open.merge_key.isEmpty() && m_open.companions.empty() && m_position > 0
+    return !m_merge_broken && !m_open.merge_key.isEmpty() && m_open.side_effects.empty() && m_position > 0
         && m_position == m_steps.size() && m_saved_at != m_position && m_steps.back().merge_key == m_open.merge_key;
 }
 
@@ -150,8 +150,8 @@ void Journal::exchange(Step& step)
         m_document.changes().touch(object, object.m_shown ? object.m_shown->state : object.m_state);
         object.swap_state(entry.state);
     }
-    for (const auto& companion : step.companions)
-        companion->exchange();
+    for (const auto& side_effect : step.side_effects)
+        side_effect->exchange();
     // Only now: what an object works out from its state may hang on those of others.
     for (const Entry& entry : step.entries) {
         if (entry.object->m_shown)

@@ -33,9 +33,9 @@ public:
         StatePtr state; ///< before the step while it is done, after it while it is undone
     };
     /// Something beside the objects' states that a step changed.
-    class Companion {
+    class SideEffect {
     public:
-        virtual ~Companion() = default;
+        virtual ~SideEffect() = default;
         /// Exchanges what is there now with what is kept: undoes it, and the next time does it again.
         virtual void exchange() = 0;
     };
@@ -47,11 +47,11 @@ public:
         QByteArray merge_key;
         Merging merging = Merging::Adds;
         std::vector<Entry> entries;
-        std::vector<std::unique_ptr<Companion>> companions;
+        std::vector<std::unique_ptr<SideEffect>> side_effects;
         std::size_t number = 0;
         std::size_t bytes = 0; ///< about what it keeps
 
-        bool is_empty() const { return entries.empty() && companions.empty(); }
+        bool is_empty() const { return entries.empty() && side_effects.empty(); }
     };
 
     /// Called after undo, redo and each finished step: the title and the Edit menu follow it.
@@ -66,7 +66,7 @@ public:
     /// Undoes what the running outermost action did so far and ends it without a step.
     void cancel();
     /// What the running action did beside the objects becomes part of its step. Dropped while recording is off.
-    void add_companion(std::unique_ptr<Companion> companion);
+    void add_side_effect(std::unique_ptr<SideEffect> side_effect);
     /// The next step stays separate even if its merge key is the same.
     void break_merge() { m_merge_broken = true; }
     bool in_action() const { return m_depth > 0; }

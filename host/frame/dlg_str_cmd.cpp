@@ -113,6 +113,7 @@ protected:
         for (int i = 0; i < field_count; ++i) {
             auto* field = control_as<QComboBox>(id_first_field + i);
             field->addItems(m_names);
+            field->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
             connect(field, &QComboBox::currentTextChanged, this, [this] {
                 show_fields();
                 show_line();
@@ -158,8 +159,8 @@ private:
     void show_command()
     {
         const StrCommand* command = chosen();
-        control_as<QLabel>(id_about)->setText(command ? command->about : lang(u"请选择要调用的函数。",
-                                                                                u"Choose what is called."));
+        control_as<QLabel>(id_about)->setText(command ? command->about
+                                                      : lang(u"请选择要调用的函数。", u"Choose what is called."));
         const bool is_method = command && !command->kinds.isEmpty();
         for (const int id : {id_object_label, id_kind, id_object})
             control(id)->setVisible(is_method);

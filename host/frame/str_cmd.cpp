@@ -100,7 +100,9 @@ QString refusal_of_object(CBaseWorld& world, const StrCommand& command, const Ca
 
 QString StrCommand::caption() const
 {
-    return kinds.size() == 1 ? kinds.front() + u':' + name : kinds.isEmpty() ? name : u':' + name;
+    if (kinds.isEmpty())
+        return name;
+    return (kinds.size() == 1 ? kinds.front() : lang(u"对象", u"object")) + u':' + name;
 }
 
 std::vector<StrCommand> str_commands(CBaseWorld& world)

@@ -198,8 +198,7 @@ QString CommandLine::renamed(const QString& name, const QString& new_name) const
 {
     CommandLine result = *this;
     for (QString& parameter : result.parameters)
-        parameter = with_names(parameter,
-                               [&](const QString& found) { return found == name ? new_name : found; });
+        parameter = with_names(parameter, [&](const QString& found) { return found == name ? new_name : found; });
     return result.text();
 }
 

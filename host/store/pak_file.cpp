@@ -123,6 +123,7 @@ Status cannot_open(const QString& path, const QString& reason)
 
 struct CPakFile::Reader {
     zip_t* archive = nullptr;
+    quint64 file_size = 0; ///< bytes
     QStringList names;
     QHash<QString, zip_uint64_t> index;
 
@@ -324,6 +325,7 @@ Status CPakFile::open(const QString& path, int)
         return cannot_open(path, lang(u"这不是文件", u"it is not a file"));
     int code = 0;
     auto reader = std::make_unique<Reader>();
+    reader->file_size = quint64(info.size());
     reader->archive = zip_open(QFile::encodeName(path).constData(), ZIP_RDONLY, &code);
     if (!reader->archive) {
         zip_error_t error;
@@ -457,6 +459,8 @@ Result<QByteArray> CPakFile::read_entry(const QString& name, bool packed, const 
     auto content = with_enough_memory([&]() -> Result<QByteArray> {
         if (zip_stat_index(m_reader->archive, entry, 0, &stat) != 0)
             return Status::error(QString::fromUtf8(zip_strerror(m_reader->archive)));
+        if (packed && stat.comp_size > m_reader->file_size) // What a directory claims is not to be believed.
+            return Status::error(lang(u"它比整个文件还大", u"it is larger than the whole file"));
         if (packed)
             return m_reader->read(entry, ZIP_FL_COMPRESSED, stat.comp_size, sizeof(PackedHeader), 0, progress);
         constexpr qsizetype padding = 64; // The parser's, so that a text need not be copied once more.

@@ -21,11 +21,11 @@
     </message>
     <message>
         <source>上移</source>
-        <translation>Move Up</translation>
+        <translation>Up</translation>
     </message>
     <message>
         <source>下移</source>
-        <translation>Move Down</translation>
+        <translation>Down</translation>
     </message>
     <message>
         <source>删除</source>

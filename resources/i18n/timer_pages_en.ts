@@ -108,7 +108,7 @@
     </message>
     <message>
         <source>↑编辑脚本请按回车确认</source>
-        <translation>↑ Press Enter to apply the script</translation>
+        <translation>↑ Enter applies the script</translation>
     </message>
     <message>
         <source>隐藏系统变量</source>

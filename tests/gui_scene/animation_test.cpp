@@ -98,7 +98,9 @@ TEST_F(SceneAnimation, script_keys_are_told_but_not_run_while_the_author_plays)
     m_bar->set_current_time(0);
     m_bar->active_bar(1);
     m_bar->frame_move(0.5f);
-    EXPECT_EQ(log(), u"missing=not run while editing; there is no such function"_s);
+    EXPECT_EQ(log(),
+              u"missing=not run while editing; there is no such function; "
+              "it would be called with: Intro, \"ScriptKey\", 0"_s);
 }
 
 TEST_F(SceneAnimation, timebars_are_saved_merged_and_exported_with_what_they_animate)
@@ -255,7 +257,7 @@ TEST_F(SceneAnimation, a_bar_that_comes_to_its_end_calls_its_function_in_a_previ
     m_scene.play(false);
     m_bar->active_bar(1, 1);
     m_bar->frame_move(5);
-    EXPECT_EQ(log(), u"next=IntroEnded|next=not run while editing"_s);
+    EXPECT_EQ(log(), u"next=IntroEnded|next=not run while editing; it would be called with: Intro, \"Ended\""_s);
     const std::size_t problems = m_scene.model().problems().size();
     m_bar->set_end_function(u"missing"_s);
     EXPECT_EQ(m_scene.model().problems().size(), problems + 1);

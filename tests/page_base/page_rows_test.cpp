@@ -4,7 +4,12 @@
 #include "support/attributes.h"
 #include "support/editor_fixture.h"
 
+#include "animation/animation_scene.h"
+#include "animation/t_var.h"
+#include "animation/timebar.h"
+#include "animation/timer_object.h"
 #include "core/field.h"
+#include "frame/dlg_group.h"
 #include "frame/rollup.h"
 #include "gui_core/control_type.h"
 #include "gui_core/dxut_menu.h"
@@ -13,6 +18,7 @@
 #include "page_base/pop_dlg_color.h"
 #include "page_base/value_part.h"
 #include "script/config_scene.h"
+#include "shell/prop_bar.h"
 #include "widgets/color_swatch.h"
 #include "widgets/super_edit.h"
 
@@ -55,13 +61,39 @@ protected:
     QList<CBoundPage*> pages() { return m_frame.findChildren<CBoundPage*>(); }
     void tell() { m_world.broadcast(ui_full_refresh); }
 
-    /// Selects two fresh objects that the page is for.
-    void select_for(const CBoundPage& page)
+    /// Two fresh timebars or what they have; the second is the current one.
+    void make_timed(const Target& target)
     {
+        CAnimationScene& animation = m_scene->animation();
+        animation.set_editing(true);
+        m_objects.clear();
+        for (int i = 0; i < 2; ++i) {
+            CTimebar* bar = animation.create_bar(10, u"one name"_s);
+            CTimerObject* object = bar->create_object(TimerObjectType::Control, {m_dialogs.front()->id()});
+            CTVar* variable = object->create_var(VarType::Float, u"one name"_s);
+            bar->set_current_object(object);
+            object->set_current_variable(variable);
+            m_objects.push_back(dynamic_cast<const CurrentVariable*>(&target) ? static_cast<ModelObject*>(variable)
+                                    : dynamic_cast<const CurrentTimerObject*>(&target)
+                                    ? static_cast<ModelObject*>(object)
+                                    : static_cast<ModelObject*>(bar));
+        }
+        m_frame.findChild<CPropBar*>()->group().show_wnd_by_id(CPropBar::page_timer);
+    }
+    /// Selects two fresh objects that the row is for.
+    void select_for(const CBoundPage& page, const FieldRow& row)
+    {
+        const Target& target = row.target ? *row.target : page.target();
+        if (dynamic_cast<const CurrentTimebar*>(&target)) {
+            make_timed(target);
+            m_world.broadcast(ui_timebars_changed);
+            m_scene->journal().clear();
+            return;
+        }
         core().ClearCtrlSelection();
         core().ClearDialogSelection();
-        core().selection().menu_editing = dynamic_cast<const CurrentMenu*>(&page.target());
-        if (const auto* controls = dynamic_cast<const SelectedControls*>(&page.target())) {
+        core().selection().menu_editing = dynamic_cast<const CurrentMenu*>(&target);
+        if (const auto* controls = dynamic_cast<const SelectedControls*>(&target)) {
             const int type = controls->type() == SelectedControls::any_type ? DXUT_CONTROL_BUTTON : controls->type();
             m_objects.clear();
             for (int i = 0; i < 2; ++i) {
@@ -72,7 +104,7 @@ protected:
                 m_objects.push_back(made);
             }
         } else if (core().selection().menu_editing) {
-            const bool items = dynamic_cast<const CurrentMenuItem*>(&page.target());
+            const bool items = dynamic_cast<const CurrentMenuItem*>(&target);
             m_objects.clear();
             for (int i = 0; i < 2; ++i) {
                 CDXUTMenu* menu = core().create_menu(u"one name"_s);
@@ -188,6 +220,12 @@ protected:
         QContextMenuEvent menu(QContextMenuEvent::Keyboard, {}, widget.mapToGlobal(QPoint()));
         QApplication::sendEvent(&widget, &menu);
     }
+    /// A value that another button of the row's stands for.
+    qint64 other_option(const FieldRow& row) const
+    {
+        return *row.option > m_objects.back()->fields().find(row.field)->rules().minimum ? *row.option - 1
+                                                                                         : *row.option + 1;
+    }
     void walk_row(CBoundPage& page, const FieldRow& row);
 
     std::vector<CDXUTDialog*> m_dialogs;
@@ -196,17 +234,19 @@ protected:
 
 void PageRows::walk_row(CBoundPage& page, const FieldRow& row)
 {
-    select_for(page);
+    select_for(page, row);
     QWidget& widget = *page.control(row.control);
     const auto& mark = *page.findChild<RowMark*>(u"mark_"_s + widget.objectName(), Qt::FindDirectChildrenOnly);
     if (row.option && held_by_current(row) == Value(qint64(*row.option)))
         for (int object = 0; object < 2; ++object)
-            put(object, row, qint64(*row.option == 0));
+            put(object, row, other_option(row));
     tell();
     m_scene->journal().clear();
     ASSERT_TRUE(widget.isEnabled());
     m_frame.activateWindow(); // A colour picker may have been open.
     ASSERT_TRUE(QTest::qWaitForWindowActive(&m_frame));
+    const Target& target = row.target ? *row.target : page.target();
+    const bool is_for_all = row.scope == Scope::EverySelected && target.selected(*m_scene).size() > 1;
     const Value before = held_by_current(row);
     const Value other_before = held(0, row);
     const QString shown_before = shown(widget);
@@ -217,7 +257,7 @@ void PageRows::walk_row(CBoundPage& page, const FieldRow& row)
     EXPECT_FALSE(after == before) << "nothing reached the model";
     EXPECT_TRUE(!row.option || after == Value(qint64(*row.option)));
     EXPECT_TRUE(!qobject_cast<CColorSwatch*>(&widget) || quint32(number_of(after)) == new_color);
-    EXPECT_TRUE(held(0, row) == (row.scope == Scope::Current ? other_before : after));
+    EXPECT_TRUE(held(0, row) == (is_for_all ? after : other_before));
     tell();
     const QString shown_after = shown(widget);
     EXPECT_NE(shown_after, shown_before);
@@ -232,13 +272,13 @@ void PageRows::walk_row(CBoundPage& page, const FieldRow& row)
     EXPECT_TRUE(held_by_current(row) == after);
     EXPECT_EQ(shown(widget), shown_after);
 
-    if (row.scope == Scope::EverySelected && !(other_before == after)) {
+    if (is_for_all && !(other_before == after)) {
         put(0, row, other_before);
         tell();
         EXPECT_TRUE(tells_mixed(widget, mark));
     }
     const Value usual = part_of(m_objects.back()->fields().find(row.field)->default_value(), row.part);
-    if (row.scope == Scope::EverySelected)
+    if (is_for_all)
         put(0, row, after);
     put(1, row, after);
     tell();
@@ -271,8 +311,8 @@ TEST_F(PageRows, the_wheel_over_a_combo_box_or_an_edit_without_the_focus_changes
 {
     int rolled = 0;
     for (CBoundPage* page : pages()) {
-        select_for(*page);
         for (const FieldRow* row : page->field_rows()) {
+            select_for(*page, *row);
             QWidget& widget = *page->control(row->control);
             const Value before = held_by_current(*row);
             m_frame.setFocus();

@@ -46,7 +46,7 @@ t.refused('there is no mouse button "first"', studio.view.click, studio.view, 1,
 t.refused('there is no such key in "control"', studio.view.click, studio.view, 1, 1, "left", "control")
 t.refused('there is no key "Entf"', studio.view.key, studio.view, "Entf")
 t.refused("this mouse button is not pressed", studio.view.release, studio.view, 1, 1)
-t.refused("there is no timeline", studio.screenshot, t.temporary("timeline.png"), "timeline")
+t.refused("the timeline is not shown", studio.screenshot, t.temporary("timeline.png"), "timeline")
 t.refused("could not be written", studio.screenshot, t.temporary("no folder/window.png"))
 t.refused("attempt to call a nil value", function() studio.no_such_call() end)
 

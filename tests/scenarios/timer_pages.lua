@@ -9,7 +9,7 @@ local label = studio.controls(studio.root_dialog())[1]
 studio.set_function_text("show_stats", [[
 local life, mana, gold = ...
 control("Status").text = string.format("%.0f/%.0f/%.0f", life, mana, gold)]])
-studio.mode("timebar")
+studio.mode("Timebar")
 local bar = studio.create_timebar{name = "Stats", total_length = 4}
 studio.broadcast(70008)
 
@@ -72,6 +72,7 @@ studio.play(false)
 t.same(label:get("text") == "0/0/8", false, "and is as it was authored")
 
 -- Script keys
+keys:unfold()
 local list = keys:control(6567)
 studio.answer("1.5", function(editor)
     editor:control(6601):set_text('control("Status").text = "key"')

@@ -189,8 +189,10 @@ TEST_F(TimelineHits, rows_unfold_scroll_and_are_filtered)
     EXPECT_FALSE(row_at(1));
     m_view.selection.add_key(variable, at(100));
     EXPECT_EQ(row_at(1)->row.object, m_object);
-    const QPoint arrow = row_part(m_view, row_at(1)->row, RowPart::Fold).center();
-    EXPECT_EQ(find_row(m_view, arrow.x(), arrow.y())->part, RowPart::Fold);
+    for (const RowPart part : {RowPart::Fold, RowPart::Lock}) {
+        const QPoint middle = row_part(row_at(1)->row, part, 200).center();
+        EXPECT_EQ(find_row_name(m_view, middle.x(), middle.y(), 200)->part, part);
+    }
 }
 
 // Tracks of many chunks, at scales from a pixel with many keys to keys far apart.

@@ -2,6 +2,7 @@
 
 #include "core/authored.h"
 #include "gui_core/dxut_control.h"
+#include "timeline/row_names.h"
 
 #include <QDockWidget>
 #include <QTest>
@@ -58,6 +59,34 @@ TEST_F(TopTimer, lists_timebars_targets_and_variables)
     choose(6157, 0);
     EXPECT_EQ(bar()->name(), u"Bar1"_s);
     EXPECT_EQ(m_codes, std::vector<int>(4, ui_timebar_content));
+}
+
+TEST_F(TopTimer, names_stand_beside_their_rows_and_fold_lock_and_choose_them)
+{
+    make_bar(4);
+    record_at({0});
+    CTimerObject* other = bar()->create_script_object();
+    m_scene->document().changes().tell();
+    QCoreApplication::processEvents();
+    auto& names = *tools().findChild<RowNames*>();
+    const auto click_name = [&](int row, RowPart part) {
+        const TimelineRow at = timeline_rows(timer().view())[std::size_t(row)];
+        const QPoint place = part == RowPart::Name ? QPoint(60, at.middle())
+                                                   : row_part(at, part, names.width()).center();
+        const QPoint on_window = timer().mapTo(&m_frame, QPoint(0, place.y()));
+        QTest::mouseClick(&names, Qt::LeftButton, {}, {place.x(), names.mapFrom(&m_frame, on_window).y()});
+    };
+    EXPECT_LE(names.mapTo(&m_frame, QPoint()).y(), timer().mapTo(&m_frame, QPoint(0, bands::rows_top)).y())
+        << "the first row has room";
+    const std::size_t folded = timeline_rows(timer().view()).size();
+    click_name(1, RowPart::Fold);
+    EXPECT_GT(timeline_rows(timer().view()).size(), folded);
+    click_name(1, RowPart::Fold);
+    EXPECT_EQ(timeline_rows(timer().view()).size(), folded);
+    click_name(1, RowPart::Lock);
+    EXPECT_TRUE(timer().view().rows.locked.contains(bar()->objects().front()->id()));
+    click_name(2, RowPart::Name);
+    EXPECT_EQ(bar()->current_object(), other);
 }
 
 TEST_F(TopTimer, another_timebar_takes_its_own_time_and_nothing_stays_selected_or_plays)

@@ -39,7 +39,7 @@ Automation::Automation(Studio& studio, MainWindow& window)
     : m_studio(studio),
       m_window(window),
       m_boxes(std::make_unique<tarn::script::ScriptedBoxes>(*this)),
-      m_view(std::make_unique<tarn::script::MouseSurface>(window.view(),
+      m_view(std::make_unique<tarn::script::MouseSurface>("view", window.view(),
                                                           [&view = window.view()] { return view.surface_rect(); }))
 {
     find_timeline();
@@ -69,7 +69,8 @@ void Automation::find_timeline()
     for (QWidget* widget : m_window.findChildren<QWidget*>())
         if (auto* state = dynamic_cast<tarn::TimelineState*>(widget)) {
             m_timeline_state = state;
-            m_timeline = std::make_unique<tarn::script::MouseSurface>(*widget, [widget] { return widget->rect(); });
+            m_timeline = std::make_unique<tarn::script::MouseSurface>("timeline", *widget,
+                                                                      [widget] { return widget->rect(); });
         }
 }
 

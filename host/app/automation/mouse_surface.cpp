@@ -16,10 +16,10 @@ constexpr double wheel_step = 120; ///< eighths of a degree, as mice count
 Status MouseSurface::ready() const
 {
     if (!m_widget || !m_widget->isVisible())
-        return Status::error(QStringLiteral("the view is not shown"));
+        return Status::error(QStringLiteral("the %1 is not shown").arg(m_name));
     const QWidget* modal = QApplication::activeModalWidget();
     if (modal && modal != m_widget->window())
-        return Status::error(QStringLiteral("the view is blocked by an open dialog"));
+        return Status::error(QStringLiteral("the %1 is blocked by an open dialog").arg(m_name));
     input::bring_up(*m_widget);
     return {};
 }

@@ -16,8 +16,11 @@ namespace tarn::script {
 /// A drawing area of a widget that a script's mouse works on. Places are pixels of the area.
 class MouseSurface {
 public:
-    /// `area` answers where the drawing area lies in `widget`.
-    MouseSurface(QWidget& widget, std::function<QRect()> area) : m_widget(&widget), m_area(std::move(area)) {}
+    /// `name` is for messages: "view". `area` answers where the drawing area lies in `widget`.
+    MouseSurface(const char* name, QWidget& widget, std::function<QRect()> area)
+        : m_name(QLatin1String(name)), m_widget(&widget), m_area(std::move(area))
+    {
+    }
 
     QSize size() const { return m_area().size(); }
 
@@ -33,6 +36,7 @@ private:
     Status ready() const;
     void send(QEvent::Type type, QPointF place, Qt::MouseButton button, Qt::KeyboardModifiers modifiers);
 
+    QString m_name;
     QPointer<QWidget> m_widget;
     std::function<QRect()> m_area;
     Qt::MouseButtons m_held;

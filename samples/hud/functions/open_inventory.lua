@@ -1,1 +1,2 @@
 dialog("Inventory"):restore()
+timebar("OpenInventory"):play()

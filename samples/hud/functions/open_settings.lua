@@ -1,2 +1,3 @@
 call("show_settings")
 dialog("Settings"):restore()
+timebar("OpenSettings"):play()
