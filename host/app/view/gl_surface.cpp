@@ -2,7 +2,6 @@
 
 #include "camera_look.h"
 #include "engine/base_world.h"
-#include "overlay_buffer.h"
 
 #include <QGuiApplication>
 #include <QOffscreenSurface>
@@ -95,6 +94,9 @@ void GlSurface::paintGL()
     if (!m_scene)
         return;
     const double dpr = devicePixelRatioF();
+    m_objects.set_screen(m_overlay.screen());
+    const QRect moved = m_objects.update(m_world.objects_layer(), size(), dpr);
+    m_scene->set_layer(GroundScene::objects_layer, m_objects.image(), moved);
     const QRect changed = m_overlay.update(m_world.overlay(), size(), dpr);
     m_scene->set_layer(GroundScene::overlay_layer, m_overlay.image(), changed);
     const QRect painted = m_tool.update(m_world.mouse_tool(), size(), dpr, m_overlay.scale(size()));

@@ -106,10 +106,12 @@ void GroundScene::draw(const GroundLook& look, GLuint framebuffer)
     m_compose.bind();
     bind(1, m_layers[overlay_layer].id);
     bind(2, m_layers[tool_layer].id);
+    bind(3, m_layers[objects_layer].id);
     bind(0, m_world->texture());
     m_compose.setUniformValue("world", 0);
     m_compose.setUniformValue("overlay", 1);
     m_compose.setUniformValue("tool", 2);
+    m_compose.setUniformValue("objects", 3);
     m_compose.setUniformValue("height", look.pixels.height());
     glBindFramebuffer(GL_FRAMEBUFFER, framebuffer);
     glViewport(0, 0, look.pixels.width(), look.pixels.height());

@@ -19,7 +19,7 @@ namespace tarn {
 class GroundScene : private QOpenGLExtraFunctions {
 public:
     /// The flat pictures over the world, lowest first.
-    enum Layer { overlay_layer, tool_layer, layer_count };
+    enum Layer { objects_layer, overlay_layer, tool_layer, layer_count };
 
     GroundScene();
     ~GroundScene();

@@ -17,6 +17,7 @@ inline constexpr char compose[] = R"(#version 330 core
 uniform sampler2D world;
 uniform sampler2D overlay;
 uniform sampler2D tool;
+uniform sampler2D objects;
 uniform int height;
 out vec4 color;
 
@@ -26,7 +27,9 @@ void main()
     ivec2 down = ivec2(up.x, height - 1 - up.y);
     vec4 upper = texelFetch(tool, down, 0);
     vec4 lower = texelFetch(overlay, down, 0);
-    vec3 value = texelFetch(world, up, 0).rgb * (1.0 - lower.a) + lower.rgb;
+    vec4 behind = texelFetch(objects, down, 0);
+    vec3 value = texelFetch(world, up, 0).rgb * (1.0 - behind.a) + behind.rgb;
+    value = value * (1.0 - lower.a) + lower.rgb;
     color = vec4(value * (1.0 - upper.a) + upper.rgb, 1.0);
 }
 )";
