@@ -35,8 +35,6 @@ public:
 Q_SIGNALS:
     /// The window is to stay as it is, and with it what it shows; or need not any more.
     void locked(bool on);
-    /// What is edited becomes keys at once, or does not any more.
-    void auto_record_changed();
 
 protected:
     void OnInitDialog() override;

@@ -109,7 +109,6 @@ void CDlgTopTimer::set_auto_record(bool on)
         animation()->set_auto_record(on);
     show_auto_record();
     update_all_views();
-    Q_EMIT auto_record_changed();
 }
 
 void CDlgTopTimer::show_auto_record()

@@ -236,6 +236,34 @@ void remove_marks(TimelinePlace& place)
         place.bar->remove_mark(mark);
 }
 
+void toggle_only_selected(TimelinePlace& place)
+{
+    place.view.rows.only_selected = !place.view.rows.only_selected;
+    place.host.redraw_all();
+}
+
+bool shows_only_selected(const TimelinePlace& place)
+{
+    return place.view.rows.only_selected;
+}
+
+/// Chosen again, the menu's entry brings back all objects.
+void toggle_filter(TimelinePlace& place)
+{
+    QString& filter = place.view.rows.filter;
+    if (filter.isEmpty())
+        filter = ask_text(place.host, lang(u"只显示名称中包含以下文字的对象", u"Show objects whose names contain"))
+                     .value_or(QString());
+    else
+        filter.clear();
+    place.host.redraw_all();
+}
+
+bool is_filtered(const TimelinePlace& place)
+{
+    return !place.view.rows.filter.isEmpty();
+}
+
 void show_help(TimelinePlace& place)
 {
     tell(place.host,
@@ -295,6 +323,9 @@ constexpr TimelineCommand commands[] = {
     separator,
     {33061, u"显示全部", u"Show All", nullptr, run<fit_all>},
     {33062, u"显示所选", u"Show Selected", with_section_or_items, run<fit_selected>},
+    {33063, u"只显示当前对象和所选关键帧的对象", u"Only the Current Object and Selected Keys", nullptr,
+     toggle_only_selected, shows_only_selected},
+    {33064, u"按名称筛选对象...", u"Only Objects Named...", nullptr, toggle_filter, is_filtered},
     separator,
     {33071, u"鼠标与按键...", u"Mouse and Keys...", always, show_help},
 };

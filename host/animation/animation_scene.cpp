@@ -481,18 +481,6 @@ void CAnimationScene::keep_unrecorded(ModelObject& object, const Pose& pose)
     target_kind(type_for(object))->show(object, pose);
 }
 
-bool CAnimationScene::set_unrecorded(quint32 object, Channel channel, const KeyValue& value)
-{
-    ModelObject* target = document().find(object);
-    if (m_running || !target || value.type() != channel_row(channel).type || !driver_of(object, channel))
-        return false;
-    const UserAction action(journal(), lang(u"修改姿态", u"Change Pose"));
-    Pose pose;
-    pose.set(channel, value);
-    keep_unrecorded(*target, pose);
-    return true;
-}
-
 void CAnimationScene::forget_unrecorded(quint32 object, quint32 channels)
 {
     if (!(unrecorded().value(object).channels() & channels))

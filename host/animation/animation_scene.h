@@ -78,8 +78,6 @@ public:
     // What the author changed of driven objects and did not record. While the current bar drives the scene, writes to
     // driven attributes come here, whoever made them.
     const QMap<quint32, tarn::Pose>& unrecorded() const { return animation_state().unrecorded; }
-    /// One step of undo. False when no bar drives the channel.
-    bool set_unrecorded(quint32 object, tarn::Channel channel, const tarn::KeyValue& value);
     /// Of one object's channels, in a step of undo.
     void forget_unrecorded(quint32 object, quint32 channels);
     /// All of it, for good.

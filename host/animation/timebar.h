@@ -63,18 +63,14 @@ public:
     float get_total_length() const { return bar_state().total_length; }
     bool set_total_length(float seconds);
     tarn::PlayMode play_mode() const { return tarn::PlayMode(bar_state().play_mode); }
-    bool set_play_mode(int mode) { return change<&tarn::TimebarState::play_mode>(mode); }
     bool shows_frames() const { return bar_state().display_mode == tarn::TimebarState::frames_mode; }
-    bool set_display_mode(int mode) { return change<&tarn::TimebarState::display_mode>(mode); }
     int frame_rate() const { return bar_state().frame_rate; }
-    bool set_frame_rate(int rate) { return change<&tarn::TimebarState::frame_rate>(rate); }
     /// In which its times are shown and typed.
     tarn::TimeUnit time_unit() const
     {
         return shows_frames() ? tarn::TimeUnit::frames(frame_rate()) : tarn::TimeUnit::seconds();
     }
     bool auto_play() const { return bar_state().auto_play; }
-    bool set_auto_play(bool on) { return change<&tarn::TimebarState::auto_play>(on); }
     /// The part that repeats while the author plays the bar, in seconds; one that does not end behind its begin: none.
     bool set_loop(float from, float to);
     float loop_from() const { return bar_state().loop_from; }
@@ -82,7 +78,6 @@ public:
     bool has_loop() const { return loop_to() > loop_from(); }
     /// What runs in a preview when the bar has come to its end; empty for nothing.
     const QString& end_function() const { return bar_state().end_function; }
-    bool set_end_function(const QString& name) { return change<&tarn::TimebarState::end_function>(name); }
     CAnimationScene& scene() const { return m_scene; }
 
     // Timer objects

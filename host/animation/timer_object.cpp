@@ -212,18 +212,6 @@ std::optional<std::pair<float, float>> CTimerObject::get_time_belone(float time)
     return begin && end ? std::optional(std::pair(*begin, *end)) : std::nullopt;
 }
 
-std::vector<float> CTimerObject::key_times(float from, float to) const
-{
-    std::vector<float> times;
-    for (const CTVar* variable : variables()) {
-        const auto middle = std::ptrdiff_t(times.size());
-        variable->keys().each_time(from, to, [&](qsizetype, float time) { times.push_back(time); });
-        std::inplace_merge(times.begin(), times.begin() + middle, times.end());
-    }
-    times.erase(std::unique(times.begin(), times.end()), times.end());
-    return times;
-}
-
 void CTimerObject::record(float time, const Pose& pose)
 {
     const UserAction action(journal(), lang(u"记录关键帧", u"Record Key"));

@@ -29,7 +29,6 @@ public:
     bool is_broken() const { return type() != tarn::TimerObjectType::Script && !target_object(); }
     bool set_target(tarn::ObjectRef target) { return change<&tarn::TimerObjectState::target>(target); }
     quint32 flags() const { return object_state().flags; }
-    bool set_flags(quint32 flags) { return change<&tarn::TimerObjectState::flags>(flags); }
     /// Whether the channel takes part.
     bool is_on(tarn::Channel channel) const;
 
@@ -53,8 +52,6 @@ public:
     std::optional<std::pair<float, float>> get_time_belone(float time) const;
     std::optional<float> next_key(float after) const;
     std::optional<float> previous_key(float before) const;
-    /// The times from `from` to `to` at which a variable has a key, ascending.
-    std::vector<float> key_times(float from, float to) const;
     /// Gives its channels keys at `time` with what `pose` has of them.
     void record(float time, const tarn::Pose& pose);
     /// Has the scene show what the keys say now.

@@ -45,8 +45,10 @@ public:
 
     const ThingState& shown() const { return state<ThingState>(); }
     const ThingState& authored() const { return static_cast<const ThingState&>(Authored::state(*this)); }
+    /// One step of undo.
     void place(float x, float y)
     {
+        const UserAction action(journal(), u"place"_s);
         write<ThingState>([=](ThingState& s) {
             s.x = x;
             s.y = y;

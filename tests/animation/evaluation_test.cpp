@@ -1,4 +1,5 @@
 #include "animation_fixture.h"
+#include "support/attributes.h"
 
 using namespace tarn;
 using namespace tarn::test;
@@ -69,9 +70,9 @@ TEST_F(EvaluationTest, what_changes_a_bar_is_shown_once_the_model_tells)
     EXPECT_EQ(told_x(), 8);
     m_document.journal().undo();
     EXPECT_EQ(told_x(), 5);
-    m_timer->set_flags(chosen_channels & ~bit(Channel::Position));
+    ASSERT_TRUE(set(*m_timer, "flags", qint64(chosen_channels & ~bit(Channel::Position))));
     EXPECT_EQ(told_x(), 0) << "a channel that takes no part is shown as authored";
-    m_timer->set_flags(chosen_channels);
+    ASSERT_TRUE(set(*m_timer, "flags", qint64(chosen_channels)));
     EXPECT_EQ(told_x(), 5);
     m_bar->remove_obj(m_timer);
     EXPECT_EQ(told_x(), 0);

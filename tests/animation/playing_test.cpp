@@ -1,4 +1,5 @@
 #include "animation_fixture.h"
+#include "support/attributes.h"
 
 using namespace tarn;
 using namespace tarn::test;
@@ -16,7 +17,7 @@ protected:
     QString play(PlayMode mode, std::initializer_list<float> frames, float from = 0)
     {
         m_bar->active_bar(0);
-        m_bar->set_play_mode(int(mode));
+        EXPECT_TRUE(set(*m_bar, "play_mode", qint64(mode)));
         m_bar->set_current_time(from);
         m_bar->active_bar(1);
         QStringList heard;
@@ -61,7 +62,7 @@ TEST_F(PlayingTest, a_bar_without_length_ends_at_once)
 TEST_F(PlayingTest, a_preview_begins_with_the_bars_that_play_by_themselves_and_leaves_the_times_as_they_were)
 {
     m_bar->set_current_time(2);
-    m_bar->set_auto_play(true);
+    ASSERT_TRUE(set(*m_bar, "auto_play", true));
     CTimebar* other = m_scene.create_bar(9);
     CTCommandScript* command = other->create_script_object();
     command->set_script(u"blink(1)"_s);
@@ -155,11 +156,11 @@ TEST_F(PlayingTest, a_part_repeats_while_the_author_plays_and_not_in_a_preview)
     m_scene.frame_move(10);
     EXPECT_EQ(m_bar->current_time(), 1.25f);
     EXPECT_TRUE(m_bar->is_playing());
-    m_bar->set_play_mode(int(PlayMode::ReverseOnce));
+    ASSERT_TRUE(set(*m_bar, "play_mode", qint64(PlayMode::ReverseOnce)));
     m_bar->active_bar(1, 1);
     m_scene.frame_move(1.5f);
     EXPECT_EQ(m_bar->current_time(), 1.5f);
-    m_bar->set_play_mode(int(PlayMode::Normal));
+    ASSERT_TRUE(set(*m_bar, "play_mode", qint64(PlayMode::Normal)));
     m_scene.set_running(true);
     m_bar->active_bar(1, 1);
     m_scene.frame_move(100);

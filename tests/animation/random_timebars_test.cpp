@@ -1,3 +1,4 @@
+#include "support/attributes.h"
 // Long walks of random edits, compared with a plain model of lists, and undone byte for byte.
 
 #include "animation/key_clipboard.h"
@@ -260,12 +261,10 @@ protected:
         case 14: bar->set_key_group(keys, number(5)); break;
         case 15: bar->create_mark(any_time(), any_time(), u"mark"_s); break;
         case 16: bar->record_selection({m_things_made[number(2)]}); break;
-        case 17:
-            m_scene.set_unrecorded(m_things_made[number(2)]->id(), Channel::Transparency, KeyValue::number(any_time()));
-            break;
         case 18: number(2) ? m_scene.set_editing(number(2)) : m_scene.set_current_bar(bar); break;
         case 19: number(2) ? bar->set_current_time(any_time()) : bar->frame_move(any_time()); break;
-        case 20: variable->object()->set_flags(quint32(number(64))); break;
+        case 20: ASSERT_TRUE(set(*variable->object(), "flags", qint64(quint32(number(64))))); break;
+        case 17:
         case 21: write(*m_things_made[number(2)]); break;
         case 22: ASSERT_TRUE(paste_keys(*any_bar(), copy_keys(keys), any_time())); break;
         case 23: duplicate_keys(*bar, keys, any_time() - any_time()); break;

@@ -1,4 +1,5 @@
 #include "animation_fixture.h"
+#include "support/attributes.h"
 
 using namespace tarn;
 using namespace tarn::test;
@@ -45,7 +46,7 @@ TEST_F(RecordingTest, first_all_channels_are_written_later_what_changed_and_all_
     EXPECT_EQ(m_scene.driver_of(m_thing->id(), Channel::Position), m_bar);
 
     m_bar->set_current_time(2);
-    EXPECT_TRUE(m_scene.set_unrecorded(m_thing->id(), Channel::Position, KeyValue::vec(50, 60, 0)));
+    m_thing->place(50, 60);
     EXPECT_EQ(m_thing->shown().x, 50);
     EXPECT_EQ(m_thing->authored().x, 10);
     EXPECT_EQ(record(2), 1);
@@ -60,7 +61,7 @@ TEST_F(RecordingTest, first_all_channels_are_written_later_what_changed_and_all_
     EXPECT_EQ(m_thing->shown().x, 30);
     EXPECT_EQ(m_thing->authored().x, 10);
 
-    m_bar->current_object()->set_flags(bit(Channel::Position));
+    ASSERT_TRUE(test::set(*m_bar->current_object(), "flags", qint64(bit(Channel::Position))));
     m_document.changes().tell();
     EXPECT_EQ(record(6), 1) << "only what takes part";
 }
@@ -73,23 +74,20 @@ TEST_F(RecordingTest, a_key_that_is_recorded_again_keeps_its_ease_and_group)
     place->set_key_ease(4, 33);
     place->set_key_group(4, 2);
     m_bar->set_current_time(4);
-    m_scene.set_unrecorded(m_thing->id(), Channel::Position, KeyValue::vec(1, 2, 3));
+    m_thing->place(1, 2);
     record(4);
-    EXPECT_EQ(place->keys().key(1), (Key{4, KeyValue::vec(1, 2, 3), 33, 2}));
+    EXPECT_EQ(place->keys().key(1), (Key{4, KeyValue::vec(1, 2, 0), 33, 2}));
 }
 
 TEST_F(RecordingTest, a_pose_is_undone_and_redone_and_goes_with_the_cursor)
 {
     record(0);
-    EXPECT_FALSE(m_scene.set_unrecorded(m_thing->id(), Channel::Rotation, KeyValue::vec(1, 0, 0)))
-        << "nothing drives that";
-    EXPECT_FALSE(m_scene.set_unrecorded(m_thing->id(), Channel::Position, KeyValue::number(1)));
     const auto shown_x = [&] {
         m_document.changes().tell();
         return m_thing->shown().x;
     };
-    m_scene.set_unrecorded(m_thing->id(), Channel::Position, KeyValue::vec(7, 0, 0));
-    m_scene.set_unrecorded(m_thing->id(), Channel::Position, KeyValue::vec(8, 0, 0));
+    m_thing->place(7, 0);
+    m_thing->place(8, 0);
     EXPECT_EQ(shown_x(), 8);
     m_document.journal().undo();
     EXPECT_EQ(shown_x(), 7);
@@ -123,7 +121,7 @@ TEST_F(RecordingTest, what_is_written_to_driven_attributes_is_the_poses_and_all_
 {
     m_thing->place(10, 20);
     record(0);
-    m_bar->current_object()->set_flags(bit(Channel::Position) | bit(Channel::Color));
+    ASSERT_TRUE(test::set(*m_bar->current_object(), "flags", qint64(bit(Channel::Position) | bit(Channel::Color))));
     m_bar->set_current_time(2);
     m_document.changes().tell();
     const QByteArray before = text();
@@ -189,11 +187,11 @@ TEST_F(RecordingTest, a_pose_that_is_typed_is_one_step_and_one_that_is_given_up_
 
 TEST_F(RecordingTest, objects_that_are_recorded_together_keep_what_each_of_them_showed)
 {
-    std::vector<ModelObject*> things{m_thing, thing(), thing()};
+    const std::vector<ModelObject*> things{m_thing, thing(), thing()};
     m_bar->record_selection(things);
     m_bar->set_current_time(4);
     for (ModelObject* each : things)
-        m_scene.set_unrecorded(each->id(), Channel::Position, KeyValue::vec(40, 0, 0));
+        static_cast<Thing*>(each)->place(40, 0);
     m_bar->record_selection(things);
     m_bar->set_current_time(2);
     EXPECT_EQ(m_bar->record_selection(things), 12);

@@ -147,7 +147,6 @@ TEST_F(TimebarTest, next_and_previous_keys_and_spans_are_those_of_all_variables)
     EXPECT_EQ(m_bar->get_next_action_key_frame(6), std::nullopt);
     EXPECT_EQ(m_bar->get_pre_action_key_frame(4), 2);
     EXPECT_EQ(m_bar->get_pre_action_key_frame(0), std::nullopt);
-    EXPECT_EQ(m_timer->key_times(0.5f, 6), (Times{1, 2, 4, 6}));
     EXPECT_EQ(m_timer->get_time_belone(4), std::pair(4.f, 6.f));
     EXPECT_EQ(m_timer->get_time_belone(5), std::pair(4.f, 6.f));
     EXPECT_EQ(m_timer->get_time_belone(6), std::nullopt);

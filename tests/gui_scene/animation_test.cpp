@@ -1,3 +1,4 @@
+#include "support/attributes.h"
 // Timebars in the scene: what they animate, play, save and merge.
 
 #include "animation/animation_scene.h"
@@ -27,7 +28,7 @@ protected:
         animation().set_editing(true);
         EXPECT_EQ(m_bar->record_selection({m_dialog}), 5) << "dialogs do not turn";
         m_bar->set_current_time(2);
-        animation().set_unrecorded(m_dialog->id(), Channel::Position, KeyValue::vec(300, 50, 0));
+        ASSERT_TRUE(set(*m_dialog, "x", qint64(300)));
         EXPECT_EQ(m_bar->record_selection({m_dialog}), 1);
     }
     QString log()
@@ -50,7 +51,7 @@ TEST_F(SceneAnimation, a_bar_plays_in_a_preview_and_leaves_the_scene_as_it_was_a
     EXPECT_EQ(m_dialog->rect().x(), 200);
     ASSERT_TRUE(m_scene.functions().set_function(u"half"_s, u"local bar, what, t = ...; return bar.name..what..t"_s));
     const QByteArray before = text();
-    m_bar->set_auto_play(true);
+    ASSERT_TRUE(set(*m_bar, "auto_play", true));
     m_bar->insert_script_key(1.5f, u"half"_s);
     m_scene.play(true);
     m_scene.advance(0.5);
@@ -247,8 +248,8 @@ TEST_F(SceneAnimation, dialogs_and_controls_fade_and_take_on_colours)
 TEST_F(SceneAnimation, a_bar_that_comes_to_its_end_calls_its_function_in_a_preview)
 {
     ASSERT_TRUE(m_scene.functions().set_function(u"next"_s, u"local bar, what = ...; return bar.name..what"_s));
-    m_bar->set_end_function(u"next"_s);
-    m_bar->set_auto_play(true);
+    ASSERT_TRUE(set(*m_bar, "end_function", u"next"_s));
+    ASSERT_TRUE(set(*m_bar, "auto_play", true));
     m_scene.play(true);
     m_scene.advance(1.9);
     EXPECT_FALSE(log().contains(u"next"_s));
@@ -259,7 +260,7 @@ TEST_F(SceneAnimation, a_bar_that_comes_to_its_end_calls_its_function_in_a_previ
     m_bar->frame_move(5);
     EXPECT_EQ(log(), u"next=IntroEnded|next=not run while editing; it would be called with: Intro, \"Ended\""_s);
     const std::size_t problems = m_scene.model().problems().size();
-    m_bar->set_end_function(u"missing"_s);
+    ASSERT_TRUE(set(*m_bar, "end_function", u"missing"_s));
     EXPECT_EQ(m_scene.model().problems().size(), problems + 1);
 }
 
@@ -268,7 +269,7 @@ TEST_F(SceneAnimation, script_keys_and_their_functions_stay_together_when_scenes
     CScriptKey* key = m_bar->insert_script_key(1);
     const QString name = key->function();
     ASSERT_TRUE(m_scene.functions().set_function(name, u"return 'first'"_s));
-    m_bar->set_end_function(name);
+    ASSERT_TRUE(set(*m_bar, "end_function", name));
     animation().set_editing(false);
     ASSERT_TRUE(m_scene.save_scene(path()).ok());
     ASSERT_TRUE(m_scene.functions().set_function(name, u"return 'second'"_s));
@@ -297,7 +298,7 @@ TEST_F(SceneAnimation, a_script_object_calls_functions_verbs_and_methods_with_it
     CTCommandScript* command = m_bar->create_script_object();
     command->create_var(VarType::Int, u"life"_s)->set_key_value(0, KeyValue::whole(3));
     command->create_var(VarType::Vec, u"place"_s)->set_key_value(0, KeyValue::vec(1, 2, 3));
-    m_bar->set_auto_play(true);
+    ASSERT_TRUE(set(*m_bar, "auto_play", true));
     const auto run = [&](const QString& line) {
         command->set_script(line);
         m_scene.play(true);

@@ -1,3 +1,4 @@
+#include "support/attributes.h"
 #include "timeline_pages_fixture.h"
 
 #include "timeline/key_rows.h"
@@ -113,8 +114,8 @@ TEST_F(KeyTableTest, many_keys_change_each_by_its_own_number_in_one_step)
 TEST_F(KeyTableTest, times_are_frames_where_the_timebar_shows_them)
 {
     CTVar* a = variable(u"a"_s, VarType::Float, {0, 1, 1.01f});
-    bar()->set_frame_rate(24);
-    bar()->set_display_mode(TimebarState::frames_mode);
+    ASSERT_TRUE(set(*bar(), "frame_rate", qint64(24)));
+    ASSERT_TRUE(set(*bar(), "display_mode", qint64(TimebarState::frames_mode)));
     EXPECT_EQ(key_text(*bar(), key(a, 1), KeyColumn::Time), u"24"_s);
     EXPECT_EQ(key_text(*bar(), key(a, 2), KeyColumn::Time), u"24.24"_s);
     edit_keys(*bar(), {key(a, 1)}, KeyColumn::Time, u"7"_s);

@@ -1,3 +1,4 @@
+#include "support/attributes.h"
 #include "timeline_fixture.h"
 
 #include <QTest>
@@ -341,7 +342,7 @@ TEST_F(TimelineDragging, holds_the_scene_with_ctrl)
 
 TEST_F(TimelineDragging, snaps_to_frames_where_frames_are_shown)
 {
-    m_bar->set_display_mode(TimebarState::frames_mode);
+    ASSERT_TRUE(set(*m_bar, "display_mode", qint64(TimebarState::frames_mode)));
     click(101, 70); // 2.525 seconds
     EXPECT_EQ(m_timeline.current_time(), frame_time(63, 25));
     drag({40, keys_y}, {62, keys_y}); // 1.55
@@ -349,7 +350,7 @@ TEST_F(TimelineDragging, snaps_to_frames_where_frames_are_shown)
     journal().undo();
     drag({40, keys_only_y}, {62, keys_only_y}, {}, Qt::AltModifier);
     EXPECT_FLOAT_EQ(times(m_place)[1], 1.55f);
-    m_bar->set_display_mode(TimebarState::seconds_mode);
+    ASSERT_TRUE(set(*m_bar, "display_mode", qint64(TimebarState::seconds_mode)));
     click(101, 70);
     EXPECT_EQ(m_timeline.current_time(), m_timeline.time_from_pixel(101));
 }

@@ -1,3 +1,4 @@
+#include "support/attributes.h"
 #include "timeline_fixture.h"
 
 #include "frame/child_dlg.h"
@@ -102,14 +103,15 @@ TEST_F(TimelineMenu, goes_to_typed_times)
                             {false, "nan", 1},
                             {true, "30", frame_time(30, 25)},
                             {true, "12.5", 0.5f}}) {
-        m_bar->set_display_mode(row.frames ? TimebarState::frames_mode : TimebarState::seconds_mode);
+        ASSERT_TRUE(
+            set(*m_bar, "display_mode", qint64(row.frames ? TimebarState::frames_mode : TimebarState::seconds_mode)));
         m_timeline.set_current_time(1);
         answer_prompt(QLatin1String(row.answer));
         choose(32828, 300);
         EXPECT_EQ(m_timeline.current_time(), row.time) << row.answer;
         EXPECT_EQ(said(), row.frames ? u"Input a target frame"_s : u"Input a target point"_s);
     }
-    m_bar->set_frame_rate(0);
+    ASSERT_TRUE(set(*m_bar, "frame_rate", qint64(0)));
     answer_prompt(u"3"_s);
     choose(32828, 300);
     EXPECT_EQ(m_timeline.current_time(), 3) << "a rate below 1 is 1";
@@ -260,7 +262,7 @@ TEST_F(TimelineMenu, inserts_time_and_other_timebars)
     insert("2");
     EXPECT_EQ(times(m_place), (Times{0, 1, 4, 6}));
     EXPECT_EQ(m_bar->get_total_length(), 12);
-    m_bar->set_display_mode(TimebarState::frames_mode);
+    ASSERT_TRUE(set(*m_bar, "display_mode", qint64(TimebarState::frames_mode)));
     said();
     insert("25");
     EXPECT_EQ(said(), u"Input the length of new insert frames"_s);

@@ -1,5 +1,6 @@
 #include "animation/anim_time.h"
 #include "animation/animation_fixture.h"
+#include "support/attributes.h"
 #include "timeline/ruler_ticks.h"
 #include "timeline/timeline_hits.h"
 #include "timeline/timeline_picture.h"
@@ -171,7 +172,7 @@ TEST_F(TimelinePictures, marks_are_drawn_where_they_are_hit)
 TEST_F(TimelinePictures, ticks_leave_room_for_labels_and_stand_on_frames)
 {
     for (const int mode : {1, 2}) {
-        m_bar->set_display_mode(mode);
+        ASSERT_TRUE(set(*m_bar, "display_mode", qint64(mode)));
         for (const float scale : {0.005f, 0.02f, 0.11f, 1.f})
             for (const float origin : {-0.3f, 0.f, 3600.f}) {
                 m_view.axis = {.view_origin = origin, .seconds_per_pixel = scale};
@@ -206,6 +207,6 @@ TEST_F(TimelinePictures, of_two_timebars_on_one_channel_the_higher_wins)
     EXPECT_EQ(told(high), u"Lower 6 0"_s);
     EXPECT_EQ(told(low), m_bar->name() + u" 6 1"_s);
     EXPECT_EQ(told(alone), QString());
-    low->object()->set_flags(low->object()->flags() & ~bit(Channel::Transparency));
+    ASSERT_TRUE(set(*low->object(), "flags", qint64(low->object()->flags() & ~bit(Channel::Transparency))));
     EXPECT_EQ(told(high), QString());
 }

@@ -137,6 +137,23 @@ TEST_F(TimelineRows, have_a_menu_for_what_is_selected)
     EXPECT_EQ(m_timeline.view_origin(), 0);
 }
 
+TEST_F(TimelineRows, are_filtered_by_name_and_by_selection_from_the_menu)
+{
+    const auto objects = [this] { return int(timeline_rows(view()).size()) - 1; };
+    m_bar->create_script_object();
+    ASSERT_EQ(objects(), 2);
+    answer_prompt(m_object->name());
+    choose(33064, 300, row(0));
+    EXPECT_EQ(objects(), 1);
+    choose(33064, 300, row(0));
+    EXPECT_EQ(objects(), 2);
+    m_bar->set_current_object(nullptr);
+    choose(33063, 300, row(0));
+    EXPECT_EQ(objects(), 0);
+    choose(33063, 300, row(0));
+    EXPECT_EQ(objects(), 2);
+}
+
 TEST_F(TimelineRows, have_a_menu_for_objects_variables_and_marks)
 {
     CTCommandScript* command = m_bar->create_script_object();

@@ -1,3 +1,4 @@
+#include "support/attributes.h"
 // The pages of the current timebar, its objects and its script keys, in the property bar of a real editor.
 
 #include "animation/animation_scene.h"
@@ -115,8 +116,8 @@ TEST_F(TimerPages, the_length_is_asked_and_shown_in_the_unit_of_the_timebar)
         {2, 24, u"0.96"_s, 0.04f, u"Frame"_s},
     };
     for (const Case& c : cases) {
-        m_bar->set_display_mode(c.mode);
-        m_bar->set_frame_rate(c.rate);
+        ASSERT_TRUE(set(*m_bar, "display_mode", qint64(c.mode)));
+        ASSERT_TRUE(set(*m_bar, "frame_rate", qint64(c.rate)));
         tell();
         m_answers.prompts.push_back(c.answer);
         const float before = m_bar->get_total_length();
@@ -313,7 +314,7 @@ TEST_F(TimerPages, script_keys_are_made_moved_and_removed_with_the_questions_tha
     click(m_scripts, 6185);
     EXPECT_EQ(rows(keys()), (QStringList{u"0.00Sec"_s, u"2.50Sec"_s}));
     EXPECT_EQ(keys().get_last_sel_index(), 0);
-    m_bar->set_display_mode(TimebarState::frames_mode);
+    ASSERT_TRUE(set(*m_bar, "display_mode", qint64(TimebarState::frames_mode)));
     m_scene->document().changes().tell();
     EXPECT_EQ(rows(keys()), (QStringList{u"0Frame"_s, u"62Frame"_s}));
     add_key(u"100"_s);
@@ -346,7 +347,7 @@ TEST_F(TimerPages, all_script_keys_are_shown_and_what_is_typed_or_chosen_stays_w
     m_bar->record_selection({m_button});
     m_bar->set_current_time(5);
     animation().set_editing(true);
-    animation().set_unrecorded(m_button->id(), Channel::Position, KeyValue::vec(50, 50, 0));
+    ASSERT_TRUE(set(*m_button, "x", 50.0));
     m_bar->record_selection({m_button});
     tell();
     EXPECT_EQ(keys().row_count(), 1500);
