@@ -49,7 +49,7 @@ void SceneObjectRows::show() const
         const ObjectRef named = object ? value_as<ObjectRef>(m_page.value_of(*object, row.field)) : ObjectRef();
         m_page.button(row.button)->setText(object ? object_caption(*m_page.scene()->world(), named) : QString());
         m_page.button(row.button)->setEnabled(object);
-        m_page.button(row.clear_button)->setEnabled(!named.is_null());
+        m_page.button(row.clear_button)->setEnabled(named.id != 0);
         m_marks[i]->show_state({.mixed = object && common.agreement == Agreement::Mixed});
     }
 }

@@ -5,6 +5,7 @@
 #include "support/files.h"
 #include "support/gui_fixture.h"
 #include "widgets/button_st.h"
+#include "world/world_scene.h"
 
 #include <QCheckBox>
 #include <QListWidget>
@@ -204,8 +205,8 @@ TEST_F(MediaPages, objects_of_the_world_are_picked_by_kind_and_cleared)
             qobject_cast<QAbstractButton*>(page->control(id_ok))->click();
         });
     };
-    WorldObject* path = m_world.objects().create(WorldType::Path, u"way"_s);
-    WorldObject* world_camera = m_world.objects().create(WorldType::Camera, u"eye"_s);
+    const WorldObject* path = m_world.objects().create(WorldType::Path, u"way"_s);
+    const WorldObject* world_camera = m_world.objects().create(WorldType::Camera, u"eye"_s);
     CDXUTControl* map = select_new(DXUT_CONTROL_MAP, u"CDlgPropMap"_s);
     pick({u"way"_s});
     click(id_model);
