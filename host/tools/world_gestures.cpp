@@ -18,7 +18,7 @@ namespace {
 constexpr float place_step = 0.1f; ///< metres
 constexpr double turn_step = 15;   ///< degrees
 constexpr double size_step = 0.1;
-constexpr double size_way = 100;   ///< pixels that double the size in the middle handle
+constexpr double size_way = 100; ///< pixels that double the size in the middle handle
 constexpr double least_size = 0.01;
 
 float stepped(float value)
@@ -110,8 +110,7 @@ QString GizmoGesture::name() const
 void GizmoGesture::begin()
 {
     for (WorldObject* object : movable_objects(m_world))
-        m_before.push_back(
-            {object, object->place(), QQuaternion::fromEulerAngles(object->turn()), object->size()});
+        m_before.push_back({object, object->place(), QQuaternion::fromEulerAngles(object->turn()), object->size()});
     if (m_before.empty())
         return WorldGesture::begin();
     const Before& last = m_before.back();

@@ -77,10 +77,10 @@ private:
     GizmoPart m_part;
     std::vector<Before> m_before;
     QVector3D m_pivot;
-    QVector3D m_axis;      ///< along or about which the part works
-    double m_angle = 0;    ///< degrees turned so far
-    QPointF m_last;        ///< of the mouse in a turn
-    double m_shown = 0;    ///< degrees or factor, as the numbers tell it
+    QVector3D m_axis;   ///< along or about which the part works
+    double m_angle = 0; ///< degrees turned so far
+    QPointF m_last;     ///< of the mouse in a turn
+    double m_shown = 0; ///< degrees or factor, as the numbers tell it
 };
 
 /// Drags a point of a path level over the ground, with Shift up and down.

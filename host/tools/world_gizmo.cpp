@@ -28,9 +28,9 @@ const QColor held_color(0xff, 0xb0, 0x3a);
 const QColor plain_color(0xf0, 0xf0, 0xf0);
 
 /// In the order in which they are hit.
-constexpr std::array parts{GizmoPart::Size,  GizmoPart::SizeX, GizmoPart::SizeY, GizmoPart::SizeZ,
+constexpr std::array parts{GizmoPart::Size,   GizmoPart::SizeX, GizmoPart::SizeY, GizmoPart::SizeZ,
                            GizmoPart::Ground, GizmoPart::MoveX, GizmoPart::MoveY, GizmoPart::MoveZ,
-                           GizmoPart::TurnX, GizmoPart::TurnY, GizmoPart::TurnZ};
+                           GizmoPart::TurnX,  GizmoPart::TurnY, GizmoPart::TurnZ};
 
 QColor color_of(GizmoPart part, GizmoPart held)
 {
@@ -83,9 +83,9 @@ std::vector<QVector3D> WorldGizmo::arc(int axis) const
     std::vector<QVector3D> points;
     for (int i = 0; i <= arc_pieces; ++i) {
         const float angle = float(M_PI_2) * float(i) / arc_pieces;
-        points.push_back(at(arc_radius
-                            * (axis_direction((axis + 1) % 3) * std::cos(angle)
-                               + axis_direction((axis + 2) % 3) * std::sin(angle))));
+        points.push_back(at(
+            arc_radius
+            * (axis_direction((axis + 1) % 3) * std::cos(angle) + axis_direction((axis + 2) % 3) * std::sin(angle))));
     }
     return points;
 }
@@ -144,8 +144,7 @@ void WorldGizmo::paint(QPainter& painter, GizmoPart held) const
         const QVector3D way = direction(move);
         line(at(way * arrow_begin), at(way * arrow_end), color_of(move, held), 2.5);
         for (const int side : {-1, 1})
-            line(at(way * arrow_end),
-                 at(way * (arrow_end - 10) + axis_direction((axis + 1) % 3) * float(side) * 5),
+            line(at(way * arrow_end), at(way * (arrow_end - 10) + axis_direction((axis + 1) % 3) * float(side) * 5),
                  color_of(move, held), 2.5);
     }
     QColor shade = color_of(GizmoPart::Ground, held);

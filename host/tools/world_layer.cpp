@@ -131,7 +131,7 @@ void WorldLayer::paint_object(QPainter& painter, const ViewProjection& view, con
         painter.drawPolygon(view.face(face.corners));
     }
     paint_picture(painter, view, object, scale);
-    const QColor line = !selected ? faded(own, 0.9 * opacity * own.alphaF())
+    const QColor line = !selected         ? faded(own, 0.9 * opacity * own.alphaF())
         : selection.get_last() == &object ? current_color
                                           : selected_color;
     painter.setBrush(Qt::NoBrush);
@@ -150,7 +150,8 @@ void WorldLayer::paint_picture(QPainter& painter, const ViewProjection& view, co
         return;
     const WorldShape shape = world_shape(object);
     const QPolygonF corners = view.face(shape.faces.front().corners);
-    const QImage picture = texture(m_scene.gui_core(), panel->picture, (corners.boundingRect().size() * scale).toSize());
+    const QImage picture = texture(m_scene.gui_core(), panel->picture,
+                                   (corners.boundingRect().size() * scale).toSize());
     QTransform onto;
     if (picture.isNull() || corners.size() != 4
         || !QTransform::quadToQuad(QPolygonF(QRectF(picture.rect())).mid(0, 4), corners, onto))

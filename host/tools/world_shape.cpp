@@ -76,8 +76,8 @@ void add_block(WorldShape& shape, const QMatrix4x4& transform)
     for (const auto& side : sides) {
         std::vector<QVector3D> corners;
         for (const int corner : side)
-            corners.push_back(transform.map(
-                QVector3D(corner & 1 ? 0.5f : -0.5f, corner & 2 ? 1.f : 0.f, corner & 4 ? 0.5f : -0.5f)));
+            corners.push_back(
+                transform.map(QVector3D(corner & 1 ? 0.5f : -0.5f, corner & 2 ? 1.f : 0.f, corner & 4 ? 0.5f : -0.5f)));
         add_face(shape, corners);
         add_outline(shape, corners);
     }

@@ -190,8 +190,9 @@ TEST_F(WorldMouseTest, CommandsWorkOnTheWorldWhileSomethingOfItIsSelected)
     m_scene.editor().context_commands({500, 600});
     ASSERT_TRUE(run(GuiSceneEditor::add_panel));
     ASSERT_EQ(chosen().size(), 1u);
-    EXPECT_LT((at({chosen().front()->place().x(), 0, chosen().front()->place().z()}) - QPointF(500, 600)).manhattanLength(),
-              1);
+    EXPECT_LT(
+        (at({chosen().front()->place().x(), 0, chosen().front()->place().z()}) - QPointF(500, 600)).manhattanLength(),
+        1);
     ASSERT_TRUE(run(GuiSceneEditor::duplicate));
     EXPECT_EQ(m_world.objects().objects().size(), 2u);
     EXPECT_EQ(chosen(), std::vector{m_world.objects().objects().back()});
