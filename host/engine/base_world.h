@@ -119,6 +119,8 @@ public:
 
 private:
     tarn::Document m_document; ///< outlives the plug-ins, whose objects it holds
+    std::unique_ptr<tarn::WorldModels> m_models;
+    std::unique_ptr<tarn::WorldRenderer> m_renderer; ///< outlives who gives it pictures
     CPlugDllMan m_plug_man;
     std::vector<tarn::UiListener*> m_listeners; ///< null: removed while a code was being told
     int m_broadcasting = 0;                     ///< broadcasts under way, one inside the other
@@ -130,8 +132,6 @@ private:
     std::unique_ptr<CConfigScene> m_functions;
     std::unique_ptr<tarn::WorldScene> m_objects;
     std::unique_ptr<CSelection> m_selection;
-    std::unique_ptr<tarn::WorldModels> m_models;
-    std::unique_ptr<tarn::WorldRenderer> m_renderer;
     tarn::ScriptLog m_script_log;
     std::unique_ptr<tarn::ScriptRuntime> m_scripts; ///< dies before the functions
 };

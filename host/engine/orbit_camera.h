@@ -19,6 +19,9 @@ public:
     /// Looks at a sphere from where the camera turns now, near enough that it fills most of the view.
     void frame(const QVector3D& centre, double radius);
 
+    /// Looks at another point from the same side.
+    void look_at(const QVector3D& target) { m_target = target; }
+
     QVector3D eye() const;
     const QVector3D& target() const { return m_target; } ///< the point looked at
     QMatrix4x4 view_matrix() const;

@@ -16,6 +16,7 @@
 #include "package_writer.h"
 #include "picture_file.h"
 #include "picture_release.h"
+#include "scene_in_world.h"
 #include "scene_merge.h"
 #include "scene_overlay.h"
 #include "scene_tools.h"
@@ -136,13 +137,14 @@ void CGuiPlugScene::on_world_created(CBaseWorld* world)
     m_world = world;
     if (!m_core)
         join(world->document());
+    m_in_world = std::make_unique<tarn::SceneInWorld>(*m_core, *world);
     if (m_tools) {
         m_tools->on_world_created(*world);
         world->set_default_mouse_tool(&m_tools->select_tool());
     }
     world->set_script_api(tarn::gui_script_api(*this));
     world->begin_edit = [this](const QString& name) { return begin_script_edit(name); };
-    m_overlay = std::make_unique<tarn::SceneOverlay>(*m_core);
+    m_overlay = std::make_unique<tarn::SceneOverlay>(*m_core, *m_in_world);
     world->set_overlay(m_overlay.get());
 }
 
@@ -474,6 +476,7 @@ void CGuiPlugScene::play(bool on)
         m_runner.begin();
         m_animation->set_running(true);
     }
+    m_in_world->play(on);
     m_world->set_mouse_tool(on ? &m_tools->play_tool() : &m_tools->select_tool());
 }
 
@@ -484,7 +487,8 @@ void CGuiPlugScene::advance(double now)
     const tarn::ShownWrites writes(document());
     m_runner.advance(now);
     const bool animates = m_animation->frame_move(float(now - std::exchange(m_last_advance, now)));
-    if ((m_core->advance(now) || animates) && m_world)
+    const bool moves = m_in_world->advance(now);
+    if ((m_core->advance(now) || animates || moves) && m_world)
         m_world->update_all_views();
 }
 

@@ -23,6 +23,7 @@ class CTexPathInfo;
 
 namespace tarn {
 class MouseTool;
+class SceneInWorld;
 class SceneOverlay;
 class SceneTools;
 
@@ -137,6 +138,9 @@ public:
     /// The type of control that is drawn; -1 when none is.
     int mouse_function_type() const { return m_function_type; }
 
+    /// Where the interface and the world meet; there is none before the world.
+    tarn::SceneInWorld& in_world() const { return *m_in_world; }
+
     SelectionMode& selection_mode() { return m_selection_mode; }
 
     // Preview
@@ -166,6 +170,7 @@ private:
     std::unique_ptr<CGuiCore> m_core;
     tarn::EventRunner m_runner{*this};
     tarn::GuiSceneModel m_model{*this};
+    std::unique_ptr<tarn::SceneInWorld> m_in_world; ///< made with the world
     std::unique_ptr<tarn::SceneOverlay>
         m_overlay; ///< made with the world: it needs the fonts and pictures of a program with a display
     CBaseWorld* m_world = nullptr;
