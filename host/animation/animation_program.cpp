@@ -10,6 +10,17 @@
 
 namespace tarn {
 
+namespace {
+
+/// What a path gives an object that has those of its channels driven.
+quint32 led_channels(quint32 channels, bool along)
+{
+    const bool turns = along || (channels & bit(Channel::PathTurn));
+    return bit(Channel::Position) | (turns ? bit(Channel::Rotation) : 0);
+}
+
+} // namespace
+
 AnimationProgram::AnimationProgram(const CTimebar& bar, Covered& covered)
 {
     for (const CTimerObject* object : bar.objects())
@@ -18,10 +29,19 @@ AnimationProgram::AnimationProgram(const CTimebar& bar, Covered& covered)
                 add(*object, *kind, *target, covered);
 }
 
+AnimationProgram::AnimationProgram(const CTimerObject& object)
+{
+    AnimationTarget* kind = object.timebar()->scene().target_kind(object.type());
+    Covered covered;
+    if (ModelObject* target = kind ? object.target_object() : nullptr)
+        add(object, *kind, *target, covered);
+}
+
 void AnimationProgram::add(const CTimerObject& object, AnimationTarget& kind, ModelObject& target, Covered& covered)
 {
     quint32 channels = 0;
     quint32& taken = covered[target.id()];
+    const bool can_be_led = !(taken & bit(Channel::Position));
     for (const CTVar* variable : object.variables()) {
         const auto channel = variable->channel();
         if (!channel || variable->keys().is_empty() || !object.is_on(*channel) || (taken & bit(*channel)))
@@ -39,8 +59,19 @@ void AnimationProgram::add(const CTimerObject& object, AnimationTarget& kind, Mo
     }
     if (channels == 0)
         return;
-    m_objects.push_back({&kind, &target, m_tracks.size(), channels});
-    m_channels[target.id()] |= channels;
+    Object& added = m_objects.emplace_back(Object{&kind, &target, m_tracks.size(), channels});
+    if (can_be_led && (channels & bit(Channel::PathShare))) {
+        added.path = object.path_object();
+        added.along_path = object.follows_direction();
+    }
+    const quint32 led = added.path ? led_channels(channels, added.along_path) : 0;
+    taken |= led;
+    m_channels[target.id()] |= channels | led;
+}
+
+bool AnimationProgram::follows(const ModelObject& path) const
+{
+    return std::any_of(m_objects.begin(), m_objects.end(), [&](const Object& object) { return object.path == &path; });
 }
 
 /// Finds the span that holds `time` and what is needed to work out values in it.
@@ -93,6 +124,8 @@ void AnimationProgram::show(float time, const QMap<quint32, Pose>& unrecorded)
     Pose pose;
     for (const Object& object : m_objects) {
         evaluate(begin, object, time, pose);
+        if (object.path)
+            object.kind->follow(*object.path, object.along_path, pose);
         begin = object.end;
         if (!unrecorded.isEmpty())
             if (const auto changed = unrecorded.constFind(object.target->id()); changed != unrecorded.constEnd())
@@ -109,6 +142,8 @@ Pose AnimationProgram::pose_at(quint32 id, float time)
         if (object.target->id() == id) {
             Pose pose;
             evaluate(begin, object, time, pose);
+            if (object.path)
+                object.kind->follow(*object.path, object.along_path, pose);
             all.take(pose);
         }
         begin = object.end;

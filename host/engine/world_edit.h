@@ -23,6 +23,8 @@ WorldObject* add_world_object(CBaseWorld& world, WorldType type, const QVector3D
 void duplicate_world_objects(CBaseWorld& world);
 /// Removes what is selected.
 void remove_world_objects(CBaseWorld& world);
+void show_world_objects(CBaseWorld& world, const std::vector<WorldObject*>& objects, bool on);
+void lock_world_objects(CBaseWorld& world, const std::vector<WorldObject*>& objects, bool on);
 
 /// What an object takes up, in the world; its place alone when it has no extent.
 struct WorldBounds {

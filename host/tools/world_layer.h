@@ -8,6 +8,7 @@
 
 class CBaseWorld;
 class CGuiPlugScene;
+class CTimebar;
 
 namespace tarn {
 
@@ -31,6 +32,7 @@ private:
     struct Look {
         QMatrix4x4 camera;
         std::vector<WorldObject*> selected;
+        const CTimebar* timebar = nullptr; ///< whose motion paths are shown; null for none
         bool playing = false;
         bool empty = true;
         bool operator==(const Look&) const = default;

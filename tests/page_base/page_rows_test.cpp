@@ -9,6 +9,7 @@
 #include "animation/timebar.h"
 #include "animation/timer_object.h"
 #include "core/field.h"
+#include "engine/world_edit.h"
 #include "frame/dlg_group.h"
 #include "frame/rollup.h"
 #include "gui_core/control_type.h"
@@ -19,8 +20,10 @@
 #include "page_base/value_part.h"
 #include "script/config_scene.h"
 #include "shell/prop_bar.h"
+#include "shell/world_bar.h"
 #include "widgets/color_swatch.h"
 #include "widgets/super_edit.h"
+#include "world/world_scene.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -49,6 +52,7 @@ protected:
         m_frame.activateWindow();
         ASSERT_TRUE(QTest::qWaitForWindowActive(&m_frame));
         ASSERT_TRUE(m_scene->functions().set_function(u"answer"_s, u""_s).ok());
+        m_frame.findChild<CWorldBar*>()->show_bar(true);
         for (CMyRollup* rollup : m_frame.findChildren<CMyRollup*>())
             rollup->ExpandAllPages(true);
         for (int i = 0; i < 2; ++i) {
@@ -80,6 +84,26 @@ protected:
         }
         m_frame.findChild<CPropBar*>()->group().show_wnd_by_id(CPropBar::page_timer);
     }
+    /// Two panels, or what else the target is of; for what a timebar makes of them, one in two timebars.
+    void make_world(const SelectedWorldObjects& target)
+    {
+        WorldScene& world = m_world.objects();
+        std::vector<WorldObject*> made;
+        for (int i = 0; i < 2; ++i) {
+            made.push_back(world.create(target.type().value_or(WorldType::Panel)));
+            made.back()->set_name(u"one name"_s);
+        }
+        select_world_objects(m_world, made);
+        m_objects.assign(made.begin(), made.end());
+        if (!dynamic_cast<const TimerObjectOfSelection*>(&target))
+            return;
+        world.create(WorldType::Path);
+        for (ModelObject*& object : m_objects) {
+            CTimebar* bar = m_scene->animation().create_bar(10);
+            object = bar->create_object(TimerObjectType::Panel, {made.back()->id()});
+        }
+        m_world.broadcast(ui_timebars_changed);
+    }
     /// Selects two fresh objects that the row is for.
     void select_for(const CBoundPage& page, const FieldRow& row)
     {
@@ -92,6 +116,11 @@ protected:
         }
         core().ClearCtrlSelection();
         core().ClearDialogSelection();
+        if (const auto* of_world = dynamic_cast<const SelectedWorldObjects*>(&target)) {
+            make_world(*of_world);
+            m_scene->journal().clear();
+            return;
+        }
         core().selection().menu_editing = dynamic_cast<const CurrentMenu*>(&target);
         if (const auto* controls = dynamic_cast<const SelectedControls*>(&target)) {
             const int type = controls->type() == SelectedControls::any_type ? DXUT_CONTROL_BUTTON : controls->type();

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "animation/animation_target.h"
+
+namespace tarn {
+
+enum class WorldType : quint8;
+
+/// Objects of the 3D world of one type as timebars see them: places are metres, turns degrees, scales factors. They can
+/// follow paths of the world.
+class WorldTarget final : public AnimationTarget {
+public:
+    explicit WorldTarget(WorldType type) : m_type(type) {}
+
+    bool takes(const ModelObject& object) const override;
+    Pose pose(const ObjectState& state) const override;
+    std::span<const FieldKey> fields(Channel channel) const override;
+    bool can_follow(const ModelObject& object) const override;
+    void follow(const ModelObject& path, bool along, Pose& pose) const override;
+    void find_on_path(const ModelObject& path, Pose& pose) const override;
+    void show(ModelObject& object, const Pose& pose) override;
+
+private:
+    WorldType m_type;
+};
+
+} // namespace tarn
