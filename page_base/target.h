@@ -96,6 +96,7 @@ public:
     std::vector<ModelObject*> selected(CGuiPlugScene& scene) const override;
     std::span<const int> codes() const override;
     int changed_code() const override;
+    bool code_tells_more() const override { return true; }
 
 private:
     std::optional<WorldType> m_type;

@@ -17,6 +17,7 @@
 #include <QItemSelectionModel>
 #include <QLineEdit>
 #include <QScopedValueRollback>
+#include <QSplitter>
 
 #include <algorithm>
 
@@ -29,6 +30,8 @@ namespace {
 enum Id : int { id_search = 7101, id_add = 7102, id_duplicate = 7103, id_remove = 7104, id_find = 7105, id_list = 7106 };
 
 constexpr int template_properties = 7110;
+constexpr int list_share = 2; ///< of the height
+constexpr int rollup_share = 3;
 
 struct ButtonRow {
     int id;
@@ -84,6 +87,9 @@ void CDlgWorld::OnInitDialog()
     properties->Create(template_properties, m_rollup);
     m_rollup->InsertPage(lang(u"物体属性", u"Properties"), properties);
     m_rollup->ExpandAllPages(true);
+    auto* parts = findChild<QSplitter*>();
+    parts->setStretchFactor(parts->indexOf(m_list), list_share);
+    parts->setStretchFactor(parts->indexOf(m_rollup), rollup_share);
     set_up_buttons();
     set_up_list();
     update_buttons();

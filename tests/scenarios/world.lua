@@ -127,7 +127,7 @@ put(studio.page("CDlgPropWorldCamera"):control(7131), 60)
 t.same(camera:get("field_of_view"), 60, "the camera's angle")
 
 -- Keys of a timebar, and a path that leads
-studio.create_timebar{name = "Walk", total_length = 4}
+studio.create_timebar{name = "Walk", total_length = 5}
 studio.mode("Timebar")
 local tools = studio.page("CDlgTopTimer")
 list:select(2)
