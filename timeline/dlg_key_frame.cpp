@@ -4,6 +4,7 @@
 #include "core/language.h"
 #include "core/res_handle_man.h"
 #include "engine/base_world.h"
+#include "engine/world_models.h"
 #include "frame/boxes.h"
 #include "frame/child_dlg.h"
 #include "page_base/gui_child_dlg.h"
@@ -26,6 +27,8 @@ using tarn::TimerObjectType;
 
 namespace {
 
+constexpr int at_rest = -1; ///< as the number of an action
+
 /// Controls of a form by what they show. 0: the form has none.
 struct Form {
     const char* class_name;
@@ -42,6 +45,7 @@ struct Form {
     int ok;
     int cancel;
     int loops = 0;
+    int action = 0;
 };
 
 constexpr Form model_form{"CDlgPropTimerModelKeyFrameProperties",
@@ -84,7 +88,8 @@ constexpr Form skeleton_form{"CDlgPropTimerSekletonKeyFrameProperties",
                              6239,
                              6237,
                              6238,
-                             6596};
+                             6596,
+                             6235};
 
 /// Cameras and panels have what the models have; null for what is no object of the world.
 const Form* form_of(TimerObjectType type)
@@ -149,6 +154,8 @@ protected:
             connect(control_as<QCheckBox>(id), &QCheckBox::clicked, this,
                     [this] { run_action([this] { apply(); }, lang(u"关键帧属性", u"Key Frame")); });
         on_choose(m_form.path, [this](int) { apply(); });
+        if (m_form.action)
+            on_choose(m_form.action, [this](int) { apply(); });
         connect(control_as<CSuperEdit>(m_form.time), &CSuperEdit::editing_finished, this,
                 [this] { run_action([this] { move_keys(); }, lang(u"移动关键帧", u"Move Keys")); });
         on_click(m_form.ok, [this] { m_dialog.accept(); });
@@ -164,6 +171,7 @@ private:
         double turn = 0; ///< degrees
         int group = 0;
         int loops = 0;
+        int action = at_rest;
     };
 
     void set_up_edits()
@@ -196,7 +204,10 @@ private:
         edit(m_form.turn).set_pos(degrees_of(key.value(Channel::PathTurn).part(0)));
         if (m_form.loops)
             edit(m_form.loops).set_pos(key.value(Channel::Loops).as_int());
-        control_as<QCheckBox>(m_form.show)->setChecked(key.has(Channel::Show) ? key.value(Channel::Show).as_int() != 0 : true);
+        if (m_form.action)
+            fill_actions();
+        control_as<QCheckBox>(m_form.show)
+            ->setChecked(key.has(Channel::Show) ? key.value(Channel::Show).as_int() != 0 : true);
         control_as<QCheckBox>(m_form.along)->setChecked(m_object.follows_direction());
         auto* paths = control_as<QComboBox>(m_form.path);
         paths->addItem(lang(u"无路径", u"No path"));
@@ -208,13 +219,28 @@ private:
             }
     }
 
+    /// The first entry is none; without a model that was read there is no other.
+    void fill_actions()
+    {
+        auto* combo = control_as<QComboBox>(m_form.action);
+        combo->addItem(lang(u"（静止）", u"(At rest)"));
+        const auto* object = dynamic_cast<const tarn::WorldObject*>(m_object.target_object());
+        const tarn::ModelPtr model = object ? m_base.models().library().find(object->file()).model : nullptr;
+        if (model)
+            for (const tarn::ModelAction& action : model->data().actions)
+                combo->addItem(action.name);
+        const CObjKey& key = m_keys.front();
+        combo->setCurrentIndex(key.has(Channel::Action) ? key.value(Channel::Action).as_int() + 1 : 0);
+    }
+
     Fields read() const
     {
         return {.shows = control_as<QCheckBox>(m_form.show)->isChecked(),
                 .share = edit(m_form.share).get_pos(),
                 .turn = edit(m_form.turn).get_pos(),
                 .group = int(edit(m_form.group).get_pos()),
-                .loops = m_form.loops ? int(edit(m_form.loops).get_pos()) : 0};
+                .loops = m_form.loops ? int(edit(m_form.loops).get_pos()) : 0,
+                .action = m_form.action ? control_as<QComboBox>(m_form.action)->currentIndex() - 1 : at_rest};
     }
 
     /// Writes what is another than before to all the keys, and path and direction to the object.
@@ -229,6 +255,8 @@ private:
             put(Channel::PathTurn, KeyValue::number(radians_of(now.turn)));
         if (now.loops != m_known.loops)
             put(Channel::Loops, KeyValue::whole(now.loops));
+        if (now.action != m_known.action)
+            put(Channel::Action, KeyValue::whole(now.action));
         if (now.group != m_known.group)
             for (CObjKey& key : m_keys)
                 key.set_group(now.group);
@@ -269,8 +297,8 @@ private:
             m_base.update_all_views();
         } else {
             edit(m_form.time).set_pos(double(m_time));
-            tarn::boxes::message(this,
-                                 {.text = lang(u"不能移动第一个关键帧！", u"First key can not be moved!"), .title = {}});
+            tarn::boxes::message(
+                this, {.text = lang(u"不能移动第一个关键帧！", u"First key can not be moved!"), .title = {}});
         }
     }
 

@@ -6,14 +6,17 @@
 #include "engine/scene_selection.h"
 #include "engine/world_edit.h"
 #include "frame/boxes.h"
+#include "frame/filedlg.h"
 #include "frame/menufun.h"
 #include "frame/rollup.h"
+#include "import/model_importer.h"
 #include "report_list_world.h"
 #include "widgets/button_st.h"
 #include "world/world_scene.h"
 #include "world_commands.h"
 #include "world_kinds.h"
 
+#include <QFileInfo>
 #include <QItemSelectionModel>
 #include <QLineEdit>
 #include <QScopedValueRollback>
@@ -27,7 +30,14 @@ using tarn::boxes::MenuItem;
 
 namespace {
 
-enum Id : int { id_search = 7101, id_add = 7102, id_duplicate = 7103, id_remove = 7104, id_find = 7105, id_list = 7106 };
+enum Id : int {
+    id_search = 7101,
+    id_add = 7102,
+    id_duplicate = 7103,
+    id_remove = 7104,
+    id_find = 7105,
+    id_list = 7106
+};
 
 constexpr int template_properties = 7110;
 constexpr int list_share = 2; ///< of the height
@@ -48,6 +58,7 @@ constexpr ButtonRow button_rows[] = {
 };
 
 constexpr int rename_command = 100;
+constexpr int file_command = 150;
 constexpr int first_kind = 200; ///< of the commands that add objects
 
 const tarn::WorldCommand& command_row(int id)
@@ -56,10 +67,10 @@ const tarn::WorldCommand& command_row(int id)
     return *std::find_if(all.begin(), all.end(), [id](const tarn::WorldCommand& row) { return row.id == id; });
 }
 
-/// One for each kind that needs no file.
+/// One for what comes from files, and one for each kind that needs none.
 std::vector<MenuItem> kinds_to_add()
 {
-    std::vector<MenuItem> items;
+    std::vector<MenuItem> items{{.id = file_command, .text = lang(u"模型文件...", u"Model from File...")}};
     for (const tarn::WorldKind& kind : tarn::world_kinds())
         if (kind.from_nothing)
             items.push_back({.id = first_kind + int(kind.type),
@@ -174,10 +185,10 @@ void CDlgWorld::refill()
     for (WorldObject* object : world()->objects().objects())
         if (object->name().contains(part, Qt::CaseInsensitive))
             rows.push_back(object);
-    m_list->set_empty_hint(part.isEmpty() || world()->objects().objects().empty()
-                               ? lang(u"三维世界中还没有物体。请点击“添加”。",
-                                      u"There are no objects in the world yet. Click \"Add\".")
-                               : lang(u"没有这样命名的物体。", u"No object has such a name."));
+    m_list->set_empty_hint(
+        part.isEmpty() || world()->objects().objects().empty()
+            ? lang(u"三维世界中还没有物体。请点击“添加”。", u"There are no objects in the world yet. Click \"Add\".")
+            : lang(u"没有这样命名的物体。", u"No object has such a name."));
     if (m_list->refill_list(rows))
         select_rows_of_selection();
 }
@@ -248,7 +259,7 @@ void CDlgWorld::on_menu(const QPoint& place)
                      .enabled = m_list->get_last_sel_index() >= 0});
     items.push_back({});
     for (MenuItem kind : kinds_to_add()) {
-        kind.text = lang(u"添加%1", u"Add %1").arg(kind.text);
+        kind.text = lang(u"添加：%1", u"Add: %1").arg(kind.text);
         items.push_back(kind);
     }
     const int chosen = tarn::boxes::menu(this, {.items = items, .place = place});
@@ -256,14 +267,35 @@ void CDlgWorld::on_menu(const QPoint& place)
         edit_name();
     else if (chosen >= first_kind)
         add(chosen - first_kind);
+    else if (chosen == file_command)
+        add_from_file();
     else if (chosen)
         run(chosen);
 }
 
 void CDlgWorld::on_add()
 {
-    if (const int chosen = menufun::pop_menu(this, kinds_to_add()))
+    const int chosen = menufun::pop_menu(this, kinds_to_add());
+    if (chosen == file_command)
+        add_from_file();
+    else if (chosen)
         add(chosen - first_kind);
+}
+
+void CDlgWorld::add_from_file()
+{
+    const QString endings = QStringLiteral("*.") + tarn::ModelImporter::layouts().join(QStringLiteral(";*."));
+    filter_man filter;
+    filter.add_filter(lang(u"三维模型", u"3D models"), QStringLiteral("(%1)|%1||").arg(endings));
+    const QString path = filedlg::pop_file_dlg(filter, filedlg::mode_open, window());
+    if (path.isEmpty())
+        return;
+    const tarn::Status added = world()->work(
+        lang(u"正在读取 %1", u"Reading %1").arg(QFileInfo(path).fileName()), [&](const tarn::Progress& progress) {
+            return tarn::add_world_model(*world(), path, new_place(), progress).status();
+        });
+    if (!added)
+        tarn::boxes::error(this, added.message());
 }
 
 void CDlgWorld::run(int command)
@@ -273,11 +305,17 @@ void CDlgWorld::run(int command)
         row.run(*world());
 }
 
-/// Where the view looks at.
-void CDlgWorld::add(int type)
+/// On the ground, where the view looks at.
+QVector3D CDlgWorld::new_place() const
 {
     QVector3D ground = world()->camera().target();
     ground.setY(0);
-    if (!tarn::add_world_object(*world(), tarn::WorldType(type), ground))
-        tarn::boxes::error(this, lang(u"世界中没有空间再添加物体。", u"There is no room for more objects in the world."));
+    return ground;
+}
+
+void CDlgWorld::add(int type)
+{
+    if (!tarn::add_world_object(*world(), tarn::WorldType(type), new_place()))
+        tarn::boxes::error(this,
+                           lang(u"世界中没有空间再添加物体。", u"There is no room for more objects in the world."));
 }

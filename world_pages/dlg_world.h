@@ -2,6 +2,8 @@
 
 #include "page_base/list_page.h"
 
+#include <QVector3D>
+
 #include <vector>
 
 class CMyRollup;
@@ -42,6 +44,8 @@ private:
     void on_add();
     void run(int command);
     void add(int type);
+    void add_from_file();
+    QVector3D new_place() const;
     std::vector<tarn::WorldObject*> rows_or(tarn::WorldObject& clicked) const;
 
     CReportListWorld* m_list = nullptr;

@@ -23,9 +23,8 @@ bool has_selection(CBaseWorld& world)
 bool all_hidden(CBaseWorld& world)
 {
     const auto objects = selected(world);
-    return !objects.empty() && std::none_of(objects.begin(), objects.end(), [](const WorldObject* object) {
-        return object->is_visible();
-    });
+    return !objects.empty()
+        && std::none_of(objects.begin(), objects.end(), [](const WorldObject* object) { return object->is_visible(); });
 }
 bool all_locked(CBaseWorld& world)
 {

@@ -7,6 +7,7 @@
 #include "timer_object.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace tarn {
 
@@ -51,6 +52,8 @@ void AnimationProgram::add(const CTimerObject& object, AnimationTarget& kind, Mo
             continue;
         taken |= bit(*channel);
         channels |= bit(*channel);
+        if (*channel == Channel::Action)
+            channels |= bit(Channel::ActionTime);
         Track& track = m_tracks.emplace_back();
         track.type = row.type;
         track.steps = row.steps;
@@ -72,6 +75,12 @@ void AnimationProgram::add(const CTimerObject& object, AnimationTarget& kind, Mo
 bool AnimationProgram::follows(const ModelObject& path) const
 {
     return std::any_of(m_objects.begin(), m_objects.end(), [&](const Object& object) { return object.path == &path; });
+}
+
+/// Seconds since the key before; 0 before the first one.
+float AnimationProgram::time_in_span(const Track& track, float time)
+{
+    return std::isfinite(track.begin) ? std::max(time - track.begin, 0.f) : 0;
 }
 
 /// Finds the span that holds `time` and what is needed to work out values in it.
@@ -113,6 +122,9 @@ void AnimationProgram::evaluate(std::size_t begin, const Object& object, float t
         case VarType::Float: out[0] = std::bit_cast<quint32>(track.base[0] + way * track.delta[0]); break;
         case VarType::Color: *out = track.moves ? mix_color(track.from, track.to, way) : track.from; break;
         case VarType::Int:
+            if (track.word == channel_row(Channel::Action).word)
+                words[channel_row(Channel::ActionTime).word] = std::bit_cast<quint32>(time_in_span(track, time));
+            [[fallthrough]];
         case VarType::Mat: *out = track.from; break; // the channels of whole numbers step
         }
     }

@@ -56,6 +56,7 @@ private:
     };
 
     void add(const CTimerObject& object, AnimationTarget& kind, ModelObject& target, Covered& covered);
+    static float time_in_span(const Track& track, float time);
     void enter_span(std::size_t track, float time);
     void evaluate(std::size_t begin, const Object& object, float time, Pose& pose);
 

@@ -21,8 +21,9 @@ enum class Channel : quint8 {
     Action,      ///< number of a skeleton's action
     Loops,       ///< of the action
     FieldOfView, ///< of a camera, degrees
+    ActionTime,  ///< seconds since the action began; it has no keys and comes with the action
 };
-constexpr int channel_count = 11;
+constexpr int channel_count = 12;
 constexpr quint32 chosen_channels = 0x3f; ///< the bits of those by which an author chooses
 constexpr quint32 bit(Channel channel)
 {
@@ -68,7 +69,7 @@ public:
 private:
     quint32 word(Channel channel, int part) const { return m_words[std::size_t(channel_row(channel).word + part)]; }
 
-    std::array<quint32, 17> m_words{};
+    std::array<quint32, 18> m_words{};
     quint32 m_channels = 0;
 };
 

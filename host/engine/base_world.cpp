@@ -5,6 +5,8 @@
 #include "script/config_scene.h"
 #include "script/script_runtime.h"
 #include "world/world_scene.h"
+#include "world_models.h"
+#include "world_renderer.h"
 
 #include <algorithm>
 
@@ -13,8 +15,11 @@ CBaseWorld::CBaseWorld()
       m_objects(std::make_unique<tarn::WorldScene>(m_document)),
       m_selection(std::make_unique<CSelection>(*m_objects)),
       m_camera_view(std::make_unique<tarn::CameraView>(*this)),
+      m_models(std::make_unique<tarn::WorldModels>(m_document)),
+      m_renderer(std::make_unique<tarn::WorldRenderer>(*this)),
       m_scripts(std::make_unique<tarn::ScriptRuntime>(*m_functions))
 {
+    m_models->library().on_read = [this] { update_all_views(); };
 }
 
 CBaseWorld::~CBaseWorld() = default;

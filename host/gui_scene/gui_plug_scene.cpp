@@ -139,6 +139,8 @@ void CGuiPlugScene::on_world_created(CBaseWorld* world)
     m_world = world;
     if (!m_core)
         join(world->document());
+    for (WorldTargetRow& row : m_world_targets)
+        row.target.set_models(&world->models());
     if (m_tools) {
         m_tools->on_world_created(*world);
         world->set_default_mouse_tool(&m_tools->select_tool());

@@ -1,6 +1,7 @@
 #include "world_target.h"
 
 #include "channel_fields.h"
+#include "engine/world_models.h"
 #include "world/world_object.h"
 
 #include <QQuaternion>
@@ -16,6 +17,8 @@ namespace {
 constexpr float farthest = FieldType<QList<QVector3D>>::farthest;
 constexpr float most_turn = 7200; ///< degrees
 constexpr float most_size = 10'000;
+constexpr float longest_action = 86'400; ///< seconds
+constexpr int endless = 0;               ///< as a number of loops
 constexpr QVector3D up(0, 1, 0);
 
 QVector3D vec(const Pose& pose, Channel channel)
@@ -66,14 +69,18 @@ bool WorldTarget::takes(const ModelObject& object) const
 std::span<const FieldKey> WorldTarget::fields(Channel channel) const
 {
     using S = WorldObjectState;
-    static const ChannelFields rows[] = {
-        {Channel::Position, {key<&S::x>, key<&S::y>, key<&S::z>}},
-        {Channel::Rotation, {key<&S::turn_x>, key<&S::turn_y>, key<&S::turn_z>}},
-        {Channel::Scale, {key<&S::size_x>, key<&S::size_y>, key<&S::size_z>}},
-        {Channel::Color, {key<&S::color>}},
-        {Channel::Transparency, {key<&S::transparency>}},
-        {Channel::Show, {key<&S::visible>}},
-        {Channel::FieldOfView, {key<&CameraState::field_of_view>}}};
+    static const ChannelFields rows[] = {{Channel::Position, {key<&S::x>, key<&S::y>, key<&S::z>}},
+                                         {Channel::Rotation, {key<&S::turn_x>, key<&S::turn_y>, key<&S::turn_z>}},
+                                         {Channel::Scale, {key<&S::size_x>, key<&S::size_y>, key<&S::size_z>}},
+                                         {Channel::Color, {key<&S::color>}},
+                                         {Channel::Transparency, {key<&S::transparency>}},
+                                         {Channel::Show, {key<&S::visible>}},
+                                         {Channel::FieldOfView, {key<&CameraState::field_of_view>}},
+                                         {Channel::Action, {key<&MovingModelState::action>}},
+                                         {Channel::Loops, {key<&MovingModelState::repeats>}}};
+    if (const bool moves = m_type == WorldType::AnimatedModel || m_type == WorldType::Skeleton;
+        !moves && (channel == Channel::Action || channel == Channel::Loops))
+        return {};
     if (channel == Channel::FieldOfView && m_type != WorldType::Camera)
         return {};
     return fields_of(rows, channel);
@@ -91,7 +98,38 @@ Pose WorldTarget::pose(const ObjectState& state) const
     pose.set_whole(Channel::Show, s.visible);
     if (const auto* camera = dynamic_cast<const CameraState*>(&s))
         pose.set_number(Channel::FieldOfView, camera->field_of_view);
+    const auto* moving = dynamic_cast<const MovingModelState*>(&s);
+    if (const ModelPtr model = moving ? model_of(s) : nullptr) {
+        pose.set_whole(Channel::Action, model->find_action(moving->action));
+        pose.set_whole(Channel::Loops, moving->repeats ? endless : 1);
+    }
     return pose;
+}
+
+/// Null while it is being read, and for an object without one.
+ModelPtr WorldTarget::model_of(const ObjectState& state) const
+{
+    const auto* model = dynamic_cast<const ModelState*>(&state);
+    return model && m_models && !model->file.isEmpty() ? m_models->library().find(model->file).model : nullptr;
+}
+
+/// After its loops the action holds its last pose.
+void WorldTarget::show_action(MovingModelState& state, const Pose& pose) const
+{
+    const ModelPtr model = model_of(state);
+    if (!model)
+        return;
+    const auto& actions = model->data().actions;
+    const int number = pose.whole(Channel::Action);
+    const bool is_there = number >= 0 && std::size_t(number) < actions.size();
+    const int loops = pose.has(Channel::Loops) ? pose.whole(Channel::Loops) : state.repeats ? endless : 1;
+    const float duration = is_there ? actions[std::size_t(number)].duration : 0;
+    const float time = pose.number(Channel::ActionTime);
+    const bool is_over = loops != endless && time >= duration * float(loops);
+    state.action = is_there ? actions[std::size_t(number)].name : QString();
+    state.action_time = is_over ? duration : std::min(time, longest_action);
+    state.repeats = !is_over;
+    state.plays = false; // The timebar plays it.
 }
 
 bool WorldTarget::can_follow(const ModelObject& object) const
@@ -109,7 +147,7 @@ void WorldTarget::follow(const ModelObject& path, bool along, Pose& pose) const
     if (!along && !pose.has(Channel::PathTurn))
         return;
     const QVector3D direction = transform.mapVector(way.shape().direction(share)).normalized();
-    const QQuaternion own = along ? turned_to(direction, m_type)
+    const QQuaternion own = along     ? turned_to(direction, m_type)
         : pose.has(Channel::Rotation) ? QQuaternion::fromEulerAngles(vec(pose, Channel::Rotation))
                                       : QQuaternion();
     const float about = pose.has(Channel::PathTurn) ? qRadiansToDegrees(pose.number(Channel::PathTurn)) : 0;
@@ -129,7 +167,7 @@ void WorldTarget::find_on_path(const ModelObject& path, Pose& pose) const
 
 void WorldTarget::show(ModelObject& object, const Pose& pose)
 {
-    if (shows(this->pose(object.shown_state()), pose))
+    if (!pose.has(Channel::ActionTime) && shows(this->pose(object.shown_state()), pose))
         return;
     object.write<WorldObjectState>([&](WorldObjectState& s) {
         put(pose, Channel::Position, farthest, s.x, s.y, s.z);
@@ -143,6 +181,8 @@ void WorldTarget::show(ModelObject& object, const Pose& pose)
             s.visible = pose.shows();
         if (auto* camera = dynamic_cast<CameraState*>(&s); camera && pose.has(Channel::FieldOfView))
             camera->field_of_view = std::clamp(pose.number(Channel::FieldOfView), 1.f, 170.f);
+        if (auto* moving = dynamic_cast<MovingModelState*>(&s); moving && pose.has(Channel::ActionTime))
+            show_action(*moving, pose);
     });
 }
 

@@ -33,6 +33,7 @@ private:
         QMatrix4x4 camera;
         std::vector<WorldObject*> selected;
         const CTimebar* timebar = nullptr; ///< whose motion paths are shown; null for none
+        quint64 models = 0;                ///< that were read
         bool playing = false;
         bool empty = true;
         bool operator==(const Look&) const = default;

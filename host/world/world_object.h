@@ -37,6 +37,12 @@ public:
     bool set_visible(bool on) { return change<&WorldObjectState::visible>(on); }
     bool set_locked(bool on) { return change<&WorldObjectState::locked>(on); }
     bool has_file() const { return type() <= WorldType::Skeleton; }
+    bool has_actions() const { return type() == WorldType::AnimatedModel || type() == WorldType::Skeleton; }
+    /// Of the package; empty for what has none.
+    QString file() const;
+    void set_file(const QString& file);
+    /// Of what has actions; nothing of others.
+    void set_action(const QString& action);
 
     QVector3D place() const;
     QVector3D turn() const;

@@ -146,6 +146,10 @@
         <translation>In the path&#x27;s direction</translation>
     </message>
     <message>
+        <source>骨骼动作</source>
+        <translation>Action</translation>
+    </message>
+    <message>
         <source>动作循环(次)</source>
         <translation>Loops of the action</translation>
     </message>

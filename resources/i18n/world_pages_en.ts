@@ -68,6 +68,44 @@
     </message>
 </context>
 <context>
+    <name>CDlgPropWorldMoving</name>
+    <message>
+        <source>动作</source>
+        <translation>Action</translation>
+    </message>
+    <message>
+        <source>动作时间（秒）</source>
+        <translation>Time (s)</translation>
+    </message>
+    <message>
+        <source>自动播放</source>
+        <translation>Plays by itself</translation>
+    </message>
+    <message>
+        <source>循环播放</source>
+        <translation>Repeats</translation>
+    </message>
+</context>
+<context>
+    <name>CDlgPropWorldSkeleton</name>
+    <message>
+        <source>动作</source>
+        <translation>Action</translation>
+    </message>
+    <message>
+        <source>动作时间（秒）</source>
+        <translation>Time (s)</translation>
+    </message>
+    <message>
+        <source>自动播放</source>
+        <translation>Plays by itself</translation>
+    </message>
+    <message>
+        <source>循环播放</source>
+        <translation>Repeats</translation>
+    </message>
+</context>
+<context>
     <name>CDlgPropWorldCamera</name>
     <message>
         <source>视野角度</source>

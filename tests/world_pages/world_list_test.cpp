@@ -1,7 +1,7 @@
 #include "engine/camera_view.h"
+#include "widgets/iconfun.h"
 #include "world_fixture.h"
 #include "world_pages/world_kinds.h"
-#include "widgets/iconfun.h"
 
 namespace tarn::test {
 
