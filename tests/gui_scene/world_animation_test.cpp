@@ -6,6 +6,8 @@
 #include "animation/timer_object.h"
 #include "engine/camera_view.h"
 #include "engine/scene_selection.h"
+#include "engine/world_edit.h"
+#include "engine/world_models.h"
 #include "support/attributes.h"
 #include "support/scene_fixture.h"
 #include "world/world_scene.h"
@@ -132,6 +134,40 @@ TEST_F(WorldAnimation, the_view_rides_with_a_camera_that_it_looks_through)
     m_bar->set_current_time(3);
     tell();
     EXPECT_LT((m_world.camera().eye() - QVector3D(3, 1, 0)).length(), 1e-3f);
+}
+
+TEST_F(WorldAnimation, the_keys_of_a_figure_change_its_action_which_ends_after_its_loops)
+{
+    auto added = add_world_model(m_world, QStringLiteral(TARN_MODELS "/figure.glb"), {}, {});
+    ASSERT_TRUE(added) << added.status().message().toStdString();
+    WorldObject& figure = *added.value();
+    wait_for_models(m_world);
+    const Model& model = *m_world.models().library().find(figure.file()).model;
+    const auto& actions = model.data().actions;
+    ASSERT_GT(actions.size(), 1u);
+    m_bar->set_total_length(60);
+    m_bar->record_selection({&figure});
+    CTimerObject& timer = this->timer(figure);
+    EXPECT_EQ(CObjKey(timer, 0).value(Channel::Action).as_int(), model.find_action(actions.front().name));
+    CObjKey(timer, 10).set_value(Channel::Action, KeyValue::whole(1));
+    CObjKey(timer, 10).set_value(Channel::Loops, KeyValue::whole(2));
+    const auto state = [&]() -> const MovingModelState& {
+        return static_cast<const MovingModelState&>(figure.object_state());
+    };
+    m_bar->set_current_time(3);
+    EXPECT_EQ(state().action, actions[0].name);
+    EXPECT_FLOAT_EQ(state().action_time, 3);
+    EXPECT_TRUE(state().repeats);
+    EXPECT_FALSE(state().plays) << "the timebar does";
+    m_bar->set_current_time(10.25f);
+    EXPECT_EQ(state().action, actions[1].name);
+    EXPECT_FLOAT_EQ(state().action_time, 0.25f);
+    m_bar->set_current_time(60);
+    ASSERT_LT(2 * actions[1].duration, 50);
+    EXPECT_FLOAT_EQ(state().action_time, actions[1].duration);
+    EXPECT_FALSE(state().repeats) << "it holds its last pose";
+    animation().set_editing(false);
+    EXPECT_TRUE(state().plays);
 }
 
 TEST_F(WorldAnimation, path_and_direction_are_saved_and_copied_with_the_timebar)

@@ -10,6 +10,7 @@
 #include "animation/timer_object.h"
 #include "core/field.h"
 #include "engine/world_edit.h"
+#include "engine/world_models.h"
 #include "frame/dlg_group.h"
 #include "frame/rollup.h"
 #include "gui_core/control_type.h"
@@ -84,13 +85,23 @@ protected:
         }
         m_frame.findChild<CPropBar*>()->group().show_wnd_by_id(CPropBar::page_timer);
     }
+    WorldObject* make_object(WorldType type)
+    {
+        if (type != WorldType::AnimatedModel && type != WorldType::Skeleton)
+            return m_world.objects().create(type);
+        const QString name = type == WorldType::Skeleton ? u"figure"_s : u"chest"_s;
+        auto object = add_world_model(m_world, QStringLiteral(TARN_MODELS "/%1.glb").arg(name), {}, {});
+        EXPECT_TRUE(object) << object.status().message().toStdString();
+        m_world.models().library().finish();
+        return object.value();
+    }
     /// Two panels, or what else the target is of; for what a timebar makes of them, one in two timebars.
     void make_world(const SelectedWorldObjects& target)
     {
         WorldScene& world = m_world.objects();
         std::vector<WorldObject*> made;
         for (int i = 0; i < 2; ++i) {
-            made.push_back(world.create(target.type().value_or(WorldType::Panel)));
+            made.push_back(make_object(target.type().value_or(WorldType::Panel)));
             made.back()->set_name(u"one name"_s);
         }
         select_world_objects(m_world, made);
