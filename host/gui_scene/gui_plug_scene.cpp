@@ -25,6 +25,7 @@
 #include "store/in_worker.h"
 #include "store/pak_file.h"
 #include "tex_path_info.h"
+#include "world/world_object.h"
 
 #include <QFileInfo>
 #include <QSet>
@@ -127,6 +128,8 @@ void CGuiPlugScene::join(tarn::Document& document)
     m_animation = std::make_unique<CAnimationScene>(document);
     m_animation->set_target_kind(tarn::TimerObjectType::Control, &m_control_target);
     m_animation->set_target_kind(tarn::TimerObjectType::Dialog, &m_dialog_target);
+    for (WorldTargetRow& row : m_world_targets)
+        m_animation->set_target_kind(row.type, &row.target);
     m_animation->set_listener(&m_timebar_runner);
     if (m_make_tools)
         m_tools = m_make_tools(*this);
@@ -138,6 +141,8 @@ void CGuiPlugScene::on_world_created(CBaseWorld* world)
     if (!m_core)
         join(world->document());
     m_in_world = std::make_unique<tarn::SceneInWorld>(*m_core, *world);
+    for (WorldTargetRow& row : m_world_targets)
+        row.target.set_models(&world->models());
     if (m_tools) {
         m_tools->on_world_created(*world);
         world->set_default_mouse_tool(&m_tools->select_tool());
@@ -146,6 +151,18 @@ void CGuiPlugScene::on_world_created(CBaseWorld* world)
     world->begin_edit = [this](const QString& name) { return begin_script_edit(name); };
     m_overlay = std::make_unique<tarn::SceneOverlay>(*m_core, *m_in_world);
     world->set_overlay(m_overlay.get());
+}
+
+std::vector<tarn::ModelObject*> CGuiPlugScene::selected_objects() const
+{
+    if (m_world && m_world->selection().get_last()) {
+        const auto objects = m_world->selection().objects();
+        return {objects.begin(), objects.end()};
+    }
+    const tarn::SelectionRecord& selection = m_core->selection();
+    if (selection.controls_selected)
+        return {selection.controls.begin(), selection.controls.end()};
+    return {selection.dialogs.begin(), selection.dialogs.end()};
 }
 
 std::shared_ptr<void> CGuiPlugScene::begin_script_edit(const QString& name)

@@ -11,7 +11,10 @@
 #include "script/config_scene.h"
 #include "script/event_runner.h"
 #include "script/timebar_runner.h"
+#include "world/world_states.h"
+#include "world_target.h"
 
+#include <array>
 #include <memory>
 #include <optional>
 
@@ -65,6 +68,9 @@ public:
     void join(tarn::Document& document) override;
     void on_world_created(CBaseWorld* world) override;
     CBaseWorld* world() const { return m_world; }
+    /// What timebars record of: the selected objects of the world, or else the selected controls or dialogs, the one that
+    /// was selected last at the end.
+    std::vector<tarn::ModelObject*> selected_objects() const;
 
     // The scene as a whole
     void clear();
@@ -164,6 +170,17 @@ private:
 
     tarn::ControlTarget m_control_target;
     tarn::DialogTarget m_dialog_target;
+    struct WorldTargetRow {
+        tarn::TimerObjectType type;
+        tarn::WorldTarget target;
+    };
+    std::array<WorldTargetRow, 5> m_world_targets{{
+        {tarn::TimerObjectType::Model, tarn::WorldTarget(tarn::WorldType::Model)},
+        {tarn::TimerObjectType::AniModel, tarn::WorldTarget(tarn::WorldType::AnimatedModel)},
+        {tarn::TimerObjectType::Skeleton, tarn::WorldTarget(tarn::WorldType::Skeleton)},
+        {tarn::TimerObjectType::Camera, tarn::WorldTarget(tarn::WorldType::Camera)},
+        {tarn::TimerObjectType::Panel, tarn::WorldTarget(tarn::WorldType::Panel)},
+    }};
     tarn::TimebarRunner m_timebar_runner{*this};
     std::unique_ptr<CAnimationScene> m_animation;
     std::unique_ptr<CEventManager> m_events; ///< the core closes the document that they are part of
