@@ -155,10 +155,12 @@ void keep_selected(SceneSnapshot& scene, const CGuiCore& core)
 
 } // namespace
 
-SceneSnapshot content_to_save(const CGuiCore& core, bool selection_only)
+SceneSnapshot content_to_save(const CGuiCore& core, const CSaveOpt& options)
 {
     SceneSnapshot scene = core.document().snapshot();
-    if (selection_only)
+    if (options.selection_only || options.interface_only)
+        core.document().leave_out_world(scene);
+    if (options.selection_only)
         keep_selected(scene, core);
     return scene;
 }

@@ -119,7 +119,6 @@ void Automation::open_lua(const QStringList& args)
     tarn::script::add_control_type(lua, *this);
     tarn::script::add_surface_type(lua, *this);
     tarn::script::add_object_type(lua, *this);
-    tarn::script::add_scene_object_type(lua, *this);
 
     lua_newtable(lua);
     for (const auto& functions :

@@ -1,7 +1,7 @@
 #include "gl_surface.h"
 
+#include "camera_look.h"
 #include "engine/base_world.h"
-#include "overlay_buffer.h"
 
 #include <QGuiApplication>
 #include <QOffscreenSurface>
@@ -94,11 +94,14 @@ void GlSurface::paintGL()
     if (!m_scene)
         return;
     const double dpr = devicePixelRatioF();
+    m_objects.set_screen(m_overlay.screen());
+    const QRect moved = m_objects.update(m_world.objects_layer(), size(), dpr);
+    m_scene->set_layer(GroundScene::objects_layer, m_objects.image(), moved);
     const QRect changed = m_overlay.update(m_world.overlay(), size(), dpr);
     m_scene->set_layer(GroundScene::overlay_layer, m_overlay.image(), changed);
     const QRect painted = m_tool.update(m_world.mouse_tool(), size(), dpr, m_overlay.scale(size()));
     m_scene->set_layer(GroundScene::tool_layer, m_tool.image(), painted);
-    m_scene->draw(ground_look(m_world.camera(), device_size(size(), dpr), dpr), defaultFramebufferObject());
+    m_scene->draw(camera_look(m_world.camera(), device_size(size(), dpr), dpr), defaultFramebufferObject());
 }
 
 } // namespace tarn

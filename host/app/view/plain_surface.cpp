@@ -1,5 +1,6 @@
 #include "plain_surface.h"
 
+#include "camera_look.h"
 #include "engine/base_world.h"
 #include "ground_raster.h"
 
@@ -31,9 +32,10 @@ const QImage& GroundCache::image(const GroundLook& look)
     return m_image;
 }
 
-void paint_over(QPainter& painter, const QImage& overlay, CBaseWorld& world, double scale)
+void paint_over(QPainter& painter, std::initializer_list<QImage> layers, CBaseWorld& world, double scale)
 {
-    draw_pixels(painter, overlay);
+    for (const QImage& layer : layers)
+        draw_pixels(painter, layer);
     painter.scale(scale, scale);
     if (MouseTool* tool = world.mouse_tool())
         tool->paint(painter);
@@ -48,11 +50,13 @@ PlainSurface::PlainSurface(CBaseWorld& world, OverlayBuffer& overlay, QWidget* p
 void PlainSurface::paintEvent(QPaintEvent*)
 {
     const double dpr = devicePixelRatioF();
+    m_objects.set_screen(m_overlay.screen());
+    m_objects.update(m_world.objects_layer(), size(), dpr);
     m_overlay.update(m_world.overlay(), size(), dpr);
-    const GroundLook look = ground_look(m_world.camera(), device_size(size(), dpr), dpr);
+    const GroundLook look = camera_look(m_world.camera(), device_size(size(), dpr), dpr);
     QPainter painter(this);
     draw_pixels(painter, m_ground.image(look));
-    paint_over(painter, m_overlay.image(), m_world, m_overlay.scale(size()));
+    paint_over(painter, {m_objects.image(), m_overlay.image()}, m_world, m_overlay.scale(size()));
 }
 
 } // namespace tarn

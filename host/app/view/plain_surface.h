@@ -1,10 +1,12 @@
 #pragma once
 
-#include "ground_look.h"
 #include "overlay_buffer.h"
+#include "render/ground_look.h"
 
 #include <QImage>
 #include <QWidget>
+
+#include <initializer_list>
 
 class CBaseWorld;
 
@@ -20,9 +22,9 @@ private:
     QImage m_image;
 };
 
-/// Paints what lies over the ground. The painter's logical pixels are those of the view, `scale` of which show one of
-/// the screen.
-void paint_over(QPainter& painter, const QImage& overlay, CBaseWorld& world, double scale);
+/// Paints what lies over the ground, the lowest layer first, and then the mouse tool. The painter's logical pixels are
+/// those of the view, `scale` of which show one of the screen.
+void paint_over(QPainter& painter, std::initializer_list<QImage> layers, CBaseWorld& world, double scale);
 
 /// What a view shows where there is no OpenGL.
 class PlainSurface : public QWidget {
@@ -34,6 +36,7 @@ protected:
 
 private:
     CBaseWorld& m_world;
+    OverlayBuffer m_objects;
     OverlayBuffer& m_overlay;
     GroundCache m_ground;
 };

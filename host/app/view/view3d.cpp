@@ -1,5 +1,6 @@
 #include "view3d.h"
 
+#include "camera_look.h"
 #include "core/language.h"
 #include "engine/base_world.h"
 #include "gl_surface.h"
@@ -165,12 +166,14 @@ QImage CView3D::render(CBaseWorld& world, QSize size, double dpr)
     const QSize pixels = tarn::device_size(size, dpr);
     if (pixels.isEmpty())
         return {};
+    tarn::OverlayBuffer objects;
+    objects.paint_all(world.objects_layer(), size, dpr);
     tarn::OverlayBuffer overlay;
     overlay.paint_all(world.overlay(), size, dpr);
-    QImage picture = tarn::ground_raster(tarn::ground_look(world.camera(), pixels, dpr));
+    QImage picture = tarn::ground_raster(tarn::camera_look(world.camera(), pixels, dpr));
     picture.setDevicePixelRatio(dpr);
     QPainter painter(&picture);
-    tarn::paint_over(painter, overlay.image(), world, 1);
+    tarn::paint_over(painter, {objects.image(), overlay.image()}, world, 1);
     return picture;
 }
 
