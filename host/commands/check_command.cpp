@@ -4,7 +4,6 @@
 #include "core/model_object.h"
 #include "gui_scene/layout_problems.h"
 #include "scene_files.h"
-#include "store/enough_memory.h"
 
 #include <QFileInfo>
 #include <QRegularExpression>
@@ -25,8 +24,8 @@ struct Check {
 struct Finding {
     Problem problem;
     quint32 object = 0;
-    QString path; ///< the file, or one in the folder
-    int line = 0; ///< of that; 0 for none
+    QString path{}; ///< the file, or one in the folder
+    int line = 0;   ///< of that; 0 for none
 };
 
 /// The line of `text` that holds the object, from 1; 0 when it is not found. Saved texts have an object a line.
@@ -53,9 +52,8 @@ public:
                                           : QLatin1String(kind ? kind->part : "scene.json");
         const QByteArray text = m_entries.value(entry);
         finding.path += QLatin1Char('/') + entry;
-        finding.line = is_function
-            ? line_of(text, "\"name\":\"" + finding.problem.function.toUtf8() + '"')
-            : line_of(text, "{\"id\":" + QByteArray::number(finding.object) + ',');
+        finding.line = is_function ? line_of(text, "\"name\":\"" + finding.problem.function.toUtf8() + '"')
+                                   : line_of(text, "{\"id\":" + QByteArray::number(finding.object) + ',');
         if (is_function && finding.problem.line > 0)
             finding.problem.text
                 = lang(u"第 %1 行：%2", u"line %1: %2").arg(finding.problem.line).arg(finding.problem.text);
@@ -83,13 +81,10 @@ Result<std::vector<Finding>> check_file(const Check& check)
         if (!read)
             return read.status();
         entries = std::move(read.value());
-        SceneTables tables;
-        QTemporaryDir folder;
-        const QString package = folder.filePath(QFileInfo(check.file).fileName());
-        if (auto status = write_package_entries(tables.document(), package, entries); !status)
-            return status;
-        if (auto status = open.scene.open_scene(package); !status)
-            return failed_at(check.file, status.message());
+        auto content = read_scene(open.scene.gui_core(), entries);
+        if (!content)
+            return failed_at(check.file, content.status().message());
+        open.scene.install(std::move(content.value()));
     } else if (auto status = open.scene.open_scene(check.file); !status) {
         return status;
     }

@@ -96,9 +96,8 @@ const Command* find_command(const QStringList& arguments)
     if (at >= arguments.size())
         return nullptr;
     const auto all = commands();
-    const auto found = std::find_if(all.begin(), all.end(), [&](const Command& command) {
-        return arguments[at] == QLatin1String(command.name);
-    });
+    const auto found = std::find_if(
+        all.begin(), all.end(), [&](const Command& command) { return arguments[at] == QLatin1String(command.name); });
     return found == all.end() ? nullptr : &*found;
 }
 
@@ -126,8 +125,8 @@ QString help_of(const Command& command)
     QString text;
     const QStringList forms = QString::fromLatin1(command.usage).split(QLatin1Char('\n'));
     for (const QString& form : forms)
-        text += (text.isEmpty() ? lang(u"用法：", u"Usage: ") : QStringLiteral("       ")) + QStringLiteral("tarn-studio ")
-            + form + QLatin1Char('\n');
+        text += (text.isEmpty() ? lang(u"用法：", u"Usage: ") : QStringLiteral("       "))
+            + QStringLiteral("tarn-studio ") + form + QLatin1Char('\n');
     text += QLatin1Char('\n') + lang(command.chinese, command.english) + QLatin1Char('\n');
     if (const QString options = lang(command.chinese_options, command.english_options); !options.isEmpty())
         text += QLatin1Char('\n') + options;

@@ -46,8 +46,8 @@ private:
 
 /// Something that the program does without windows, asked for by its first argument.
 struct Command {
-    const char* name;  ///< "--check"
-    const char* usage; ///< one line for each form, without the program's name
+    const char* name;        ///< "--check"
+    const char* usage;       ///< one line for each form, without the program's name
     const char16_t* chinese; ///< what it does, in a sentence
     const char16_t* english;
     const char16_t* chinese_options; ///< what else there is to know: a line for each

@@ -3,6 +3,8 @@
 #include "core/json_writer.h"
 #include "core/language.h"
 
+#include <QSet>
+
 #include <algorithm>
 #include <map>
 
@@ -193,9 +195,9 @@ QString words_of(const SceneChanges& changes)
             titles.insert(change.owner, changes.names.value(change.owner));
         }
         if (change.id == change.owner) {
-            titles[change.owner] = change.kind ? QStringLiteral("%1 %2").arg(
-                                       lang(change.kind->chinese, change.kind->english), change.name)
-                                               : lang(u"界面", u"interface");
+            titles[change.owner] = change.kind
+                ? QStringLiteral("%1 %2").arg(lang(change.kind->chinese, change.kind->english), change.name)
+                : lang(u"界面", u"interface");
             if (change.what != What::Changed)
                 gone_or_new.insert(change.id);
         }

@@ -88,4 +88,12 @@ KeyTrack merge_keys(const KeyTrack& base, const KeyTrack& ours, const KeyTrack& 
     return track;
 }
 
+QString json_of(const Key& key)
+{
+    return QStringLiteral("{\"value\":[%1],\"ease\":%2,\"group\":%3}")
+        .arg(key.value.to_text())
+        .arg(double(key.ease))
+        .arg(key.group);
+}
+
 } // namespace tarn

@@ -21,4 +21,7 @@ struct KeyConflict {
 KeyTrack merge_keys(const KeyTrack& base, const KeyTrack& ours, const KeyTrack& theirs, MergeSide preferred,
                     const std::function<void(const KeyConflict&)>& tell);
 
+/// A key without its time.
+QString json_of(const Key& key);
+
 } // namespace tarn

@@ -170,9 +170,9 @@ private:
 
 } // namespace
 
-MergedOrder merge_order(const OrderVersions& versions, MergeSide preferred,
-                        const std::function<bool(const std::vector<quint32>& run, const std::vector<quint32>& other)>&
-                            comes_before)
+MergedOrder
+merge_order(const OrderVersions& versions, MergeSide preferred,
+            const std::function<bool(const std::vector<quint32>& run, const std::vector<quint32>& other)>& comes_before)
 {
     return Merger(versions, preferred).merged(comes_before);
 }

@@ -26,8 +26,8 @@ struct MergedOrder {
 /// Merges the order of children: who stayed in both versions stays, who was moved or added in one of them follows whom it
 /// follows there. What both added in one place comes in an order that `comes_before` tells, so that it does not matter
 /// which version is ours. It costs little more than the lists are long.
-MergedOrder merge_order(const OrderVersions& versions, MergeSide preferred,
-                        const std::function<bool(const std::vector<quint32>& run, const std::vector<quint32>& other)>&
-                            comes_before);
+MergedOrder merge_order(
+    const OrderVersions& versions, MergeSide preferred,
+    const std::function<bool(const std::vector<quint32>& run, const std::vector<quint32>& other)>& comes_before);
 
 } // namespace tarn

@@ -3,9 +3,9 @@
 #include "core/field.h"
 #include "gui_scene/script/merged_functions.h"
 #include "script/config_scene.h"
+#include "state_merge.h"
 
 #include <QRegularExpression>
-#include <QSet>
 
 #include <algorithm>
 #include <set>
@@ -14,23 +14,48 @@ namespace tarn {
 
 namespace {
 
-QSet<quint32> ids_of(const SceneSnapshot& scene)
+QHash<quint32, const ObjectState*> states_of(const SceneSnapshot& scene)
 {
-    QSet<quint32> ids;
+    QHash<quint32, const ObjectState*> found;
     for (const auto& states : scene.objects)
         for (const StatePtr& state : states)
-            ids.insert(state->id);
-    return ids;
+            found.insert(state->id, state.constData());
+    return found;
+}
+
+/// Whether both versions took over an object that somebody else had made.
+bool is_one(const ObjectState* ours, const ObjectState* theirs)
+{
+    return ours && theirs && &ours->fields() == &theirs->fields() && ours->parent == theirs->parent
+        && same_content(*ours, *theirs);
 }
 
 /// Functions that were made for an object's event or key bear its id: GUI_FUNC_12_OnClick.
-QHash<QString, QString> names_after_ids(const std::vector<StatePtr>& functions, const IssuedIds& issued)
+QRegularExpressionMatch match_own_name(const QString& function)
 {
     static const QRegularExpression own_name(QStringLiteral("^((?:GUI|GUI_DIALOG|TIMER)_FUNC_)(\\d+)(_.*)?$"));
+    return own_name.match(function);
+}
+
+/// Whether the object belongs to one of those, or names one.
+bool hangs_on(const ObjectState& state, const std::set<quint32>& ids)
+{
+    bool found = ids.contains(state.parent.id);
+    for (const FieldBase* field : state.fields().link_fields())
+        field->each_reference(state, [&](ObjectRef reference) { found |= ids.contains(reference.id); });
+    if (const auto* function = dynamic_cast<const FunctionState*>(&state)) {
+        const auto match = match_own_name(function->name);
+        found |= match.hasMatch() && ids.contains(match.captured(2).toUInt());
+    }
+    return found;
+}
+
+QHash<QString, QString> names_after_ids(const std::vector<StatePtr>& functions, const IssuedIds& issued)
+{
     QHash<QString, QString> names;
     for (const StatePtr& state : functions) {
         const QString& name = SceneSnapshot::as<FunctionState>(state).name;
-        const auto match = own_name.match(name);
+        const auto match = match_own_name(name);
         const auto fresh = match.hasMatch() ? issued.constFind(match.captured(2).toUInt()) : issued.constEnd();
         if (fresh != issued.constEnd())
             names.insert(name, match.captured(1) + QString::number(*fresh) + match.captured(3));
@@ -72,11 +97,13 @@ void reissue_ids(const Document& document, SceneSnapshot& scene, const IssuedIds
 IssuedIds ids_to_reissue(const SceneSnapshot& base, const SceneSnapshot& ours, const SceneSnapshot& theirs,
                          quint32& next)
 {
-    const QSet<quint32> known = ids_of(base);
-    const QSet<quint32> taken = ids_of(ours);
+    const auto known = states_of(base);
+    const auto taken = states_of(ours);
+    const auto present = states_of(theirs);
     std::set<quint32> clashing; // In the order in which they were made.
     const auto look_at = [&](quint32 id) {
-        if (!known.contains(id) && (taken.contains(id) || (id >= base.next_id && id < ours.next_id)))
+        const bool may_clash = taken.contains(id) || (id >= base.next_id && id < ours.next_id);
+        if (!known.contains(id) && may_clash && !is_one(taken.value(id), present.value(id)))
             clashing.insert(id);
     };
     for (const auto& states : theirs.objects)
@@ -89,6 +116,14 @@ IssuedIds ids_to_reissue(const SceneSnapshot& base, const SceneSnapshot& ours, c
                         look_at(reference.id);
                 });
         }
+    // What seemed to be one thing on both sides is not when it hangs on what is not.
+    for (std::size_t before = 0; before != clashing.size();) {
+        before = clashing.size();
+        for (const auto& states : theirs.objects)
+            for (const StatePtr& state : states)
+                if (!known.contains(state->id) && taken.contains(state->id) && hangs_on(*state, clashing))
+                    clashing.insert(state->id);
+    }
     next = std::max({next, base.next_id, ours.next_id, theirs.next_id});
     IssuedIds issued;
     for (const quint32 id : clashing)
@@ -98,8 +133,8 @@ IssuedIds ids_to_reissue(const SceneSnapshot& base, const SceneSnapshot& ours, c
 
 void adopt_ids(const Document& document, const SceneSnapshot& base, const SceneSnapshot& known, SceneSnapshot& scene)
 {
-    const QSet<quint32> in_base = ids_of(base);
-    const QSet<quint32> present = ids_of(scene);
+    const auto in_base = states_of(base);
+    const auto present = states_of(scene);
     IssuedIds adopted;
     for (const ObjectKind& kind : document.kinds()) {
         if (!kind.unique_key)

@@ -5,6 +5,7 @@
 #include "core/json_writer.h"
 #include "core/model_object.h"
 #include "gui_core/dialog_state.h"
+#include "key_merge.h"
 #include "state_merge.h"
 
 #include <algorithm>
@@ -16,14 +17,6 @@ namespace tarn {
 namespace {
 
 using What = ObjectChange::What;
-
-QString json_of(const Key& key)
-{
-    return QStringLiteral("{\"value\":[%1],\"ease\":%2,\"group\":%3}")
-        .arg(key.value.to_text())
-        .arg(double(key.ease))
-        .arg(key.group);
-}
 
 template <class T>
 QString json_of_value(const T& value)
@@ -44,8 +37,8 @@ void compare_maps(const QString& field, const QMap<QString, T>& before, const QM
     for (auto entry = before.begin(); entry != before.end(); ++entry) {
         const auto now = after.find(entry.key());
         if (now == after.end() || !(*now == *entry))
-            changes.push_back({field, entry.key(), json_of_value(*entry),
-                               now == after.end() ? QString() : json_of_value(*now)});
+            changes.push_back(
+                {field, entry.key(), json_of_value(*entry), now == after.end() ? QString() : json_of_value(*now)});
     }
     for (auto entry = after.begin(); entry != after.end(); ++entry)
         if (!before.contains(entry.key()))
@@ -141,7 +134,7 @@ public:
             for (const auto& states : scene->objects)
                 for (const StatePtr& state : states) {
                     m_parents.insert(state->id, state->parent.id);
-                    m_changes.names.insert(state->id, name_of(*state));
+                    m_changes.names.insert(state->id, tarn::name_of(*state));
                 }
     }
 
@@ -162,15 +155,6 @@ public:
     }
 
 private:
-    static QString name_of(const ObjectState& state)
-    {
-        const FieldBase* field = state.fields().find("name");
-        if (!field)
-            field = state.fields().find("text");
-        const Value value = field ? field->get(state) : Value();
-        const auto* text = std::get_if<QString>(&value);
-        return text ? *text : QString();
-    }
     quint32 owner_of(quint32 id) const
     {
         for (;;) {
@@ -207,7 +191,9 @@ private:
                 compare_states(*before, *after, change);
                 if (!(before->parent == after->parent)) {
                     change.has_other_parent = true;
-                    change.fields.push_back({QStringLiteral("parent"), {}, QString::number(before->parent.id),
+                    change.fields.push_back({QStringLiteral("parent"),
+                                             {},
+                                             QString::number(before->parent.id),
                                              QString::number(after->parent.id)});
                 }
                 find_reordered(*before, *after, change);

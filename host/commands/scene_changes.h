@@ -9,7 +9,7 @@ namespace tarn {
 /// An attribute, or a part of it, that has another value.
 struct FieldChange {
     QString field;
-    QString part; ///< an entry of a map, the time of a key; empty for the whole value
+    QString part;   ///< an entry of a map, the time of a key; empty for the whole value
     QString before; ///< JSON; null for nothing
     QString after;
 };
@@ -29,12 +29,12 @@ struct ObjectChange {
     What what = What::Changed;
     const ObjectKind* kind = nullptr; ///< null: a part of the scene as a whole
     quint32 id = 0;
-    QString name;
+    QString name{};
     quint32 owner = 0; ///< the outermost object that it belongs to: a dialog, a timebar; its own id where it is one
-    std::vector<FieldChange> fields;
-    KeyChanges keys;
+    std::vector<FieldChange> fields{};
+    KeyChanges keys{};
     bool has_other_parent = false;
-    std::vector<const ObjectKind*> reordered; ///< kinds of its children that stand in another order
+    std::vector<const ObjectKind*> reordered{}; ///< kinds of its children that stand in another order
 };
 
 struct FileChange {

@@ -60,6 +60,8 @@ private:
             return read(name, depth + 1);
         if (m_entries.size() >= PakLimits::max_entries)
             return failed_at(m_folder.path(), lang(u"文件过多", u"there are too many files"));
+        if (info.isFile() && quint64(info.size()) > PakLimits::max_entry_size)
+            return failed_at(info.filePath(), lang(u"文件过大", u"the file is too large"));
         auto content = read_plain_file(info.filePath(), qint64(PakLimits::max_entry_size));
         if (!content)
             return failed_at(info.filePath(), content.status().message());
@@ -165,8 +167,8 @@ Result<QMap<QString, QByteArray>> read_folder_entries(const QString& folder)
         return status;
     auto entries = reader.take_entries();
     if (!entries.contains(manifest))
-        return failed_at(folder, lang(u"缺少 %1：这不是解包的界面", u"%1 is missing: no interface was unpacked here")
-                                     .arg(manifest));
+        return failed_at(
+            folder, lang(u"缺少 %1：这不是解包的界面", u"%1 is missing: no interface was unpacked here").arg(manifest));
     return entries;
 }
 
@@ -187,14 +189,19 @@ Result<QMap<QString, QByteArray>> read_package_entries(const QString& path)
     return entries;
 }
 
-Result<SceneSnapshot> SceneTables::read_entries(QMap<QString, QByteArray> entries)
+Result<SceneSnapshot> read_scene(CGuiCore& core, QMap<QString, QByteArray> entries)
 {
     QMap<QString, QByteArray> texts;
-    for (const PackagePart& part : document().parts())
+    for (const PackagePart& part : core.document().parts())
         if (entries.contains(QLatin1String(part.entry)))
             texts.insert(QLatin1String(part.entry), entries.take(QLatin1String(part.entry)));
     const QByteArray manifest_text = entries.take(manifest);
-    return read_content(manifest_text, std::move(texts), std::move(entries), m_scene.gui_core());
+    return read_content(manifest_text, std::move(texts), std::move(entries), core);
+}
+
+Result<SceneSnapshot> SceneTables::read_entries(QMap<QString, QByteArray> entries)
+{
+    return read_scene(m_scene.gui_core(), std::move(entries));
 }
 
 Result<SceneSnapshot> SceneTables::read(const QString& path)
@@ -245,8 +252,9 @@ Status write_folder_entries(const QString& folder, const QMap<QString, QByteArra
     if (is_empty)
         return write_new_folder(folder, entries);
     if (!replace)
-        return failed_at(folder, lang(u"文件夹不为空；--replace 会更新其中解包的界面",
-                                      u"the folder is not empty; --replace updates an interface that was unpacked there"));
+        return failed_at(folder,
+                         lang(u"文件夹不为空；--replace 会更新其中解包的界面",
+                              u"the folder is not empty; --replace updates an interface that was unpacked there"));
     return update_folder(folder, entries);
 }
 

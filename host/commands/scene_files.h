@@ -26,6 +26,9 @@ private:
     CGuiPlugScene m_scene;
 };
 
+/// A scene from all entries of a package.
+Result<SceneSnapshot> read_scene(CGuiCore& core, QMap<QString, QByteArray> entries);
+
 /// The entries of a package by their names. One that cannot be unpacked is a failure.
 Result<QMap<QString, QByteArray>> read_package_entries(const QString& path);
 /// The files of a folder as entries. Links, devices, names and sizes that no package may have are refused. What belongs to

@@ -1,7 +1,6 @@
 #include "state_merge.h"
 
 #include "animation/animation_states.h"
-#include "core/field.h"
 #include "core/json_writer.h"
 #include "gui_core/dialog_state.h"
 #include "key_merge.h"
@@ -20,17 +19,13 @@ QString text_of(JsonWriter& writer)
     return QString::fromStdString(writer.text());
 }
 
-QString json_of(const std::optional<Key>& key)
+QString key_json(const std::optional<Key>& key)
 {
-    return key ? QStringLiteral("{\"value\":[%1],\"ease\":%2,\"group\":%3}")
-                     .arg(key->value.to_text())
-                     .arg(double(key->ease))
-                     .arg(key->group)
-               : QString();
+    return key ? json_of(*key) : QString();
 }
 
 template <class T>
-QString json_of(const QMap<QString, T>& map, const QString& name)
+QString entry_json(const QMap<QString, T>& map, const QString& name)
 {
     const auto found = map.find(name);
     if (found == map.end())
@@ -110,7 +105,8 @@ private:
     void tell(const FieldBase& field, const QString& part, const QString& base, const QString& ours,
               const QString& theirs)
     {
-        m_tell({.field = QString::fromLatin1(field.name()), .part = part, .base = base, .ours = ours, .theirs = theirs});
+        m_tell(
+            {.field = QString::fromLatin1(field.name()), .part = part, .base = base, .ours = ours, .theirs = theirs});
     }
 
     /// False for a value that is all of one piece.
@@ -141,7 +137,7 @@ private:
         const Map& a = std::get<Map>(ours);
         const Map& b = std::get<Map>(theirs);
         const Map merged = merge_maps(from, a, b, m_preferred, [&](const QString& name) {
-            tell(field, name, tarn::json_of(from, name), tarn::json_of(a, name), tarn::json_of(b, name));
+            tell(field, name, entry_json(from, name), entry_json(a, name), entry_json(b, name));
         });
         return field.set(*m_merged, merged).ok();
     }
@@ -152,11 +148,11 @@ private:
         const KeyTrack base = m_base ? static_cast<const VarState&>(*m_base).keys : KeyTrack(ours.type());
         if (base.type() != ours.type() || base.type() != theirs.type())
             return false;
-        static_cast<VarState&>(*m_merged).keys
-            = merge_keys(base, ours, theirs, m_preferred, [&](const KeyConflict& conflict) {
-                  tell(field, QString::number(double(conflict.time), 'g', 9), json_of(conflict.base),
-                       json_of(conflict.ours), json_of(conflict.theirs));
-              });
+        static_cast<VarState&>(*m_merged).keys = merge_keys(
+            base, ours, theirs, m_preferred, [&](const KeyConflict& conflict) {
+                tell(field, QString::number(double(conflict.time), 'g', 9), key_json(conflict.base),
+                     key_json(conflict.ours), key_json(conflict.theirs));
+            });
         return true;
     }
 
@@ -170,9 +166,9 @@ private:
         const auto theirs = as_map(&m_theirs);
         const auto merged = merge_maps(base, ours, theirs, m_preferred, [&](const QString& name) {
             m_tell({.field = name,
-                    .base = tarn::json_of(base, name),
-                    .ours = tarn::json_of(ours, name),
-                    .theirs = tarn::json_of(theirs, name)});
+                    .base = entry_json(base, name),
+                    .ours = entry_json(ours, name),
+                    .theirs = entry_json(theirs, name)});
         });
         m_merged->unknown.clear();
         for (auto entry = merged.begin(); entry != merged.end(); ++entry)
@@ -189,9 +185,9 @@ private:
         merged->styles = merge_maps(base, ours, theirs, m_preferred, [&](const QString& name) {
             m_tell({.field = QStringLiteral("styles"),
                     .part = name,
-                    .base = tarn::json_of(base, name),
-                    .ours = tarn::json_of(ours, name),
-                    .theirs = tarn::json_of(theirs, name)});
+                    .base = entry_json(base, name),
+                    .ours = entry_json(ours, name),
+                    .theirs = entry_json(theirs, name)});
         });
     }
 
@@ -208,8 +204,8 @@ private:
 
 bool is_content(const FieldBase& field)
 {
-    return !field.rules().derived && !field.rules().children && !(field.key() == key<&ObjectState::id>)
-        && !(field.key() == key<&ObjectState::parent>);
+    return !field.rules().derived && !field.rules().children
+        && !(field.key() == key<&ObjectState::id>)&&!(field.key() == key<&ObjectState::parent>);
 }
 
 bool same_content(const ObjectState& a, const ObjectState& b)
@@ -245,6 +241,16 @@ QString json_of(const ObjectState& state)
     }
     brief.end_object();
     return text_of(brief);
+}
+
+QString name_of(const ObjectState& state)
+{
+    const FieldBase* field = state.fields().find("name");
+    if (!field)
+        field = state.fields().find("text");
+    const Value value = field ? field->get(state) : Value();
+    const auto* text = std::get_if<QString>(&value);
+    return text ? *text : QString();
 }
 
 StatePtr merge_states(const StateVersions& versions, MergeSide preferred, const TellConflict& tell)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/field.h"
 #include "three_way_merge.h"
 
 #include <QMap>
@@ -29,6 +30,9 @@ bool is_content(const FieldBase& field);
 QString json_of(const FieldBase& field, const ObjectState& state);
 /// An object with all that it has, or its name alone where it is long.
 QString json_of(const ObjectState& state);
+
+/// What a person calls the object: its name or its text.
+QString name_of(const ObjectState& state);
 
 /// Merges values by name. `tell(name)`: both versions changed the value there.
 template <class T>

@@ -21,7 +21,7 @@ struct Versions {
     StatePtr base;
     StatePtr ours;
     StatePtr theirs;
-    StatePtr merged; ///< null: it is not there afterwards
+    StatePtr merged{}; ///< null: it is not there afterwards
 
     const StatePtr& in(MergeSide side) const { return side == MergeSide::Ours ? ours : theirs; }
     const StatePtr& any() const { return merged ? merged : ours ? ours : theirs ? theirs : base; }
@@ -38,16 +38,6 @@ bool is_same_class(const ObjectState& a, const ObjectState& b)
         return false;
     const FieldBase* type = a.fields().find("type");
     return !type || type->rules().derived || type->same(a, b);
-}
-
-QString name_of(const ObjectState& state)
-{
-    const FieldBase* field = state.fields().find("name");
-    if (!field)
-        field = state.fields().find("text");
-    const Value value = field ? field->get(state) : Value();
-    const auto* text = std::get_if<QString>(&value);
-    return text ? *text : QString();
 }
 
 class Merge {
@@ -131,16 +121,13 @@ private:
     void merge_object(std::size_t kind, Versions& versions)
     {
         if (versions.ours && versions.theirs) {
-            versions.merged = merge_states({versions.base.constData(), versions.ours.constData(),
-                                            versions.theirs.constData()},
-                                           m_preferred, [&](MergeConflict conflict) {
-                                               tell(kind, *versions.ours, std::move(conflict));
-                                           });
+            versions.merged = merge_states(
+                {versions.base.constData(), versions.ours.constData(), versions.theirs.constData()}, m_preferred,
+                [&](MergeConflict conflict) { tell(kind, *versions.ours, std::move(conflict)); });
             choose_parent(kind, versions);
         } else if (const StatePtr& kept = versions.ours ? versions.ours : versions.theirs; !versions.base) {
             versions.merged = kept;
-        } else if (kept
-                   && (!same_content(*kept, *versions.base) || !(kept->parent == versions.base->parent))) {
+        } else if (kept && (!same_content(*kept, *versions.base) || !(kept->parent == versions.base->parent))) {
             tell(kind, *versions.base,
                  {.base = json_of(*versions.base), .ours = json(versions.ours), .theirs = json(versions.theirs)});
             versions.merged = versions.in(m_preferred);
@@ -164,9 +151,7 @@ private:
     }
     void tell_parent(std::size_t kind, const Versions& versions)
     {
-        const auto parent = [](const StatePtr& state) {
-            return state ? QString::number(state->parent.id) : QString();
-        };
+        const auto parent = [](const StatePtr& state) { return state ? QString::number(state->parent.id) : QString(); };
         tell(kind, *versions.any(),
              {.field = QStringLiteral("parent"),
               .base = parent(versions.base),
@@ -328,13 +313,13 @@ private:
     QByteArray content_of(std::size_t kind, quint32 id)
     {
         const ObjectState& state = *m_objects[kind].at(id).merged;
-        QByteArray text;
-        for (const FieldBase* field : state.fields()) {
-            bool has_reference = field->rules().function;
-            field->each_reference(state, [&](ObjectRef) { has_reference = true; });
-            if (is_content(*field) && !has_reference && !field->is_default(state) && !is_made_name(kind, *field, state))
-                text += QByteArray(field->name()) + '=' + tarn::json_of(*field, state).toUtf8() + ';';
-        }
+        QByteArray text = own_content(kind, state);
+        for (const FieldBase* field : state.fields().link_fields())
+            if (is_content(*field))
+                field->each_reference(state, [&](ObjectRef reference) {
+                    if (const Versions* target = find(reference.id); target && target->merged)
+                        text += '@' + own_content(m_kinds.value(reference.id), *target->merged);
+                });
         for (std::size_t below = kind + 1; below < m_objects.size(); ++below) {
             const auto members = m_members.find({id, below});
             if (members == m_members.end())
@@ -344,6 +329,17 @@ private:
                 children.append(content_of(below, child));
             std::sort(children.begin(), children.end());
             text += '{' + children.join('\n') + '}';
+        }
+        return text;
+    }
+    QByteArray own_content(std::size_t kind, const ObjectState& state) const
+    {
+        QByteArray text;
+        for (const FieldBase* field : state.fields()) {
+            bool has_reference = field->rules().function;
+            field->each_reference(state, [&](ObjectRef) { has_reference = true; });
+            if (is_content(*field) && !has_reference && !field->is_default(state) && !is_made_name(kind, *field, state))
+                text += QByteArray(field->name()) + '=' + tarn::json_of(*field, state).toUtf8() + ';';
         }
         return text;
     }
@@ -416,10 +412,8 @@ private:
         } else {
             const ObjectKind& row = m_document.kinds()[kind];
             conflict.object = state.id;
-            conflict.place = QStringLiteral("%1 %2 \"%3\"")
-                                 .arg(lang(row.chinese, row.english))
-                                 .arg(state.id)
-                                 .arg(name_of(state));
+            conflict.place
+                = QStringLiteral("%1 %2 \"%3\"").arg(lang(row.chinese, row.english)).arg(state.id).arg(name_of(state));
         }
         m_result.conflicts.push_back(std::move(conflict));
     }

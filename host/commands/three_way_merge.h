@@ -8,13 +8,13 @@ namespace tarn {
 /// A place where two versions changed their base in ways that do not go together, with what each of them has there.
 struct MergeConflict {
     quint32 object = 0; ///< 0: the scene as a whole
-    QString place;      ///< what the object is called, or the file
-    QString field;      ///< the attribute; empty where the whole object is meant
-    QString part;       ///< of the attribute: an entry of a map, a time of a key in seconds; empty for all of it
+    QString place{};    ///< what the object is called, or the file
+    QString field{};    ///< the attribute; empty where the whole object is meant
+    QString part{};     ///< of the attribute: an entry of a map, a time of a key in seconds; empty for all of it
     // JSON; null where there is nothing
-    QString base;
-    QString ours;
-    QString theirs;
+    QString base{};
+    QString ours{};
+    QString theirs{};
 };
 
 struct MergedScene {

@@ -66,7 +66,9 @@ void TextCache::lay_out(const QSizeF& area, const QString& text, const TextLook&
     layout.text.setTextOption(option);
     layout.text.setPerformanceHint(QStaticText::AggressiveCaching);
     layout.text.setTextWidth(one_line ? -1 : area.width());
-    layout.text.setText(one_line ? shown_line(text, area, layout.font) : shown_lines(text, area, look));
+    const QString shown = one_line ? shown_line(text, area, layout.font) : shown_lines(text, area, look);
+    layout.is_shortened = one_line && shown != text;
+    layout.text.setText(shown);
     layout.text.prepare({}, layout.font);
     const QSizeF size = layout.text.size();
     const double spare_x = one_line ? area.width() - size.width() : 0;
