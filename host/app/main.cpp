@@ -161,6 +161,8 @@ int main(int argc, char** argv)
 #endif
     if (const tarn::Command* command = asked_command(argc, argv))
         return run_command(*command, argc, argv);
+    // The renderer of the world draws pictures that the views show.
+    QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
     QApplication app(argc, argv);
     QApplication::setApplicationDisplayName(QStringLiteral("Tarn studio"));
     name_program();

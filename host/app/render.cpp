@@ -2,6 +2,7 @@
 
 #include "core/language.h"
 #include "engine/scene_plug.h"
+#include "engine/world_edit.h"
 #include "studio.h"
 #include "view/view3d.h"
 
@@ -31,6 +32,7 @@ public:
 
     Status run()
     {
+        wait_for_models(m_studio.world());
         const PictureOptions& picture = m_line.picture;
         if (!picture.from && picture.timebar.isEmpty())
             return draw(m_line.render_target);

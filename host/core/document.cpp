@@ -439,6 +439,11 @@ void Document::leave_out_world(SceneSnapshot& content) const
         if (m_parts[i].travels)
             continue;
         content.containers[i] = StatePtr(m_parts[i].container->fresh_state());
+        if (const char* folder = m_parts[i].folder) {
+            const auto is_part = [=](auto file) { return file.key().startsWith(QLatin1String(folder)); };
+            content.files.removeIf(is_part);
+            content.damaged.removeIf(is_part);
+        }
         for (const ObjectKind& kind : m_kinds)
             if (std::string_view(kind.part) == m_parts[i].entry)
                 content.objects[kind.place].clear();

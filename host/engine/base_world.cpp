@@ -4,6 +4,8 @@
 #include "script/config_scene.h"
 #include "script/script_runtime.h"
 #include "world/world_scene.h"
+#include "world_models.h"
+#include "world_renderer.h"
 
 #include <algorithm>
 
@@ -11,8 +13,11 @@ CBaseWorld::CBaseWorld()
     : m_functions(std::make_unique<CConfigScene>(m_document)),
       m_objects(std::make_unique<tarn::WorldScene>(m_document)),
       m_selection(std::make_unique<CSelection>(*m_objects)),
+      m_models(std::make_unique<tarn::WorldModels>(m_document)),
+      m_renderer(std::make_unique<tarn::WorldRenderer>(*this)),
       m_scripts(std::make_unique<tarn::ScriptRuntime>(*m_functions))
 {
+    m_models->library().on_read = [this] { update_all_views(); };
 }
 
 CBaseWorld::~CBaseWorld() = default;

@@ -18,6 +18,8 @@ class CSelection;
 namespace tarn {
 
 class ScriptRuntime;
+class WorldModels;
+class WorldRenderer;
 class WorldScene;
 struct ScriptApi;
 
@@ -93,6 +95,10 @@ public:
     /// The objects of the world, a part of the document, and which of them are selected.
     tarn::WorldScene& objects() const { return *m_objects; }
     CSelection& selection() { return *m_selection; }
+    const CSelection& selection() const { return *m_selection; }
+    /// Their models, and what draws them.
+    tarn::WorldModels& models() const { return *m_models; }
+    tarn::WorldRenderer& renderer() const { return *m_renderer; }
 
     /// The scene's functions, and what runs them.
     CConfigScene& config_scene() { return *m_functions; }
@@ -124,6 +130,8 @@ private:
     std::unique_ptr<CConfigScene> m_functions;
     std::unique_ptr<tarn::WorldScene> m_objects;
     std::unique_ptr<CSelection> m_selection;
+    std::unique_ptr<tarn::WorldModels> m_models;
+    std::unique_ptr<tarn::WorldRenderer> m_renderer;
     tarn::ScriptLog m_script_log;
     std::unique_ptr<tarn::ScriptRuntime> m_scripts; ///< dies before the functions
 };

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "models/ray.h"
+
 #include <QLineF>
 #include <QMatrix4x4>
 #include <QPointF>
@@ -14,18 +16,6 @@ namespace tarn {
 
 class OrbitCamera;
 
-/// A half line in the world.
-struct Ray {
-    QVector3D origin;
-    QVector3D direction; ///< of length 1
-
-    /// Where it meets the plane through `place` across `normal`; none when that lies behind or it runs along the plane.
-    std::optional<QVector3D> meet(const QVector3D& place, const QVector3D& normal) const;
-    /// How far along the line through `place` in the direction `axis`, of length 1, it comes nearest to the ray; none when
-    /// the two run side by side.
-    std::optional<float> nearest_on(const QVector3D& place, const QVector3D& axis) const;
-};
-
 /// Where things of the world are seen in a view, and what of the world lies under a place there. Places are pixels of the
 /// screen.
 class ViewProjection {
@@ -39,6 +29,7 @@ public:
     std::optional<QLineF> line(const QVector3D& from, const QVector3D& to) const;
     /// The part of a flat face that lies before the eye; empty when nothing does.
     QPolygonF face(const std::vector<QVector3D>& corners) const;
+    /// Of length 1.
     Ray ray(QPointF place) const;
     /// Metres that one pixel shows at the distance of `point`.
     double metres_per_pixel(const QVector3D& point) const;

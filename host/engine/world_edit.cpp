@@ -4,8 +4,13 @@
 #include "core/language.h"
 #include "scene_selection.h"
 #include "world/world_scene.h"
+#include "world_models.h"
+
+#include <QFileInfo>
+#include <QSet>
 
 #include <algorithm>
+#include <utility>
 
 namespace tarn {
 
@@ -20,7 +25,8 @@ float height_of(WorldType type)
     return type == WorldType::Camera ? 1.5f : type == WorldType::Panel ? 1.f : 0.f;
 }
 
-std::vector<QVector3D> corners_of(const WorldObject& object)
+/// In the object's own coordinates.
+std::vector<QVector3D> corners_of(const CBaseWorld& world, const WorldObject& object)
 {
     if (object.type() == WorldType::Path)
         return object.shape().corners();
@@ -29,8 +35,34 @@ std::vector<QVector3D> corners_of(const WorldObject& object)
         const float y = panel->height / 2;
         return {{-x, -y, 0}, {x, y, 0}};
     }
-    const float reach = object.type() == WorldType::Camera ? camera_reach : 0.5f;
-    return {{-reach, -reach, -reach}, {reach, reach, reach}};
+    if (object.type() == WorldType::Camera)
+        return {-QVector3D(camera_reach, camera_reach, camera_reach), {camera_reach, camera_reach, camera_reach}};
+    const ModelBox box = model_box(world, object);
+    std::vector<QVector3D> corners;
+    for (int corner = 0; corner < 8; ++corner)
+        corners.emplace_back((corner & 1 ? box.high : box.low).x(), (corner & 2 ? box.high : box.low).y(),
+                             (corner & 4 ? box.high : box.low).z());
+    return corners;
+}
+
+WorldType type_of(const Model& model)
+{
+    switch (model.kind()) {
+    case ModelKind::Animated: return WorldType::AnimatedModel;
+    case ModelKind::Skinned: return WorldType::Skeleton;
+    case ModelKind::Static: break;
+    }
+    return WorldType::Model;
+}
+
+/// Takes models out of the package that no object shows; recorded.
+void release_models(CBaseWorld& world, const QSet<QString>& files)
+{
+    QSet<QString> unused = files;
+    for (const WorldObject* object : world.objects().objects())
+        unused.remove(object->file());
+    for (const QString& file : std::as_const(unused))
+        world.models().library().release(file);
 }
 
 void tell(CBaseWorld& world)
@@ -64,6 +96,30 @@ WorldObject* add_world_object(CBaseWorld& world, WorldType type, const QVector3D
     return object;
 }
 
+Result<WorldObject*> add_world_model(CBaseWorld& world, const QString& path, const QVector3D& ground,
+                                     const Progress& progress)
+{
+    ModelLibrary& library = world.models().library();
+    const auto import = library.import(path, progress);
+    if (!import)
+        return import.status();
+    const Model& model = *import.value().model;
+    WorldObject* object = nullptr;
+    {
+        const UserAction action(world.document().journal(), lang(u"添加物体", u"Add Object"));
+        object = world.objects().create(type_of(model), QFileInfo(path).completeBaseName());
+        if (!object)
+            return Status::error(lang(u"物体太多，请先删除一些。", u"There are too many objects; delete some first."));
+        library.take(import.value());
+        object->set_file(import.value().file);
+        if (!model.data().actions.empty())
+            object->set_action(model.data().actions.front().name);
+        object->set_place(ground);
+    }
+    select_world_objects(world, {object});
+    return object;
+}
+
 void duplicate_world_objects(CBaseWorld& world)
 {
     std::vector<WorldObject*> copies;
@@ -79,14 +135,34 @@ void duplicate_world_objects(CBaseWorld& world)
 
 void remove_world_objects(CBaseWorld& world)
 {
-    world.objects().remove(world.selection().objects());
+    {
+        const UserAction action(world.document().journal(), lang(u"删除物体", u"Delete Objects"));
+        QSet<QString> files;
+        for (const WorldObject* object : world.selection().objects())
+            files.insert(object->file());
+        world.objects().remove(world.selection().objects());
+        release_models(world, files);
+    }
     tell(world);
 }
 
-WorldBounds bounds_of(const WorldObject& object)
+ModelBox model_box(const CBaseWorld& world, const WorldObject& object)
+{
+    const ModelBox box = world.models().box(object);
+    return box.is_empty() ? ModelBox{{-0.5f, 0, -0.5f}, {0.5f, 1, 0.5f}} : box;
+}
+
+void wait_for_models(CBaseWorld& world)
+{
+    for (const WorldObject* object : world.objects().objects())
+        (void)world.models().pose(*object);
+    world.models().library().finish();
+}
+
+WorldBounds bounds_of(const CBaseWorld& world, const WorldObject& object)
 {
     const QMatrix4x4 transform = object.transform();
-    const std::vector<QVector3D> corners = corners_of(object);
+    const std::vector<QVector3D> corners = corners_of(world, object);
     if (corners.empty())
         return {object.place(), 0};
     QVector3D low = transform.map(corners.front());
@@ -108,10 +184,10 @@ bool frame_world_objects(CBaseWorld& world)
         return false;
     QVector3D centre;
     for (const WorldObject* object : objects)
-        centre += bounds_of(*object).centre / float(objects.size());
+        centre += bounds_of(world, *object).centre / float(objects.size());
     float radius = least_radius;
     for (const WorldObject* object : objects) {
-        const WorldBounds bounds = bounds_of(*object);
+        const WorldBounds bounds = bounds_of(world, *object);
         radius = std::max(radius, (bounds.centre - centre).length() + bounds.radius);
     }
     world.camera().frame(centre, double(radius));

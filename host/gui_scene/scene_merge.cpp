@@ -4,6 +4,7 @@
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
 #include "gui_core/menu_state.h"
+#include "gui_core/texture_name.h"
 #include "gui_plug_scene.h"
 #include "picture_names.h"
 #include "script/merged_functions.h"
@@ -137,6 +138,30 @@ Status merge_content(CGuiPlugScene& scene, SceneSnapshot content, const QString&
     return {};
 }
 
+namespace {
+
+/// Adds what the present world's objects show: their models, and pictures that `content` lacks.
+void keep_files_of_world(SceneSnapshot& content, const SceneSnapshot& now, const Document& document)
+{
+    for (const PackagePart& part : document.parts()) {
+        if (part.travels)
+            continue;
+        for (auto file = now.files.begin(); part.folder && file != now.files.end(); ++file)
+            if (file.key().startsWith(QLatin1String(part.folder)))
+                content.files.insert(file.key(), file.value());
+        for (const ObjectKind& kind : document.kinds())
+            if (std::string_view(kind.part) == part.entry)
+                for (const StatePtr& state : now.objects[kind.place])
+                    each_picture(*state, [&](const QString& name) {
+                        const QString entry = texture_entry(name);
+                        if (now.files.contains(entry) && !content.files.contains(entry))
+                            content.files.insert(entry, now.files[entry]);
+                    });
+    }
+}
+
+} // namespace
+
 SceneSnapshot with_present_world(SceneSnapshot content, Document& document)
 {
     document.leave_out_world(content);
@@ -160,7 +185,8 @@ SceneSnapshot with_present_world(SceneSnapshot content, Document& document)
     for (std::size_t i = 0; i < document.parts().size(); ++i)
         if (!document.parts()[i].travels)
             content.containers[i] = now.containers[i];
-    content.next_id = std::max(content.next_id, document.snapshot().next_id);
+    keep_files_of_world(content, now, document);
+    content.next_id = std::max(content.next_id, now.next_id);
     return content;
 }
 

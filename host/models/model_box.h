@@ -1,19 +1,13 @@
 #pragma once
 
+#include "ray.h"
+
 #include <QMatrix4x4>
 #include <QVector3D>
 
 #include <optional>
 
 namespace tarn {
-
-/// A half-line.
-struct Ray {
-    QVector3D origin;
-    QVector3D direction; ///< of any length; distances along the ray count in it
-
-    QVector3D at(float distance) const { return origin + direction * distance; }
-};
 
 /// An axis-aligned box.
 struct ModelBox {

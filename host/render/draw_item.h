@@ -10,6 +10,7 @@ namespace tarn {
 struct MaterialTexture {
     QString material;
     quint64 texture = 0;
+    bool glows = false; ///< shown in its own colours, whatever the light
 
     friend bool operator==(const MaterialTexture&, const MaterialTexture&) = default;
 };

@@ -8,7 +8,15 @@ namespace tarn {
 
 namespace {
 
-enum Feature { skinned = 1, with_picture = 2, with_normal_map = 4, masked = 8, silhouette = 16, highlighted = 32 };
+enum Feature {
+    skinned = 1,
+    with_picture = 2,
+    with_normal_map = 4,
+    masked = 8,
+    silhouette = 16,
+    highlighted = 32,
+    glowing = 64
+};
 
 const QVector3D light_color(0.62f, 0.59f, 0.54f);
 const QVector3D sky_color(0.52f, 0.56f, 0.66f);
@@ -20,7 +28,8 @@ std::string defines_of(int features)
 {
     constexpr std::pair<int, const char*> names[] = {
         {skinned, "SKINNED"}, {with_picture, "PICTURE"},  {with_normal_map, "NORMAL_MAP"},
-        {masked, "MASKED"},   {silhouette, "SILHOUETTE"}, {highlighted, "HIGHLIGHT"}};
+        {masked, "MASKED"},   {silhouette, "SILHOUETTE"}, {highlighted, "HIGHLIGHT"},
+        {glowing, "GLOWS"}};
     std::string lines;
     for (const auto& [feature, name] : names)
         if (features & feature)
@@ -112,6 +121,8 @@ void ModelPainter::draw(const ModelPose& pose, const ModelPart& part, const QMat
         | (bumpy ? with_normal_map : 0);
     if (look.highlight.w() > 0 && !m_silhouette)
         features |= highlighted;
+    if (look.glows && !m_silhouette)
+        features |= glowing;
     if (shows_picture && (is_masked || !m_silhouette))
         features |= with_picture;
     GlProgram* used = use_program(features);

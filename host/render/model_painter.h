@@ -13,6 +13,7 @@ struct PartLook {
     QVector4D tint{1, 1, 1, 1}; ///< opacity included
     QVector4D highlight;        ///< opacity 0: none
     GLuint picture = 0;         ///< in place of the material's; 0: the material's
+    bool glows = false;         ///< its colours are not lit
 };
 
 /// Draws parts of posed models into whatever framebuffer is bound.

@@ -195,8 +195,10 @@ PartLook Renderer::Parts::look_of(const DrawItem& item, const ModelMaterial& mat
     look.highlight = vector_of(item.highlight);
     for (const MaterialTexture& own : item.textures)
         if (own.material == material.name)
-            if (const auto texture = m_own->textures.find(own.texture); texture != m_own->textures.end())
+            if (const auto texture = m_own->textures.find(own.texture); texture != m_own->textures.end()) {
                 look.picture = texture->second.name.id();
+                look.glows = own.glows;
+            }
     return look;
 }
 

@@ -190,7 +190,11 @@ void main()
     vec3 bump = texture(normal_map, spot).xyz * 2.0 - 1.0;
     n = normalize(t * bump.x + cross(n, t) * along.w * bump.y + n * bump.z);
 #endif
+#ifdef GLOWS
+    vec3 light = vec3(1.0);
+#else
     vec3 light = mix(ground_color, sky_color, n.y * 0.5 + 0.5) + light_color * max(dot(n, to_light), 0.0);
+#endif
     vec3 lit = base.rgb * light;
 #ifdef HIGHLIGHT
     float rim = 1.0 - abs(dot(n, normalize(eye - at)));

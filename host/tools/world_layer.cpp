@@ -4,6 +4,8 @@
 #include "engine/scene_selection.h"
 #include "engine/view_projection.h"
 #include "engine/world_edit.h"
+#include "engine/world_models.h"
+#include "engine/world_renderer.h"
 #include "gui_draw/texture_cache.h"
 #include "gui_scene/gui_plug_scene.h"
 #include "selection_overlay.h"
@@ -29,9 +31,22 @@ QColor faded(QColor color, double opacity)
     return color;
 }
 
-double distance_from(const ViewProjection& view, const WorldObject& object)
+double distance_from(const CBaseWorld& world, const ViewProjection& view, const WorldObject& object)
 {
-    return double((bounds_of(object).centre - view.eye()).length());
+    return double((bounds_of(world, object).centre - view.eye()).length());
+}
+
+/// Metres from the eye to where the object is seen at `place`; none when it is not.
+std::optional<double> seen_at(const CBaseWorld& world, const ViewProjection& view, const WorldObject& object,
+                              QPointF place)
+{
+    if (world.models().pose(object)) {
+        const auto hit = world.models().pick(object, view.ray(place));
+        return hit ? std::optional(double(hit->distance)) : std::nullopt;
+    }
+    return distance_to(world_shape(world, object), view, place) > reach
+        ? std::nullopt
+        : std::optional(distance_from(world, view, object));
 }
 
 } // namespace
@@ -67,6 +82,7 @@ WorldLayer::Look WorldLayer::look() const
         return {};
     return {.camera = world.camera().view_matrix(),
             .selected = world.selection().objects(),
+            .models = world.models().library().revision(),
             .playing = m_scene.is_playing(),
             .empty = false};
 }
@@ -90,7 +106,7 @@ std::vector<const WorldObject*> WorldLayer::shown_objects(const ViewProjection& 
     for (const WorldObject* object : m_scene.world()->objects().objects()) {
         const bool is_aid = object->type() == WorldType::Camera || object->type() == WorldType::Path;
         if (object->is_visible() && !(is_aid && m_scene.is_playing()))
-            order.emplace_back(-distance_from(view, *object), object);
+            order.emplace_back(-distance_from(*m_scene.world(), view, *object), object);
     }
     std::stable_sort(order.begin(), order.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
     std::vector<const WorldObject*> objects;
@@ -109,7 +125,7 @@ void WorldLayer::paint(QPainter& painter, const QRectF&, double scale)
     if (m_scene.is_playing())
         return;
     for (const WorldObject* object : objects)
-        if (const auto place = view.place(bounds_of(*object).centre);
+        if (const auto place = view.place(bounds_of(*m_scene.world(), *object).centre);
             place && m_scene.world()->selection().contains(object))
             paint_label(painter, QRectF(*place, QSizeF(1, 1)), object->name());
 }
@@ -121,16 +137,20 @@ void WorldLayer::paint_object(QPainter& painter, const ViewProjection& view, con
     const bool selected = !m_scene.is_playing() && selection.contains(&object);
     const double opacity = 1 - double(object.object_state().transparency);
     const QColor own = QColor::fromRgba(object.object_state().color);
-    const WorldShape shape = world_shape(object);
+    const WorldShape shape = world_shape(*m_scene.world(), object);
+    const bool drawn = m_scene.world()->renderer().draws(object);
+    if (drawn && !selected)
+        return;
     painter.setPen(Qt::NoPen);
     const double filled = object.type() == WorldType::Camera ? 0.12 : 0.35;
-    for (const WorldShape::Face& face : shape.faces) {
+    for (const WorldShape::Face& face : drawn ? std::vector<WorldShape::Face>() : shape.faces) {
         const QColor lit = QColor::fromRgbF(own.redF() * face.light, own.greenF() * face.light,
                                             own.blueF() * face.light);
         painter.setBrush(faded(lit, filled * opacity * own.alphaF()));
         painter.drawPolygon(view.face(face.corners));
     }
-    paint_picture(painter, view, object, scale);
+    if (!drawn)
+        paint_picture(painter, view, object, scale);
     const QColor line = !selected         ? faded(own, 0.9 * opacity * own.alphaF())
         : selection.get_last() == &object ? current_color
                                           : selected_color;
@@ -148,7 +168,7 @@ void WorldLayer::paint_picture(QPainter& painter, const ViewProjection& view, co
     const auto* panel = dynamic_cast<const PanelState*>(&object.object_state());
     if (!panel || panel->picture.isEmpty())
         return;
-    const WorldShape shape = world_shape(object);
+    const WorldShape shape = world_shape(*m_scene.world(), object);
     const QPolygonF corners = view.face(shape.faces.front().corners);
     const QImage picture = texture(m_scene.gui_core(), panel->picture,
                                    (corners.boundingRect().size() * scale).toSize());
@@ -171,10 +191,8 @@ WorldObject* world_object_at(const CBaseWorld& world, const ViewProjection& view
     for (WorldObject* object : world.objects().objects()) {
         if (!object->is_visible() || object->is_locked())
             continue;
-        if (distance_to(world_shape(*object), view, place) > reach)
-            continue;
-        if (const double distance = distance_from(view, *object); distance < nearest) {
-            nearest = distance;
+        if (const auto distance = seen_at(world, view, *object, place); distance && *distance < nearest) {
+            nearest = *distance;
             found = object;
         }
     }

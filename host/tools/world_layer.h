@@ -31,6 +31,7 @@ private:
     struct Look {
         QMatrix4x4 camera;
         std::vector<WorldObject*> selected;
+        quint64 models = 0; ///< that were read
         bool playing = false;
         bool empty = true;
         bool operator==(const Look&) const = default;

@@ -68,8 +68,8 @@ void add_panel(WorldShape& shape, const PanelState& panel, const QMatrix4x4& tra
     add_outline(shape, corners);
 }
 
-/// A block of a metre that stands on the ground, for what is drawn from a file.
-void add_block(WorldShape& shape, const QMatrix4x4& transform)
+/// For what is drawn from a file.
+void add_block(WorldShape& shape, const ModelBox& box, const QMatrix4x4& transform)
 {
     static constexpr std::array<std::array<int, 4>, 6> sides{
         {{0, 1, 3, 2}, {4, 5, 7, 6}, {0, 1, 5, 4}, {2, 3, 7, 6}, {0, 2, 6, 4}, {1, 3, 7, 5}}};
@@ -77,7 +77,8 @@ void add_block(WorldShape& shape, const QMatrix4x4& transform)
         std::vector<QVector3D> corners;
         for (const int corner : side)
             corners.push_back(
-                transform.map(QVector3D(corner & 1 ? 0.5f : -0.5f, corner & 2 ? 1.f : 0.f, corner & 4 ? 0.5f : -0.5f)));
+                transform.map(QVector3D((corner & 1 ? box.high : box.low).x(), (corner & 2 ? box.high : box.low).y(),
+                                        (corner & 4 ? box.high : box.low).z())));
         add_face(shape, corners);
         add_outline(shape, corners);
     }
@@ -93,7 +94,7 @@ double distance(QPointF place, const QLineF& line)
 
 } // namespace
 
-WorldShape world_shape(const WorldObject& object)
+WorldShape world_shape(const CBaseWorld& world, const WorldObject& object)
 {
     WorldShape shape;
     const QMatrix4x4 transform = object.transform();
@@ -102,7 +103,7 @@ WorldShape world_shape(const WorldObject& object)
     case WorldType::Camera: add_camera(shape, static_cast<const CameraState&>(state), transform); break;
     case WorldType::Path: add_path(shape, object, transform); break;
     case WorldType::Panel: add_panel(shape, static_cast<const PanelState&>(state), transform); break;
-    default: add_block(shape, transform); break;
+    default: add_block(shape, model_box(world, object), transform); break;
     }
     return shape;
 }

@@ -5,6 +5,8 @@
 
 #include <vector>
 
+class CBaseWorld;
+
 namespace tarn {
 
 class ViewProjection;
@@ -24,7 +26,7 @@ struct WorldShape {
     std::vector<Line> lines;
 };
 
-WorldShape world_shape(const WorldObject& object);
+WorldShape world_shape(const CBaseWorld& world, const WorldObject& object);
 /// Pixels from `place` to what is seen of the shape; 0 within a face, and far away when nothing is seen.
 double distance_to(const WorldShape& shape, const ViewProjection& view, QPointF place);
 /// Pixels from `place` to the line that is seen between two points of the world; far away when it is not seen.

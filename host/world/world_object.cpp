@@ -37,6 +37,23 @@ const WorldTypeRow* world_type_named(const QString& kind)
     return found == rows.end() ? nullptr : &*found;
 }
 
+QString WorldObject::file() const
+{
+    return has_file() ? state<ModelState>().file : QString();
+}
+
+void WorldObject::set_file(const QString& file)
+{
+    if (has_file())
+        change<&ModelState::file>(file);
+}
+
+void WorldObject::set_action(const QString& action)
+{
+    if (has_actions())
+        change<&MovingModelState::action>(action);
+}
+
 QVector3D WorldObject::place() const
 {
     const WorldObjectState& s = object_state();

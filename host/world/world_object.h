@@ -35,6 +35,12 @@ public:
     bool is_visible() const { return object_state().visible; }
     bool is_locked() const { return object_state().locked; }
     bool has_file() const { return type() <= WorldType::Skeleton; }
+    bool has_actions() const { return type() == WorldType::AnimatedModel || type() == WorldType::Skeleton; }
+    /// Of the package; empty for what has none.
+    QString file() const;
+    void set_file(const QString& file);
+    /// Of what has actions; nothing of others.
+    void set_action(const QString& action);
 
     QVector3D place() const;
     QVector3D turn() const;

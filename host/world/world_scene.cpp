@@ -24,9 +24,9 @@ ObjectState* fresh(int type)
     if (type < 0 || type >= world_type_count)
         return nullptr;
     switch (WorldType(type)) {
-    case WorldType::Model:
+    case WorldType::Model: return new ModelState(WorldType::Model);
     case WorldType::AnimatedModel:
-    case WorldType::Skeleton: return new ModelState(WorldType(type));
+    case WorldType::Skeleton: return new MovingModelState(WorldType(type));
     case WorldType::Camera: return new CameraState;
     case WorldType::Path: return new PathState;
     case WorldType::Panel: return new PanelState;
@@ -46,7 +46,7 @@ QString stem_of(QString name)
 
 WorldScene::WorldScene(Document& document) : ModelObject(document, new WorldState)
 {
-    document.add_part({.entry = entry, .container = this, .travels = false});
+    document.add_part({.entry = entry, .container = this, .folder = "models/", .travels = false});
     document.add_kind(
         {.part = entry,
          .key = "objects",

@@ -17,6 +17,8 @@ public:
 
     const std::vector<WorldObject*>& objects() const;
     WorldObject* find(quint32 id) const; ///< null for an id of something else
+    /// `wanted`, or one like it when an object has that name.
+    QString free_name(const QString& wanted) const;
     /// A new object at the end of the list, of a free name like `wanted`, the kind's when that is empty. Null when there
     /// is no room for more.
     WorldObject* create(WorldType type, const QString& wanted = {});
@@ -31,7 +33,6 @@ public:
 
 private:
     WorldObject* add(ObjectState* state, qsizetype place);
-    QString free_name(const QString& wanted) const;
     const WorldState& world_state() const { return state<WorldState>(); }
 
     const ObjectKind* m_kind = nullptr;

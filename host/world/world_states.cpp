@@ -47,6 +47,15 @@ const FieldTable& ModelState::field_table()
     return table;
 }
 
+const FieldTable& MovingModelState::field_table()
+{
+    using S = MovingModelState;
+    static const FieldTable table(&ModelState::field_table(), field<S, &S::action>("action", {}, max_length(300)),
+                                  field<S, &S::action_time>("action_time", 0.f, range(0, 86'400)),
+                                  field<S, &S::plays>("plays", true), field<S, &S::repeats>("repeats", true));
+    return table;
+}
+
 const FieldTable& CameraState::field_table()
 {
     using S = CameraState;

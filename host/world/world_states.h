@@ -45,9 +45,21 @@ struct WorldObjectState : StateOf<WorldObjectState> {
 
 /// An object that is drawn from a file of the package.
 struct ModelState : StateOf<ModelState, WorldObjectState> {
-    explicit ModelState(WorldType kind) { type = int(kind); }
+    explicit ModelState(WorldType kind = WorldType::Model) { type = int(kind); }
 
     QString file; ///< entry of the package: "models/tree.glb"
+
+    static const FieldTable& field_table();
+};
+
+/// One whose nodes or skeleton move.
+struct MovingModelState : StateOf<MovingModelState, ModelState> {
+    explicit MovingModelState(WorldType kind) { type = int(kind); }
+
+    QString action;        ///< by its name in the file; empty: the model is at rest
+    float action_time = 0; ///< seconds since the action's beginning
+    bool plays = true;     ///< the action goes on by itself while the interface runs
+    bool repeats = true;   ///< otherwise the action holds its last pose when it is over
 
     static const FieldTable& field_table();
 };

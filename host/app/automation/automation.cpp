@@ -2,6 +2,7 @@
 
 #include "api.h"
 #include "engine/base_world.h"
+#include "engine/world_edit.h"
 #include "frame/timeline_state.h"
 #include "lua_binding.h"
 #include "main_window.h"
@@ -99,6 +100,7 @@ tarn::Result<tarn::SceneModel*> Automation::model()
 
 void Automation::settle()
 {
+    tarn::wait_for_models(world());
     tarn::script::input::process_events();
 }
 

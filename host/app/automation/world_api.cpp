@@ -2,6 +2,7 @@
 #include "core/language.h"
 #include "engine/base_world.h"
 #include "engine/scene_selection.h"
+#include "engine/world_edit.h"
 #include "world/world_scene.h"
 
 #include <algorithm>
@@ -75,16 +76,8 @@ Status select_objects(Automation& app, const std::vector<ScriptObject>& objects)
     return {};
 }
 
-Result<Data> create_object(Automation& app, const Fields& fields)
+Result<QVector3D> place_in(const Fields& fields)
 {
-    if (auto status = fields.allow_only(QStringLiteral("kind name x y z points").split(u' ')); !status)
-        return status;
-    const auto kind = fields.get<QString>("kind");
-    const auto name = fields.get<QString>("name");
-    const auto points = fields.get<Points>("points");
-    for (const Status& status : {kind.status(), name.status(), points.status()})
-        if (!status)
-            return status;
     QVector3D place;
     for (int part = 0; part < 3; ++part) {
         static constexpr const char* names[] = {"x", "y", "z"};
@@ -93,19 +86,52 @@ Result<Data> create_object(Automation& app, const Fields& fields)
             return number.status();
         place[part] = float(number.value().value_or(0));
     }
-    const WorldTypeRow* row = world_type_named(kind.value().value_or(QString()));
-    if (!row || row->type <= WorldType::Skeleton) // Those come from files.
-        return Status::error(
-            QStringLiteral("there is no kind of objects \"%1\"").arg(kind.value().value_or(QString())));
-    const UserAction action(app.world().document().journal(), lang(u"添加物体", u"Add Object"));
-    WorldObject* object = app.world().objects().create(row->type, name.value().value_or(QString()));
+    return place;
+}
+
+Result<WorldObject*> create(CBaseWorld& world, const WorldTypeRow& row, const QString& file, const QVector3D& place)
+{
+    if (row.type <= WorldType::Skeleton) {
+        auto object = add_world_model(world, file, place, {});
+        if (object && object.value()->type() != row.type)
+            return Status::error(
+                QStringLiteral("\"%1\" is no %2 but %3")
+                    .arg(file, QLatin1String(row.kind), QLatin1String(row_of(object.value()->type()).kind)));
+        return object;
+    }
+    WorldObject* object = world.objects().create(row.type);
     if (!object)
         return Status::error(QStringLiteral("there is no room for more objects"));
     object->set_place(place);
+    return object;
+}
+
+Result<Data> create_object(Automation& app, const Fields& fields)
+{
+    if (auto status = fields.allow_only(QStringLiteral("kind name file x y z points").split(u' ')); !status)
+        return status;
+    const auto kind = fields.get<QString>("kind");
+    const auto name = fields.get<QString>("name");
+    const auto file = fields.get<QString>("file");
+    const auto points = fields.get<Points>("points");
+    const auto place = place_in(fields);
+    for (const Status& status : {kind.status(), name.status(), file.status(), points.status(), place.status()})
+        if (!status)
+            return status;
+    const WorldTypeRow* row = world_type_named(kind.value().value_or(QString()));
+    if (!row)
+        return Status::error(
+            QStringLiteral("there is no kind of objects \"%1\"").arg(kind.value().value_or(QString())));
+    const UserAction action(app.world().document().journal(), lang(u"添加物体", u"Add Object"));
+    auto object = create(app.world(), *row, file.value().value_or(QString()), place.value());
+    if (!object)
+        return object.status();
+    if (name.value())
+        object.value()->set_name(app.world().objects().free_name(*name.value()));
     if (points.value())
-        object->set_points(*points.value());
+        object.value()->set_points(*points.value());
     app.settle();
-    return Data(object);
+    return Data(object.value());
 }
 
 constexpr Binding functions[] = {

@@ -90,7 +90,7 @@ void GroundScene::compose(const QRect& part)
     glDisable(GL_SCISSOR_TEST);
 }
 
-void GroundScene::draw(const GroundLook& look, GLuint framebuffer)
+void GroundScene::draw(const GroundLook& look, GLuint framebuffer, GLuint world, bool world_changed)
 {
     if (look.pixels.isEmpty())
         return;
@@ -99,15 +99,16 @@ void GroundScene::draw(const GroundLook& look, GLuint framebuffer)
         glDisable(state);
     glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_TRUE);
     m_no_vertices.bind();
-    const bool all = look != m_drawn;
-    if (all)
+    const bool all = look != m_drawn || world != m_shown_world || world_changed;
+    if (all && !world)
         draw_world(look);
     m_drawn = look;
+    m_shown_world = world;
     m_compose.bind();
     bind(1, m_layers[overlay_layer].id);
     bind(2, m_layers[tool_layer].id);
     bind(3, m_layers[objects_layer].id);
-    bind(0, m_world->texture());
+    bind(0, world ? world : m_world->texture());
     m_compose.setUniformValue("world", 0);
     m_compose.setUniformValue("overlay", 1);
     m_compose.setUniformValue("tool", 2);

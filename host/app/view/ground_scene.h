@@ -32,8 +32,9 @@ public:
     void set_layer(Layer layer, const QImage& image, const QRect& changed);
     /// The framebuffer lost what was drawn into it.
     void invalidate() { m_drawn = {}; }
-    /// Brings the framebuffer up to date: draws what changed since the last time.
-    void draw(const GroundLook& look, GLuint framebuffer);
+    /// Brings the framebuffer up to date: draws what changed since the last time. `world`: a texture that shows the world,
+    /// another one than before when `world_changed`; 0: the ground alone is the world.
+    void draw(const GroundLook& look, GLuint framebuffer, GLuint world, bool world_changed);
 
 private:
     struct Texture {
@@ -52,6 +53,7 @@ private:
     std::array<Texture, layer_count> m_layers;
     std::unique_ptr<QOpenGLFramebufferObject> m_world;
     GroundLook m_drawn; ///< what the framebuffer shows
+    GLuint m_shown_world = 0;
 };
 
 } // namespace tarn

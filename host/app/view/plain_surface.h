@@ -12,13 +12,14 @@ class CBaseWorld;
 
 namespace tarn {
 
-/// The world's picture, drawn again only when the camera or the size changed.
-class GroundCache {
+/// The world's picture, drawn again only when it changed: with models where they can be drawn, otherwise the ground.
+class WorldPicture {
 public:
-    const QImage& image(const GroundLook& look);
+    const QImage& image(CBaseWorld& world, QSize pixels, double dpr);
 
 private:
     GroundLook m_look;
+    bool m_with_models = false;
     QImage m_image;
 };
 
@@ -38,7 +39,7 @@ private:
     CBaseWorld& m_world;
     OverlayBuffer m_objects;
     OverlayBuffer& m_overlay;
-    GroundCache m_ground;
+    WorldPicture m_picture;
 };
 
 } // namespace tarn

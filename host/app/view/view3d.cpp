@@ -1,10 +1,8 @@
 #include "view3d.h"
 
-#include "camera_look.h"
 #include "core/language.h"
 #include "engine/base_world.h"
 #include "gl_surface.h"
-#include "ground_raster.h"
 #include "inline_editor.h"
 #include "plain_surface.h"
 
@@ -170,7 +168,7 @@ QImage CView3D::render(CBaseWorld& world, QSize size, double dpr)
     objects.paint_all(world.objects_layer(), size, dpr);
     tarn::OverlayBuffer overlay;
     overlay.paint_all(world.overlay(), size, dpr);
-    QImage picture = tarn::ground_raster(tarn::camera_look(world.camera(), pixels, dpr));
+    QImage picture = tarn::WorldPicture().image(world, pixels, dpr);
     picture.setDevicePixelRatio(dpr);
     QPainter painter(&picture);
     tarn::paint_over(painter, {objects.image(), overlay.image()}, world, 1);
