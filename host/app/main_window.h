@@ -79,6 +79,7 @@ private:
     void save_places();
 
     void toggle_preview();
+    void choose_command();
     tarn::Status work(const QString& what, const CBaseWorld::Work& job);
     /// True when it went well; otherwise a box says why not.
     bool report(const tarn::Status& status);

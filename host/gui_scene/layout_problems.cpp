@@ -24,7 +24,7 @@ namespace {
 
 using Problem = SceneModel::Problem;
 
-constexpr double touching = 2;           ///< pixels by which controls may overlap unnoticed
+constexpr double touching = 2;            ///< pixels by which controls may overlap unnoticed
 constexpr std::size_t most_moments = 500; ///< of a timebar; more keys than that are thinned out
 
 bool cuts_text(const CDXUTControl& control)

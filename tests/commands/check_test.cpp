@@ -67,12 +67,11 @@ TEST_F(Checking, warnings_alone_end_with_zero_and_files_that_cannot_be_read_with
     EXPECT_EQ(result.status, 0);
     EXPECT_TRUE(result.output.contains(u": warning: Same: 2 dialogs"_s)) << result.output.toStdString();
     put(path(u"b.tarn"_s), "no package");
-    for (const QStringList& wrong :
-         {QStringList{u"--check"_s}, QStringList{u"--check"_s, path(u"b.tarn"_s)},
-          QStringList{u"--check"_s, path(u"a.tarn"_s), path(u"gone.tarn"_s)},
-          QStringList{u"--check"_s, path(u"a.tarn"_s), u"--size"_s, u"12"_s},
-          QStringList{u"--check"_s, path(u"a.tarn"_s), u"--size"_s},
-          QStringList{u"--check"_s, path(u"a.tarn"_s), u"--lang"_s, u"fr"_s}}) {
+    for (const QStringList& wrong : {QStringList{u"--check"_s}, QStringList{u"--check"_s, path(u"b.tarn"_s)},
+                                     QStringList{u"--check"_s, path(u"a.tarn"_s), path(u"gone.tarn"_s)},
+                                     QStringList{u"--check"_s, path(u"a.tarn"_s), u"--size"_s, u"12"_s},
+                                     QStringList{u"--check"_s, path(u"a.tarn"_s), u"--size"_s},
+                                     QStringList{u"--check"_s, path(u"a.tarn"_s), u"--lang"_s, u"fr"_s}}) {
         EXPECT_EQ(run(wrong).status, 2) << wrong.join(u' ').toStdString();
         EXPECT_FALSE(run(wrong).errors.isEmpty());
     }

@@ -60,8 +60,9 @@ TEST_F(Differences, are_told_in_words_by_dialogs_and_timebars)
         m_scene.RemoveCtrl(control_named(u"btn3"_s));
         edit_keys([](KeyTrack& keys) { keys.shift(1, 0.2f); });
     });
-    EXPECT_EQ(words(), u"dialog Inventory: caption changed (\"Inventory\" → \"Bag\"), 2 controls moved, btn3 removed\n"
-                       "Intro: 5 keys 0.2 s later\n"_s);
+    EXPECT_EQ(words(),
+              u"dialog Inventory: caption changed (\"Inventory\" → \"Bag\"), 2 controls moved, btn3 removed\n"
+              "Intro: 5 keys 0.2 s later\n"_s);
 }
 
 TEST_F(Differences, a_new_dialog_and_another_order_are_one_word_each)
@@ -101,7 +102,8 @@ TEST_F(Differences, as_json_have_every_value_and_equal_files_none)
 TEST_F(Differences, for_git_may_lack_a_side_and_never_fail)
 {
     const QString file = path(u"base"_s);
-    const auto result = run({u"diff"_s, u"--git"_s, u"hud.tarn"_s, u"/dev/null"_s, u"."_s, u"."_s, file, u"abc"_s, u"100644"_s});
+    const auto result = run(
+        {u"diff"_s, u"--git"_s, u"hud.tarn"_s, u"/dev/null"_s, u"."_s, u"."_s, file, u"abc"_s, u"100644"_s});
     EXPECT_EQ(result.status, 0);
     EXPECT_TRUE(result.output.contains(u"dialog Inventory: added"_s)) << result.output.toStdString();
     put(path(u"broken"_s), "x");

@@ -52,14 +52,14 @@ TEST(MergedOrders, what_one_side_did_is_done_and_it_does_not_matter_which)
         const char* members;
         const char* order;
     };
-    for (const Case& c : {Case{"abcd", "abcd", "dabc", "abcd", "dabc"}, // moved
-                          Case{"abcd", "abXcd", "abcdY", "abcdXY", "abXcdY"}, // added in two places
-                          Case{"abcd", "aXbcd", "aYbcd", "abcdXY", "aXYbcd"}, // and in one
+    for (const Case& c : {Case{"abcd", "abcd", "dabc", "abcd", "dabc"},          // moved
+                          Case{"abcd", "abXcd", "abcdY", "abcdXY", "abXcdY"},    // added in two places
+                          Case{"abcd", "aXbcd", "aYbcd", "abcdXY", "aXYbcd"},    // and in one
                           Case{"abcd", "aXZbcd", "aYbcd", "abcdXYZ", "aXZYbcd"}, // runs stay together
-                          Case{"abcd", "bacd", "abdc", "abcd", "badc"}, // moved here and there
-                          Case{"abcd", "acd", "aXbcd", "acdX", "aXcd"}, // in front of what went
-                          Case{"abcd", "abXcd", "acdb", "abcdX", "aXcdb"}, // behind what moved away
-                          Case{"abcd", "dcba", "dcba", "abcd", "dcba"}, // both the same
+                          Case{"abcd", "bacd", "abdc", "abcd", "badc"},          // moved here and there
+                          Case{"abcd", "acd", "aXbcd", "acdX", "aXcd"},          // in front of what went
+                          Case{"abcd", "abXcd", "acdb", "abcdX", "aXcdb"},       // behind what moved away
+                          Case{"abcd", "dcba", "dcba", "abcd", "dcba"},          // both the same
                           Case{"", "X", "Y", "XY", "XY"}, Case{"ab", "", "ab", "", ""}}) {
         EXPECT_EQ(merged(c.base, c.one, c.other, c.members), (Outcome{c.order, false})) << c.one << ' ' << c.other;
         EXPECT_EQ(merged(c.base, c.other, c.one, c.members), (Outcome{c.order, false})) << c.other << ' ' << c.one;

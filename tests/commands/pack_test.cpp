@@ -71,9 +71,8 @@ TEST_F(Packing, hostile_folders_are_refused)
     refuses("a pipe", [&] { ::mkfifo(trap.constData(), 0600); });
     refuses("a name that no package has", [&] { put(path(u"a/textures/con"_s), "x"); });
     refuses("no manifest", [&] { QFile::remove(path(u"a/manifest.json"_s)); });
-    refuses("a merge that was left half done", [&] {
-        put(path(u"a/scene.json"_s), "<<<<<<< ours\n" + test::content_of(path(u"a/scene.json"_s)));
-    });
+    refuses("a merge that was left half done",
+            [&] { put(path(u"a/scene.json"_s), "<<<<<<< ours\n" + test::content_of(path(u"a/scene.json"_s))); });
     refuses("a file of two gigabytes", [&] {
         put(path(u"a/textures/x"_s), {});
         QFile::resize(path(u"a/textures/x"_s), qint64(2) << 30);

@@ -49,8 +49,8 @@ protected:
         if (kind.unique_key) // No two may be alike.
             for (const FieldBase* field : state->fields()) {
                 const Value now = field->get(*state);
-                if (field->rules().derived || field->key() == key<&ObjectState::id>
-                    || field->key() == key<&ObjectState::parent>)
+                if (field->rules().derived
+                    || field->key() == key<&ObjectState::id> || field->key() == key<&ObjectState::parent>)
                     continue;
                 if (std::holds_alternative<QString>(now))
                     (void)field->set(*state, u"GUI_FUNC_%1_%2"_s.arg(state->id).arg(number(100000)));

@@ -1,7 +1,7 @@
+#include "animation/animation_scene.h"
+#include "animation/t_var.h"
 #include "animation/timebar.h"
 #include "animation/timer_object.h"
-#include "animation/t_var.h"
-#include "animation/animation_scene.h"
 #include "core/authored.h"
 #include "gui_core/dxut_menu.h"
 #include "support/gui_fixture.h"
@@ -75,7 +75,8 @@ TEST_F(ThreeWayMerge, what_both_changed_otherwise_is_told_with_all_values_and_ch
     const auto theirs = [&] { (void)set(*control_named(u"btnOne"_s), "text", u"Yours"_s); };
     auto merged = merge(ours, theirs);
     ASSERT_EQ(told(merged).size(), 1);
-    EXPECT_TRUE(told(merged)[0].endsWith(u"\"btnOne\"|text||\"Old\"|\"Mine\"|\"Yours\""_s)) << told(merged)[0].toStdString();
+    EXPECT_TRUE(told(merged)[0].endsWith(u"\"btnOne\"|text||\"Old\"|\"Mine\"|\"Yours\""_s))
+        << told(merged)[0].toStdString();
     show(merged);
     EXPECT_EQ(get(*control_named(u"btnOne"_s), "text"), Value(u"Mine"_s));
     show(merge_files(u"base"_s, u"ours"_s, u"theirs"_s, MergeSide::Theirs));
@@ -101,7 +102,8 @@ TEST_F(ThreeWayMerge, what_is_new_on_both_sides_stays_apart_with_its_events_and_
         ASSERT_TRUE(event);
         EXPECT_EQ(event->function(), CEventManager::new_function_name(made->id(), EVENT_BUTTON_CLICKED));
         EXPECT_EQ(m_scene.functions().find_function(event->function())->text(), u"log(\"%1\")"_s.arg(says));
-        EXPECT_EQ(m_scene.functions().find_function(u"call_"_s + name)->text(), u"call(\"%1\")"_s.arg(event->function()));
+        EXPECT_EQ(m_scene.functions().find_function(u"call_"_s + name)->text(),
+                  u"call(\"%1\")"_s.arg(event->function()));
     }
     const quint32 fresh = control(DXUT_CONTROL_BUTTON, dialog_named(u"Bag"_s), {0, 0, 1, 1})->id();
     EXPECT_GT(fresh, control_named(u"btnTheirs"_s)->id());
