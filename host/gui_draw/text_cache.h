@@ -38,7 +38,7 @@ class TextCache : public DrawCache {
 public:
     void draw(QPainter& painter, const QRectF& area, const QString& text, const TextLook& look);
     /// Whether the text that was drawn last did not fit.
-    bool is_cut() const { return m_layout && (m_layout->overflows || m_layout->is_shortened); }
+    bool is_cut() const { return m_layout && m_layout->is_cut; }
 
 private:
     struct Layout {
@@ -46,7 +46,7 @@ private:
         QString source;
         TextLook look;
         bool overflows = false;
-        bool is_shortened = false; ///< a line ends in an ellipsis
+        bool is_cut = false; ///< letters are, or left out
         QPointF offset;
         QStaticText text;
         QFont font;

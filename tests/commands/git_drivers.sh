@@ -16,6 +16,7 @@ fail() {
 # Changes the interface of a package as text: edit FILE FROM TO
 edit() {
     "$program" --unpack "$1" edited
+    grep -q "$2" edited/scene.json || fail "the sample has no $2"
     sed -i "s/$2/$3/" edited/scene.json
     "$program" --pack edited "$1"
     rm -r edited
@@ -30,7 +31,7 @@ cp "$sample" hud.tarn
 git add . && git commit -qm base
 
 git switch -qc theirs
-edit hud.tarn '"caption":"Inventory"' '"caption":"Bag"'
+edit hud.tarn '"name":"Inventory",' '"name":"Bag",'
 git commit -qam theirs
 git switch -q main
 edit hud.tarn '"screen_width":1280' '"screen_width":1280,"vertical_guides":[640]'
@@ -39,11 +40,11 @@ grep -q 'vertical_guides changed' words || fail "git diff tells: $(cat words)"
 git commit -qam ours
 git merge -q theirs -m merged || fail "the merge has conflicts"
 "$program" --unpack hud.tarn merged
-grep -q '"caption":"Bag"' merged/scene.json || fail "their change is lost"
+grep -q '"name":"Bag",' merged/scene.json || fail "their change is lost"
 grep -q 'vertical_guides":\[640\]' merged/scene.json || fail "our change is lost"
 
-git switch -qc left && edit hud.tarn '"caption":"Bag"' '"caption":"Left"' && git commit -qam left
-git switch -q main && edit hud.tarn '"caption":"Bag"' '"caption":"Right"' && git commit -qam right
+git switch -qc left && edit hud.tarn '"name":"Bag",' '"name":"Left",' && git commit -qam left
+git switch -q main && edit hud.tarn '"name":"Bag",' '"name":"Right",' && git commit -qam right
 if git merge -q left -m both >told 2>&1; then
     fail "a conflict went unnoticed"
 fi

@@ -36,10 +36,10 @@ done
 "$program" --lang en --render "$folder/a.png" "$root/usr/share/doc/tarn-studio/samples/hud.tarn"
 [[ -s $folder/a.png ]] || fail "it draws no picture"
 cat >"$folder/starts.lua" <<'LUA'
-local file = ...
-studio.open(file)
-assert(#studio.list("dialogs") > 5, "the sample has dialogs")
-assert(studio.find_page("CDlgGuiManager"), "the editor's pages are there")
+local file = studio.args[1]
+assert(studio.open(file), "the sample opens")
+assert(#studio.dialogs() > 5, "the sample has dialogs")
+assert(studio.page("CDlgGuiManager"), "the editor's pages are there")
 LUA
 "$program" --lang en --script "$folder/starts.lua" "$root/usr/share/doc/tarn-studio/samples/hud.tarn" \
     || fail "the editor does not start"
