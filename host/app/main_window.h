@@ -6,7 +6,9 @@
 #include "core/model_changes.h"
 #include "engine/base_world.h"
 
+#include <QHash>
 #include <QMainWindow>
+#include <QPointer>
 
 #include <deque>
 
@@ -17,6 +19,7 @@ class QDockWidget;
 class QMenu;
 class QStackedWidget;
 class QTabBar;
+class QToolButton;
 class Studio;
 
 namespace tarn {
@@ -57,6 +60,9 @@ public:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dragMoveEvent(QDragMoveEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
 
 private:
     /// The view shows the scene, so it draws again.
@@ -78,6 +84,13 @@ private:
     void fill_recent_files();
     void restore_places();
     void save_places();
+    void reset_layout();
+    void make_zoom_menu(QMenu& menu);
+    void make_grid_menu(QMenu& menu);
+    void show_problem_count(int count);
+    QList<QWidget*> panels() const;
+    void focus_panel(int step);
+    bool takes_drop(const QDropEvent& event) const;
 
     void toggle_preview();
     void post_message(const QString& text, const QString& title);
@@ -102,6 +115,10 @@ private:
     std::vector<CMyTabDlg*> m_modes;
     QMenu* m_recent_menu = nullptr;
     QDockWidget* m_event_log = nullptr;
+    QDockWidget* m_problems = nullptr;
+    QToolButton* m_problem_count = nullptr;
+    QHash<QWidget*, QPointer<QWidget>> m_last_focus; ///< in a panel that the keyboard left
+    QHash<QDockWidget*, Qt::DockWidgetArea> m_usual_areas;
     bool m_shows_preview = false;
     bool m_offered_log = false;
     std::deque<tarn::boxes::Message> m_messages; ///< of scripts; the first is being shown, or will be next
