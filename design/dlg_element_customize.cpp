@@ -173,8 +173,8 @@ void CDlgElementCustomize::OnInitDialog()
     m_states = control_as<QComboBox>(id_state);
     for (int state = 0; state < tarn::style_state_count; ++state)
         m_states->addItem(tarn::visual_state_caption(VisualState(state)));
-    control(id_tint)->setToolTip(lang(u"图片着色", u"Picture Colour"));
-    control(id_text_color)->setToolTip(lang(u"文字颜色", u"Text Colour"));
+    control(id_tint)->setToolTip(lang(u"图片着色", u"Picture Color"));
+    control(id_text_color)->setToolTip(lang(u"文字颜色", u"Text Color"));
     bind(rows);
     buffer_edits(id_ok, id_cancel, lang(u"自定义风格", u"Custom Style"));
     control(id_picture_name)->installEventFilter(this);

@@ -15,11 +15,14 @@
 
 #include <QComboBox>
 #include <QGuiApplication>
+#include <QHeaderView>
 #include <QItemSelectionModel>
+#include <QLineEdit>
 #include <QListView>
 #include <QScopedValueRollback>
 #include <QStandardItemModel>
 
+#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -33,6 +36,7 @@ enum Id : int {
     id_list = 6316,
     id_dialog_filter = 6548,
     id_type_filter = 6551,
+    id_search = 6990,
     id_remove = 6338,
     id_set_top = 6322,
     id_set_bottom = 6106,
@@ -138,11 +142,25 @@ void CDlgGuiManagerCtrl::set_up_filters()
     }
     on_choose(id_type_filter, [this](int) { refill(); });
     on_choose(id_dialog_filter, [this](int entry) { on_dialog_filter(entry); });
+    auto* search = control_as<QLineEdit>(id_search);
+    search->setPlaceholderText(lang(u"名称或编号", u"Name or number"));
+    search->setClearButtonEnabled(true);
+    connect(search, &QLineEdit::textChanged, this, [this](const QString& text) {
+        m_sought = text.trimmed();
+        if (core())
+            refill();
+    });
 }
 
 void CDlgGuiManagerCtrl::set_up_list()
 {
     connect(m_list, &CReportList::item_clicked, this, [this](int row, int column) { on_list_clicked(row, column); });
+    connect(m_list, &CReportList::cell_icon_clicked, this, [this](int row) { on_lock_clicked(row); });
+    connect(m_list, &CReportList::drag_started, this,
+            [this] { select_controls_of_rows(m_list->control(m_list->currentIndex().row())); });
+    connect(m_list, &CReportList::rows_dropped, this, [this](int row, CReportList::DropPlace place) {
+        on_rows_dropped(row, place == CReportList::DropPlace::Below);
+    });
     connect(m_list, &CReportList::menu_requested, this, [this](int row, const QPoint& place) { on_menu(row, place); });
     connect(m_list, &CReportListControl::navigated, this,
             [this] { select_controls_of_rows(m_list->control(m_list->currentIndex().row())); });
@@ -252,7 +270,7 @@ void CDlgGuiManagerCtrl::refill()
     const int type_entry = control_as<QComboBox>(id_type_filter)->currentIndex();
     std::vector<void*> listed;
     for (CDXUTControl* control : core()->controls())
-        if ((type_entry <= 0 || control->GetType() + 1 == type_entry)
+        if (is_sought(*control) && (type_entry <= 0 || control->GetType() + 1 == type_entry)
             && (!m_filter_dialog || control->dialog() == m_filter_dialog))
             listed.push_back(control);
     const bool sorted = m_list->refill_list(listed);
@@ -263,6 +281,12 @@ void CDlgGuiManagerCtrl::refill()
     if (core()->selection().controls.size() > 1)
         select_rows_of_selection(); // Undo brings back all of it.
     update_buttons();
+}
+
+bool CDlgGuiManagerCtrl::is_sought(const CDXUTControl& control) const
+{
+    return m_sought.isEmpty() || control.name().contains(m_sought, Qt::CaseInsensitive)
+        || QString::number(control.id()) == m_sought;
 }
 
 void CDlgGuiManagerCtrl::select_rows_of_selection()
@@ -281,6 +305,7 @@ void CDlgGuiManagerCtrl::update_buttons()
     for (const tarn::ControlClass& row : tarn::control_classes())
         button(row.create_button)->setEnabled(editing);
     button(id_clean_scripts)->setEnabled(editing);
+    m_list->set_rows_draggable(editing);
 }
 
 void CDlgGuiManagerCtrl::showEvent(QShowEvent* event)
@@ -322,6 +347,57 @@ void CDlgGuiManagerCtrl::on_list_clicked(int row, int column)
         update_all_views();
     }
     select_controls_of_rows(clicked);
+}
+
+/// Locks or unlocks all selected controls when the clicked one is among them.
+void CDlgGuiManagerCtrl::on_lock_clicked(int row)
+{
+    CDXUTControl* clicked = m_list->control(row);
+    if (!clicked || !is_editing())
+        return;
+    std::vector<CDXUTControl*> meant = m_list->selected_controls();
+    if (std::find(meant.begin(), meant.end(), clicked) == meant.end())
+        meant = {clicked};
+    const bool lock = !clicked->locked();
+    run_action(
+        [&] {
+            for (CDXUTControl* control : meant)
+                control->set_locked(lock);
+        },
+        lock ? lang(u"锁定", u"Lock") : lang(u"解锁", u"Unlock"));
+    broadcast(tarn::ui_control_properties);
+    update_all_views();
+}
+
+/// The selected controls come to lie beside the one of the row, in its dialog. Rows stand in the order of layers or in one
+/// that says nothing of them; below a row is then above it in the layers.
+void CDlgGuiManagerCtrl::on_rows_dropped(int row, bool below)
+{
+    const CDXUTControl* beside = m_list->control(row);
+    CDXUTDialog* dialog = beside ? beside->dialog() : nullptr;
+    std::vector<CDXUTControl*> moved = m_list->selected_controls();
+    if (!dialog || moved.empty() || !is_editing())
+        return;
+    const bool topmost_first = m_list->sort_column() == CReportListControl::Layer
+        && m_list->horizontalHeader()->sortIndicatorOrder() == Qt::DescendingOrder;
+    if (topmost_first)
+        std::reverse(moved.begin(), moved.end());
+    const bool changes_dialog = std::any_of(
+        moved.begin(), moved.end(), [dialog](const CDXUTControl* control) { return control->dialog() != dialog; });
+    run_action(
+        [&] {
+            core()->move_controls_to(moved, dialog);
+            QList<CDXUTControl*> order = dialog->controls();
+            order.removeIf(
+                [&](CDXUTControl* control) { return std::find(moved.begin(), moved.end(), control) != moved.end(); });
+            qsizetype place = order.indexOf(beside) + (below != topmost_first ? 1 : 0);
+            for (CDXUTControl* control : moved)
+                order.insert(place++, control);
+            dialog->reorder_controls(order);
+        },
+        changes_dialog ? lang(u"切换控件窗口", u"Switch Dialog") : lang(u"图层顺序", u"Layer Order"));
+    broadcast(tarn::ui_controls_changed);
+    update_all_views();
 }
 
 void CDlgGuiManagerCtrl::on_menu(int row, const QPoint& place)

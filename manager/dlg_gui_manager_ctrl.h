@@ -38,6 +38,9 @@ private:
     void on_type_clicked(int button_id, int type);
     void on_dialog_filter(int entry);
     void on_list_clicked(int row, int column);
+    void on_lock_clicked(int row);
+    void on_rows_dropped(int row, bool below);
+    bool is_sought(const CDXUTControl& control) const;
     void on_menu(int row, const QPoint& place);
     void select_controls_of_rows(CDXUTControl* current);
     void on_remove();
@@ -45,6 +48,7 @@ private:
     void on_switch_dialog();
 
     CReportListControl* m_list = nullptr;
+    QString m_sought;                             ///< part of a name or a number; empty lists all
     const CDXUTDialog* m_filter_dialog = nullptr; ///< whose controls are listed; null lists those of all dialogs
     bool m_selecting = false;                     ///< this page is telling the others what it selected
     bool m_order_stale = false;                   ///< what the rows are sorted by may have changed

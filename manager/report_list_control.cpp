@@ -5,8 +5,6 @@
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
 
-#include <QMouseEvent>
-
 #include <array>
 
 using tarn::lang;
@@ -16,6 +14,8 @@ namespace {
 const QList<int> icon_numbers{6146, 6023, 6149, 6327, 6331, 6022, 6329, 6025,
                               6024, 6357, 6351, 6029, 6032, 6079, 6218, 6219};
 constexpr int no_icon = 99; ///< beside the list
+
+enum CellIconNumber : int { icon_shown = 1, icon_hidden, icon_locked, icon_unlocked };
 
 /// Indexes into the icon list by control type. The last two icons stand the other way round than their types.
 constexpr std::array<int, control_type_count> type_icons{0, 1,  2,       3,  4,       5,       6,  no_icon, 7,  8,
@@ -48,6 +48,7 @@ CReportListControl::CReportListControl(QWidget* parent) : CReportList(parent)
     insert_column(Layer, lang(u"图层顺序", u"Layer"));
     set_icon_list(icon_numbers);
     set_multi_selection(true);
+    set_rows_draggable(true);
     set_empty_hint(lang(u"没有控件。请点击上面的控件类型，然后在视图中绘制。",
                         u"There are no controls. Click a type above and draw one in the view."));
 }
@@ -85,6 +86,28 @@ int CReportListControl::get_item_icon(void* item) const
     return control.GetVisible() ? type_icons[size_t(control.GetType())] : no_icon;
 }
 
+std::vector<CReportList::CellIcon> CReportListControl::cell_icons(void* item, int column) const
+{
+    if (column != Layer)
+        return {};
+    const CDXUTControl& control = as_control(item);
+    const bool shown = control.GetVisible();
+    const bool locked = control.locked();
+    return {{.number = shown ? icon_shown : icon_hidden,
+             .tip = shown ? lang(u"已显示，单击隐藏", u"Shown; a click hides it")
+                          : lang(u"已隐藏，单击显示", u"Hidden; a click shows it")},
+            {.number = locked ? icon_locked : icon_unlocked,
+             .tip = locked ? lang(u"已锁定，单击解锁", u"Locked; a click unlocks it")
+                           : lang(u"未锁定，单击锁定：视图中的鼠标将不会改动它",
+                                  u"Not locked; a click locks it: the mouse in the view then leaves it alone"),
+             .takes_clicks = true}};
+}
+
+bool CReportListControl::accepts_drop_at(void* item) const
+{
+    return isEnabled() && as_control(item).dialog();
+}
+
 void CReportListControl::keyPressEvent(QKeyEvent* event)
 {
     bool is_changed = false;
@@ -92,29 +115,5 @@ void CReportListControl::keyPressEvent(QKeyEvent* event)
     CReportList::keyPressEvent(event);
     disconnect(watch);
     if (is_changed)
-        Q_EMIT navigated();
-}
-
-std::pair<int, int> CReportListControl::cell_under_mouse() const
-{
-    std::pair<int, int> cell;
-    get_item_index_under_mouse(cell.first, cell.second);
-    return cell;
-}
-
-void CReportListControl::mousePressEvent(QMouseEvent* event)
-{
-    CReportList::mousePressEvent(event);
-    m_pressed_cell = cell_under_mouse();
-}
-
-void CReportListControl::mouseReleaseEvent(QMouseEvent* event)
-{
-    // A handler of the click may refill the list; the cells are compared before.
-    const QModelIndex released = indexAt(event->position().toPoint());
-    const bool is_drag = event->button() == Qt::LeftButton && m_pressed_cell.first >= 0
-        && m_pressed_cell != std::pair(released.row(), released.column());
-    CReportList::mouseReleaseEvent(event);
-    if (is_drag)
         Q_EMIT navigated();
 }

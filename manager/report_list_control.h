@@ -19,18 +19,14 @@ public:
 
     QString get_item_caption(void* item, int column) const override;
     int get_item_icon(void* item) const override;
+    /// Beside the layer: an eye, and a lock that is clicked by itself.
+    std::vector<CellIcon> cell_icons(void* item, int column) const override;
+    bool accepts_drop_at(void* item) const override;
 
 Q_SIGNALS:
-    /// The selection was changed with the keyboard, or by dragging the mouse over several rows.
+    /// The keyboard changed the selection.
     void navigated();
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
-    void mousePressEvent(QMouseEvent* event) override;
-    void mouseReleaseEvent(QMouseEvent* event) override;
-
-private:
-    std::pair<int, int> cell_under_mouse() const;
-
-    std::pair<int, int> m_pressed_cell{-1, -1};
 };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QString>
 #include <QtGlobal>
 
 #include <span>
@@ -23,12 +24,17 @@ public:
     explicit ScriptRows(CBoundPage& page) : m_page(page) {}
 
     void bind(std::span<const ScriptRow> rows);
-    /// The events that have a script stand out, and only these can lose it.
+    /// The events that have a script stand out, those whose function is missing or faulty more so, and only these can lose
+    /// it.
     void show() const;
 
 private:
     void open(quint32 event);
     void remove(quint32 event);
+    void pop_menu(quint32 event);
+    void choose_function(quint32 event);
+    bool is_broken(quint32 event) const;
+    QString tip_of(quint32 event) const;
 
     CBoundPage& m_page;
     std::vector<ScriptRow> m_rows;

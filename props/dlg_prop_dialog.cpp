@@ -26,6 +26,8 @@ using tarn::Value;
 
 namespace {
 
+constexpr int keep_ratio_icon = 5;
+
 enum Id : int {
     id_width = 6026,
     id_height = 6341,
@@ -137,6 +139,7 @@ void CDlgPropDialog::OnInitDialog()
     bind(anchors);
     for (const FieldRow& row : anchors)
         button(row.control)->SetIcon(tarn::anchor_icon(*row.option));
+    button(id_keep_ratio)->SetIcon(keep_ratio_icon);
     on_click(id_keep_ratio, [this] { on_keep_ratio(); });
     on_click(id_scale, [this] { on_scale_with_window(); });
     on_click(id_bind, [this] { on_bind(); });

@@ -149,7 +149,7 @@ void make_variable(TimelinePlace& place)
     const std::vector<boxes::MenuItem> types = {{.id = 32789, .text = lang(u"整数(INT)", u"Whole Number (INT)")},
                                                 {.id = 32783, .text = lang(u"浮点数(FLOAT)", u"Number (FLOAT)")},
                                                 {.id = 32784, .text = lang(u"坐标(VEC)", u"Vector (VEC)")},
-                                                {.id = 32785, .text = lang(u"颜色(DWORD)", u"Colour (DWORD)")},
+                                                {.id = 32785, .text = lang(u"颜色(DWORD)", u"Color (DWORD)")},
                                                 {.id = 32787, .text = lang(u"矩阵(MAT)", u"Matrix (MAT)")}};
     constexpr VarType values[] = {VarType::Int, VarType::Float, VarType::Vec, VarType::Color, VarType::Mat};
     const int chosen = menufun::pop_menu(place.host.owner(), types);

@@ -118,7 +118,7 @@ struct VarMenuRow {
 constexpr VarMenuRow variable_menu[] = {{32789, u"整数(INT)", u"Whole Number (INT)", VarType::Int},
                                         {32783, u"浮点数(FLOAT)", u"Number (FLOAT)", VarType::Float},
                                         {32784, u"坐标(VEC)", u"Vector (VEC)", VarType::Vec},
-                                        {32785, u"颜色(DWORD)", u"Colour (DWORD)", VarType::Color},
+                                        {32785, u"颜色(DWORD)", u"Color (DWORD)", VarType::Color},
                                         {32787, u"矩阵(MAT)", u"Matrix (MAT)", VarType::Mat}};
 
 } // namespace

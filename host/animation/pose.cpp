@@ -10,7 +10,7 @@ const ChannelRow& channel_row(Channel channel)
         {VarType::Vec, false, 0, "position", u"位置", u"Position"},
         {VarType::Vec, false, 3, "rotation", u"旋转", u"Rotation"},
         {VarType::Vec, false, 6, "scale", u"缩放", u"Scale"},
-        {VarType::Color, false, 9, "color", u"颜色", u"Colour"},
+        {VarType::Color, false, 9, "color", u"颜色", u"Color"},
         {VarType::Float, false, 10, "transparency", u"透明度", u"Transparency"},
         {VarType::Int, true, 11, "show", u"显示/隐藏", u"Show/Hide"},
         {VarType::Float, false, 12, "path_share", u"路径百分比", u"Share of the Path"},

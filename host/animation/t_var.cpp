@@ -38,7 +38,7 @@ CTVar::CTVar(CAnimationScene& scene, StatePtr state) : ModelObject(scene.documen
 QString CTVar::get_type_name(int words) const
 {
     static constexpr const char16_t* chinese[] = {u"浮点数", u"整数", u"坐标", u"颜色", u"矩阵"};
-    static constexpr const char16_t* english[] = {u"Number", u"Whole Number", u"Vector", u"Colour", u"Matrix"};
+    static constexpr const char16_t* english[] = {u"Number", u"Whole Number", u"Vector", u"Color", u"Matrix"};
     static constexpr const char* short_names[] = {"FLOAT", "INT", "VEC", "DWORD", "MAT"};
     const int index = int(type());
     return words ? lang(chinese[index], english[index]) : QString::fromLatin1(short_names[index]);

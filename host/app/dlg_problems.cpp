@@ -15,7 +15,8 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto refresh_delay = 300ms;
+constexpr auto refresh_delay = 300ms; ///< of the list while it is seen
+constexpr auto count_delay = 1200ms;  ///< once the author pauses
 
 } // namespace
 
@@ -35,7 +36,6 @@ QString CReportListProblems::get_item_caption(void* item, int column) const
 CDlgProblems::CDlgProblems(Studio& studio) : CChildDlg(QStringLiteral("CDlgProblems")), m_studio(studio)
 {
     m_pending.setSingleShot(true);
-    m_pending.setInterval(refresh_delay);
     connect(&m_pending, &QTimer::timeout, this, &CDlgProblems::refresh);
     studio.world().document().changes().add_listener(this);
 }
@@ -62,8 +62,11 @@ void CDlgProblems::OnInitDialog()
 
 void CDlgProblems::model_changed(const tarn::ModelChange&)
 {
-    if (isVisible() && !m_pending.isActive())
-        m_pending.start();
+    // A list that is seen follows every change; otherwise the count waits until nothing more comes.
+    if (!isVisible())
+        m_pending.start(count_delay);
+    else if (!m_pending.isActive() || m_pending.remainingTimeAsDuration() > refresh_delay)
+        m_pending.start(refresh_delay);
 }
 
 void CDlgProblems::showEvent(QShowEvent*)
@@ -73,7 +76,7 @@ void CDlgProblems::showEvent(QShowEvent*)
 
 void CDlgProblems::refresh()
 {
-    if (!isVisible() || !m_studio.scene())
+    if (!m_studio.scene() || (m_studio.is_playing() && !isVisible()))
         return;
     auto problems = m_studio.scene()->model().problems();
     std::vector<void*> items;
@@ -82,6 +85,8 @@ void CDlgProblems::refresh()
         items.push_back(&problem);
     m_list->refill_list(items);
     m_problems = std::move(problems); // The rows' addresses stay.
+    if (!m_studio.is_playing())
+        Q_EMIT counted(int(m_problems.size()));
 }
 
 /// The name comes by value: the list may be filled anew while the editor is open.

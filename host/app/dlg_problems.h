@@ -27,6 +27,10 @@ public:
     explicit CDlgProblems(Studio& studio);
     ~CDlgProblems() override;
 
+Q_SIGNALS:
+    /// How many there are now, some time after the scene changed; not while it runs.
+    void counted(int count);
+
 protected:
     void OnInitDialog() override;
     QWidget* create_widget(const QString& class_name, QWidget* parent) override;

@@ -6,6 +6,7 @@
 #include "view/view3d.h"
 #include "widgets/iconfun.h"
 
+#include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QAbstractSpinBox>
 #include <QAction>
@@ -90,10 +91,22 @@ bool EditMenu::cancels_creation(const QObject* target, const QKeyEvent& event) c
         && widget->window() == m_view.window() && m_studio.scene()->editor().cancel_creation();
 }
 
+/// Enter on the button that armed a creation, or in the view, makes the object without the mouse.
+bool EditMenu::creates_armed(const QObject* target, const QKeyEvent& event) const
+{
+    const auto* button = qobject_cast<const QAbstractButton*>(target);
+    const bool is_place = target == &m_view || (button && button->isChecked() && button->window() == m_view.window());
+    const bool is_enter = event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+    return is_enter && is_place && !event.isAutoRepeat() && m_studio.scene()
+        && m_studio.scene()->editor().create_armed();
+}
+
 bool EditMenu::eventFilter(QObject* target, QEvent* event)
 {
-    if (event->type() == QEvent::KeyPress)
-        return cancels_creation(target, *static_cast<QKeyEvent*>(event));
+    if (event->type() == QEvent::KeyPress) {
+        const auto& key = *static_cast<QKeyEvent*>(event);
+        return cancels_creation(target, key) || creates_armed(target, key);
+    }
     if (event->type() != QEvent::ShortcutOverride)
         return false;
     const QKeySequence keys(static_cast<QKeyEvent*>(event)->keyCombination());

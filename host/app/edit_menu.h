@@ -30,6 +30,7 @@ private:
     void add_commands(QMenu& menu);
     void refresh();
     void run(int command);
+    bool creates_armed(const QObject* target, const QKeyEvent& event) const;
     bool cancels_creation(const QObject* target, const QKeyEvent& event) const;
 
     Studio& m_studio;

@@ -13,7 +13,6 @@
 #include "frame/dlg_group.h"
 #include "script/config_scene.h"
 #include "script/script_runtime.h"
-#include "settings.h"
 #include "store/filefun.h"
 #include "studio.h"
 #include "view/view3d.h"
@@ -25,6 +24,7 @@
 #include <QStackedWidget>
 #include <QStatusBar>
 #include <QTabBar>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 using tarn::lang;
@@ -33,13 +33,12 @@ using tarn::boxes::Button;
 namespace {
 
 constexpr int program_icon = 100;
+constexpr int warning_icon = 6953;
 constexpr QSize usual_size(1440, 900);
 constexpr int history_template = 7000;
 constexpr int event_log_template = 7010;
 constexpr int problems_template = 7020;
-constexpr int side_panel_width = 270; ///< pixels
-constexpr const char* geometry_key = "window/geometry";
-constexpr const char* places_key = "window/places";
+constexpr int least_side_panel = 270; ///< pixels
 
 /// The page in front within a window: of a group the one that is shown, otherwise the window itself.
 CChildDlg* front_page(QWidget* window)
@@ -68,6 +67,7 @@ MainWindow::MainWindow(Studio& studio) : m_studio(studio), m_messages(*this, stu
     if (studio.scene())
         m_view->set_editor(&studio.scene()->editor());
     resize(usual_size);
+    setAcceptDrops(true);
 
     studio.world().document().changes().add_listener(this);
     studio.world().on_redraw = [this] { m_view->schedule_redraw(); };
@@ -117,7 +117,7 @@ void MainWindow::make_side_panel()
     m_mode_strip = new QTabBar(inside);
     m_mode_strip->setExpanding(false);
     m_side_area = new QStackedWidget(inside);
-    m_side_area->setMinimumWidth(side_panel_width);
+    m_side_area->setMinimumWidth(least_side_panel);
     layout->addWidget(m_mode_strip);
     layout->addWidget(m_side_area, 1);
     dock->setWidget(inside);
@@ -150,9 +150,21 @@ void MainWindow::make_docks()
                   Qt::LeftDockWidgetArea);
     m_event_log = add_page_dock(new CDlgEventLog(m_studio), event_log_template, lang(u"事件日志", u"Event Log"),
                                 "event_log", Qt::BottomDockWidgetArea);
-    QDockWidget* problems = add_page_dock(new CDlgProblems(m_studio), problems_template, lang(u"问题", u"Problems"),
-                                          "problems", Qt::BottomDockWidgetArea);
-    tabifyDockWidget(m_event_log, problems);
+    auto* list = new CDlgProblems(m_studio);
+    m_problems = add_page_dock(list, problems_template, lang(u"问题", u"Problems"), "problems",
+                               Qt::BottomDockWidgetArea);
+    tabifyDockWidget(m_event_log, m_problems);
+    m_problem_count = new QToolButton(this);
+    m_problem_count->setAutoRaise(true);
+    m_problem_count->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    m_problem_count->setToolTip(lang(u"显示问题列表", u"Shows the list of problems"));
+    m_problem_count->hide();
+    statusBar()->addPermanentWidget(m_problem_count);
+    connect(m_problem_count, &QToolButton::clicked, this, [this] {
+        m_problems->show();
+        m_problems->raise();
+    });
+    connect(list, &CDlgProblems::counted, this, &MainWindow::show_problem_count);
 }
 
 void MainWindow::make_plug_in_windows()
@@ -233,6 +245,14 @@ CChildDlg* MainWindow::side_page() const
     return front_page(m_side_area->currentWidget());
 }
 
+void MainWindow::show_problem_count(int count)
+{
+    m_problem_count->setIcon(iconfun::icon(warning_icon));
+    m_problem_count->setText(count == 1 ? lang(u"1 个问题", u"1 problem")
+                                        : lang(u"%1 个问题", u"%1 problems").arg(count));
+    m_problem_count->setVisible(count > 0);
+}
+
 // What is shown ---------------------------------------------------------------------------------------------------------------
 
 void MainWindow::update_document()
@@ -244,6 +264,7 @@ void MainWindow::update_document()
     setWindowTitle(QStringLiteral("%1[*]%2%3 - Tarn studio").arg(name, copy, playing));
     setWindowModified(m_studio.is_changed());
     update_edit_menu();
+    m_view->set_preview(m_studio.is_playing());
     const bool begins = m_studio.is_playing() && !m_shows_preview;
     m_shows_preview = m_studio.is_playing();
     if (!begins)
@@ -287,23 +308,4 @@ void MainWindow::toggle_preview()
 {
     m_view->finish_text();
     m_studio.set_playing(!m_studio.is_playing());
-}
-
-// Places --------------------------------------------------------------------------------------------------------------
-
-void MainWindow::restore_places()
-{
-    QSettings& store = tarn::settings::store();
-    restoreGeometry(store.value(QLatin1String(geometry_key)).toByteArray());
-    if (!restoreState(store.value(QLatin1String(places_key)).toByteArray()))
-        return;
-    for (auto* bar : findChildren<CSizingControlBar*>())
-        bar->keep_size();
-}
-
-void MainWindow::save_places()
-{
-    QSettings& store = tarn::settings::store();
-    store.setValue(QLatin1String(geometry_key), saveGeometry());
-    store.setValue(QLatin1String(places_key), saveState());
 }

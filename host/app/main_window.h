@@ -7,7 +7,9 @@
 #include "engine/base_world.h"
 #include "script_messages.h"
 
+#include <QHash>
 #include <QMainWindow>
+#include <QPointer>
 
 class CChildDlg;
 class CView3D;
@@ -16,6 +18,7 @@ class QDockWidget;
 class QMenu;
 class QStackedWidget;
 class QTabBar;
+class QToolButton;
 class Studio;
 
 namespace tarn {
@@ -56,6 +59,9 @@ public:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dragMoveEvent(QDragMoveEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
 
 private:
     /// The view shows the scene, so it draws again.
@@ -77,6 +83,13 @@ private:
     void fill_recent_files();
     void restore_places();
     void save_places();
+    void reset_layout();
+    void make_zoom_menu(QMenu& menu);
+    void make_grid_menu(QMenu& menu);
+    void show_problem_count(int count);
+    QList<QWidget*> panels() const;
+    void focus_panel(int step);
+    bool takes_drop(const QDropEvent& event) const;
 
     void toggle_preview();
     void choose_command();
@@ -100,6 +113,10 @@ private:
     std::vector<CMyTabDlg*> m_modes;
     QMenu* m_recent_menu = nullptr;
     QDockWidget* m_event_log = nullptr;
+    QDockWidget* m_problems = nullptr;
+    QToolButton* m_problem_count = nullptr;
+    QHash<QWidget*, QPointer<QWidget>> m_last_focus; ///< in a panel that the keyboard left
+    QHash<QDockWidget*, Qt::DockWidgetArea> m_usual_areas;
     bool m_shows_preview = false;
     bool m_offered_log = false;
     ScriptMessages m_messages;

@@ -1,6 +1,8 @@
 // The main window's files.
 
 #include "core/language.h"
+#include "engine/scene_editor.h"
+#include "engine/scene_plug.h"
 #include "frame/boxes.h"
 #include "frame/filedlg.h"
 #include "main_window.h"
@@ -11,8 +13,12 @@
 
 #include <QCloseEvent>
 #include <QDir>
+#include <QDragEnterEvent>
 #include <QFileInfo>
+#include <QImageReader>
 #include <QLocale>
+#include <QMimeData>
+#include <QUrl>
 
 using tarn::lang;
 using tarn::boxes::Button;
@@ -23,6 +29,11 @@ QString file_filter()
 {
     return lang(u"TARN文件", u"TARN file") + QStringLiteral("(*.tarn)|*.tarn|") + lang(u"所有文件", u"All files")
         + QStringLiteral("(*.*)|*.*||");
+}
+
+bool is_package(const QString& path)
+{
+    return path.endsWith(QLatin1String(".tarn"), Qt::CaseInsensitive);
 }
 
 filter_man filter()
@@ -118,7 +129,8 @@ bool MainWindow::may_discard()
         this,
         {.text = lang(u"“%1”已修改。要保存吗？", u"\"%1\" was changed. Save it?").arg(name),
          .title = {},
-         .buttons = {Button::Yes, Button::No, Button::Cancel}});
+         .buttons = {Button::Yes, Button::No, Button::Cancel},
+         .captions = {lang(u"保存(&S)", u"&Save"), lang(u"不保存(&D)", u"&Don't Save"), {}}});
     return answer == Button::No || (answer == Button::Yes && save());
 }
 
@@ -158,6 +170,59 @@ void MainWindow::closeEvent(QCloseEvent* event)
     }
     save_places();
     event->accept();
+}
+
+// What is dropped -----------------------------------------------------------------------------------------------------
+
+namespace {
+
+/// The file that is dropped, one that can be opened or shown; empty for anything else.
+QString dropped_file(const QMimeData& data)
+{
+    const QList<QUrl> urls = data.urls();
+    const QString path = urls.size() == 1 ? urls.front().toLocalFile() : QString();
+    const QByteArray suffix = QFileInfo(path).suffix().toLower().toLatin1();
+    return is_package(path) || QImageReader::supportedImageFormats().contains(suffix) ? path : QString();
+}
+
+} // namespace
+
+/// Packages anywhere on the window; pictures on the view, while it is edited.
+bool MainWindow::takes_drop(const QDropEvent& event) const
+{
+    const QString path = dropped_file(*event.mimeData());
+    if (path.isEmpty() || !m_studio.scene())
+        return false;
+    const QPoint in_view = m_view->mapFrom(this, event.position().toPoint());
+    return is_package(path) || (!m_studio.is_playing() && m_view->surface_rect().contains(in_view));
+}
+
+void MainWindow::dragEnterEvent(QDragEnterEvent* event)
+{
+    event->setAccepted(!dropped_file(*event->mimeData()).isEmpty());
+}
+
+void MainWindow::dragMoveEvent(QDragMoveEvent* event)
+{
+    event->setAccepted(takes_drop(*event));
+}
+
+void MainWindow::dropEvent(QDropEvent* event)
+{
+    if (!takes_drop(*event))
+        return;
+    event->acceptProposedAction();
+    const QString path = dropped_file(*event->mimeData());
+    const QPointF place = m_view->to_screen(m_view->mapFrom(this, event->position().toPoint()));
+    // Whoever drags it must not wait for what a box asks.
+    const auto take = [this, path, place] {
+        m_view->finish_text();
+        if (!is_package(path))
+            report(m_studio.scene()->editor().drop_picture(path, place));
+        else if (may_discard())
+            open_file(path);
+    };
+    QMetaObject::invokeMethod(this, take, Qt::QueuedConnection);
 }
 
 // What was left behind ------------------------------------------------------------------------------------------------

@@ -4,6 +4,7 @@
 #include "core/journal.h"
 #include "core/language.h"
 #include "edit_menu.h"
+#include "engine/scene_editor.h"
 #include "engine/scene_plug.h"
 #include "frame/boxes.h"
 #include "licences.h"
@@ -162,7 +163,16 @@ void MainWindow::make_view_menu()
     menu->addSeparator();
     for (QDockWidget* dock : findChildren<QDockWidget*>())
         menu->addAction(dock->toggleViewAction());
+    connect(menu->addAction(lang(u"恢复默认布局(&R)", u"&Reset Layout")), &QAction::triggered, this,
+            &MainWindow::reset_layout);
+    const auto add_panel = [&](const QString& text, QKeySequence keys, int step) {
+        connect(add(menu, 0, text, keys), &QAction::triggered, this, [this, step] { focus_panel(step); });
+    };
+    add_panel(lang(u"下一个面板(&N)", u"&Next Panel"), Qt::Key_F6, 1);
+    add_panel(lang(u"上一个面板", u"Previous Panel"), Qt::SHIFT | Qt::Key_F6, -1);
     menu->addSeparator();
+    make_zoom_menu(*menu->addMenu(lang(u"缩放(&Z)", u"&Zoom")));
+    make_grid_menu(*menu);
     new ScreenSizeMenu(*m_view, *menu->addMenu(lang(u"屏幕尺寸(&S)", u"&Screen Size")));
     menu->addSeparator();
 
@@ -196,6 +206,61 @@ void MainWindow::make_view_menu()
     add_language(QStringLiteral("English"), Language::English);
 }
 
+void MainWindow::make_zoom_menu(QMenu& menu)
+{
+    const auto add_zoom = [&](const QString& text, const QList<QKeySequence>& keys, auto run) {
+        QAction* action = add(&menu, 0, text, {});
+        action->setShortcuts(keys);
+        connect(action, &QAction::triggered, m_view, run);
+    };
+    add_zoom(lang(u"放大(&I)", u"Zoom &In"), {Qt::CTRL | Qt::Key_Equal, Qt::CTRL | Qt::Key_Plus},
+             [this] { m_view->zoom_by(1); });
+    add_zoom(lang(u"缩小(&O)", u"Zoom &Out"), {Qt::CTRL | Qt::Key_Minus}, [this] { m_view->zoom_by(-1); });
+    add_zoom(lang(u"适应视图(&F)", u"&Fit"), {Qt::CTRL | Qt::Key_0}, [this] { m_view->zoom_to_fit(); });
+    add_zoom(QStringLiteral("&100 %"), {Qt::CTRL | Qt::Key_1},
+             [this] { m_view->zoom_to(1, m_view->surface_rect().toRectF().center()); });
+    add_zoom(lang(u"缩放到所选(&S)", u"To &Selection"), {Qt::CTRL | Qt::Key_2}, [this] {
+        if (m_studio.scene())
+            m_view->zoom_to_area(m_studio.scene()->editor().selected_area());
+    });
+}
+
+/// What the scene's tools offer to switch; a choice of values is a menu of its own.
+void MainWindow::make_grid_menu(QMenu& menu)
+{
+    if (!m_studio.scene())
+        return;
+    tarn::SceneEditor& editor = m_studio.scene()->editor();
+    const auto add_value = [&](QMenu& to, const QString& key, const QString& text, quint32 value) {
+        QAction* action = to.addAction(text);
+        action->setCheckable(true);
+        connect(action, &QAction::triggered, this,
+                [&editor, key, value](bool on) { editor.set_view_setting(key, value == 0 ? quint32(on) : value); });
+        return action;
+    };
+    const auto value_of = [&editor](const QString& key) {
+        for (const tarn::ViewSetting& setting : editor.view_settings())
+            if (key == QLatin1String(setting.key))
+                return setting.value;
+        return quint32(0);
+    };
+    for (const tarn::ViewSetting& setting : editor.view_settings()) {
+        const QString key = QLatin1String(setting.key);
+        if (setting.name.isNull())
+            continue;
+        if (setting.choices.empty()) {
+            QAction* action = add_value(menu, key, setting.name, 0);
+            connect(&menu, &QMenu::aboutToShow, action, [=] { action->setChecked(value_of(key)); });
+            continue;
+        }
+        QMenu* values = menu.addMenu(setting.name);
+        for (const quint32 value : setting.choices) {
+            QAction* action = add_value(*values, key, lang(u"%1 像素", u"%1 pixels").arg(value), value);
+            connect(values, &QMenu::aboutToShow, action, [=] { action->setChecked(value_of(key) == value); });
+        }
+    }
+}
+
 void MainWindow::make_help_menu()
 {
     QMenu* menu = menuBar()->addMenu(lang(u"帮助(&H)", u"&Help"));
@@ -210,18 +275,20 @@ void MainWindow::make_help_menu()
                      u"按住 Ctrl 拖动：暂停捕捉　从标尺拖出：辅助线\n"
                      u"Esc：取消拖动或创建；取消选择\n右键单击：菜单　右键拖动：旋转相机\n"
                      u"中键：平移相机　滚轮：缩放\n"
+                     u"Ctrl+滚轮：缩放界面（放大后用中键平移）　F6：下一个面板\n"
                      u"三维物体：右键单击地面添加；拖动箭头、圆弧和方块移动、旋转、缩放（Ctrl 按步长）\n"
                      u"路径：拖动点（Shift 上下），双击添加或删除点　F：查看所选物体\nF5：预览",
                      u"Left button: select and move; drag beside everything to draw a selection frame\n"
                      u"Ctrl + left button: add to the selection or take from it. Shift: add\n"
                      u"Another click in the same place: select what lies beneath\n"
                      u"Double-click on a text: edit it in place\n"
-                     u"Drag a handle: resize (Shift keeps the ratio, Alt the centre)\n"
+                     u"Drag a handle: resize (Shift keeps the ratio, Alt the center)\n"
                      u"Arrow keys: move by 1 pixel, with Shift by 10\n"
                      u"Hold Ctrl while dragging: no snapping. Drag out of a ruler: a guide line\n"
                      u"Esc: drop a drag or a creation; select less\n"
                      u"Right click: menu. Right drag: turn the camera\n"
                      u"Middle button: pan the camera. Wheel: zoom\n"
+                     u"Ctrl + wheel: zoom the interface; the middle button then moves it. F6: the next panel\n"
                      u"Objects of the world: a right click on the ground adds them; arrows, arcs and cubes move, turn "
                      u"and scale (Ctrl: in steps)\n"
                      u"Paths: drag points (Shift: up and down), a double click adds or removes one. F: look at the "

@@ -18,6 +18,7 @@ struct MouseEvent {
     Qt::MouseButton button = Qt::NoButton; ///< of a press, release or double-click
     Qt::KeyboardModifiers modifiers;
     double scale = 1; ///< logical pixels of the view that show one pixel of the screen
+    QPointF corner{}; ///< place on the screen that the view's top left corner shows
 };
 
 /// What the left mouse button does in the views.

@@ -39,6 +39,14 @@ struct EditableText {
     std::function<void(const QString&)> commit;
 };
 
+/// Something that an author switches in the views and expects to find again at the next start.
+struct ViewSetting {
+    const char* key; ///< of the settings file
+    QString name;    ///< as a menu shows it; null: other places show it
+    quint32 value;
+    std::vector<quint32> choices{}; ///< other values; none: 0 is off and 1 on
+};
+
 /// What can be done to a scene beyond the mouse tools.
 class SceneEditor {
 public:
@@ -53,6 +61,15 @@ public:
     virtual std::vector<EditCommand> selection_commands() const = 0;
     /// Gives up what the mouse was about to create; false when it was to create nothing.
     virtual bool cancel_creation() = 0;
+    /// Makes what the mouse was about to create, in its usual size; false when it was to create nothing.
+    virtual bool create_armed() = 0;
+    /// The area of the screen around what is selected and shown; empty for nothing.
+    virtual QRectF selected_area() const = 0;
+    /// Shows the picture in a file: in the object at `place` of the screen that shows pictures, or in a new one there.
+    virtual Status drop_picture(const QString& file, QPointF place) = 0;
+    virtual std::vector<ViewSetting> view_settings() const = 0;
+    /// Nothing happens for another key or value.
+    virtual void set_view_setting(const QString& key, quint32 value) = 0;
     /// Runs one of these commands; nothing happens when it is not enabled.
     virtual Status run(int command) = 0;
     /// The text at `place` of a view, whose object becomes the selected one.

@@ -1,6 +1,8 @@
 #include "cmd_test.h"
 
 #include "boxes.h"
+#include "core/document.h"
+#include "core/field.h"
 #include "core/language.h"
 #include "core/res_handle_man.h"
 #include "engine/base_world.h"
@@ -25,6 +27,20 @@ struct LastLook {
     long zoom = 0;
 };
 
+/// What can be named in the brackets of a verb: of `control` the names of controls, of `call` those of functions.
+QMap<QString, QStringList> names_by_verb(CBaseWorld& world)
+{
+    QMap<QString, QStringList> names;
+    for (const auto& object : world.document().objects())
+        if (const tarn::ObjectKind* kind = object->kind())
+            if (const tarn::FieldBase* name = object->fields().find("name"))
+                if (const tarn::Value value = object->property(*name); std::holds_alternative<QString>(value))
+                    names[QString::fromUtf16(kind->english)].append(std::get<QString>(value));
+    for (const FuncPtr& function : world.config_scene().functions())
+        names[QStringLiteral("call")].append(function->name());
+    return names;
+}
+
 LastLook& last_look()
 {
     static LastLook look;
@@ -33,8 +49,11 @@ LastLook& last_look()
 
 } // namespace
 
-CDlgCmdTest::CDlgCmdTest(const QString& function_name, const QString& text, CBaseWorld& world, QWidget* owner)
-    : QDialog(owner), m_name(function_name), m_world(world), m_page(new tarn::ScriptPage(function_name, world, *this))
+CDlgCmdTest::CDlgCmdTest(const QString& function_name, const QString& text, CBaseWorld& world, QWidget* owner, Use use)
+    : QDialog(owner),
+      m_name(function_name),
+      m_world(world),
+      m_page(new tarn::ScriptPage(function_name, world, *this, std::move(use.arguments)))
 {
     const CResHandleMan guard(QStringLiteral(":/frame"));
     m_page->Create(template_id, this);
@@ -48,8 +67,8 @@ CDlgCmdTest::CDlgCmdTest(const QString& function_name, const QString& text, CBas
     m_page->splitter().setSizes(last_look().parts);
 
     CScriptEdit& script = m_page->script();
-    script.offer(world.scripts().verbs(), world.scripts().field_names());
-    script.setText(text);
+    script.offer(world.scripts().verbs(), world.scripts().field_names(), names_by_verb(world));
+    script.setText(text.isEmpty() ? use.first_line : text);
     script.SendScintilla(QsciScintilla::SCI_EMPTYUNDOBUFFER);
     script.setModified(false);
     script.SendScintilla(QsciScintilla::SCI_SETZOOM, last_look().zoom);
@@ -57,15 +76,16 @@ CDlgCmdTest::CDlgCmdTest(const QString& function_name, const QString& text, CBas
             [this, title](bool modified) { setWindowTitle(modified ? title + QLatin1Char('*') : title); });
 }
 
-int CDlgCmdTest::do_modal(const QString& function_name, CBaseWorld* world, QWidget* owner, int line)
+int CDlgCmdTest::do_modal(const QString& function_name, CBaseWorld* world, QWidget* owner, int line, Use use)
 {
     const FuncPtr function = world->config_scene().find_function(function_name);
     if (!function) {
         tarn::boxes::error(owner, lang(u"没有名为“%1”的函数。", u"There is no function \"%1\".").arg(function_name));
         return result_cancel;
     }
-    CDlgCmdTest dialog(function_name, function->text(), *world, owner);
-    dialog.m_page->script().go_to_line(line);
+    const bool begins = function->text().isEmpty() && !use.first_line.isEmpty();
+    CDlgCmdTest dialog(function_name, function->text(), *world, owner, std::move(use));
+    dialog.m_page->script().go_to_line(begins ? 1 : line);
     const int result = tarn::boxes::dialog(dialog);
     last_look() = {dialog.size(), dialog.m_page->splitter().sizes(),
                    dialog.m_page->script().SendScintilla(QsciScintilla::SCI_GETZOOM)};

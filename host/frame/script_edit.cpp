@@ -39,6 +39,7 @@ CScriptEdit::CScriptEdit(QWidget* parent) : QsciScintilla(parent), m_check_timer
     SendScintilla(SCI_AUTOCSETORDER, SC_ORDER_PERFORMSORT);
     SendScintilla(SCI_AUTOCSETDROPRESTOFWORD, true);
     SendScintilla(SCI_AUTOCSETMAXHEIGHT, 10);
+    SendScintilla(SCI_CALLTIPSETPOSITION, true); // Above the line, which is still being typed.
     setScrollWidth(1);
     setScrollWidthTracking(true);
     define_marks();

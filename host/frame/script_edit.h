@@ -14,7 +14,8 @@ public:
     explicit CScriptEdit(QWidget* parent = nullptr);
 
     /// What completion, call tips and colours know besides Lua: verbs, and the names that objects' fields have.
-    void offer(const std::vector<tarn::ScriptVerb>& verbs, const QStringList& field_names = {});
+    void offer(const std::vector<tarn::ScriptVerb>& verbs, const QStringList& field_names = {},
+               const QMap<QString, QStringList>& names = {});
     /// The text with \n as the end of every line.
     QString script() const;
     /// `line` counts from 0; lines outside the text go to its nearest end.

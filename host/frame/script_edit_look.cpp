@@ -127,9 +127,10 @@ void CScriptEdit::fit_number_margin()
     setMarginWidth(tarn::number_margin, QString(digits + 1, QLatin1Char('0')));
 }
 
-void CScriptEdit::offer(const std::vector<tarn::ScriptVerb>& verbs, const QStringList& field_names)
+void CScriptEdit::offer(const std::vector<tarn::ScriptVerb>& verbs, const QStringList& field_names,
+                        const QMap<QString, QStringList>& names)
 {
-    m_words = tarn::ScriptWords(verbs, field_names, tarn::ScriptRuntime::library());
+    m_words = tarn::ScriptWords(verbs, field_names, tarn::ScriptRuntime::library(), names);
     // The lexer's own words are others: scripts have no files and processes.
     const auto set_words = [this](WordSet set, const QStringList& words) {
         SendScintilla(SCI_SETKEYWORDS, ulong(set), words.join(QLatin1Char(' ')).toUtf8().constData());

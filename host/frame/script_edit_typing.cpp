@@ -193,7 +193,8 @@ void CScriptEdit::toggle_comment()
 void CScriptEdit::follow_typing(QChar typed)
 {
     align_block_end();
-    if (typed == u'_' || typed == u'.' || typed == u':' || typed.isLetterOrNumber())
+    if (typed == u'_' || typed == u'.' || typed == u':' || typed == u'"' || typed == u'\'' || typed == u' '
+        || typed.isLetterOrNumber())
         complete(false);
     if (!is_active(SCI_AUTOCACTIVE))
         show_call_tip(m_words.call_tip(text(), cursor_place()));
@@ -205,7 +206,7 @@ void CScriptEdit::complete(bool asked)
     const qsizetype place = cursor_place();
     const auto offer = m_words.offer(all, place);
     const QString typed = all.mid(place - offer.typed, offer.typed);
-    const bool enough = asked || offer.is_member || offer.typed >= letters_to_complete;
+    const bool enough = asked || offer.is_member || offer.is_name || offer.typed >= letters_to_complete;
     // A word that is complete must not stay in a list, or the next Enter would choose it there.
     if (!enough || offer.words.isEmpty() || (offer.words.contains(typed) && (!asked || offer.words.size() == 1))) {
         SendScintilla(SCI_AUTOCCANCEL);
@@ -213,7 +214,8 @@ void CScriptEdit::complete(bool asked)
     }
     if (is_active(SCI_AUTOCACTIVE) && !asked)
         return;
-    SendScintilla(SCI_AUTOCSHOW, ulong(offer.typed), offer.words.join(QLatin1Char('\n')).toUtf8().constData());
+    SendScintilla(SCI_AUTOCSHOW, ulong(typed.toUtf8().size()),
+                  offer.words.join(QLatin1Char('\n')).toUtf8().constData());
     // On a dark editor the list's frame could not be seen. Lists shown before may still be about to go.
     if (const auto lists = findChildren<QListWidget*>(); !lists.isEmpty()) {
         QPalette colors = palette();

@@ -64,11 +64,11 @@ bool a_scene_plays(CBaseWorld& world)
 
 } // namespace
 
-ScriptPage::ScriptPage(QString function_name, CBaseWorld& world, QDialog& dialog)
+ScriptPage::ScriptPage(QString function_name, CBaseWorld& world, QDialog& dialog, std::vector<ScriptValue> arguments)
     : CChildDlg(QStringLiteral("CDlgCmdTest"), &dialog),
       m_dialog(dialog),
       m_world(world),
-      m_run(std::move(function_name), world, m_log)
+      m_run(std::move(function_name), world, m_log, std::move(arguments))
 {
 }
 

@@ -18,7 +18,7 @@ class ScriptPage : public CChildDlg {
     Q_OBJECT
 
 public:
-    ScriptPage(QString function_name, CBaseWorld& world, QDialog& dialog);
+    ScriptPage(QString function_name, CBaseWorld& world, QDialog& dialog, std::vector<ScriptValue> arguments);
 
     CScriptEdit& script() const { return *m_script; }
     QSplitter& splitter() const { return *m_splitter; }

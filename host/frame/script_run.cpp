@@ -1,6 +1,8 @@
 #include "script_run.h"
 
+#include "core/field.h"
 #include "core/language.h"
+#include "core/model_object.h"
 #include "engine/base_world.h"
 #include "script_fault.h"
 #include "script_run_log.h"
@@ -51,8 +53,8 @@ QString shown(const Value& value)
 
 } // namespace
 
-ScriptRun::ScriptRun(QString function_name, CBaseWorld& world, ScriptRunLog& log)
-    : m_name(std::move(function_name)), m_world(world), m_log(log)
+ScriptRun::ScriptRun(QString function_name, CBaseWorld& world, ScriptRunLog& log, std::vector<ScriptValue> arguments)
+    : m_name(std::move(function_name)), m_world(world), m_log(log), m_arguments(std::move(arguments))
 {
     m_ticks.setInterval(tick_interval);
     connect(&m_ticks, &QTimer::timeout, this, &ScriptRun::tick);
@@ -93,8 +95,10 @@ void ScriptRun::start(const QString& text)
     m_edit = m_world.begin_edit ? m_world.begin_edit(lang(u"运行脚本", u"Run Script")) : nullptr;
     if (const Status set = runtime().try_text(m_name, text); !set)
         m_log.add(ScriptRunLog::Kind::Error, set.message());
-    else
-        tell(runtime().call(m_name));
+    else {
+        tell_arguments();
+        tell(runtime().call(m_name, m_arguments));
+    }
     if (runtime().suspended() > 0) {
         m_since_tick.start();
         m_ticks.start();
@@ -135,6 +139,20 @@ void ScriptRun::finish()
         return;
     m_edit.reset();
     m_world.broadcast(ui_full_refresh);
+}
+
+void ScriptRun::tell_arguments()
+{
+    QStringList parts;
+    for (const ScriptValue& argument : m_arguments) {
+        const auto* object = std::get_if<ScriptObject>(&argument);
+        const auto* value = std::get_if<Value>(&argument);
+        const FieldBase* name = object && *object ? (*object)->fields().find("name") : nullptr;
+        parts.append(name ? shown((*object)->property(*name)) : value ? shown(*value) : QStringLiteral("nil"));
+    }
+    if (!parts.isEmpty())
+        m_log.add(ScriptRunLog::Kind::Result,
+                  lang(u"参数：%1", u"Called with: %1").arg(parts.join(QStringLiteral(", "))));
 }
 
 void ScriptRun::tell(const ScriptResult& result)

@@ -23,7 +23,8 @@ class ScriptRun : public QObject {
 
 public:
     /// Both must outlive it.
-    ScriptRun(QString function_name, CBaseWorld& world, ScriptRunLog& log);
+    /// `arguments` are what the function is called with.
+    ScriptRun(QString function_name, CBaseWorld& world, ScriptRunLog& log, std::vector<ScriptValue> arguments = {});
     ~ScriptRun() override;
 
     /// Ends the run before it.
@@ -41,12 +42,14 @@ private:
     void tick();
     void finish();
     void tell(const ScriptResult& result);
+    void tell_arguments();
     void add_error(const ScriptError& error);
     ScriptRuntime& runtime() const;
 
     QString m_name;
     CBaseWorld& m_world;
     ScriptRunLog& m_log;
+    std::vector<ScriptValue> m_arguments;
     QTimer m_ticks;
     QElapsedTimer m_since_tick;
     bool m_started = false;

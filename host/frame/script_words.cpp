@@ -118,8 +118,12 @@ void append_explanation(const ScriptVerb& verb, ScriptWords::Tip& tip)
 
 } // namespace
 
-ScriptWords::ScriptWords(std::vector<ScriptVerb> verbs, QStringList field_names, QStringList library)
-    : m_verbs(std::move(verbs)), m_field_names(std::move(field_names)), m_library(std::move(library))
+ScriptWords::ScriptWords(std::vector<ScriptVerb> verbs, QStringList field_names, QStringList library,
+                         QMap<QString, QStringList> names)
+    : m_verbs(std::move(verbs)),
+      m_field_names(std::move(field_names)),
+      m_library(std::move(library)),
+      m_names(std::move(names))
 {
 }
 
@@ -157,6 +161,21 @@ QStringList ScriptWords::members(const QString& of) const
     return names;
 }
 
+/// Inside a string that is the first thing in the brackets of a verb.
+ScriptWords::Offer ScriptWords::name_offer(QStringView text, const Tokens& tokens, qsizetype at) const
+{
+    const std::size_t string = tokens.size() - 1;
+    const qsizetype begin = tokens[string].begin + 1;
+    Offer offer{{}, at - begin, false, true};
+    const bool in_brackets = string > 1 && is_symbol(text, tokens[string - 1], u'(')
+        && access_before(text, tokens, string - 2).isNull();
+    if (!in_brackets || text[begin - 1] == u'[')
+        return offer;
+    offer.words = m_names.value(tokens[string - 2].in(text).toString());
+    keep_fitting(offer.words, text.mid(begin, offer.typed));
+    return offer;
+}
+
 ScriptWords::Offer ScriptWords::offer(QStringView text, qsizetype at) const
 {
     const Tokens tokens = tokens_before(text, at);
@@ -167,6 +186,8 @@ ScriptWords::Offer ScriptWords::offer(QStringView text, qsizetype at) const
         if (last.kind == LuaToken::Name || last.kind == LuaToken::Keyword) {
             offer.typed = at - last.begin;
             --index;
+        } else if (last.kind == LuaToken::String && last.open) {
+            return name_offer(text, tokens, at);
         } else if (last.open || last.kind == LuaToken::Number || last.kind == LuaToken::String) {
             return offer;
         }

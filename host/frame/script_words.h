@@ -2,6 +2,7 @@
 
 #include "script/script_api.h"
 
+#include <QMap>
 #include <QStringList>
 #include <QStringView>
 
@@ -16,14 +17,17 @@ class ScriptWords {
 public:
     ScriptWords() = default;
     /// `library`: as ScriptRuntime::library() answers it.
-    ScriptWords(std::vector<ScriptVerb> verbs, QStringList field_names, QStringList library);
+    /// `names`: by verb, what can be named in its brackets.
+    ScriptWords(std::vector<ScriptVerb> verbs, QStringList field_names, QStringList library,
+                QMap<QString, QStringList> names = {});
 
     struct Offer {
-        QStringList words; ///< sorted, each once
-        qsizetype typed;   ///< how much of the word stands before the cursor
-        bool is_member;    ///< of what stands before a dot or colon
+        QStringList words;    ///< sorted, each once
+        qsizetype typed;      ///< how much of the word stands before the cursor
+        bool is_member;       ///< of what stands before a dot or colon
+        bool is_name = false; ///< of an object or a function, between quotes
     };
-    /// The words that fit what stands before `at`; none inside strings and comments.
+    /// The words that fit what stands before `at`; none inside comments, and in strings only where a verb is told a name.
     Offer offer(QStringView text, qsizetype at) const;
 
     struct Tip {
@@ -44,12 +48,14 @@ public:
 private:
     QStringList members(const QString& of) const;
     QStringList methods() const;
+    Offer name_offer(QStringView text, const std::vector<LuaToken>& tokens, qsizetype at) const;
     std::optional<Tip> tip_about(QStringView text, const std::vector<LuaToken>& tokens, std::size_t name,
                                  int argument) const;
 
     std::vector<ScriptVerb> m_verbs;
     QStringList m_field_names;
     QStringList m_library;
+    QMap<QString, QStringList> m_names;
 };
 
 } // namespace tarn

@@ -6,6 +6,7 @@
 #include "core/language.h"
 #include "engine/base_world.h"
 #include "engine/scene_selection.h"
+#include "function_names.h"
 #include "gui_core/control_class.h"
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
@@ -74,17 +75,6 @@ void write(tarn::ModelObject& object, tarn::FieldKey key, const tarn::Value& val
 }
 
 /// Those that an object's attribute names.
-QSet<QString> named_functions(const tarn::Document& document)
-{
-    QSet<QString> names;
-    for (const tarn::ModelObject* object : document.objects())
-        for (const tarn::FieldBase* field : object->fields().link_fields())
-            if (field->rules().function)
-                for (const QString& name : field->names(tarn::Authored::state(*object)))
-                    names.insert(name);
-    return names;
-}
-
 void write_picture(const std::vector<tarn::ModelObject*>& objects, tarn::FieldKey key, const QString& picture,
                    const char* look)
 {
@@ -577,7 +567,7 @@ void CGuiPlugScene::remove_deletectrl_GUI_scripts()
             orphans.insert(event.function());
         return gone;
     });
-    for (const QString& function : named_functions(document()))
+    for (const QString& function : tarn::named_functions(document()))
         orphans.remove(function);
     for (const QString& function : std::as_const(orphans))
         functions().del_function(function);

@@ -14,6 +14,8 @@ namespace {
 
 constexpr double guide_reach = 4; ///< pixels of the view
 const QColor guide_color(0x8a, 0x6c, 0xff);
+const QColor grid_color(0xff, 0xff, 0xff, 46);
+constexpr double least_grid_gap = 6; ///< pixels of the view; denser lines are left out, every second one first
 
 /// The dialog whose corner is counted from; null for the screen's.
 const CDXUTDialog* counted_dialog(const CGuiCore& core)
@@ -41,6 +43,7 @@ void AidsLayer::follow(const MouseEvent& event)
 {
     m_mouse = event.place;
     m_pixel = 1 / event.scale;
+    m_corner = event.corner;
 }
 
 bool AidsLayer::shows_rulers() const
@@ -72,25 +75,29 @@ QString AidsLayer::place_text(QPointF on_screen) const
         .arg(qRound(y_scale().number_at(on_screen.y())));
 }
 
+/// Whether `place` is on the ruler that lines of that direction come out of.
+bool AidsLayer::on_strip(Qt::Orientation lines, QPointF place) const
+{
+    return across(lines, place - m_corner) < RulerPainter::thickness * m_pixel;
+}
+
 bool AidsLayer::on_ruler(QPointF place) const
 {
-    const double edge = RulerPainter::thickness * m_pixel;
-    return shows_rulers() && (place.x() < edge || place.y() < edge);
+    return shows_rulers() && (on_strip(Qt::Vertical, place) || on_strip(Qt::Horizontal, place));
 }
 
 std::optional<Guide> AidsLayer::guide_from_ruler(QPointF place) const
 {
-    const double edge = RulerPainter::thickness * m_pixel;
-    const bool corner = place.x() < edge && place.y() < edge;
+    const bool corner = on_strip(Qt::Vertical, place) && on_strip(Qt::Horizontal, place);
     if (!shows_guides() || !on_ruler(place) || corner)
         return {};
-    return Guide{place.y() < edge ? Qt::Horizontal : Qt::Vertical, {}};
+    return Guide{on_strip(Qt::Horizontal, place) ? Qt::Horizontal : Qt::Vertical, {}};
 }
 
 bool AidsLayer::drops_guide(Qt::Orientation lines, QPointF place) const
 {
     const bool inside = QRectF(QPointF(), m_core.screen_size()).contains(place);
-    return !inside || (shows_rulers() && across(lines, place) < RulerPainter::thickness * m_pixel);
+    return !inside || (shows_rulers() && on_strip(lines, place));
 }
 
 std::optional<Guide> AidsLayer::guide_at(QPointF place) const
@@ -124,11 +131,36 @@ void AidsLayer::paint_guides(QPainter& painter) const
     }
 }
 
+/// The one that what is selected would snap to: its dialog's or, of dialogs, the screen's.
+void AidsLayer::paint_grid(QPainter& painter) const
+{
+    const SelectionRecord& selection = m_core.selection();
+    if (!m_grid.shown || !selection.editing)
+        return;
+    const CDXUTDialog* home = selection.controls_selected ? selection.current_dialog : nullptr;
+    const QRectF area = home ? home->client_rect() : QRectF(QPointF(), m_core.screen_size());
+    const QRectF shown = area & shown_area(painter);
+    std::vector<QLineF> lines;
+    const auto add = [&](double origin, double unit, double low, double high, auto line) {
+        double step = m_grid.step * unit;
+        while (step / view_pixel(painter) < least_grid_gap)
+            step *= 2;
+        for (double place = origin + std::ceil((low - origin) / step) * step; place <= high; place += step)
+            lines.push_back(line(place));
+    };
+    add(area.left(), home ? home->scale_x() : 1, shown.left(), shown.right(),
+        [&](double x) { return QLineF(x, shown.top(), x, shown.bottom()); });
+    add(area.top(), home ? home->scale_y() : 1, shown.top(), shown.bottom(),
+        [&](double y) { return QLineF(shown.left(), y, shown.right(), y); });
+    painter.setPen(line_pen(painter, grid_color));
+    painter.drawLines(lines.data(), int(lines.size()));
+}
+
 void AidsLayer::paint_rulers(QPainter& painter)
 {
     if (!shows_rulers())
         return;
-    m_rulers.paint(painter, {m_core.screen_size(), x_scale(), y_scale(), selected_frame(m_core), m_mouse});
+    m_rulers.paint(painter, {shown_area(painter), x_scale(), y_scale(), selected_frame(m_core), m_mouse});
 }
 
 } // namespace tarn

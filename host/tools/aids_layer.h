@@ -28,6 +28,14 @@ public:
     /// A pixel of the view in which the mouse was last, in pixels of the screen.
     double pixel() const { return m_pixel; }
 
+    /// What things snap to where nothing else is near.
+    struct Grid {
+        int step = 8; ///< pixels of the dialog or the screen
+        bool shown = false;
+    };
+    Grid& grid() { return m_grid; }
+    const Grid& grid() const { return m_grid; }
+
     // What rulers and read-outs count in
     RulerScale x_scale() const;
     RulerScale y_scale() const;
@@ -49,13 +57,18 @@ public:
 
     /// Below what the tools paint, and above it.
     void paint_guides(QPainter& painter) const;
+    void paint_grid(QPainter& painter) const;
     void paint_rulers(QPainter& painter);
 
 private:
+    bool on_strip(Qt::Orientation lines, QPointF place) const;
+
     const CGuiCore& m_core;
     QPointF m_mouse{-1, -1};
     double m_pixel = 1;
+    QPointF m_corner; ///< of the view, a place of the screen
     std::optional<Guide> m_dragged;
+    Grid m_grid;
     RulerPainter m_rulers;
 };
 

@@ -1,6 +1,5 @@
 #include "control_commands.h"
 #include "core/authored.h"
-
 #include "core/language.h"
 #include "engine/base_world.h"
 #include "gui_core/dxut_control.h"
@@ -8,8 +7,11 @@
 #include "gui_scene/gui_plug_scene.h"
 #include "selection_edit.h"
 
+#include <QHash>
+
 #include <algorithm>
 #include <functional>
+#include <memory>
 
 namespace tarn {
 
@@ -98,15 +100,65 @@ void tell_new_controls(CGuiPlugScene& scene)
     tell(scene, ui_control_selected);
 }
 
+namespace {
+
+/// The events of controls that a step makes, which are not recorded themselves: they go and come with it.
+class MadeEvents final : public Journal::SideEffect {
+public:
+    struct Event {
+        quint32 control;
+        quint32 type;
+        QString function;
+    };
+    MadeEvents(CEventManager& manager, std::vector<Event> events) : m_manager(manager), m_events(std::move(events)) {}
+
+    void exchange() override
+    {
+        const RecordingOff off(m_manager.document().journal());
+        for (const Event& event : m_events) {
+            if (!m_are_there)
+                m_manager.CreateEventW(event.control, event.type, event.function);
+            else if (CGuiEvent* present = m_manager.GetFunc(event.control, event.type))
+                m_manager.RemoveEvent(present);
+        }
+        m_are_there = !m_are_there;
+    }
+
+private:
+    CEventManager& m_manager;
+    std::vector<Event> m_events;
+    bool m_are_there = false;
+};
+
+/// The events of a control call the same functions for its copy. `copies`: by the originals' ids.
+void copy_events(CGuiPlugScene& scene, const QHash<quint32, quint32>& copies)
+{
+    std::vector<MadeEvents::Event> made;
+    for (const CGuiEvent* event : scene.events().events())
+        if (const quint32 copy = copies.value(event->control()))
+            made.push_back({copy, event->type(), event->function()});
+    if (made.empty())
+        return;
+    auto step = std::make_unique<MadeEvents>(scene.events(), std::move(made));
+    step->exchange();
+    scene.journal().add_side_effect(std::move(step));
+}
+
+} // namespace
+
 void duplicate_selected(CGuiPlugScene& scene)
 {
     CGuiCore& core = scene.gui_core();
     std::vector<CDXUTControl*> copies;
+    QHash<quint32, quint32> ids;
     {
         const UserAction action(scene.journal(), lang(u"再制控件", u"Duplicate Control"));
         for (const CDXUTControl* control : selected_controls(core, false))
-            if (CDXUTControl* copy = add_copy(core, Authored::state(*control), *control->dialog(), copy_offset))
+            if (CDXUTControl* copy = add_copy(core, Authored::state(*control), *control->dialog(), copy_offset)) {
                 copies.push_back(copy);
+                ids.insert(control->id(), copy->id());
+            }
+        copy_events(scene, ids);
         core.ClearCtrlSelection();
         core.SelectControls(copies);
     }

@@ -13,14 +13,16 @@
 
 #include <QPainter>
 
+#include <algorithm>
 #include <cmath>
 
 namespace tarn {
 
 namespace {
 
-constexpr double click_reach = 4; ///< pixels; a shorter drag counts as a click
+constexpr double click_reach = 4; ///< pixels of the view; a shorter drag counts as a click
 constexpr double smallest = 8;    ///< pixels; side of the smallest object that is drawn
+constexpr double beside = 10;     ///< pixels, right and down, from what stands where something is to be made
 constexpr QSizeF dialog_size(260, 180);
 
 QPointF whole(QPointF place)
@@ -79,16 +81,46 @@ bool CreateTool::mouse(const MouseEvent& event)
     m_modifiers = event.modifiers;
     if (event.kind == MouseEvent::Kind::Release) {
         QRectF drawn = frame();
-        if (drawn.width() < click_reach && drawn.height() < click_reach)
-            drawn.setSize(m_type == SceneTools::new_dialog ? dialog_size : QSizeF(control_class(m_type)->default_size));
-        create(QRectF(drawn.topLeft(), drawn.size().expandedTo(QSizeF(smallest, smallest)))); // Destroys this tool.
+        const double reach = click_reach * m_aids.pixel();
+        if (drawn.width() < reach && drawn.height() < reach)
+            drawn.setSize(usual_size());
+        create(QRectF(drawn.topLeft(), drawn.size().expandedTo(QSizeF(smallest, smallest))),
+               home()); // Destroys this tool.
         return true;
     }
     m_scene.world()->update_all_views();
     return true;
 }
 
-void CreateTool::create(const QRectF& drawn)
+QSizeF CreateTool::usual_size() const
+{
+    return m_type == SceneTools::new_dialog ? dialog_size : QSizeF(control_class(m_type)->default_size);
+}
+
+/// In the middle of the current dialog, or of the screen, beside what was put there before.
+void CreateTool::create_usual()
+{
+    const CGuiCore& core = m_scene.gui_core();
+    const bool of_dialog = m_type == SceneTools::new_dialog;
+    CDXUTDialog* current = core.selection().current_dialog;
+    CDXUTDialog* owner = !of_dialog && current && current->is_seen() ? current : core.GetRootDialog();
+    QRectF frame(QPointF(), usual_size());
+    frame.moveCenter(owner->client_rect().center());
+    frame.moveTopLeft(whole(frame.topLeft()));
+    const auto taken = [&](QPointF corner) {
+        return of_dialog
+            ? std::any_of(core.GetDialogs().begin(), core.GetDialogs().end(),
+                          [&](const CDXUTDialog* dialog) { return dialog->outer_rect().topLeft() == corner; })
+            : std::any_of(owner->controls().begin(), owner->controls().end(), [&](const CDXUTControl* control) {
+                  return whole(control->screen_bounds().topLeft()) == corner;
+              });
+    };
+    while (taken(frame.topLeft()))
+        frame.translate(beside, beside);
+    create(frame, owner); // Destroys this tool.
+}
+
+void CreateTool::create(const QRectF& drawn, CDXUTDialog* owner)
 {
     CGuiCore& core = m_scene.gui_core();
     CBaseWorld* world = m_scene.world();
@@ -104,7 +136,6 @@ void CreateTool::create(const QRectF& drawn)
                 core.SelectDialog(made, false);
             }
         } else {
-            CDXUTDialog* owner = home();
             const QRectF inside(owner->to_client(drawn.topLeft()), owner->to_client(drawn.bottomRight()));
             if (CDXUTControl* made = core.create_control(m_type, owner, inside))
                 core.SelectControl(made, false);
@@ -117,6 +148,10 @@ void CreateTool::create(const QRectF& drawn)
 
 bool CreateTool::key(int key, Qt::KeyboardModifiers)
 {
+    if ((key == Qt::Key_Return || key == Qt::Key_Enter) && !m_start) {
+        create_usual();
+        return true;
+    }
     if (key != Qt::Key_Escape)
         return false;
     CBaseWorld* world = m_scene.world();
@@ -132,6 +167,7 @@ bool CreateTool::key(int key, Qt::KeyboardModifiers)
 
 void CreateTool::paint(QPainter& painter)
 {
+    m_aids.paint_grid(painter);
     m_aids.paint_guides(painter);
     if (m_start)
         paint_drawing(painter);

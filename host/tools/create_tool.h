@@ -12,7 +12,8 @@ class CGuiPlugScene;
 
 namespace tarn {
 
-/// Draws the frame of a new dialog or control with the mouse. A click without a drag makes it in its usual size. When
+/// Draws the frame of a new dialog or control with the mouse. A click without a drag makes it in its usual size, and so does
+/// Enter, without the mouse. When
 /// the object is made the scene goes back to selecting.
 class CreateTool : public MouseTool {
 public:
@@ -32,7 +33,9 @@ private:
     QPointF snapped(const MouseEvent& event);
     CDXUTDialog* home() const;
     void paint_drawing(QPainter& painter) const;
-    void create(const QRectF& drawn);
+    QSizeF usual_size() const;
+    void create_usual();
+    void create(const QRectF& drawn, CDXUTDialog* owner);
 
     CGuiPlugScene& m_scene;
     AidsLayer& m_aids;

@@ -12,7 +12,9 @@
 #include "gui_core/dxut_dialog.h"
 #include "gui_scene/gui_plug_scene.h"
 #include "gui_scene/removal_title.h"
+#include "picture_drop.h"
 #include "selection_edit.h"
+#include "selection_overlay.h"
 #include "world/world_object.h"
 #include "world_mouse.h"
 
@@ -200,6 +202,59 @@ std::vector<EditCommand> GuiSceneEditor::selection_commands() const
 bool GuiSceneEditor::cancel_creation()
 {
     return m_scene.mouse_function() != 0 && m_scene.world()->mouse_tool()->key(Qt::Key_Escape, {});
+}
+
+bool GuiSceneEditor::create_armed()
+{
+    return m_scene.mouse_function() != 0 && m_scene.world()->mouse_tool()->key(Qt::Key_Return, {});
+}
+
+QRectF GuiSceneEditor::selected_area() const
+{
+    return selected_frame(m_scene.gui_core());
+}
+
+Status GuiSceneEditor::drop_picture(const QString& file, QPointF place)
+{
+    return m_scene.gui_core().selection().editing ? tarn::drop_picture(m_scene, file, place) : Status();
+}
+
+std::vector<ViewSetting> GuiSceneEditor::view_settings() const
+{
+    const ViewAids& aids = m_scene.gui_core().view_aids();
+    const auto step = quint32(m_aids.grid().step);
+    return {{"ruler", {}, aids.ruler},
+            {"snap", {}, aids.snap},
+            {"guide_lines", {}, aids.guide_lines},
+            {"coordinate_display", {}, aids.coordinate_display},
+            {"grid", lang(u"显示捕捉网格(&G)", u"Show Snap &Grid"), m_aids.grid().shown ? 1U : 0U},
+            {"grid_step", lang(u"网格间距(&A)", u"Grid Sp&acing"), step, {2, 4, 5, 8, 10, 16, 20, 32, 50}}};
+}
+
+void GuiSceneEditor::set_view_setting(const QString& key, quint32 value)
+{
+    ViewAids& aids = m_scene.gui_core().view_aids();
+    for (const ViewSetting& setting : view_settings()) {
+        const bool known = setting.choices.empty()
+            ? value <= 1
+            : std::find(setting.choices.begin(), setting.choices.end(), value) != setting.choices.end();
+        if (key != QLatin1String(setting.key) || !known)
+            continue;
+        if (key == QLatin1String("ruler"))
+            aids.ruler = value;
+        else if (key == QLatin1String("snap"))
+            aids.snap = value;
+        else if (key == QLatin1String("guide_lines"))
+            aids.guide_lines = value;
+        else if (key == QLatin1String("coordinate_display"))
+            aids.coordinate_display = value;
+        else if (key == QLatin1String("grid"))
+            m_aids.grid().shown = value;
+        else
+            m_aids.grid().step = int(value);
+    }
+    if (CBaseWorld* world = m_scene.world())
+        world->update_all_views();
 }
 
 bool GuiSceneEditor::can_paste() const

@@ -14,7 +14,7 @@ class WorldMouse;
 /// The commands that edit the interface: they work on what is selected.
 class GuiSceneEditor : public SceneEditor {
 public:
-    GuiSceneEditor(CGuiPlugScene& scene, const AidsLayer& aids, WorldMouse& world)
+    GuiSceneEditor(CGuiPlugScene& scene, AidsLayer& aids, WorldMouse& world)
         : m_scene(scene), m_aids(aids), m_world(world)
     {
     }
@@ -43,6 +43,11 @@ public:
     std::vector<EditCommand> context_commands(QPointF place) override;
     std::vector<EditCommand> selection_commands() const override;
     bool cancel_creation() override;
+    bool create_armed() override;
+    QRectF selected_area() const override;
+    Status drop_picture(const QString& file, QPointF place) override;
+    std::vector<ViewSetting> view_settings() const override;
+    void set_view_setting(const QString& key, quint32 value) override;
     Status run(int command) override;
     std::optional<EditableText> text_at(QPointF place) override;
 
@@ -53,7 +58,7 @@ private:
     bool can_paste() const;
 
     CGuiPlugScene& m_scene;
-    const AidsLayer& m_aids;
+    AidsLayer& m_aids;
     WorldMouse& m_world;
     QPointF m_menu_place;                    ///< of the context menu that was opened last
     mutable std::optional<bool> m_can_paste; ///< none until asked for since the clipboard changed

@@ -61,8 +61,8 @@ QImage RulerPainter::made_strip(Qt::Orientation along, const Look& look)
     painter.setFont(interface_font(font_size, false));
     QColor faint = palette.color(QPalette::WindowText);
     faint.setAlpha(120);
-    for (const RulerTick& tick : ruler_ticks(look.scale, look.length, look.pixel)) {
-        const double place = std::floor(tick.place / look.pixel);
+    for (const RulerTick& tick : ruler_ticks(look.scale, look.start, look.start + look.length, look.pixel)) {
+        const double place = std::floor((tick.place - look.start) / look.pixel);
         painter.fillRect(in_strip(along, place, 1, thickness - tick_length(tick.kind), thickness), faint);
         painter.setPen(palette.color(QPalette::WindowText));
         if (tick.kind == RulerTick::Numbered)
@@ -83,24 +83,32 @@ void RulerPainter::paint_strip(QPainter& painter, Qt::Orientation along, const L
 void RulerPainter::paint(QPainter& painter, const RulerContent& content)
 {
     const double pixel = view_pixel(painter);
-    Look look{content.x, content.screen.width(), pixel, painter.device()->devicePixelRatioF(),
+    const QRectF& shown = content.shown;
+    Look look{content.x,
+              shown.x(),
+              shown.width(),
+              pixel,
+              painter.device()->devicePixelRatioF(),
               QGuiApplication::palette().cacheKey()};
     painter.save();
+    painter.translate(shown.topLeft());
     painter.scale(pixel, pixel); // From here on in pixels of the view.
     paint_strip(painter, Qt::Horizontal, look);
     look.scale = content.y;
-    look.length = content.screen.height();
+    look.start = shown.y();
+    look.length = shown.height();
     paint_strip(painter, Qt::Vertical, look);
-    const QRectF& chosen = content.selection;
-    if (!chosen.isNull()) {
+    const QRectF chosen = content.selection.translated(-shown.topLeft());
+    const QPointF mouse = content.mouse - shown.topLeft();
+    if (!content.selection.isNull()) {
         painter.fillRect(in_strip(Qt::Horizontal, chosen.x() / pixel, chosen.width() / pixel, 0, thickness - 1),
                          selection_color);
         painter.fillRect(in_strip(Qt::Vertical, chosen.y() / pixel, chosen.height() / pixel, 0, thickness - 1),
                          selection_color);
     }
-    if (QRectF(QPointF(), content.screen).contains(content.mouse)) {
-        painter.fillRect(in_strip(Qt::Horizontal, std::floor(content.mouse.x() / pixel), 1, 0, thickness), mouse_color);
-        painter.fillRect(in_strip(Qt::Vertical, std::floor(content.mouse.y() / pixel), 1, 0, thickness), mouse_color);
+    if (shown.contains(content.mouse)) {
+        painter.fillRect(in_strip(Qt::Horizontal, std::floor(mouse.x() / pixel), 1, 0, thickness), mouse_color);
+        painter.fillRect(in_strip(Qt::Vertical, std::floor(mouse.y() / pixel), 1, 0, thickness), mouse_color);
     }
     painter.fillRect(QRectF(0, 0, thickness, thickness), QGuiApplication::palette().color(QPalette::Window));
     painter.restore();

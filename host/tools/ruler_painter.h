@@ -12,11 +12,11 @@ namespace tarn {
 
 /// What the rulers show. Places are pixels of the screen.
 struct RulerContent {
-    QSizeF screen;
+    QRectF shown; ///< by the view
     RulerScale x;
     RulerScale y;
     QRectF selection; ///< null for none
-    QPointF mouse;    ///< beyond the screen while the mouse is elsewhere
+    QPointF mouse;    ///< beyond what is shown while the mouse is elsewhere
 };
 
 /// Draws the rulers along the top and left edge of a view. The strips are kept as pictures until what they count
@@ -30,6 +30,7 @@ public:
 private:
     struct Look {
         RulerScale scale;
+        double start = 0;  ///< of what is shown, a place on the screen
         double length = 0; ///< pixels of the screen
         double pixel = 1;  ///< of the view, in pixels of the screen
         double dpr = 1;

@@ -23,12 +23,12 @@ int round_step(double least)
 
 } // namespace
 
-std::vector<RulerTick> ruler_ticks(const RulerScale& scale, double end, double pixel)
+std::vector<RulerTick> ruler_ticks(const RulerScale& scale, double begin, double end, double pixel)
 {
     const int step = round_step(least_gap * pixel / scale.unit) / ticks_a_number;
     std::vector<RulerTick> ticks;
     const int last = int(std::floor(scale.number_at(end) / step));
-    for (int i = int(std::ceil(scale.number_at(0) / step)); i <= last; ++i) {
+    for (int i = int(std::ceil(scale.number_at(begin) / step)); i <= last; ++i) {
         const auto kind = i % ticks_a_number == 0 ? RulerTick::Numbered
             : i % (ticks_a_number / 2) == 0       ? RulerTick::Middle
                                                   : RulerTick::Small;

@@ -22,8 +22,8 @@ struct RulerTick {
     Kind kind;
 };
 
-/// The ticks between the places 0 and `end`, ten to a number, so that numbers stand well apart in a view in which
+/// The ticks between the places `begin` and `end`, ten to a number, so that numbers stand well apart in a view in which
 /// `pixel` pixels of the screen make one.
-std::vector<RulerTick> ruler_ticks(const RulerScale& scale, double end, double pixel);
+std::vector<RulerTick> ruler_ticks(const RulerScale& scale, double begin, double end, double pixel);
 
 } // namespace tarn

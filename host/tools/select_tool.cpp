@@ -21,13 +21,13 @@ namespace tarn {
 
 namespace {
 
-constexpr double drag_reach = 3; ///< pixels that the mouse has to move before a press becomes a drag
+constexpr double drag_reach = 3; ///< pixels of the view that the mouse has to move before a press becomes a drag
 constexpr double wide_step = 10; ///< pixels that an arrow key moves with Shift
 
-bool is_near(QPointF a, QPointF b)
+bool is_near(QPointF a, QPointF b, double pixel)
 {
     const QPointF way = a - b;
-    return std::max(std::abs(way.x()), std::abs(way.y())) < drag_reach;
+    return std::max(std::abs(way.x()), std::abs(way.y())) < drag_reach * pixel;
 }
 
 QPointF arrow_step(int key)
@@ -147,7 +147,7 @@ void SelectTool::press_target(const MouseEvent& event, const std::vector<Target>
     const CGuiCore& core = m_scene.gui_core();
     const auto selected = std::find_if(targets.begin(), targets.end(),
                                        [&](const Target& target) { return is_selected(core, target); });
-    const bool again = m_last_click && is_near(*m_last_click, event.place) && selected != targets.end();
+    const bool again = m_last_click && is_near(*m_last_click, event.place, m_aids.pixel()) && selected != targets.end();
     m_picked = again ? *selected : targets.front();
     if (event.modifiers & (Qt::ControlModifier | Qt::ShiftModifier)) {
         m_picked = targets.front();
@@ -186,7 +186,7 @@ void SelectTool::press_world(const MouseEvent& event, WorldObject& object)
 void SelectTool::drag(const MouseEvent& event)
 {
     if (!m_dragging) {
-        if (is_near(event.place, m_press_place))
+        if (is_near(event.place, m_press_place, m_aids.pixel()))
             return;
         m_dragging = true;
         m_cursor = m_gesture->cursor();
@@ -284,6 +284,7 @@ void SelectTool::update_cursor(QPointF place)
 void SelectTool::paint(QPainter& painter)
 {
     m_world.paint(painter, m_dragging ? m_gesture.get() : nullptr);
+    m_aids.paint_grid(painter);
     m_aids.paint_guides(painter);
     const CAnimationScene& animation = m_scene.animation();
     paint_selection(painter, m_scene.gui_core(), [&](const ModelObject& object) {

@@ -21,6 +21,7 @@ namespace {
 
 constexpr double handle_side = 8;       ///< pixels
 constexpr double reach = 2;             ///< pixels around a handle that still hit it
+constexpr double smallest_inside = 28;  ///< pixels; a shorter side has its handles outside
 constexpr std::size_t few_frames = 200; ///< of more frames none has a shade, which takes long to draw
 constexpr double label_gap = 8;         ///< pixels between a frame and its read-out
 constexpr int way_font_size = 10;       ///< pixels
@@ -34,13 +35,6 @@ const QColor accent(0x2f, 0xb5, 0xc9);
 const QColor current_accent(0xff, 0xb0, 0x3a);
 
 constexpr std::array<HandleSeat, handle_count> seats{{{0, 0}, {1, 0}, {2, 0}, {2, 1}, {2, 2}, {1, 2}, {0, 2}, {0, 1}}};
-
-/// What the painter's view shows, pixels of the screen.
-QRectF shown_area(const QPainter& painter)
-{
-    const double pixel = view_pixel(painter);
-    return {QPointF(painter.window().topLeft()) * pixel, QSizeF(painter.window().size()) * pixel};
-}
 
 void outline(QPainter& painter, const std::vector<QRectF>& frames, const QColor& color)
 {
@@ -138,10 +132,20 @@ double view_pixel(const QPainter& painter)
     return 1 / painter.worldTransform().m11();
 }
 
-QRectF handle_rect(const QRectF& frame, Handle handle, double pixel)
+QRectF shown_area(const QPainter& painter)
+{
+    return painter.worldTransform().inverted().mapRect(QRectF(painter.window()));
+}
+
+QRectF handle_rect(const QRectF& around, Handle handle, double pixel)
 {
     const HandleSeat seat = handle_seat(handle);
     const double side = handle_side * pixel;
+    // Of what is small the handles stand outside, so that all of it is free to be dragged.
+    const double out = side / 2 + reach * pixel;
+    const double x_out = around.width() < smallest_inside * pixel ? out : 0;
+    const double y_out = around.height() < smallest_inside * pixel ? out : 0;
+    const QRectF frame = around.adjusted(-x_out, -y_out, x_out, y_out);
     const QPointF centre(frame.x() + frame.width() * seat.x / 2.0, frame.y() + frame.height() * seat.y / 2.0);
     return {centre.x() - side / 2, centre.y() - side / 2, side, side};
 }
@@ -313,7 +317,8 @@ void paint_label(QPainter& painter, const QRectF& frame, const QString& text)
     const double pixel = view_pixel(painter);
     const QFont font = interface_font(12, false);
     const QRectF extent = QFontMetricsF(font).boundingRect(text).adjusted(-6, -3, 6, 3);
-    const QRectF window(painter.window());
+    const QRectF shown = shown_area(painter);
+    const QRectF window(shown.topLeft() / pixel, shown.size() / pixel);
     const QRectF around(frame.topLeft() / pixel, frame.size() / pixel);
     QRectF label(around.right() - extent.width(), around.bottom() + label_gap, extent.width(), extent.height());
     if (label.bottom() > window.bottom())

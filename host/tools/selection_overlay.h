@@ -31,6 +31,8 @@ HandleSeat handle_seat(Handle handle);
 
 /// The size of a view's pixel in what `painter` counts in, pixels of the screen.
 double view_pixel(const QPainter& painter);
+/// What the view of `painter` shows, pixels of the screen.
+QRectF shown_area(const QPainter& painter);
 /// Draws lines one pixel of the view wide.
 QPen line_pen(const QPainter& painter, const QColor& color, Qt::PenStyle style = Qt::SolidLine);
 

@@ -15,7 +15,6 @@ namespace tarn {
 namespace {
 
 constexpr double snap_reach = 6; ///< pixels of the view
-constexpr double grid_step = 8;  ///< pixels of the dialog or the screen
 const QColor snap_color(0xff, 0x3d, 0x9a);
 
 std::array<double, 3> places(double low, double high)
@@ -75,8 +74,8 @@ void SnapSession::add_places()
         for (const quint32 guide : m_core.guides(Qt::Horizontal))
             m_y.add_guide(guide);
     }
-    m_x.set_grid(m_home.left(), grid_step * m_unit.x());
-    m_y.set_grid(m_home.top(), grid_step * m_unit.y());
+    m_x.set_grid(m_home.left(), m_aids.grid().step * m_unit.x());
+    m_y.set_grid(m_home.top(), m_aids.grid().step * m_unit.y());
     m_x.prepare();
     m_y.prepare();
 }

@@ -102,7 +102,9 @@ CButtonST::Parts CButtonST::parts() const
     QRect inner = rect().adjusted(margin, 0, -margin - (menu() ? menu_arrow_width : 0), 0);
     const QSize icon_size = has_icon ? iconSize() : QSize(0, 0);
     Parts result;
-    if (!has_text) {
+    // An icon needs no text where not even a letter of that could be read.
+    const bool has_room = inner.width() - icon_size.width() - gap >= fontMetrics().averageCharWidth();
+    if (!has_text || (has_icon && !has_room)) {
         result.icon = QRect(QPoint(), icon_size);
         result.icon.moveCenter(inner.center());
         return result;
@@ -124,7 +126,7 @@ bool CButtonST::is_elided() const
 QString CButtonST::shown_tooltip() const
 {
     QStringList lines;
-    if (is_elided())
+    if (is_elided() && plain_text().size() > 1)
         lines.append(plain_text());
     if (!toolTip().isEmpty() && !lines.contains(toolTip()))
         lines.append(toolTip());

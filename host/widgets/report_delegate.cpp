@@ -15,6 +15,8 @@ namespace {
 
 constexpr int text_margin = 5;
 constexpr int icon_size = 16;
+constexpr int cell_icon_step = icon_size + 2;
+constexpr int least_text = 16;        ///< pixels beside the icons of a cell, which otherwise has none
 constexpr int narrowest_editor = 150; ///< pixels
 constexpr int widest_column = 2000;   ///< pixels, of those that fit their contents
 
@@ -69,7 +71,19 @@ ReportDelegate::ReportDelegate(CReportList* list) : QStyledItemDelegate(list), m
 QRect ReportDelegate::text_rect(const QStyleOptionViewItem& option, const QModelIndex& index) const
 {
     const bool icon_column = index.column() == 0 && m_list->has_icons();
-    return option.rect.adjusted(text_margin + (icon_column ? icon_size + 3 : 0), 0, -text_margin, 0);
+    auto icons = int(m_list->cell_icons_at(index.row(), index.column()).size());
+    if (cell_icon_rect(option.rect, 0, icons).isEmpty())
+        icons = 0;
+    return option.rect.adjusted(text_margin + (icon_column ? icon_size + 3 : 0), 0,
+                                -text_margin - icons * cell_icon_step, 0);
+}
+
+QRect ReportDelegate::cell_icon_rect(const QRect& cell, int icon, int count)
+{
+    if (cell.width() < count * cell_icon_step + least_text)
+        return {};
+    return {cell.right() - 1 - (count - icon) * cell_icon_step, cell.center().y() - icon_size / 2 + 1, icon_size,
+            icon_size};
 }
 
 void ReportDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const
@@ -104,9 +118,32 @@ void ReportDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option
                           shortened(caption, option.fontMetrics, place.width()));
     }
 
+    paint_cell_icons(*painter, option, index);
     painter->save();
     m_list->draw_additional(*painter, option.rect, index.row(), index.column());
     painter->restore();
+}
+
+void ReportDelegate::paint_cell_icons(QPainter& painter, const QStyleOptionViewItem& option,
+                                      const QModelIndex& index) const
+{
+    const auto icons = m_list->cell_icons_at(index.row(), index.column());
+    const bool enabled = option.state & QStyle::State_Enabled;
+    const bool selected = option.state & QStyle::State_Selected;
+    const QPalette::ColorGroup group = option.state & QStyle::State_Active ? QPalette::Active : QPalette::Inactive;
+    const bool has_room = !cell_icon_rect(option.rect, 0, int(icons.size())).isEmpty();
+    for (std::size_t i = 0; i < icons.size() && has_room; ++i)
+        paint_icon(painter, m_list->icon_of(icons[i]), cell_icon_rect(option.rect, int(i), int(icons.size())), enabled,
+                   selected, option.palette.color(group, QPalette::HighlightedText));
+}
+
+QString ReportDelegate::tip_of_icon(const QPoint& place, const QModelIndex& index) const
+{
+    const auto icons = m_list->cell_icons_at(index.row(), index.column());
+    for (std::size_t i = 0; i < icons.size(); ++i)
+        if (m_list->cell_icon_rect(index.row(), index.column(), int(i)).contains(place))
+            return icons[i].tip;
+    return {};
 }
 
 QSize ReportDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const
@@ -142,6 +179,10 @@ bool ReportDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const
 {
     if (event->type() != QEvent::ToolTip || !index.isValid())
         return QStyledItemDelegate::helpEvent(event, view, option, index);
+    if (const QString tip = tip_of_icon(event->pos(), index); !tip.isEmpty()) {
+        QToolTip::showText(event->globalPos(), plain_tip(tip), view->viewport(), option.rect);
+        return true;
+    }
     const QString caption = m_list->item_caption(index.row(), index.column());
     const int width = text_rect(option, index).width();
     const bool fits = option.fontMetrics.horizontalAdvance(head_of(caption, width)) <= width;

@@ -11,6 +11,12 @@
 #include <algorithm>
 #include <unordered_set>
 
+namespace {
+
+constexpr int widest_column = 4000; ///< pixels
+
+} // namespace
+
 // While one lives, changes come from the program and are not reported as the user's.
 class CReportList::CodeScope {
 public:
@@ -48,6 +54,16 @@ CReportList::~CReportList() = default;
 int CReportList::get_item_icon(void*) const
 {
     return -1;
+}
+
+std::vector<CReportList::CellIcon> CReportList::cell_icons(void*, int) const
+{
+    return {};
+}
+
+bool CReportList::accepts_drop_at(void*) const
+{
+    return false;
 }
 
 void CReportList::draw_additional(QPainter&, const QRect&, int, int) const {}
@@ -104,6 +120,25 @@ QStringList CReportList::column_captions() const
     for (const auto& column : m_model->columns())
         titles.append(column.title);
     return titles;
+}
+
+QList<int> CReportList::chosen_widths() const
+{
+    QList<int> widths;
+    for (int i = 0; !m_keeps_shares && i < m_model->columnCount(); ++i)
+        widths.append(columnWidth(i));
+    return widths;
+}
+
+void CReportList::set_chosen_widths(const QList<int>& widths)
+{
+    m_keeps_shares = widths.isEmpty() || widths.size() != m_model->columnCount();
+    setHorizontalScrollBarPolicy(m_keeps_shares ? Qt::ScrollBarAlwaysOff : Qt::ScrollBarAsNeeded);
+    apply_width_shares();
+    const CodeScope scope(*this);
+    for (int i = 0; !m_keeps_shares && i < widths.size(); ++i)
+        setColumnWidth(i, std::clamp(widths[i], horizontalHeader()->minimumSectionSize(), widest_column));
+    update_header_height();
 }
 
 bool CReportList::is_number_column(int column) const
@@ -206,6 +241,27 @@ int CReportList::icon_index(int row) const
     return get_item_icon(m_model->items()[size_t(row)]);
 }
 
+std::vector<CReportList::CellIcon> CReportList::cell_icons_at(int row, int column) const
+{
+    return row >= 0 && row < row_count() ? cell_icons(m_model->items()[size_t(row)], column) : std::vector<CellIcon>();
+}
+
+QRect CReportList::cell_icon_rect(int row, int column, int icon) const
+{
+    const auto count = int(cell_icons_at(row, column).size());
+    return icon >= 0 && icon < count
+        ? tarn::ReportDelegate::cell_icon_rect(visualRect(m_model->index(row, column)), icon, count)
+        : QRect();
+}
+
+const QIcon& CReportList::icon_of(const CellIcon& icon) const
+{
+    QIcon& known = m_cell_icons[icon.number];
+    if (known.isNull())
+        known = iconfun::icon(icon.number);
+    return known;
+}
+
 QIcon CReportList::row_icon(int row) const
 {
     return m_icons.value(icon_index(row));
@@ -220,6 +276,7 @@ void CReportList::set_icon_list(const QList<int>& icon_numbers)
 void CReportList::reload_icons()
 {
     m_icons.clear();
+    m_cell_icons.clear();
     for (const int number : m_icon_numbers)
         m_icons.append(iconfun::icon(number));
     viewport()->update();

@@ -1,9 +1,11 @@
 #pragma once
 
+#include <QHash>
 #include <QIcon>
 #include <QList>
 #include <QTableView>
 
+#include <optional>
 #include <vector>
 
 namespace tarn {
@@ -23,12 +25,25 @@ public:
     /// numbers stand right-aligned.
     enum ColumnKind { Text, Number };
 
+    /// A small picture at the right end of a cell.
+    struct CellIcon {
+        int number = 0; ///< in the program's icon table
+        QString tip;
+        bool takes_clicks = false; ///< a click is a cell_icon_clicked and leaves the selection alone
+    };
+    /// Where rows that are dragged would come to lie, as seen from the row under the mouse.
+    enum class DropPlace { Above, Below };
+
     explicit CReportList(QWidget* parent = nullptr);
     ~CReportList() override;
 
     virtual QString get_item_caption(void* item, int column) const = 0;
     /// The index into the icon list of the icon before the first column; one outside the list shows none.
     virtual int get_item_icon(void* item) const;
+    /// From left to right; none at first.
+    virtual std::vector<CellIcon> cell_icons(void* item, int column) const;
+    /// Whether the selected rows, which are being dragged, can be dropped beside this object.
+    virtual bool accepts_drop_at(void* item) const;
     /// Draws onto a cell after its caption. The painter's state is restored afterwards.
     virtual void draw_additional(QPainter& painter, const QRect& cell, int row, int column) const;
     /// Whether a click into this column selects its row. Clicks into a column that does not (one that toggles
@@ -41,6 +56,10 @@ public:
     /// Renames a column; does nothing for a column that there is not.
     void set_column_title(int column, const QString& title);
     QStringList column_captions() const;
+    /// The widths that the user gave the columns, pixels; empty while they have their shares.
+    QList<int> chosen_widths() const;
+    /// Widths that the user gave them earlier; any other number of widths than of columns gives them their shares again.
+    void set_chosen_widths(const QList<int>& widths);
     bool is_number_column(int column) const;
 
     /// Shows these objects in the given order, or sorted as the header says when a column was sorted before. Objects
@@ -74,6 +93,13 @@ public:
     std::vector<void*> selected_items() const;
     /// Whether several rows can be selected, with Shift and Ctrl. Off at first; switching it off keeps the topmost.
     void set_multi_selection(bool multi);
+
+    /// Whether rows can be dragged with the left button; off at first.
+    void set_rows_draggable(bool draggable) { m_rows_draggable = draggable; }
+    /// The icons of a cell and where they are in the viewport; empty when there is no such cell.
+    std::vector<CellIcon> cell_icons_at(int row, int column) const;
+    QRect cell_icon_rect(int row, int column, int icon) const;
+    const QIcon& icon_of(const CellIcon& icon) const;
 
     /// The cell of the click that is being handled, or was last; row and column are -1 beside all rows.
     void get_item_index_under_mouse(int& row, int& column) const;
@@ -114,6 +140,11 @@ Q_SIGNALS:
     /// left to the window.
     void item_double_clicked(int row, int column);
     void selection_changed_by_user();
+    void cell_icon_clicked(int row, int column, int icon);
+    /// The selected rows follow the mouse from here on.
+    void drag_started();
+    /// The selected rows were dropped beside a row that accepts them.
+    void rows_dropped(int row, CReportList::DropPlace place);
     /// The Delete key. While nobody listens, the key is left to the window's shortcuts.
     void delete_pressed();
     /// F2 while a row is selected.
@@ -143,6 +174,10 @@ private:
         int column = -1;
         bool operator==(const Cell&) const = default;
     };
+    struct Drop {
+        int row;
+        DropPlace place;
+    };
     class CodeScope;
 
     void set_up_headers();
@@ -153,6 +188,12 @@ private:
     void update_row_height();
     void reload_icons();
     Cell cell_at(const QPoint& pos) const;
+    int taking_icon_at(const QPoint& pos) const;
+    bool begins_drag(const QMouseEvent& event) const;
+    std::optional<Drop> drop_at(const QPoint& pos) const;
+    void drag_to(const QPoint& pos);
+    void end_drag(bool dropped);
+    void paint_drop(QPainter& painter) const;
     void set_hovered_row(int row);
     void update_row(int row);
     std::vector<int> selected_rows() const;
@@ -167,6 +208,7 @@ private:
     std::vector<void*> m_filled; ///< the rows as they were given
     QList<int> m_icon_numbers;
     QList<QIcon> m_icons;
+    mutable QHash<int, QIcon> m_cell_icons; ///< those that were asked for, by their numbers
     QString m_empty_hint;
     QString m_typed;
     qint64 m_typed_at = 0;
@@ -177,6 +219,13 @@ private:
     int m_code_depth = 0;
     bool m_press_is_ours = false;
     bool m_was_double_click = false;
+    int m_pressed_icon = -1; ///< of the pressed cell, one that takes clicks
+    QPoint m_pressed_at;     ///< in the viewport
+    bool m_rows_draggable = false;
+    bool m_may_drag = false; ///< the left button is held on a row that can be dragged
+    bool m_is_dragging = false;
+    bool m_selects_on_release = false; ///< of several rows the one that was pressed, unless it is dragged
+    std::optional<Drop> m_drop;
     bool m_keeps_shares = true;
     bool m_use_match_info = true;
 };

@@ -11,8 +11,10 @@
 #include <QMetaMethod>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QScrollBar>
 
 #include <algorithm>
+#include <utility>
 
 CReportList::Cell CReportList::cell_at(const QPoint& pos) const
 {
@@ -31,9 +33,15 @@ void CReportList::mousePressEvent(QMouseEvent* event)
 {
     m_pressed = m_clicked = cell_at(event->position().toPoint());
     m_was_double_click = false;
+    m_pressed_at = event->position().toPoint();
+    m_pressed_icon = taking_icon_at(m_pressed_at);
+    m_may_drag = begins_drag(*event);
+    // Several rows are dragged together; which of them a mere click means shows when the button is let go.
+    m_selects_on_release = m_may_drag && selected_rows().size() > 1 && selectionModel()->isRowSelected(m_pressed.row);
     // A press that selects nothing is kept from the view altogether: the view would start a drag of selection from it.
     const bool is_for_menu = event->button() == Qt::RightButton;
-    m_press_is_ours = is_for_menu || m_pressed.row < 0 || !selects_on_click(m_pressed.column);
+    m_press_is_ours = is_for_menu || m_pressed.row < 0 || !selects_on_click(m_pressed.column) || m_pressed_icon >= 0
+        || m_selects_on_release;
     if (!m_press_is_ours)
         QTableView::mousePressEvent(event);
     else if (is_for_menu)
@@ -63,6 +71,17 @@ void CReportList::contextMenuEvent(QContextMenuEvent* event)
 
 void CReportList::mouseMoveEvent(QMouseEvent* event)
 {
+    const QPoint pos = event->position().toPoint();
+    if (m_may_drag && event->buttons() & Qt::LeftButton) {
+        if (!m_is_dragging && (pos - m_pressed_at).manhattanLength() >= QApplication::startDragDistance()) {
+            m_is_dragging = true;
+            viewport()->setCursor(Qt::ClosedHandCursor);
+            Q_EMIT drag_started();
+        }
+        if (m_is_dragging)
+            drag_to(pos);
+        return;
+    }
     if (!(m_press_is_ours && event->buttons()))
         QTableView::mouseMoveEvent(event);
 }
@@ -73,7 +92,17 @@ void CReportList::mouseReleaseEvent(QMouseEvent* event)
     if (!m_press_is_ours)
         QTableView::mouseReleaseEvent(event);
     m_press_is_ours = false;
+    m_may_drag = false;
+    if (m_is_dragging)
+        return end_drag(true);
     const bool is_click = event->button() == Qt::LeftButton && m_clicked == m_pressed && !m_was_double_click;
+    if (is_click && m_pressed_icon >= 0) {
+        if (taking_icon_at(event->position().toPoint()) == m_pressed_icon)
+            Q_EMIT cell_icon_clicked(m_clicked.row, m_clicked.column, m_pressed_icon);
+        return;
+    }
+    if (m_selects_on_release && is_click)
+        replace_selection({m_clicked.row}, m_clicked.row);
     if (is_click)
         Q_EMIT item_clicked(m_clicked.row, m_clicked.column);
 }
@@ -82,7 +111,7 @@ void CReportList::mouseDoubleClickEvent(QMouseEvent* event)
 {
     const Cell cell = cell_at(event->position().toPoint());
     // In a column that toggles something two quick clicks are two clicks.
-    if (cell.row < 0 || !selects_on_click(cell.column)) {
+    if (cell.row < 0 || taking_icon_at(event->position().toPoint()) >= 0 || !selects_on_click(cell.column)) {
         mousePressEvent(event);
         return;
     }
@@ -92,6 +121,67 @@ void CReportList::mouseDoubleClickEvent(QMouseEvent* event)
     m_was_double_click = true;
     if (event->button() == Qt::LeftButton)
         Q_EMIT item_double_clicked(cell.row, cell.column);
+}
+
+/// The icon under the mouse that takes clicks, -1 for none.
+int CReportList::taking_icon_at(const QPoint& pos) const
+{
+    const Cell cell = cell_at(pos);
+    const auto icons = cell_icons_at(cell.row, cell.column);
+    for (size_t i = 0; i < icons.size(); ++i)
+        if (icons[i].takes_clicks && cell_icon_rect(cell.row, cell.column, int(i)).contains(pos))
+            return int(i);
+    return -1;
+}
+
+bool CReportList::begins_drag(const QMouseEvent& event) const
+{
+    return m_rows_draggable && event.button() == Qt::LeftButton && event.modifiers() == Qt::NoModifier
+        && m_pressed.row >= 0 && selects_on_click(m_pressed.column) && m_pressed_icon < 0;
+}
+
+/// None where nothing can be dropped.
+std::optional<CReportList::Drop> CReportList::drop_at(const QPoint& pos) const
+{
+    const int row = viewport()->rect().contains(pos) ? rowAt(pos.y()) : -1;
+    if (row < 0 || selectionModel()->isRowSelected(row) || !accepts_drop_at(get_binded_ptr(row)))
+        return {};
+    const bool upper_half = pos.y() < rowViewportPosition(row) + rowHeight(row) / 2;
+    return Drop{row, upper_half ? DropPlace::Above : DropPlace::Below};
+}
+
+void CReportList::drag_to(const QPoint& pos)
+{
+    QScrollBar& bar = *verticalScrollBar();
+    if (pos.y() < 0)
+        bar.setValue(bar.value() - bar.singleStep());
+    else if (pos.y() >= viewport()->height())
+        bar.setValue(bar.value() + bar.singleStep());
+    m_drop = drop_at(pos);
+    viewport()->setCursor(m_drop ? Qt::ClosedHandCursor : Qt::ForbiddenCursor);
+    viewport()->update();
+}
+
+void CReportList::end_drag(bool dropped)
+{
+    m_is_dragging = m_may_drag = false;
+    if (!dropped) { // What is left of the press means nothing.
+        m_press_is_ours = true;
+        m_pressed = {};
+    }
+    const auto drop = std::exchange(m_drop, {});
+    viewport()->unsetCursor();
+    viewport()->update();
+    if (dropped && drop)
+        Q_EMIT rows_dropped(drop->row, drop->place);
+}
+
+void CReportList::paint_drop(QPainter& painter) const
+{
+    const int top = rowViewportPosition(m_drop->row);
+    const int y = std::max(1, m_drop->place == DropPlace::Above ? top : top + rowHeight(m_drop->row));
+    painter.setPen(QPen(palette().color(QPalette::Highlight), 2));
+    painter.drawLine(0, y, viewport()->width(), y);
 }
 
 void CReportList::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected)
@@ -140,6 +230,8 @@ void CReportList::keyPressEvent(QKeyEvent* event)
             Q_EMIT rename_pressed();
         return;
     }
+    if (m_is_dragging && event->key() == Qt::Key_Escape)
+        return end_drag(false);
     const bool is_enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     if (is_enter && open_current_row())
         return;
@@ -219,6 +311,7 @@ bool CReportList::viewportEvent(QEvent* event)
 void CReportList::reset()
 {
     m_hovered_row = -1;
+    m_drop.reset();
     QTableView::reset();
 }
 
@@ -246,9 +339,11 @@ void CReportList::resizeEvent(QResizeEvent* event)
 void CReportList::paintEvent(QPaintEvent* event)
 {
     QTableView::paintEvent(event);
+    QPainter painter(viewport());
+    if (m_drop)
+        paint_drop(painter);
     if (row_count() > 0 || m_empty_hint.isEmpty())
         return;
-    QPainter painter(viewport());
     painter.setPen(palette().color(QPalette::PlaceholderText));
     painter.drawText(viewport()->rect().adjusted(8, 8, -8, -8), Qt::AlignCenter | Qt::TextWordWrap, m_empty_hint);
 }

@@ -14,6 +14,13 @@ void CSizingControlBar::set_stored_sizes(int horz, int vert)
         take_stored_size();
 }
 
+void CSizingControlBar::take_size_back()
+{
+    m_has_new_size = true;
+    if (isVisible())
+        take_stored_size();
+}
+
 void CSizingControlBar::show_bar(bool show)
 {
     setVisible(show);

@@ -15,6 +15,8 @@ public:
     void set_stored_sizes(int horz, int vert);
     /// The window has given the bar another size, which it keeps when it is shown.
     void keep_size() { m_has_new_size = false; }
+    /// Goes back to the stored sizes.
+    void take_size_back();
     /// Shows the bar, in front of those that share its place, or hides it.
     void show_bar(bool show);
 

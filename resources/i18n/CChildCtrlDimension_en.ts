@@ -105,7 +105,7 @@
     </message>
     <message>
         <source>透明度与颜色</source>
-        <translation>Transparency and Colour</translation>
+        <translation>Transparency and Color</translation>
     </message>
     <message>
         <source>透明度</source>
@@ -113,7 +113,7 @@
     </message>
     <message>
         <source>颜色</source>
-        <translation>Colour</translation>
+        <translation>Color</translation>
     </message>
     <message>
         <source>0 不透明，1 完全透明</source>
@@ -121,7 +121,7 @@
     </message>
     <message>
         <source>绘制的内容乘以此颜色</source>
-        <translation>What is drawn is multiplied by this colour</translation>
+        <translation>What is drawn is multiplied by this color</translation>
     </message>
 </context>
 </TS>

@@ -29,7 +29,7 @@
     </message>
     <message>
         <source>颜色</source>
-        <translation>Colour</translation>
+        <translation>Color</translation>
     </message>
     <message>
         <source>字体</source>

@@ -149,7 +149,7 @@
     </message>
     <message>
         <source>颜色</source>
-        <translation>Colour</translation>
+        <translation>Color</translation>
     </message>
     <message>
         <source>0 不透明，1 完全透明</source>
@@ -157,7 +157,7 @@
     </message>
     <message>
         <source>绘制的内容乘以此颜色</source>
-        <translation>What is drawn is multiplied by this colour</translation>
+        <translation>What is drawn is multiplied by this color</translation>
     </message>
 </context>
 </TS>

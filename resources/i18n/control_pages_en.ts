@@ -115,7 +115,7 @@
     </message>
     <message>
         <source>颜色</source>
-        <translation>Colours</translation>
+        <translation>Colors</translation>
     </message>
     <message>
         <source>回车按下</source>

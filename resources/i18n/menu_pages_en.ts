@@ -206,7 +206,7 @@
     </message>
     <message>
         <source>文字颜色</source>
-        <translation>Text colour</translation>
+        <translation>Text color</translation>
     </message>
     <message>
         <source>图片</source>
@@ -230,7 +230,7 @@
     </message>
     <message>
         <source>图片着色</source>
-        <translation>Picture colour</translation>
+        <translation>Picture color</translation>
     </message>
 </context>
 <context>

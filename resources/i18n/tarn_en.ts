@@ -134,6 +134,10 @@
         <translation>Type</translation>
     </message>
     <message>
+        <source>搜索</source>
+        <translation>Search</translation>
+    </message>
+    <message>
         <source>删除控件</source>
         <translation>Remove</translation>
     </message>

@@ -80,7 +80,7 @@
     </message>
     <message>
         <source>颜色</source>
-        <translation>Colour</translation>
+        <translation>Color</translation>
     </message>
     <message>
         <source>透明度</source>

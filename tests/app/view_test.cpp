@@ -363,3 +363,87 @@ TEST_F(ViewTest, opengl_shows_what_is_shown_without_it)
     compare("a move into another window");
     view.setParent(nullptr);
 }
+
+TEST_F(ViewTest, zooms_about_a_place_within_its_limits_and_goes_back_to_all_of_it)
+{
+    CView3D view(world);
+    view.resize(400, 300);
+    view.show();
+    const QPointF place(100, 75);
+    view.zoom_to(2, place);
+    EXPECT_EQ(view.zoom(), 2);
+    EXPECT_EQ(view.to_screen(place), place) << "what was under the mouse stays there";
+    EXPECT_EQ(view.surface_size(), QSize(400, 300));
+    view.zoom_to(100, place);
+    EXPECT_EQ(view.zoom(), 8);
+    EXPECT_EQ(view.screen_size(), QSize(400, 300));
+    view.camera_drag(Qt::MiddleButton, {0, 0}, {1e5, 1e5});
+    EXPECT_EQ(view.to_screen({0, 0}), QPointF(0, 0)) << "no empty edges";
+    view.camera_drag(Qt::MiddleButton, {0, 0}, {-80, -40});
+    EXPECT_EQ(view.to_screen({0, 0}), QPointF(10, 5));
+    view.zoom_to(0.01, place);
+    EXPECT_EQ(view.surface_size(), QSize(100, 75));
+    EXPECT_LE((view.surface_rect().center() - QPoint(200, 150)).manhattanLength(), 2) << "in the middle";
+    view.zoom_to(1.01, place);
+    EXPECT_FALSE(view.is_zoomed()) << "nearly whole is whole";
+    view.zoom_to_area({200, 100, 40, 30});
+    EXPECT_LE((view.to_screen({200, 150}) - QPointF(220, 115)).manhattanLength(), 1);
+    EXPECT_EQ(view.zoom(), 8);
+    view.set_preview(true);
+    EXPECT_EQ(view.zoom(), 1);
+    view.zoom_to(2, place);
+    EXPECT_FALSE(view.is_zoomed()) << "a preview shows all of it";
+    view.set_preview(false);
+    EXPECT_EQ(view.zoom(), 8);
+    view.zoom_to_fit();
+    EXPECT_EQ(view.zoom(), 1);
+}
+
+TEST_F(ViewTest, what_is_drawn_and_what_the_mouse_reaches_agree_in_every_zoom)
+{
+    CView3D view(world);
+    view.resize(400, 300);
+    view.show();
+    card.card = {100, 80, 12, 16};
+    pen.spot = {116, 80, 8, 8};
+    for (const double zoom : {0.25, 1.0, 3.0, 8.0}) {
+        view.zoom_to(zoom, {100, 80});
+        const QImage shown = view.grab_view();
+        const auto at = [&](QPointF on_screen) {
+            const QPointF in_view = (on_screen - view.to_screen(view.surface_rect().topLeft())) * view.zoom();
+            return shown.pixelColor(in_view.toPoint());
+        };
+        EXPECT_EQ(at({106, 88}), card_color) << zoom;
+        EXPECT_EQ(at({120, 84}), tool_color) << zoom;
+        EXPECT_NE(at({114, 92}), card_color) << zoom;
+        const QPointF place = view.surface_rect().topLeft() + QPointF(7, 9);
+        QTest::mouseMove(&view, place.toPoint());
+        view.send_mouse({MouseEvent::Kind::Move, view.to_screen(place), Qt::NoButton, {}});
+        EXPECT_EQ(pen.heard.back().scale, view.zoom());
+        EXPECT_EQ(pen.heard.back().corner, view.to_screen(view.surface_rect().topLeft()));
+        card.move({100, 80});
+        EXPECT_EQ(view.grab_view(), shown) << "damage is drawn where it stands";
+    }
+    view.zoom_to_fit();
+    EXPECT_TRUE(shows_the_world(view, world));
+}
+
+TEST_F(ViewTest, ctrl_and_the_wheel_zoom_about_the_mouse_and_the_wheel_alone_moves_the_camera)
+{
+    CView3D view(world);
+    view.resize(400, 300);
+    view.show();
+    const QVector3D eye = world.camera().eye();
+    const auto turn = [&](Qt::KeyboardModifiers modifiers) {
+        QWheelEvent event({50, 60}, view.mapToGlobal(QPointF(50, 60)), {}, {0, 4 * 120}, Qt::NoButton, modifiers,
+                          Qt::NoScrollPhase, false);
+        QApplication::sendEvent(&view, &event);
+    };
+    turn(Qt::ControlModifier);
+    EXPECT_EQ(view.zoom(), 2);
+    EXPECT_EQ(view.to_screen({50, 60}), QPointF(50, 60));
+    EXPECT_EQ(world.camera().eye(), eye);
+    turn({});
+    EXPECT_EQ(view.zoom(), 2);
+    EXPECT_NE(world.camera().eye(), eye);
+}

@@ -45,7 +45,10 @@ protected:
         return tip->text.section(u'\n', 0, 0);
     }
 
-    ScriptWords m_words{verbs(), {u"visible"_s, u"text"_s}, {u"ipairs"_s, u"string"_s, u"string.rep"_s}};
+    ScriptWords m_words{verbs(),
+                        {u"visible"_s, u"text"_s},
+                        {u"ipairs"_s, u"string"_s, u"string.rep"_s},
+                        {{u"show"_s, {u"Start"_s, u"开始 1"_s, u"stop \"x"_s}}}};
 };
 
 } // namespace
@@ -76,6 +79,15 @@ TEST_F(ScriptWordsTest, offers_nothing_in_texts_comments_and_numbers)
                              u"0xsh|"_s, u"1.|"_s})
         EXPECT_EQ(offered(text), QString()) << text.toStdString();
     EXPECT_EQ(offered(u"--[[ a ]] sh|"_s), u"show"_s);
+}
+
+TEST_F(ScriptWordsTest, offers_names_between_the_quotes_of_a_verb_that_is_told_one)
+{
+    EXPECT_EQ(offered(u"show(\"st|"_s), u"Start stop \"x"_s);
+    EXPECT_EQ(offered(u"a = show('开|"_s), u"开始 1"_s);
+    EXPECT_EQ(offered(u"show(\"开始 |\")"_s), u"开始 1"_s);
+    for (const auto& text : {u"tell(\"|"_s, u"a.show(\"|"_s, u"show(1, \"|"_s, u"show[\"|"_s, u"show([[|"_s, u"\"|"_s})
+        EXPECT_EQ(offered(text), QString()) << text.toStdString();
 }
 
 TEST_F(ScriptWordsTest, stresses_the_parameter_that_is_typed)

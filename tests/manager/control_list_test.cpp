@@ -29,6 +29,7 @@ enum Id : int {
     id_switch_dialog = 6370,
     id_button = 6328,
     id_check_box = 6330,
+    id_search = 6990,
 };
 
 constexpr std::array type_buttons{6328, 6330, 6332, 6334, 6336, 6342, 6344, 6346,
@@ -73,6 +74,29 @@ protected:
             QTest::mouseClick(list().viewport(), Qt::LeftButton, modifiers, cell.center());
             modifiers = Qt::ControlModifier;
         }
+    }
+    /// Windows that are not shown hear of their sizes late.
+    void widen()
+    {
+        list().resize(600, 400);
+        QResizeEvent event(list().size(), list().size());
+        QApplication::sendEvent(&list(), &event);
+    }
+    QPoint middle_of(int row)
+    {
+        return list().visualRect(list().model()->index(row, CReportListControl::Name)).center();
+    }
+    /// Drops what is selected after the press above or below another row.
+    void drag_row(int row, int onto, bool below)
+    {
+        manager().resize(400, 700);
+        widen();
+        const QPoint place = middle_of(onto) + QPoint(0, below ? 4 : -4);
+        QTest::mousePress(list().viewport(), Qt::LeftButton, {}, middle_of(row));
+        QMouseEvent move(QEvent::MouseMove, place, list().viewport()->mapToGlobal(place), Qt::NoButton, Qt::LeftButton,
+                         {});
+        QApplication::sendEvent(list().viewport(), &move);
+        QTest::mouseRelease(list().viewport(), Qt::LeftButton, {}, place);
     }
     QStringList column(int column)
     {
@@ -225,16 +249,6 @@ TEST_F(ControlList, rows_select_controls_in_their_order_and_the_clicked_one_is_c
     QTest::keyClick(&list(), Qt::Key_Down, Qt::ShiftModifier);
     EXPECT_EQ(core().selection().current_control, all[4]);
     EXPECT_EQ(core().selection().controls.size(), 2u);
-
-    const auto cell = [&](int row) { return list().visualRect(list().model()->index(row, 1)).center(); };
-    m_codes.clear();
-    QTest::mousePress(list().viewport(), Qt::LeftButton, {}, cell(1));
-    QTest::mouseMove(list().viewport(), cell(2));
-    QTest::mouseMove(list().viewport(), cell(3));
-    QTest::mouseRelease(list().viewport(), Qt::LeftButton, {}, cell(3));
-    EXPECT_EQ(core().selection().controls, (std::vector<CDXUTControl*>{all[1], all[2], all[3]})) << "by dragging";
-    EXPECT_EQ(m_codes, std::vector<int>{ui_selection_changed});
-    EXPECT_TRUE(all[3]->GetVisible()) << "a drag is no click";
 
     core().ClearCtrlSelection();
     tell(ui_selection_changed);
@@ -502,5 +516,100 @@ TEST_F(ControlList, the_armed_type_is_shown_whatever_happens)
 }
 
 } // namespace
+
+TEST_F(ControlList, the_search_box_lists_what_bears_the_letters_or_the_number)
+{
+    add(0, 3);
+    add(1, 1);
+    tell(ui_scene_changed);
+    EXPECT_TRUE(listed()[2]->set_property(*listed()[2]->fields().find("name"), u"Close Button"_s));
+    const QString number = QString::number(core().controls().front()->id());
+    auto& search = *dynamic_cast<QLineEdit*>(manager().control(id_search));
+    QTest::keyClicks(&search, u"close"_s);
+    EXPECT_EQ(column(CReportListControl::Name), QStringList{u"Close Button"_s});
+    search.setText(number);
+    EXPECT_EQ(column(CReportListControl::Id), QStringList{number});
+    choose(id_dialog_filter, 3);
+    EXPECT_EQ(list().row_count(), 0) << "the filters hold together";
+    search.clear();
+    EXPECT_EQ(list().row_count(), 1);
+}
+
+TEST_F(ControlList, the_lock_locks_what_is_selected_and_neither_hides_nor_selects)
+{
+    add(0, 3);
+    tell(ui_scene_changed);
+    manager().resize(400, 700);
+    widen();
+    const auto lock_of = [&](int row) { return list().cell_icon_rect(row, CReportListControl::Layer, 1).center(); };
+    click_rows({0});
+    m_codes.clear();
+    QTest::mouseClick(list().viewport(), Qt::LeftButton, {}, lock_of(2));
+    EXPECT_TRUE(listed()[2]->locked());
+    EXPECT_TRUE(listed()[2]->GetVisible());
+    EXPECT_EQ(core().selection().current_control, listed()[0]);
+    EXPECT_EQ(m_codes, std::vector<int>{ui_control_properties});
+    QTest::mouseDClick(list().viewport(), Qt::LeftButton, {}, lock_of(2));
+    EXPECT_FALSE(listed()[2]->locked());
+    click_rows({0, 1});
+    QTest::mouseClick(list().viewport(), Qt::LeftButton, {}, lock_of(1));
+    EXPECT_TRUE(listed()[0]->locked() && listed()[1]->locked());
+    EXPECT_EQ(list().cell_icons_at(1, CReportListControl::Layer)[1].number, 3);
+    EXPECT_TRUE(m_scene->journal().undo());
+    EXPECT_FALSE(listed()[0]->locked() || listed()[1]->locked());
+}
+
+TEST_F(ControlList, rows_are_dragged_into_other_layers_and_dialogs_in_one_step)
+{
+    add(0, 4);
+    add(1, 2);
+    tell(ui_scene_changed);
+    const std::vector<CDXUTControl*> made = listed();
+    const auto layers = [&](int dialog) {
+        const auto& controls = m_dialogs[size_t(dialog)]->controls();
+        return std::vector<CDXUTControl*>(controls.begin(), controls.end());
+    };
+    drag_row(0, 2, true);
+    EXPECT_EQ(layers(0), (std::vector{made[1], made[2], made[0], made[3]}));
+    EXPECT_EQ(core().selection().current_control, made[0]);
+    EXPECT_EQ(list().sort_column(), CReportListControl::Layer);
+    EXPECT_TRUE(m_scene->journal().undo());
+    EXPECT_EQ(layers(0), (std::vector{made[0], made[1], made[2], made[3]}));
+
+    const auto row_of = [&](CDXUTControl* control) {
+        const auto rows = listed();
+        return int(std::find(rows.begin(), rows.end(), control) - rows.begin());
+    };
+    click_rows({row_of(made[1]), row_of(made[3])});
+    drag_row(row_of(made[1]), row_of(made[4]), true);
+    EXPECT_EQ(layers(0), (std::vector{made[0], made[2]}));
+    EXPECT_EQ(layers(1), (std::vector{made[4], made[1], made[3], made[5]}));
+    EXPECT_TRUE(m_scene->journal().undo());
+    EXPECT_EQ(layers(1), (std::vector{made[4], made[5]}));
+    EXPECT_EQ(layers(0).size(), 4U);
+
+    list().sort_by_column(CReportListControl::Layer, false);
+    drag_row(row_of(made[0]), row_of(made[3]), false);
+    EXPECT_EQ(layers(0), (std::vector{made[1], made[2], made[3], made[0]})) << "the topmost stands first";
+}
+
+TEST_F(ControlList, a_drag_that_ends_beside_rows_or_in_a_running_interface_moves_nothing)
+{
+    add(0, 3);
+    tell(ui_scene_changed);
+    const QList<CDXUTControl*> before = m_dialogs[0]->controls();
+    drag_row(0, 0, true);
+    QTest::mousePress(list().viewport(), Qt::LeftButton, {}, middle_of(0));
+    QMouseEvent move(QEvent::MouseMove, middle_of(2), list().viewport()->mapToGlobal(middle_of(2)), Qt::NoButton,
+                     Qt::LeftButton, {});
+    QApplication::sendEvent(list().viewport(), &move);
+    QTest::keyClick(&list(), Qt::Key_Escape);
+    QTest::mouseRelease(list().viewport(), Qt::LeftButton, {}, middle_of(2));
+    m_scene->play(true);
+    m_world.broadcast(ui_full_refresh);
+    drag_row(0, 2, true);
+    m_scene->play(false);
+    EXPECT_EQ(m_dialogs[0]->controls(), before);
+}
 
 } // namespace tarn::test

@@ -1,5 +1,10 @@
+#include "core/field.h"
+#include "frame/script_edit.h"
 #include "support/editor_fixture.h"
 #include "widgets/button_st.h"
+
+#include <QLineEdit>
+#include <QListView>
 
 namespace tarn::test {
 
@@ -168,6 +173,82 @@ TEST_F(ScriptRowsTest, scripts_of_controls_that_are_gone_are_cleaned_up)
     EXPECT_EQ(m_scene->events().events().front()->control(), kept->id());
     EXPECT_EQ(m_scene->functions().functions().size(), 1u);
     EXPECT_FALSE(m_codes.empty());
+}
+
+TEST_F(ScriptRowsTest, the_editor_begins_with_a_line_that_names_the_arguments_and_runs_with_the_object)
+{
+    CDXUTControl* box = select_new(DXUT_CONTROL_CHECKBOX);
+    box->set_property(*box->fields().find("checked"), true);
+    const QString name = CEventManager::new_function_name(box->id(), EVENT_CHECKBOX_CLICKED);
+    QStringList logged;
+    m_answers.dialogs.push_back([&](QDialog& dialog) {
+        auto& edit = *dialog.findChild<CScriptEdit*>();
+        EXPECT_EQ(edit.script(), u"local control, event, value = ...\n"_s);
+        edit.append(u"print(control.id, event, value)"_s);
+        auto* page = dialog.findChild<CChildDlg*>();
+        qobject_cast<QAbstractButton*>(page->control(6614))->click();
+        const auto* log = qobject_cast<QListView*>(page->control(6613))->model();
+        for (int row = 0; row < log->rowCount(); ++row)
+            logged.append(log->index(row, 0).data().toString());
+        dialog.accept();
+    });
+    at("CDlgPropCheck", script_buttons[0]).click();
+    ASSERT_EQ(logged.size(), 3);
+    EXPECT_TRUE(logged[0].contains(u"\"%1\", \"CheckClick\", true"_s.arg(box->name()))) << logged[0].toStdString();
+    EXPECT_EQ(logged[1], u"%1\tCheckClick\ttrue"_s.arg(box->id()));
+    EXPECT_TRUE(m_scene->functions().find_function(name)->text().startsWith(u"local control"_s));
+}
+
+TEST_F(ScriptRowsTest, a_function_that_is_there_can_be_chosen_and_goes_with_the_last_that_names_it)
+{
+    const char* name = "CDlgPropButton";
+    ASSERT_TRUE(m_scene->functions().set_function(u"greet"_s, u"print('hi')"_s));
+    const auto choose = [&](int row) {
+        m_answers.commands.push_back(2);
+        m_answers.dialogs.push_back([](QDialog& dialog) {
+            auto* page = dialog.findChild<CChildDlg*>();
+            qobject_cast<QLineEdit*>(page->control(6881))->setText(u"gre"_s);
+            qobject_cast<QAbstractButton*>(page->control(1))->click();
+        });
+        Q_EMIT at(name, script_buttons[row]).customContextMenuRequested({});
+    };
+    const CDXUTControl* button = select_new(DXUT_CONTROL_BUTTON);
+    open(name, 0);
+    choose(0);
+    EXPECT_EQ(m_scene->events().GetFunc(button->id(), EVENT_BUTTON_CLICKED)->function(), u"greet"_s);
+    EXPECT_EQ(m_scene->functions().functions().size(), 1U) << "the event's own function was empty";
+    choose(1);
+    at(name, remove_buttons[0]).click(); // Nothing is lost, so nothing is asked.
+    EXPECT_TRUE(has_function(u"greet"_s));
+    remove(name, 1);
+    EXPECT_FALSE(has_function(u"greet"_s));
+
+    ASSERT_TRUE(m_scene->functions().set_function(u"greet"_s, u"print('hi')"_s));
+    ASSERT_TRUE(m_scene->functions().set_function(u"other"_s, u"call(\"greet\")"_s));
+    choose(0);
+    remove(name, 0);
+    EXPECT_TRUE(has_function(u"greet"_s)) << "the text of another function names it";
+
+    select_dialog(m_home);
+    name = "CDlgPropDialogScript";
+    choose(2);
+    EXPECT_EQ(m_scene->functions().find_function(m_home->get_func_str(EVENT_DIALOG_CLOSED))->text(),
+              u"return call(\"greet\", ...)\n"_s);
+}
+
+TEST_F(ScriptRowsTest, a_button_whose_function_is_missing_or_faulty_is_marked)
+{
+    const CDXUTControl* button = select_new(DXUT_CONTROL_BUTTON);
+    m_scene->events().CreateEventW(button->id(), EVENT_BUTTON_CLICKED, u"f"_s);
+    const auto marked = [&] {
+        m_world.broadcast(ui_selection_changed);
+        return !at("CDlgPropButton", script_buttons[0]).icon().isNull();
+    };
+    EXPECT_TRUE(marked());
+    ASSERT_TRUE(m_scene->functions().set_function(u"f"_s, u"print('hi'"_s));
+    EXPECT_TRUE(marked());
+    ASSERT_TRUE(m_scene->functions().set_function(u"f"_s, u"print('hi')"_s));
+    EXPECT_FALSE(marked());
 }
 
 } // namespace tarn::test

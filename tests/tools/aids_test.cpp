@@ -255,3 +255,37 @@ TEST_F(AidsTest, tab_numbers_stand_on_the_controls_that_tab_reaches_in_the_curre
     core().ClearDialogSelection();
     EXPECT_EQ(badge(painted(), first), QColor(Qt::black));
 }
+
+TEST_F(AidsTest, rulers_stand_at_the_edges_of_a_view_that_shows_a_part_of_the_screen)
+{
+    const auto zoomed = [&](Kind kind, QPointF place) {
+        m_world.mouse_tool()->mouse({.kind = kind,
+                                     .place = place,
+                                     .button = kind == Kind::Move ? Qt::NoButton : Qt::LeftButton,
+                                     .modifiers = {},
+                                     .scale = 8,
+                                     .corner = {200, 100}});
+    };
+    for (const double x : {203.0, 201.0}) { // A ruler is a little over 2 pixels wide there.
+        zoomed(Kind::Press, {x, 150});
+        zoomed(Kind::Move, {230, 150});
+        zoomed(Kind::Move, {250.4, 150});
+        zoomed(Kind::Release, {250.4, 150});
+        EXPECT_EQ(vertical(), x == 201 ? Guides{250} : Guides{});
+    }
+}
+
+TEST_F(AidsTest, what_is_moved_snaps_to_the_grid_of_the_chosen_step)
+{
+    CDXUTControl* c = button(home(), {40, 40, 60, 60});
+    SceneEditor& editor = m_scene.editor();
+    editor.set_view_setting(u"grid_step"_s, 50);
+    editor.set_view_setting(u"grid_step"_s, 7); // is none of the choices
+    core().SelectControl(c, false);
+    const QPointF from = c->screen_bounds().center();
+    drag(from, from + QPointF(57, 14));
+    EXPECT_EQ(c->rect().topLeft(), QPointF(100, 50));
+    const QImage plain = painted();
+    editor.set_view_setting(u"grid"_s, 1);
+    EXPECT_NE(painted(), plain) << "the grid is shown";
+}

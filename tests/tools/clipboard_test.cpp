@@ -274,3 +274,19 @@ TEST_F(ClipboardTest, copies_of_a_dialog_have_names_places_and_functions_of_thei
         EXPECT_EQ(m_scene.functions().functions().size(), 2u);
     }
 }
+
+TEST_F(ClipboardTest, duplicates_call_the_functions_of_their_originals_as_long_as_they_are_there)
+{
+    CDXUTControl* original = button(home(), {10, 10, 50, 20});
+    m_scene.events().CreateEventW(original->id(), EVENT_BUTTON_CLICKED, u"greet"_s);
+    core().SelectControl(original, false);
+    ASSERT_TRUE(run(GuiSceneEditor::duplicate));
+    const quint32 copy = core().selection().current_control->id();
+    ASSERT_NE(copy, original->id());
+    ASSERT_NE(m_scene.events().GetFunc(copy, EVENT_BUTTON_CLICKED), nullptr);
+    EXPECT_EQ(m_scene.events().GetFunc(copy, EVENT_BUTTON_CLICKED)->function(), u"greet"_s);
+    EXPECT_TRUE(m_scene.journal().undo());
+    EXPECT_EQ(m_scene.events().events().size(), 1U);
+    EXPECT_TRUE(m_scene.journal().redo());
+    EXPECT_EQ(m_scene.events().events().size(), 2U);
+}

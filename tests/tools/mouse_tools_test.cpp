@@ -1,9 +1,11 @@
 #include "mouse_fixture.h"
 
+#include "gui_core/control_class.h"
 #include "tools/selection_overlay.h"
 
 #include <QImage>
 #include <QPainter>
+#include <QTemporaryDir>
 
 using namespace tarn;
 using namespace tarn::test;
@@ -268,4 +270,67 @@ TEST_F(MouseToolsTest, selecting_tells_the_other_windows_and_shows_in_the_view)
     click({900, 600});
     EXPECT_EQ(core().selection().current_dialog, nullptr);
     EXPECT_EQ(painted(), before);
+}
+
+TEST(Handles, of_what_is_small_stand_outside_and_leave_all_of_it_free)
+{
+    for (const double pixel : {1.0, 0.125, 4.0})
+        for (const QSizeF size : {QSizeF(4, 4), QSizeF(20, 27), QSizeF(10, 200), QSizeF(200, 10)}) {
+            const QRectF frame(QPointF(100, 50), size * pixel);
+            EXPECT_EQ(handle_at(frame, frame.center(), pixel), -1);
+            const bool all_free = size.width() < 28 && size.height() < 28;
+            for (int i = 0; i < handle_count && all_free; ++i)
+                EXPECT_FALSE(handle_rect(frame, Handle(i), pixel).intersects(frame));
+            for (int i = 0; i < handle_count; ++i)
+                EXPECT_EQ(handle_at(frame, handle_rect(frame, Handle(i), pixel).center(), pixel), i);
+        }
+}
+
+TEST_F(MouseToolsTest, enter_makes_the_usual_size_in_the_current_dialog_beside_what_is_there)
+{
+    CDXUTDialog* d = home();
+    core().SelectDialog(d, false);
+    for (int i = 0; i < 2; ++i) {
+        m_scene.SetMTFunction(2, DXUT_CONTROL_BUTTON);
+        EXPECT_TRUE(m_scene.editor().create_armed());
+    }
+    EXPECT_FALSE(m_scene.editor().create_armed()) << "nothing is armed any more";
+    ASSERT_EQ(d->GetControlNum(), 2);
+    const QRectF first = d->controls()[0]->rect();
+    EXPECT_EQ(first.size(), QSizeF(control_class(DXUT_CONTROL_BUTTON)->default_size));
+    EXPECT_LE((first.center() - QRectF(QPointF(), d->client_size()).center()).manhattanLength(), 2);
+    EXPECT_EQ(d->controls()[1]->rect(), first.translated(10, 10));
+    EXPECT_EQ(core().selection().current_control, d->controls()[1]);
+    EXPECT_EQ(undo_all(), 2);
+}
+
+TEST_F(MouseToolsTest, a_dropped_picture_goes_into_what_shows_pictures_or_makes_a_control)
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(u"card.png"_s);
+    ASSERT_TRUE(QImage(30, 20, QImage::Format_RGB32).save(path));
+    CDXUTDialog* d = home();
+    CDXUTControl* image_button = control(DXUT_CONTROL_BUTTONST, d, {10, 10, 60, 40});
+    core().document().forget_history();
+    const auto value = [](const CDXUTControl& c, const char* field) {
+        return std::get<QString>(c.property(*c.fields().find(field)));
+    };
+    SceneEditor& editor = m_scene.editor();
+    ASSERT_TRUE(editor.drop_picture(path, image_button->screen_bounds().center()));
+    EXPECT_EQ(value(*image_button, "image_normal"), u"card.png"_s);
+    EXPECT_EQ(d->GetControlNum(), 1);
+    const QPointF place = d->client_rect().center();
+    ASSERT_TRUE(editor.drop_picture(path, place));
+    ASSERT_EQ(d->GetControlNum(), 2);
+    const CDXUTControl* made = d->controls()[1];
+    EXPECT_EQ(made->GetType(), DXUT_CONTROL_PICTURE);
+    EXPECT_EQ(made->rect().size(), QSizeF(30, 20));
+    EXPECT_TRUE(made->screen_bounds().contains(place));
+    EXPECT_EQ(value(*made, "image"), u"card.png"_s);
+    ASSERT_TRUE(editor.drop_picture(path, made->screen_bounds().center()));
+    EXPECT_EQ(d->GetControlNum(), 2) << "the picture itself shows pictures";
+    EXPECT_FALSE(editor.drop_picture(folder.path(), place));
+    EXPECT_EQ(undo_all(), 2) << "the third changed nothing";
+    EXPECT_EQ(d->GetControlNum(), 1);
+    EXPECT_TRUE(core().document().files().isEmpty());
 }

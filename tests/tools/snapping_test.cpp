@@ -85,10 +85,11 @@ TEST(FreeWays, end_at_the_nearest_neighbour_that_faces_the_side_or_at_the_home)
 TEST(RulerTicks, are_ten_to_a_number_and_keep_their_distance_in_the_view)
 {
     using Numbers = std::vector<std::pair<double, int>>;
-    EXPECT_EQ(numbered(ruler_ticks({}, 250, 1)), (Numbers{{0, 0}, {100, 100}, {200, 200}}));
-    EXPECT_EQ(numbered(ruler_ticks({130, 1}, 250, 1)), (Numbers{{30, -100}, {130, 0}, {230, 100}}));
-    EXPECT_EQ(numbered(ruler_ticks({0, 2}, 250, 1)), (Numbers{{0, 0}, {100, 50}, {200, 100}})) << "a scaled dialog";
-    EXPECT_EQ(numbered(ruler_ticks({}, 1000, 4)), (Numbers{{0, 0}, {500, 500}, {1000, 1000}})) << "a reduced view";
-    EXPECT_EQ(ruler_ticks({}, 250, 1).size(), 26u);
-    EXPECT_EQ(ruler_ticks({}, 100, 1)[5].kind, RulerTick::Middle);
+    EXPECT_EQ(numbered(ruler_ticks({}, 0, 250, 1)), (Numbers{{0, 0}, {100, 100}, {200, 200}}));
+    EXPECT_EQ(numbered(ruler_ticks({130, 1}, 0, 250, 1)), (Numbers{{30, -100}, {130, 0}, {230, 100}}));
+    EXPECT_EQ(numbered(ruler_ticks({0, 2}, 0, 250, 1)), (Numbers{{0, 0}, {100, 50}, {200, 100}})) << "a scaled dialog";
+    EXPECT_EQ(numbered(ruler_ticks({}, 0, 1000, 4)), (Numbers{{0, 0}, {500, 500}, {1000, 1000}})) << "a reduced view";
+    EXPECT_EQ(numbered(ruler_ticks({}, 95, 105, 0.125)), (Numbers{{100, 100}})) << "a part that is zoomed into";
+    EXPECT_EQ(ruler_ticks({}, 0, 250, 1).size(), 26u);
+    EXPECT_EQ(ruler_ticks({}, 0, 100, 1)[5].kind, RulerTick::Middle);
 }

@@ -6,8 +6,10 @@
 #include "widgets/button_st.h"
 #include "widgets/super_edit.h"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QColor>
+#include <QContextMenuEvent>
 #include <QGroupBox>
 #include <QVariant>
 
@@ -77,6 +79,41 @@ Status set_text(Automation& app, ControlHandle* self, const QString& text)
     if (!editor)
         return editor.status();
     input::type_over(*editor.value(), text);
+    app.settle();
+    return {};
+}
+
+Status type(Automation& app, ControlHandle* self, const QString& text)
+{
+    const auto editor = editor_of(*self);
+    if (!editor)
+        return editor.status();
+    input::type(*editor.value(), text);
+    app.settle();
+    return {};
+}
+
+Status key(Automation& app, ControlHandle* self, const QString& name, const std::optional<QString>& mods)
+{
+    const auto widget = usable(*self);
+    const auto modifiers = read_modifiers(mods);
+    const auto code = read_key(name);
+    if (!widget || !modifiers || !code)
+        return !widget ? widget.status() : !modifiers ? modifiers.status() : code.status();
+    input::focus(*widget.value());
+    input::key(*widget.value(), code.value(), modifiers.value());
+    app.settle();
+    return {};
+}
+
+Status right_click(Automation& app, ControlHandle* self)
+{
+    const auto widget = usable(*self);
+    if (!widget)
+        return widget.status();
+    const QPoint place = widget.value()->rect().center();
+    QContextMenuEvent event(QContextMenuEvent::Mouse, place, widget.value()->mapToGlobal(place));
+    QApplication::sendEvent(widget.value(), &event);
     app.settle();
     return {};
 }
@@ -252,8 +289,11 @@ Status choose(Automation& app, ControlHandle* self, int entry)
 
 constexpr Binding methods[] = {
     {"click", "self", binding<click>},
+    {"right_click", "self", binding<right_click>},
     {"text", "self", binding<text>},
     {"set_text", "self s", binding<set_text>},
+    {"type", "self text", binding<type>},
+    {"key", "self name mods", binding<key>},
     {"enter", "self", binding<enter>},
     {"blur", "self", binding<blur>},
     {"focused", "self", binding<focused>},
@@ -275,6 +315,9 @@ constexpr Binding methods[] = {
     {"select", "self i", binding<select_rows>},
     {"selected", "self", binding<selected_rows>},
     {"click_cell", "self row column mods", binding<click_cell>},
+    {"drag_row", "self row onto place", binding<drag_row>},
+    {"cell_icons", "self row column", binding<cell_icons>},
+    {"click_icon", "self row column icon", binding<click_icon>},
     {"double_click", "self row", binding<double_click_row>},
 };
 

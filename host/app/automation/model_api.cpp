@@ -294,6 +294,17 @@ Data events(SceneModel& model)
     });
 }
 
+Data problems(SceneModel& model)
+{
+    return list_of(model.problems(), [](const SceneModel::Problem& problem) {
+        return Data(Data::Record{{"object", problem.object},
+                                 {"place", problem.place},
+                                 {"text", problem.text},
+                                 {"function", problem.function},
+                                 {"line", qint64(problem.line)}});
+    });
+}
+
 constexpr Binding functions[] = {
     {"dialogs", "", binding<dialogs>},
     {"root_dialog", "", binding<root_dialog>},
@@ -313,6 +324,7 @@ constexpr Binding functions[] = {
     {"set_function_text", "name text", binding<set_function_text>},
     {"delete_function", "name", binding<delete_function>},
     {"events", "", binding<events>},
+    {"problems", "", binding<problems>},
 };
 
 constexpr Binding methods[] = {

@@ -77,13 +77,13 @@ Status MouseSurface::double_click(QPointF place)
     return release(place, Qt::LeftButton, {});
 }
 
-Status MouseSurface::wheel(QPointF place, double steps)
+Status MouseSurface::wheel(QPointF place, double steps, Qt::KeyboardModifiers modifiers)
 {
     if (auto status = ready(); !status)
         return status;
     const QPointF in_widget = place + m_area().topLeft();
     QWheelEvent event(in_widget, m_widget->mapToGlobal(in_widget), QPoint(), QPoint(0, qRound(steps * wheel_step)),
-                      m_held, Qt::NoModifier, Qt::NoScrollPhase, false);
+                      m_held, modifiers, Qt::NoScrollPhase, false);
     QApplication::sendEvent(m_widget, &event);
     return {};
 }

@@ -28,7 +28,7 @@ public:
     Status move(QPointF place, Qt::KeyboardModifiers modifiers);
     Status release(QPointF place, Qt::MouseButton button, Qt::KeyboardModifiers modifiers);
     Status double_click(QPointF place);
-    Status wheel(QPointF place, double steps);
+    Status wheel(QPointF place, double steps, Qt::KeyboardModifiers modifiers = {});
     Status key(int key, Qt::KeyboardModifiers modifiers);
     Result<QImage> picture() const;
 

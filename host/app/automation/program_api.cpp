@@ -9,10 +9,14 @@
 #include "view/view3d.h"
 
 #include <QAction>
+#include <QApplication>
+#include <QDragEnterEvent>
 #include <QMenu>
 #include <QMenuBar>
+#include <QMimeData>
 #include <QPixmap>
 #include <QRegularExpression>
+#include <QUrl>
 
 #include <algorithm>
 
@@ -189,6 +193,27 @@ Data redraws(Automation& app)
     return app.take_redraws();
 }
 
+/// Drops a file at a place of the view; beside the view where there are no coordinates.
+Status drop(Automation& app, const QString& path, std::optional<double> x, std::optional<double> y)
+{
+    MainWindow& window = app.window();
+    const QPointF corner = window.view().surface_rect().topLeft() + QPointF(x.value_or(-1), y.value_or(-1));
+    const QPoint place = x && y ? window.view().mapTo(&window, corner.toPoint()) : QPoint(2, 2);
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile(path)});
+    QDragEnterEvent enter(place, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&window, &enter);
+    QDragMoveEvent move(place, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    if (enter.isAccepted())
+        QApplication::sendEvent(&window, &move);
+    if (!enter.isAccepted() || !move.isAccepted())
+        return Status::error(QStringLiteral("the window does not take %1 there").arg(path));
+    QDropEvent drop(place, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&window, &drop);
+    app.settle();
+    return {};
+}
+
 constexpr Binding functions[] = {
     {"language", "", binding<language>},
     {"new", "", binding<new_file>},
@@ -197,6 +222,7 @@ constexpr Binding functions[] = {
     {"recover", "", binding<recover>},
     {"resize", "w h", binding<resize>},
     {"menu", "name entry inner", binding<menu>},
+    {"drop", "path x y", binding<drop>},
     {"process", "", binding<process>},
     {"wait", "ms", binding<wait>},
     {"screenshot", "path what", binding<screenshot>},

@@ -145,4 +145,51 @@ Status double_click_row(Automation& app, ControlHandle* self, int row)
     return {};
 }
 
+Status drag_row(Automation& app, ControlHandle* self, int row, int onto, const QString& place)
+{
+    const auto list = report_list(usable(*self), *self);
+    if (!list)
+        return list.status();
+    if (place != QLatin1String("above") && place != QLatin1String("below"))
+        return Status::error(QStringLiteral("bad argument \"place\": a row is dropped \"above\" or \"below\" another"));
+    const auto from = place_of(*list.value(), *self, row, 0);
+    const auto to = place_of(*list.value(), *self, onto, 0);
+    if (!from || !to)
+        return from ? to.status() : from.status();
+    const int side = list.value()->rowHeight(onto) / 4;
+    const QPointF end = to.value() + QPointF(0, place == QLatin1String("above") ? -side : side);
+    QWidget& viewport = *list.value()->viewport();
+    input::mouse(viewport, QEvent::MouseButtonPress, from.value(), Qt::LeftButton, Qt::LeftButton);
+    input::mouse(viewport, QEvent::MouseMove, end, Qt::NoButton, Qt::LeftButton);
+    input::mouse(viewport, QEvent::MouseButtonRelease, end, Qt::LeftButton, {});
+    app.settle();
+    return {};
+}
+
+Result<Data> cell_icons(Automation&, ControlHandle* self, int row, int column)
+{
+    const auto list = report_list(alive(*self), *self);
+    if (!list)
+        return list.status();
+    Data::List all;
+    for (const CReportList::CellIcon& icon : list.value()->cell_icons_at(row, column))
+        all.push_back(Data::Record{{"icon", qint64(icon.number)}, {"tip", icon.tip}});
+    return Data(std::move(all));
+}
+
+Status click_icon(Automation& app, ControlHandle* self, int row, int column, int icon)
+{
+    const auto list = report_list(usable(*self), *self);
+    if (!list)
+        return list.status();
+    if (const auto place = place_of(*list.value(), *self, row, column); !place)
+        return place.status();
+    const QRect rect = list.value()->cell_icon_rect(row, column, icon) & list.value()->viewport()->rect();
+    if (rect.isEmpty())
+        return self->error(QStringLiteral("has no icon %1 in that cell").arg(icon));
+    input::click(*list.value()->viewport(), rect.center());
+    app.settle();
+    return {};
+}
+
 } // namespace tarn::script

@@ -88,11 +88,12 @@ Status double_click(Automation& app, SurfaceHandle* self, double x, double y)
     return settled(app, (*self)->double_click({x, y}));
 }
 
-Status drag(Automation& app, SurfaceHandle* self, double x1, double y1, double x2, double y2, const Text& mods)
+Status drag(Automation& app, SurfaceHandle* self, double x1, double y1, double x2, double y2, const Text& mods,
+            const Text& button)
 {
     const QPointF from(x1, y1);
     const QPointF way = QPointF(x2, y2) - from;
-    if (auto status = press(app, self, x1, y1, {}, mods); !status)
+    if (auto status = press(app, self, x1, y1, button, mods); !status)
         return status;
     input::wait(hold_time);
     const int steps = std::max(1, int(std::ceil(std::hypot(way.x(), way.y()) / longest_step)));
@@ -101,12 +102,15 @@ Status drag(Automation& app, SurfaceHandle* self, double x1, double y1, double x
         if (auto status = move(app, self, place.x(), place.y(), mods); !status)
             return status;
     }
-    return release(app, self, x2, y2, {}, mods);
+    return release(app, self, x2, y2, button, mods);
 }
 
-Status wheel(Automation& app, SurfaceHandle* self, double x, double y, double steps)
+Status wheel(Automation& app, SurfaceHandle* self, double x, double y, double steps, const Text& mods)
 {
-    return settled(app, (*self)->wheel({x, y}, steps));
+    const auto modifiers = read_modifiers(mods);
+    if (!modifiers)
+        return modifiers.status();
+    return settled(app, (*self)->wheel({x, y}, steps, modifiers.value()));
 }
 
 Status key(Automation& app, SurfaceHandle* self, const QString& name, const Text& mods)
@@ -114,11 +118,8 @@ Status key(Automation& app, SurfaceHandle* self, const QString& name, const Text
     const auto modifiers = read_modifiers(mods);
     if (!modifiers)
         return modifiers.status();
-    bool known = false;
-    const int code = QMetaEnum::fromType<Qt::Key>().keyToValue(("Key_" + name.toLatin1()).constData(), &known);
-    if (!known)
-        return Status::error(QStringLiteral("bad argument \"name\": there is no key \"%1\"").arg(name));
-    return settled(app, (*self)->key(code, modifiers.value()));
+    const auto code = read_key(name);
+    return code ? settled(app, (*self)->key(code.value(), modifiers.value())) : code.status();
 }
 
 Data size(Automation&, SurfaceHandle* self)
@@ -133,13 +134,22 @@ constexpr Binding methods[] = {
     {"release", "self x y button mods", binding<release>},
     {"click", "self x y button mods", binding<click>},
     {"double_click", "self x y", binding<double_click>},
-    {"drag", "self x1 y1 x2 y2 mods", binding<drag>},
-    {"wheel", "self x y steps", binding<wheel>},
+    {"drag", "self x1 y1 x2 y2 mods button", binding<drag>},
+    {"wheel", "self x y steps mods", binding<wheel>},
     {"key", "self name mods", binding<key>},
     {"size", "self", binding<size>},
 };
 
 } // namespace
+
+Result<int> read_key(const QString& name)
+{
+    bool known = false;
+    const int code = QMetaEnum::fromType<Qt::Key>().keyToValue(("Key_" + name.toLatin1()).constData(), &known);
+    if (!known)
+        return Status::error(QStringLiteral("bad argument \"name\": there is no key \"%1\"").arg(name));
+    return code;
+}
 
 Result<Qt::KeyboardModifiers> read_modifiers(const std::optional<QString>& mods)
 {

@@ -119,6 +119,20 @@ bool key(QWidget& widget, int key, Qt::KeyboardModifiers modifiers)
     return press.isAccepted();
 }
 
+void type(QWidget& editor, const QString& text)
+{
+    focus(editor);
+    for (const uint letter : text.toUcs4()) {
+        if (letter == u'\n') {
+            key(editor, Qt::Key_Return);
+            continue;
+        }
+        const QString typed = QString::fromUcs4(reinterpret_cast<const char32_t*>(&letter), 1);
+        QKeyEvent press(QEvent::KeyPress, Qt::Key_unknown, Qt::NoModifier, typed);
+        QApplication::sendEvent(&editor, &press);
+    }
+}
+
 void type_over(QWidget& editor, const QString& text)
 {
     focus(editor);

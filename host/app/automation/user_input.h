@@ -26,6 +26,8 @@ void double_click(QWidget& widget, QPointF place);
 
 /// Presses and releases a key; whether the widget took it.
 bool key(QWidget& widget, int key, Qt::KeyboardModifiers modifiers = {});
+/// Types letter by letter where the cursor is; a line break is Enter.
+void type(QWidget& editor, const QString& text);
 /// Types `text` over everything that `editor`, an edit field, holds.
 void type_over(QWidget& editor, const QString& text);
 

@@ -1,20 +1,36 @@
 #pragma once
 
 #include "engine/orbit_camera.h"
+#include "overlay_buffer.h"
 #include "render/ground_look.h"
 #include "render/renderer.h"
 
 namespace tarn {
 
-/// The ground as the view's own camera sees it.
-inline GroundLook camera_look(const OrbitCamera& camera, QSize pixels, double dpr)
+/// How the view's own camera projects the world onto a surface of that size, in logical pixels, that shows a screen.
+inline QMatrix4x4 camera_projection(const OrbitCamera& camera, QSizeF surface, const ScreenPlacing& placing,
+                                    QSizeF screen)
 {
-    return ground_look(camera.view_matrix(), camera.projection_matrix(pixels), pixels, dpr);
+    const QRectF whole = placing.to_surface(QRectF(QPointF(), screen));
+    QMatrix4x4 part;
+    part.scale(float(whole.width() / surface.width()), float(whole.height() / surface.height()));
+    part.setColumn(3,
+                   {float(2 * whole.center().x() / surface.width() - 1),
+                    float(1 - 2 * whole.center().y() / surface.height()), 0, 1});
+    return part * camera.projection_matrix(whole.size());
 }
 
-inline RenderView camera_render_view(const OrbitCamera& camera, QSize pixels, double dpr)
+/// What the view's own camera sees on such a surface.
+inline RenderView camera_render_view(const OrbitCamera& camera, QSize surface, double dpr, const ScreenPlacing& placing,
+                                     QSize screen)
 {
-    return {camera.view_matrix(), camera.projection_matrix(pixels), pixels, dpr};
+    return {camera.view_matrix(), camera_projection(camera, surface, placing, screen), device_size(surface, dpr), dpr};
+}
+
+/// The ground of that.
+inline GroundLook camera_look(const RenderView& view)
+{
+    return ground_look(view.view, view.projection, view.pixels, view.dpr);
 }
 
 /// The target of WorldRenderer for the author's view.

@@ -95,19 +95,18 @@ void GlSurface::paintGL()
     if (!m_scene)
         return;
     const double dpr = devicePixelRatioF();
-    m_objects.set_screen(m_overlay.screen());
+    m_objects.follow(m_overlay);
+    const ScreenPlacing placing = m_overlay.placing(size());
     const QRect moved = m_objects.update(m_world.objects_layer(), size(), dpr);
     m_scene->set_layer(GroundScene::objects_layer, m_objects.image(), moved);
     const QRect changed = m_overlay.update(m_world.overlay(), size(), dpr);
     m_scene->set_layer(GroundScene::overlay_layer, m_overlay.image(), changed);
-    const QRect painted = m_tool.update(m_world.mouse_tool(), size(), dpr, m_overlay.scale(size()));
+    const QRect painted = m_tool.update(m_world.mouse_tool(), size(), dpr, placing);
     m_scene->set_layer(GroundScene::tool_layer, m_tool.image(), painted);
-    const QSize pixels = device_size(size(), dpr);
+    const RenderView view = camera_render_view(m_world.camera(), size(), dpr, placing, m_overlay.screen_on(size()));
     WorldRenderer& renderer = m_world.renderer();
-    const GLuint world = renderer.texture(view_target, camera_render_view(m_world.camera(), pixels, dpr),
-                                          WorldRenderer::Eye::Author);
-    m_scene->draw(camera_look(m_world.camera(), pixels, dpr), defaultFramebufferObject(), world,
-                  world && renderer.cost().drawn);
+    const GLuint world = renderer.texture(view_target, view, WorldRenderer::Eye::Author);
+    m_scene->draw(camera_look(view), defaultFramebufferObject(), world, world && renderer.cost().drawn);
 }
 
 } // namespace tarn

@@ -8,21 +8,37 @@
 
 namespace tarn {
 
+namespace {
+
+/// Device pixels of a composed picture for one of the screen; what is shown larger is stretched, since whole dialogs are
+/// composed although little of them is seen.
+constexpr double largest_composed = 4;
+
+} // namespace
+
 QSize device_size(QSize logical, double dpr)
 {
     return (logical.expandedTo({0, 0})) * dpr;
 }
 
-double OverlayBuffer::scale(QSize logical) const
+void OverlayBuffer::follow(const OverlayBuffer& other)
 {
-    return m_screen.isEmpty() ? 1 : double(logical.width()) / m_screen.width();
+    m_screen = other.m_screen;
+    m_zoom = other.m_zoom;
+}
+
+ScreenPlacing OverlayBuffer::placing(QSize logical) const
+{
+    if (m_zoom)
+        return *m_zoom;
+    return {m_screen.isEmpty() ? 1 : double(logical.width()) / m_screen.width(), {}};
 }
 
 void OverlayBuffer::resize(QSize logical, double dpr)
 {
     m_image = QImage(device_size(logical, dpr), QImage::Format_ARGB32_Premultiplied);
     m_image.setDevicePixelRatio(dpr);
-    m_scale = scale(logical);
+    m_placing = placing(logical);
     m_image.fill(Qt::transparent);
 }
 
@@ -37,7 +53,7 @@ QRect OverlayBuffer::update(Overlay* overlay, QSize logical, double dpr)
 {
     const QSize screen = screen_on(logical);
     const bool all = overlay != m_shown || m_image.size() != device_size(logical, dpr)
-        || !qFuzzyCompare(m_image.devicePixelRatio(), dpr) || !qFuzzyCompare(m_scale, scale(logical));
+        || !qFuzzyCompare(m_image.devicePixelRatio(), dpr) || m_placing != placing(logical);
     // In this order: a new size may damage all of it, and that belongs into this picture.
     if (overlay)
         overlay->set_screen_size(screen);
@@ -48,8 +64,8 @@ QRect OverlayBuffer::update(Overlay* overlay, QSize logical, double dpr)
     m_shown = overlay;
     if (all)
         resize(logical, dpr);
-    const double ratio = dpr * m_scale;
-    const QRectF scaled(damage.topLeft() * ratio, damage.size() * ratio);
+    const QRectF shown = m_placing.to_surface(damage);
+    const QRectF scaled(shown.topLeft() * dpr, shown.size() * dpr);
     const QRect pixels = all ? m_image.rect() : scaled.toAlignedRect() & m_image.rect();
     if (overlay && !pixels.isEmpty())
         paint(*overlay, pixels);
@@ -69,17 +85,18 @@ void OverlayBuffer::paint_all(Overlay* overlay, QSize logical, double dpr)
 
 void OverlayBuffer::paint(Overlay& overlay, const QRect& pixels)
 {
-    const double ratio = m_image.devicePixelRatio() * m_scale;
-    const QRectF clip(QPointF(pixels.topLeft()) / ratio, QSizeF(pixels.size()) / ratio);
+    const double dpr = m_image.devicePixelRatio();
+    const double ratio = dpr * m_placing.scale;
+    const QRectF clip(m_placing.to_screen(QPointF(pixels.topLeft()) / dpr), QSizeF(pixels.size()) / ratio);
     QPainter painter(&m_image);
-    painter.scale(m_scale, m_scale);
+    painter.setTransform(m_placing.transform());
     painter.setClipRect(clip);
     painter.setCompositionMode(QPainter::CompositionMode_Clear);
     painter.fillRect(clip, Qt::transparent);
     painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
     // Pictures are composed in whole pixels at least and reduced as they are drawn.
-    painter.setRenderHint(QPainter::SmoothPixmapTransform, m_scale < 1);
-    overlay.paint(painter, clip, std::max(1.0, ratio));
+    painter.setRenderHint(QPainter::SmoothPixmapTransform, m_placing.scale < 1 || ratio > largest_composed);
+    overlay.paint(painter, clip, std::clamp(ratio, 1.0, largest_composed));
 }
 
 } // namespace tarn

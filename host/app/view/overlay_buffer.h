@@ -1,7 +1,11 @@
 #pragma once
 
+#include "screen_placing.h"
+
 #include <QImage>
 #include <QRectF>
+
+#include <optional>
 
 namespace tarn {
 
@@ -17,8 +21,15 @@ public:
     /// surface's size all the same.
     void set_screen(QSize screen) { m_screen = screen; }
     const QSize& screen() const { return m_screen; }
-    /// Logical pixels of a surface that show one pixel of the screen.
-    double scale(QSize logical) const;
+    /// Where a surface shows the screen; none: the screen fills it.
+    void set_zoom(const std::optional<ScreenPlacing>& zoom) { m_zoom = zoom; }
+    const std::optional<ScreenPlacing>& zoom() const { return m_zoom; }
+    /// Takes over the screen and the zoom of another one.
+    void follow(const OverlayBuffer& other);
+    /// How a surface of that size shows the screen.
+    ScreenPlacing placing(QSize logical) const;
+    /// The size of the screen on such a surface.
+    QSize screen_on(QSize logical) const { return m_screen.isEmpty() ? logical : m_screen; }
 
     /// Brings the picture up to date and answers the device pixels that changed. Null as overlay: an empty picture.
     QRect update(Overlay* overlay, QSize logical, double dpr);
@@ -31,13 +42,13 @@ public:
     const QImage& image() const { return m_image; }
 
 private:
-    QSize screen_on(QSize logical) const { return m_screen.isEmpty() ? logical : m_screen; }
     void resize(QSize logical, double dpr);
     void paint(Overlay& overlay, const QRect& pixels);
 
     QImage m_image;
     QSize m_screen;
-    double m_scale = 1;               ///< in which the picture was painted
+    std::optional<ScreenPlacing> m_zoom;
+    ScreenPlacing m_placing;          ///< in which the picture was painted
     QRectF m_damage;                  ///< pixels of the screen
     const Overlay* m_shown = nullptr; ///< only compared
 };

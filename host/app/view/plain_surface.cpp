@@ -26,27 +26,27 @@ void draw_pixels(QPainter& painter, const QImage& image)
 
 } // namespace
 
-const QImage& WorldPicture::image(CBaseWorld& world, QSize pixels, double dpr)
+const QImage& WorldPicture::image(CBaseWorld& world, const RenderView& view)
 {
-    const QImage with_models = world.renderer().picture(view_target, camera_render_view(world.camera(), pixels, dpr),
-                                                        WorldRenderer::Eye::Author);
+    const QImage with_models = world.renderer().picture(view_target, view, WorldRenderer::Eye::Author);
     if (!with_models.isNull()) {
         m_image = with_models.convertToFormat(QImage::Format_RGB32);
         m_with_models = true;
         return m_image;
     }
-    const GroundLook look = camera_look(world.camera(), pixels, dpr);
+    const GroundLook look = camera_look(view);
     if (look != m_look || std::exchange(m_with_models, false))
         m_image = ground_raster(look);
     m_look = look;
     return m_image;
 }
 
-void paint_over(QPainter& painter, std::initializer_list<QImage> layers, CBaseWorld& world, double scale)
+void paint_over(QPainter& painter, std::initializer_list<QImage> layers, CBaseWorld& world,
+                const ScreenPlacing& placing)
 {
     for (const QImage& layer : layers)
         draw_pixels(painter, layer);
-    painter.scale(scale, scale);
+    painter.setTransform(placing.transform());
     if (MouseTool* tool = world.mouse_tool())
         tool->paint(painter);
 }
@@ -60,12 +60,14 @@ PlainSurface::PlainSurface(CBaseWorld& world, OverlayBuffer& overlay, QWidget* p
 void PlainSurface::paintEvent(QPaintEvent*)
 {
     const double dpr = devicePixelRatioF();
-    m_objects.set_screen(m_overlay.screen());
+    m_objects.follow(m_overlay);
+    const ScreenPlacing placing = m_overlay.placing(size());
     m_objects.update(m_world.objects_layer(), size(), dpr);
     m_overlay.update(m_world.overlay(), size(), dpr);
+    const RenderView view = camera_render_view(m_world.camera(), size(), dpr, placing, m_overlay.screen_on(size()));
     QPainter painter(this);
-    draw_pixels(painter, m_picture.image(m_world, device_size(size(), dpr), dpr));
-    paint_over(painter, {m_objects.image(), m_overlay.image()}, m_world, m_overlay.scale(size()));
+    draw_pixels(painter, m_picture.image(m_world, view));
+    paint_over(painter, {m_objects.image(), m_overlay.image()}, m_world, placing);
 }
 
 } // namespace tarn

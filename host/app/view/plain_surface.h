@@ -2,6 +2,7 @@
 
 #include "overlay_buffer.h"
 #include "render/ground_look.h"
+#include "render/renderer.h"
 
 #include <QImage>
 #include <QWidget>
@@ -15,7 +16,7 @@ namespace tarn {
 /// The world's picture, drawn again only when it changed: with models where they can be drawn, otherwise the ground.
 class WorldPicture {
 public:
-    const QImage& image(CBaseWorld& world, QSize pixels, double dpr);
+    const QImage& image(CBaseWorld& world, const RenderView& view);
 
 private:
     GroundLook m_look;
@@ -24,8 +25,9 @@ private:
 };
 
 /// Paints what lies over the ground, the lowest layer first, and then the mouse tool. The painter's logical pixels are
-/// those of the view, `scale` of which show one of the screen.
-void paint_over(QPainter& painter, std::initializer_list<QImage> layers, CBaseWorld& world, double scale);
+/// those of the view, which shows the screen as `placing` tells.
+void paint_over(QPainter& painter, std::initializer_list<QImage> layers, CBaseWorld& world,
+                const ScreenPlacing& placing);
 
 /// What a view shows where there is no OpenGL.
 class PlainSurface : public QWidget {

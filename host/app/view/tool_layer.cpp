@@ -16,7 +16,7 @@ void ToolLayer::clear(const QRect& part)
         std::memset(m_image.scanLine(y) + part.x() * 4, 0, std::size_t(part.width()) * 4);
 }
 
-QRect ToolLayer::update(MouseTool* tool, QSize logical, double dpr, double scale)
+QRect ToolLayer::update(MouseTool* tool, QSize logical, double dpr, const ScreenPlacing& placing)
 {
     QRect changed = m_painted;
     const QSize pixels = device_size(logical, dpr);
@@ -30,7 +30,7 @@ QRect ToolLayer::update(MouseTool* tool, QSize logical, double dpr, double scale
     if (!tool || m_image.isNull())
         return changed;
     QPainter painter(&m_image);
-    painter.scale(scale, scale);
+    painter.setTransform(placing.transform());
     tool->paint(painter);
     painter.end();
     m_painted = painted_rect(m_image);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "screen_placing.h"
+
 #include <QImage>
 #include <QRect>
 
@@ -11,9 +13,9 @@ class MouseTool;
 /// every frame; what reaches the graphics card is only the part where something stands or stood.
 class ToolLayer {
 public:
-    /// Paints the tool (null: nothing) and answers the device pixels that may differ from those before. `scale` logical
-    /// pixels show one of the screen.
-    QRect update(MouseTool* tool, QSize logical, double dpr, double scale = 1);
+    /// Paints the tool (null: nothing) and answers the device pixels that may differ from those before. `placing` tells
+    /// where the screen is shown.
+    QRect update(MouseTool* tool, QSize logical, double dpr, const ScreenPlacing& placing = {});
 
     const QImage& image() const { return m_image; }
 

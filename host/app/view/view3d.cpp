@@ -1,10 +1,12 @@
 #include "view3d.h"
 
+#include "camera_look.h"
 #include "core/language.h"
 #include "engine/base_world.h"
 #include "gl_surface.h"
 #include "inline_editor.h"
 #include "plain_surface.h"
+#include "view_marks.h"
 
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -23,7 +25,13 @@ constexpr auto refresh_interval = std::chrono::milliseconds(16);
 /// Where the mouse is for the tool while it is not over the view.
 constexpr QPointF nowhere(-1e6, -1e6);
 constexpr double wheel_step = 120; ///< eighths of a degree, as mice count
+constexpr double wheel_steps = 4;  ///< that double what is shown
 constexpr double click_reach = 3;  ///< pixels that the mouse may move in a click of the right button
+
+double wheel_factor(double steps)
+{
+    return std::exp2(steps / wheel_steps);
+}
 
 } // namespace
 
@@ -36,6 +44,7 @@ CView3D::CView3D(CBaseWorld& world, QWidget* parent)
         m_surface = new tarn::PlainSurface(world, m_overlay, this);
     // The view hears the mouse itself, also beside a surface that is smaller than the window.
     m_surface->setAttribute(Qt::WA_TransparentForMouseEvents);
+    m_marks = new tarn::ViewMarks(*this);
     setFocusPolicy(Qt::StrongFocus);
     setMouseTracking(true);
     setAttribute(Qt::WA_InputMethodEnabled);
@@ -72,6 +81,7 @@ void CView3D::set_screen_size(QSize size)
     if (size == m_overlay.screen())
         return;
     finish_text();
+    m_zoom.reset();
     m_overlay.set_screen(size);
     place_surface();
     if (auto* overlay = m_world.overlay())
@@ -89,7 +99,7 @@ QSize CView3D::room() const
     return m_fixed_size.isEmpty() ? size() : m_fixed_size;
 }
 
-QSize CView3D::surface_size() const
+QSize CView3D::fit_size() const
 {
     const QSize screen = screen_size();
     return screen.width() <= room().width() && screen.height() <= room().height()
@@ -99,16 +109,21 @@ QSize CView3D::surface_size() const
 
 QRect CView3D::surface_rect() const
 {
-    const QSize room = (size() - surface_size()).expandedTo({0, 0});
-    return {QPoint(room.width() / 2, room.height() / 2), surface_size()};
+    return is_zoomed() ? whole_rect() & room_rect() : whole_rect();
 }
 
 void CView3D::place_surface()
 {
-    if (m_surface->geometry() == surface_rect())
+    const QRect place = surface_rect();
+    std::optional<tarn::ScreenPlacing> zoom;
+    if (is_zoomed())
+        zoom = {*m_zoom, QPointF(whole_rect().topLeft() - place.topLeft())};
+    mark();
+    if (m_surface->geometry() == place && m_overlay.zoom() == zoom)
         return;
     finish_text();
-    m_surface->setGeometry(surface_rect());
+    m_overlay.set_zoom(zoom);
+    m_surface->setGeometry(place);
     if (auto* overlay = m_world.overlay())
         overlay->set_screen_size(screen_size());
     schedule_redraw();
@@ -168,21 +183,21 @@ QImage CView3D::render(CBaseWorld& world, QSize size, double dpr)
     objects.paint_all(world.objects_layer(), size, dpr);
     tarn::OverlayBuffer overlay;
     overlay.paint_all(world.overlay(), size, dpr);
-    QImage picture = tarn::WorldPicture().image(world, pixels, dpr);
+    QImage picture = tarn::WorldPicture().image(world, tarn::camera_render_view(world.camera(), size, dpr, {}, size));
     picture.setDevicePixelRatio(dpr);
     QPainter painter(&picture);
-    tarn::paint_over(painter, {objects.image(), overlay.image()}, world, 1);
+    tarn::paint_over(painter, {objects.image(), overlay.image()}, world, {});
     return picture;
 }
 
 QPointF CView3D::to_screen(QPointF place) const
 {
-    return (place - QPointF(surface_rect().topLeft())) / scale();
+    return placing().to_screen(place - QPointF(surface_rect().topLeft()));
 }
 
 QRectF CView3D::from_screen(const QRectF& area) const
 {
-    return {area.topLeft() * scale() + surface_rect().topLeft(), area.size() * scale()};
+    return placing().to_surface(area).translated(surface_rect().topLeft());
 }
 
 bool CView3D::on_screen(QPointF place) const
@@ -208,6 +223,7 @@ bool CView3D::send_mouse(const MouseEvent& event)
     m_place = event.place;
     MouseEvent scaled = event;
     scaled.scale = scale();
+    scaled.corner = placing().to_screen({});
     const bool taken = tool && tool->mouse(scaled);
     // The event may have put another tool in its place.
     tool = m_world.mouse_tool();
@@ -246,7 +262,9 @@ void CView3D::send_wheel(QPointF place, double steps)
 
 void CView3D::camera_drag(Qt::MouseButton button, QPointF from, QPointF to)
 {
-    if (button == Qt::MiddleButton)
+    if (button == Qt::MiddleButton && is_zoomed())
+        pan_screen(to - from);
+    else if (button == Qt::MiddleButton)
         m_world.camera().pan(to - from, surface_size().height());
     else if (button == Qt::RightButton)
         m_world.camera().orbit(to - from);
@@ -328,7 +346,11 @@ void CView3D::leaveEvent(QEvent*)
 
 void CView3D::wheelEvent(QWheelEvent* event)
 {
-    send_wheel(to_screen(event->position()), event->angleDelta().y() / wheel_step);
+    const double steps = event->angleDelta().y() / wheel_step;
+    if (event->modifiers().testFlag(Qt::ControlModifier) && !m_is_preview)
+        zoom_to(zoom() * wheel_factor(steps), event->position());
+    else
+        send_wheel(to_screen(event->position()), steps);
 }
 
 void CView3D::keyPressEvent(QKeyEvent* event)

@@ -13,12 +13,13 @@ class CBaseWorld;
 namespace tarn {
 class InlineEditor;
 class SceneEditor;
+class ViewMarks;
 } // namespace tarn
 
 /// The view of the 3D world with the interface over it. Draws with OpenGL where it can, and without it elsewhere.
 ///
 /// All places are pixels of the interface's screen. It has the size of the drawing surface, or one of its own, which the
-/// surface then shows reduced where it has no room for it.
+/// surface then shows reduced where it has no room for it. The author can zoom it, and pan what is larger than the view.
 class CView3D : public QWidget {
     Q_OBJECT
 
@@ -37,9 +38,28 @@ public:
     void set_screen_size(QSize size);
     QSize screen_size() const;
     bool has_own_screen() const { return !m_overlay.screen().isEmpty(); }
-    QSize surface_size() const;
+    QSize surface_size() const { return surface_rect().size(); }
+    /// The place of the screen that a place of this widget shows.
+    QPointF to_screen(QPointF place) const;
     /// Where the drawing surface lies in this widget; it may be larger than the widget.
     QRect surface_rect() const;
+
+    static constexpr double least_zoom = 0.25;
+    static constexpr double largest_zoom = 8;
+    /// Pixels of the view that show one of the screen.
+    double zoom() const { return scale(); }
+    /// Whether the screen is shown otherwise than as a whole, as large as there is room for it.
+    bool is_zoomed() const { return m_zoom.has_value(); }
+    /// Shows the screen in that scale, held to the limits; what lies at `about`, a place of the widget, stays there.
+    void zoom_to(double scale, QPointF about);
+    /// As from the middle of the view; one step doubles or halves in two.
+    void zoom_by(double steps);
+    void zoom_to_fit();
+    /// As large as there is room for that area of the screen; nothing happens for an empty one.
+    void zoom_to_area(const QRectF& on_screen);
+    /// What is shown runs: it is marked, and shown as a whole until that ends.
+    void set_preview(bool on);
+
     bool uses_gl() const { return m_uses_gl; }
 
     /// Cheap: the view draws once for any number of calls.
@@ -59,7 +79,7 @@ public:
     bool send_text(const QString& text, const QString& preedit);
     /// Positive steps come nearer.
     void send_wheel(QPointF place, double steps);
-    /// The middle button moves the camera, the right one turns it; places are logical pixels of the widget.
+    /// The middle button moves the camera, or the screen while it is zoomed; the right one turns it; places are logical pixels of the widget.
     void camera_drag(Qt::MouseButton button, QPointF from, QPointF to);
 
 Q_SIGNALS:
@@ -85,7 +105,13 @@ protected:
 private:
     void place_surface();
     QSize room() const;
-    double scale() const { return m_overlay.scale(surface_size()); }
+    QRect room_rect() const;
+    QSize fit_size() const;
+    QRect whole_rect() const;
+    void pan_screen(QPointF way);
+    void mark();
+    tarn::ScreenPlacing placing() const { return m_overlay.placing(surface_size()); }
+    double scale() const { return placing().scale; }
     void press(QMouseEvent* event, tarn::MouseEvent::Kind kind);
     bool edit_text_at(QPointF place);
     void pop_context_menu(QPointF place);
@@ -93,7 +119,6 @@ private:
     bool keeps_key(const QKeyEvent& event) const;
     void drag_with_changed_modifiers(const QKeyEvent& event, bool pressed);
     void end_lost_press(const QMouseEvent& event);
-    QPointF to_screen(QPointF place) const;
     QRectF from_screen(const QRectF& area) const;
     bool on_screen(QPointF place) const;
     void show_cursor(Qt::CursorShape shape);
@@ -104,6 +129,11 @@ private:
     QWidget* m_surface = nullptr;
     bool m_uses_gl = false;
     QSize m_fixed_size;
+    std::optional<double> m_zoom;         ///< none: the whole screen is shown
+    QPointF m_centre;                     ///< of the view while it is zoomed, a place of the screen
+    std::optional<double> m_authors_zoom; ///< while a preview shows the whole screen
+    bool m_is_preview = false;
+    tarn::ViewMarks* m_marks = nullptr;
     QTimer m_refresh;
     Qt::MouseButton m_held = Qt::NoButton; ///< the one button whose press counts until its release
     bool m_drags_camera = false;           ///< what is held began on the world

@@ -4,7 +4,7 @@
 #include "core/res_handle_man.h"
 #include "frame/boxes.h"
 #include "frame/child_dlg.h"
-#include "page_base/gui_child_dlg.h"
+#include "gui_child_dlg.h"
 #include "script/config_scene.h"
 #include "widgets/button_st.h"
 
