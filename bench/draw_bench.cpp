@@ -5,8 +5,8 @@
 #include "gui_core/dxut_button.h"
 #include "gui_core/dxut_dialog.h"
 #include "gui_core/gui_core.h"
+#include "gui_core/skin_sheet.h"
 #include "gui_draw/gui_painter.h"
-#include "gui_draw/skin.h"
 #include "gui_draw/text_cache.h"
 
 #include <QGraphicsItem>
@@ -132,11 +132,9 @@ void change_place_tarn(benchmark::State& state)
 const QPixmap& button_pixmap()
 {
     static const QPixmap pixmap = [] {
-        const tarn::Skin& skin = tarn::Skin::default_skin();
-        const QRect cell = tarn::Skin::picture(tarn::Element::Button, tarn::VisualState::Normal).rect;
-        const double units = skin.pixels_per_unit();
-        const QRect pixels(QPoint(int(cell.x() * units), int(cell.y() * units)), cell.size() * units);
-        const QImage picture = skin.atlas().copy(pixels);
+        const QRect cell = tarn::sheet_picture(tarn::Element::Button, tarn::VisualState::Normal).rect;
+        constexpr int units = tarn::atlas_pixels_per_unit;
+        const QImage picture = tarn::default_sheet().copy({cell.topLeft() * units, cell.size() * units});
         return QPixmap::fromImage(picture.scaled(cell.size(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
     }();
     return pixmap;

@@ -20,6 +20,7 @@ public:
     QString get_plug_name() override;
 
 private:
+    void connect_styles();
     void connect_timeline();
     void add_commands();
 

@@ -64,8 +64,6 @@ void paint_dialog(DrawContext& context, const CDXUTDialog& dialog, const QRectF&
 
 } // namespace
 
-GuiPainter::GuiPainter() : m_elements(Skin::default_skin()) {}
-
 void GuiPainter::paint(QPainter& painter, const CGuiCore& core, const QRectF& clip, double scale)
 {
     painter.save();
