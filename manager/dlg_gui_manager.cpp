@@ -262,7 +262,7 @@ void CDlgGuiManager::export_to(const QString& path)
 {
     const auto status = scene()->export_to(path,
                                            {.prefix = {},
-                                            .selection_only = false,
+                                            .interface_only = true,
                                             .with_pictures = true,
                                             .texture_path = appinfo::get_tarn_texture_path(path)});
     if (!status)

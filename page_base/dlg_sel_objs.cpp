@@ -7,6 +7,7 @@
 #include "frame/child_dlg.h"
 #include "gui_child_dlg.h"
 #include "widgets/button_st.h"
+#include "world/world_scene.h"
 
 #include <QListWidget>
 #include <QVBoxLayout>
@@ -21,9 +22,9 @@ constexpr int id_role = Qt::UserRole;
 
 } // namespace
 
-bool tarn::is_of_kind(const SceneObject& object, SceneObjectKind kind)
+bool tarn::is_of_kind(const WorldObject& object, SceneObjectKind kind)
 {
-    return (object.kind == QLatin1String("camera")) == (kind == SceneObjectKind::Camera);
+    return (object.type() == WorldType::Camera) == (kind == SceneObjectKind::Camera);
 }
 
 // The template's controls, by which automation knows the dialog.
@@ -32,22 +33,22 @@ public:
     explicit Page(CDlgSelObjs& dialog) : CChildDlg(QStringLiteral("CDlgSelObjs"), &dialog), m_dialog(dialog) {}
 
     /// The first row stands for no object.
-    void list(const CBaseWorld& world, tarn::SceneObjectKind kind, const QString& current)
+    void list(const CBaseWorld& world, tarn::SceneObjectKind kind, tarn::ObjectRef current)
     {
         add(tarn::lang(u"（无）", u"(None)"), {});
         m_list->setCurrentRow(0);
-        for (const auto& object : world.objects()) {
+        for (const tarn::WorldObject* object : world.objects().objects()) {
             if (!tarn::is_of_kind(*object, kind))
                 continue;
-            add(object->name, object->id.to_string());
-            if (object->id.to_string() == current)
+            add(object->name(), {object->id()});
+            if (object->id() == current.id)
                 m_list->setCurrentRow(m_list->count() - 1);
         }
     }
-    QString chosen() const
+    tarn::ObjectRef chosen() const
     {
         const QListWidgetItem* item = m_list->currentItem();
-        return item ? item->data(id_role).toString() : QString();
+        return {item ? item->data(id_role).toUInt() : 0};
     }
 
 protected:
@@ -62,17 +63,17 @@ protected:
     }
 
 private:
-    void add(const QString& text, const QString& id)
+    void add(const QString& text, tarn::ObjectRef object)
     {
         auto* item = new QListWidgetItem(text, m_list);
-        item->setData(id_role, id);
+        item->setData(id_role, object.id);
     }
 
     CDlgSelObjs& m_dialog;
     QListWidget* m_list = nullptr;
 };
 
-CDlgSelObjs::CDlgSelObjs(const CBaseWorld& world, tarn::SceneObjectKind kind, const QString& current)
+CDlgSelObjs::CDlgSelObjs(const CBaseWorld& world, tarn::SceneObjectKind kind, tarn::ObjectRef current)
     : m_page(new Page(*this))
 {
     const CResHandleMan guard(tarn::gui_ui_resources());
@@ -84,8 +85,8 @@ CDlgSelObjs::CDlgSelObjs(const CBaseWorld& world, tarn::SceneObjectKind kind, co
     m_page->list(world, kind, current);
 }
 
-std::optional<QString> CDlgSelObjs::sel_objs(QWidget* parent, const CBaseWorld& world, tarn::SceneObjectKind kind,
-                                             const QString& current)
+std::optional<tarn::ObjectRef> CDlgSelObjs::sel_objs(QWidget* parent, const CBaseWorld& world,
+                                                     tarn::SceneObjectKind kind, tarn::ObjectRef current)
 {
     CDlgSelObjs dialog(world, kind, current);
     dialog.setParent(parent, dialog.windowFlags());

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/value.h"
+
 #include <QDialog>
 
 #include <optional>
@@ -8,7 +10,7 @@ class CBaseWorld;
 
 namespace tarn {
 
-struct SceneObject;
+class WorldObject;
 
 /// Which objects of the world are offered. The numbers are those that pages have always asked with.
 enum class SceneObjectKind : int {
@@ -16,7 +18,7 @@ enum class SceneObjectKind : int {
     Model = 9 ///< everything that is no camera
 };
 
-bool is_of_kind(const SceneObject& object, SceneObjectKind kind);
+bool is_of_kind(const WorldObject& object, SceneObjectKind kind);
 
 } // namespace tarn
 
@@ -25,15 +27,14 @@ class CDlgSelObjs : public QDialog {
     Q_OBJECT
 
 public:
-    /// Asks for one object of the kind; `current` is the identifier of the one to begin with, empty for none. Answers an
-    /// identifier, empty for none; no answer when it was cancelled.
-    static std::optional<QString> sel_objs(QWidget* parent, const CBaseWorld& world, tarn::SceneObjectKind kind,
-                                           const QString& current);
+    /// Asks for one object of the kind; `current` is the one to begin with, or none. No answer when it was cancelled.
+    static std::optional<tarn::ObjectRef> sel_objs(QWidget* parent, const CBaseWorld& world, tarn::SceneObjectKind kind,
+                                                   tarn::ObjectRef current);
 
 private:
     class Page;
 
-    CDlgSelObjs(const CBaseWorld& world, tarn::SceneObjectKind kind, const QString& current);
+    CDlgSelObjs(const CBaseWorld& world, tarn::SceneObjectKind kind, tarn::ObjectRef current);
 
     Page* m_page;
 };

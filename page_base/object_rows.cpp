@@ -7,22 +7,19 @@
 #include "gui_scene/gui_plug_scene.h"
 #include "value_part.h"
 #include "widgets/button_st.h"
-
-#include <algorithm>
+#include "world/world_scene.h"
 
 namespace tarn {
 
 namespace {
 
-QString object_caption(const CBaseWorld& world, const QString& id)
+QString object_caption(const CBaseWorld& world, ObjectRef reference)
 {
-    if (id.isEmpty())
+    if (reference.id == 0)
         return lang(u"（无）", u"(None)");
-    const auto& objects = world.objects();
-    const auto found = std::find_if(objects.begin(), objects.end(),
-                                    [&](const auto& object) { return object->id.to_string() == id; });
-    return found == objects.end() ? lang(u"（不存在的物体）", u"(A missing object)")
-                                  : QString((*found)->name).replace(QLatin1Char('&'), QLatin1String("&&"));
+    const WorldObject* object = world.objects().find(reference.id);
+    return object ? QString(object->name()).replace(QLatin1Char('&'), QLatin1String("&&"))
+                  : lang(u"（不存在的物体）", u"(A missing object)");
 }
 
 } // namespace
@@ -49,10 +46,10 @@ void SceneObjectRows::show() const
         const SceneObjectRow& row = m_rows[i];
         using Agreement = CommonValue::Agreement;
         const CommonValue common = common_value(objects, row.field);
-        const QString id = object ? value_as<QString>(m_page.value_of(*object, row.field)) : QString();
-        m_page.button(row.button)->setText(object ? object_caption(*m_page.scene()->world(), id) : QString());
+        const ObjectRef named = object ? value_as<ObjectRef>(m_page.value_of(*object, row.field)) : ObjectRef();
+        m_page.button(row.button)->setText(object ? object_caption(*m_page.scene()->world(), named) : QString());
         m_page.button(row.button)->setEnabled(object);
-        m_page.button(row.clear_button)->setEnabled(!id.isEmpty());
+        m_page.button(row.clear_button)->setEnabled(named.id != 0);
         m_marks[i]->show_state({.mixed = object && common.agreement == Agreement::Mixed});
     }
 }
@@ -63,16 +60,16 @@ void SceneObjectRows::choose(const SceneObjectRow& row)
     if (!object)
         return;
     const auto chosen = CDlgSelObjs::sel_objs(m_page.window(), *m_page.scene()->world(), row.kind,
-                                              value_as<QString>(m_page.value_of(*object, row.field)));
+                                              value_as<ObjectRef>(m_page.value_of(*object, row.field)));
     if (chosen)
         put(row.field, *chosen);
 }
 
-void SceneObjectRows::put(FieldKey field, const QString& id)
+void SceneObjectRows::put(FieldKey field, ObjectRef object)
 {
     if (!m_page.has_selection())
         return;
-    m_page.change([&] { m_page.write(field, id, Scope::Current); }, lang(u"选择物体", u"Choose Object"));
+    m_page.change([&] { m_page.write(field, object, Scope::Current); }, lang(u"选择物体", u"Choose Object"));
     m_page.tell_changed();
 }
 

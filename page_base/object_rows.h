@@ -12,7 +12,7 @@ namespace tarn {
 
 class RowMark;
 
-/// An attribute that is the identifier of an object of the world, with the button that shows and chooses it and the one
+/// An attribute that refers to an object of the world, with the button that shows and chooses it and the one
 /// that clears it.
 struct SceneObjectRow {
     int button;
@@ -32,7 +32,7 @@ public:
 
 private:
     void choose(const SceneObjectRow& row);
-    void put(FieldKey field, const QString& id);
+    void put(FieldKey field, ObjectRef object);
 
     CBoundPage& m_page;
     std::vector<SceneObjectRow> m_rows;

@@ -108,6 +108,8 @@ int main(int argc, char** argv)
 #ifdef SIGXFSZ
     std::signal(SIGXFSZ, SIG_IGN); // A file over the user's limit is an error of its save, not the program's end.
 #endif
+    // The renderer of the world draws pictures that the views show.
+    QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("tarn-studio"));
     QApplication::setApplicationDisplayName(QStringLiteral("Tarn studio"));

@@ -207,7 +207,9 @@ void MainWindow::make_help_menu()
                      u"拖动手柄：调整大小（Shift 保持比例，Alt 中心不动）\n方向键：移动 1 像素，加 Shift 为 10 像素\n"
                      u"按住 Ctrl 拖动：暂停捕捉　从标尺拖出：辅助线\n"
                      u"Esc：取消拖动或创建；取消选择\n右键单击：菜单　右键拖动：旋转相机\n"
-                     u"中键：平移相机　滚轮：缩放\nF5：预览",
+                     u"中键：平移相机　滚轮：缩放\n"
+                     u"三维物体：右键单击地面添加；拖动箭头、圆弧和方块移动、旋转、缩放（Ctrl 按步长）\n"
+                     u"路径：拖动点（Shift 上下），双击添加或删除点　F：查看所选物体\nF5：预览",
                      u"Left button: select and move; drag beside everything to draw a selection frame\n"
                      u"Ctrl + left button: add to the selection or take from it. Shift: add\n"
                      u"Another click in the same place: select what lies beneath\n"
@@ -217,7 +219,11 @@ void MainWindow::make_help_menu()
                      u"Hold Ctrl while dragging: no snapping. Drag out of a ruler: a guide line\n"
                      u"Esc: drop a drag or a creation; select less\n"
                      u"Right click: menu. Right drag: turn the camera\n"
-                     u"Middle button: pan the camera. Wheel: zoom\nF5: preview"),
+                     u"Middle button: pan the camera. Wheel: zoom\n"
+                     u"Objects of the world: a right click on the ground adds them; arrows, arcs and cubes move, turn "
+                     u"and scale (Ctrl: in steps)\n"
+                     u"Paths: drag points (Shift: up and down), a double click adds or removes one. F: look at the "
+                     u"selection\nF5: preview"),
                  .title = {}});
         });
     connect(menu->addAction(lang(u"关于 Tarn studio(&A)", u"&About Tarn studio")), &QAction::triggered, this, [this] {

@@ -1,6 +1,7 @@
 #include "render.h"
 
 #include "core/language.h"
+#include "engine/world_edit.h"
 #include "view/view3d.h"
 
 #include <QImage>
@@ -9,6 +10,7 @@ namespace tarn {
 
 Status render_to_file(CBaseWorld& world, const QString& path, QSize size)
 {
+    wait_for_models(world);
     const QImage picture = CView3D::render(world, size, 1);
     if (picture.save(path, "PNG"))
         return {};

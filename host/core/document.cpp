@@ -433,6 +433,23 @@ void Document::install(SceneSnapshot content)
         object->refresh();
 }
 
+void Document::leave_out_world(SceneSnapshot& content) const
+{
+    for (std::size_t i = 0; i < m_parts.size(); ++i) {
+        if (m_parts[i].travels)
+            continue;
+        content.containers[i] = StatePtr(m_parts[i].container->fresh_state());
+        if (const char* folder = m_parts[i].folder) {
+            const auto is_part = [=](auto file) { return file.key().startsWith(QLatin1String(folder)); };
+            content.files.removeIf(is_part);
+            content.damaged.removeIf(is_part);
+        }
+        for (const ObjectKind& kind : m_kinds)
+            if (std::string_view(kind.part) == m_parts[i].entry)
+                content.objects[kind.place].clear();
+    }
+}
+
 Status Document::check_room(const SceneSnapshot& content) const
 {
     for (const ObjectKind& kind : m_kinds)

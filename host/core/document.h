@@ -98,6 +98,8 @@ public:
     void install(SceneSnapshot content);
     /// Adds the objects of the kinds, whose ids have to be unused, behind those that are there, and the files; recorded.
     void append(SceneSnapshot content);
+    /// Empties the parts that do not travel, their entries of the package too.
+    void leave_out_world(SceneSnapshot& content) const;
     /// Fails when the scene may not have so many more objects of a kind.
     Status check_room(const SceneSnapshot& content) const;
     /// Every object that is part of the scene, containers left out, parents before their children.

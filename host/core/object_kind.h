@@ -20,6 +20,8 @@ struct PackagePart {
     ModelObject* container;
     bool required = false; ///< a package without the entry is none; others are written only when there is something
     bool recorded = true;  ///< changes of the container and of the objects in it are steps of undo
+    const char* folder = nullptr; ///< of the package's entries that belong to the part: "models/"; null for none
+    bool travels = true;          ///< goes where an interface goes: into exports, copies and merges; the 3D world stays
 };
 
 /// What the program knows of a kind of objects: how they are saved, made and linked. Whatever goes through all objects

@@ -1,21 +1,23 @@
 #include "base_world.h"
 
+#include "scene_selection.h"
 #include "script/config_scene.h"
 #include "script/script_runtime.h"
+#include "world/world_scene.h"
+#include "world_models.h"
+#include "world_renderer.h"
 
 #include <algorithm>
 
 CBaseWorld::CBaseWorld()
     : m_functions(std::make_unique<CConfigScene>(m_document)),
+      m_objects(std::make_unique<tarn::WorldScene>(m_document)),
+      m_selection(std::make_unique<CSelection>(*m_objects)),
+      m_models(std::make_unique<tarn::WorldModels>(m_document)),
+      m_renderer(std::make_unique<tarn::WorldRenderer>(*this)),
       m_scripts(std::make_unique<tarn::ScriptRuntime>(*m_functions))
 {
-    for (const char* kind : {"ground", "camera"}) {
-        auto object = std::make_unique<tarn::SceneObject>();
-        object->kind = QLatin1String(kind);
-        object->name = object->kind;
-        object->id = CGuid::named(object->kind); // Saved interfaces name the world's own objects by it.
-        m_objects.push_back(std::move(object));
-    }
+    m_models->library().on_read = [this] { update_all_views(); };
 }
 
 CBaseWorld::~CBaseWorld() = default;

@@ -6,7 +6,6 @@
 #include "orbit_camera.h"
 #include "overlay.h"
 #include "plug_dll_man.h"
-#include "scene_selection.h"
 #include "script/script_log.h"
 
 #include <functional>
@@ -14,10 +13,14 @@
 #include <vector>
 
 class CConfigScene;
+class CSelection;
 
 namespace tarn {
 
 class ScriptRuntime;
+class WorldModels;
+class WorldRenderer;
+class WorldScene;
 struct ScriptApi;
 
 /// A part of the program that hears the notification codes.
@@ -37,6 +40,7 @@ enum NotificationCode : int {
     ui_control_properties = 70003,
     ui_selection_changed = 70004,
     ui_controls_changed = 70005,
+    ui_world_selection_changed = 70006,
     ui_timebars_changed = 70007,
     ui_timebar_content = 70008,
 };
@@ -81,9 +85,20 @@ public:
     tarn::Overlay* overlay() const { return m_overlay; }
     void set_overlay(tarn::Overlay* overlay) { m_overlay = overlay; }
 
+    /// What the views draw of the world's objects, between the ground and the overlay; null for nothing. The world does
+    /// not own it.
+    tarn::Overlay* objects_layer() const { return m_objects_layer; }
+    void set_objects_layer(tarn::Overlay* layer) { m_objects_layer = layer; }
+
     tarn::OrbitCamera& camera() { return m_camera; }
-    CSelection& selection() { return m_selection; }
-    const std::vector<std::unique_ptr<tarn::SceneObject>>& objects() const { return m_objects; }
+    const tarn::OrbitCamera& camera() const { return m_camera; }
+    /// The objects of the world, a part of the document, and which of them are selected.
+    tarn::WorldScene& objects() const { return *m_objects; }
+    CSelection& selection() { return *m_selection; }
+    const CSelection& selection() const { return *m_selection; }
+    /// Their models, and what draws them.
+    tarn::WorldModels& models() const { return *m_models; }
+    tarn::WorldRenderer& renderer() const { return *m_renderer; }
 
     /// The scene's functions, and what runs them.
     CConfigScene& config_scene() { return *m_functions; }
@@ -110,10 +125,13 @@ private:
     tarn::MouseTool* m_tool = nullptr;
     tarn::MouseTool* m_default_tool = nullptr;
     tarn::Overlay* m_overlay = nullptr;
+    tarn::Overlay* m_objects_layer = nullptr;
     tarn::OrbitCamera m_camera;
-    CSelection m_selection;
-    std::vector<std::unique_ptr<tarn::SceneObject>> m_objects;
     std::unique_ptr<CConfigScene> m_functions;
+    std::unique_ptr<tarn::WorldScene> m_objects;
+    std::unique_ptr<CSelection> m_selection;
+    std::unique_ptr<tarn::WorldModels> m_models;
+    std::unique_ptr<tarn::WorldRenderer> m_renderer;
     tarn::ScriptLog m_script_log;
     std::unique_ptr<tarn::ScriptRuntime> m_scripts; ///< dies before the functions
 };

@@ -11,6 +11,8 @@ namespace {
 
 constexpr double degrees_per_pixel = 0.35;
 constexpr double field_of_view = 45; ///< degrees, vertical
+constexpr double nearest = 0.5;      ///< metres from the point looked at
+constexpr double farthest = 400;
 
 } // namespace
 
@@ -33,7 +35,14 @@ void OrbitCamera::pan(QPointF pixels, double height)
 
 void OrbitCamera::zoom(double steps)
 {
-    m_distance = std::clamp(m_distance * std::pow(0.88, steps), 0.5, 400.0);
+    m_distance = std::clamp(m_distance * std::pow(0.88, steps), nearest, farthest);
+}
+
+void OrbitCamera::frame(const QVector3D& centre, double radius)
+{
+    constexpr double room = 1.3; // around the sphere, so that what stands at its edge is not cut off
+    m_target = centre;
+    m_distance = std::clamp(room * radius / std::sin(qDegreesToRadians(field_of_view / 2)), nearest, farthest);
 }
 
 QVector3D OrbitCamera::eye() const

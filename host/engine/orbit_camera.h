@@ -16,8 +16,11 @@ public:
     void pan(QPointF pixels, double height);
     /// Positive steps come nearer.
     void zoom(double steps);
+    /// Looks at a sphere from where the camera turns now, near enough that it fills most of the view.
+    void frame(const QVector3D& centre, double radius);
 
     QVector3D eye() const;
+    const QVector3D& target() const { return m_target; } ///< the point looked at
     QMatrix4x4 view_matrix() const;
     QMatrix4x4 projection_matrix(QSizeF view) const;
 

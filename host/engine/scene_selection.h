@@ -1,32 +1,30 @@
 #pragma once
 
-#include "core/guid.h"
-
-#include <QString>
+#include <QtGlobal>
 
 #include <vector>
 
 namespace tarn {
-
-/// An object of the 3D world.
-struct SceneObject {
-    QString name;
-    QString kind; ///< "ground", "camera"
-    CGuid id;
-};
-
+class WorldObject;
+class WorldScene;
+enum class WorldType : quint8;
 } // namespace tarn
 
-/// The selected objects of the 3D world, in selection order.
+/// The selected objects of the 3D world, in selection order. What is no part of the scene (any more) is not selected.
 class CSelection {
 public:
-    void add(const tarn::SceneObject* object);
-    void clear() { m_objects.clear(); }
-    bool contains(const tarn::SceneObject* object) const;
+    explicit CSelection(const tarn::WorldScene& world) : m_world(world) {}
+
+    void add(const tarn::WorldObject* object); ///< null: nothing
+    void remove(const tarn::WorldObject* object);
+    void clear() { m_ids.clear(); }
+    bool contains(const tarn::WorldObject* object) const;
     /// The object that was selected last; null when nothing is selected.
-    const tarn::SceneObject* get_last() const { return m_objects.empty() ? nullptr : m_objects.back(); }
-    const std::vector<const tarn::SceneObject*>& objects() const { return m_objects; }
+    tarn::WorldObject* get_last() const;
+    std::vector<tarn::WorldObject*> objects() const;
+    std::vector<tarn::WorldObject*> get_type_objs(tarn::WorldType type) const;
 
 private:
-    std::vector<const tarn::SceneObject*> m_objects;
+    const tarn::WorldScene& m_world;
+    std::vector<quint32> m_ids; ///< undo brings back an object with its id
 };

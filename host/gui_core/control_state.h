@@ -241,7 +241,7 @@ struct FlashState : StateOf<FlashState, ControlState> {
 
 /// A view into the world through another camera.
 struct PictureInPictureState : StateOf<PictureInPictureState, ControlState> {
-    QString camera; ///< identifier of the camera; empty for none
+    ObjectRef camera; ///< of the world; or none
     quint32 background_color = 0xff202830;
     bool frame_shown = true;
 
@@ -266,7 +266,7 @@ struct MapState : StateOf<MapState, ControlState> {
     int zoom_out_x = 8;
     int zoom_out_y = 36;
     bool eagle_eye = false;
-    QString camera_model; ///< identifier of the model that the eagle's eye collides with; empty for none
+    ObjectRef camera_model; ///< the object of the world that the eagle's eye collides with, or none
 
     MapState() { type = DXUT_CONTROL_MAP; }
     static const FieldTable& field_table();

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "core/document.h"
+#include "core/free_names.h"
 #include "core/model_object.h"
 #include "dialog_state.h"
 #include "draw_slot.h"
-#include "free_names.h"
 #include "gui_event.h"
 #include "look_parts.h"
 #include "selection_history.h"

@@ -4,6 +4,7 @@
 
 #include "core/language.h"
 #include "engine/base_world.h"
+#include "engine/scene_selection.h"
 #include "gui_core/control_class.h"
 #include "gui_core/control_style.h"
 #include "gui_core/dxut_control.h"
@@ -138,8 +139,10 @@ void CGuiPlugScene::on_world_created(CBaseWorld* world)
     m_world = world;
     if (!m_core)
         join(world->document());
-    if (m_tools)
+    if (m_tools) {
+        m_tools->on_world_created(*world);
         world->set_default_mouse_tool(&m_tools->select_tool());
+    }
     world->set_script_api(tarn::gui_script_api(*this));
     world->begin_edit = [this](const QString& name) { return begin_script_edit(name); };
     m_overlay = std::make_unique<tarn::SceneOverlay>(*m_core);
@@ -166,15 +169,13 @@ void CGuiPlugScene::clear()
 
 Status CGuiPlugScene::save(CPakFile& package, const CSaveOpt& options)
 {
-    return tarn::with_enough_memory([&] {
-        return tarn::write_package(package, document(), tarn::content_to_save(*m_core, options.selection_only),
-                                   options);
-    });
+    return tarn::with_enough_memory(
+        [&] { return tarn::write_package(package, document(), tarn::content_to_save(*m_core, options), options); });
 }
 
 Status CGuiPlugScene::write_file(const QString& path, const CSaveOpt& options, bool replace_read_only) const
 {
-    const tarn::SceneSnapshot copy = tarn::content_to_save(*m_core, options.selection_only);
+    const tarn::SceneSnapshot copy = tarn::content_to_save(*m_core, options);
     const auto read_only = replace_read_only ? tarn::ReadOnly::Replace : tarn::ReadOnly::Keep;
     const auto write = [&](const tarn::Progress& progress) {
         return tarn::save_package(path, document(), copy, options, read_only, progress);
@@ -231,7 +232,7 @@ Status CGuiPlugScene::load(const CPakFile& package, const CTexPathInfo&)
         if (!content)
             return content.status();
         const tarn::UserAction action(journal(), lang(u"导入界面", u"Import"));
-        install(std::move(content.value()));
+        install(tarn::with_present_world(std::move(content.value()), document()));
         return {};
     });
 }
@@ -241,6 +242,7 @@ void CGuiPlugScene::new_scene()
     clear();
     document().forget_history();
     m_file_name.clear();
+    m_world->selection().clear(); // Another scene may have the same ids.
     SetMTFunction(0, 0);
     m_world->broadcast(tarn::ui_full_refresh);
 }
@@ -254,6 +256,7 @@ void CGuiPlugScene::become(tarn::SceneSnapshot content, const QString& path)
     }
     document().forget_history();
     m_file_name = path;
+    m_world->selection().clear();
     SetMTFunction(0, 0);
     m_world->broadcast(tarn::ui_full_refresh);
 }

@@ -152,10 +152,12 @@ QString atlas_entry(quint32 style)
     return QStringLiteral("styles/%1.png").arg(style);
 }
 
-SceneSnapshot content_to_save(const CGuiCore& core, bool selection_only)
+SceneSnapshot content_to_save(const CGuiCore& core, const CSaveOpt& options)
 {
     SceneSnapshot scene = core.document().snapshot();
-    if (selection_only)
+    if (options.selection_only || options.interface_only)
+        core.document().leave_out_world(scene);
+    if (options.selection_only)
         keep_selected(scene, core);
     return scene;
 }

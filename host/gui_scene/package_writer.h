@@ -3,6 +3,7 @@
 #include "core/progress.h"
 #include "core/scene_snapshot.h"
 #include "core/status.h"
+#include "save_opt.h"
 #include "store/pak_file.h"
 
 #include <QByteArray>
@@ -12,7 +13,6 @@
 #include <vector>
 
 class CGuiCore;
-struct CSaveOpt;
 
 namespace tarn {
 
@@ -23,9 +23,9 @@ constexpr int package_format = 1; ///< version of the package's layout; newer on
 /// The package entry that holds the atlas of a style.
 QString atlas_entry(quint32 style);
 
-/// The whole scene, or the selected dialogs with what belongs to them: their events, and the functions that no other
-/// dialog's events use.
-SceneSnapshot content_to_save(const CGuiCore& core, bool selection_only = false);
+/// The whole scene, or that of it which the options tell: the selected dialogs go with what belongs to them, their events,
+/// and the functions that no other dialog's events use.
+SceneSnapshot content_to_save(const CGuiCore& core, const CSaveOpt& options = {});
 
 // What follows may be called by another thread: of `document` only its tables are read.
 

@@ -5,6 +5,8 @@
 #include "core/authored.h"
 
 #include "core/language.h"
+#include "engine/base_world.h"
+#include "engine/world_models.h"
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
 #include "gui_core/dxut_menu.h"
@@ -15,6 +17,7 @@
 #include "movie_file.h"
 #include "picture_names.h"
 #include "script/script_runtime.h"
+#include "world/world_scene.h"
 
 #include <QHash>
 
@@ -126,6 +129,24 @@ void find_missing_files(ModelObject& object, const QString& name, const Document
     if (const QString movie = movie_entry_of(state); !movie.isEmpty())
         look_for(movie, lang(u"影片 %1 已损坏，无法播放。", u"The movie %1 is damaged and cannot be played."),
                  lang(u"影片 %1 不在文件包中。", u"The movie %1 is not in the package."));
+}
+
+/// Objects whose models cannot be read, and actions that these do not have.
+void find_faulty_models(CBaseWorld& world, Problems& problems)
+{
+    for (WorldObject* object : world.objects().objects()) {
+        if (!object->has_file())
+            continue;
+        const ModelLibrary::Entry& read = world.models().library().find(object->file());
+        if (!read.status)
+            problems.push_back({object, object->name(), read.status.message()});
+        if (!read.model || !object->has_actions())
+            continue;
+        const QString& action = static_cast<const MovingModelState&>(Authored::state(*object)).action;
+        if (!action.isEmpty() && read.model->find_action(action) < 0)
+            problems.push_back({object, object->name(),
+                                lang(u"模型没有名为“%1”的动作。", u"The model has no action \"%1\".").arg(action)});
+    }
 }
 
 /// Scripts find objects by name, and of several with one name only the first. One row for a name, at the second of them.
@@ -246,6 +267,8 @@ Problems ProblemFinder::find(CGuiPlugScene& scene)
                       lang(u"%1 个菜单同名，脚本只能按名称找到最先创建的一个。",
                            u"%1 menus have this name; by it scripts find only the one made first."),
                       problems);
+    if (scene.world())
+        find_faulty_models(*scene.world(), problems);
     find_damaged_entries(document, problems);
     find_held_values(core, problems);
     return problems;

@@ -5,6 +5,7 @@
 #include "gui_core/dxut_dialog.h"
 #include "gui_core/gui_style.h"
 #include "gui_core/menu_state.h"
+#include "gui_core/texture_name.h"
 #include "gui_plug_scene.h"
 #include "picture_names.h"
 #include "script/merged_functions.h"
@@ -40,26 +41,39 @@ void turn_root_into_dialog(SceneSnapshot& objects, const CGuiCore& core, const Q
     roots.clear();
 }
 
+/// What was not there would be something else here. Containers are the same in every scene.
+void follow_ids(ObjectState& state, const QHash<quint32, quint32>& issued)
+{
+    const auto follow = [&](ObjectRef& reference) {
+        if (reference.id <= Document::max_id)
+            reference.id = issued.value(reference.id, 0);
+    };
+    for (const FieldBase* field : state.fields().link_fields())
+        field->each_reference(state, follow);
+}
+
 /// Gives every object an id of this document, in the order of the old ones, so that the order of creation stays, and lets
-/// all references follow. Answers the new ids by the old ones.
+/// all references follow. Fixed objects keep theirs. Answers the new ids by the old ones.
 QHash<quint32, quint32> issue_ids(SceneSnapshot& objects, Document& document)
 {
     std::vector<ObjectState*> states;
-    for (auto& list : objects.objects)
-        for (StatePtr& state : list)
-            states.push_back(&SceneSnapshot::edit<ObjectState>(state));
-    std::sort(states.begin(), states.end(), [](const ObjectState* a, const ObjectState* b) { return a->id < b->id; });
     QHash<quint32, quint32> issued;
+    for (const ObjectKind& kind : document.kinds())
+        for (StatePtr& state : objects.objects[kind.place]) {
+            states.push_back(&SceneSnapshot::edit<ObjectState>(state));
+            if (kind.fixed)
+                issued.insert(state->id, state->id);
+        }
+    std::sort(states.begin(), states.end(), [](const ObjectState* a, const ObjectState* b) { return a->id < b->id; });
     for (ObjectState* state : states) {
+        if (issued.contains(state->id))
+            continue;
         const quint32 fresh = document.take_id();
         issued.insert(state->id, fresh);
         state->id = fresh;
     }
-    // What was not there would be something else here.
-    const auto follow = [&](ObjectRef& reference) { reference.id = issued.value(reference.id, 0); };
     for (ObjectState* state : states)
-        for (const FieldBase* field : state->fields().link_fields())
-            field->each_reference(*state, follow);
+        follow_ids(*state, issued);
     return issued;
 }
 
@@ -130,6 +144,7 @@ Status merge_content(CGuiPlugScene& scene, SceneSnapshot content, const QString&
 {
     CGuiCore& core = scene.gui_core();
     Document& document = core.document();
+    document.leave_out_world(content);
     if (auto status = document.check_room(content); !status)
         return status;
     auto& theirs = SceneSnapshot::edit<CoreState>(content.containers[document.part_of(core)]);
@@ -154,6 +169,58 @@ Status merge_content(CGuiPlugScene& scene, SceneSnapshot content, const QString&
     if (replace_styles)
         core.set_scene_style(document.find_as<CGuiStyle>(their_style.id));
     return {};
+}
+
+namespace {
+
+/// Adds what the present world's objects show: their models, and pictures that `content` lacks.
+void keep_files_of_world(SceneSnapshot& content, const SceneSnapshot& now, const Document& document)
+{
+    for (const PackagePart& part : document.parts()) {
+        if (part.travels)
+            continue;
+        for (auto file = now.files.begin(); part.folder && file != now.files.end(); ++file)
+            if (file.key().startsWith(QLatin1String(part.folder)))
+                content.files.insert(file.key(), file.value());
+        for (const ObjectKind& kind : document.kinds())
+            if (std::string_view(kind.part) == part.entry)
+                for (const StatePtr& state : now.objects[kind.place])
+                    each_picture(*state, [&](const QString& name) {
+                        const QString entry = texture_entry(name);
+                        if (now.files.contains(entry) && !content.files.contains(entry))
+                            content.files.insert(entry, now.files[entry]);
+                    });
+    }
+}
+
+} // namespace
+
+SceneSnapshot with_present_world(SceneSnapshot content, Document& document)
+{
+    document.leave_out_world(content);
+    const SceneSnapshot now = document.snapshot();
+    const auto stays = [&](const ObjectKind& kind) {
+        return std::any_of(document.parts().begin(), document.parts().end(), [&](const PackagePart& part) {
+            return !part.travels && std::string_view(part.entry) == kind.part;
+        });
+    };
+    const bool is_empty = std::none_of(document.kinds().begin(), document.kinds().end(), [&](const ObjectKind& kind) {
+        return stays(kind) && !now.objects[kind.place].empty();
+    });
+    if (is_empty)
+        return content;
+    const auto issued = issue_ids(content, document);
+    for (StatePtr& container : content.containers)
+        follow_ids(SceneSnapshot::edit<ObjectState>(container), issued);
+    for (const ObjectKind& kind : document.kinds())
+        if (stays(kind))
+            content.objects[kind.place] = now.objects[kind.place];
+    for (std::size_t i = 0; i < document.parts().size(); ++i)
+        if (!document.parts()[i].travels)
+            content.containers[i] = now.containers[i];
+    keep_files_of_world(content, now, document);
+    content.next_id = std::max(content.next_id, now.next_id);
+    return content;
 }
 
 } // namespace tarn

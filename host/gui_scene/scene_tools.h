@@ -4,6 +4,8 @@
 
 #include <memory>
 
+class CBaseWorld;
+
 namespace tarn {
 
 class SceneEditor;
@@ -14,6 +16,9 @@ public:
     static constexpr int new_dialog = -1;
 
     virtual ~SceneTools() = default;
+
+    /// The world that the scene is in exists now.
+    virtual void on_world_created(CBaseWorld& world) = 0;
 
     /// The tool while nothing else is chosen.
     virtual MouseTool& select_tool() = 0;

@@ -6,6 +6,8 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <algorithm>
+
 #ifndef Q_OS_WIN
 #include <fcntl.h>
 #include <unistd.h>
@@ -38,7 +40,11 @@ Result<QByteArray> read_plain_file(const QString& path, qint64 max_size)
     if (!open_without_waiting(file))
         return Status::error(file.errorString());
     return with_enough_memory([&]() -> Result<QByteArray> {
-        QByteArray content = file.read(max_size + 1); // The size that it tells may not be true any more.
+        // No more memory is asked for than the file seems to need.
+        const qint64 told = std::clamp<qint64>(file.size(), 0, max_size);
+        QByteArray content = file.read(told + 1);
+        if (content.size() > told) // It has grown, or does not tell its size.
+            content += file.read(max_size + 1 - content.size());
         if (content.size() > max_size)
             return Status::error(lang(u"文件太大", u"the file is too large"));
         if (file.error() != QFileDevice::NoError)

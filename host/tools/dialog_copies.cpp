@@ -109,7 +109,8 @@ Status prepare(SceneSnapshot& content, const CGuiPlugScene& scene)
 ToldDialogs told_selected_dialogs(const CGuiPlugScene& scene)
 {
     ToldDialogs told;
-    for (const auto& [entry, text] : package_texts(scene.document(), content_to_save(scene.gui_core(), true)))
+    for (const auto& [entry, text] :
+         package_texts(scene.document(), content_to_save(scene.gui_core(), {.selection_only = true})))
         told.texts.insert(entry, text);
     return told;
 }

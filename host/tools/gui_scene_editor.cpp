@@ -7,16 +7,20 @@
 #include "core/language.h"
 #include "dialog_copies.h"
 #include "engine/base_world.h"
+#include "engine/world_edit.h"
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
 #include "gui_scene/gui_plug_scene.h"
 #include "gui_scene/removal_title.h"
 #include "selection_edit.h"
+#include "world/world_object.h"
+#include "world_mouse.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
 
 #include <algorithm>
+#include <span>
 
 namespace tarn {
 
@@ -33,7 +37,7 @@ struct Row {
 
 using E = GuiSceneEditor;
 
-/// The first six stand in the Edit menu, all of them in the context menu.
+/// The first six stand in the Edit menu, all but the last three in every context menu.
 constexpr Row table[] = {
     {E::cut, u"剪切(&T)", u"Cu&t", QKeySequence::Cut, 21, true},
     {E::copy, u"复制(&C)", u"&Copy", QKeySequence::Copy, 19, false},
@@ -48,8 +52,12 @@ constexpr Row table[] = {
     {E::lock, u"锁定", u"Lock", QKeySequence::UnknownKey, 0, true},
     {E::hide, u"隐藏", u"Hide", QKeySequence::UnknownKey, 2, false},
     {E::to_dialog, u"选择所在窗口", u"Select the Dialog", QKeySequence::UnknownKey, 0, true},
+    {E::add_camera, u"在此添加相机", u"Add a Camera Here", QKeySequence::UnknownKey, 0, true},
+    {E::add_path, u"在此添加路径", u"Add a Path Here", QKeySequence::UnknownKey, 0, false},
+    {E::add_panel, u"在此添加面板", u"Add a Panel Here", QKeySequence::UnknownKey, 0, false},
 };
 constexpr std::size_t edit_menu_length = 6;
+constexpr std::size_t world_length = 3; ///< the last ones, of a menu that opens on the world
 
 const QKeySequence duplicate_keys(Qt::CTRL | Qt::Key_D);
 
@@ -126,7 +134,8 @@ EditCommand GuiSceneEditor::described(Command command) const
     const CGuiCore& core = m_scene.gui_core();
     if (row.id == hide && described.enabled && all_hidden(core))
         described.name = lang(u"显示", u"Show");
-    const bool takes_unseen = !core.selection().controls_selected || has_hidden_control(core.selection());
+    const bool takes_unseen = !m_world.has_selection()
+        && (!core.selection().controls_selected || has_hidden_control(core.selection()));
     if (row.id == remove && described.enabled && takes_unseen)
         ask_to_remove(core, described);
     return described;
@@ -150,17 +159,28 @@ std::vector<EditCommand> GuiSceneEditor::context_commands(QPointF place)
     const bool known = std::any_of(targets.begin(), targets.end(), [&](const Target& target) {
         return is_selected(core, target) && (target.control || target == targets.front());
     });
-    if (targets.empty())
+    if (!targets.empty()) {
+        if (!known)
+            select(m_scene, targets.front(), false);
+    } else if (WorldObject* object = m_world.object_at(place)) {
+        if (!m_world.is_selected(*object))
+            m_world.select(*object, false);
+    } else {
         clear_selection(m_scene);
-    else if (!known)
-        select(m_scene, targets.front(), false);
-    return all_commands();
+        m_world.clear_selection();
+    }
+    m_menu_place = place;
+    std::vector<EditCommand> commands = all_commands();
+    if (targets.empty())
+        for (const Row& row : std::span(table).last(world_length))
+            commands.push_back(described(row.id));
+    return commands;
 }
 
 std::vector<EditCommand> GuiSceneEditor::all_commands() const
 {
     std::vector<EditCommand> commands;
-    for (const Row& row : table)
+    for (const Row& row : std::span(table).first(std::size(table) - world_length))
         commands.push_back(described(row.id));
     return commands;
 }
@@ -172,7 +192,7 @@ std::vector<EditCommand> GuiSceneEditor::selection_commands() const
     std::vector<EditCommand> commands = all_commands();
     // Where the objects are not seen, each removal asks.
     for (EditCommand& command : commands)
-        if (command.id == remove && command.enabled)
+        if (command.id == remove && command.enabled && !m_world.has_selection())
             ask_to_remove(m_scene.gui_core(), command);
     return commands;
 }
@@ -200,9 +220,14 @@ bool GuiSceneEditor::is_enabled(int command) const
     const SelectionRecord& selection = m_scene.gui_core().selection();
     if (!selection.editing || m_scene.journal().in_action())
         return false;
+    if (m_world.has_selection() && (command == remove || command == duplicate))
+        return true;
     const bool controls = selection.controls_selected && !selection.controls.empty();
     const bool dialogs = !selection.controls_selected && !selected_dialogs(m_scene.gui_core()).empty();
     switch (command) {
+    case add_camera:
+    case add_path:
+    case add_panel: return true;
     case lock: return controls;
     case paste: return can_paste();
     case cut:
@@ -218,6 +243,10 @@ Status GuiSceneEditor::run(int command)
 {
     if (!is_enabled(command))
         return {};
+    if (m_world.has_selection() && (command == remove || command == duplicate)) {
+        command == remove ? remove_world_objects(*m_scene.world()) : duplicate_world_objects(*m_scene.world());
+        return {};
+    }
     switch (command) {
     case cut: cut_selected(m_scene); break;
     case copy: copy_selected(m_scene, false); break;
@@ -232,6 +261,9 @@ Status GuiSceneEditor::run(int command)
     case lock: toggle_locked(m_scene); break;
     case hide: show_or_hide_selected(m_scene); break;
     case to_dialog: select_dialog_of_control(m_scene); break;
+    case add_camera: m_world.add(WorldType::Camera, m_menu_place); break;
+    case add_path: m_world.add(WorldType::Path, m_menu_place); break;
+    case add_panel: m_world.add(WorldType::Panel, m_menu_place); break;
     default: break;
     }
     return {};

@@ -9,11 +9,15 @@ class CGuiPlugScene;
 namespace tarn {
 
 class AidsLayer;
+class WorldMouse;
 
 /// The commands that edit the interface: they work on what is selected.
 class GuiSceneEditor : public SceneEditor {
 public:
-    GuiSceneEditor(CGuiPlugScene& scene, const AidsLayer& aids) : m_scene(scene), m_aids(aids) {}
+    GuiSceneEditor(CGuiPlugScene& scene, const AidsLayer& aids, WorldMouse& world)
+        : m_scene(scene), m_aids(aids), m_world(world)
+    {
+    }
 
     /// Numbers of the commands; a menu answers them.
     enum Command : int {
@@ -30,6 +34,9 @@ public:
         lock,
         hide,
         to_dialog,
+        add_camera,
+        add_path,
+        add_panel,
     };
 
     std::vector<EditCommand> commands() const override;
@@ -47,6 +54,8 @@ private:
 
     CGuiPlugScene& m_scene;
     const AidsLayer& m_aids;
+    WorldMouse& m_world;
+    QPointF m_menu_place;                    ///< of the context menu that was opened last
     mutable std::optional<bool> m_can_paste; ///< none until asked for since the clipboard changed
     mutable QObject m_clipboard_listener;
 };

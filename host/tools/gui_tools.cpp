@@ -8,8 +8,9 @@ namespace tarn {
 GuiTools::GuiTools(CGuiPlugScene& scene)
     : m_scene(scene),
       m_aids(scene.gui_core()),
-      m_editor(scene, m_aids),
-      m_select_tool(scene, m_aids),
+      m_world_mouse(scene),
+      m_editor(scene, m_aids, m_world_mouse),
+      m_select_tool(scene, m_aids, m_world_mouse),
       m_play_tool(scene.gui_core(), [&scene] { scene.deliver_events(); })
 {
 }

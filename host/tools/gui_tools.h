@@ -5,6 +5,7 @@
 #include "gui_scene_editor.h"
 #include "play_tool.h"
 #include "select_tool.h"
+#include "world_mouse.h"
 
 namespace tarn {
 
@@ -13,6 +14,7 @@ class GuiTools : public SceneTools {
 public:
     explicit GuiTools(CGuiPlugScene& scene);
 
+    void on_world_created(CBaseWorld& world) override { m_world_mouse.on_world_created(world); }
     MouseTool& select_tool() override { return m_select_tool; }
     MouseTool& play_tool() override { return m_play_tool; }
     std::unique_ptr<MouseTool> create_tool(int type) override;
@@ -21,6 +23,7 @@ public:
 private:
     CGuiPlugScene& m_scene;
     AidsLayer m_aids;
+    WorldMouse m_world_mouse;
     GuiSceneEditor m_editor;
     SelectTool m_select_tool;
     PlayTool m_play_tool;

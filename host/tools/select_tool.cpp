@@ -11,6 +11,7 @@
 #include "selection_edit.h"
 #include "selection_overlay.h"
 #include "tab_numbers.h"
+#include "world_mouse.h"
 
 #include <algorithm>
 #include <cmath>
@@ -42,7 +43,10 @@ QPointF arrow_step(int key)
 
 } // namespace
 
-SelectTool::SelectTool(CGuiPlugScene& scene, AidsLayer& aids) : m_scene(scene), m_aids(aids) {}
+SelectTool::SelectTool(CGuiPlugScene& scene, AidsLayer& aids, WorldMouse& world)
+    : m_scene(scene), m_aids(aids), m_world(world)
+{
+}
 
 SelectTool::~SelectTool() = default;
 
@@ -89,8 +93,16 @@ void SelectTool::press(const MouseEvent& event)
         m_last_click.reset();
         return;
     }
+    if (event.kind == MouseEvent::Kind::DoubleClick && m_world.edit_points(event.place, m_aids.pixel()))
+        return;
+    if ((m_gesture = m_world.grab(event.place, m_aids.pixel()))) {
+        m_last_click.reset();
+        return;
+    }
     const auto targets = targets_at(core, event.place);
-    if (targets.empty())
+    if (WorldObject* object = targets.empty() ? m_world.object_at(event.place) : nullptr)
+        press_world(event, *object);
+    else if (targets.empty())
         press_nothing(event, nullptr);
     else
         press_target(event, targets);
@@ -159,6 +171,18 @@ void SelectTool::press_target(const MouseEvent& event, const std::vector<Target>
     m_gesture = std::make_unique<MoveGesture>(m_scene, m_aids, event.place);
 }
 
+void SelectTool::press_world(const MouseEvent& event, WorldObject& object)
+{
+    m_last_click.reset();
+    if (event.modifiers & (Qt::ControlModifier | Qt::ShiftModifier)) {
+        m_world.select(object, true);
+        return;
+    }
+    if (!m_world.is_selected(object))
+        m_world.select(object, false);
+    m_gesture = m_world.move_gesture(event.place);
+}
+
 void SelectTool::drag(const MouseEvent& event)
 {
     if (!m_dragging) {
@@ -189,6 +213,7 @@ void SelectTool::click(QPointF place)
 {
     if (m_click == Click::Clear) {
         clear_selection(m_scene);
+        m_world.clear_selection();
         return;
     }
     const auto targets = targets_at(m_scene.gui_core(), place);
@@ -216,11 +241,17 @@ bool SelectTool::key(int key, Qt::KeyboardModifiers modifiers)
         return false;
     if (key == Qt::Key_Escape) {
         m_last_click.reset();
+        if (!m_gesture && m_world.has_selection()) {
+            m_world.clear_selection();
+            return true;
+        }
         if (!m_gesture)
             return select_less(m_scene);
         cancel();
         return true;
     }
+    if (key == Qt::Key_F && modifiers == Qt::NoModifier && !m_gesture)
+        return m_world.frame_selection();
     const QPointF step = arrow_step(key);
     if (step.isNull() || m_gesture || modifiers & (Qt::ControlModifier | Qt::AltModifier))
         return false;
@@ -252,6 +283,7 @@ void SelectTool::update_cursor(QPointF place)
 
 void SelectTool::paint(QPainter& painter)
 {
+    m_world.paint(painter, m_dragging ? m_gesture.get() : nullptr);
     m_aids.paint_guides(painter);
     const CAnimationScene& animation = m_scene.animation();
     paint_selection(painter, m_scene.gui_core(), [&](const ModelObject& object) {

@@ -13,12 +13,14 @@ namespace tarn {
 class AidsLayer;
 class Gesture;
 struct Guide;
+class WorldMouse;
+class WorldObject;
 
 /// Selects dialogs and controls with the mouse, by clicks and with a marquee, moves them, and resizes them by handles.
 /// One drag is one step of undo; Escape drops it.
 class SelectTool : public MouseTool {
 public:
-    SelectTool(CGuiPlugScene& scene, AidsLayer& aids);
+    SelectTool(CGuiPlugScene& scene, AidsLayer& aids, WorldMouse& world);
     ~SelectTool() override;
 
     bool mouse(const MouseEvent& event) override;
@@ -34,6 +36,7 @@ private:
     void press(const MouseEvent& event);
     void press_nothing(const MouseEvent& event, CDXUTDialog* home);
     void press_target(const MouseEvent& event, const std::vector<Target>& targets);
+    void press_world(const MouseEvent& event, WorldObject& object);
     void drag(const MouseEvent& event);
     void release(const MouseEvent& event);
     void click(QPointF place);
@@ -44,6 +47,7 @@ private:
 
     CGuiPlugScene& m_scene;
     AidsLayer& m_aids;
+    WorldMouse& m_world;
     std::unique_ptr<Gesture> m_gesture; ///< what a drag does; null while the button is up
     bool m_dragging = false;
     QPointF m_press_place;

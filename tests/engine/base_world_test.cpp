@@ -1,10 +1,16 @@
 #include "engine/base_world.h"
 
+#include "engine/scene_selection.h"
+#include "engine/world_edit.h"
+
 #include "support/printing.h"
+#include "world/world_scene.h"
 
 #include <QStringList>
 
 using namespace Qt::StringLiterals;
+using tarn::WorldObject;
+using tarn::WorldType;
 
 namespace {
 
@@ -120,14 +126,17 @@ TEST_F(BaseWorldTest, changing_or_resetting_the_tool_cancels_what_is_under_way)
 
 TEST_F(BaseWorldTest, the_world_has_objects_that_are_selected_in_order)
 {
-    const auto& objects = m_world.objects();
-    ASSERT_GE(objects.size(), 2u);
-    EXPECT_FALSE(objects[0]->id == objects[1]->id || objects[0]->id.is_zero());
+    WorldObject* camera = m_world.objects().create(WorldType::Camera);
+    WorldObject* panel = m_world.objects().create(WorldType::Panel);
     CSelection& selection = m_world.selection();
     EXPECT_EQ(selection.get_last(), nullptr);
-    for (const auto* object : {objects[1].get(), objects[0].get(), objects[1].get()})
+    for (const WorldObject* object : {panel, camera, panel})
         selection.add(object);
     selection.add(nullptr);
-    EXPECT_EQ(selection.objects().size(), 2u);
-    EXPECT_EQ(selection.get_last(), objects[0].get());
+    EXPECT_EQ(selection.objects(), (std::vector{panel, camera}));
+    EXPECT_EQ(selection.get_type_objs(WorldType::Panel), std::vector{panel});
+    m_world.objects().remove({camera});
+    EXPECT_EQ(selection.get_last(), panel);
+    ASSERT_TRUE(m_world.document().journal().undo());
+    EXPECT_EQ(selection.get_last(), camera);
 }

@@ -5,6 +5,7 @@
 #include "support/files.h"
 #include "support/gui_fixture.h"
 #include "widgets/button_st.h"
+#include "world/world_scene.h"
 
 #include <QCheckBox>
 #include <QListWidget>
@@ -204,23 +205,24 @@ TEST_F(MediaPages, objects_of_the_world_are_picked_by_kind_and_cleared)
             qobject_cast<QAbstractButton*>(page->control(id_ok))->click();
         });
     };
+    const WorldObject* path = m_world.objects().create(WorldType::Path, u"way"_s);
+    const WorldObject* world_camera = m_world.objects().create(WorldType::Camera, u"eye"_s);
     CDXUTControl* map = select_new(DXUT_CONTROL_MAP, u"CDlgPropMap"_s);
-    pick({u"ground"_s});
+    pick({u"way"_s});
     click(id_model);
-    EXPECT_EQ(at<CButtonST>(id_model).text(), u"ground"_s);
-    EXPECT_EQ(text(map, "camera_model"), m_world.objects().front()->id.to_string());
-    EXPECT_EQ(CBaseWorld().objects().front()->id, m_world.objects().front()->id) << "the same in every run";
+    EXPECT_EQ(at<CButtonST>(id_model).text(), u"way"_s);
+    EXPECT_EQ(get(*map, "camera_model"), Value(ObjectRef{path->id()}));
     click(id_clear_model);
-    EXPECT_EQ(text(map, "camera_model"), QString());
+    EXPECT_EQ(get(*map, "camera_model"), Value(ObjectRef()));
     EXPECT_FALSE(m_page->control(id_clear_model)->isEnabled());
-    ASSERT_TRUE(set(*map, "camera_model", u"gone"_s));
+    ASSERT_TRUE(set(*map, "camera_model", ObjectRef{999}));
     m_world.broadcast(ui_full_refresh);
     EXPECT_EQ(at<CButtonST>(id_model).text(), u"（不存在的物体）"_s);
 
     CDXUTControl* picture = select_new(DXUT_CONTROL_PIP, u"CDlgPropPictureInPicture"_s);
-    pick({u"camera"_s});
+    pick({u"eye"_s});
     click(id_camera);
-    EXPECT_FALSE(text(picture, "camera").isEmpty());
+    EXPECT_EQ(get(*picture, "camera"), Value(ObjectRef{world_camera->id()}));
 }
 
 } // namespace tarn::test

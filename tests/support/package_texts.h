@@ -8,7 +8,8 @@ namespace tarn {
 inline QByteArray all_texts(const CGuiCore& core, bool selection_only = false)
 {
     QByteArray all;
-    for (const auto& [entry, text] : package_texts(core.document(), content_to_save(core, selection_only)))
+    for (const auto& [entry, text] :
+         package_texts(core.document(), content_to_save(core, {.selection_only = selection_only})))
         if (entry != QLatin1String("manifest.json"))
             all += text;
     return all;

@@ -15,7 +15,6 @@ void add_page_type(lua_State* lua, Automation& app);
 void add_control_type(lua_State* lua, Automation& app);
 void add_surface_type(lua_State* lua, Automation& app);
 void add_object_type(lua_State* lua, Automation& app);
-void add_scene_object_type(lua_State* lua, Automation& app);
 void push_view(lua_State* lua, Automation& app);
 void push_timeline(lua_State* lua, Automation& app);
 

@@ -2,6 +2,7 @@
 
 #include "api.h"
 #include "engine/base_world.h"
+#include "engine/world_edit.h"
 #include "frame/timeline_state.h"
 #include "lua_binding.h"
 #include "main_window.h"
@@ -99,6 +100,7 @@ tarn::Result<tarn::SceneModel*> Automation::model()
 
 void Automation::settle()
 {
+    tarn::wait_for_models(world());
     tarn::script::input::process_events();
 }
 
@@ -119,7 +121,6 @@ void Automation::open_lua(const QStringList& args)
     tarn::script::add_control_type(lua, *this);
     tarn::script::add_surface_type(lua, *this);
     tarn::script::add_object_type(lua, *this);
-    tarn::script::add_scene_object_type(lua, *this);
 
     lua_newtable(lua);
     for (const auto& functions :

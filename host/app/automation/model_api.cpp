@@ -4,6 +4,7 @@
 #include "engine/base_world.h"
 #include "script/config_scene.h"
 #include "studio.h"
+#include "world/world_object.h"
 
 #include <algorithm>
 
@@ -331,6 +332,31 @@ constexpr Binding methods[] = {
     {"keys", "self", binding<keys>},
 };
 
+/// What can be read of an object of the world like a member.
+Result<Data> attribute(Automation& app, const ScriptObject& self, const QString& name)
+{
+    const auto* object = dynamic_cast<const WorldObject*>(self.get());
+    if (object && name == QLatin1String("kind"))
+        return Data(QString::fromLatin1(row_of(object->type()).kind));
+    const bool is_member = name == QLatin1String("name") || name == QLatin1String("id");
+    return object && is_member ? read(app.reach(), *self, name) : Data();
+}
+
+constexpr Binding attribute_access[] = {{"__index", "self name", binding<attribute>}};
+
+/// A method (they are in upvalue 1), or what `attribute` (upvalue 2) gives.
+int member(lua_State* lua)
+{
+    lua_pushvalue(lua, 2);
+    if (lua_rawget(lua, lua_upvalueindex(1)) != LUA_TNIL)
+        return 1;
+    lua_settop(lua, 2);
+    lua_pushvalue(lua, lua_upvalueindex(2));
+    lua_insert(lua, 1);
+    lua_call(lua, 2, 1);
+    return 1;
+}
+
 } // namespace
 
 std::span<const Binding> model_functions()
@@ -341,8 +367,11 @@ std::span<const Binding> model_functions()
 void add_object_type(lua_State* lua, Automation& app)
 {
     lua::open_objects(lua, app.reach());
+    set_functions(lua, app, attribute_access);
     lua_newtable(lua);
     set_functions(lua, app, methods);
+    lua_getfield(lua, -2, "__index");
+    lua_pushcclosure(lua, member, 2);
     lua_setfield(lua, -2, "__index");
     lua_pop(lua, 1);
 }

@@ -1,7 +1,8 @@
 #include "gl_surface.h"
 
+#include "camera_look.h"
 #include "engine/base_world.h"
-#include "overlay_buffer.h"
+#include "engine/world_renderer.h"
 
 #include <QGuiApplication>
 #include <QOffscreenSurface>
@@ -94,11 +95,19 @@ void GlSurface::paintGL()
     if (!m_scene)
         return;
     const double dpr = devicePixelRatioF();
+    m_objects.set_screen(m_overlay.screen());
+    const QRect moved = m_objects.update(m_world.objects_layer(), size(), dpr);
+    m_scene->set_layer(GroundScene::objects_layer, m_objects.image(), moved);
     const QRect changed = m_overlay.update(m_world.overlay(), size(), dpr);
     m_scene->set_layer(GroundScene::overlay_layer, m_overlay.image(), changed);
     const QRect painted = m_tool.update(m_world.mouse_tool(), size(), dpr, m_overlay.scale(size()));
     m_scene->set_layer(GroundScene::tool_layer, m_tool.image(), painted);
-    m_scene->draw(ground_look(m_world.camera(), device_size(size(), dpr), dpr), defaultFramebufferObject());
+    const QSize pixels = device_size(size(), dpr);
+    WorldRenderer& renderer = m_world.renderer();
+    const GLuint world = renderer.texture(view_target, camera_render_view(m_world.camera(), pixels, dpr),
+                                          WorldRenderer::Eye::Author);
+    m_scene->draw(camera_look(m_world.camera(), pixels, dpr), defaultFramebufferObject(), world,
+                  world && renderer.cost().drawn);
 }
 
 } // namespace tarn

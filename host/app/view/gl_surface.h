@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ground_scene.h"
+#include "overlay_buffer.h"
 #include "tool_layer.h"
 
 #include <QOpenGLWidget>
@@ -10,8 +11,6 @@
 class CBaseWorld;
 
 namespace tarn {
-
-class OverlayBuffer;
 
 /// What a view shows through OpenGL.
 class GlSurface : public QOpenGLWidget {
@@ -31,6 +30,7 @@ private:
     void release();
 
     CBaseWorld& m_world;
+    OverlayBuffer m_objects;
     OverlayBuffer& m_overlay;
     ToolLayer m_tool;
     std::unique_ptr<GroundScene> m_scene;

@@ -1,6 +1,6 @@
 #include "ground_raster.h"
 
-#include "ground_look.h"
+#include "render/ground_look.h"
 
 #include <cmath>
 

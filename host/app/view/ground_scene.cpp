@@ -22,7 +22,7 @@ GroundScene::GroundScene() = default;
 
 GroundScene::~GroundScene()
 {
-    for (const Texture& texture : {m_rows, m_layers[overlay_layer], m_layers[tool_layer]})
+    for (const Texture& texture : m_layers)
         if (texture.id)
             glDeleteTextures(1, &texture.id);
 }
@@ -30,11 +30,11 @@ GroundScene::~GroundScene()
 bool GroundScene::initialize()
 {
     initializeOpenGLFunctions();
-    if (!m_no_vertices.create() || !build(m_ground, shaders::ground) || !build(m_compose, shaders::compose))
+    if (!m_no_vertices.create() || !m_ground.initialize() || !build(m_compose, shaders::compose))
         return false;
-    for (Texture* texture : {&m_rows, &m_layers[overlay_layer], &m_layers[tool_layer]}) {
-        glGenTextures(1, &texture->id);
-        bind(0, texture->id);
+    for (Texture& texture : m_layers) {
+        glGenTextures(1, &texture.id);
+        bind(0, texture.id);
         for (const GLenum filter : {GL_TEXTURE_MIN_FILTER, GL_TEXTURE_MAG_FILTER})
             glTexParameteri(GL_TEXTURE_2D, filter, GL_NEAREST);
         for (const GLenum wrap : {GL_TEXTURE_WRAP_S, GL_TEXTURE_WRAP_T})
@@ -72,40 +72,14 @@ void GroundScene::set_layer(Layer layer, const QImage& image, const QRect& chang
     texture.changed |= part;
 }
 
-void GroundScene::set_look(const GroundLook& look)
-{
-    const std::vector<QVector3D> rows = background_rows(look);
-    static_assert(sizeof(QVector3D) == 3 * sizeof(float));
-    bind(0, m_rows.id);
-    glTexImage2D(GL_TEXTURE_2D, 0, GL_RGB32F, 1, look.pixels.height(), 0, GL_RGB, GL_FLOAT, rows.data());
-    m_ground.setUniformValue("rows", 0);
-    m_ground.setUniformValue("size", QSizeF(look.pixels));
-    m_ground.setUniformValue("eye", look.eye);
-    m_ground.setUniformValue("ray_origin", look.ray_origin);
-    m_ground.setUniformValue("ray_step_x", look.ray_step_x);
-    m_ground.setUniformValue("ray_step_y", look.ray_step_y);
-    m_ground.setUniformValue("reach", look.reach);
-    m_ground.setUniformValue("line", look.line);
-    m_ground.setUniformValue("spacing", ground::minor_spacing, ground::major_spacing);
-    m_ground.setUniformValue("room", ground::crowded, ground::roomy);
-    m_ground.setUniformValue("axis_width", ground::axis_width);
-    m_ground.setUniformValue("minor_color", ground::minor_color);
-    m_ground.setUniformValue("major_color", ground::major_color);
-    m_ground.setUniformValue("x_axis_color", ground::x_axis_color);
-    m_ground.setUniformValue("z_axis_color", ground::z_axis_color);
-    m_ground.setUniformValue("glow_color", ground::glow_color);
-    m_ground.setUniformValue("glow_radius", ground::glow_radius);
-}
-
 void GroundScene::draw_world(const GroundLook& look)
 {
     if (!m_world || m_world->size() != look.pixels)
         m_world = std::make_unique<QOpenGLFramebufferObject>(look.pixels);
-    m_ground.bind();
-    set_look(look);
     m_world->bind();
     glViewport(0, 0, look.pixels.width(), look.pixels.height());
-    glDrawArrays(GL_TRIANGLES, 0, 3);
+    m_ground.draw(look);
+    m_no_vertices.bind();
 }
 
 void GroundScene::compose(const QRect& part)
@@ -116,7 +90,7 @@ void GroundScene::compose(const QRect& part)
     glDisable(GL_SCISSOR_TEST);
 }
 
-void GroundScene::draw(const GroundLook& look, GLuint framebuffer)
+void GroundScene::draw(const GroundLook& look, GLuint framebuffer, GLuint world, bool world_changed)
 {
     if (look.pixels.isEmpty())
         return;
@@ -125,17 +99,20 @@ void GroundScene::draw(const GroundLook& look, GLuint framebuffer)
         glDisable(state);
     glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_TRUE);
     m_no_vertices.bind();
-    const bool all = look != m_drawn;
-    if (all)
+    const bool all = look != m_drawn || world != m_shown_world || world_changed;
+    if (all && !world)
         draw_world(look);
     m_drawn = look;
+    m_shown_world = world;
     m_compose.bind();
     bind(1, m_layers[overlay_layer].id);
     bind(2, m_layers[tool_layer].id);
-    bind(0, m_world->texture());
+    bind(3, m_layers[objects_layer].id);
+    bind(0, world ? world : m_world->texture());
     m_compose.setUniformValue("world", 0);
     m_compose.setUniformValue("overlay", 1);
     m_compose.setUniformValue("tool", 2);
+    m_compose.setUniformValue("objects", 3);
     m_compose.setUniformValue("height", look.pixels.height());
     glBindFramebuffer(GL_FRAMEBUFFER, framebuffer);
     glViewport(0, 0, look.pixels.width(), look.pixels.height());

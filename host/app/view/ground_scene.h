@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ground_look.h"
+#include "render/ground_pass.h"
 
 #include <QOpenGLExtraFunctions>
 #include <QOpenGLFramebufferObject>
@@ -19,7 +19,7 @@ namespace tarn {
 class GroundScene : private QOpenGLExtraFunctions {
 public:
     /// The flat pictures over the world, lowest first.
-    enum Layer { overlay_layer, tool_layer, layer_count };
+    enum Layer { objects_layer, overlay_layer, tool_layer, layer_count };
 
     GroundScene();
     ~GroundScene();
@@ -32,8 +32,9 @@ public:
     void set_layer(Layer layer, const QImage& image, const QRect& changed);
     /// The framebuffer lost what was drawn into it.
     void invalidate() { m_drawn = {}; }
-    /// Brings the framebuffer up to date: draws what changed since the last time.
-    void draw(const GroundLook& look, GLuint framebuffer);
+    /// Brings the framebuffer up to date: draws what changed since the last time. `world`: a texture that shows the world,
+    /// another one than before when `world_changed`; 0: the ground alone is the world.
+    void draw(const GroundLook& look, GLuint framebuffer, GLuint world, bool world_changed);
 
 private:
     struct Texture {
@@ -42,18 +43,17 @@ private:
         QRect changed; ///< since the last draw()
     };
 
-    void set_look(const GroundLook& look);
     void draw_world(const GroundLook& look);
     void compose(const QRect& part);
     void bind(int unit, GLuint texture);
 
-    QOpenGLShaderProgram m_ground;
+    GroundPass m_ground;
     QOpenGLShaderProgram m_compose;
     QOpenGLVertexArrayObject m_no_vertices;
     std::array<Texture, layer_count> m_layers;
-    Texture m_rows;
     std::unique_ptr<QOpenGLFramebufferObject> m_world;
     GroundLook m_drawn; ///< what the framebuffer shows
+    GLuint m_shown_world = 0;
 };
 
 } // namespace tarn

@@ -1,9 +1,13 @@
 #include "plain_surface.h"
 
+#include "camera_look.h"
 #include "engine/base_world.h"
+#include "engine/world_renderer.h"
 #include "ground_raster.h"
 
 #include <QPainter>
+
+#include <utility>
 
 namespace tarn {
 
@@ -22,18 +26,26 @@ void draw_pixels(QPainter& painter, const QImage& image)
 
 } // namespace
 
-const QImage& GroundCache::image(const GroundLook& look)
+const QImage& WorldPicture::image(CBaseWorld& world, QSize pixels, double dpr)
 {
-    if (look != m_look) {
-        m_image = ground_raster(look);
-        m_look = look;
+    const QImage with_models = world.renderer().picture(view_target, camera_render_view(world.camera(), pixels, dpr),
+                                                        WorldRenderer::Eye::Author);
+    if (!with_models.isNull()) {
+        m_image = with_models.convertToFormat(QImage::Format_RGB32);
+        m_with_models = true;
+        return m_image;
     }
+    const GroundLook look = camera_look(world.camera(), pixels, dpr);
+    if (look != m_look || std::exchange(m_with_models, false))
+        m_image = ground_raster(look);
+    m_look = look;
     return m_image;
 }
 
-void paint_over(QPainter& painter, const QImage& overlay, CBaseWorld& world, double scale)
+void paint_over(QPainter& painter, std::initializer_list<QImage> layers, CBaseWorld& world, double scale)
 {
-    draw_pixels(painter, overlay);
+    for (const QImage& layer : layers)
+        draw_pixels(painter, layer);
     painter.scale(scale, scale);
     if (MouseTool* tool = world.mouse_tool())
         tool->paint(painter);
@@ -48,11 +60,12 @@ PlainSurface::PlainSurface(CBaseWorld& world, OverlayBuffer& overlay, QWidget* p
 void PlainSurface::paintEvent(QPaintEvent*)
 {
     const double dpr = devicePixelRatioF();
+    m_objects.set_screen(m_overlay.screen());
+    m_objects.update(m_world.objects_layer(), size(), dpr);
     m_overlay.update(m_world.overlay(), size(), dpr);
-    const GroundLook look = ground_look(m_world.camera(), device_size(size(), dpr), dpr);
     QPainter painter(this);
-    draw_pixels(painter, m_ground.image(look));
-    paint_over(painter, m_overlay.image(), m_world, m_overlay.scale(size()));
+    draw_pixels(painter, m_picture.image(m_world, device_size(size(), dpr), dpr));
+    paint_over(painter, {m_objects.image(), m_overlay.image()}, m_world, m_overlay.scale(size()));
 }
 
 } // namespace tarn

@@ -1,28 +1,31 @@
 #pragma once
 
-#include "ground_look.h"
 #include "overlay_buffer.h"
+#include "render/ground_look.h"
 
 #include <QImage>
 #include <QWidget>
+
+#include <initializer_list>
 
 class CBaseWorld;
 
 namespace tarn {
 
-/// The world's picture, drawn again only when the camera or the size changed.
-class GroundCache {
+/// The world's picture, drawn again only when it changed: with models where they can be drawn, otherwise the ground.
+class WorldPicture {
 public:
-    const QImage& image(const GroundLook& look);
+    const QImage& image(CBaseWorld& world, QSize pixels, double dpr);
 
 private:
     GroundLook m_look;
+    bool m_with_models = false;
     QImage m_image;
 };
 
-/// Paints what lies over the ground. The painter's logical pixels are those of the view, `scale` of which show one of
-/// the screen.
-void paint_over(QPainter& painter, const QImage& overlay, CBaseWorld& world, double scale);
+/// Paints what lies over the ground, the lowest layer first, and then the mouse tool. The painter's logical pixels are
+/// those of the view, `scale` of which show one of the screen.
+void paint_over(QPainter& painter, std::initializer_list<QImage> layers, CBaseWorld& world, double scale);
 
 /// What a view shows where there is no OpenGL.
 class PlainSurface : public QWidget {
@@ -34,8 +37,9 @@ protected:
 
 private:
     CBaseWorld& m_world;
+    OverlayBuffer m_objects;
     OverlayBuffer& m_overlay;
-    GroundCache m_ground;
+    WorldPicture m_picture;
 };
 
 } // namespace tarn

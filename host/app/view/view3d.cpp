@@ -3,7 +3,6 @@
 #include "core/language.h"
 #include "engine/base_world.h"
 #include "gl_surface.h"
-#include "ground_raster.h"
 #include "inline_editor.h"
 #include "plain_surface.h"
 
@@ -165,12 +164,14 @@ QImage CView3D::render(CBaseWorld& world, QSize size, double dpr)
     const QSize pixels = tarn::device_size(size, dpr);
     if (pixels.isEmpty())
         return {};
+    tarn::OverlayBuffer objects;
+    objects.paint_all(world.objects_layer(), size, dpr);
     tarn::OverlayBuffer overlay;
     overlay.paint_all(world.overlay(), size, dpr);
-    QImage picture = tarn::ground_raster(tarn::ground_look(world.camera(), pixels, dpr));
+    QImage picture = tarn::WorldPicture().image(world, pixels, dpr);
     picture.setDevicePixelRatio(dpr);
     QPainter painter(&picture);
-    tarn::paint_over(painter, overlay.image(), world, 1);
+    tarn::paint_over(painter, {objects.image(), overlay.image()}, world, 1);
     return picture;
 }
 

@@ -102,7 +102,7 @@ public:
         if (ScriptObject item = handle(m_core.find_menu_item(id)))
             return item;
         ModelObject* object = find_attached<ModelObject>(id);
-        return object && object->kind() && object->kind()->part == animation_part() ? handle(object) : nullptr;
+        return object && object->kind() && object->kind()->recorded ? handle(object) : nullptr;
     }
 
     std::vector<const char*> classes_of(const ModelObject& object) const override
@@ -115,9 +115,9 @@ public:
             return {menu_item};
         if (dynamic_cast<const CTimebar*>(&object))
             return {timebar_kind};
-        if (object.kind() && object.kind()->part == animation_part())
-            return {object.class_name()};
-        return {dialog_kind};
+        if (dynamic_cast<const CDXUTDialog*>(&object))
+            return {dialog_kind};
+        return {object.class_name()};
     }
 
     QStringList field_names() const override
@@ -138,7 +138,6 @@ public:
 
 private:
     /// Of timebars and what belongs to them.
-    const char* animation_part() const { return m_animation.bar_kind().part; }
     template <class Object>
     Object* find_attached(quint32 id) const
     {

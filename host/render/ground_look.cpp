@@ -1,7 +1,5 @@
 #include "ground_look.h"
 
-#include "engine/orbit_camera.h"
-
 #include <QtMath>
 
 #include <algorithm>
@@ -51,16 +49,17 @@ QVector3D color_at(float elevation)
 
 } // namespace
 
-GroundLook ground_look(const OrbitCamera& camera, QSize pixels, double dpr)
+GroundLook ground_look(const QMatrix4x4& view, const QMatrix4x4& projection, QSize pixels, double dpr)
 {
     GroundLook look;
     look.pixels = pixels;
-    look.eye = camera.eye();
+    look.eye = view.inverted().column(3).toVector3D();
     look.line = float(dpr);
     look.reach = std::clamp(50 + 12 * std::abs(look.eye.y()), 50.f, 900.f);
-    QMatrix4x4 turn = camera.view_matrix();
+    QMatrix4x4 turn = view;
     turn.setColumn(3, {0, 0, 0, 1});
-    const QMatrix4x4 rays = (camera.projection_matrix(pixels) * turn).inverted();
+    look.is_level = std::abs(turn(0, 1)) < 1e-4f;
+    const QMatrix4x4 rays = (projection * turn).inverted();
     const float width = float(std::max(1, pixels.width()));
     const float height = float(std::max(1, pixels.height()));
     const auto ray = [&](float x, float y) { return rays.map(QVector3D(2 * x / width - 1, 1 - 2 * y / height, -1)); };
@@ -81,6 +80,14 @@ std::vector<QVector3D> background_rows(const GroundLook& look)
         rows.push_back(color_at(float(qRadiansToDegrees(std::asin(ray.y() / ray.length())))));
     }
     return rows;
+}
+
+std::vector<QVector3D> background_heights()
+{
+    std::vector<QVector3D> heights;
+    for (int i = 0; i <= 180 * background_steps; ++i)
+        heights.push_back(color_at(float(i) / background_steps - 90));
+    return heights;
 }
 
 } // namespace tarn

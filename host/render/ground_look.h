@@ -9,9 +9,7 @@
 
 namespace tarn {
 
-class OrbitCamera;
-
-/// How the ground and the sky look from a camera. Everything that draws them asks here, so that a view with OpenGL
+/// How the ground and the sky look from a camera with a perspective. Everything that draws them asks here, so that a view with OpenGL
 /// and one without it show the same picture. Pixels are device pixels and count from the top left.
 struct GroundLook {
     QSize pixels;
@@ -20,17 +18,23 @@ struct GroundLook {
     QVector3D ray_origin;
     QVector3D ray_step_x;
     QVector3D ray_step_y;
-    float reach = 0; ///< metres from the eye at which the lines have faded away
-    float line = 1;  ///< width of a line in pixels
+    float reach = 0;      ///< metres from the eye at which the lines have faded away
+    float line = 1;       ///< width of a line in pixels
+    bool is_level = true; ///< the horizon is: the camera does not tilt sideways
 
     friend bool operator==(const GroundLook&, const GroundLook&) = default;
 };
 
-GroundLook ground_look(const OrbitCamera& camera, QSize pixels, double dpr);
+GroundLook ground_look(const QMatrix4x4& view, const QMatrix4x4& projection, QSize pixels, double dpr);
 
-/// The colour behind the lines for every row of pixels. The camera never tilts sideways: along a row, the height over
-/// the horizon hardly changes.
+/// The colour behind the lines for every row of pixels of a level camera: along a row, the height over the horizon hardly
+/// changes.
 std::vector<QVector3D> background_rows(const GroundLook& look);
+
+inline constexpr int background_steps = 8; ///< for each degree
+
+/// The colours behind the lines from straight down to straight up, evenly spaced.
+std::vector<QVector3D> background_heights();
 
 /// Colours as red, green, blue and opacity, 0 to 1.
 namespace ground {
