@@ -115,9 +115,13 @@ void CDlgDesignButton::OnInitDialog()
     on_click(id_refresh, [this] { on_refresh_picture(); });
     on_click(id_edges, [this] { on_edges(); });
     connect(m_preview, &CElementPicture::edges_dragged, this, [this](const QMargins& edges) {
-        run_action([&] { set_edges(edges); }, lang(u"边界设置", u"Edges"), "edges");
+        if (!can_edit())
+            return;
+        if (!m_drag)
+            m_drag.emplace(*journal(), lang(u"边界设置", u"Edges"));
+        set_edges(edges);
     });
-    connect(m_preview, &CElementPicture::drag_ended, this, [this] { end_typing(); });
+    connect(m_preview, &CElementPicture::drag_ended, this, [this] { m_drag.reset(); });
     m_watcher = new QFileSystemWatcher(this);
     auto* settled = new QTimer(this);
     settled->setSingleShot(true);

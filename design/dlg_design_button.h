@@ -1,9 +1,12 @@
 #pragma once
 
+#include "core/journal.h"
 #include "page_base/gui_child_dlg.h"
 
 #include <QMargins>
 #include <QString>
+
+#include <optional>
 
 class CElementPicture;
 class QFileSystemWatcher;
@@ -43,5 +46,6 @@ private:
 
     CElementPicture* m_preview = nullptr;
     QFileSystemWatcher* m_watcher = nullptr;
+    std::optional<tarn::UserAction> m_drag; ///< of a line in the picture; all of it is one step
     bool m_edited = false;
 };

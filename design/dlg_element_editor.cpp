@@ -8,6 +8,7 @@
 #include "frame/str_input.h"
 #include "gui_core/control_style.h"
 #include "gui_core/dxut_control.h"
+#include "gui_core/gui_style.h"
 #include "gui_core/interface_font.h"
 #include "gui_core/style_look.h"
 #include "gui_scene/gui_plug_scene.h"
@@ -159,9 +160,10 @@ void CDlgElementEditor::update_ui(int code)
         refresh();
 }
 
-void CDlgElementEditor::model_changed(const tarn::ModelChange&)
+void CDlgElementEditor::model_changed(const tarn::ModelChange& change)
 {
-    refresh();
+    if (tarn::changes_looks(change))
+        refresh();
 }
 
 /// A click in the view on a control, or on a dialog, chooses what it is made of.

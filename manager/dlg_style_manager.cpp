@@ -77,9 +77,10 @@ void CDlgStyleManager::update_ui(int code)
         fill_list();
 }
 
-void CDlgStyleManager::model_changed(const tarn::ModelChange&)
+void CDlgStyleManager::model_changed(const tarn::ModelChange& change)
 {
-    fill_list();
+    if (tarn::changes_looks(change))
+        fill_list();
 }
 
 /// Files may have come meanwhile.

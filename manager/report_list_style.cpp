@@ -4,6 +4,7 @@
 #include "gui_core/gui_style.h"
 
 #include <QHeaderView>
+#include <QMouseEvent>
 #include <QPainter>
 
 #include <utility>
@@ -66,6 +67,13 @@ void CReportListStyle::draw_additional(QPainter& painter, const QRect& cell, int
     painter.drawPolyline(QPolygonF({{mark.left(), mark.center().y()},
                                     {mark.left() + mark.width() * 0.4, mark.bottom()},
                                     {mark.right(), mark.top()}}));
+}
+
+void CReportListStyle::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    CReportList::mouseDoubleClickEvent(event);
+    if (event->button() == Qt::LeftButton && !indexAt(event->position().toPoint()).isValid())
+        Q_EMIT item_double_clicked(-1, -1);
 }
 
 void CReportListStyle::keyPressEvent(QKeyEvent* event)

@@ -25,6 +25,8 @@ Q_SIGNALS:
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
+    /// One beside all rows is told too.
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
 
 private:
     const CGuiStyle* m_worn = nullptr; ///< only compared

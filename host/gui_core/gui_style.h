@@ -5,6 +5,15 @@
 
 class CGuiCore;
 
+namespace tarn {
+
+struct ModelChange;
+
+/// Whether styles, or which one is in force, may be others.
+bool changes_looks(const ModelChange& change);
+
+} // namespace tarn
+
 /// A style of the scene, or one that could become one: its state is all there is to it.
 class CGuiStyle : public tarn::ModelObject {
 public:
