@@ -5,8 +5,9 @@
 #include "gui_core/dxut_button.h"
 #include "gui_core/dxut_dialog.h"
 #include "gui_core/gui_core.h"
+#include "gui_core/gui_style.h"
+#include "gui_core/skin_sheet.h"
 #include "gui_draw/gui_painter.h"
-#include "gui_draw/skin.h"
 #include "gui_draw/text_cache.h"
 
 #include <QGraphicsItem>
@@ -71,6 +72,27 @@ public:
     }
     void draw_damage() { draw(QRectF(m_core.take_damage().toAlignedRect())); }
     const std::vector<CDXUTButton*>& buttons() const { return m_buttons; }
+    /// Two, whose buttons and texts differ.
+    void add_styles()
+    {
+        const tarn::RecordingOff off(m_document.journal());
+        for (const quint32 color : {0xffaa2211u, 0xff1122aau}) {
+            auto* style = new tarn::StyleState;
+            style->name = QString::number(color);
+            style->tokens.insert(QStringLiteral("text"), color);
+            style->atlas = tarn::Atlas::of_program();
+            QImage picture(96, 96, QImage::Format_ARGB32);
+            picture.fill(QColor::fromRgba(color));
+            const tarn::LookOwner& owner = *tarn::look_owner(DXUT_CONTROL_BUTTON);
+            style->atlas.put(tarn::default_rect(owner, 0, tarn::VisualState::Normal), picture);
+            m_styles.push_back(m_core.add_style(tarn::StatePtr(style)));
+        }
+    }
+    void take_on_style(int number)
+    {
+        const tarn::RecordingOff off(m_document.journal());
+        m_core.set_scene_style(m_styles[std::size_t(number)]);
+    }
 
 private:
     static constexpr std::size_t in_dialog = 50;
@@ -96,6 +118,7 @@ private:
     tarn::GuiPainter m_painter;
     Canvas m_canvas;
     std::vector<CDXUTButton*> m_buttons;
+    std::vector<CGuiStyle*> m_styles;
 };
 
 void draw_tarn(benchmark::State& state)
@@ -128,15 +151,25 @@ void change_place_tarn(benchmark::State& state)
     }
 }
 
+/// Every button takes on a style with an atlas of its own, and is drawn.
+void take_on_style_tarn(benchmark::State& state)
+{
+    Interface interface(int(state.range(0)));
+    interface.add_styles();
+    int number = 0;
+    for (auto _ : state) {
+        interface.take_on_style(++number % 2);
+        interface.draw_damage();
+    }
+}
+
 /// The skin's button picture, at one pixel for one of the screen.
 const QPixmap& button_pixmap()
 {
     static const QPixmap pixmap = [] {
-        const tarn::Skin& skin = tarn::Skin::default_skin();
-        const QRect cell = tarn::Skin::picture(tarn::Element::Button, tarn::VisualState::Normal).rect;
-        const double units = skin.pixels_per_unit();
-        const QRect pixels(QPoint(int(cell.x() * units), int(cell.y() * units)), cell.size() * units);
-        const QImage picture = skin.atlas().copy(pixels);
+        const QRect cell = tarn::sheet_picture(tarn::Element::Button, tarn::VisualState::Normal).rect;
+        constexpr int units = tarn::atlas_pixels_per_unit;
+        const QImage picture = tarn::default_sheet().copy({cell.topLeft() * units, cell.size() * units});
         return QPixmap::fromImage(picture.scaled(cell.size(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
     }();
     return pixmap;
@@ -227,6 +260,8 @@ void draw_pieces(benchmark::State& state)
 using bench::growing;
 
 BENCHMARK(draw_tarn)->Name("draw/tarn")->Apply(growing);
+BENCHMARK(take_on_style_tarn)->Name("take_on_style/tarn")->Apply(growing);
+BENCHMARK(draw_tarn)->Name("take_on_style/full")->Apply(growing);
 BENCHMARK(draw_graphics_view)->Name("draw/QGraphicsView")->Apply(growing);
 BENCHMARK(draw_pieces)->Name("draw/pieces")->Apply(growing);
 BENCHMARK(change_text_tarn)->Name("draw_changed_text/tarn")->Apply(growing);

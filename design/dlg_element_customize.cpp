@@ -261,14 +261,16 @@ void CDlgElementCustomize::show_picture(const CDXUTControl& shown)
         return;
     }
     const tarn::StatePtr awaited = awaited_state(shown);
-    const auto [name, color, served] = tarn::element_look(static_cast<const tarn::ControlState&>(*awaited),
-                                                          element()->element, state());
-    tarn::ElementCache cache(tarn::Skin::default_skin());
-    const tarn::ElementChoice choice{picture(name), color};
-    preview->setPixmap(QPixmap::fromImage(
-        cache.image(element()->element, state(), preview_size, preview->devicePixelRatioF(), choice)));
+    const tarn::ElementLook look = tarn::element_look(core()->look(), static_cast<const tarn::ControlState&>(*awaited),
+                                                      element()->element, state(), state());
+    const QString& name = look.picture;
+    const QImage own = picture(name);
+    tarn::ElementCache cache;
+    preview->setPixmap(
+        QPixmap::fromImage(cache.image(tarn::element_source(core()->look(), element()->element, state(), look, own),
+                                       preview_size, preview->devicePixelRatioF())));
     const QString text = name.isEmpty() ? lang(u"风格图片", u"The style's picture")
-        : choice.picture.isNull()       ? lang(u"%1（缺失）", u"%1 (missing)").arg(name)
+        : own.isNull()                  ? lang(u"%1（缺失）", u"%1 (missing)").arg(name)
                                         : name;
     show_picture_name(text);
 }

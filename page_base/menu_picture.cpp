@@ -5,7 +5,6 @@
 #include "gui_core/gui_core.h"
 #include "gui_draw/draw_context.h"
 #include "gui_draw/menu_drawing.h"
-#include "gui_draw/skin.h"
 
 #include <QMouseEvent>
 #include <QPainter>
@@ -52,7 +51,7 @@ Extent extent(const CDXUTMenu& menu, int opener, QPointF corner, int depth)
 
 } // namespace
 
-CMenuPicture::CMenuPicture(QWidget* parent) : QWidget(parent), m_elements(tarn::Skin::default_skin())
+CMenuPicture::CMenuPicture(QWidget* parent) : QWidget(parent)
 {
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 }

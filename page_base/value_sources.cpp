@@ -9,6 +9,7 @@
 #include "core/field.h"
 #include "core/language.h"
 #include "gui_core/control_state.h"
+#include "gui_core/gui_style.h"
 #include "gui_scene/gui_plug_scene.h"
 #include "gui_scene/script/event_runner.h"
 
@@ -80,6 +81,13 @@ bool takes_style(FieldKey field)
     return std::find(styled.begin(), styled.end(), field) != styled.end();
 }
 
+QString style_text(const CGuiCore& core)
+{
+    const CGuiStyle* worn = core.worn_style();
+    const QString style = worn ? lang(u"风格“%1”", u"The style \"%1\"").arg(worn->name()) : lang(u"样式", u"The style");
+    return core.scene_style() == worn ? style : style + lang(u"（已修改）", u" (changed)");
+}
+
 } // namespace
 
 QStringList value_sources(CGuiPlugScene& scene, const ModelObject& object, const FieldBase& field)
@@ -90,7 +98,7 @@ QStringList value_sources(CGuiPlugScene& scene, const ModelObject& object, const
     if (!field.is_default(authored))
         lines << lang(u"作者设置：%1", u"Set by the author: %1").arg(shown(field, Authored::property(object, field)));
     if (takes_style(field.key()))
-        lines << lang(u"样式", u"The style");
+        lines << style_text(scene.gui_core());
     else if (const Value usual = field.default_value(); !std::holds_alternative<std::monostate>(usual))
         lines << lang(u"默认值：%1", u"Default: %1").arg(shown(field, usual));
     return lines;

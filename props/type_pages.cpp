@@ -247,9 +247,9 @@ constexpr FieldRow edit_rows[] = {
     type_row(6886, key<&EditBox::numbers_only>),
     type_row(6887, key<&EditBox::read_only>),
     color_row(6889, key<&Static::text_color>, tarn::seen_text_color<tarn::VisualState::Normal>),
-    color_row(6890, key<&EditBox::selection_color>, tarn::seen_color<tarn::Skin::selection_color>),
-    color_row(6891, key<&EditBox::caret_color>, tarn::seen_color<tarn::Skin::caret_color>),
-    color_row(6892, key<&EditBox::border_color>, tarn::seen_color<tarn::Skin::border_color>),
+    color_row(6890, key<&EditBox::selection_color>, tarn::seen_color<tarn::edit_box_selection>),
+    color_row(6891, key<&EditBox::caret_color>, tarn::seen_color<tarn::edit_box_caret>),
+    color_row(6892, key<&EditBox::border_color>, tarn::seen_color<tarn::edit_box_border>),
 };
 constexpr auto edit_scripts = tarn::script_rows({EVENT_EDITBOX_ENTER});
 

@@ -8,6 +8,12 @@
 
 #include <QLayout>
 
+namespace {
+
+constexpr int template_styles = 6164;
+
+} // namespace
+
 CDlgToolMain::CDlgToolMain(QWidget* parent) : CGuiChildDlg(QStringLiteral("CDlgToolMain"), parent) {}
 
 void CDlgToolMain::OnInitDialog()
@@ -17,9 +23,14 @@ void CDlgToolMain::OnInitDialog()
     layout()->addWidget(m_group);
     m_group->create_page<CDlgGuiManager>(6002);
     m_group->create_page<CDlgGuiManagerCtrl>(6562);
-    m_group->create_page<CDlgStyleManager>(6164);
+    m_group->create_page<CDlgStyleManager>(template_styles);
     m_group->create_page<CDlgGuiMenu>(6039);
     m_group->show_wnd_by_index(0);
+}
+
+CDlgStyleManager& CDlgToolMain::style_manager() const
+{
+    return static_cast<CDlgStyleManager&>(*m_group->find_wnd(template_styles));
 }
 
 void CDlgToolMain::show_page(int index)

@@ -3,6 +3,7 @@
 #include "page_base/gui_child_dlg.h"
 
 class CDlgGroup;
+class CDlgStyleManager;
 
 /// The side panel of the interface mode: holds the lists of dialogs, controls, styles and menus.
 class CDlgToolMain : public CGuiChildDlg {
@@ -14,6 +15,7 @@ public:
     /// 0 dialogs, 1 controls, 2 styles, 3 menus.
     void show_page(int index);
     CDlgGroup& group() { return *m_group; }
+    CDlgStyleManager& style_manager() const;
 
     void on_world_created(CBaseWorld* world) override;
     void update_ui(int code) override;

@@ -5,6 +5,7 @@
 #include "dlg_tool_main.h"
 #include "dlg_top_table.h"
 #include "frame/dlg_group.h"
+#include "manager/dlg_style_manager.h"
 #include "prop_bar.h"
 #include "timeline/dlg_gui_manager_timer.h"
 #include "timeline/dlg_top_timer.h"
@@ -123,8 +124,15 @@ void CGuiUI::create_tab_windows(QWidget* top_parent, QWidget* side_parent)
 
     m_top_table->set_tool_main(m_tool_main);
     m_top_table->set_prop_bar(m_prop_bar);
+    connect_styles();
     connect_timeline();
     add_commands();
+}
+
+void CGuiUI::connect_styles()
+{
+    QObject::connect(&m_tool_main->style_manager(), &CDlgStyleManager::design_page_wanted, m_prop_bar,
+                     [this](int index) { m_prop_bar->group().show_wnd_by_index(index); });
 }
 
 void CGuiUI::connect_timeline()

@@ -22,6 +22,7 @@ public:
 
 private:
     void create_world_bar(QMainWindow* frame);
+    void connect_styles();
     void connect_timeline();
     void add_commands();
 

@@ -25,4 +25,9 @@ QString get_data_path(const QString& kind)
     return program + QStringLiteral("/../share/tarn-studio/") + kind;
 }
 
+QString get_user_path(const QString& kind)
+{
+    return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) + QLatin1Char('/') + kind;
+}
+
 } // namespace appinfo

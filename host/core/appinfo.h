@@ -12,5 +12,7 @@ QString get_tarn_texture_path(const QString& path);
 /// The folder of a kind of installed file ("templates", "samples", "plugins"): beside the program, or under
 /// ../share/tarn-studio of it.
 QString get_data_path(const QString& kind);
+/// The user's own folder of that kind of data; it need not exist.
+QString get_user_path(const QString& kind);
 
 } // namespace appinfo

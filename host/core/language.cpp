@@ -20,8 +20,8 @@ struct Message {
 // The shared message table; numbers are part of the program's interface.
 constexpr std::array messages{
     Message{3917, u"请先设置图片！", u"Please set a picture first!"},
-    Message{3918, u"所有控件的外观将恢复为默认设置，是否继续？",
-            u"The look of every control will go back to the default. Continue?"},
+    Message{3918, u"所有控件的外观将恢复为默认设置（控件自定义的风格除外），是否继续？",
+            u"The look of every control, but for what has a style of its own, will go back to the default. Continue?"},
 };
 
 constexpr std::array caption_properties{"text", "title", "windowTitle", "toolTip", "placeholderText"};

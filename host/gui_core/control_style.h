@@ -1,6 +1,6 @@
 #pragma once
 
-#include "look.h"
+#include "look_parts.h"
 
 #include <QString>
 
@@ -13,19 +13,7 @@ namespace tarn {
 struct ControlState;
 struct MenuState;
 struct StaticState;
-
-/// A part of a control that is drawn from a picture of the skin, or from one that the author chose instead.
-struct StyleElement {
-    Element element;
-    const char* name; ///< in files; it never changes
-    const char16_t* chinese;
-    const char16_t* english;
-
-    QString caption() const; ///< in the program's language
-};
-
-/// The states that can look different: VisualState::Normal to Focused.
-constexpr int style_state_count = 5;
+class StyleLook;
 
 /// What a control of that type is drawn from; empty for a type that has no pictures of the skin.
 std::span<const StyleElement> style_elements(int control_type);
@@ -42,21 +30,27 @@ QString look_name(const StyleElement& element, VisualState state);
 
 /// How an element is drawn.
 struct ElementLook {
-    QString picture;   ///< name in the scene's textures; empty for the default skin's
-    quint32 color = 0; ///< ARGB; the picture takes it on: one of the author's is multiplied with it, one of the skin's
-                       ///< turned into its shades. 0 leaves it as it is
+    QString picture;     ///< name in the scene's textures; empty for the style's
+    quint32 color = 0;   ///< ARGB; 0 leaves the picture as it is
     bool served = false; ///< the picture was chosen for Normal, and for this state none
+    QRect region = {};   ///< of the style's picture, pixels of the atlas; empty for that of the sheet
+    QMargins edges = {}; ///< of the region, pixels of the atlas
+    bool shades = false; ///< the picture is turned into the colour's shades; otherwise it is multiplied with it
 };
 
-/// What was chosen for an element and a state: at the control, or else by its style, or else nothing, which stands for
-/// the default skin. A picture that was chosen for Normal serves the states that have none, with its colour.
-ElementLook element_look(const ControlState& control, Element element, VisualState state);
-ElementLook element_look(const MenuState& menu, Element element, VisualState state);
-/// ARGB of a text, found in the same order; 0 when nothing was chosen.
+/// How the style alone has an element of `owner` drawn.
+ElementLook style_element_look(const StyleLook& style, int owner, Element element, VisualState state);
+/// What was chosen for an element and a state: at the control, or else by the style. A picture that was chosen for Normal
+/// serves the states that have none, with its colour. `part` is the state of the element itself where that is not the
+/// control's, as of a row in a list: the style goes by it.
+ElementLook element_look(const StyleLook& style, const ControlState& control, Element element, VisualState state,
+                         VisualState part);
+ElementLook element_look(const StyleLook& style, const MenuState& menu, Element element, VisualState state);
+/// ARGB of a text that the control or menu has of its own; 0 when nothing was chosen.
 quint32 chosen_text_color(const ControlState& control, VisualState state);
 quint32 chosen_text_color(const MenuState& menu, VisualState state);
 
 /// The font of a control's text.
-QFont font_of(const StaticState& state);
+QFont font_of(const StyleLook& style, const StaticState& state);
 
 } // namespace tarn

@@ -56,7 +56,9 @@ const FieldTable& CoreState::field_table()
         nullptr, field<S, &S::screen_width>("screen_width", 0, range(1, 32767)),
         field<S, &S::screen_height>("screen_height", 0, range(1, 32767)),
         field<S, &S::vertical_guides>("vertical_guides"), field<S, &S::horizontal_guides>("horizontal_guides"),
-        field<S, &S::dialogs>("dialog_ids", {}, children()), field<S, &S::menus>("menu_ids", {}, children()));
+        field<S, &S::scene_style>("scene_style"), field<S, &S::animation_speed>("animation_speed", 1.f, range(0, 100)),
+        field<S, &S::dialogs>("dialog_ids", {}, children()), field<S, &S::menus>("menu_ids", {}, children()),
+        field<S, &S::styles>("style_ids", {}, children()));
     return table;
 }
 

@@ -58,9 +58,11 @@ struct CoreState : StateOf<CoreState> {
     /// Guide lines of the author, pixels from the screen's corner, in ascending order without doubles.
     QList<quint32> vertical_guides;
     QList<quint32> horizontal_guides;
-    QMap<QString, QByteArray> styles; ///< named sets of appearances, each as JSON text
-    IdList dialogs;                   ///< from the bottom layer to the top, without the root dialog
-    IdList menus;                     ///< in the order in which they were made
+    ObjectRef scene_style;     ///< which is in force; none for the program's own look
+    float animation_speed = 1; ///< of the interface's own transitions; twice as fast at 2, none at 0
+    IdList dialogs;            ///< from the bottom layer to the top, without the root dialog
+    IdList menus;              ///< in the order in which they were made
+    IdList styles;             ///< those that the scene keeps, in the order in which they came
 
     static const FieldTable& field_table();
     void settle(const WrittenFields& written) override;

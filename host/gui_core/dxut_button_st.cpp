@@ -37,7 +37,7 @@ QRectF CDXUTButtonST::raised_area() const
     const auto& s = state<ImageButtonState>();
     if (!s.annotation_mode || s.text.isEmpty() || core().live().hovered != this || !can_be_reached())
         return {};
-    const QFontMetricsF metrics(font_of(s));
+    const QFontMetricsF metrics(font_of(core().look(), s));
     const QSizeF text = metrics.size(0, tarn::text_part(s.text, longest_annotation, 0));
     const QSizeF size(std::ceil(text.width()) + 1 + 2 * bubble_margin, std::ceil(text.height()) + bubble_margin);
     const QRectF bubble(bounds().topLeft() + QPointF(s.annotation_x, s.annotation_y), size);

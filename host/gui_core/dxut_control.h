@@ -93,6 +93,7 @@ public:
     bool set_locked(bool locked);
     quint32 color_tag() const { return control_state().color_tag; }
 
+    CGuiCore& core() const { return m_core; }
     virtual tarn::VisualState visual_state() const;
     tarn::DrawSlot& draw_slot() const { return m_draw_slot; }
     /// Whether the control takes the mouse and the keyboard while the interface runs.
@@ -135,7 +136,6 @@ public:
 protected:
     tarn::Value value_in(const tarn::ObjectState& state, const tarn::FieldBase& field) const override;
     const tarn::ControlState& control_state() const { return state<tarn::ControlState>(); }
-    CGuiCore& core() const { return m_core; }
     /// The look of a control whose parts are dragged: it stays pressed while the mouse is beside it.
     tarn::VisualState dragged_state() const;
     /// Tells that the user made this happen to the control; nothing when it does not happen to its type.

@@ -56,7 +56,8 @@ QRectF CDXUTEditBox::text_area(const QRectF& frame) const
 int CDXUTEditBox::laid_out_units() const
 {
     const QSizeF area(text_area(rect()).width(), 0);
-    return int(2 * tarn::units_that_show(area, font_of(state<EditBoxState>()).pixelSize())) + least_laid_out;
+    return int(2 * tarn::units_that_show(area, font_of(core().look(), state<EditBoxState>()).pixelSize()))
+        + least_laid_out;
 }
 
 QString CDXUTEditBox::shown_text() const
@@ -74,14 +75,14 @@ int CDXUTEditBox::place_in_shown(int position) const
 
 double CDXUTEditBox::x_in_shown(int place) const
 {
-    const tarn::TextLine shown(shown_text(), font_of(state<EditBoxState>()));
+    const tarn::TextLine shown(shown_text(), font_of(core().look(), state<EditBoxState>()));
     return shown.line.isValid() ? shown.line.cursorToX(place) : 0;
 }
 
 /// The position of the text that is nearest to a place, pixels from the control's corner, or that of the character there.
 int CDXUTEditBox::position_at(QPointF inside, bool on_character) const
 {
-    const tarn::TextLine shown(shown_text(), font_of(state<EditBoxState>()));
+    const tarn::TextLine shown(shown_text(), font_of(core().look(), state<EditBoxState>()));
     const double x = inside.x() - (text_area(rect()).x() - rect().x()) + m_scroll;
     const auto way = on_character ? QTextLine::CursorOnCharacter : QTextLine::CursorBetweenCharacters;
     return m_first + (shown.line.isValid() ? shown.line.xToCursor(x, way) : 0);

@@ -15,6 +15,7 @@ class CDXUTMenu : public tarn::ModelObject {
 public:
     CDXUTMenu(CGuiCore& core, tarn::StatePtr state);
 
+    CGuiCore& core() const { return m_core; }
     const QString& name() const { return menu_state().name; }
     const tarn::MenuState& menu_state() const { return state<tarn::MenuState>(); }
 

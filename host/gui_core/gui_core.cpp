@@ -6,6 +6,7 @@
 #include "dxut_menu.h"
 #include "dxut_menu_item.h"
 #include "open_menu.h"
+#include "style_look.h"
 #include "texture_name.h"
 #include "world_link.h"
 
@@ -117,6 +118,7 @@ void CGuiCore::add_kinds()
                  return menu ? &menu->items : nullptr;
              }});
     m_menu_item_kind = &document().kinds().back();
+    add_style_kind();
 }
 
 // What is worked out from the lists of ids ----------------------------------------------------------------------------
@@ -169,6 +171,7 @@ void CGuiCore::follow_structure()
         select_again(*kept);
     m_selection.prune();
     m_live.prune();
+    m_transitions.prune();
     if (m_open_menu && !m_open_menu->menu().is_attached())
         close_menu();
     shown_changed();
@@ -237,27 +240,17 @@ tarn::ObjectState* CGuiCore::fresh_state() const
     return new CoreState;
 }
 
-void CGuiCore::add_styles(const QMap<QString, QByteArray>& styles, bool replace)
-{
-    QMap<QString, QByteArray> all = core_state().styles;
-    for (auto style = styles.begin(); style != styles.end(); ++style)
-        if (replace || !all.contains(style.key()))
-            all.insert(style.key(), style.value());
-    if (all == core_state().styles)
-        return;
-    edit<CoreState>().styles = all;
-    written(tarn::WrittenFields::whole());
-}
-
 void CGuiCore::children_changed()
 {
-    m_dialogs_stale = m_menus_stale = true;
+    m_dialogs_stale = m_menus_stale = m_look_stale = true;
     structure_changed();
     add_damage(QRectF(QPointF(), m_screen));
 }
 
 void CGuiCore::state_changed()
 {
+    if (std::exchange(m_known_style, core_state().scene_style.id) != core_state().scene_style.id)
+        look_changed();
     if (std::exchange(m_known_design, design_size()) != design_size())
         for (CDXUTDialog* dialog : GetDialogs())
             dialog->state_changed();
@@ -343,6 +336,7 @@ void CGuiCore::EnableGui(bool editing)
     m_selection.editing = editing;
     m_live = {};
     m_now = m_caret_since = 0;
+    m_transitions.clear();
     add_damage(QRectF(QPointF(), m_screen));
     for (CDXUTDialog* dialog : GetDialogs())
         dialog->set_minimized(false);

@@ -6,8 +6,10 @@
 #include "dialog_state.h"
 #include "draw_slot.h"
 #include "gui_event.h"
+#include "look_parts.h"
 #include "selection_history.h"
 #include "selection_record.h"
+#include "transitions.h"
 #include "view_aids.h"
 
 #include <QHash>
@@ -23,12 +25,16 @@ class CDXUTControl;
 class CDXUTDialog;
 class CDXUTMenu;
 class CDXUTMenuItem;
+class CGuiStyle;
+class QImage;
 
 namespace tarn {
 
 class WorldLink;
 
 class OpenMenu;
+class StyleLook;
+struct StyleState;
 
 /// A button of a dialog's caption bar.
 struct CaptionSpot {
@@ -55,6 +61,15 @@ struct LiveState {
 
     /// What is not part of the scene any more goes.
     void prune();
+};
+
+/// A part of what is drawn, in a state: what the pages of a style's design work on.
+struct LookPart {
+    int owner = -1; ///< a control type, look_owner_dialog or look_owner_menu; -1 for none
+    int part = 0;   ///< see look_owner()
+    VisualState state = VisualState::Normal;
+
+    bool operator==(const LookPart&) const = default;
 };
 
 struct NewMenuItem {
@@ -127,12 +142,64 @@ public:
     std::shared_ptr<CDXUTControl> make_control(tarn::StatePtr state);
     /// Puts the control on top of the dialog's own.
     void add_control(CDXUTControl& control, CDXUTDialog& dialog);
-    /// Those whose names are taken take the place of the present ones, or are left out.
-    void add_styles(const QMap<QString, QByteArray>& styles, bool replace);
     const tarn::ObjectKind& root_kind() const;
     const tarn::ObjectKind& dialog_kind() const { return *m_dialog_kind; }
     const tarn::ObjectKind& control_kind() const { return *m_control_kind; }
     const tarn::ObjectKind& menu_kind() const { return *m_menu_kind; }
+    const tarn::ObjectKind& style_kind() const { return *m_style_kind; }
+
+    // Looks
+    /// Those that the scene keeps, unnamed ones too.
+    QList<CGuiStyle*> GetStyles() const;
+    /// The author's own of that name; null when there is none.
+    CGuiStyle* find_style(const QString& name) const;
+    /// Which is in force; null for the program's own look. One without a name has what the author changed since he took
+    /// on the one that it is based on.
+    CGuiStyle* scene_style() const;
+    /// The named one that is in force, whatever was changed of it; null for the program's own look.
+    CGuiStyle* worn_style() const;
+    /// What is drawn: what the scene's style says, and those that it is based on.
+    const tarn::StyleLook& look() const;
+    /// A style, or which one is in force, is another.
+    void look_changed();
+    /// What has been worked out from the looks goes for every control, dialog and menu, and is drawn anew.
+    void update_all_elements();
+    /// A new style of the scene; null when no ids are left.
+    CGuiStyle* add_style(tarn::StatePtr state);
+    /// Null for the program's own look. What the author changed of the style before, and a style that was only lent
+    /// by its file, go with it.
+    void set_scene_style(CGuiStyle* style);
+    /// The interface keeps its look.
+    void remove_style(CGuiStyle& style);
+    /// The elements of all dialogs and controls are the program's own again.
+    void InitElements() { set_scene_style(nullptr); }
+    /// The look as one style that is based on none.
+    tarn::StatePtr flat_style() const;
+
+    // The author's changes of the look; each is a part of the scene's style from then on.
+    const tarn::LookPart& current_element() const { return m_current_element; }
+    void set_current_element(const tarn::LookPart& element) { m_current_element = element; }
+    /// The room in the atlas, pixels, of part `index / 5` of a control type in the state `index % 5`; empty where it has
+    /// no picture.
+    QRect get_default_rect(int type, int index) const;
+    QRect default_rect(const tarn::LookPart& part) const;
+    /// Where the part's picture is in the atlas, pixels; empty where it has none.
+    QRect texture_rect(const tarn::LookPart& part) const;
+    QMargins edge_widths(const tarn::LookPart& part) const; ///< pixels of the atlas
+    /// Straight alpha; null where the part has none.
+    QImage texture(const tarn::LookPart& part) const;
+    /// Puts the picture, which fits into the part's default rectangle, into the atlas: it is all of the part's from then on.
+    void set_element_texture(const tarn::LookPart& part, const QImage& picture);
+    void set_edge_widths(const tarn::LookPart& part, const QMargins& edges);
+    /// What the scene's style says of the part's colour, as a text of a style; empty for nothing.
+    QString element_color(const tarn::LookPart& part) const;
+    void set_element_color(const tarn::LookPart& part, const QString& text);
+    void set_token(const QString& name, quint32 argb);
+    void set_look_font(int owner, const QString& family);
+    void set_look_font_size(int owner, int pixels); ///< 0 for the usual one
+    /// The part in that state is again what the style was when it was taken on.
+    void reset_element(const tarn::LookPart& part);
+    bool is_element_changed(const tarn::LookPart& part) const;
 
     // Selection
     tarn::SelectionRecord& selection()
@@ -202,6 +269,8 @@ public:
     void activate(CDXUTDialog& dialog);
     /// The clock of the running interface, seconds. True when something is to be drawn anew.
     bool advance(double now);
+    /// How controls come to look as they do now, while the interface runs.
+    const tarn::Transitions& transitions() const { return m_transitions; }
     /// The caret is seen for the next half of its period, since it moved.
     void show_caret();
     /// Where a dialog is that is minimised to the bottom: beside those that were before, in rows from the bottom up.
@@ -251,8 +320,13 @@ private:
     template <class Add>
     void add_named(const QString& name, Add add);
     void add_kinds();
+    void add_style_kind();
+    void change_look(const std::function<void(tarn::StyleState&)>& change);
+    CGuiStyle* changed_style();
+    void drop_unused_styles();
     friend class CDXUTDialog;
     void damage_active();
+    bool blink(double now);
     void shown_changed();
 
     std::shared_ptr<CDXUTDialog> m_root;
@@ -260,6 +334,11 @@ private:
     const tarn::ObjectKind* m_control_kind = nullptr;
     const tarn::ObjectKind* m_menu_kind = nullptr;
     const tarn::ObjectKind* m_menu_item_kind = nullptr;
+    const tarn::ObjectKind* m_style_kind = nullptr;
+    mutable std::unique_ptr<tarn::StyleLook> m_look; ///< worked out from the styles
+    mutable bool m_look_stale = true;
+    tarn::LookPart m_current_element;
+    quint32 m_known_style = 0; ///< id of the scene's style when the look was last told to be another
     // Worked out from the lists of ids, and found anew after these changed.
     mutable QList<CDXUTDialog*> m_dialogs;
     mutable std::vector<CDXUTControl*> m_controls; ///< by id
@@ -273,6 +352,7 @@ private:
     tarn::SelectionHistory m_selection_history;
     tarn::SelectionHistory::Kept m_selected_again; ///< what undo or redo brought back; null: nothing since then
     tarn::LiveState m_live;
+    tarn::Transitions m_transitions;
     double m_now = 0;                ///< seconds, of advance()
     double m_caret_since = 0;        ///< when the caret moved last
     quint32 m_minimized_dialogs = 0; ///< how often one was minimised

@@ -105,6 +105,13 @@ void CGuiCore::set_focused(CDXUTControl* control)
 bool CGuiCore::advance(double now)
 {
     m_now = now;
+    const bool fades = m_transitions.advance(live(), now, double(core_state().animation_speed));
+    return blink(now) || fades;
+}
+
+/// Carets do; true when one is to be drawn anew.
+bool CGuiCore::blink(double now)
+{
     const double period = QGuiApplication::styleHints()->cursorFlashTime() / 1000.0; // 0: carets stand still
     const bool shown = period <= 0 || std::fmod(now - m_caret_since, period) < period / 2;
     if (std::exchange(m_live.caret_shown, shown) == shown)

@@ -2,7 +2,9 @@
 
 #include "dxut_menu.h"
 #include "dxut_menu_item.h"
+#include "gui_core.h"
 #include "interface_font.h"
+#include "style_look.h"
 
 #include <QFontMetricsF>
 
@@ -27,7 +29,7 @@ struct Widths {
 
 Widths measured(const CDXUTMenu& menu, const std::vector<int>& items)
 {
-    const QFontMetricsF metrics(font_of(menu.menu_state()));
+    const QFontMetricsF metrics(font_of(menu.core().look(), menu.menu_state()));
     Widths widths;
     for (const int index : items) {
         const MenuItemState& item = menu.items()[index]->item_state();
@@ -73,9 +75,10 @@ double placed(double length, double wanted, double other, double room)
 
 } // namespace
 
-QFont font_of(const MenuState& menu)
+QFont font_of(const StyleLook& style, const MenuState& menu)
 {
-    return interface_font(menu.font_size ? menu.font_size : default_font_size, menu.bold, menu.font_family,
+    return interface_font(menu.font_size ? menu.font_size : style.font_size(look_owner_menu), menu.bold,
+                          menu.font_family.isEmpty() ? style.family(look_owner_menu) : menu.font_family,
                           menu.font_italic);
 }
 

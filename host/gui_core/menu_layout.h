@@ -12,6 +12,7 @@ class CDXUTMenu;
 namespace tarn {
 
 struct MenuState;
+class StyleLook;
 
 /// One line of a list of items.
 struct MenuRow {
@@ -37,7 +38,7 @@ struct MenuList {
 };
 
 MenuList menu_list(const CDXUTMenu& menu, int opener);
-QFont font_of(const MenuState& menu);
+QFont font_of(const StyleLook& style, const MenuState& menu);
 /// Where a list of that size comes to stand on the screen: with its corner at `corner`, or on the other side of
 /// `avoided`, which has the corner on its edge, where there is no room. It does not leave the screen; a list that is
 /// higher than that is as high as the screen.

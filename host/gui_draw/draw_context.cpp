@@ -3,6 +3,7 @@
 #include "gui_core/control_style.h"
 #include "gui_core/dxut_control.h"
 #include "gui_core/gui_core.h"
+#include "gui_core/look_parts.h"
 #include "texture_cache.h"
 
 #include <QPainter>
@@ -28,7 +29,18 @@ void DrawContext::draw_image(const QRectF& area, const QImage& image, const QRec
 
 void DrawContext::draw_element(Element element, VisualState state, const QRectF& area) const
 {
-    draw_element(element, state, area, look_of(element));
+    if (editing || !control)
+        return draw_element(element, state, area, look_of(element, state, control ? control->visual_state() : state));
+    const VisualState now = control->visual_state();
+    const Transitions::Fade fade = core.transitions().fade_of(*control, now);
+    // A row in a list has a state of its own.
+    if (state != now || fade.share >= 1)
+        return draw_element(element, state, area, look_of(element, state, now));
+    const double opacity = painter.opacity();
+    draw_element(element, fade.from, area, look_of(element, fade.from, fade.from));
+    painter.setOpacity(opacity * fade.share);
+    draw_element(element, state, area, look_of(element, state, now));
+    painter.setOpacity(opacity);
 }
 
 void DrawContext::draw_element(Element element, VisualState state, const QRectF& area, const ElementLook& look) const
@@ -39,11 +51,12 @@ void DrawContext::draw_element(Element element, VisualState state, const QRectF&
     if (size.isEmpty())
         return;
     // What has no look of its own for a disabled control is drawn faint.
-    const bool faint = is_disabled() && (state != VisualState::Disabled || !Skin::has_states(element) || look.served);
+    const bool faint = is_disabled() && (state != VisualState::Disabled || !has_states(element) || look.served);
     const double opacity = painter.opacity();
     if (faint)
         painter.setOpacity(opacity * faintness);
-    elements.draw(painter, corner, element, state, size, scale, choice_of(look, size));
+    elements.draw(painter, corner, element_source(core.look(), element, state, look, own_picture(look, size)), size,
+                  scale);
     painter.setOpacity(opacity);
 }
 
@@ -58,21 +71,24 @@ QImage DrawContext::texture(const QString& name, QSizeF size) const
     return tarn::texture(core, name, {int(std::ceil(pixels.width())), int(std::ceil(pixels.height()))});
 }
 
-ElementLook DrawContext::look_of(Element element) const
+ElementLook DrawContext::look_of(Element element, VisualState state, VisualState own) const
 {
-    if (!control || !control->has_extras())
-        return {};
-    return element_look(static_cast<const ControlState&>(control->shown_state()), element, control->visual_state());
+    if (!control)
+        return style_element_look(core.look(), look_owner_dialog, element, state);
+    const auto& s = static_cast<const ControlState&>(control->shown_state());
+    return control->has_extras() ? element_look(core.look(), s, element, own, state)
+                                 : style_element_look(core.look(), s.type, element, state);
 }
 
-ElementChoice DrawContext::choice_of(const ElementLook& look, QSizeF size) const
+QImage DrawContext::own_picture(const ElementLook& look, QSizeF size) const
 {
-    return {look.picture.isEmpty() ? QImage() : texture(look.picture, size), look.color};
+    return look.picture.isEmpty() ? QImage() : texture(look.picture, size);
 }
 
 bool DrawContext::has_own_picture(Element element) const
 {
-    return !choice_of(look_of(element), QSizeF(1, 1)).picture.isNull();
+    return control
+        && !own_picture(look_of(element, VisualState::Normal, control->visual_state()), QSizeF(1, 1)).isNull();
 }
 
 bool DrawContext::draw_picture(const QString& name, const QRectF& area) const

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "element_cache.h"
-#include "skin.h"
 
 #include <QRectF>
 #include <QString>
@@ -26,6 +25,8 @@ struct DrawContext {
     const CDXUTControl* control = nullptr; ///< the one that is drawn; null for a dialog
     const CDXUTDialog* active = nullptr;   ///< the dialog that looks active; null for none
 
+    /// The control's choice, or the style's, for the state that the control is in. What is drawn of a dialog is in
+    /// `state` itself.
     void draw_element(Element element, VisualState state, const QRectF& area) const;
     /// With a look that was found already.
     void draw_element(Element element, VisualState state, const QRectF& area, const ElementLook& look) const;
@@ -38,8 +39,9 @@ struct DrawContext {
     bool has_own_picture(Element element) const;
 
 private:
-    ElementLook look_of(Element element) const;
-    ElementChoice choice_of(const ElementLook& look, QSizeF size) const;
+    /// `own` is the state for which the control's own choices count.
+    ElementLook look_of(Element element, VisualState state, VisualState own) const;
+    QImage own_picture(const ElementLook& look, QSizeF size) const; ///< null where the style's is drawn
     bool is_disabled() const;
     QImage texture(const QString& name, QSizeF size) const; ///< with pixels enough for that size
 };

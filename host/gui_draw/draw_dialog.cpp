@@ -2,6 +2,7 @@
 #include "draw_context.h"
 #include "gui_core/dxut_dialog.h"
 #include "gui_core/gui_core.h"
+#include "gui_core/style_look.h"
 #include "text_cache.h"
 
 #include <QPainter>
@@ -14,9 +15,16 @@ namespace {
 
 constexpr int caption_margin = 8; ///< pixels beside the caption's text
 
-int caption_font_size(double bar_height)
+int caption_font_size(double bar_height, int usual)
 {
-    return std::clamp(int(bar_height * 0.6), 6, default_font_size);
+    return std::clamp(int(bar_height * 0.6), std::min(6, usual), usual);
+}
+
+/// The second of a dialog's colours.
+quint32 border_color(const StyleLook& style)
+{
+    const LookOwner& owner = *look_owner(look_owner_dialog);
+    return style.color(owner, int(owner.elements.size()) + 1, VisualState::Normal);
 }
 
 VisualState look_of(const LiveState& live, const CDXUTDialog& dialog, CDXUTDialog::CaptionButton button)
@@ -30,6 +38,7 @@ VisualState look_of(const LiveState& live, const CDXUTDialog& dialog, CDXUTDialo
 void draw_caption(DrawContext& context, const CDXUTDialog& dialog, VisualState state)
 {
     const QRectF bar = dialog.caption_rect();
+    const StyleLook& style = context.core.look();
     context.draw_element(Element::Caption, state, bar);
     double right = bar.right();
     for (const auto button : {CDXUTDialog::CaptionButton::Close, CDXUTDialog::CaptionButton::Minimize}) {
@@ -45,7 +54,10 @@ void draw_caption(DrawContext& context, const CDXUTDialog& dialog, VisualState s
     const QRectF text(bar.x() + caption_margin, bar.y(), right - bar.x() - 2 * caption_margin, bar.height());
     kept_in<TextCache>(dialog.draw_slot())
         .draw(context.painter, text, dialog.dialog_state().caption,
-              {.color = 0xffe8eef0, .font_size = caption_font_size(bar.height()), .vertical_align = 1});
+              {.color = style.text_color(look_owner_dialog, state),
+               .font_size = caption_font_size(bar.height(), style.font_size(look_owner_dialog)),
+               .vertical_align = 1,
+               .family = style.family(look_owner_dialog)});
 }
 
 } // namespace
@@ -63,8 +75,8 @@ void draw_dialog(DrawContext& context, const CDXUTDialog& dialog)
         context.draw_element(frame, s.caption_shown ? state : Normal, dialog.client_rect());
     }
     if (s.border_width > 0 && !dialog.minimized()) {
-        context.painter.setPen(
-            QPen(QColor(0x6f, 0xd3, 0xe0, 150), s.border_width, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
+        context.painter.setPen(QPen(QColor::fromRgba(border_color(context.core.look())), s.border_width, Qt::SolidLine,
+                                    Qt::SquareCap, Qt::MiterJoin));
         context.painter.setBrush(Qt::NoBrush);
         const double half = s.border_width / 2.0;
         context.painter.drawRect(dialog.outer_rect().adjusted(half, half, -half, -half));

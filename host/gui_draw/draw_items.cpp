@@ -3,6 +3,8 @@
 #include "draw_functions.h"
 #include "gui_core/dxut_combo_box.h"
 #include "gui_core/dxut_list_box.h"
+#include "gui_core/gui_core.h"
+#include "gui_core/style_look.h"
 
 #include <QPainter>
 
@@ -14,7 +16,6 @@ namespace tarn {
 
 namespace {
 
-constexpr quint32 panel_color = 0xff17252b;
 constexpr double panel_radius = 5; ///< pixels
 
 /// The texts of a list box or combo box.
@@ -25,9 +26,11 @@ struct ItemTexts : DrawCache {
 
 TextLook text_look(const CDXUTItems& items)
 {
+    const StyleLook& style = items.core().look();
     return {.color = text_color_in(items, items.visual_state(), 0),
+            .font_size = style.font_size(items.GetType()),
             .vertical_align = 1,
-            .family = items.font_family(),
+            .family = items.font_family().isEmpty() ? style.family(items.GetType()) : items.font_family(),
             .italic = items.font_italic()};
 }
 
@@ -83,7 +86,9 @@ void draw_combo_list(DrawContext& context, const CDXUTComboBox& combo_box)
     // The skin's panel lets the world through, and what lies below a list must not mix with it.
     if (!context.has_own_picture(Element::InfoPanel)) {
         context.painter.setPen(Qt::NoPen);
-        context.painter.setBrush(QColor::fromRgba(panel_color));
+        const LookOwner& owner = *look_owner(DXUT_CONTROL_COMBOBOX);
+        const int ground = int(owner.elements.size()) + 1;
+        context.painter.setBrush(QColor::fromRgba(context.core.look().color(owner, ground, VisualState::Normal)));
         context.painter.drawRoundedRect(panel.adjusted(1, 1, -1, -1), panel_radius, panel_radius);
     }
     context.draw_element(Element::InfoPanel, VisualState::Normal, panel);

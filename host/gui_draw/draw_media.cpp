@@ -4,6 +4,7 @@
 #include "gui_core/dxut_media.h"
 #include "gui_core/dxut_picture.h"
 #include "gui_core/gui_core.h"
+#include "gui_core/style_look.h"
 #include "texture_cache.h"
 
 #include <QPainter>
@@ -37,7 +38,7 @@ void draw_flash(DrawContext& context, const CDXUTFlash& flash, const QRectF& are
                          QRectF(area.x() + 8, area.y() + 8, side, side));
     kept_in<TextCache>(flash.draw_slot())
         .draw(context.painter, area.adjusted(8, side + 12, -8, -4), flash.description(),
-              {.color = 0xffe8eef0, .font_size = 12, .word_wrap = true});
+              {.color = context.core.look().token(QStringLiteral("text")), .font_size = 12, .word_wrap = true});
 }
 
 namespace {
@@ -81,7 +82,7 @@ void draw_zoom_button(DrawContext& context, const CDXUTMap& map, CDXUTMap::Zoom 
     const VisualState look = map.button_state(zoom);
     const QRectF button = map.button_area(zoom).translated(area.topLeft());
     context.draw_element(Element::Button, look, button);
-    const QColor color = QColor::fromRgba(Skin::text_color(look, 0));
+    const QColor color = QColor::fromRgba(context.core.look().text_color(DXUT_CONTROL_BUTTON, look));
     const double length = button.width() / 2;
     const QRectF bar(button.center() - QPointF(length / 2, 1), QSizeF(length, 2));
     context.painter.fillRect(bar, color);

@@ -2,8 +2,10 @@
 #include "gui_core/control_style.h"
 #include "gui_core/dxut_menu.h"
 #include "gui_core/dxut_menu_item.h"
+#include "gui_core/gui_core.h"
 #include "gui_core/menu_layout.h"
 #include "gui_core/open_menu.h"
+#include "gui_core/style_look.h"
 #include "kept_drawing.h"
 #include "menu_drawing.h"
 #include "text_cache.h"
@@ -22,8 +24,7 @@ constexpr double mark_side = 16;     ///< pixels of a check mark
 constexpr double icon_margin = 4;    ///< pixels around an icon
 constexpr double separator_edge = 8; ///< pixels beside a separator
 constexpr int shortcut_alpha = 160;  ///< of 255: shortcuts stand back behind the texts
-constexpr quint32 separator_color = 0x38d6f2f7;
-constexpr int shadow_reach = 7; ///< pixels
+constexpr int shadow_reach = 7;      ///< pixels
 constexpr double shadow_drop = 2;
 constexpr double corner_radius = 6;
 constexpr double scroll_mark = 4; ///< pixels; half the width of the marks at the ends of a list that scrolls
@@ -41,9 +42,10 @@ struct ListDrawing {
     QPointF corner; ///< of the list, scrolled
 
     const MenuState& look() const { return menu.menu_state(); }
+    const StyleLook& style() const { return context.core.look(); }
     void draw_part(Element element, VisualState state, const QRectF& area) const
     {
-        context.draw_element(element, state, area, element_look(look(), element, state));
+        context.draw_element(element, state, area, element_look(style(), look(), element, state));
     }
     /// The part of the row that belongs to a column.
     static QRectF cell(const QRectF& row, const QRectF& column, QPointF corner)
@@ -52,10 +54,12 @@ struct ListDrawing {
     }
 };
 
-quint32 text_color(const MenuState& look, VisualState state)
+quint32 text_color(const ListDrawing& drawing, VisualState state)
 {
-    const quint32 own = chosen_text_color(look, state);
-    return own ? own : Skin::text_color(state, chosen_text_color(look, VisualState::Normal));
+    if (const quint32 own = chosen_text_color(drawing.look(), state))
+        return own;
+    const quint32 usual = state == VisualState::Disabled ? 0 : chosen_text_color(drawing.look(), VisualState::Normal);
+    return usual ? usual : drawing.style().text_color(look_owner_menu, state);
 }
 
 QRectF centred(const QRectF& cell, QSizeF size)
@@ -66,9 +70,10 @@ QRectF centred(const QRectF& cell, QSizeF size)
 void draw_separator(const ListDrawing& drawing, const QRectF& row)
 {
     const QRectF line(row.x() + separator_edge, std::floor(row.center().y()), row.width() - 2 * separator_edge, 1);
-    const ElementLook look = element_look(drawing.look(), Element::White, VisualState::Normal);
-    if (look.picture.isEmpty())
-        drawing.context.painter.fillRect(line, QColor::fromRgba(look.color ? look.color : separator_color));
+    const ElementLook look = element_look(drawing.style(), drawing.look(), Element::White, VisualState::Normal);
+    const quint32 color = look.color ? look.color : drawing.style().token(QStringLiteral("separator"));
+    if (look.picture.isEmpty() && look.shades) // No author gave it a picture.
+        drawing.context.painter.fillRect(line, QColor::fromRgba(color));
     else
         drawing.context.draw_element(Element::White, VisualState::Normal, row, look);
 }
@@ -119,11 +124,11 @@ void draw_row(const ListDrawing& drawing, const MenuRow& row, bool highlighted)
     const auto cell = [&](const QRectF& column) { return ListDrawing::cell(area, column, drawing.corner); };
     draw_icon(drawing, s, cell(drawing.list.icons), state);
     const MenuState& look = drawing.look();
-    TextLook text{.color = text_color(look, state),
-                  .font_size = look.font_size ? look.font_size : default_font_size,
+    TextLook text{.color = text_color(drawing, state),
+                  .font_size = look.font_size ? look.font_size : drawing.style().font_size(look_owner_menu),
                   .bold = look.bold,
                   .vertical_align = 1,
-                  .family = look.font_family,
+                  .family = look.font_family.isEmpty() ? drawing.style().family(look_owner_menu) : look.font_family,
                   .italic = look.font_italic};
     auto& texts = kept_in<ItemTexts>(item.draw_slot());
     texts.text.draw(drawing.context.painter, cell(drawing.list.texts), s.text, text);
@@ -158,7 +163,7 @@ void draw_scroll_marks(const ListDrawing& drawing, const QRectF& area, double sc
         path.lineTo(tip + QPointF(scroll_mark, up * scroll_mark));
         path.lineTo(tip + QPointF(-scroll_mark, up * scroll_mark));
         path.closeSubpath();
-        painter.fillPath(path, QColor::fromRgba(text_color(drawing.look(), VisualState::Normal)));
+        painter.fillPath(path, QColor::fromRgba(text_color(drawing, VisualState::Normal)));
     };
     const double inset = scroll_mark + 1;
     if (scrolled > 0)
@@ -187,8 +192,9 @@ void draw_menu_list(const DrawContext& context, const CDXUTMenu& menu, const Men
 
 void draw_open_menu(const DrawContext& context, const OpenMenu& menu)
 {
-    const bool casts_shadow
-        = element_look(menu.menu().menu_state(), Element::Bubble, VisualState::Normal).picture.isEmpty();
+    const bool casts_shadow = element_look(context.core.look(), menu.menu().menu_state(), Element::Bubble,
+                                           VisualState::Normal)
+                                  .picture.isEmpty();
     for (const OpenMenu::Panel& panel : menu.panels()) {
         if (casts_shadow)
             draw_shadow(context.painter, panel.area);

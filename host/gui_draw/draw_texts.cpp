@@ -6,6 +6,7 @@
 #include "gui_core/dxut_edit_box.h"
 #include "gui_core/dxut_info_box.h"
 #include "gui_core/gui_core.h"
+#include "gui_core/style_look.h"
 #include "gui_core/text_line.h"
 
 #include <QPainter>
@@ -16,11 +17,6 @@
 namespace tarn {
 
 namespace {
-
-quint32 chosen_or(quint32 chosen, quint32 usual)
-{
-    return chosen ? chosen : usual;
-}
 
 /// Half as opaque as the text that it stands in for.
 QColor faint(quint32 argb)
@@ -39,21 +35,24 @@ struct LineTexts : DrawCache {
 
 quint32 text_color_in(const CDXUTControl& control, VisualState look, quint32 authored)
 {
-    const quint32 chosen = chosen_text_color(drawn_state<ControlState>(control), look);
-    return chosen ? chosen : Skin::text_color(look, authored);
+    const auto& s = drawn_state<ControlState>(control);
+    if (const quint32 chosen = chosen_text_color(s, look))
+        return chosen;
+    return authored && look != VisualState::Disabled ? authored : control.core().look().text_color(s.type, look);
 }
 
 TextLook text_look(const CDXUTStatic& control)
 {
     const auto& s = drawn_state<StaticState>(control);
+    const StyleLook& style = control.core().look();
     return {.color = text_color_in(control, control.visual_state(), s.text_color),
-            .font_size = s.font_size ? s.font_size : default_font_size,
+            .font_size = s.font_size ? s.font_size : style.font_size(s.type),
             .bold = s.bold,
             .horizontal_align = s.horizontal_align,
             .vertical_align = s.vertical_align,
             .word_wrap = s.word_wrap,
             .shadow = s.shadow,
-            .family = control.font_family(),
+            .family = control.font_family().isEmpty() ? style.family(s.type) : control.font_family(),
             .italic = control.font_italic()};
 }
 
@@ -74,17 +73,23 @@ void draw_edit_box(DrawContext& context, const CDXUTEditBox& edit_box, const QRe
     const LineEditor& editor = edit_box.editor();
     const bool focused = context.core.live().focused == &edit_box;
     context.draw_element(Element::Field, edit_box.visual_state(), area);
+    const StyleLook& style = context.core.look();
+    const LookOwner& owner = *look_owner(s.type);
+    const auto line_color = [&](quint32 chosen, EditBoxColor line) {
+        return QColor::fromRgba(chosen ? chosen
+                                       : style.color(owner, int(owner.elements.size()) + line, VisualState::Normal));
+    };
     QPainter& painter = context.painter;
     painter.save();
     if (s.border > 0) {
-        painter.setPen(QPen(QColor::fromRgba(chosen_or(s.border_color, Skin::border_color)), s.border));
+        painter.setPen(QPen(line_color(s.border_color, edit_box_border), s.border));
         painter.drawRect(area.adjusted(s.border / 2.0, s.border / 2.0, -s.border / 2.0, -s.border / 2.0));
     }
     const QRectF place = edit_box.text_area(area);
     painter.setClipRect(place, Qt::IntersectClip);
     const QString text = edit_box.shown_text();
     const bool is_empty = text.isEmpty();
-    const TextLine shown(is_empty ? s.placeholder : text, font_of(s));
+    const TextLine shown(is_empty ? s.placeholder : text, font_of(style, s));
     const double spare = place.width() - shown.line.naturalTextWidth();
     const double shift = focused || spare < 0 ? 0 : spare * s.horizontal_align / 2;
     const QPointF corner(place.x() + shift - edit_box.scroll(),
@@ -94,7 +99,7 @@ void draw_edit_box(DrawContext& context, const CDXUTEditBox& edit_box, const QRe
         const double from = shown.line.cursorToX(edit_box.place_in_shown(first));
         const double to = shown.line.cursorToX(edit_box.place_in_shown(last));
         painter.fillRect(QRectF(corner.x() + from, corner.y(), to - from, shown.line.height()),
-                         QColor::fromRgba(chosen_or(s.selection_color, Skin::selection_color)));
+                         line_color(s.selection_color, edit_box_selection));
     }
     const quint32 color = text_color_in(edit_box, edit_box.visual_state(), s.text_color);
     painter.setPen(is_empty ? faint(color) : QColor::fromRgba(color));
@@ -103,7 +108,7 @@ void draw_edit_box(DrawContext& context, const CDXUTEditBox& edit_box, const QRe
         const double x = corner.x()
             + shown.line.cursorToX(edit_box.place_in_shown(editor.caret()) + int(editor.preedit().size()));
         painter.fillRect(QRectF(x, corner.y() + 1, 1.5, shown.line.height() - 2),
-                         QColor::fromRgba(chosen_or(s.caret_color, Skin::caret_color)));
+                         line_color(s.caret_color, edit_box_caret));
     }
     painter.restore();
 }

@@ -1,5 +1,7 @@
 #include "element_cache.h"
 
+#include "gui_core/control_style.h"
+#include "gui_core/style_look.h"
 #include "tint.h"
 
 #include <QPainter>
@@ -28,55 +30,30 @@ Spans spans(double from, double length, double near_edge, double far_edge)
     return {{from, from + near_edge * fit, from + length - far_edge * fit, from + length}};
 }
 
-/// Where a picture comes from: its rectangle in units, of which each is `units` pixels of the image.
-struct Source {
-    const QImage& image;
-    ElementPicture picture;
-    QSizeF units;
-};
-
-Source skin_source(const Skin& skin, Element element, VisualState state)
+void draw_nine_slices(QPainter& painter, const ElementSource& from, QSizeF size)
 {
-    return {skin.atlas(), Skin::picture(element, state), QSizeF(skin.pixels_per_unit(), skin.pixels_per_unit())};
-}
-
-/// The whole picture takes the place of the element's, whose edges keep their share of it.
-Source own_source(const QImage& image, Element element)
-{
-    ElementPicture picture = Skin::picture(element, VisualState::Normal);
-    picture.rect.moveTo(0, 0);
-    const QSizeF units(double(image.width()) / picture.rect.width(), double(image.height()) / picture.rect.height());
-    return {image, picture, units};
-}
-
-void draw_nine_slices(QPainter& painter, const Source& from, QSizeF size)
-{
-    const QRectF rect = from.picture.rect;
-    const QMargins& e = from.picture.edges;
+    const QMarginsF& e = from.edges;
     const double ux = from.units.width();
     const double uy = from.units.height();
-    const Spans sx = spans(rect.x() * ux, rect.width() * ux, e.left() * ux, e.right() * ux);
-    const Spans sy = spans(rect.y() * uy, rect.height() * uy, e.top() * uy, e.bottom() * uy);
-    const Spans tx = spans(0, size.width(), e.left(), e.right());
-    const Spans ty = spans(0, size.height(), e.top(), e.bottom());
+    const Spans sx = spans(from.part.x(), from.part.width(), e.left(), e.right());
+    const Spans sy = spans(from.part.y(), from.part.height(), e.top(), e.bottom());
+    const Spans tx = spans(0, size.width(), e.left() / ux, e.right() / ux);
+    const Spans ty = spans(0, size.height(), e.top() / uy, e.bottom() / uy);
     for (int row = 0; row < 3; ++row) {
         for (int column = 0; column < 3; ++column) {
             const QRectF target(QPointF(tx.at[column], ty.at[row]), QPointF(tx.at[column + 1], ty.at[row + 1]));
             const QRectF source(QPointF(sx.at[column], sy.at[row]), QPointF(sx.at[column + 1], sy.at[row + 1]));
-            if (!target.isEmpty())
+            if (!target.isEmpty() && !source.isEmpty())
                 painter.drawImage(target, from.image, source);
         }
     }
 }
 
-void draw_icon(QPainter& painter, const Source& from, QSizeF size)
+void draw_icon(QPainter& painter, const ElementSource& from, QSizeF size)
 {
-    const QRectF rect = from.picture.rect;
-    const QRectF source(rect.x() * from.units.width(), rect.y() * from.units.height(),
-                        rect.width() * from.units.width(), rect.height() * from.units.height());
-    const QSizeF shown = source.size().scaled(size, Qt::KeepAspectRatio);
+    const QSizeF shown = from.part.size().scaled(size, Qt::KeepAspectRatio);
     painter.drawImage(QRectF(QPointF((size.width() - shown.width()) / 2, (size.height() - shown.height()) / 2), shown),
-                      from.image, source);
+                      from.image, from.part);
 }
 
 QSize device_size(QSize size, double scale)
@@ -94,14 +71,31 @@ QRectF shown_area(const QPainter& painter)
 
 } // namespace
 
-ElementCache::ElementCache(const Skin& skin) : m_skin(skin), m_images(cache_bytes) {}
+ElementSource element_source(const StyleLook& style, Element element, VisualState state, const ElementLook& look,
+                             const QImage& own)
+{
+    const ElementPicture sheet = sheet_picture(element, state);
+    if (!own.isNull()) {
+        const QSizeF units(double(own.width()) / sheet.rect.width(), double(own.height()) / sheet.rect.height());
+        const QMarginsF edges(sheet.edges.left() * units.width(), sheet.edges.top() * units.height(),
+                              sheet.edges.right() * units.width(), sheet.edges.bottom() * units.height());
+        return {own, own.rect(), edges, units, sheet.icon, look.color, false};
+    }
+    constexpr double unit = atlas_pixels_per_unit;
+    const bool is_part = !look.region.isEmpty();
+    const QRectF part = is_part ? QRectF(look.region)
+                                : QRectF(QRectF(sheet.rect).topLeft() * unit, QSizeF(sheet.rect.size()) * unit);
+    const QMarginsF edges = is_part ? QMarginsF(look.edges) : QMarginsF(sheet.edges) * unit;
+    return {style.picture(), part, edges, {unit, unit}, sheet.icon, look.color, look.shades || !is_part};
+}
 
-void ElementCache::draw(QPainter& painter, QPoint corner, Element element, VisualState state, QSize size, double scale,
-                        const ElementChoice& choice)
+ElementCache::ElementCache() : m_images(cache_bytes) {}
+
+void ElementCache::draw(QPainter& painter, QPoint corner, const ElementSource& source, QSize size, double scale)
 {
     const QSizeF whole = QSizeF(size) * scale;
     if (std::max(whole.width(), whole.height()) <= max_side && whole.width() * whole.height() <= max_area) {
-        painter.drawImage(corner, image(element, state, size, scale, choice));
+        painter.drawImage(corner, image(source, size, scale));
         return;
     }
     // A margin, so that no edge of the part is smoothed into sight.
@@ -110,41 +104,39 @@ void ElementCache::draw(QPainter& painter, QPoint corner, Element element, Visua
     while (shown.width() * shown.height() * scale * scale > max_shown)
         scale /= 2;
     const QRect part = QRectF(shown.topLeft() * scale, shown.size() * scale).toAlignedRect();
-    if (part.isEmpty())
-        return;
-    const Key key{element, state, size, choice.picture.cacheKey(), choice.tint, scale};
-    painter.drawImage(corner + QPointF(part.topLeft()) / scale, compose(key, choice.picture, part));
+    if (!part.isEmpty())
+        painter.drawImage(corner + QPointF(part.topLeft()) / scale, compose(source, size, scale, part));
 }
 
-const QImage& ElementCache::image(Element element, VisualState state, QSize size, double scale,
-                                  const ElementChoice& choice)
+const QImage& ElementCache::image(const ElementSource& source, QSize size, double scale)
 {
-    const Key key{element, state, size.expandedTo(QSize(1, 1)), choice.picture.cacheKey(), choice.tint, scale};
+    const Key key{source.image.cacheKey(),      source.part, source.edges, source.icon, source.tint, source.shades,
+                  size.expandedTo(QSize(1, 1)), scale};
     if (const QImage* known = m_images.object(key))
         return *known;
-    auto* composed = new QImage(compose(key, choice.picture, QRect(QPoint(), device_size(key.size, scale))));
+    auto* composed = new QImage(compose(source, key.size, scale, QRect(QPoint(), device_size(key.size, scale))));
     // The cache destroys what is larger than itself at once; hold the cost below that.
     m_images.insert(key, composed, std::min<qsizetype>(composed->sizeInBytes(), cache_bytes));
     return *composed;
 }
 
-QImage ElementCache::compose(const Key& key, const QImage& own, const QRect& part) const
+/// The `part` (device pixels) of the picture.
+QImage ElementCache::compose(const ElementSource& source, QSize size, double scale, const QRect& part)
 {
     QImage image(part.size(), QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
     QPainter painter(&image);
-    painter.scale(key.scale, key.scale); // A painter does not follow a picture's pixel ratio below 1.
-    painter.translate(-QPointF(part.topLeft()) / key.scale);
+    painter.scale(scale, scale); // A painter does not follow a picture's pixel ratio below 1.
+    painter.translate(-QPointF(part.topLeft()) / scale);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    const Source from = own.isNull() ? skin_source(m_skin, key.element, key.state) : own_source(own, key.element);
-    if (from.picture.icon)
-        draw_icon(painter, from, key.size);
+    if (source.icon)
+        draw_icon(painter, source, size);
     else
-        draw_nine_slices(painter, from, key.size);
+        draw_nine_slices(painter, source, size);
     painter.end();
-    image.setDevicePixelRatio(key.scale);
-    if (key.tint)
-        apply_tint(image, key.tint, own.isNull());
+    image.setDevicePixelRatio(scale);
+    if (source.tint)
+        apply_tint(image, source.tint, source.shades);
     return image;
 }
 

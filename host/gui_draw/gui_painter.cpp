@@ -64,8 +64,6 @@ void paint_dialog(DrawContext& context, const CDXUTDialog& dialog, const QRectF&
 
 } // namespace
 
-GuiPainter::GuiPainter() : m_elements(Skin::default_skin()) {}
-
 void GuiPainter::paint_one(QPainter& painter, const CGuiCore& core, const CDXUTDialog& dialog, const QRectF& clip,
                            double scale)
 {

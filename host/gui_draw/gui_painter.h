@@ -14,8 +14,6 @@ namespace tarn {
 /// Draws an interface. The same code serves the view, previews and test pictures.
 class GuiPainter {
 public:
-    GuiPainter();
-
     /// Draws what lies in `clip` (pixels of the screen) with a painter whose logical pixels are the screen's. `scale` is
     /// the number of device pixels for one of them.
     void paint(QPainter& painter, const CGuiCore& core, const QRectF& clip, double scale);

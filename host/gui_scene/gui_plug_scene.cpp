@@ -8,6 +8,7 @@
 #include "engine/scene_selection.h"
 #include "function_names.h"
 #include "gui_core/control_class.h"
+#include "gui_core/control_style.h"
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
 #include "gui_core/dxut_media.h"
@@ -26,6 +27,7 @@
 #include "store/enough_memory.h"
 #include "store/in_worker.h"
 #include "store/pak_file.h"
+#include "style_library.h"
 #include "tex_path_info.h"
 #include "world/world_object.h"
 
@@ -116,6 +118,7 @@ void CGuiPlugScene::set_tools(MakeTools make)
 void CGuiPlugScene::join(tarn::Document& document)
 {
     m_core = std::make_unique<CGuiCore>(document);
+    m_style_library = std::make_unique<tarn::StyleLibrary>(*m_core);
     m_events = std::make_unique<CEventManager>(document);
     m_animation = std::make_unique<CAnimationScene>(document);
     m_animation->set_target_kind(tarn::TimerObjectType::Control, &m_control_target);
@@ -388,6 +391,24 @@ Status CGuiPlugScene::set_picture(const std::vector<tarn::ModelObject*>& objects
         write_picture(objects, field, name.value(), look);
         return {};
     });
+}
+
+Status CGuiPlugScene::SetControlTexture(const QString& path, int)
+{
+    const tarn::UserAction action(journal(), lang(u"设置图片", u"Set Picture"));
+    for (CDXUTControl* control : m_core->selection().controls) {
+        const bool is_picture = control->GetType() == DXUT_CONTROL_PICTURE;
+        const auto elements = tarn::style_elements(control->GetType());
+        if (!is_picture && elements.empty())
+            continue;
+        const QByteArray look = is_picture ? QByteArray()
+                                           : tarn::look_name(elements.front(), tarn::VisualState::Normal).toLatin1();
+        const tarn::FieldKey field = is_picture ? key<&tarn::PictureState::image>
+                                                : key<&tarn::ControlExtras::style_images>;
+        if (auto status = set_picture({control}, field, path, look.constData()); !status)
+            return status;
+    }
+    return {};
 }
 
 void CGuiPlugScene::clear_picture(const std::vector<tarn::ModelObject*>& objects, tarn::FieldKey field,

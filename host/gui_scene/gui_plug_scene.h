@@ -21,6 +21,7 @@
 class CAnimationScene;
 class CBaseWorld;
 class CDXUTFlash;
+class CGuiStyle;
 class CPakFile;
 class CTexPathInfo;
 
@@ -29,6 +30,7 @@ class MouseTool;
 class SceneInWorld;
 class SceneOverlay;
 class SceneTools;
+class StyleLibrary;
 
 struct TextureBinding {
     QString texture;    ///< name in the scene's textures
@@ -112,6 +114,9 @@ public:
     tarn::Status set_picture(const std::vector<tarn::ModelObject*>& objects, tarn::FieldKey field, const QString& path,
                              const char* look = "");
     void clear_picture(const std::vector<tarn::ModelObject*>& objects, tarn::FieldKey field, const char* look = "");
+    /// Gives the selected controls the picture in the file `path`: a picture shows it, others are drawn from it in place
+    /// of their first element's. `flag` is 1.
+    tarn::Status SetControlTexture(const QString& path, int flag);
     /// `state` 0 normal, 1 mouse over, 2 pressed.
     tarn::Status set_buttonst_img(const std::vector<tarn::ModelObject*>& buttons, int state, const QString& path);
     /// Of check boxes and radio buttons; `state` 0 unchecked, 1 checked.
@@ -119,6 +124,26 @@ public:
     /// Gives the Flash control the movie in the file `source`, which is taken into the scene, or the one at the URL. A
     /// movie that no control shows any more leaves the scene. On failure nothing changes.
     tarn::Status set_Flashctrl_swf(CDXUTFlash& flash, const QString& source, bool is_local);
+
+    // Styles
+    /// What an author can choose from: the styles that the scene keeps, then those in files.
+    QList<CGuiStyle*> styles();
+    /// The interface takes the style on, one of styles(), or with null the program's own look; what the author changed of
+    /// its look and did not save goes. A style in a file becomes a part of the scene. On failure nothing changes.
+    tarn::Status ChangeStyle(CGuiStyle* style);
+    /// The interface's look becomes a style of the scene and a file of the user's; what had that name goes. On failure nothing
+    /// changes.
+    tarn::Status save_current_style_as(const QString& name);
+    /// Whether saving would replace one.
+    bool has_style(const QString& name) const;
+    /// The interface keeps its look, and the style its file.
+    void remove_style(CGuiStyle* style);
+    /// Where the user's file of that style is, or would be; empty for a name that no file can have.
+    QString style_file(const QString& name) const;
+    /// The program's own look is in force.
+    void reset_style();
+    /// Everything is drawn by what the styles say now.
+    void update_all_ctrl_element();
 
     // The texture of the world on which a dialog is drawn there. It belongs to the world, so unbinding leaves it.
     std::optional<tarn::TextureBinding> SearchTexbindByDialog(const CDXUTDialog* dialog) const;
@@ -190,6 +215,7 @@ private:
     std::unique_ptr<CAnimationScene> m_animation;
     std::unique_ptr<CEventManager> m_events; ///< the core closes the document that they are part of
     std::unique_ptr<CGuiCore> m_core;
+    std::unique_ptr<tarn::StyleLibrary> m_style_library;
     tarn::EventRunner m_runner{*this};
     tarn::GuiSceneModel m_model{*this};
     std::unique_ptr<tarn::SceneInWorld> m_in_world; ///< made with the world

@@ -4,6 +4,7 @@
 #include "core/language.h"
 #include "core/utf8.h"
 #include "gui_core/dxut_radio_button.h"
+#include "gui_core/style_state.h"
 #include "gui_core/texture_name.h"
 #include "package_writer.h"
 #include "picture_names.h"
@@ -32,19 +33,6 @@ bool is_part(const Document& document, const QString& entry)
                        [&](const PackagePart& part) { return entry == QLatin1String(part.entry); });
 }
 
-Status read_styles(CoreState& state, JsonCursor& value)
-{
-    return value.each_member([&](std::string_view key, JsonCursor& style) {
-        const QString name = from_utf8(key);
-        if (state.styles.contains(name))
-            return style.fail(lang(u"\"%1\" 出现了两次", u"\"%1\" appears twice").arg(name));
-        QByteArray json;
-        auto status = style.read_raw(json);
-        state.styles.insert(name, json);
-        return status;
-    });
-}
-
 /// Pictures that are named but not in the package may lie beside it.
 void add_loose_pictures(const SceneSnapshot& scene, QMap<QString, QByteArray>& files)
 {
@@ -59,6 +47,27 @@ void add_loose_pictures(const SceneSnapshot& scene, QMap<QString, QByteArray>& f
         if (!loose.isEmpty() && total <= PakLimits::max_total_size)
             files.insert(texture_entry(name), loose);
     });
+}
+
+/// The styles' atlases are files of the package. One that cannot be used stays among these: the style then has the look
+/// that it is based on.
+void take_atlases(SceneSnapshot& scene, const CGuiCore& core, QMap<QString, QByteArray>& files)
+{
+    auto& interface = static_cast<CoreState&>(*scene.containers[core.document().part_of(core)]);
+    bool is_known = false;
+    for (const StatePtr& state : scene.objects[core.style_kind().place]) {
+        auto& style = static_cast<StyleState&>(*state);
+        is_known = is_known || interface.scene_style.id == style.id;
+        const auto file = files.constFind(atlas_entry(style.id));
+        if (file == files.cend())
+            continue;
+        if (auto atlas = Atlas::read(*file)) {
+            style.atlas = std::move(atlas.value());
+            files.erase(file);
+        }
+    }
+    if (!is_known)
+        interface.scene_style = {};
 }
 
 Status read_manifest(QByteArray text, quint32& next_id)
@@ -102,13 +111,7 @@ Result<SceneSnapshot> read_content(QByteArray manifest, QMap<QString, QByteArray
         QByteArray text = texts.take(QLatin1String(part.entry));
         if (text.isEmpty() && !part.required)
             continue;
-        const auto read_more = [&](std::string_view key, JsonCursor& value, Status& status) {
-            if (part.container != &core || key != "styles")
-                return false;
-            status = read_styles(static_cast<CoreState&>(*reader.scene().containers[document.part_of(core)]), value);
-            return true;
-        };
-        if (auto status = reader.read(part, std::move(text), read_more, progress_of(document, part, progress)); !status)
+        if (auto status = reader.read(part, std::move(text), progress_of(document, part, progress)); !status)
             return status;
     }
     if (auto status = reader.finish(next_id); !status)
@@ -119,6 +122,7 @@ Result<SceneSnapshot> read_content(QByteArray manifest, QMap<QString, QByteArray
         s.caption_shown = s.frame_shown = false;
     }
     keep_one_checked(content.objects[core.control_kind().place]);
+    take_atlases(content, core, files);
     add_loose_pictures(content, files);
     content.files = std::move(files);
     return content;

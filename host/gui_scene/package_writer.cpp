@@ -7,6 +7,7 @@
 #include "gui_core/dxut_menu.h"
 #include "gui_core/gui_core.h"
 #include "gui_core/gui_event.h"
+#include "gui_core/style_state.h"
 #include "save_opt.h"
 #include "script/config_scene.h"
 #include "store/enough_memory.h"
@@ -14,6 +15,7 @@
 
 #include <QSet>
 
+#include <map>
 #include <utility>
 
 namespace tarn {
@@ -33,26 +35,6 @@ QByteArray manifest_text(const SceneSnapshot& scene)
     writer.end_object();
     writer.text() += '\n';
     return QByteArray::fromStdString(writer.text());
-}
-
-std::string_view view(const QByteArray& bytes)
-{
-    return {bytes.constData(), static_cast<std::size_t>(bytes.size())};
-}
-
-void write_styles(JsonWriter& writer, const CoreState& state)
-{
-    if (state.styles.isEmpty())
-        return;
-    writer.new_line();
-    writer.key("styles");
-    writer.begin_object();
-    for (auto style = state.styles.begin(); style != state.styles.end(); ++style) {
-        writer.new_line();
-        writer.raw_member(style.key(), view(style.value()));
-    }
-    writer.new_line();
-    writer.end_object();
 }
 
 /// What the fields of all objects refer to.
@@ -75,7 +57,7 @@ QSet<quint32> keep_selected_objects(SceneSnapshot& scene, const CGuiCore& core)
     QSet<quint32> kept;
     for (const ObjectKind& kind : core.document().kinds()) {
         auto& states = scene.objects[kind.place];
-        if (kind.fixed || kind.part != core.dialog_kind().part)
+        if (kind.fixed || kind.part != core.dialog_kind().part || &kind == &core.style_kind())
             continue;
         const QSet<quint32> named = &kind == &core.menu_kind() ? referred_to(scene) : QSet<quint32>();
         std::erase_if(states, [&](const StatePtr& state) {
@@ -153,7 +135,22 @@ void keep_selected(SceneSnapshot& scene, const CGuiCore& core)
     });
 }
 
+/// By the entries that they have in a package.
+std::map<QString, Atlas> atlases_of(const Document& document, const SceneSnapshot& scene)
+{
+    std::map<QString, Atlas> atlases;
+    for (const StatePtr& state : scene.objects[document.kind("styles")->place])
+        if (const auto& style = SceneSnapshot::as<StyleState>(state); !style.atlas.is_null())
+            atlases.emplace(atlas_entry(style.id), style.atlas);
+    return atlases;
+}
+
 } // namespace
+
+QString atlas_entry(quint32 style)
+{
+    return QStringLiteral("styles/%1.png").arg(style);
+}
 
 SceneSnapshot content_to_save(const CGuiCore& core, const CSaveOpt& options)
 {
@@ -172,13 +169,7 @@ std::vector<std::pair<QString, QByteArray>> package_texts(const Document& docume
     for (const PackagePart& part : document.parts()) {
         if (!part.required && is_empty(document, part, scene))
             continue;
-        const auto* core = dynamic_cast<const CoreState*>(
-            scene.containers[document.part_of(*part.container)].constData());
-        const auto write_more = [&](JsonWriter& writer) {
-            if (core)
-                write_styles(writer, *core);
-        };
-        QByteArray text = part_text(document, part, scene, write_more, progress_of(document, part, progress));
+        QByteArray text = part_text(document, part, scene, progress_of(document, part, progress));
         if (text.isNull())
             return {};
         texts.emplace_back(QLatin1String(part.entry), std::move(text));
@@ -195,8 +186,12 @@ Status write_package(CPakFile& package, const Document& document, const SceneSna
     for (const auto& [entry, text] : texts)
         if (auto status = package.add_file(options.prefix + entry, text); !status)
             return status;
+    const auto atlases = atlases_of(document, scene);
+    for (const auto& [entry, atlas] : atlases)
+        if (auto status = package.add_file(options.prefix + entry, atlas.png()); !status)
+            return status;
     const auto left_out = [&](const QString& name) {
-        return !options.with_pictures && name.startsWith(QLatin1String("textures/"));
+        return atlases.contains(name) || (!options.with_pictures && name.startsWith(QLatin1String("textures/")));
     };
     for (auto file = scene.files.begin(); file != scene.files.end(); ++file) {
         if (left_out(file.key()))

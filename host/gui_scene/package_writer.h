@@ -20,6 +20,9 @@ class Document;
 
 constexpr int package_format = 1; ///< version of the package's layout; newer ones are refused
 
+/// The package entry that holds the atlas of a style.
+QString atlas_entry(quint32 style);
+
 /// The whole scene, or that of it which the options tell: the selected dialogs go with what belongs to them, their events,
 /// and the functions that no other dialog's events use.
 SceneSnapshot content_to_save(const CGuiCore& core, const CSaveOpt& options = {});

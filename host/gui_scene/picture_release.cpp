@@ -6,20 +6,7 @@
 #include "gui_core/texture_name.h"
 #include "script/config_scene.h"
 
-#include <QJsonArray>
-#include <QJsonDocument>
-
 namespace tarn {
-
-namespace {
-
-/// `text` as the end of a text in JSON.
-QByteArray json_ending(const QString& text)
-{
-    return QJsonDocument(QJsonArray{text}).toJson(QJsonDocument::Compact).mid(2).chopped(1);
-}
-
-} // namespace
 
 PictureRelease::~PictureRelease()
 {
@@ -28,7 +15,7 @@ PictureRelease::~PictureRelease()
     if (!m_shown.isEmpty())
         keep_what_objects_show();
     if (!m_shown.isEmpty())
-        keep_what_texts_name();
+        keep_what_scripts_name();
     if (m_shown.isEmpty())
         return;
     m_core.document().edit_files([this](auto& held) {
@@ -46,14 +33,8 @@ void PictureRelease::keep_what_objects_show()
     }
 }
 
-/// Styles name pictures in their JSON, scripts in their source.
-void PictureRelease::keep_what_texts_name()
+void PictureRelease::keep_what_scripts_name()
 {
-    for (const QByteArray& style : m_core.core_state().styles) {
-        // Read and written anew it has no escapes but those that it needs.
-        const QByteArray json = QJsonDocument::fromJson('[' + style + ']').toJson(QJsonDocument::Compact);
-        m_shown.removeIf([&](const QString& name) { return json.contains(json_ending(name)); });
-    }
     for (const FuncPtr& function : m_functions.functions())
         m_shown.removeIf([&](const QString& name) { return function->text().contains(name); });
 }

@@ -27,7 +27,7 @@ public:
 
 private:
     void keep_what_objects_show();
-    void keep_what_texts_name();
+    void keep_what_scripts_name();
 
     CGuiCore& m_core;
     const CConfigScene& m_functions;

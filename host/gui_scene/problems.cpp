@@ -12,9 +12,11 @@
 #include "gui_core/dxut_menu.h"
 #include "gui_core/dxut_menu_item.h"
 #include "gui_core/gui_event.h"
+#include "gui_core/gui_style.h"
 #include "gui_core/texture_name.h"
 #include "gui_plug_scene.h"
 #include "movie_file.h"
+#include "package_writer.h"
 #include "picture_names.h"
 #include "script/script_runtime.h"
 #include "world/world_scene.h"
@@ -110,6 +112,14 @@ void find_broken_animation(CGuiPlugScene& scene, Problems& problems)
                                         .arg(double(key->time()))
                                         .arg(key->function())});
     }
+}
+
+void find_broken_atlas(ModelObject& object, const QString& name, const DocumentState& document, Problems& problems)
+{
+    if (dynamic_cast<const CGuiStyle*>(&object) && document.files.contains(atlas_entry(object.id())))
+        problems.push_back({nullptr, name,
+                            lang(u"风格的图集已损坏，未使用；保存时保持原样。",
+                                 u"The atlas of the style is damaged and not used; saving keeps it as it is.")});
 }
 
 void find_missing_files(ModelObject& object, const QString& name, const DocumentState& document, Problems& problems)
@@ -255,6 +265,7 @@ Problems ProblemFinder::find(CGuiPlugScene& scene)
     for (ModelObject* object : core.document().objects()) {
         const QString name = name_of(*object);
         find_missing_files(*object, name, document, problems);
+        find_broken_atlas(*object, name, document, problems);
         find_broken_menus(scene, *object, name, problems);
         find_missing_functions(scene, *object, name, problems);
     }

@@ -3,6 +3,7 @@
 #include "core/language.h"
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
+#include "gui_core/gui_style.h"
 #include "gui_core/menu_state.h"
 #include "gui_core/texture_name.h"
 #include "gui_plug_scene.h"
@@ -102,6 +103,33 @@ void leave_out_orphans(SceneSnapshot& objects, const Document& document)
     });
 }
 
+/// The styles of the other interface that come along; the ids are those of this document. What the author of the other one
+/// changed of a style without saving it belongs to the look that is replaced, or stays behind with it.
+void merge_styles(SceneSnapshot& objects, CGuiCore& core, ObjectRef their_style, bool replace)
+{
+    auto& states = objects.objects[core.style_kind().place];
+    QHash<quint32, quint32> mine; ///< what stands for one of theirs, by its id
+    std::vector<CGuiStyle*> replaced;
+    std::erase_if(states, [&](const StatePtr& state) {
+        const auto& style = SceneSnapshot::as<StyleState>(state);
+        if (!replace && style.id == their_style.id && style.name.isEmpty())
+            return true;
+        CGuiStyle* present = style.name.isEmpty() ? nullptr : core.find_style(style.name);
+        if (!present || style.origin != int(StyleOrigin::Scene))
+            return false;
+        if (replace)
+            replaced.push_back(present);
+        else
+            mine.insert(style.id, present->id());
+        return !replace;
+    });
+    for (StatePtr& state : states)
+        if (const ObjectRef base = SceneSnapshot::as<StyleState>(state).base; mine.contains(base.id))
+            SceneSnapshot::edit<StyleState>(state).base = {mine.value(base.id)};
+    for (CGuiStyle* style : replaced)
+        core.remove_style(*style);
+}
+
 std::size_t count_of(const SceneSnapshot& objects)
 {
     std::size_t count = 0;
@@ -129,12 +157,17 @@ Status merge_content(CGuiPlugScene& scene, SceneSnapshot content, const QString&
             lang(u"界面的编号已用完，无法再添加对象。", u"The interface has no ids left for more objects."));
     const auto issued = issue_ids(content, document);
     QHash<QString, QString> renamed;
+    // An atlas that could not be read stands among the files, under an id that is another style's here.
+    content.files.removeIf([](const auto& file) { return file.key().startsWith(QLatin1String("styles/")); });
     content.files = new_files(content.files, core, renamed);
     follow_renamed(content, renamed);
     merge_functions(content, scene, issued);
     content.next_id = 0;
-    core.add_styles(theirs.styles, replace_styles);
+    const ObjectRef their_style{issued.value(theirs.scene_style.id, 0)};
+    merge_styles(content, core, their_style, replace_styles);
     document.append(std::move(content));
+    if (replace_styles)
+        core.set_scene_style(document.find_as<CGuiStyle>(their_style.id));
     return {};
 }
 

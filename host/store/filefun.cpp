@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QProcess>
 
 namespace filefun {
 
@@ -19,6 +20,11 @@ bool create_path(const QString& folder)
 bool delete_file_or_dir(const QString& path)
 {
     return QFileInfo(path).isDir() ? QDir(path).removeRecursively() : QFile::remove(path);
+}
+
+bool shell_open_file(const QString& program, const QString& path, int)
+{
+    return QProcess::startDetached(program, {path});
 }
 
 QString get_pure_filename(const QString& path, int with_extension)

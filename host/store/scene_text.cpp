@@ -75,7 +75,7 @@ QString described(const ObjectKind& kind, const ObjectState& state)
 } // namespace
 
 QByteArray part_text(const Document& document, const PackagePart& part, const SceneSnapshot& scene,
-                     const std::function<void(JsonWriter&)>& write_more, const Progress& progress)
+                     const Progress& progress)
 {
     const ObjectState& container = *scene.containers[document.part_of(*part.container)];
     std::size_t count = 0;
@@ -91,8 +91,6 @@ QByteArray part_text(const Document& document, const PackagePart& part, const Sc
         if (std::string_view(document.kinds()[k].part) == part.entry && !scene.objects[k].empty()
             && !write_list(writer, document.kinds()[k], scene.objects[k], counter))
             return {};
-    if (write_more)
-        write_more(writer);
     for (const auto& [name, json] : container.unknown) {
         writer.new_line();
         writer.raw_member(name, view(json));
@@ -204,7 +202,7 @@ Status SceneReader::read_object(std::size_t kind, JsonCursor& value)
     return {};
 }
 
-Status SceneReader::read(const PackagePart& part, QByteArray text, const ReadMore& read_more, const Progress& progress)
+Status SceneReader::read(const PackagePart& part, QByteArray text, const Progress& progress)
 {
     ObjectState& container = *m_scene.containers[m_document.part_of(*part.container)];
     Counter counter(progress, progress.is_watched() ? text.count('\n') : 1); // An object stands in a line.
@@ -225,12 +223,9 @@ Status SceneReader::read(const PackagePart& part, QByteArray text, const ReadMor
             return kind.fixed ? read_object(k, value)
                               : value.each_element([&](JsonCursor& element) { return read_next(k, element); });
         }
-        Status status;
-        if (read_more && read_more(key, value, status))
-            return status;
-        auto status_of_member = read_member(container, key, value);
+        auto status = read_member(container, key, value);
         keep_held(0, value);
-        return status_of_member;
+        return status;
     });
 }
 

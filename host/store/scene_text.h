@@ -13,13 +13,12 @@
 namespace tarn {
 
 class JsonCursor;
-class JsonWriter;
 
 /// The text of one part of a scene: the fields of its container, then the objects of each kind, one a line, in the order
-/// of the table of kinds. `write_more` adds members that are no objects; members that nobody knew follow. Only tables of
-/// `document` are read, so a snapshot can be written in another thread. The text is null when the progress stops it.
+/// of the table of kinds, then the members that nobody knew. Only tables of `document` are read, so a snapshot can be written in
+/// another thread. The text is null when the progress stops it.
 QByteArray part_text(const Document& document, const PackagePart& part, const SceneSnapshot& scene,
-                     const std::function<void(JsonWriter&)>& write_more = nullptr, const Progress& progress = {});
+                     const Progress& progress = {});
 
 /// The share that one part of a scene has in work on all of them.
 Progress progress_of(const Document& document, const PackagePart& part, const Progress& whole);
@@ -31,13 +30,9 @@ bool is_empty(const Document& document, const PackagePart& part, const SceneSnap
 /// is read counts as hostile.
 class SceneReader {
 public:
-    /// Reads a member that is no list of objects; false when it knows none of that name.
-    using ReadMore = std::function<bool(std::string_view key, JsonCursor& value, Status& status)>;
-
     explicit SceneReader(const Document& document);
 
-    Status read(const PackagePart& part, QByteArray text, const ReadMore& read_more = nullptr,
-                const Progress& progress = {});
+    Status read(const PackagePart& part, QByteArray text, const Progress& progress = {});
     /// Links what was read. `next_id` is what the package tells, 0 for nothing.
     Status finish(quint32 next_id);
     SceneSnapshot& scene() { return m_scene; }

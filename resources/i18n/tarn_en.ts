@@ -9,13 +9,6 @@
     </message>
 </context>
 <context>
-    <name>CDlgElementEditor</name>
-    <message>
-        <source>控件外观</source>
-        <translation>Element editor</translation>
-    </message>
-</context>
-<context>
     <name>CDlgGuiManager</name>
     <message>
         <source>整体</source>
@@ -156,13 +149,6 @@
     <message>
         <source>GUI控件事件脚本清理</source>
         <translation>Clean Up Event Scripts</translation>
-    </message>
-</context>
-<context>
-    <name>CDlgStyleManager</name>
-    <message>
-        <source>风格列表</source>
-        <translation>Style list</translation>
     </message>
 </context>
 </TS>

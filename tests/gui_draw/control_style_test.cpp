@@ -139,7 +139,8 @@ TEST_F(ControlStyleTest, a_picture_for_normal_serves_the_states_that_have_none_w
 {
     CDXUTControl* b = add(DXUT_CONTROL_BUTTON);
     const auto look = [&](VisualState state) {
-        const auto found = element_look(static_cast<const ControlState&>(Authored::state(*b)), Element::Button, state);
+        const auto found = element_look(m_core.look(), static_cast<const ControlState&>(Authored::state(*b)),
+                                        Element::Button, state, state);
         return found.picture + u' ' + QString::number(found.color, 16);
     };
     (void)set_entry(*b, "style_colors", u"Body.normal"_s, qint64(0xff000001));
@@ -152,7 +153,8 @@ TEST_F(ControlStyleTest, a_picture_for_normal_serves_the_states_that_have_none_w
     (void)set_entry(*b, "style_images", u"Body.pressed"_s, u"b.png"_s);
     EXPECT_EQ(look(VisualState::Pressed), u"b.png 0"_s) << "the colour is the other picture's";
     EXPECT_EQ(look(VisualState::Hidden), u" 0"_s);
-    const auto other = element_look(static_cast<const ControlState&>(Authored::state(*b)), Element::Bubble, {});
+    const auto other = element_look(m_core.look(), static_cast<const ControlState&>(Authored::state(*b)),
+                                    Element::Bubble, {}, {});
     EXPECT_EQ(other.picture, QString()) << "an element that buttons do not have";
 }
 

@@ -139,10 +139,10 @@ TEST_F(DrawingTest, a_large_picture_is_kept_as_large_as_it_is_shown)
 
 TEST_F(DrawingTest, an_element_too_large_to_be_kept_looks_as_if_it_were)
 {
-    ElementCache cache(Skin::default_skin());
+    ElementCache cache;
     const QSize size(2600, 2000);
     const QImage own = QImage::fromData(png(Qt::green, {60, 40}));
-    for (const ElementChoice& choice : {ElementChoice{}, ElementChoice{{}, 0xffc04020}, ElementChoice{own, 0x80ffffff}})
+    for (const auto& [picture, tint] : {std::pair(QImage(), 0u), {QImage(), 0xffc04020}, {own, 0x80ffffff}})
         for (const Element element : {Element::Button, Element::InfoPanel, Element::MapPlaceholder})
             for (const double scale : {1.0, 1.5, 2.0})
                 for (const QPoint corner : {QPoint(20, 30), QPoint(-1000, -700), QPoint(-2300, -1800)}) {
@@ -150,18 +150,21 @@ TEST_F(DrawingTest, an_element_too_large_to_be_kept_looks_as_if_it_were)
                     seen.setDevicePixelRatio(scale);
                     seen.fill(background);
                     QImage wanted = seen;
-                    QPainter(&wanted).drawImage(corner, cache.image(element, VisualState::Normal, size, scale, choice));
+                    const ElementSource source = element_source(m_core.look(), element, VisualState::Normal,
+                                                                {.color = tint}, picture);
+                    QPainter(&wanted).drawImage(corner, cache.image(source, size, scale));
                     QPainter painter(&seen);
-                    cache.draw(painter, corner, element, VisualState::Normal, size, scale, choice);
+                    cache.draw(painter, corner, source, size, scale);
                     EXPECT_TRUE(differing(seen, wanted).isNull()) << int(element) << " at " << scale;
                 }
 }
 
 TEST_F(DrawingTest, two_scales_in_turn_compose_nothing_anew)
 {
-    ElementCache cache(Skin::default_skin());
+    ElementCache cache;
     const auto composed = [&](double scale) {
-        return cache.image(Element::Button, VisualState::Normal, {96, 28}, scale).cacheKey();
+        const ElementSource source = element_source(m_core.look(), Element::Button, VisualState::Normal, {});
+        return cache.image(source, {96, 28}, scale).cacheKey();
     };
     const qint64 once = composed(1);
     const qint64 twice = composed(2);

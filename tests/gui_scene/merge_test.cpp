@@ -1,5 +1,7 @@
 #include "core/authored.h"
 #include "support/gui_fixture.h"
+#include "gui_core/gui_style.h"
+#include "gui_core/style_look.h"
 #include "support/scene_fixture.h"
 
 using namespace tarn;
@@ -154,13 +156,20 @@ TEST_F(MergeTest, renamed_entries_have_names_that_can_be_saved)
 
 TEST_F(MergeTest, styles_of_taken_names_are_replaced_only_when_asked_for)
 {
-    read("{\"styles\":{\"Glass\":{\"of\":\"theirs\"},\"New\":{}}}");
+    read(R"({"scene_style":4,"styles":[{"id":2,"name":"Glass","tokens":{"text":7}},{"id":3,"name":"New"},)"
+         R"({"id":4,"base":2,"tokens":{"caret":9}}]})");
     keep_as_package();
     for (const bool replace : {false, true}) {
-        read("{\"styles\":{\"Glass\":{\"of\":\"mine\"}}}");
+        read(R"({"scene_style":2,"styles":[{"id":2,"name":"Glass","tokens":{"text":5}}]})");
         ASSERT_TRUE(merge(replace).ok());
-        EXPECT_EQ(core().core_state().styles.value(u"Glass"_s), replace ? "{\"of\":\"theirs\"}" : "{\"of\":\"mine\"}");
-        EXPECT_TRUE(core().core_state().styles.contains(u"New"_s));
+        EXPECT_EQ(core().find_style(u"Glass"_s)->style_state().tokens.value(u"text"_s), replace ? 7u : 5u);
+        EXPECT_EQ(core().worn_style(), core().find_style(u"Glass"_s));
+        EXPECT_EQ(core().look().token(u"text"_s), replace ? 7u : 5u);
+        EXPECT_EQ(core().look().token(u"caret"_s) == 9u, replace) << "with what was changed there";
+        EXPECT_NE(core().find_style(u"New"_s), nullptr);
+        EXPECT_EQ(core().GetStyles().size(), replace ? 3 : 2);
+        ASSERT_TRUE(m_scene.journal().undo());
+        EXPECT_EQ(core().look().token(u"text"_s), 5u);
     }
 }
 

@@ -94,7 +94,7 @@ TEST_F(PictureReleaseTest, removing_controls_and_dialogs_takes_their_pictures_al
     EXPECT_EQ(pictures(), u"blue.png red.png"_s);
 }
 
-TEST_F(PictureReleaseTest, bindings_styles_and_scripts_keep_a_picture)
+TEST_F(PictureReleaseTest, bindings_and_scripts_keep_a_picture)
 {
     const auto gone_after_clearing = [this] {
         set(m_first, 0, u"red.png"_s);
@@ -112,12 +112,6 @@ TEST_F(PictureReleaseTest, bindings_styles_and_scripts_keep_a_picture)
     EXPECT_FALSE(gone_after_clearing());
     m_scene.functions().del_function(u"swap"_s);
     EXPECT_TRUE(gone_after_clearing());
-
-    read(R"({"screen_width":10,"screen_height":10,"styles":{"s":{"look":"r\u0065d.png"}},"root":{"id":1},"dialogs":[],)"
-         R"("controls":[{"type":10,"id":2,"dialog":1,"image_normal":"red.png"}]})",
-         {{u"textures/red.png"_s, png(Qt::red)}});
-    clear(core().controls().front());
-    EXPECT_EQ(pictures(), u"red.png"_s);
 }
 
 TEST_F(PictureReleaseTest, a_file_that_is_no_picture_changes_nothing)

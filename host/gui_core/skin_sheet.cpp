@@ -1,15 +1,16 @@
-#include "skin.h"
+#include "skin_sheet.h"
 
-#include <utility>
+#include <algorithm>
 
 namespace tarn {
 
 namespace {
 
-constexpr int sheet_width = 512;
 constexpr int cell = 48;
 constexpr int pitch = 52;
 constexpr int origin = 2;
+constexpr int spare_pitch = 50;
+constexpr int spare_origin = 262;
 constexpr int first_of_last_row = static_cast<int>(Element::ProgressFrame);
 
 QMargins edges_of(Element element)
@@ -53,38 +54,30 @@ int column_of(VisualState state)
 
 } // namespace
 
-Skin::Skin(QImage atlas)
-    : m_atlas(std::move(atlas).convertToFormat(QImage::Format_ARGB32_Premultiplied)),
-      m_pixels_per_unit(double(m_atlas.width()) / sheet_width)
-{
-}
-
-const Skin& Skin::default_skin()
-{
-    static const Skin skin{QImage(QStringLiteral(":/skin/default.png"))};
-    return skin;
-}
-
-bool Skin::has_states(Element element)
+bool has_states(Element element)
 {
     return static_cast<int>(element) < first_of_last_row;
 }
 
-ElementPicture Skin::picture(Element element, VisualState state)
+ElementPicture sheet_picture(Element element, VisualState state)
 {
     const int number = static_cast<int>(element);
     const int row = std::min(number, first_of_last_row);
-    const int column = number < first_of_last_row ? column_of(state) : number - first_of_last_row;
+    const int column = has_states(element) ? column_of(state) : number - first_of_last_row;
     return {QRect(origin + column * pitch, origin + row * pitch, cell, cell), edges_of(element), is_icon(element)};
 }
 
-quint32 Skin::text_color(VisualState state, quint32 text_color)
+QRect spare_cell(Element element, VisualState state, int row)
 {
-    if (state == VisualState::Disabled)
-        return 0xff7f8c93;
-    if (text_color)
-        return text_color;
-    return state == VisualState::Hover || state == VisualState::Focused ? 0xffffffff : 0xffe8eef0;
+    const int column = has_states(element) ? column_of(state) : 0;
+    return {spare_origin + column * spare_pitch, origin + row * pitch, cell, cell};
+}
+
+const QImage& default_sheet()
+{
+    static const QImage sheet
+        = QImage(QStringLiteral(":/skin/default.png")).convertToFormat(QImage::Format_ARGB32);
+    return sheet;
 }
 
 } // namespace tarn

@@ -1,0 +1,59 @@
+#include "state_button.h"
+
+#include "part_painting.h"
+
+#include <QFontMetrics>
+#include <QPainter>
+
+namespace {
+
+constexpr QSize usual_size(64, 76); ///< pixels
+constexpr int least_width = 32;
+constexpr double frame = 2;
+
+} // namespace
+
+CStateButton::CStateButton(QWidget* parent) : QAbstractButton(parent)
+{
+    setCheckable(true);
+    setAutoExclusive(true);
+    setFocusPolicy(Qt::StrongFocus);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+}
+
+void CStateButton::show_part(const CGuiCore* core, const tarn::LookPart& part)
+{
+    m_core = core;
+    m_part = part;
+    update();
+}
+
+QSize CStateButton::sizeHint() const
+{
+    return usual_size;
+}
+
+QSize CStateButton::minimumSizeHint() const
+{
+    return {least_width, usual_size.height()};
+}
+
+void CStateButton::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
+    const int line = fontMetrics().height();
+    const QRectF picture = QRectF(rect()).adjusted(frame, frame, -frame, -frame - line);
+    tarn::paint_contrast(painter, picture);
+    if (m_core && isEnabled())
+        tarn::paint_part(painter, *m_core, m_part, picture, devicePixelRatioF());
+    const bool stands_out = isChecked() || hasFocus();
+    if (stands_out) {
+        painter.setPen(QPen(palette().color(QPalette::Highlight), isChecked() ? 2 * frame : frame));
+        painter.setBrush(Qt::NoBrush);
+        painter.drawRect(picture);
+    }
+    painter.setPen(palette().color(isEnabled() ? QPalette::Normal : QPalette::Disabled, QPalette::WindowText));
+    painter.drawText(QRect(0, height() - line, width(), line), Qt::AlignCenter,
+                     fontMetrics().elidedText(text(), Qt::ElideRight, width()));
+}
