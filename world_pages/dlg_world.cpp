@@ -101,6 +101,7 @@ void CDlgWorld::OnInitDialog()
     auto* parts = findChild<QSplitter*>();
     parts->setStretchFactor(parts->indexOf(m_list), list_share);
     parts->setStretchFactor(parts->indexOf(m_rollup), rollup_share);
+    parts->setSizes({list_share * 100, rollup_share * 100}); // The splitter scales them to its height.
     set_up_buttons();
     set_up_list();
     update_buttons();

@@ -49,13 +49,14 @@ protected:
         CDlgKeyFrame::do_modal(&m_timeline, m_world, keys);
     }
     static CSuperEdit& number(CChildDlg& page, int id) { return *static_cast<CSuperEdit*>(page.control(id)); }
+    /// Enter ends the editing; it may close the dialog, too.
     static void type(CChildDlg& page, int id, const QString& text)
     {
         CSuperEdit& edit = number(page, id);
         edit.setFocus();
         edit.selectAll();
         QTest::keyClicks(&edit, text);
-        QTest::keyClick(&edit, Qt::Key_Tab);
+        QTest::keyClick(&edit, Qt::Key_Return);
     }
     std::size_t steps() { return m_scene->journal().step_count(); }
 
@@ -96,8 +97,8 @@ TEST_F(KeyFrameDialog, only_what_changed_goes_to_the_keys_that_are_edited_togeth
     key(1).set_value(Channel::PathTurn, KeyValue::number(0.5f));
     open(
         [&](CChildDlg& page) {
-            type(page, 6602, u"0.25"_s);
             static_cast<QCheckBox*>(page.control(6246))->click();
+            type(page, 6602, u"0.25"_s);
         },
         true);
     for (const int object : {0, 1}) {
