@@ -10,6 +10,7 @@
 #include "frame/str_input.h"
 #include "gui_core/gui_core.h"
 #include "gui_core/skin_sheet.h"
+#include "gui_core/style_state.h"
 #include "gui_draw/texture_cache.h"
 #include "gui_scene/gui_plug_scene.h"
 #include "gui_scene/picture_file.h"

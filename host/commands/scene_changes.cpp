@@ -120,9 +120,6 @@ void compare_states(const ObjectState& before, const ObjectState& after, ObjectC
     for (const auto& [name, json] : after.unknown)
         now.insert(name, json);
     compare_maps(QStringLiteral("unknown"), old, now, change.fields);
-    if (const auto* core = dynamic_cast<const CoreState*>(&before))
-        compare_maps(QStringLiteral("styles"), core->styles, static_cast<const CoreState&>(after).styles,
-                     change.fields);
 }
 
 class Comparison {

@@ -80,7 +80,6 @@ public:
             if (is_content(*field))
                 merge(*field);
         merge_unknown();
-        merge_styles();
         if (m_is_mixed)
             m_merged->settle(WrittenFields::whole());
         return m_merged;
@@ -174,22 +173,6 @@ private:
         for (auto entry = merged.begin(); entry != merged.end(); ++entry)
             m_merged->unknown.append({entry.key(), entry.value()});
     }
-    void merge_styles()
-    {
-        auto* merged = dynamic_cast<CoreState*>(m_merged.data());
-        if (!merged)
-            return;
-        const auto base = m_base ? static_cast<const CoreState&>(*m_base).styles : QMap<QString, QByteArray>();
-        const auto& ours = static_cast<const CoreState&>(m_ours).styles;
-        const auto& theirs = static_cast<const CoreState&>(m_theirs).styles;
-        merged->styles = merge_maps(base, ours, theirs, m_preferred, [&](const QString& name) {
-            m_tell({.field = QStringLiteral("styles"),
-                    .part = name,
-                    .base = entry_json(base, name),
-                    .ours = entry_json(ours, name),
-                    .theirs = entry_json(theirs, name)});
-        });
-    }
 
     const ObjectState* m_base;
     const ObjectState& m_ours;
@@ -211,10 +194,7 @@ bool is_content(const FieldBase& field)
 bool same_content(const ObjectState& a, const ObjectState& b)
 {
     const auto is_same = [&](const FieldBase* field) { return !is_content(*field) || field->same(a, b); };
-    if (!std::all_of(a.fields().begin(), a.fields().end(), is_same) || a.unknown != b.unknown)
-        return false;
-    const auto* core = dynamic_cast<const CoreState*>(&a);
-    return !core || core->styles == static_cast<const CoreState&>(b).styles;
+    return std::all_of(a.fields().begin(), a.fields().end(), is_same) && a.unknown == b.unknown;
 }
 
 QString json_of(const FieldBase& field, const ObjectState& state)

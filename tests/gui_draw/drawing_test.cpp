@@ -151,7 +151,7 @@ TEST_F(DrawingTest, an_element_too_large_to_be_kept_looks_as_if_it_were)
                     seen.fill(background);
                     QImage wanted = seen;
                     const ElementSource source = element_source(m_core.look(), element, VisualState::Normal,
-                                                                {.color = tint}, picture);
+                                                                {.picture = {}, .color = tint}, picture);
                     QPainter(&wanted).drawImage(corner, cache.image(source, size, scale));
                     QPainter painter(&seen);
                     cache.draw(painter, corner, source, size, scale);

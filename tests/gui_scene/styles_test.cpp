@@ -31,9 +31,11 @@ protected:
         CDXUTDialog* home = dialog({20, 40, 600, 300}, u"Home"_s);
         int place = 0;
         for (const ControlClass& row : control_classes())
-            if (row.create)
+            if (row.create) {
+                ++place;
                 control(row.type, home,
-                        QRectF(QPointF(10 + place % 4 * 145, 10 + place / 4 * 70), QSizeF(130, 50)).translated(0, ++place % 2));
+                        QRectF(QPointF(10 + place % 4 * 145, 10 + place / 4 * 70 + place % 2), QSizeF(130, 50)));
+            }
         act([&] { (void)core().create_menu(u"Menu"_s); });
     }
     /// A look that differs from the usual one in everything that a style can say.

@@ -178,7 +178,7 @@ TEST_F(ScriptRowsTest, scripts_of_controls_that_are_gone_are_cleaned_up)
 TEST_F(ScriptRowsTest, the_editor_begins_with_a_line_that_names_the_arguments_and_runs_with_the_object)
 {
     CDXUTControl* box = select_new(DXUT_CONTROL_CHECKBOX);
-    box->set_property(*box->fields().find("checked"), true);
+    ASSERT_TRUE(box->set_property(*box->fields().find("checked"), true));
     const QString name = CEventManager::new_function_name(box->id(), EVENT_CHECKBOX_CLICKED);
     QStringList logged;
     m_answers.dialogs.push_back([&](QDialog& dialog) {
