@@ -3,6 +3,7 @@
 #include "core/language.h"
 
 #include <QAction>
+#include <QCoreApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -120,7 +121,7 @@ void CommandPalette::narrow(const QString& text)
 
 QAction* CommandPalette::chosen() const
 {
-    const QTreeWidgetItem* row = m_list->currentItem();
+    QTreeWidgetItem* row = m_list->currentItem();
     return row && !row->isHidden() ? m_actions[std::size_t(m_list->indexOfTopLevelItem(row))].action : nullptr;
 }
 

@@ -76,7 +76,7 @@ private:
     }
     Status draw(const QString& path)
     {
-        QRectF part(QPointF(), QSizeF(m_screen));
+        QRectF part{QPointF(), QSizeF(m_screen)};
         if (!m_line.picture.dialog.isEmpty()) {
             const auto place = m_studio.scene()->show_alone(m_line.picture.dialog, m_screen);
             if (!place)
@@ -102,7 +102,7 @@ private:
             return screen;
         QImage picture(size.toSize(), QImage::Format_RGB32);
         picture.fill(Qt::black);
-        QRectF target(QPointF(), part.size() * scale);
+        QRectF target{QPointF(), part.size() * scale};
         target.moveCenter(QRectF(picture.rect()).center());
         QPainter painter(&picture);
         painter.setRenderHint(QPainter::SmoothPixmapTransform);
