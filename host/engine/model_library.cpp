@@ -26,7 +26,8 @@ QString folder_of(const QString& file)
 
 Status missing(const QString& file)
 {
-    return Status::error(lang(u"模型 %1 不在文件包中。", u"The model %1 is not in the package.").arg(file.section(u'/', 1)));
+    return Status::error(
+        lang(u"模型 %1 不在文件包中。", u"The model %1 is not in the package.").arg(file.section(u'/', 1)));
 }
 
 /// The file at `path`, as `name`, and those that were found beside it when it was imported, by their names relative to it.
@@ -93,7 +94,8 @@ void ModelLibrary::begin(const QString& file, const QByteArray& content)
         Result<ModelPtr> result = m_importer.import_files(name, files, Progress(tell));
         const QMutexLocker locker(&m_mutex);
         m_read.push_back({file, content, std::move(result)});
-        QMetaObject::invokeMethod(&m_context, [this] { deliver(); }, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(
+            &m_context, [this] { deliver(); }, Qt::QueuedConnection);
     });
 }
 
@@ -160,7 +162,8 @@ void ModelLibrary::release(const QString& file)
     const QString folder = folder_of(file);
     if (folder.isEmpty())
         return;
-    m_document.edit_files([&](auto& files) { files.removeIf([&](auto entry) { return entry.key().startsWith(folder); }); });
+    m_document.edit_files(
+        [&](auto& files) { files.removeIf([&](auto entry) { return entry.key().startsWith(folder); }); });
 }
 
 } // namespace tarn

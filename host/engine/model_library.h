@@ -42,8 +42,9 @@ public:
     /// A model that is not part of the package yet.
     struct Import {
         ModelPtr model;
-        QString file;                    ///< of the package
-        QMap<QString, QByteArray> files; ///< with those beside it that it needs; empty when the package has them already
+        QString file; ///< of the package
+        QMap<QString, QByteArray>
+            files; ///< with those beside it that it needs; empty when the package has them already
     };
     /// Reads the file at `path` and those beside it that it names. The document stays as it is; take() adds them.
     Result<Import> import(const QString& path, const Progress& progress) const;
@@ -72,9 +73,9 @@ private:
     std::map<QString, Known> m_known;
     quint64 m_revision = 0;
     std::atomic<bool> m_stops = false;
-    QMutex m_mutex;             ///< of m_read
-    std::vector<Read> m_read;   ///< by the thread, and not delivered yet
-    QObject m_context;          ///< lives in the document's thread
+    QMutex m_mutex;           ///< of m_read
+    std::vector<Read> m_read; ///< by the thread, and not delivered yet
+    QObject m_context;        ///< lives in the document's thread
     QThreadPool m_pool;
 };
 

@@ -70,8 +70,8 @@ const WorldPictures::Live* WorldRenderer::live(const QString& name) const
 
 const WorldPictures::Live* WorldRenderer::live(const QByteArray& content) const
 {
-    const auto found
-        = std::find_if(m_live.begin(), m_live.end(), [&](const auto& live) { return live.content == content; });
+    const auto found = std::find_if(m_live.begin(), m_live.end(),
+                                    [&](const auto& live) { return live.content == content; });
     return found == m_live.end() || content.isEmpty() ? nullptr : &*found;
 }
 
@@ -92,8 +92,8 @@ void WorldRenderer::add_model(std::vector<DrawItem>& items, const WorldObject& o
     const ModelData& data = item.model->data();
     if (!m_live.empty())
         for (const ModelMaterial& material : data.materials)
-            if (const auto* shown
-                = material.picture < 0 ? nullptr : live(data.pictures[std::size_t(material.picture)].content))
+            if (const auto* shown = material.picture < 0 ? nullptr
+                                                         : live(data.pictures[std::size_t(material.picture)].content))
                 item.textures.push_back(texture_of(material.name, u'*' + shown->name, shown->image, true));
     items.push_back(std::move(item));
 }
@@ -102,7 +102,7 @@ void WorldRenderer::add_panel(std::vector<DrawItem>& items, const WorldObject& o
 {
     const auto& panel = static_cast<const PanelState&>(object.object_state());
     const auto* shown = live(panel.picture);
-    const QImage image = shown ? shown->image
+    const QImage image = shown                   ? shown->image
         : m_pictures && !panel.picture.isEmpty() ? m_pictures->picture(panel.picture)
                                                  : QImage();
     item.model = image.hasAlphaChannel() ? m_clear_panel : m_solid_panel;
