@@ -41,7 +41,8 @@ constexpr int settle_time = 200; ///< milliseconds in which an editor finishes w
 /// The first editor of the host's preset file that there is; a bare name is looked for on the path.
 QString picture_editor()
 {
-    const QStringList editors = inifile::get_str_list_from_ini(appinfo::get_preset_ini(), QStringLiteral("img_editors"));
+    const QStringList editors = inifile::get_str_list_from_ini(appinfo::get_preset_ini(),
+                                                               QStringLiteral("img_editors"));
     for (const QString& editor : editors) {
         if (filefun::file_exist(editor))
             return editor;
@@ -186,10 +187,11 @@ void CDlgDesignButton::on_change_picture()
     // A smaller picture shrinks the region; a larger one is scaled into all of it.
     QSize size = picture.size();
     if (size.width() > room.width() || size.height() > room.height()) {
-        tarn::boxes::message(this,
-                             {.text = lang(u"警告：贴图尺寸超过限定尺寸，图片将会被压缩保存！",
-                                           u"Warning:Size of selected image larger than limit size,image will be compress!"),
-                              .title = {}});
+        tarn::boxes::message(
+            this,
+            {.text = lang(u"警告：贴图尺寸超过限定尺寸，图片将会被压缩保存！",
+                          u"Warning:Size of selected image larger than limit size,image will be compress!"),
+             .title = {}});
         size = room.size();
     }
     put_picture(scaled_to(picture, size));
@@ -229,9 +231,10 @@ void CDlgDesignButton::on_edit_picture()
     m_watcher->addPath(file);
     const QString editor = picture_editor();
     if (editor.isEmpty())
-        tarn::boxes::error(this, lang(u"没有设置默认图片编辑器，请在模型的贴图编辑器中设置图片编辑器！",
-                                      u"You didn't set the default image editor,Please setup default model texture "
-                                      u"editor."));
+        tarn::boxes::error(this,
+                           lang(u"没有设置默认图片编辑器，请在模型的贴图编辑器中设置图片编辑器！",
+                                u"You didn't set the default image editor,Please setup default model texture "
+                                u"editor."));
     else
         filefun::shell_open_file(editor, file, maximised);
 }

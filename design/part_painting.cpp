@@ -13,9 +13,9 @@ namespace tarn {
 
 namespace {
 
-constexpr int square = 8;         ///< pixels
-constexpr double margin = 4;      ///< pixels around a part
-constexpr double largest_icon = 40; ///< pixels
+constexpr int square = 8;                                                            ///< pixels
+constexpr double margin = 4;                                                         ///< pixels around a part
+constexpr double largest_icon = 40;                                                  ///< pixels
 constexpr QRgb grounds[2][2] = {{0xff8a949c, 0xff7c868e}, {0xff4d565d, 0xff434b52}}; ///< light half, dark half
 
 } // namespace

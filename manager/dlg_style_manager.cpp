@@ -66,9 +66,8 @@ void CDlgStyleManager::OnInitDialog()
     on_number(id_speed, [this](double value) { on_speed(value); });
     connect(m_list, &CReportList::item_clicked, this, [this] { update_buttons(); });
     connect(m_list, &CReportListStyle::navigated, this, [this] { update_buttons(); });
-    connect(m_list, &CReportList::item_double_clicked, this, [this](int row) {
-        run_action([this, row] { on_double_click(row); }, lang(u"应用风格", u"Apply Style"));
-    });
+    connect(m_list, &CReportList::item_double_clicked, this,
+            [this](int row) { run_action([this, row] { on_double_click(row); }, lang(u"应用风格", u"Apply Style")); });
 }
 
 void CDlgStyleManager::update_ui(int code)
@@ -129,7 +128,8 @@ void CDlgStyleManager::apply(int row)
 void CDlgStyleManager::on_double_click(int row)
 {
     tarn::boxes::message(
-        this, {.text = lang(u"当前编辑的风格将会被覆盖，是否继续？", u"Current style will be lost! continue?"), .title = {}});
+        this,
+        {.text = lang(u"当前编辑的风格将会被覆盖，是否继续？", u"Current style will be lost! continue?"), .title = {}});
     apply(row);
     update_all_views();
 }
@@ -147,7 +147,8 @@ void CDlgStyleManager::on_save()
     if (!core() || !is_editing())
         return;
     QString name;
-    if (!PopDlgStrInput(nullptr, lang(u"风格名称", u"Style Name"), {}, lang(u"我的风格", u"MyStyle"), name, longest_name))
+    if (!PopDlgStrInput(nullptr, lang(u"风格名称", u"Style Name"), {}, lang(u"我的风格", u"MyStyle"), name,
+                        longest_name))
         return;
     const tarn::boxes::Message question{
         .text = lang(u"风格 %1 已存在，是否替换？", u"There is a style %1 already. Replace it?").arg(name),

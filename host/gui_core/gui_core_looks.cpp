@@ -260,8 +260,9 @@ QRect CGuiCore::default_rect(const LookPart& part) const
 
 QRect CGuiCore::get_default_rect(int type, int index) const
 {
-    return index < 0 ? QRect()
-                     : default_rect({type, index / tarn::style_state_count, VisualState(index % tarn::style_state_count)});
+    return index < 0
+        ? QRect()
+        : default_rect({type, index / tarn::style_state_count, VisualState(index % tarn::style_state_count)});
 }
 
 QRect CGuiCore::texture_rect(const LookPart& part) const

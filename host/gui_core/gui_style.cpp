@@ -8,7 +8,8 @@
 
 bool tarn::changes_looks(const ModelChange& change)
 {
-    return change.everything || change.is_of(key<&CoreState::scene_style>) || change.is_of(key<&CoreState::animation_speed>)
+    return change.everything || change.is_of(key<&CoreState::scene_style>)
+        || change.is_of(key<&CoreState::animation_speed>)
         || std::any_of(change.objects.begin(), change.objects.end(), [](const ModelChange::Object& changed) {
                return dynamic_cast<const CGuiStyle*>(changed.object);
            });

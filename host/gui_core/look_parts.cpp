@@ -58,9 +58,16 @@ constexpr Elements<5> menu{{{Element::Bubble, "Background", u"背景", u"Backgro
 template <std::size_t count>
 using Colors = std::array<StyleColor, count>;
 
-constexpr StyleColor text{"Text", u"文字", u"Text", {"text", "text_strong", "text", "text_disabled", "text_strong"}, true};
-constexpr StyleColor caption_text{
-    "Text", u"标题文字", u"Caption Text", {"text", "text", "text", "text_disabled", "text"}, true};
+constexpr StyleColor text{"Text",
+                          u"文字",
+                          u"Text",
+                          {"text", "text_strong", "text", "text_disabled", "text_strong"},
+                          true};
+constexpr StyleColor caption_text{"Text",
+                                  u"标题文字",
+                                  u"Caption Text",
+                                  {"text", "text", "text", "text_disabled", "text"},
+                                  true};
 constexpr StyleColor dialog_line{"Border", u"边框线", u"Border Line", {"border"}};
 constexpr StyleColor backdrop{"Backdrop", u"下拉框底色", u"Drop-down Ground", {"ground"}};
 
@@ -211,8 +218,8 @@ QImage with_own_cells(const QImage& sheet)
                 if (!whole.rect().contains(from | to))
                     continue;
                 for (int y = 0; y < from.height(); ++y)
-                    std::memcpy(whole.scanLine(to.y() + y) + 4 * to.x(), whole.constScanLine(from.y() + y) + 4 * from.x(),
-                                std::size_t(4 * from.width()));
+                    std::memcpy(whole.scanLine(to.y() + y) + 4 * to.x(),
+                                whole.constScanLine(from.y() + y) + 4 * from.x(), std::size_t(4 * from.width()));
             }
         }
     return whole;

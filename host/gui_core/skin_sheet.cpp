@@ -75,8 +75,7 @@ QRect spare_cell(Element element, VisualState state, int row)
 
 const QImage& default_sheet()
 {
-    static const QImage sheet
-        = QImage(QStringLiteral(":/skin/default.png")).convertToFormat(QImage::Format_ARGB32);
+    static const QImage sheet = QImage(QStringLiteral(":/skin/default.png")).convertToFormat(QImage::Format_ARGB32);
     return sheet;
 }
 

@@ -172,9 +172,7 @@ const StyledElement& StyleLook::element(int owner, Element element, VisualState 
 {
     static const StyledElement none;
     const Place place = places().of(owner, element);
-    return place.owner < 0
-        ? none
-        : m_owners[std::size_t(place.owner)].elements[std::size_t(place.part)][index(state)];
+    return place.owner < 0 ? none : m_owners[std::size_t(place.owner)].elements[std::size_t(place.part)][index(state)];
 }
 
 const StyledElement& StyleLook::element(const LookOwner& owner, int part, VisualState state) const

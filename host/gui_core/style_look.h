@@ -13,10 +13,10 @@ namespace tarn {
 
 /// How a style has an element drawn in a state.
 struct StyledElement {
-    QRect region;        ///< pixels of the atlas
-    QMargins edges;      ///< pixels of the atlas
-    quint32 color = 0;   ///< ARGB; 0 leaves the picture as it is
-    bool shades = true;  ///< the picture takes on the colour in its shades; otherwise it is multiplied with it
+    QRect region;       ///< pixels of the atlas
+    QMargins edges;     ///< pixels of the atlas
+    quint32 color = 0;  ///< ARGB; 0 leaves the picture as it is
+    bool shades = true; ///< the picture takes on the colour in its shades; otherwise it is multiplied with it
 };
 
 /// What a style and those that it is based on say, put together: what is drawn asks here, part by part.

@@ -32,8 +32,8 @@ const FieldTable& StyleState::field_table()
     static const FieldTable table(
         nullptr, field<S, &S::id>("id", quint32(0), read_only()),
         field<S, &S::name>("name", QString(), max_length(max_name)), field<S, &S::base>("base"),
-        field<S, &S::origin>("origin", 0, range(0, 2)), field<S, &S::tokens>("tokens"),
-        field<S, &S::colors>("colors"), field<S, &S::regions>("regions"), field<S, &S::edges>("edges"),
+        field<S, &S::origin>("origin", 0, range(0, 2)), field<S, &S::tokens>("tokens"), field<S, &S::colors>("colors"),
+        field<S, &S::regions>("regions"), field<S, &S::edges>("edges"),
         field<S, &S::fonts>("fonts", {}, max_length(100)), field<S, &S::font_sizes>("font_sizes", {}, range(0, 500)),
         field<S, &S::atlas>("atlas", {}, {.read_only = true, .derived = true}));
     return table;

@@ -41,9 +41,9 @@ QString color_text(quint32 argb); ///< "#ff2f7f8f"
 /// A text that is none is one of a token that there is not.
 StyleValue style_value(const QString& text);
 
-QString rect_text(const QRect& rect); ///< "left top right bottom", where right and bottom lie outside
-QRect rect_from(const QString& text); ///< empty for a text that is none, and for one outside all atlases
-QString edges_text(const QMargins& edges);     ///< "left/top/right/bottom"
+QString rect_text(const QRect& rect);               ///< "left top right bottom", where right and bottom lie outside
+QRect rect_from(const QString& text);               ///< empty for a text that is none, and for one outside all atlases
+QString edges_text(const QMargins& edges);          ///< "left/top/right/bottom"
 QMargins edges_from(const QString& text, bool& ok); ///< none of them is negative
 
 } // namespace tarn

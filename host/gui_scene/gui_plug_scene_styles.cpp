@@ -61,8 +61,7 @@ Status CGuiPlugScene::ChangeStyle(CGuiStyle* style)
 Status CGuiPlugScene::save_current_style_as(const QString& name)
 {
     if (!tarn::is_file_name(name))
-        return Status::error(
-            lang(u"\"%1\" 不能用作文件名。", u"\"%1\" cannot be the name of a file.").arg(name));
+        return Status::error(lang(u"\"%1\" 不能用作文件名。", u"\"%1\" cannot be the name of a file.").arg(name));
     tarn::StatePtr state = m_core->flat_style();
     auto& style = static_cast<StyleState&>(*state);
     style.name = name;

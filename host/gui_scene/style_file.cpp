@@ -16,7 +16,7 @@ namespace tarn {
 
 namespace {
 
-constexpr int style_format = 1; ///< version of the files' layout; newer ones are refused
+constexpr int style_format = 1;   ///< version of the files' layout; newer ones are refused
 constexpr int longest_name = 200; ///< bytes of a file's name without the extension; file systems have room for 255
 
 const QString manifest_name = QStringLiteral("manifest.json");
@@ -141,8 +141,8 @@ Result<StatePtr> read_style_file(const QString& path)
         StatePtr state(new StyleState);
         auto& style = static_cast<StyleState&>(*state);
         if (auto status = read_entries(package, style); !status)
-            return Status::error(lang(u"无法载入风格 %1：%2", u"The style %1 cannot be loaded: %2")
-                                     .arg(path, status.message()));
+            return Status::error(
+                lang(u"无法载入风格 %1：%2", u"The style %1 cannot be loaded: %2").arg(path, status.message()));
         style.id = 0;
         style.parent = style.base = {};
         style.unknown.clear();

@@ -7,6 +7,7 @@
 #include "studio.h"
 #include "support/printing.h"
 
+#include <QLineEdit>
 #include <QAccessible>
 #include <QAction>
 #include <QApplication>

@@ -1,10 +1,10 @@
+#include "core/appinfo.h"
 #include "design/dlg_design_button.h"
 #include "design/element_picture.h"
 #include "design/state_button.h"
 #include "gui_core/gui_style.h"
 #include "gui_core/style_look.h"
 #include "store/inifile.h"
-#include "core/appinfo.h"
 #include "support/editor_fixture.h"
 #include "support/files.h"
 #include "widgets/color_swatch.h"
@@ -137,8 +137,9 @@ TEST_F(ElementEditor, an_editor_is_found_by_its_file_or_on_the_path_and_its_resu
 
     m_answers.buttons = {boxes::Button::Ok};
     click(6440);
-    EXPECT_EQ(m_answers.texts, QStringList(u"You didn't set the default image editor,Please setup default model texture "
-                                           u"editor."_s));
+    EXPECT_EQ(m_answers.texts,
+              QStringList(u"You didn't set the default image editor,Please setup default model texture "
+                          u"editor."_s));
     EXPECT_TRUE(m_texture->is_edited());
     const QByteArray path = qgetenv("PATH");
     qputenv("PATH", m_folder.path().toUtf8() + ":" + path);
@@ -179,6 +180,7 @@ TEST_F(ElementEditor, edges_are_typed_or_dragged_and_those_that_do_not_fit_are_n
     EXPECT_EQ(m_scene->journal().step_count(), 2u);
 
     preview().resize(200, 132);
+    m_texture->show_element(); // A page that is not shown hears of its size later.
     const QPoint line(int(preview().line_of(0)), 60);
     const QPoint by(int(7 * preview().zoom()), 0);
     QTest::mousePress(&preview(), Qt::LeftButton, {}, line);

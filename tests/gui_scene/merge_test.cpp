@@ -1,7 +1,7 @@
 #include "core/authored.h"
-#include "support/gui_fixture.h"
 #include "gui_core/gui_style.h"
 #include "gui_core/style_look.h"
+#include "support/gui_fixture.h"
 #include "support/scene_fixture.h"
 
 using namespace tarn;

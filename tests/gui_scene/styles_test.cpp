@@ -257,9 +257,10 @@ TEST_F(StylesTest, a_style_lent_by_its_file_leaves_the_scene_with_the_next_one)
 
 TEST_F(StylesTest, styles_that_are_based_on_each_other_in_a_ring_or_on_nothing_can_be_drawn)
 {
-    read(R"({"scene_style":2,"root":{"id":1},"styles":[{"id":2,"name":"A","base":3},{"id":3,"base":2,"tokens":{"text":7}},)"
-         R"({"id":4,"name":"C","base":99,"regions":{"Button.Body.normal":"9 9 1 1","Button.Body.hover":"0 0 9999 9"},)"
-         R"("edges":{"Button.Body.normal":"1/2"},"colors":{"Button.Text.normal":"#zz"}}]})");
+    read(
+        R"({"scene_style":2,"root":{"id":1},"styles":[{"id":2,"name":"A","base":3},{"id":3,"base":2,"tokens":{"text":7}},)"
+        R"({"id":4,"name":"C","base":99,"regions":{"Button.Body.normal":"9 9 1 1","Button.Body.hover":"0 0 9999 9"},)"
+        R"("edges":{"Button.Body.normal":"1/2"},"colors":{"Button.Text.normal":"#zz"}}]})");
     EXPECT_EQ(core().look().token(u"text"_s), 7u);
     make_interface();
     EXPECT_FALSE(picture().isNull());
@@ -275,7 +276,9 @@ TEST_F(StylesTest, an_atlas_that_cannot_be_used_is_kept_and_the_style_does_witho
          {{u"styles/2.png"_s, png(Qt::red)}, {u"styles/7.png"_s, "x"}});
     EXPECT_TRUE(core().scene_style()->style_state().atlas.is_null());
     const auto problems = m_scene.model().problems();
-    EXPECT_EQ(std::count_if(problems.begin(), problems.end(), [](const auto& problem) { return problem.place == u"A"_s; }), 1);
+    EXPECT_EQ(
+        std::count_if(problems.begin(), problems.end(), [](const auto& problem) { return problem.place == u"A"_s; }),
+        1);
     ASSERT_TRUE(m_scene.save_scene(path()).ok());
     ASSERT_TRUE(m_scene.open_scene(path()).ok());
     EXPECT_EQ(m_scene.document().files().size(), 2);
@@ -299,8 +302,7 @@ TEST_F(StylesTest, hostile_files_are_refused_and_change_nothing)
         {"newer", archive_of({{"manifest.json", R"({"format":2,"kind":"style"})"}, {"style.json", style}})},
         {"broken text", archive_of({{"manifest.json", manifest}, {"style.json", "{\"tokens\":{\"text\":"}})},
         {"wrong type", archive_of({{"manifest.json", manifest}, {"style.json", R"({"tokens":[1]})"}})},
-        {"small atlas",
-         archive_of({{"manifest.json", manifest}, {"style.json", style}, {"atlas.png", png(Qt::red)}})},
+        {"small atlas", archive_of({{"manifest.json", manifest}, {"style.json", style}, {"atlas.png", png(Qt::red)}})},
         {"cut atlas",
          archive_of({{"manifest.json", manifest}, {"style.json", style}, {"atlas.png", whole_atlas.left(2000)}})},
         {"leaving name", archive_of({{"manifest.json", manifest}, {"style.json", style}, {"../x", "x"}})},

@@ -106,7 +106,8 @@ TEST_F(StyleList, a_double_click_informs_and_applies_and_beside_the_rows_only_in
     m_list->resize(200, 300);
     QTest::mouseDClick(m_list->viewport(), Qt::LeftButton, {}, {60, 250});
     EXPECT_EQ(text_color(), before);
-    QTest::mouseDClick(m_list->viewport(), Qt::LeftButton, {}, m_list->visualRect(m_list->model()->index(1, 0)).center());
+    QTest::mouseDClick(m_list->viewport(), Qt::LeftButton, {},
+                       m_list->visualRect(m_list->model()->index(1, 0)).center());
     EXPECT_EQ(core().worn_style()->name(), u"Tavern"_s);
     EXPECT_EQ(m_answers.texts, QStringList(2, u"Current style will be lost! continue?"_s));
 }
