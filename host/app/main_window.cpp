@@ -37,8 +37,7 @@ constexpr QSize usual_size(1440, 900);
 constexpr int history_template = 7000;
 constexpr int event_log_template = 7010;
 constexpr int problems_template = 7020;
-constexpr std::size_t most_messages = 20; ///< of scripts that wait to be shown
-constexpr int side_panel_width = 270;     ///< pixels
+constexpr int side_panel_width = 270; ///< pixels
 constexpr const char* geometry_key = "window/geometry";
 constexpr const char* places_key = "window/places";
 
@@ -54,7 +53,7 @@ CChildDlg* front_page(QWidget* window)
 
 } // namespace
 
-MainWindow::MainWindow(Studio& studio) : m_studio(studio)
+MainWindow::MainWindow(Studio& studio) : m_studio(studio), m_messages(*this, studio)
 {
     setWindowIcon(iconfun::icon(program_icon));
     auto* centre = new QWidget(this);
@@ -72,7 +71,7 @@ MainWindow::MainWindow(Studio& studio) : m_studio(studio)
 
     studio.world().document().changes().add_listener(this);
     studio.world().on_redraw = [this] { m_view->schedule_redraw(); };
-    studio.world().on_message = [this](const QString& text, const QString& title) { post_message(text, title); };
+    studio.world().on_message = [this](const QString& text, const QString& title) { m_messages.post(text, title); };
     studio.world().on_work = [this](const QString& what, const CBaseWorld::Work& job) { return work(what, job); };
     studio.world().on_always_refresh = [this](bool on) { m_view->set_always_refresh(on); };
     connect(m_view, &CView3D::gl_unavailable, this,
@@ -194,8 +193,9 @@ void MainWindow::on_mode_chosen(int index)
     // The property bar belongs to both modes, the timeline bar to the one of the timebars.
     for (CBasePlugUi* plug_in : m_studio.ui_plug_ins())
         for (CMyControlBar* bar : plug_in->control_bars())
-            bar->show_bar(bar->allowedAreas().testFlag(Qt::RightDockWidgetArea)
-                          || mode.name == QLatin1String("Timebar"));
+            if (bar->follows_modes)
+                bar->show_bar(bar->allowedAreas().testFlag(Qt::RightDockWidgetArea)
+                              || mode.name == QLatin1String("Timebar"));
     for (CChildDlg* window : {mode.top_window, mode.side_window})
         if (window)
             window->on_set_active(true);
@@ -223,7 +223,7 @@ CChildDlg* MainWindow::property_page() const
 {
     for (CBasePlugUi* plug_in : m_studio.ui_plug_ins())
         for (CMyControlBar* bar : plug_in->control_bars())
-            if (bar->allowedAreas().testFlag(Qt::RightDockWidgetArea))
+            if (bar->follows_modes && bar->allowedAreas().testFlag(Qt::RightDockWidgetArea))
                 return front_page(bar);
     return nullptr;
 }
@@ -267,41 +267,6 @@ tarn::Status MainWindow::work(const QString& what, const CBaseWorld::Work& job)
     auto status = do_watched(this, what, job);
     m_studio.world().scripts().set_paused(false);
     return status;
-}
-
-/// A script shows a message: once what it does now is done, one after the other.
-void MainWindow::post_message(const QString& text, const QString& title)
-{
-    if (m_messages.size() >= most_messages)
-        return;
-    m_messages.push_back({.text = text, .title = title});
-    if (m_messages.size() == 1)
-        QMetaObject::invokeMethod(this, &MainWindow::show_messages, Qt::QueuedConnection);
-}
-
-void MainWindow::show_messages()
-{
-    // A script that shows one message after the other must not lock its author out: while a box is open scripts stand
-    // still, and each box can end them.
-    const auto scripts = [this]() -> tarn::ScriptRuntime& { return m_studio.world().scripts(); };
-    scripts().set_paused(true);
-    while (!m_messages.empty()) {
-        tarn::boxes::Message box = m_messages.front();
-        if (m_studio.is_playing())
-            box.cancel_caption = lang(u"停止预览", u"Stop Preview");
-        else if (scripts().suspended() > 0)
-            box.cancel_caption = lang(u"停止脚本", u"Stop Script");
-        if (!box.cancel_caption.isEmpty())
-            box.buttons.push_back(Button::Cancel);
-        if (tarn::boxes::message(this, box) == Button::Cancel && box.buttons.size() > 1) {
-            m_messages.clear();
-            scripts().reset();
-            m_studio.set_playing(false);
-            break;
-        }
-        m_messages.pop_front();
-    }
-    scripts().set_paused(false);
 }
 
 // A text that is being edited in the view becomes a step of its own first.

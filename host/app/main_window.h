@@ -5,10 +5,9 @@
 
 #include "core/model_changes.h"
 #include "engine/base_world.h"
+#include "script_messages.h"
 
 #include <QMainWindow>
-
-#include <deque>
 
 class CChildDlg;
 class CView3D;
@@ -80,8 +79,7 @@ private:
     void save_places();
 
     void toggle_preview();
-    void post_message(const QString& text, const QString& title);
-    void show_messages();
+    void choose_command();
     tarn::Status work(const QString& what, const CBaseWorld::Work& job);
     /// True when it went well; otherwise a box says why not.
     bool report(const tarn::Status& status);
@@ -104,7 +102,7 @@ private:
     QDockWidget* m_event_log = nullptr;
     bool m_shows_preview = false;
     bool m_offered_log = false;
-    std::deque<tarn::boxes::Message> m_messages; ///< of scripts; the first is being shown, or will be next
+    ScriptMessages m_messages;
     QAction* m_undo = nullptr;
     QAction* m_redo = nullptr;
     QList<QAction*> m_file_actions; ///< those that the tool bar shows

@@ -8,6 +8,7 @@
 #include "open_menu.h"
 #include "style_look.h"
 #include "texture_name.h"
+#include "world_link.h"
 
 #include <algorithm>
 #include <iterator>
@@ -401,6 +402,11 @@ QString CGuiCore::add_texture(const QString& wanted, const QByteArray& encoded)
         name = tarn::free_picture_name(wanted, [&](const QString& other) { return !names.contains(other); });
     set_texture(name, encoded);
     return name;
+}
+
+bool CGuiCore::is_in_world(const CDXUTDialog& dialog) const
+{
+    return m_world && m_world->is_in_world(dialog);
 }
 
 QRectF CGuiCore::take_damage()

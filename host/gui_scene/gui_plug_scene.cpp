@@ -1,5 +1,6 @@
 #include "gui_plug_scene.h"
 #include "animation/animation_scene.h"
+#include "animation/timebar.h"
 #include "core/authored.h"
 
 #include "core/language.h"
@@ -17,6 +18,7 @@
 #include "package_writer.h"
 #include "picture_file.h"
 #include "picture_release.h"
+#include "scene_in_world.h"
 #include "scene_merge.h"
 #include "scene_overlay.h"
 #include "scene_tools.h"
@@ -26,10 +28,12 @@
 #include "store/pak_file.h"
 #include "style_library.h"
 #include "tex_path_info.h"
+#include "world/world_object.h"
 
 #include <QFileInfo>
 #include <QSet>
 
+#include <algorithm>
 #include <array>
 #include <span>
 
@@ -129,6 +133,8 @@ void CGuiPlugScene::join(tarn::Document& document)
     m_animation = std::make_unique<CAnimationScene>(document);
     m_animation->set_target_kind(tarn::TimerObjectType::Control, &m_control_target);
     m_animation->set_target_kind(tarn::TimerObjectType::Dialog, &m_dialog_target);
+    for (WorldTargetRow& row : m_world_targets)
+        m_animation->set_target_kind(row.type, &row.target);
     m_animation->set_listener(&m_timebar_runner);
     if (m_make_tools)
         m_tools = m_make_tools(*this);
@@ -139,14 +145,29 @@ void CGuiPlugScene::on_world_created(CBaseWorld* world)
     m_world = world;
     if (!m_core)
         join(world->document());
+    m_in_world = std::make_unique<tarn::SceneInWorld>(*m_core, *world);
+    for (WorldTargetRow& row : m_world_targets)
+        row.target.set_models(&world->models());
     if (m_tools) {
         m_tools->on_world_created(*world);
         world->set_default_mouse_tool(&m_tools->select_tool());
     }
     world->set_script_api(tarn::gui_script_api(*this));
     world->begin_edit = [this](const QString& name) { return begin_script_edit(name); };
-    m_overlay = std::make_unique<tarn::SceneOverlay>(*m_core);
+    m_overlay = std::make_unique<tarn::SceneOverlay>(*m_core, *m_in_world);
     world->set_overlay(m_overlay.get());
+}
+
+std::vector<tarn::ModelObject*> CGuiPlugScene::selected_objects() const
+{
+    if (m_world && m_world->selection().get_last()) {
+        const auto objects = m_world->selection().objects();
+        return {objects.begin(), objects.end()};
+    }
+    const tarn::SelectionRecord& selection = m_core->selection();
+    if (selection.controls_selected)
+        return {selection.controls.begin(), selection.controls.end()};
+    return {selection.dialogs.begin(), selection.dialogs.end()};
 }
 
 std::shared_ptr<void> CGuiPlugScene::begin_script_edit(const QString& name)
@@ -476,6 +497,38 @@ void CGuiPlugScene::disarm()
         SetMTFunction(0, 0);
 }
 
+tarn::Result<double> CGuiPlugScene::show_time(const QString& timebar, double time)
+{
+    const auto& bars = m_animation->bars();
+    CTimebar* bar = !timebar.isEmpty() ? m_animation->SearchTimebarFromName(timebar)
+        : bars.empty()                 ? nullptr
+                                       : bars.front();
+    if (!bar)
+        return Status::error(timebar.isEmpty() ? lang(u"界面没有时间轴", u"the interface has no timebar")
+                                               : lang(u"没有时间轴“%1”", u"there is no timebar \"%1\"").arg(timebar));
+    m_animation->set_current_bar(bar);
+    m_animation->set_editing(true);
+    bar->set_current_time(float(time));
+    m_animation->show_frame();
+    return double(bar->get_total_length());
+}
+
+tarn::Result<QRectF> CGuiPlugScene::show_alone(const QString& dialog, QSize screen)
+{
+    const auto& all = m_core->GetDialogs();
+    const auto found = std::find_if(all.begin(), all.end(),
+                                    [&](const CDXUTDialog* each) { return each->name() == dialog; });
+    if (found == all.end())
+        return Status::error(lang(u"没有窗口“%1”", u"there is no dialog \"%1\"").arg(dialog));
+    const tarn::ShownWrites writes(document());
+    for (CDXUTDialog* each : all)
+        write(*each, key<&DialogState::visible>, each == *found);
+    for (CDXUTControl* control : m_core->GetRootDialog()->controls())
+        write(*control, key<&tarn::ControlState::visible>, false);
+    m_core->set_screen_size(screen);
+    return (*found)->outer_rect();
+}
+
 void CGuiPlugScene::play(bool on)
 {
     if (on == m_playing)
@@ -495,6 +548,7 @@ void CGuiPlugScene::play(bool on)
         m_runner.begin();
         m_animation->set_running(true);
     }
+    m_in_world->play(on);
     m_world->set_mouse_tool(on ? &m_tools->play_tool() : &m_tools->select_tool());
 }
 
@@ -505,7 +559,8 @@ void CGuiPlugScene::advance(double now)
     const tarn::ShownWrites writes(document());
     m_runner.advance(now);
     const bool animates = m_animation->frame_move(float(now - std::exchange(m_last_advance, now)));
-    if ((m_core->advance(now) || animates) && m_world)
+    const bool moves = m_in_world->advance(now);
+    if ((m_core->advance(now) || animates || moves) && m_world)
         m_world->update_all_views();
 }
 
