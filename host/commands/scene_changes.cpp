@@ -4,7 +4,6 @@
 #include "core/field.h"
 #include "core/json_writer.h"
 #include "core/model_object.h"
-#include "gui_core/dialog_state.h"
 #include "key_merge.h"
 #include "state_merge.h"
 

@@ -3,6 +3,7 @@
 #include "animation/animation_states.h"
 #include "core/json_writer.h"
 #include "gui_core/dialog_state.h"
+#include "gui_core/style_state.h"
 #include "key_merge.h"
 
 #include <algorithm>
@@ -185,9 +186,10 @@ private:
 
 } // namespace
 
+/// An atlas is saved beside the fields.
 bool is_content(const FieldBase& field)
 {
-    return !field.rules().derived && !field.rules().children
+    return (!field.rules().derived || field.key() == key<&StyleState::atlas>)&&!field.rules().children
         && !(field.key() == key<&ObjectState::id>)&&!(field.key() == key<&ObjectState::parent>);
 }
 

@@ -5,6 +5,7 @@
 #include "skin_sheet.h"
 
 #include <QBuffer>
+#include <QCryptographicHash>
 #include <QImageReader>
 #include <QMap>
 
@@ -167,6 +168,12 @@ std::size_t Atlas::bytes_beside(const Atlas& other) const
             bytes += std::size_t(patch->png.size());
     }
     return bytes;
+}
+
+void FieldType<Atlas>::write(const Atlas& atlas, JsonWriter& writer)
+{
+    const QByteArray print = QCryptographicHash::hash(atlas.png(), QCryptographicHash::Md5).toHex();
+    writer.value(atlas.is_null() ? QString() : QString::fromLatin1(print));
 }
 
 Status FieldType<Atlas>::from_value(const Value&, const FieldRules&, Atlas&)

@@ -53,7 +53,7 @@ template <>
 struct FieldType<Atlas> : detail::SingleType<Atlas> {
     static Value to_value(const Atlas&) { return {}; }
     static Status from_value(const Value& value, const FieldRules& rules, Atlas& out);
-    static void write(const Atlas&, JsonWriter& writer) { writer.value(QString()); }
+    static void write(const Atlas& atlas, JsonWriter& writer); ///< what tells it from others, for a person
     static Status read(JsonCursor& cursor, Atlas&)
     {
         QByteArray ignored;

@@ -390,6 +390,7 @@ TEST_F(EditBoxTest, the_caret_blinks_and_stays_while_one_types)
 {
     const double half = QGuiApplication::styleHints()->cursorFlashTime() / 2000.0;
     ASSERT_GT(half, 0);
+    ASSERT_TRUE(set(m_core, "animation_speed", 0.0));
     EXPECT_TRUE(m_core.live().caret_shown);
     EXPECT_FALSE(m_core.advance(half / 2));
     m_core.take_damage();

@@ -61,7 +61,7 @@ TEST_F(PackageTest, everything_that_this_version_does_not_know_is_kept)
           "\"dialogs\":[\n{\"id\":5,\"name\":\"A\",\"tint\":\"\\u6e56\"}\n],\n"
           "\"controls\":[\n{\"id\":9,\"type\":0,\"dialog\":5,\"text\":\"t\",\"\xef\xbb\xbf"
           "text\":1,\"spin\":{\"a\" : [ ]}}\n],\n"
-          "\"styles\":{\n\"Glass\":{\"blur\":1e1},\n\"Wood\":[]\n},\n"
+          "\"styles\":[\n{\"id\":11,\"name\":\"Glass\",\"blur\":1e1}\n],\n"
           "\"weather\":{\"rain\":true},\n\"\xef\xbb\xbf"
           "controls\":1\n}\n";
     read(scene, {{u"movies/intro.ogg"_s, "movie"}, {u"notes"_s, ""}});
