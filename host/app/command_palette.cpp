@@ -80,8 +80,8 @@ CommandPalette::CommandPalette(QWidget* parent, const std::vector<NamedAction>& 
     m_list->header()->setSectionResizeMode(1, QHeaderView::ResizeToContents);
     m_list->setFocusPolicy(Qt::NoFocus);
     for (const NamedAction& named : m_actions) {
-        auto* row = new QTreeWidgetItem(
-            m_list, {named.path, named.action->shortcut().toString(QKeySequence::NativeText)});
+        auto* row = new QTreeWidgetItem(m_list,
+                                        {named.path, named.action->shortcut().toString(QKeySequence::NativeText)});
         row->setIcon(0, named.action->icon());
         if (named.action->isChecked())
             row->setText(1, QStringLiteral("✓ ") + row->text(1));
@@ -104,9 +104,8 @@ void CommandPalette::narrow(const QString& text)
     for (int i = 0; i < m_list->topLevelItemCount(); ++i) {
         QTreeWidgetItem* row = m_list->topLevelItem(i);
         const QString name = row->text(0);
-        const bool fits = std::all_of(words.begin(), words.end(), [&](const QString& word) {
-            return name.contains(word, Qt::CaseInsensitive);
-        });
+        const bool fits = std::all_of(words.begin(), words.end(),
+                                      [&](const QString& word) { return name.contains(word, Qt::CaseInsensitive); });
         row->setHidden(!fits);
         const bool begins = name.section(QLatin1String(" > "), -1).startsWith(text, Qt::CaseInsensitive);
         const bool first_begins = first

@@ -33,7 +33,8 @@ QString licences_text()
     return text
         + lang(u"\n分发本程序时须遵守 QScintilla 的 GPL 3（或使用其商业许可）；其余的库可与任何许可的程序一同分发，"
                u"但须附上其声明。",
-               u"\nWho passes the program on has to keep to QScintilla's GPL 3, or to have a commercial licence of it. The "
+               u"\nWho passes the program on has to keep to QScintilla's GPL 3, or to have a commercial licence of it. "
+               u"The "
                u"others may go with a program under any licence, together with their notices.");
 }
 

@@ -98,8 +98,8 @@ TEST_F(Pictures, the_commands_are_reached_through_the_program)
 TEST(PlayWindow, runs_the_interface_without_the_editor_and_changes_to_the_full_screen)
 {
     Studio studio;
-    EXPECT_TRUE(studio.load_plug_ins(QFileInfo(QStringLiteral(TARN_SCENE_PLUGIN)).path(), Studio::Windows::None)
-                    .isEmpty());
+    EXPECT_TRUE(
+        studio.load_plug_ins(QFileInfo(QStringLiteral(TARN_SCENE_PLUGIN)).path(), Studio::Windows::None).isEmpty());
     ASSERT_TRUE(studio.scene());
     EXPECT_TRUE(studio.ui_plug_ins().empty());
     studio.start_world();
