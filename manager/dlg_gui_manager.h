@@ -1,6 +1,6 @@
 #pragma once
 
-#include "list_page.h"
+#include "page_base/list_page.h"
 
 class CDXUTDialog;
 class CReportListDialog;

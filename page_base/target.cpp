@@ -5,11 +5,13 @@
 #include "animation/timebar.h"
 #include "animation/timer_object.h"
 #include "engine/base_world.h"
+#include "engine/scene_selection.h"
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
 #include "gui_core/dxut_menu.h"
 #include "gui_core/dxut_menu_item.h"
 #include "gui_scene/gui_plug_scene.h"
+#include "world/world_object.h"
 
 namespace tarn {
 
@@ -23,6 +25,9 @@ constexpr int control_codes[] = {ui_full_refresh, ui_scene_changed, ui_selection
 constexpr int timebar_codes[] = {ui_full_refresh, ui_timebars_changed, ui_timebar_content};
 
 constexpr int menu_codes[] = {ui_full_refresh, ui_scene_changed, ui_selection_changed, ui_control_properties};
+
+constexpr int world_codes[] = {ui_full_refresh, ui_scene_changed, ui_world_selection_changed, ui_timebars_changed,
+                               ui_timebar_content};
 
 const SelectionRecord* edited_selection(CGuiPlugScene& scene, bool of_controls)
 {
@@ -125,6 +130,45 @@ ModelObject* CurrentMenuItem::current(CGuiPlugScene& scene) const
 {
     const SelectionRecord& selection = scene.gui_core().selection();
     return selection.editing && selection.current_menu ? selection.current_menu_item : nullptr;
+}
+
+ModelObject* SelectedWorldObjects::current(CGuiPlugScene& scene) const
+{
+    const bool editing = scene.world() && scene.gui_core().selection().editing;
+    WorldObject* object = editing ? scene.world()->selection().get_last() : nullptr;
+    return object && (!m_type || object->type() == *m_type) ? object : nullptr;
+}
+
+std::vector<ModelObject*> SelectedWorldObjects::selected(CGuiPlugScene& scene) const
+{
+    if (!current(scene))
+        return {};
+    const CSelection& selection = scene.world()->selection();
+    const auto objects = m_type ? selection.get_type_objs(*m_type) : selection.objects();
+    return {objects.begin(), objects.end()};
+}
+
+std::span<const int> SelectedWorldObjects::codes() const
+{
+    return world_codes;
+}
+
+int SelectedWorldObjects::changed_code() const
+{
+    return ui_world_selection_changed;
+}
+
+ModelObject* TimerObjectOfSelection::current(CGuiPlugScene& scene) const
+{
+    const ModelObject* object = SelectedWorldObjects::current(scene);
+    const CTimebar* bar = object ? scene.animation().current_bar() : nullptr;
+    return bar ? bar->SearchItemUsage(*object) : nullptr;
+}
+
+std::vector<ModelObject*> TimerObjectOfSelection::selected(CGuiPlugScene& scene) const
+{
+    ModelObject* const object = current(scene);
+    return object ? std::vector{object} : std::vector<ModelObject*>();
 }
 
 ModelObject* CurrentTimebar::current(CGuiPlugScene& scene) const

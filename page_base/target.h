@@ -1,5 +1,8 @@
 #pragma once
 
+#include <QtGlobal>
+
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -9,6 +12,7 @@ class CGuiPlugScene;
 namespace tarn {
 
 class ModelObject;
+enum class WorldType : quint8;
 
 /// What a page edits: which objects of the scene, and the notification codes that tell of them. Targets have no state of
 /// their own, so pages share them.
@@ -80,6 +84,31 @@ public:
     ModelObject* current(CGuiPlugScene& scene) const override;
 };
 
+/// The selected objects of the 3D world, while they are edited; with a type only those of it, and only while the one
+/// that was selected last is of it.
+class SelectedWorldObjects : public Target {
+public:
+    SelectedWorldObjects() = default;
+    explicit SelectedWorldObjects(WorldType type) : m_type(type) {}
+    const std::optional<WorldType>& type() const { return m_type; } ///< none: any
+
+    ModelObject* current(CGuiPlugScene& scene) const override;
+    std::vector<ModelObject*> selected(CGuiPlugScene& scene) const override;
+    std::span<const int> codes() const override;
+    int changed_code() const override;
+    bool code_tells_more() const override { return true; }
+
+private:
+    std::optional<WorldType> m_type;
+};
+
+/// What the current timebar animates of the world object that was selected last: its timer object.
+class TimerObjectOfSelection : public SelectedWorldObjects {
+public:
+    ModelObject* current(CGuiPlugScene& scene) const override;
+    std::vector<ModelObject*> selected(CGuiPlugScene& scene) const override;
+};
+
 /// The current timebar, except during a preview.
 class CurrentTimebar : public Target {
 public:
@@ -108,6 +137,8 @@ inline const CurrentVariable current_variable;
 inline const CurrentMenu current_menu;
 inline const CurrentMenuItem current_menu_item;
 inline const SelectedDialogs selected_dialogs;
+inline const SelectedWorldObjects selected_world_objects;
+inline const TimerObjectOfSelection timer_object_of_selection;
 inline const SelectedControls selected_controls;
 inline const SelectedLikeCurrent selected_like_current;
 

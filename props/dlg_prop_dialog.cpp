@@ -205,7 +205,8 @@ void CDlgPropDialog::on_bind()
     const QString path = filedlg::pop_open_dlg_img(window());
     if (path.isEmpty())
         return;
-    const QString texture = CTexFileMan(*core()).find_tex_file_from_absolute_filename(path);
+    const tarn::UserAction action(scene()->journal(), tarn::lang(u"绑定贴图", u"Bind Texture"));
+    const QString texture = CTexFileMan(*core(), *scene()->world()).find_tex_file_from_absolute_filename(path);
     if (texture.isNull()) {
         tarn::boxes::message(this, {.text = QStringLiteral("无模型绑定到该贴图，绑定失败！"), .title = {}});
         return;

@@ -10,9 +10,12 @@
 #include "timeline/dlg_top_timer.h"
 #include "timer_control_bar.h"
 #include "widgets/iconfun.h"
+#include "world_bar.h"
 
 #include <QAction>
 #include <QMainWindow>
+
+#include <algorithm>
 
 using tarn::lang;
 
@@ -24,6 +27,7 @@ constexpr int template_top_table = 6103;
 constexpr int template_timebar_list = 6564;
 
 constexpr QSize prop_bar_size(230, 500);
+constexpr QSize world_bar_size(260, 500);
 constexpr QSize timer_bar_size(800, 240);
 
 /// Both bars have the same number in the frame; their places are remembered by name.
@@ -79,9 +83,28 @@ void CGuiUI::create_control_bars(QMainWindow* frame)
     frame->addDockWidget(Qt::BottomDockWidgetArea, m_timer_bar);
     add_control_bar(m_timer_bar);
 
+    create_world_bar(frame);
     m_prop_bar->show_bar(false);
     m_timer_bar->set_owner_frame(frame);
     m_timer_bar->show_bar(false);
+}
+
+/// Hidden at first; shown, it shares the place of the program's own panel at the left.
+void CGuiUI::create_world_bar(QMainWindow* frame)
+{
+    m_world_bar = new CWorldBar(lang(u"世界", u"World"), frame);
+    set_up_bar(*m_world_bar, "CWorldBar", world_bar_size, Qt::LeftDockWidgetArea | Qt::RightDockWidgetArea);
+    m_world_bar->create_page();
+    const auto docks = frame->findChildren<QDockWidget*>(QString(), Qt::FindDirectChildrenOnly);
+    const auto panel = std::find_if(docks.begin(), docks.end(), [frame](QDockWidget* dock) {
+        return frame->dockWidgetArea(dock) == Qt::LeftDockWidgetArea;
+    });
+    frame->addDockWidget(Qt::LeftDockWidgetArea, m_world_bar);
+    if (panel != docks.end())
+        frame->tabifyDockWidget(*panel, m_world_bar);
+    m_world_bar->hide();
+    QObject::connect(m_world_bar->toggleViewAction(), &QAction::triggered, m_world_bar, &QWidget::raise);
+    add_control_bar(m_world_bar);
 }
 
 void CGuiUI::create_tab_windows(QWidget* top_parent, QWidget* side_parent)
@@ -145,6 +168,7 @@ void CGuiUI::destroy_windows()
     destroy(m_top_table);
     destroy(m_prop_bar);
     destroy(m_timer_bar);
+    destroy(m_world_bar);
     destroy(m_timebar_list);
 }
 

@@ -7,6 +7,7 @@ class CDlgToolMain;
 class CDlgTopTable;
 class CPropBar;
 class CTimerControlBar;
+class CWorldBar;
 
 /// The main object of the interface editor: makes everything that the user sees of it.
 class CGuiUI : public CBasePlugUi {
@@ -20,6 +21,7 @@ public:
     QString get_plug_name() override;
 
 private:
+    void create_world_bar(QMainWindow* frame);
     void connect_timeline();
     void add_commands();
 
@@ -27,5 +29,6 @@ private:
     CDlgTopTable* m_top_table = nullptr;
     CPropBar* m_prop_bar = nullptr;
     CTimerControlBar* m_timer_bar = nullptr;
+    CWorldBar* m_world_bar = nullptr;
     CDlgGuiManagerTimer* m_timebar_list = nullptr;
 };

@@ -5,6 +5,7 @@
 #include "animation/timer_object.h"
 #include "core/language.h"
 #include "dlg_function_pick.h"
+#include "dlg_key_frame.h"
 #include "engine/base_world.h"
 #include "frame/boxes.h"
 #include "frame/cmd_test.h"
@@ -153,9 +154,17 @@ CTVar* variable_with_key(const CTimebar& bar, float time)
     return found == shown.end() ? nullptr : *found;
 }
 
+/// For all that the object has at that time; models have it for each of their keys.
+bool edit_as_model(TimelineHost& host, const CTVar& variable, float time)
+{
+    CTimerObject* object = variable.object();
+    return variable.channel() && object && open_key_dialog(host, *object, time);
+}
+
 void edit_key(TimelinePlace& place)
 {
-    if (CTVar* variable = variable_with_key(*place.bar, place.hover.key))
+    CTVar* variable = variable_with_key(*place.bar, place.hover.key);
+    if (variable && !edit_as_model(place.host, *variable, place.hover.key))
         ask_key_value(place.host, *variable, place.hover.key, lang(u"请输入关键帧的变量值", u"Input key value."));
 }
 
@@ -347,7 +356,8 @@ void double_click_bands(TimelineHost& host, const TimelinePoint& point)
     if (!bar)
         return;
     if (hover.key >= 0) {
-        if (CTVar* variable = variable_with_key(*bar, hover.key))
+        CTVar* variable = variable_with_key(*bar, hover.key);
+        if (variable && !edit_as_model(host, *variable, hover.key))
             ask_key_value(host, *variable, hover.key, lang(u"请输入关键帧的变量值", u"Input a key value"));
     } else if (hover.script >= 0) {
         edit_script(host, hover.script);
@@ -368,6 +378,24 @@ void ask_key_value(TimelineHost& host, CTVar& variable, float time, const QStrin
         return;
     variable.set_key_value(time, value);
     variable.update_value();
+}
+
+bool open_key_dialog(TimelineHost& host, CTimerObject& object, float time)
+{
+    if (!host.world() || !has_key_dialog(object.type()))
+        return false;
+    std::vector<CObjKey> keys{{object, time}};
+    for (const auto& [variable, times] : host.timeline().selection.keys())
+        for (const float other : times) {
+            const auto is_known = [&, timer = variable->object()](const CObjKey& key) {
+                return &key.object() == timer && key.time() == other;
+            };
+            if (variable->channel() && variable->object() && has_key_dialog(variable->object()->type())
+                && std::none_of(keys.begin(), keys.end(), is_known))
+                keys.emplace_back(*variable->object(), other);
+        }
+    CDlgKeyFrame::do_modal(host.owner(), *host.world(), keys);
+    return true;
 }
 
 void ask_ease(TimelineHost& host, const EaseSpan& span)
@@ -400,13 +428,7 @@ void record_keys(TimelineHost& host)
         return;
     // After a move of the cursor that kept the pose, the timebar stands elsewhere.
     view.bar()->set_current_time(view.current_time, 0);
-    const SelectionRecord& selected = scene->gui_core().selection();
-    std::vector<ModelObject*> objects;
-    if (selected.controls_selected)
-        objects.assign(selected.controls.begin(), selected.controls.end());
-    else
-        objects.assign(selected.dialogs.begin(), selected.dialogs.end());
-    view.bar()->record_selection(objects);
+    view.bar()->record_selection(scene->selected_objects());
 }
 
 } // namespace tarn

@@ -193,14 +193,6 @@ CTimebar* CDlgTopTimer::bar() const
     return animation() ? animation()->current_bar() : nullptr;
 }
 
-std::vector<tarn::ModelObject*> CDlgTopTimer::selected_objects() const
-{
-    const tarn::SelectionRecord& selection = core()->selection();
-    if (selection.controls_selected)
-        return {selection.controls.begin(), selection.controls.end()};
-    return {selection.dialogs.begin(), selection.dialogs.end()};
-}
-
 void CDlgTopTimer::update_ui(int code)
 {
     if (!scene())
@@ -214,6 +206,7 @@ void CDlgTopTimer::update_ui(int code)
         break;
     case tarn::ui_control_selected:
     case tarn::ui_selection_changed:
+    case tarn::ui_world_selection_changed:
         follow_selection();
         refresh();
         break;
@@ -317,7 +310,7 @@ void CDlgTopTimer::fill_variables()
 /// What is selected in the view, and the timebar animates, becomes what the timeline shows.
 void CDlgTopTimer::follow_selection()
 {
-    const auto objects = selected_objects();
+    const auto objects = scene()->selected_objects();
     const quint32 id = objects.empty() ? 0 : objects.back()->id();
     if (id == m_followed_object)
         return;

@@ -46,7 +46,6 @@ private:
     void set_up_scroll_bar();
     CAnimationScene* animation() const;
     CTimebar* bar() const; ///< the current one; null for none
-    std::vector<tarn::ModelObject*> selected_objects() const;
 
     // Lists
     void refresh();

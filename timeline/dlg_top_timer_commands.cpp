@@ -70,7 +70,7 @@ void CDlgTopTimer::record()
         return;
     // After a move of the cursor that kept the pose, the timebar stands elsewhere.
     bar()->set_current_time(m_timer->current_time(), 0);
-    bar()->record_selection(selected_objects());
+    bar()->record_selection(scene()->selected_objects());
     refresh();
     broadcast(tarn::ui_timebar_content);
     update_all_views();
@@ -78,10 +78,10 @@ void CDlgTopTimer::record()
 
 void CDlgTopTimer::release_objects()
 {
-    if (!bar() || !is_editing() || selected_objects().empty()
+    if (!bar() || !is_editing() || scene()->selected_objects().empty()
         || !tarn::boxes::confirm(this, lang(u"是否删除时间轴对选择物体的控制?", u"Remove animation of selection?")))
         return;
-    for (const tarn::ModelObject* object : selected_objects())
+    for (const tarn::ModelObject* object : scene()->selected_objects())
         bar()->remove_obj(bar()->SearchItemUsage(*object));
     refresh();
     broadcast(tarn::ui_timebar_content);

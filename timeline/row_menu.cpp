@@ -88,16 +88,12 @@ bool with_marks(const TimelinePlace& place)
     return place.bar && !marks_at_cursor(place).empty();
 }
 
-/// The selected control or dialog; null for none.
+/// What was selected last; null for none.
 ModelObject* selected_object(const TimelinePlace& place)
 {
     CGuiPlugScene* scene = place.host.world() ? find_gui_scene(*place.host.world()) : nullptr;
-    if (!scene)
-        return nullptr;
-    const SelectionRecord& selected = scene->gui_core().selection();
-    if (selected.controls_selected)
-        return selected.current_control;
-    return selected.current_dialog;
+    const auto objects = scene ? scene->selected_objects() : std::vector<ModelObject*>();
+    return objects.empty() ? nullptr : objects.back();
 }
 bool can_retarget(const TimelinePlace& place)
 {

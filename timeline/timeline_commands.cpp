@@ -241,6 +241,8 @@ void edit_row_key(TimelineHost& host, const TimelineRow& row, float time)
         return;
     }
     const KeySelection keys = keys_at(view, row, time);
+    if (!keys.empty() && row.object && open_key_dialog(host, *row.object, time))
+        return;
     for (CTVar* variable : row.variables(*view.bar()))
         if (keys.contains(variable)) {
             ask_key_value(host, *variable, time, prompt);

@@ -43,6 +43,9 @@ void double_click_rows(TimelineHost& host, const TimelinePoint& point);
 // Commands that double clicks, keys and the rows share.
 /// Asks for the value of the key of a variable and stores it.
 void ask_key_value(TimelineHost& host, CTVar& variable, float time, const QString& prompt);
+/// Opens the dialog for what an object of the world has at the time of a key, together with the other selected keys of such
+/// objects. False where there is no such dialog.
+bool open_key_dialog(TimelineHost& host, CTimerObject& object, float time);
 void ask_ease(TimelineHost& host, const EaseSpan& span);
 /// Opens the function of the script key there in the script editor.
 void edit_script(TimelineHost& host, float time);

@@ -7,8 +7,20 @@
 #include "timer_object.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace tarn {
+
+namespace {
+
+/// What a path gives an object that has those of its channels driven.
+quint32 led_channels(quint32 channels, bool along)
+{
+    const bool turns = along || (channels & bit(Channel::PathTurn));
+    return bit(Channel::Position) | (turns ? bit(Channel::Rotation) : 0);
+}
+
+} // namespace
 
 AnimationProgram::AnimationProgram(const CTimebar& bar, Covered& covered)
 {
@@ -18,10 +30,19 @@ AnimationProgram::AnimationProgram(const CTimebar& bar, Covered& covered)
                 add(*object, *kind, *target, covered);
 }
 
+AnimationProgram::AnimationProgram(const CTimerObject& object)
+{
+    AnimationTarget* kind = object.timebar()->scene().target_kind(object.type());
+    Covered covered;
+    if (ModelObject* target = kind ? object.target_object() : nullptr)
+        add(object, *kind, *target, covered);
+}
+
 void AnimationProgram::add(const CTimerObject& object, AnimationTarget& kind, ModelObject& target, Covered& covered)
 {
     quint32 channels = 0;
     quint32& taken = covered[target.id()];
+    const bool can_be_led = !(taken & bit(Channel::Position));
     for (const CTVar* variable : object.variables()) {
         const auto channel = variable->channel();
         if (!channel || variable->keys().is_empty() || !object.is_on(*channel) || (taken & bit(*channel)))
@@ -31,6 +52,8 @@ void AnimationProgram::add(const CTimerObject& object, AnimationTarget& kind, Mo
             continue;
         taken |= bit(*channel);
         channels |= bit(*channel);
+        if (*channel == Channel::Action)
+            channels |= bit(Channel::ActionTime);
         Track& track = m_tracks.emplace_back();
         track.type = row.type;
         track.steps = row.steps;
@@ -39,8 +62,25 @@ void AnimationProgram::add(const CTimerObject& object, AnimationTarget& kind, Mo
     }
     if (channels == 0)
         return;
-    m_objects.push_back({&kind, &target, m_tracks.size(), channels});
-    m_channels[target.id()] |= channels;
+    Object& added = m_objects.emplace_back(Object{&kind, &target, m_tracks.size(), channels});
+    if (can_be_led && (channels & bit(Channel::PathShare))) {
+        added.path = object.path_object();
+        added.along_path = object.follows_direction();
+    }
+    const quint32 led = added.path ? led_channels(channels, added.along_path) : 0;
+    taken |= led;
+    m_channels[target.id()] |= channels | led;
+}
+
+bool AnimationProgram::follows(const ModelObject& path) const
+{
+    return std::any_of(m_objects.begin(), m_objects.end(), [&](const Object& object) { return object.path == &path; });
+}
+
+/// Seconds since the key before; 0 before the first one.
+float AnimationProgram::time_in_span(const Track& track, float time)
+{
+    return std::isfinite(track.begin) ? std::max(time - track.begin, 0.f) : 0;
 }
 
 /// Finds the span that holds `time` and what is needed to work out values in it.
@@ -82,6 +122,9 @@ void AnimationProgram::evaluate(std::size_t begin, const Object& object, float t
         case VarType::Float: out[0] = std::bit_cast<quint32>(track.base[0] + way * track.delta[0]); break;
         case VarType::Color: *out = track.moves ? mix_color(track.from, track.to, way) : track.from; break;
         case VarType::Int:
+            if (track.word == channel_row(Channel::Action).word)
+                words[channel_row(Channel::ActionTime).word] = std::bit_cast<quint32>(time_in_span(track, time));
+            [[fallthrough]];
         case VarType::Mat: *out = track.from; break; // the channels of whole numbers step
         }
     }
@@ -93,6 +136,8 @@ void AnimationProgram::show(float time, const QMap<quint32, Pose>& unrecorded)
     Pose pose;
     for (const Object& object : m_objects) {
         evaluate(begin, object, time, pose);
+        if (object.path)
+            object.kind->follow(*object.path, object.along_path, pose);
         begin = object.end;
         if (!unrecorded.isEmpty())
             if (const auto changed = unrecorded.constFind(object.target->id()); changed != unrecorded.constEnd())
@@ -109,6 +154,8 @@ Pose AnimationProgram::pose_at(quint32 id, float time)
         if (object.target->id() == id) {
             Pose pose;
             evaluate(begin, object, time, pose);
+            if (object.path)
+                object.kind->follow(*object.path, object.along_path, pose);
             all.take(pose);
         }
         begin = object.end;

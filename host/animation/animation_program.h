@@ -21,10 +21,13 @@ public:
     AnimationProgram() = default;
     /// Leaves out what `covered` holds, which higher bars drive, and adds to it what this one drives.
     AnimationProgram(const CTimebar& bar, Covered& covered);
+    /// Of one object, as if nothing else drove it.
+    explicit AnimationProgram(const CTimerObject& object);
 
     /// What was not recorded goes before the keys.
     void show(float time, const QMap<quint32, Pose>& unrecorded);
     quint32 channels_of(quint32 object) const { return m_channels.value(object); }
+    bool follows(const ModelObject& path) const;
     /// What the keys say, without what was not recorded.
     Pose pose_at(quint32 object, float time);
 
@@ -46,11 +49,14 @@ private:
     struct Object {
         AnimationTarget* kind;
         ModelObject* target;
-        std::size_t end; ///< of its tracks
-        quint32 channels;
+        std::size_t end;                   ///< of its tracks
+        quint32 channels;                  ///< that have tracks
+        const ModelObject* path = nullptr; ///< that it follows; null for none
+        bool along_path = false;
     };
 
     void add(const CTimerObject& object, AnimationTarget& kind, ModelObject& target, Covered& covered);
+    static float time_in_span(const Track& track, float time);
     void enter_span(std::size_t track, float time);
     void evaluate(std::size_t begin, const Object& object, float time, Pose& pose);
 

@@ -397,6 +397,9 @@ void CAnimationScene::tell_passed(CTimebar& bar)
 void CAnimationScene::model_changed(const ModelChange& change)
 {
     m_stale |= change.everything || change.is_of_structure();
+    for (const ModelChange::Object& changed : change.objects)
+        m_changed |= std::any_of(m_programs.begin(), m_programs.end(),
+                                 [&](const Program& row) { return row.program.follows(*changed.object); });
     if ((m_stale || m_changed) && !m_running && (m_editing || !m_programs.empty()))
         show_frame();
 }

@@ -44,6 +44,8 @@ struct TimerObjectState : StateOf<TimerObjectState> {
     int type;                        ///< TimerObjectType
     ObjectRef target;                ///< kept when the object is gone
     quint32 flags = chosen_channels; ///< bits of the channels that take part
+    ObjectRef path;                  ///< that the object follows; none, or kept when it is gone
+    bool along_path = false;         ///< it turns into the path's direction
     // A script object's command
     QString function;
     QString arguments; ///< as they were written behind the function's name

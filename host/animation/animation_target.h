@@ -28,6 +28,13 @@ public:
     virtual Pose pose(const ObjectState& state) const = 0;
     /// The attributes that the channel drives; none for a channel that the objects do not have.
     virtual std::span<const FieldKey> fields(Channel channel) const = 0;
+    /// Whether the objects can follow something that leads along a way, as a path of the world does.
+    virtual bool can_follow(const ModelObject&) const { return false; }
+    /// Has `pose`, which has a share of the path, the place and turn to which the path leads: with `along` in its direction,
+    /// turned about that.
+    virtual void follow(const ModelObject&, bool, Pose&) const {}
+    /// The other way: what is nearest on the path instead of the place that `pose` has.
+    virtual void find_on_path(const ModelObject&, Pose&) const {}
     /// Has the object show the channels that `pose` has, and leaves the others. Writes are writes to what is shown.
     virtual void show(ModelObject& object, const Pose& pose) = 0;
 };

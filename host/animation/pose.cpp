@@ -17,6 +17,8 @@ const ChannelRow& channel_row(Channel channel)
         {VarType::Float, false, 13, "path_turn", u"路径旋转", u"Turn about the Path"},
         {VarType::Int, true, 14, "action", u"动作", u"Action"},
         {VarType::Int, true, 15, "loops", u"循环次数", u"Loops"},
+        {VarType::Float, false, 16, "field_of_view", u"视野角度", u"Field of View"},
+        {VarType::Float, false, 17, "action_time", u"动作时间", u"Time of the Action"},
     };
     return rows[int(channel)];
 }

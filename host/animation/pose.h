@@ -8,7 +8,7 @@
 namespace tarn {
 
 /// What of an object a timebar can drive. The first six are the bits by which an author chooses; those behind belong to
-/// models and take part always.
+/// objects of the world and take part always.
 enum class Channel : quint8 {
     Position,
     Rotation, ///< degrees
@@ -16,12 +16,14 @@ enum class Channel : quint8 {
     Color,        ///< ARGB
     Transparency, ///< 0 opaque, 1 not to be seen
     Show,
-    PathShare, ///< of the way along the path
-    PathTurn,  ///< about the path, radians
-    Action,    ///< number of a skeleton's action
-    Loops,     ///< of the action
+    PathShare,   ///< of the way along the path
+    PathTurn,    ///< about the path, radians
+    Action,      ///< number of a skeleton's action
+    Loops,       ///< of the action
+    FieldOfView, ///< of a camera, degrees
+    ActionTime,  ///< seconds since the action began; it has no keys and comes with the action
 };
-constexpr int channel_count = 10;
+constexpr int channel_count = 12;
 constexpr quint32 chosen_channels = 0x3f; ///< the bits of those by which an author chooses
 constexpr quint32 bit(Channel channel)
 {
@@ -67,7 +69,7 @@ public:
 private:
     quint32 word(Channel channel, int part) const { return m_words[std::size_t(channel_row(channel).word + part)]; }
 
-    std::array<quint32, 16> m_words{};
+    std::array<quint32, 18> m_words{};
     quint32 m_channels = 0;
 };
 

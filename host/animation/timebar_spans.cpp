@@ -133,6 +133,8 @@ CTimerObject* CTimebar::like(const CTimerObject& theirs)
         mine->write<TimerObjectState>([&](TimerObjectState& state) {
             const auto& from = static_cast<const TimerObjectState&>(Authored::state(theirs));
             state.flags = from.flags;
+            state.path = from.path;
+            state.along_path = from.along_path;
             state.function = from.function;
             state.arguments = from.arguments;
         });

@@ -69,9 +69,31 @@ ModelObject* CTimerObject::target_object() const
     return object && object->is_attached() && kind->takes(*object) ? object : nullptr;
 }
 
+ModelObject* CTimerObject::path_object() const
+{
+    const AnimationTarget* kind = m_scene.target_kind(type());
+    ModelObject* object = kind ? document().find(path().id) : nullptr;
+    return object && object->is_attached() && kind->can_follow(*object) ? object : nullptr;
+}
+
 bool CTimerObject::is_on(Channel channel) const
 {
     return !(bit(channel) & chosen_channels) || (flags() & bit(channel));
+}
+
+void CTimerObject::after_write(const WrittenFields& written)
+{
+    const CTVar* shares = channel_variable(Channel::PathShare);
+    const CTVar* places = channel_variable(Channel::Position);
+    if (written.is_whole() || !written.contains(key<&TimerObjectState::path>) || !path_object() || !places
+        || (shares && !shares->keys().is_empty()))
+        return;
+    const KeyTrack keys = places->keys(); // The list of variables is about to become longer.
+    for (qsizetype i = 0; i < keys.size(); ++i) {
+        Pose pose;
+        pose.set(Channel::Position, keys.value(i));
+        record(keys.time(i), pose);
+    }
 }
 
 void CTimerObject::state_changed()
@@ -215,9 +237,12 @@ std::optional<std::pair<float, float>> CTimerObject::get_time_belone(float time)
 void CTimerObject::record(float time, const Pose& pose)
 {
     const UserAction action(journal(), lang(u"记录关键帧", u"Record Key"));
+    Pose kept = pose;
+    if (const ModelObject* path = path_object(); path && pose.has(Channel::Position))
+        m_scene.target_kind(type())->find_on_path(*path, kept);
     for (int c = 0; c < channel_count; ++c)
-        if (const auto channel = Channel(c); pose.has(channel))
-            CObjKey(*this, time).set_value(channel, pose.value(channel));
+        if (const auto channel = Channel(c); kept.has(channel))
+            CObjKey(*this, time).set_value(channel, kept.value(channel));
 }
 
 void CTimerObject::update_frame()
@@ -272,7 +297,7 @@ bool CTCommandScript::take_due(float time)
 
 int CObjKey::group() const
 {
-    for (const CTVar* variable : m_object.variables())
+    for (const CTVar* variable : m_object->variables())
         if (const qsizetype key = variable->keys().find(m_time); key >= 0)
             return variable->keys().group(key);
     return Key::no_group;
@@ -280,29 +305,29 @@ int CObjKey::group() const
 
 void CObjKey::set_group(int group)
 {
-    const UserAction action(m_object.journal(), lang(u"关键帧的组", u"Key Group"));
-    for (CTVar* variable : m_object.variables())
+    const UserAction action(m_object->journal(), lang(u"关键帧的组", u"Key Group"));
+    for (CTVar* variable : m_object->variables())
         variable->set_key_group(m_time, group);
 }
 
 bool CObjKey::has(Channel channel) const
 {
-    const CTVar* variable = m_object.channel_variable(channel);
+    const CTVar* variable = m_object->channel_variable(channel);
     return variable && variable->keys().find(m_time) >= 0;
 }
 
 KeyValue CObjKey::value(Channel channel) const
 {
-    const CTVar* variable = m_object.channel_variable(channel);
+    const CTVar* variable = m_object->channel_variable(channel);
     return variable ? variable->value_at(m_time) : KeyValue(channel_row(channel).type);
 }
 
 void CObjKey::set_value(Channel channel, const KeyValue& value)
 {
-    const UserAction action(m_object.journal(), lang(u"关键帧的值", u"Key Value"));
-    CTVar* variable = m_object.channel_variable(channel);
+    const UserAction action(m_object->journal(), lang(u"关键帧的值", u"Key Value"));
+    CTVar* variable = m_object->channel_variable(channel);
     if (!variable)
-        variable = m_object.create_channel_var(channel);
+        variable = m_object->create_channel_var(channel);
     if (variable)
         variable->set_key_value(m_time, value);
 }

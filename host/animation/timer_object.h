@@ -28,6 +28,13 @@ public:
     /// Of one that animates an object: the target is not there.
     bool is_broken() const { return type() != tarn::TimerObjectType::Script && !target_object(); }
     bool set_target(tarn::ObjectRef target) { return change<&tarn::TimerObjectState::target>(target); }
+    /// The path that it follows, as long as that is there; null for none.
+    tarn::ModelObject* path_object() const;
+    tarn::ObjectRef path() const { return object_state().path; }
+    bool set_path(tarn::ObjectRef path) { return change<&tarn::TimerObjectState::path>(path); }
+    bool clear_path() { return set_path({}); }
+    bool follows_direction() const { return object_state().along_path; }
+    bool set_follows_direction(bool on) { return change<&tarn::TimerObjectState::along_path>(on); }
     quint32 flags() const { return object_state().flags; }
     /// Whether the channel takes part.
     bool is_on(tarn::Channel channel) const;
@@ -52,12 +59,15 @@ public:
     std::optional<std::pair<float, float>> get_time_belone(float time) const;
     std::optional<float> next_key(float after) const;
     std::optional<float> previous_key(float before) const;
-    /// Gives its channels keys at `time` with what `pose` has of them.
+    /// Gives its channels keys at `time` with what `pose` has of them; one that follows a path keeps the share of the way
+    /// that is nearest to the place.
     void record(float time, const tarn::Pose& pose);
     /// Has the scene show what the keys say now.
     void update_frame();
 
     const char* class_name() const override;
+    /// One that begins to follow a path takes its places along, as shares of the way.
+    void after_write(const tarn::WrittenFields& written) override;
     void state_changed() override;
     void children_changed() override;
 
@@ -100,10 +110,10 @@ namespace tarn {
 /// The key of a timer object at a time, as a view of its variables.
 class CObjKey {
 public:
-    CObjKey(CTimerObject& object, float time) : m_object(object), m_time(time) {}
+    CObjKey(CTimerObject& object, float time) : m_object(&object), m_time(time) {}
 
     float time() const { return m_time; }
-    CTimerObject& object() const { return m_object; }
+    CTimerObject& object() const { return *m_object; }
     /// Of the first variable that has a key there.
     int group() const;
     void set_group(int group);
@@ -113,7 +123,7 @@ public:
     void set_value(Channel channel, const KeyValue& value);
 
 private:
-    CTimerObject& m_object;
+    CTimerObject* m_object;
     float m_time;
 };
 

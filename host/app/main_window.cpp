@@ -193,8 +193,9 @@ void MainWindow::on_mode_chosen(int index)
     // The property bar belongs to both modes, the timeline bar to the one of the timebars.
     for (CBasePlugUi* plug_in : m_studio.ui_plug_ins())
         for (CMyControlBar* bar : plug_in->control_bars())
-            bar->show_bar(bar->allowedAreas().testFlag(Qt::RightDockWidgetArea)
-                          || mode.name == QLatin1String("Timebar"));
+            if (bar->follows_modes)
+                bar->show_bar(bar->allowedAreas().testFlag(Qt::RightDockWidgetArea)
+                              || mode.name == QLatin1String("Timebar"));
     for (CChildDlg* window : {mode.top_window, mode.side_window})
         if (window)
             window->on_set_active(true);
@@ -222,7 +223,7 @@ CChildDlg* MainWindow::property_page() const
 {
     for (CBasePlugUi* plug_in : m_studio.ui_plug_ins())
         for (CMyControlBar* bar : plug_in->control_bars())
-            if (bar->allowedAreas().testFlag(Qt::RightDockWidgetArea))
+            if (bar->follows_modes && bar->allowedAreas().testFlag(Qt::RightDockWidgetArea))
                 return front_page(bar);
     return nullptr;
 }

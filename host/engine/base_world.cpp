@@ -1,5 +1,6 @@
 #include "base_world.h"
 
+#include "camera_view.h"
 #include "scene_selection.h"
 #include "script/config_scene.h"
 #include "script/script_runtime.h"
@@ -10,11 +11,12 @@
 #include <algorithm>
 
 CBaseWorld::CBaseWorld()
-    : m_functions(std::make_unique<CConfigScene>(m_document)),
+    : m_models(std::make_unique<tarn::WorldModels>(m_document)),
+      m_renderer(std::make_unique<tarn::WorldRenderer>(*this)),
+      m_functions(std::make_unique<CConfigScene>(m_document)),
       m_objects(std::make_unique<tarn::WorldScene>(m_document)),
       m_selection(std::make_unique<CSelection>(*m_objects)),
-      m_models(std::make_unique<tarn::WorldModels>(m_document)),
-      m_renderer(std::make_unique<tarn::WorldRenderer>(*this)),
+      m_camera_view(std::make_unique<tarn::CameraView>(*this)),
       m_scripts(std::make_unique<tarn::ScriptRuntime>(*m_functions))
 {
     m_models->library().on_read = [this] { update_all_views(); };

@@ -17,6 +17,7 @@ class CSelection;
 
 namespace tarn {
 
+class CameraView;
 class ScriptRuntime;
 class WorldModels;
 class WorldRenderer;
@@ -92,6 +93,8 @@ public:
 
     tarn::OrbitCamera& camera() { return m_camera; }
     const tarn::OrbitCamera& camera() const { return m_camera; }
+    /// Which camera of the world it looks through.
+    tarn::CameraView& camera_view() { return *m_camera_view; }
     /// The objects of the world, a part of the document, and which of them are selected.
     tarn::WorldScene& objects() const { return *m_objects; }
     CSelection& selection() { return *m_selection; }
@@ -119,6 +122,8 @@ public:
 
 private:
     tarn::Document m_document; ///< outlives the plug-ins, whose objects it holds
+    std::unique_ptr<tarn::WorldModels> m_models;
+    std::unique_ptr<tarn::WorldRenderer> m_renderer; ///< outlives who gives it pictures
     CPlugDllMan m_plug_man;
     std::vector<tarn::UiListener*> m_listeners; ///< null: removed while a code was being told
     int m_broadcasting = 0;                     ///< broadcasts under way, one inside the other
@@ -130,8 +135,7 @@ private:
     std::unique_ptr<CConfigScene> m_functions;
     std::unique_ptr<tarn::WorldScene> m_objects;
     std::unique_ptr<CSelection> m_selection;
-    std::unique_ptr<tarn::WorldModels> m_models;
-    std::unique_ptr<tarn::WorldRenderer> m_renderer;
+    std::unique_ptr<tarn::CameraView> m_camera_view;
     tarn::ScriptLog m_script_log;
     std::unique_ptr<tarn::ScriptRuntime> m_scripts; ///< dies before the functions
 };

@@ -6,24 +6,35 @@
 
 bool CSelection::contains(const tarn::WorldObject* object) const
 {
-    return object && std::find(m_ids.begin(), m_ids.end(), object->id()) != m_ids.end();
+    return object && m_known.contains(object->id());
 }
 
 void CSelection::add(const tarn::WorldObject* object)
 {
-    if (object && !contains(object))
-        m_ids.push_back(object->id());
+    if (!object || contains(object))
+        return;
+    m_ids.push_back(object->id());
+    m_known.insert(object->id());
+}
+
+void CSelection::clear()
+{
+    m_ids.clear();
+    m_known.clear();
 }
 
 void CSelection::remove(const tarn::WorldObject* object)
 {
-    std::erase(m_ids, object->id());
+    if (m_known.remove(object->id()))
+        std::erase(m_ids, object->id());
 }
 
 tarn::WorldObject* CSelection::get_last() const
 {
-    const auto selected = objects();
-    return selected.empty() ? nullptr : selected.back();
+    for (auto id = m_ids.rbegin(); id != m_ids.rend(); ++id)
+        if (tarn::WorldObject* object = m_world.find(*id))
+            return object;
+    return nullptr;
 }
 
 std::vector<tarn::WorldObject*> CSelection::objects() const

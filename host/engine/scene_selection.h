@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QtGlobal>
+#include <QSet>
 
 #include <vector>
 
@@ -17,7 +17,7 @@ public:
 
     void add(const tarn::WorldObject* object); ///< null: nothing
     void remove(const tarn::WorldObject* object);
-    void clear() { m_ids.clear(); }
+    void clear();
     bool contains(const tarn::WorldObject* object) const;
     /// The object that was selected last; null when nothing is selected.
     tarn::WorldObject* get_last() const;
@@ -27,4 +27,5 @@ public:
 private:
     const tarn::WorldScene& m_world;
     std::vector<quint32> m_ids; ///< undo brings back an object with its id
+    QSet<quint32> m_known;      ///< the same
 };

@@ -146,6 +146,28 @@ void remove_world_objects(CBaseWorld& world)
     tell(world);
 }
 
+void show_world_objects(CBaseWorld& world, const std::vector<WorldObject*>& objects, bool on)
+{
+    {
+        const UserAction action(world.document().journal(),
+                                on ? lang(u"显示物体", u"Show Objects") : lang(u"隐藏物体", u"Hide Objects"));
+        for (WorldObject* object : objects)
+            object->set_visible(on);
+    }
+    tell(world);
+}
+
+void lock_world_objects(CBaseWorld& world, const std::vector<WorldObject*>& objects, bool on)
+{
+    {
+        const UserAction action(world.document().journal(),
+                                on ? lang(u"锁定物体", u"Lock Objects") : lang(u"解锁物体", u"Unlock Objects"));
+        for (WorldObject* object : objects)
+            object->set_locked(on);
+    }
+    tell(world);
+}
+
 ModelBox model_box(const CBaseWorld& world, const WorldObject& object)
 {
     const ModelBox box = world.models().box(object);

@@ -30,6 +30,8 @@ Result<WorldObject*> add_world_model(CBaseWorld& world, const QString& path, con
 void duplicate_world_objects(CBaseWorld& world);
 /// Removes what is selected, and the models that nothing else shows.
 void remove_world_objects(CBaseWorld& world);
+void show_world_objects(CBaseWorld& world, const std::vector<WorldObject*>& objects, bool on);
+void lock_world_objects(CBaseWorld& world, const std::vector<WorldObject*>& objects, bool on);
 
 /// What an object takes up, in the world; its place alone when it has no extent.
 struct WorldBounds {

@@ -4,6 +4,26 @@
 
 namespace tarn {
 
+namespace {
+
+/// From either side.
+std::optional<ModelHit> pick_panel(const PanelState& panel, const QMatrix4x4& transform, const Ray& ray)
+{
+    bool has_inverse = false;
+    const QMatrix4x4 into = transform.inverted(&has_inverse);
+    const QVector3D origin = into.map(ray.origin);
+    const QVector3D direction = into.mapVector(ray.direction);
+    const float distance = -origin.z() / direction.z();
+    const QVector3D at = origin + direction * distance;
+    const QVector2D uv(at.x() / panel.width + 0.5f, 0.5f - at.y() / panel.height);
+    const auto is_inside = [](float share) { return share >= 0 && share <= 1; }; // not for what is no number
+    if (!has_inverse || !(distance > 0) || !is_inside(uv.x()) || !is_inside(uv.y()))
+        return {};
+    return ModelHit{.distance = distance, .point = ray.at(distance), .uv = uv};
+}
+
+} // namespace
+
 const ModelPose* WorldModels::pose(const WorldObject& object)
 {
     const ModelPtr model = object.has_file() ? m_library.find(object.file()).model : nullptr;
@@ -37,6 +57,8 @@ ModelBox WorldModels::box(const WorldObject& object)
 
 std::optional<ModelHit> WorldModels::pick(const WorldObject& object, const Ray& ray)
 {
+    if (const auto* panel = dynamic_cast<const PanelState*>(&object.object_state()))
+        return pick_panel(*panel, object.transform(), ray);
     const ModelPose* posed = pose(object);
     return posed ? tarn::pick(*posed, object.transform(), ray) : std::nullopt;
 }

@@ -19,7 +19,7 @@ public:
     const ModelPose* pose(const WorldObject& object);
     /// In the object's own coordinates; empty where there is no pose.
     ModelBox box(const WorldObject& object);
-    /// None when the ray, in the world, misses the object's model.
+    /// None when the ray, in the world, misses the object's model or panel. A panel's places are 0 to 1 from its top left.
     std::optional<ModelHit> pick(const WorldObject& object, const Ray& ray);
 
     /// Seconds for which the interface runs: what plays by itself is so far on.

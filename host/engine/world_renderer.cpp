@@ -139,9 +139,10 @@ std::vector<DrawItem> WorldRenderer::items(Eye eye)
     return items;
 }
 
+/// A world without objects is left to who draws the ground otherwise, but for cameras, who have nobody else.
 bool WorldRenderer::draw(int target, const RenderView& view, Eye eye)
 {
-    if (!draws_any())
+    if (eye == Eye::Author ? !draws_any() : !works())
         return false;
     m_drawn = m_renderer->draw(target, view, items(eye));
     return m_drawn != 0;
@@ -149,7 +150,7 @@ bool WorldRenderer::draw(int target, const RenderView& view, Eye eye)
 
 quint32 WorldRenderer::texture(int target, const RenderView& view, Eye eye)
 {
-    return draws_any() && m_renderer->shares_with_widgets() && draw(target, view, eye) ? m_drawn : 0;
+    return draw(target, view, eye) && m_renderer->shares_with_widgets() ? m_drawn : 0;
 }
 
 QImage WorldRenderer::picture(int target, const RenderView& view, Eye eye)

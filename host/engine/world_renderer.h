@@ -42,6 +42,8 @@ public:
     /// Null: panels show none. It has to outlive its use.
     void set_pictures(WorldPictures* pictures) { m_pictures = pictures; }
 
+    /// Whether OpenGL is there.
+    bool works() { return renderer() != nullptr; }
     /// Whether the object is drawn here; otherwise outlines stand for it.
     bool draws(const WorldObject& object);
     /// Whether there is anything to be drawn here.

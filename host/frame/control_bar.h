@@ -16,4 +16,6 @@ public:
 
     /// Index of the page that the frame shows beside this bar; -1 for none.
     int linked_page_index = -1;
+    /// The frame shows and hides it with the modes; otherwise only the author does.
+    bool follows_modes = true;
 };

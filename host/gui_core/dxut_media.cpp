@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 using tarn::lang;
 using tarn::MapState;
@@ -15,6 +16,8 @@ namespace {
 constexpr double button_side = 24; ///< pixels
 constexpr double least_scale = 0.0625;
 constexpr double largest_scale = 100;
+constexpr double least_range = 0.01; ///< metres
+constexpr double spot_reach = 8;     ///< pixels about a spot that still hit it
 
 } // namespace
 
@@ -71,13 +74,94 @@ void CDXUTMap::zoom_by(double steps)
     redraw();
 }
 
+QRectF CDXUTMap::range() const
+{
+    const auto& s = state<MapState>();
+    const QRectF range = QRectF(QPointF(double(s.range_left), double(s.range_bottom)),
+                                QPointF(double(s.range_right), double(s.range_top)))
+                             .normalized();
+    return {range.topLeft(), range.size().expandedTo({least_range, least_range})};
+}
+
+QRectF CDXUTMap::shown_range() const
+{
+    const QRectF all = range();
+    const auto* world = core().world();
+    const QPointF middle = world && state<MapState>().lock_center ? world->looked_at() : all.center();
+    const QSizeF size = all.size() / scale();
+    return {middle - QPointF(size.width() / 2, size.height() / 2), size};
+}
+
+QPointF CDXUTMap::on_map(QPointF metres, QSizeF size) const
+{
+    const QRectF shown = shown_range();
+    if (shown.isEmpty())
+        return {};
+    return {(metres.x() - shown.x()) / shown.width() * size.width(),
+            (1 - (metres.y() - shown.y()) / shown.height()) * size.height()};
+}
+
+std::vector<tarn::MapSpot> CDXUTMap::shown_spots() const
+{
+    const QRectF shown = shown_range();
+    std::vector<tarn::MapSpot> spots;
+    if (const auto* world = core().world())
+        spots = world->spots();
+    std::erase_if(spots, [&](const tarn::MapSpot& spot) { return !shown.contains(spot.place); });
+    return spots;
+}
+
+void CDXUTMap::tell_spot(GuiEventType event, const QString& name)
+{
+    m_last_spot = name;
+    core().raise(event, *this);
+}
+
+void CDXUTMap::follow_spots()
+{
+    QMap<quint32, QString> seen;
+    for (const tarn::MapSpot& spot : shown_spots())
+        seen.insert(spot.object, spot.name);
+    const QMap<quint32, QString> before = std::exchange(m_seen_spots, seen);
+    for (auto spot = before.begin(); spot != before.end(); ++spot)
+        if (!seen.contains(spot.key()))
+            tell_spot(EVENT_MAP_HOT_SPOT_HIDDEN, spot.value());
+    for (auto spot = seen.begin(); spot != seen.end(); ++spot)
+        if (!before.contains(spot.key()))
+            tell_spot(EVENT_MAP_HOT_SPOT_SHOWN, spot.value());
+}
+
+bool CDXUTMap::look_at(QPointF inside)
+{
+    auto* world = core().world();
+    const QRectF shown = shown_range();
+    if (!world || !state<MapState>().eagle_eye || rect().isEmpty())
+        return false;
+    const QPointF share(inside.x() / rect().width(), 1 - inside.y() / rect().height());
+    world->look_at({shown.x() + share.x() * shown.width(), shown.y() + share.y() * shown.height()},
+                   state<MapState>().camera_model.id);
+    return true;
+}
+
 void CDXUTMap::mouse_pressed(QPointF inside)
 {
     m_pressed = button_area(Zoom::In).contains(inside) ? Zoom::In
         : button_area(Zoom::Out).contains(inside)      ? Zoom::Out
                                                        : Zoom::None;
+    m_looks = false;
     if (m_pressed != Zoom::None)
-        zoom_by(m_pressed == Zoom::In ? 1 : -1);
+        return zoom_by(m_pressed == Zoom::In ? 1 : -1);
+    for (const tarn::MapSpot& spot : shown_spots())
+        if ((on_map(spot.place, rect().size()) - inside).manhattanLength() <= spot_reach)
+            return tell_spot(EVENT_MAP_HINT_CLICKED, spot.name);
+    m_looks = look_at(inside);
+}
+
+void CDXUTMap::mouse_dragged(QPointF inside)
+{
+    // Where a map that moves under the middle is held, it would run away under the mouse.
+    if (m_looks && !state<MapState>().lock_center)
+        look_at(inside);
 }
 
 bool CDXUTMap::wheel_turned(double steps)
@@ -99,5 +183,7 @@ void CDXUTMap::reset_run_state()
 {
     m_zoom = 1;
     m_pressed = Zoom::None;
+    m_seen_spots.clear();
+    m_last_spot.clear();
     state_changed();
 }

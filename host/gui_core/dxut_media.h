@@ -1,6 +1,12 @@
 #pragma once
 
 #include "dxut_control.h"
+#include "gui_event.h"
+#include "world_link.h"
+
+#include <QMap>
+
+#include <vector>
 
 /// A Flash movie. Movies are not played: a card shows what the movie's header says, or why it cannot be read.
 class CDXUTFlash : public CDXUTControl {
@@ -13,13 +19,14 @@ public:
     QString description() const;
 };
 
-/// A view into the world through another camera; a frame until there is one.
+/// A view into the world through another camera; a frame where there is none.
 class CDXUTPictureInPicture : public CDXUTControl {
 public:
     using CDXUTControl::CDXUTControl;
 };
 
-/// A navigation map: a base, the map's picture and a surface over it, with two buttons that zoom the picture.
+/// A navigation map: a base, a picture of the world from above and a surface over it, with two buttons that zoom. Without
+/// an author's picture the world itself is shown.
 class CDXUTMap : public CDXUTControl {
 public:
     using CDXUTControl::CDXUTControl;
@@ -29,11 +36,25 @@ public:
     /// Where a button is, pixels from the map's corner.
     QRectF button_area(Zoom zoom) const;
     tarn::VisualState button_state(Zoom zoom) const;
-    /// How many times as large as the map its picture is drawn about the map's middle; the author's until the user zooms.
+    /// How many times as large as the map its picture is drawn; the author's until the user zooms.
     double scale() const;
+    /// The part of the world that the whole map shows, metres seen from above; y points to the top, so `y()` is the lower
+    /// edge. Everything is as far from the middle as it is from the range's, or from where one looks.
+    QRectF shown_range() const;
+    /// The part that the author's picture shows.
+    QRectF range() const;
+    /// From metres to pixels of a map of the size `size`.
+    QPointF on_map(QPointF metres, QSizeF size) const;
+    /// What the map shows of the world's spots.
+    std::vector<tarn::MapSpot> shown_spots() const;
+    /// The spot that came, went or was clicked last, for the functions of these events.
+    const QString& last_spot() const { return m_last_spot; }
+    /// Raises the events of spots that came into what the map shows, or went.
+    void follow_spots();
 
     bool is_interactive() const override { return true; }
     void mouse_pressed(QPointF inside) override;
+    void mouse_dragged(QPointF inside) override;
     bool wheel_turned(double steps) override;
     bool key_pressed(int key, Qt::KeyboardModifiers modifiers) override;
     void reset_run_state() override;
@@ -41,7 +62,13 @@ public:
 private:
     /// Zooms in by so many steps; negative ones zoom out.
     void zoom_by(double steps);
+    /// With the eagle's eye the views look where one presses.
+    bool look_at(QPointF inside);
+    void tell_spot(GuiEventType event, const QString& name);
 
     double m_zoom = 1; ///< what the user made of the author's scale
     Zoom m_pressed = Zoom::None;
+    bool m_looks = false;                ///< what is pressed moves the eagle's eye
+    QMap<quint32, QString> m_seen_spots; ///< names of those that are shown, by id
+    QString m_last_spot;
 };

@@ -7,6 +7,7 @@
 #include "dxut_menu_item.h"
 #include "open_menu.h"
 #include "texture_name.h"
+#include "world_link.h"
 
 #include <algorithm>
 #include <iterator>
@@ -407,6 +408,11 @@ QString CGuiCore::add_texture(const QString& wanted, const QByteArray& encoded)
         name = tarn::free_picture_name(wanted, [&](const QString& other) { return !names.contains(other); });
     set_texture(name, encoded);
     return name;
+}
+
+bool CGuiCore::is_in_world(const CDXUTDialog& dialog) const
+{
+    return m_world && m_world->is_in_world(dialog);
 }
 
 QRectF CGuiCore::take_damage()

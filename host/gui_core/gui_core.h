@@ -26,6 +26,8 @@ class CDXUTMenuItem;
 
 namespace tarn {
 
+class WorldLink;
+
 class OpenMenu;
 
 /// A button of a dialog's caption bar.
@@ -47,6 +49,9 @@ struct LiveState {
     CaptionSpot caption_pressed;
     bool caret_shown = true; ///< carets blink
     QPointF mouse;           ///< pixels of the screen
+    /// The dialog that something in the world shows under the mouse: `mouse` is where that is on the dialog's own place of
+    /// the screen. Null while the mouse is over the screen.
+    const CDXUTDialog* in_world = nullptr;
 
     /// What is not part of the scene any more goes.
     void prune();
@@ -201,6 +206,11 @@ public:
     void show_caret();
     /// Where a dialog is that is minimised to the bottom: beside those that were before, in rows from the bottom up.
     QRectF minimized_bar(const CDXUTDialog& dialog) const;
+    /// The world that the interface lies over; null for none. It has to outlive its use.
+    void set_world(tarn::WorldLink* world) { m_world = world; }
+    tarn::WorldLink* world() const { return m_world; }
+    /// Whether the dialog is shown by something in the world, and not on the screen.
+    bool is_in_world(const CDXUTDialog& dialog) const;
     /// The control whose list is dropped down; null for none.
     void set_popup(CDXUTControl* control) { m_live.popup = control; }
     const tarn::LiveState& live() const { return const_cast<CGuiCore*>(this)->live(); }
@@ -268,6 +278,7 @@ private:
     quint32 m_minimized_dialogs = 0; ///< how often one was minimised
     std::unique_ptr<tarn::OpenMenu> m_open_menu;
     tarn::ViewAids m_view_aids;
+    tarn::WorldLink* m_world = nullptr;
     QSize m_screen{1280, 720};
     QSize m_known_design{1280, 720}; ///< the design size for which the dialogs know where they are drawn
     QRectF m_damage;

@@ -45,7 +45,10 @@ QPointF local_place(const CDXUTControl& control, QPointF on_screen)
 
 GuiInput::Hit GuiInput::hit(const CGuiCore& core, QPointF place)
 {
+    const CDXUTDialog* in_world = core.live().in_world;
     for (CDXUTDialog* dialog : core.shown_dialogs()) {
+        if (in_world ? dialog != in_world : core.is_in_world(*dialog))
+            continue;
         if (!dialog->drawn_bounds().contains(place))
             continue;
         if (CDXUTControl* control = control_in(*dialog, place))

@@ -3,6 +3,7 @@
 #include "drawn_state.h"
 #include "gui_core/dxut_media.h"
 #include "gui_core/dxut_picture.h"
+#include "gui_core/gui_core.h"
 #include "texture_cache.h"
 
 #include <QPainter>
@@ -39,12 +40,29 @@ void draw_flash(DrawContext& context, const CDXUTFlash& flash, const QRectF& are
               {.color = 0xffe8eef0, .font_size = 12, .word_wrap = true});
 }
 
+namespace {
+
+/// The world as the control shows it, `size` pixels of the interface large.
+QImage world_view(const DrawContext& context, const CDXUTControl& control, QSizeF size)
+{
+    WorldLink* world = context.core.world();
+    return world && !size.isEmpty() ? world->view(control, (size * context.scale).toSize()) : QImage();
+}
+
+} // namespace
+
 void draw_picture_in_picture(DrawContext& context, const CDXUTPictureInPicture& picture, const QRectF& area)
 {
     const auto& s = drawn_state<PictureInPictureState>(picture);
     context.painter.fillRect(area.adjusted(2, 2, -2, -2), QColor::fromRgba(s.background_color));
+    const QRectF inner = area.adjusted(2, 2, -2, -2);
+    const QImage world = world_view(context, picture, inner.size());
     if (s.frame_shown)
         context.draw_element(Element::Field, VisualState::Normal, area);
+    if (!world.isNull()) {
+        context.draw_image(inner, world, world.rect());
+        return;
+    }
     const double side = std::min({48.0, area.width() - 8, area.height() - 8});
     if (side > 4)
         context.draw_element(Element::CameraPlaceholder, VisualState::Normal,
@@ -75,16 +93,36 @@ void draw_zoom_button(DrawContext& context, const CDXUTMap& map, CDXUTMap::Zoom 
 bool draw_map_picture(DrawContext& context, const CDXUTMap& map, const QRectF& area)
 {
     const QString& name = drawn_state<MapState>(map).image_map;
+    if (name.isEmpty()) {
+        const QImage world = world_view(context, map, area.size());
+        if (!world.isNull())
+            context.draw_image(area, world, world.rect());
+        return !world.isNull();
+    }
     const QImage picture = texture(context.core, name);
-    if (picture.isNull())
-        return false;
+    const QRectF range = map.range();
+    const QRectF whole = QRectF(map.on_map(range.bottomLeft(), area.size()), map.on_map(range.topRight(), area.size()))
+                             .normalized()
+                             .translated(area.topLeft());
     // Only the part that is seen is drawn, however large the whole would be.
-    const double scale = map.scale();
-    const QSizeF seen = QSizeF(picture.size()) / std::max(1.0, scale);
-    const QRectF part(QPointF((picture.width() - seen.width()) / 2, (picture.height() - seen.height()) / 2), seen);
-    const QSizeF size = area.size() * std::min(1.0, scale);
-    context.draw_image(QRectF(area.center() - QPointF(size.width() / 2, size.height() / 2), size), picture, part);
+    const QRectF seen = whole & area;
+    if (picture.isNull() || seen.isEmpty())
+        return !picture.isNull();
+    const double x = picture.width() / whole.width();
+    const double y = picture.height() / whole.height();
+    context.draw_image(
+        seen, picture,
+        QRectF((seen.x() - whole.x()) * x, (seen.y() - whole.y()) * y, seen.width() * x, seen.height() * y));
     return true;
+}
+
+void draw_spots(const DrawContext& context, const CDXUTMap& map, const QRectF& area)
+{
+    constexpr double radius = 4; // pixels
+    context.painter.setPen(QPen(QColor(255, 255, 255, 230), 1.5));
+    context.painter.setBrush(QColor(0xe8, 0x8a, 0x2c));
+    for (const MapSpot& spot : map.shown_spots())
+        context.painter.drawEllipse(map.on_map(spot.place, area.size()) + area.topLeft(), radius, radius);
 }
 
 } // namespace
@@ -101,8 +139,9 @@ void draw_map(DrawContext& context, const CDXUTMap& map, const QRectF& area)
             context.draw_element(Element::MapPlaceholder, VisualState::Normal, square_about(area.center(), side));
     }
     context.painter.save();
-    context.painter.setClipRect(area, Qt::IntersectClip); // An author may put a button beside the map.
-    draw_zoom_button(context, map, CDXUTMap::Zoom::In, area);
+    context.painter.setClipRect(area, Qt::IntersectClip);
+    draw_spots(context, map, area);
+    draw_zoom_button(context, map, CDXUTMap::Zoom::In, area); // An author may put a button beside the map.
     draw_zoom_button(context, map, CDXUTMap::Zoom::Out, area);
     context.painter.restore();
 }

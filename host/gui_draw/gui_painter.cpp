@@ -66,32 +66,54 @@ void paint_dialog(DrawContext& context, const CDXUTDialog& dialog, const QRectF&
 
 GuiPainter::GuiPainter() : m_elements(Skin::default_skin()) {}
 
+void GuiPainter::paint_one(QPainter& painter, const CGuiCore& core, const CDXUTDialog& dialog, const QRectF& clip,
+                           double scale)
+{
+    if (!dialog.is_seen() || !(dialog.is_root() || dialog.drawn_bounds().intersects(clip)))
+        return;
+    const SelectionRecord& selection = core.selection();
+    const CDXUTDialog* active = selection.editing ? selection.current_dialog : core.active_dialog();
+    FadedLayer layer(painter, dialog.is_root() ? clip : dialog.drawn_bounds() & clip, dialog.dialog_state().color,
+                     dialog.dialog_state().transparency);
+    DrawContext context{layer.painter(), m_elements, core, scale, selection.editing, nullptr, active};
+    paint_dialog(context, dialog, clip);
+}
+
 void GuiPainter::paint(QPainter& painter, const CGuiCore& core, const QRectF& clip, double scale)
 {
     painter.save();
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     painter.setRenderHint(QPainter::Antialiasing);
-    const SelectionRecord& selection = core.selection();
-    const CDXUTDialog* active = selection.editing ? selection.current_dialog : core.active_dialog();
-    const auto paint_one = [&](const CDXUTDialog& dialog) {
-        if (!dialog.is_seen() || !(dialog.is_root() || dialog.drawn_bounds().intersects(clip)))
-            return;
-        FadedLayer layer(painter, dialog.is_root() ? clip : dialog.drawn_bounds() & clip, dialog.dialog_state().color,
-                         dialog.dialog_state().transparency);
-        DrawContext context{layer.painter(), m_elements, core, scale, selection.editing, nullptr, active};
-        paint_dialog(context, dialog, clip);
-    };
-    paint_one(*core.GetRootDialog());
+    paint_one(painter, core, *core.GetRootDialog(), clip, scale);
     for (const bool on_top : {false, true})
         for (const CDXUTDialog* dialog : core.GetDialogs())
-            if (dialog->dialog_state().always_on_top == on_top)
-                paint_one(*dialog);
-    for (const CDXUTControl* control : {core.live().hovered, core.live().popup})
-        if (control && control->dialog() && !control->raised_area().isEmpty())
-            paint_raised(painter, core, *control, scale);
+            if (dialog->dialog_state().always_on_top == on_top && !core.is_in_world(*dialog))
+                paint_one(painter, core, *dialog, clip, scale);
+    paint_raised(painter, core, nullptr, scale);
     if (const OpenMenu* menu = core.open_menu())
         draw_open_menu({painter, m_elements, core, scale, false, nullptr}, *menu);
     painter.restore();
+}
+
+void GuiPainter::paint_alone(QPainter& painter, const CGuiCore& core, const CDXUTDialog& dialog, double scale)
+{
+    painter.save();
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.translate(-dialog.outer_rect().topLeft());
+    paint_one(painter, core, dialog, dialog.drawn_bounds(), scale);
+    paint_raised(painter, core, &dialog, scale);
+    painter.restore();
+}
+
+void GuiPainter::paint_raised(QPainter& painter, const CGuiCore& core, const CDXUTDialog* dialog, double scale)
+{
+    for (const CDXUTControl* control : {core.live().hovered, core.live().popup}) {
+        const CDXUTDialog* home = control ? control->dialog() : nullptr;
+        const bool wanted = home && (dialog ? home == dialog : !core.is_in_world(*home));
+        if (wanted && !control->raised_area().isEmpty())
+            paint_raised(painter, core, *control, scale);
+    }
 }
 
 void GuiPainter::paint_raised(QPainter& painter, const CGuiCore& core, const CDXUTControl& control, double scale)

@@ -1,12 +1,12 @@
 #include "animation_targets.h"
 
+#include "channel_fields.h"
 #include "gui_core/control_state.h"
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
 
 #include <algorithm>
 #include <cmath>
-#include <vector>
 
 namespace tarn {
 
@@ -22,28 +22,6 @@ float within_reach(const Pose& pose, Channel channel, int part, float least = -f
 int whole_pixels(const Pose& pose, Channel channel, int part, float least = -farthest)
 {
     return int(std::lround(within_reach(pose, channel, part, least)));
-}
-
-/// Whether the object shows `pose` already: then nobody has to be told.
-bool shows(const Pose& now, const Pose& pose)
-{
-    for (int c = 0; c < channel_count; ++c)
-        if (const auto channel = Channel(c); pose.has(channel) && now.has(channel))
-            if (!(now.value(channel) == pose.value(channel)))
-                return false;
-    return true;
-}
-
-struct ChannelFields {
-    Channel channel;
-    std::vector<FieldKey> fields;
-};
-
-std::span<const FieldKey> fields_of(std::span<const ChannelFields> rows, Channel channel)
-{
-    const auto found = std::find_if(rows.begin(), rows.end(),
-                                    [channel](const ChannelFields& row) { return row.channel == channel; });
-    return found == rows.end() ? std::span<const FieldKey>() : found->fields;
 }
 
 } // namespace

@@ -17,6 +17,7 @@
 #include "package_writer.h"
 #include "picture_file.h"
 #include "picture_release.h"
+#include "scene_in_world.h"
 #include "scene_merge.h"
 #include "scene_overlay.h"
 #include "scene_tools.h"
@@ -25,6 +26,7 @@
 #include "store/in_worker.h"
 #include "store/pak_file.h"
 #include "tex_path_info.h"
+#include "world/world_object.h"
 
 #include <QFileInfo>
 #include <QSet>
@@ -128,6 +130,8 @@ void CGuiPlugScene::join(tarn::Document& document)
     m_animation = std::make_unique<CAnimationScene>(document);
     m_animation->set_target_kind(tarn::TimerObjectType::Control, &m_control_target);
     m_animation->set_target_kind(tarn::TimerObjectType::Dialog, &m_dialog_target);
+    for (WorldTargetRow& row : m_world_targets)
+        m_animation->set_target_kind(row.type, &row.target);
     m_animation->set_listener(&m_timebar_runner);
     if (m_make_tools)
         m_tools = m_make_tools(*this);
@@ -138,14 +142,29 @@ void CGuiPlugScene::on_world_created(CBaseWorld* world)
     m_world = world;
     if (!m_core)
         join(world->document());
+    m_in_world = std::make_unique<tarn::SceneInWorld>(*m_core, *world);
+    for (WorldTargetRow& row : m_world_targets)
+        row.target.set_models(&world->models());
     if (m_tools) {
         m_tools->on_world_created(*world);
         world->set_default_mouse_tool(&m_tools->select_tool());
     }
     world->set_script_api(tarn::gui_script_api(*this));
     world->begin_edit = [this](const QString& name) { return begin_script_edit(name); };
-    m_overlay = std::make_unique<tarn::SceneOverlay>(*m_core);
+    m_overlay = std::make_unique<tarn::SceneOverlay>(*m_core, *m_in_world);
     world->set_overlay(m_overlay.get());
+}
+
+std::vector<tarn::ModelObject*> CGuiPlugScene::selected_objects() const
+{
+    if (m_world && m_world->selection().get_last()) {
+        const auto objects = m_world->selection().objects();
+        return {objects.begin(), objects.end()};
+    }
+    const tarn::SelectionRecord& selection = m_core->selection();
+    if (selection.controls_selected)
+        return {selection.controls.begin(), selection.controls.end()};
+    return {selection.dialogs.begin(), selection.dialogs.end()};
 }
 
 std::shared_ptr<void> CGuiPlugScene::begin_script_edit(const QString& name)
@@ -508,6 +527,7 @@ void CGuiPlugScene::play(bool on)
         m_runner.begin();
         m_animation->set_running(true);
     }
+    m_in_world->play(on);
     m_world->set_mouse_tool(on ? &m_tools->play_tool() : &m_tools->select_tool());
 }
 
@@ -518,7 +538,8 @@ void CGuiPlugScene::advance(double now)
     const tarn::ShownWrites writes(document());
     m_runner.advance(now);
     const bool animates = m_animation->frame_move(float(now - std::exchange(m_last_advance, now)));
-    if ((m_core->advance(now) || animates) && m_world)
+    const bool moves = m_in_world->advance(now);
+    if ((m_core->advance(now) || animates || moves) && m_world)
         m_world->update_all_views();
 }
 

@@ -11,7 +11,10 @@
 #include "script/config_scene.h"
 #include "script/event_runner.h"
 #include "script/timebar_runner.h"
+#include "world/world_states.h"
+#include "world_target.h"
 
+#include <array>
 #include <memory>
 #include <optional>
 
@@ -23,6 +26,7 @@ class CTexPathInfo;
 
 namespace tarn {
 class MouseTool;
+class SceneInWorld;
 class SceneOverlay;
 class SceneTools;
 
@@ -64,6 +68,9 @@ public:
     void join(tarn::Document& document) override;
     void on_world_created(CBaseWorld* world) override;
     CBaseWorld* world() const { return m_world; }
+    /// What timebars record of: the selected objects of the world, or else the selected controls or dialogs, the one that
+    /// was selected last at the end.
+    std::vector<tarn::ModelObject*> selected_objects() const;
 
     // The scene as a whole
     void clear();
@@ -137,6 +144,9 @@ public:
     /// The type of control that is drawn; -1 when none is.
     int mouse_function_type() const { return m_function_type; }
 
+    /// Where the interface and the world meet; there is none before the world.
+    tarn::SceneInWorld& in_world() const { return *m_in_world; }
+
     SelectionMode& selection_mode() { return m_selection_mode; }
 
     // Pictures
@@ -165,12 +175,24 @@ private:
 
     tarn::ControlTarget m_control_target;
     tarn::DialogTarget m_dialog_target;
+    struct WorldTargetRow {
+        tarn::TimerObjectType type;
+        tarn::WorldTarget target;
+    };
+    std::array<WorldTargetRow, 5> m_world_targets{{
+        {tarn::TimerObjectType::Model, tarn::WorldTarget(tarn::WorldType::Model)},
+        {tarn::TimerObjectType::AniModel, tarn::WorldTarget(tarn::WorldType::AnimatedModel)},
+        {tarn::TimerObjectType::Skeleton, tarn::WorldTarget(tarn::WorldType::Skeleton)},
+        {tarn::TimerObjectType::Camera, tarn::WorldTarget(tarn::WorldType::Camera)},
+        {tarn::TimerObjectType::Panel, tarn::WorldTarget(tarn::WorldType::Panel)},
+    }};
     tarn::TimebarRunner m_timebar_runner{*this};
     std::unique_ptr<CAnimationScene> m_animation;
     std::unique_ptr<CEventManager> m_events; ///< the core closes the document that they are part of
     std::unique_ptr<CGuiCore> m_core;
     tarn::EventRunner m_runner{*this};
     tarn::GuiSceneModel m_model{*this};
+    std::unique_ptr<tarn::SceneInWorld> m_in_world; ///< made with the world
     std::unique_ptr<tarn::SceneOverlay>
         m_overlay; ///< made with the world: it needs the fonts and pictures of a program with a display
     CBaseWorld* m_world = nullptr;

@@ -5,6 +5,7 @@
 #include "animation/timebar.h"
 #include "animation/timer_object.h"
 #include "core/language.h"
+#include "engine/base_world.h"
 #include "gui_core/control_class.h"
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
@@ -41,7 +42,7 @@ GuiSceneModel::GuiSceneModel(CGuiPlugScene& scene) : m_scene(scene) {}
 const ScriptObjects& GuiSceneModel::objects() const
 {
     if (!m_objects)
-        m_objects = gui_script_objects(m_scene.gui_core(), m_scene.animation());
+        m_objects = gui_script_objects(m_scene.gui_core(), m_scene.animation(), m_scene.world()->objects());
     return *m_objects;
 }
 

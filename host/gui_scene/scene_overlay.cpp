@@ -1,6 +1,7 @@
 #include "scene_overlay.h"
 
 #include "gui_core/gui_core.h"
+#include "scene_in_world.h"
 
 namespace tarn {
 
@@ -16,7 +17,10 @@ void SceneOverlay::paint(QPainter& painter, const QRectF& clip, double scale)
 
 QRectF SceneOverlay::take_damage()
 {
-    return m_core.take_damage();
+    m_in_world.update();
+    const QRectF damage = m_core.take_damage();
+    m_in_world.damaged(damage);
+    return damage;
 }
 
 } // namespace tarn

@@ -7,10 +7,12 @@ class CGuiCore;
 
 namespace tarn {
 
+class SceneInWorld;
+
 /// The interface as what the views draw over the world.
 class SceneOverlay : public Overlay {
 public:
-    explicit SceneOverlay(CGuiCore& core) : m_core(core) {}
+    SceneOverlay(CGuiCore& core, SceneInWorld& in_world) : m_core(core), m_in_world(in_world) {}
 
     void set_screen_size(QSize size) override;
     void paint(QPainter& painter, const QRectF& clip, double scale) override;
@@ -18,6 +20,7 @@ public:
 
 private:
     CGuiCore& m_core;
+    SceneInWorld& m_in_world;
     GuiPainter m_painter;
 };
 

@@ -2,17 +2,22 @@
 
 #include <QString>
 
+class CBaseWorld;
 class CGuiCore;
 
-/// Finds the textures of the scene.
+/// Finds the textures that models and panels of the world use.
 class CTexFileMan {
 public:
-    explicit CTexFileMan(const CGuiCore& core) : m_core(core) {}
+    CTexFileMan(CGuiCore& core, const CBaseWorld& world) : m_core(core), m_world(world) {}
 
-    /// The name of the texture that the file `path` is: the one with the same content, otherwise one with the same file
-    /// name. Null when there is none.
-    QString find_tex_file_from_absolute_filename(const QString& path) const;
+    /// The name in the scene's textures of the one that the file `path` is: by its content, otherwise by its file name. A
+    /// texture that only a model has is taken into the scene for it. Null when nothing in the world uses it.
+    QString find_tex_file_from_absolute_filename(const QString& path);
 
 private:
-    const CGuiCore& m_core;
+    QString find_of_panels(const QByteArray& encoded, const QString& file_name) const;
+    bool is_of_model(const QByteArray& encoded) const;
+
+    CGuiCore& m_core;
+    const CBaseWorld& m_world;
 };

@@ -20,6 +20,12 @@ std::unique_ptr<SceneTools> make_gui_tools(CGuiPlugScene& scene)
     return std::make_unique<GuiTools>(scene);
 }
 
+void GuiTools::on_world_created(CBaseWorld& world)
+{
+    m_world_mouse.on_world_created(world);
+    m_play_tool.set_world(&m_scene.in_world());
+}
+
 std::unique_ptr<MouseTool> GuiTools::create_tool(int type)
 {
     return std::make_unique<CreateTool>(m_scene, m_aids, type);

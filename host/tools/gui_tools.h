@@ -14,7 +14,7 @@ class GuiTools : public SceneTools {
 public:
     explicit GuiTools(CGuiPlugScene& scene);
 
-    void on_world_created(CBaseWorld& world) override { m_world_mouse.on_world_created(world); }
+    void on_world_created(CBaseWorld& world) override;
     MouseTool& select_tool() override { return m_select_tool; }
     MouseTool& play_tool() override { return m_play_tool; }
     std::unique_ptr<MouseTool> create_tool(int type) override;

@@ -1,11 +1,12 @@
 #include "play_tool.h"
 
 #include "gui_core/gui_core.h"
+#include "gui_scene/scene_in_world.h"
 
 namespace tarn {
 
 PlayTool::PlayTool(CGuiCore& core, std::function<void()> after_input)
-    : m_document(core.document()), m_input(core), m_after_input(std::move(after_input))
+    : m_document(core.document()), m_core(core), m_input(core), m_after_input(std::move(after_input))
 {
 }
 
@@ -15,8 +16,35 @@ bool PlayTool::done(bool taken) const
     return taken;
 }
 
-bool PlayTool::hand_mouse(const MouseEvent& event)
+/// Finds whether the mouse is over the screen's dialogs or over one in the world, and where it is there.
+QPointF PlayTool::find_dialog(QPointF place)
 {
+    constexpr QPointF nowhere(-1e6, -1e6);
+    LiveState& live = m_core.live();
+    const bool holds = live.pressed || live.caption_pressed.dialog;
+    const CDXUTDialog* held = holds ? live.in_world : nullptr;
+    live.in_world = nullptr;
+    if (!m_world || (!held && (holds || m_input.covers(place))))
+        return place;
+    const auto spot = m_world->spot_at(place);
+    if (held) { // What was pressed has the mouse until it is let go.
+        live.in_world = held;
+        return spot && spot->dialog == held ? spot->place : nowhere;
+    }
+    if (!spot)
+        return place;
+    live.in_world = spot->dialog;
+    return spot->place;
+}
+
+bool PlayTool::covers(QPointF place) const
+{
+    return (m_world && m_world->spot_at(place)) || (!m_core.live().in_world && m_input.covers(place));
+}
+
+bool PlayTool::hand_mouse(MouseEvent event)
+{
+    event.place = find_dialog(event.place);
     if (event.kind == MouseEvent::Kind::Move)
         return m_input.mouse_moved(event.place);
     if (event.button == Qt::RightButton && event.kind == MouseEvent::Kind::Release)
@@ -52,7 +80,7 @@ bool PlayTool::text(const QString& text, const QString& preedit)
 bool PlayTool::wheel(QPointF place, double steps)
 {
     const ShownWrites writes(m_document);
-    return done(m_input.wheel_turned(place, steps));
+    return done(m_input.wheel_turned(find_dialog(place), steps));
 }
 
 } // namespace tarn

@@ -1,6 +1,11 @@
 #include "world_layer.h"
 
+#include "animation/animation_scene.h"
+#include "animation/t_var.h"
+#include "animation/timer_object.h"
+#include "core/language.h"
 #include "engine/base_world.h"
+#include "engine/camera_view.h"
 #include "engine/scene_selection.h"
 #include "engine/view_projection.h"
 #include "engine/world_edit.h"
@@ -8,6 +13,7 @@
 #include "engine/world_renderer.h"
 #include "gui_draw/texture_cache.h"
 #include "gui_scene/gui_plug_scene.h"
+#include "motion_path.h"
 #include "selection_overlay.h"
 #include "world/world_scene.h"
 #include "world_shape.h"
@@ -21,7 +27,8 @@ namespace tarn {
 
 namespace {
 
-constexpr double reach = 5; ///< pixels beside a line that still hit it
+constexpr double reach = 5;                     ///< pixels beside a line that still hit it
+constexpr QRectF eye_label_place(16, 40, 1, 1); ///< says through which camera the view looks
 const QColor selected_color(0x2f, 0xb5, 0xc9);
 const QColor current_color(0xff, 0xb0, 0x3a);
 
@@ -71,7 +78,9 @@ void WorldLayer::model_changed(const ModelChange& change)
 {
     m_changed |= change.everything
         || std::any_of(change.objects.begin(), change.objects.end(), [](const ModelChange::Object& changed) {
-                     return dynamic_cast<const WorldObject*>(changed.object);
+                     return dynamic_cast<const WorldObject*>(changed.object)
+                         || dynamic_cast<const CTimerObject*>(changed.object)
+                         || dynamic_cast<const CTVar*>(changed.object);
                  });
 }
 
@@ -82,6 +91,7 @@ WorldLayer::Look WorldLayer::look() const
         return {};
     return {.camera = world.camera().view_matrix(),
             .selected = world.selection().objects(),
+            .timebar = m_scene.animation().is_editing() ? m_scene.animation().current_bar() : nullptr,
             .models = world.models().library().revision(),
             .playing = m_scene.is_playing(),
             .empty = false};
@@ -105,7 +115,8 @@ std::vector<const WorldObject*> WorldLayer::shown_objects(const ViewProjection& 
     std::vector<std::pair<double, const WorldObject*>> order;
     for (const WorldObject* object : m_scene.world()->objects().objects()) {
         const bool is_aid = object->type() == WorldType::Camera || object->type() == WorldType::Path;
-        if (object->is_visible() && !(is_aid && m_scene.is_playing()))
+        const bool is_eye = object->id() == m_scene.world()->camera().looks_through();
+        if (object->is_visible() && !is_eye && !(is_aid && m_scene.is_playing()))
             order.emplace_back(-distance_from(*m_scene.world(), view, *object), object);
     }
     std::stable_sort(order.begin(), order.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
@@ -124,6 +135,9 @@ void WorldLayer::paint(QPainter& painter, const QRectF&, double scale)
         paint_object(painter, view, *object, scale);
     if (m_scene.is_playing())
         return;
+    paint_motion_paths(painter, view, m_scene);
+    if (const WorldObject* camera = m_scene.world()->camera_view().camera())
+        paint_label(painter, eye_label_place, lang(u"相机：%1", u"Camera: %1").arg(camera->name()));
     for (const WorldObject* object : objects)
         if (const auto place = view.place(bounds_of(*m_scene.world(), *object).centre);
             place && m_scene.world()->selection().contains(object))
@@ -189,7 +203,7 @@ WorldObject* world_object_at(const CBaseWorld& world, const ViewProjection& view
     WorldObject* found = nullptr;
     double nearest = far_away;
     for (WorldObject* object : world.objects().objects()) {
-        if (!object->is_visible() || object->is_locked())
+        if (!object->is_visible() || object->is_locked() || object->id() == world.camera().looks_through())
             continue;
         if (const auto distance = seen_at(world, view, *object, place); distance && *distance < nearest) {
             nearest = *distance;

@@ -8,6 +8,7 @@
 
 class CBaseWorld;
 class CGuiPlugScene;
+class CTimebar;
 
 namespace tarn {
 
@@ -31,7 +32,8 @@ private:
     struct Look {
         QMatrix4x4 camera;
         std::vector<WorldObject*> selected;
-        quint64 models = 0; ///< that were read
+        const CTimebar* timebar = nullptr; ///< whose motion paths are shown; null for none
+        quint64 models = 0;                ///< that were read
         bool playing = false;
         bool empty = true;
         bool operator==(const Look&) const = default;

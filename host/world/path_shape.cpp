@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace tarn {
 
@@ -53,6 +54,25 @@ QVector3D PathShape::place(float share) const
         return m_corners.empty() ? QVector3D() : m_corners.front();
     const Spot at = spot(share);
     return m_corners[at.corner] + (m_corners[at.corner + 1] - m_corners[at.corner]) * at.way;
+}
+
+float PathShape::nearest_share(const QVector3D& place) const
+{
+    float found = 0;
+    float nearest = std::numeric_limits<float>::max();
+    for (std::size_t i = 1; i < m_corners.size(); ++i) {
+        const QVector3D piece = m_corners[i] - m_corners[i - 1];
+        const float length = piece.length();
+        const float way = length > 0
+            ? std::clamp(QVector3D::dotProduct(place - m_corners[i - 1], piece) / (length * length), 0.f, 1.f)
+            : 0;
+        const float distance = (m_corners[i - 1] + piece * way - place).lengthSquared();
+        if (distance < nearest) {
+            nearest = distance;
+            found = m_lengths[i - 1] + way * length;
+        }
+    }
+    return length() > 0 ? found / length() : 0;
 }
 
 QVector3D PathShape::direction(float share) const

@@ -23,6 +23,8 @@ public:
     /// At `share` of the length, 0 to 1; what lies beyond goes round a closed path and stays at the ends of another. The
     /// origin when there are no points.
     QVector3D place(float share) const;
+    /// The share of the length at which the path comes nearest to a place, 0 to 1.
+    float nearest_share(const QVector3D& place) const;
     /// Of length 1; (0, 0, 1) where the path leads nowhere.
     QVector3D direction(float share) const;
 

@@ -34,6 +34,8 @@ public:
     bool set_name(const QString& name) { return change<&WorldObjectState::name>(name); }
     bool is_visible() const { return object_state().visible; }
     bool is_locked() const { return object_state().locked; }
+    bool set_visible(bool on) { return change<&WorldObjectState::visible>(on); }
+    bool set_locked(bool on) { return change<&WorldObjectState::locked>(on); }
     bool has_file() const { return type() <= WorldType::Skeleton; }
     bool has_actions() const { return type() == WorldType::AnimatedModel || type() == WorldType::Skeleton; }
     /// Of the package; empty for what has none.

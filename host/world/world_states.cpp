@@ -36,7 +36,8 @@ const FieldTable& WorldObjectState::field_table()
         field<S, &S::turn_z>("turn_z", 0.f, turn()), field<S, &S::size_x>("size_x", 1.f, size()),
         field<S, &S::size_y>("size_y", 1.f, size()), field<S, &S::size_z>("size_z", 1.f, size()),
         field<S, &S::color>("color", 0xffffffffu), field<S, &S::transparency>("transparency", 0.f, range(0, 1)),
-        field<S, &S::visible>("visible", true), field<S, &S::locked>("locked", false));
+        field<S, &S::visible>("visible", true), field<S, &S::locked>("locked", false),
+        field<S, &S::hot_spot>("hot_spot", false));
     return table;
 }
 

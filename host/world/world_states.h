@@ -38,7 +38,8 @@ struct WorldObjectState : StateOf<WorldObjectState> {
     quint32 color = 0xffffffff; ///< ARGB, multiplied with what the object is drawn with
     float transparency = 0;     ///< 0 opaque, 1 not to be seen
     bool visible = true;
-    bool locked = false; ///< the view's mouse leaves it alone
+    bool locked = false;   ///< the view's mouse leaves it alone
+    bool hot_spot = false; ///< maps show where it is
 
     static const FieldTable& field_table();
 };

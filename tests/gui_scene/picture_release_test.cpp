@@ -3,6 +3,7 @@
 #include "gui_scene/tex_file_man.h"
 #include "support/gui_fixture.h"
 #include "support/scene_fixture.h"
+#include "world/world_scene.h"
 
 namespace tarn::test {
 
@@ -139,11 +140,14 @@ TEST_F(PictureReleaseTest, a_name_that_no_package_can_hold_is_not_taken)
     EXPECT_TRUE(m_scene.open_scene(path()));
 }
 
-TEST_F(PictureReleaseTest, a_texture_is_found_by_its_content_and_otherwise_by_its_name)
+TEST_F(PictureReleaseTest, a_texture_of_the_world_is_found_by_its_content_and_otherwise_by_its_name)
 {
     core().set_texture(u"walls/screen.png"_s, png(Qt::red));
     core().set_texture(u"blue.png"_s, png(Qt::green));
-    const CTexFileMan textures(core());
+    CTexFileMan textures(core(), m_world);
+    EXPECT_TRUE(textures.find_tex_file_from_absolute_filename(path(u"red.png"_s)).isNull()) << "nothing uses it";
+    for (const QString& name : {u"walls/screen.png"_s, u"blue.png"_s})
+        m_world.objects().create(WorldType::Panel)->write<PanelState>([&](PanelState& s) { s.picture = name; });
     EXPECT_EQ(textures.find_tex_file_from_absolute_filename(path(u"red.png"_s)), u"walls/screen.png"_s);
     EXPECT_EQ(textures.find_tex_file_from_absolute_filename(path(u"blue.png"_s)), u"blue.png"_s);
     EXPECT_EQ(textures.find_tex_file_from_absolute_filename(path(u"gone/screen.png"_s)), u"walls/screen.png"_s);

@@ -9,6 +9,8 @@
 #include "animation/timebar.h"
 #include "animation/timer_object.h"
 #include "core/field.h"
+#include "engine/world_edit.h"
+#include "engine/world_models.h"
 #include "frame/dlg_group.h"
 #include "frame/rollup.h"
 #include "gui_core/control_type.h"
@@ -19,8 +21,10 @@
 #include "page_base/value_part.h"
 #include "script/config_scene.h"
 #include "shell/prop_bar.h"
+#include "shell/world_bar.h"
 #include "widgets/color_swatch.h"
 #include "widgets/super_edit.h"
+#include "world/world_scene.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -49,6 +53,7 @@ protected:
         m_frame.activateWindow();
         ASSERT_TRUE(QTest::qWaitForWindowActive(&m_frame));
         ASSERT_TRUE(m_scene->functions().set_function(u"answer"_s, u""_s).ok());
+        m_frame.findChild<CWorldBar*>()->show_bar(true);
         for (CMyRollup* rollup : m_frame.findChildren<CMyRollup*>())
             rollup->ExpandAllPages(true);
         for (int i = 0; i < 2; ++i) {
@@ -80,6 +85,36 @@ protected:
         }
         m_frame.findChild<CPropBar*>()->group().show_wnd_by_id(CPropBar::page_timer);
     }
+    WorldObject* make_object(WorldType type)
+    {
+        if (type != WorldType::AnimatedModel && type != WorldType::Skeleton)
+            return m_world.objects().create(type);
+        const QString name = type == WorldType::Skeleton ? u"figure"_s : u"chest"_s;
+        auto object = add_world_model(m_world, QStringLiteral(TARN_MODELS "/%1.glb").arg(name), {}, {});
+        EXPECT_TRUE(object) << object.status().message().toStdString();
+        m_world.models().library().finish();
+        return object.value();
+    }
+    /// Two panels, or what else the target is of; for what a timebar makes of them, one in two timebars.
+    void make_world(const SelectedWorldObjects& target)
+    {
+        WorldScene& world = m_world.objects();
+        std::vector<WorldObject*> made;
+        for (int i = 0; i < 2; ++i) {
+            made.push_back(make_object(target.type().value_or(WorldType::Panel)));
+            made.back()->set_name(u"one name"_s);
+        }
+        select_world_objects(m_world, made);
+        m_objects.assign(made.begin(), made.end());
+        if (!dynamic_cast<const TimerObjectOfSelection*>(&target))
+            return;
+        world.create(WorldType::Path);
+        for (ModelObject*& object : m_objects) {
+            CTimebar* bar = m_scene->animation().create_bar(10);
+            object = bar->create_object(TimerObjectType::Panel, {made.back()->id()});
+        }
+        m_world.broadcast(ui_timebars_changed);
+    }
     /// Selects two fresh objects that the row is for.
     void select_for(const CBoundPage& page, const FieldRow& row)
     {
@@ -92,6 +127,11 @@ protected:
         }
         core().ClearCtrlSelection();
         core().ClearDialogSelection();
+        if (const auto* of_world = dynamic_cast<const SelectedWorldObjects*>(&target)) {
+            make_world(*of_world);
+            m_scene->journal().clear();
+            return;
+        }
         core().selection().menu_editing = dynamic_cast<const CurrentMenu*>(&target);
         if (const auto* controls = dynamic_cast<const SelectedControls*>(&target)) {
             const int type = controls->type() == SelectedControls::any_type ? DXUT_CONTROL_BUTTON : controls->type();

@@ -5,6 +5,7 @@
 #include "support/gui_fixture.h"
 #include "widgets/color_swatch.h"
 #include "widgets/super_edit.h"
+#include "world/world_scene.h"
 
 #include <QCheckBox>
 #include <QLineEdit>
@@ -194,6 +195,9 @@ TEST_F(DialogPage, a_dialog_is_bound_to_a_texture_that_the_scene_has)
     EXPECT_EQ(m_answers.texts, QStringList(u"无模型绑定到该贴图，绑定失败！"_s));
     EXPECT_FALSE(m_scene->SearchTexbindByDialog(m_second));
     core().set_texture(u"walls/brick.png"_s, png(Qt::red));
+    m_world.objects().create(WorldType::Panel)->write<PanelState>([](PanelState& s) {
+        s.picture = u"walls/brick.png"_s;
+    });
     bind.click();
     ASSERT_TRUE(m_scene->SearchTexbindByDialog(m_second));
     EXPECT_FALSE(m_scene->SearchTexbindByDialog(m_first)) << "the current dialog's alone";

@@ -45,6 +45,7 @@ t.same({scripts:control(6426):color(), scripts:control(6520):color()}, {blue, bl
 local closing = studio.events()[2]
 t.same({closing.control, closing.type}, {home, 0x1103}, "the dialog's event is listed like the others")
 t.same(studio.function_text(closing.name) ~= nil, true, "with its function")
+studio.create_object{kind = "panel"}:set("picture", "mark.png")
 studio.answer(t.temporary("mark.png"))
 local dialog_page = studio.page("CDlgPropDialog")
 dialog_page:control(6201):click()

@@ -8,10 +8,12 @@
 #include "engine/base_world.h"
 #include "gui_core/dxut_dialog.h"
 #include "gui_core/dxut_info_box.h"
+#include "gui_core/dxut_media.h"
 #include "gui_core/dxut_menu.h"
 #include "gui_core/dxut_menu_item.h"
 #include "gui_core/gui_core.h"
 #include "gui_scene/gui_plug_scene.h"
+#include "world/world_scene.h"
 
 #include <QHash>
 
@@ -27,6 +29,8 @@ constexpr const char* menu_kind = "menu";
 constexpr const char* menu_item = "menu item";
 constexpr const char* timebar_kind = "timebar";
 constexpr const char* info_box = "Info";
+constexpr const char* map_class = "Map";
+constexpr const char* world_kind = "object";
 constexpr double farthest = 1e6; ///< pixels
 
 ScriptObject handle(ModelObject* object)
@@ -50,7 +54,10 @@ ModelObject* find_named(QHash<QString, Object*>& found, const List& all, const Q
 
 class GuiScriptObjects final : public ScriptObjects {
 public:
-    GuiScriptObjects(CGuiCore& core, CAnimationScene& animation) : m_core(core), m_animation(animation) {}
+    GuiScriptObjects(CGuiCore& core, CAnimationScene& animation, const WorldScene& world)
+        : m_core(core), m_animation(animation), m_world(world)
+    {
+    }
 
     std::vector<Kind> kinds() const override
     {
@@ -62,7 +69,10 @@ public:
              {u"找出一个菜单；同名时为最先创建的", u"finds a menu; of several with the name the one made first"}},
             {timebar_kind,
              {u"找出一个时间轴；同名时为列表中最靠上的",
-              u"finds a timebar; of several with the name the one highest in the list"}}};
+              u"finds a timebar; of several with the name the one highest in the list"}},
+            {world_kind,
+             {u"找出三维世界中的一个物体；同名时为列表中的第一个",
+              u"finds an object of the 3D world; of several with the name the first in the list"}}};
     }
 
     ScriptObject find(QLatin1String kind, const QString& name) const override
@@ -72,6 +82,7 @@ public:
             m_controls.clear();
             m_dialogs.clear();
             m_menus.clear();
+            m_objects.clear();
             m_generation = m_core.document().generation();
         }
         if (kind == QLatin1String(control_kind))
@@ -80,6 +91,8 @@ public:
             return handle(find_named(m_menus, m_core.GetMenus(), name));
         if (kind == QLatin1String(timebar_kind))
             return handle(m_animation.SearchTimebarFromName(name));
+        if (kind == QLatin1String(world_kind))
+            return handle(find_named(m_objects, m_world.objects(), name));
         ModelObject* dialog = find_named(m_dialogs, m_core.GetDialogs(), name);
         const bool is_root = !dialog && m_core.GetRootDialog()->name() == name;
         return handle(is_root ? m_core.GetRootDialog() : dialog);
@@ -92,6 +105,8 @@ public:
             return handle(m_core.find_menu(id));
         if (kind == QLatin1String(timebar_kind))
             return handle(find_attached<CTimebar>(id));
+        if (kind == QLatin1String(world_kind))
+            return handle(m_world.find(id));
         return handle(id == m_core.GetRootDialog()->id() ? m_core.GetRootDialog() : m_core.find_dialog(id));
     }
     ScriptObject find(quint32 id) const override
@@ -115,6 +130,8 @@ public:
             return {menu_item};
         if (dynamic_cast<const CTimebar*>(&object))
             return {timebar_kind};
+        if (dynamic_cast<const WorldObject*>(&object))
+            return {world_kind};
         if (dynamic_cast<const CDXUTDialog*>(&object))
             return {dialog_kind};
         return {object.class_name()};
@@ -131,6 +148,8 @@ public:
         add_names(MenuState::field_table());
         add_names(MenuItemState::field_table());
         add_names(TimebarState::field_table());
+        for (const WorldTypeRow& type : world_types())
+            add_names(StatePtr(m_world.object_kind().make_state(int(type.type)))->fields());
         for (const ControlClass& type : control_classes())
             add_names(StatePtr(type.make_state())->fields());
         return names;
@@ -147,10 +166,12 @@ private:
 
     CGuiCore& m_core;
     CAnimationScene& m_animation;
+    const WorldScene& m_world;
     mutable quint64 m_generation = 0;
     mutable QHash<QString, CDXUTControl*> m_controls;
     mutable QHash<QString, CDXUTDialog*> m_dialogs;
     mutable QHash<QString, CDXUTMenu*> m_menus;
+    mutable QHash<QString, WorldObject*> m_objects;
 };
 
 CDXUTControl& control_of(const ScriptCall& call)
@@ -229,6 +250,14 @@ std::vector<ScriptVerb> control_verbs(CGuiPlugScene& scene)
          {u"在信息显示框末尾添加一行", u"adds a line at the end of the info box"},
          doing([](ScriptCall& c) { static_cast<CDXUTInfoBox&>(c.object(0)).AddString(c.text(1)); }),
          info_box},
+        {"hot_spot",
+         {},
+         {u"导航图上最后出现、消失或被点击的热点的名称",
+          u"the name of the hot spot that came, went or was clicked last"},
+         [](ScriptCall& c) -> Result<ScriptValue> {
+             return ScriptValue(static_cast<CDXUTMap&>(c.object(0)).last_spot());
+         },
+         map_class},
     };
 }
 
@@ -415,14 +444,16 @@ ScriptVerb message_verb(CGuiPlugScene& scene)
 
 } // namespace
 
-std::shared_ptr<const ScriptObjects> gui_script_objects(CGuiCore& core, CAnimationScene& animation)
+std::shared_ptr<const ScriptObjects> gui_script_objects(CGuiCore& core, CAnimationScene& animation,
+                                                        const WorldScene& world)
 {
-    return std::make_shared<GuiScriptObjects>(core, animation);
+    return std::make_shared<GuiScriptObjects>(core, animation, world);
 }
 
 ScriptApi gui_script_api(CGuiPlugScene& scene)
 {
-    ScriptApi api{{message_verb(scene)}, gui_script_objects(scene.gui_core(), scene.animation())};
+    ScriptApi api{{message_verb(scene)},
+                  gui_script_objects(scene.gui_core(), scene.animation(), scene.world()->objects())};
     for (const auto& verbs : {control_verbs(scene), dialog_verbs(scene), menu_verbs(scene), timebar_verbs()})
         api.verbs.insert(api.verbs.end(), verbs.begin(), verbs.end());
     return api;

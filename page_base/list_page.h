@@ -1,7 +1,7 @@
 #pragma once
 
 #include "core/field_key.h"
-#include "page_base/gui_child_dlg.h"
+#include "gui_child_dlg.h"
 
 class CReportList;
 class QPoint;
@@ -30,9 +30,10 @@ protected:
     void offer_renaming(CReportList& list, const Naming& naming);
     /// Opens the menu for what is selected at a place of the desktop.
     void pop_list_menu(const QPoint& place);
+    /// Lets the user edit the name of the selected row; of several the one that the keyboard is on.
+    void edit_name();
 
 private:
-    void edit_name();
     void rename(int row, const QString& name);
 
     CReportList* m_named_list = nullptr;

@@ -43,7 +43,6 @@ void CListPage::pop_list_menu(const QPoint& place)
         edit_name();
 }
 
-/// Of several selected rows the one that the keyboard is on.
 void CListPage::edit_name()
 {
     const QModelIndex at = m_named_list->currentIndex();
