@@ -11,6 +11,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QFileInfo>
+#include <QLineEdit>
 #include <QMenuBar>
 #include <QScrollBar>
 #include <QTest>
