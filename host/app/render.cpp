@@ -95,7 +95,8 @@ private:
     {
         const QSizeF size = m_line.size.isEmpty() ? part.size() : QSizeF(m_line.size);
         const double scale = std::min(size.width() / part.width(), size.height() / part.height());
-        const double drawn = std::min(scale, largest_side / std::max(m_screen.width(), m_screen.height()));
+        const double most = largest_side / std::max(m_screen.width(), m_screen.height());
+        const double drawn = std::max(1.0, std::min(scale, most)); // Smaller pictures are reduced.
         QImage screen = CView3D::render(m_studio.world(), m_screen, drawn);
         screen.setDevicePixelRatio(1);
         if (screen.size() == size.toSize() && part.size() == QSizeF(m_screen))
