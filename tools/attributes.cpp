@@ -14,6 +14,7 @@
 
 #include <cstdio>
 #include <limits>
+#include <string_view>
 
 namespace {
 
@@ -52,20 +53,21 @@ QString number(double value)
 QString default_text(const Value& value)
 {
     return std::visit(
-        Overloaded{[](std::monostate) { return QString(); },
-                   [](bool on) { return on ? QStringLiteral("true") : QStringLiteral("false"); },
-                   [](qint64 whole) { return QString::number(whole); }, [](double real) { return number(real); },
-                   [](const QString& text) {
-                       return text.isEmpty() ? QStringLiteral("empty") : QStringLiteral("`%1`").arg(text);
-                   },
-                   [](const tarn::NumberList& list) {
-                       QStringList parts;
-                       for (const double part : list)
-                           parts.append(number(part));
-                       return parts.isEmpty() ? QStringLiteral("empty") : parts.join(QStringLiteral(", "));
-                   },
-                   [](tarn::ObjectRef) { return QStringLiteral("none"); },
-                   [](const auto& list) { return list.isEmpty() ? QStringLiteral("empty") : QStringLiteral("filled"); }},
+        Overloaded{
+            [](std::monostate) { return QString(); },
+            [](bool on) { return on ? QStringLiteral("true") : QStringLiteral("false"); },
+            [](qint64 whole) { return QString::number(whole); }, [](double real) { return number(real); },
+            [](const QString& text) {
+                return text.isEmpty() ? QStringLiteral("empty") : QStringLiteral("`%1`").arg(text);
+            },
+            [](const tarn::NumberList& list) {
+                QStringList parts;
+                for (const double part : list)
+                    parts.append(number(part));
+                return parts.isEmpty() ? QStringLiteral("empty") : parts.join(QStringLiteral(", "));
+            },
+            [](tarn::ObjectRef) { return QStringLiteral("none"); },
+            [](const auto& list) { return list.isEmpty() ? QStringLiteral("empty") : QStringLiteral("filled"); }},
         value);
 }
 
@@ -78,9 +80,8 @@ QString range_text(const FieldRules& rules)
     if (from || to)
         return from ? QStringLiteral("from %1").arg(number(rules.minimum))
                     : QStringLiteral("to %1").arg(number(rules.maximum));
-    return rules.max_length < std::numeric_limits<int>::max()
-        ? QStringLiteral("up to %1 letters").arg(rules.max_length)
-        : QString();
+    return rules.max_length < std::numeric_limits<int>::max() ? QStringLiteral("up to %1 letters").arg(rules.max_length)
+                                                              : QString();
 }
 
 QString notes(const FieldRules& rules)
@@ -123,6 +124,28 @@ QString capitalised(const char16_t* text)
     return name.left(1).toUpper() + name.mid(1);
 }
 
+/// What all controls have, then for each type what it has beside.
+QString controls()
+{
+    const tarn::ControlState common;
+    QString text = section(QStringLiteral("Every control"), common, nullptr);
+    for (const tarn::ControlClass& row : tarn::control_classes()) {
+        const tarn::StatePtr state(row.make_state());
+        text += section(QStringLiteral("%1 (type %2)").arg(capitalised(row.english)).arg(row.type), *state, &common);
+    }
+    return text;
+}
+
+/// All types of such objects have the same attributes.
+QString objects(const tarn::ObjectKind& kind)
+{
+    constexpr int most_types = 64;
+    for (int type = kind.saves_type ? 0 : -1; type < most_types; ++type)
+        if (const tarn::StatePtr state(kind.make_state(type)); state)
+            return section(capitalised(kind.english), *state, nullptr);
+    return {};
+}
+
 QString reference()
 {
     tarn::Document document;
@@ -132,25 +155,14 @@ QString reference()
     const tarn::WorldScene world(document);
     const CAnimationScene animation(document);
     QString text = QStringLiteral(
-        "# Attributes\n\nThe attributes of every kind of object, as packages, scripts of a scene and scripts that use the "
+        "# Attributes\n\nThe attributes of every kind of object, as packages, scripts of a scene and scripts that use "
+        "the "
         "studio name them. This page is written by `tarn-attributes docs/attributes.md` from the tables that the "
         "program itself goes by. Numbers outside their range are held to it, longer texts are cut.\n\n");
     text += section(QStringLiteral("Interface"), tarn::Authored::state(core), nullptr);
-    for (const tarn::ObjectKind& kind : document.kinds()) {
-        if (kind.fixed)
-            continue;
-        const tarn::StatePtr of_kind(kind.make_state(kind.saves_type ? 0 : -1));
-        if (!kind.saves_type) {
-            text += section(capitalised(kind.english), *of_kind, nullptr);
-            continue;
-        }
-        const tarn::ControlState common;
-        text += section(QStringLiteral("Every control"), common, nullptr);
-        for (const tarn::ControlClass& row : tarn::control_classes()) {
-            const tarn::StatePtr state(row.make_state());
-            text += section(QStringLiteral("%1 (type %2)").arg(capitalised(row.english)).arg(row.type), *state, &common);
-        }
-    }
+    for (const tarn::ObjectKind& kind : document.kinds())
+        if (!kind.fixed)
+            text += std::string_view(kind.key) == "controls" ? controls() : objects(kind);
     return text.trimmed() + QLatin1Char('\n');
 }
 
