@@ -15,6 +15,7 @@
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QScrollBar>
+#include <QTabBar>
 #include <QTest>
 #include <QTreeWidget>
 
@@ -57,7 +58,8 @@ std::string place_of(const QWidget& widget)
 /// Parts that a control is made of are told with it.
 bool is_part(const QWidget& widget)
 {
-    if (qobject_cast<const QScrollBar*>(&widget) || widget.objectName().startsWith(u"qt_"_s))
+    // Bars one behind the other are chosen by tabs that have names of their own.
+    if (qobject_cast<const QTabBar*>(&widget) || qobject_cast<const QScrollBar*>(&widget) || widget.objectName().startsWith(u"qt_"_s))
         return true;
     const QWidget* parent = widget.parentWidget();
     return parent && widget.focusProxy() == nullptr && parent->focusProxy() == &widget;
@@ -90,7 +92,7 @@ TEST_F(WholeProgram, offers_all_that_its_menus_have_in_the_palette)
     EXPECT_FALSE(paths.filter(u"&"_s).size()) << paths.join(u'\n').toStdString();
     CommandPalette palette(nullptr, actions);
     auto* filter = palette.findChild<QLineEdit*>();
-    QTest::keyClicks(filter, lang(u"主题 深", u"theme dark"));
+    filter->setText(lang(u"主题 深", u"theme dark"));
     ASSERT_TRUE(palette.chosen());
     EXPECT_EQ(palette.chosen()->text(), lang(u"深色", u"Dark"));
     QTest::keyClick(filter, Qt::Key_Return);

@@ -28,6 +28,7 @@ protected:
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.insert(u"XDG_CONFIG_HOME"_s, m_folder.path());
         environment.insert(u"QT_QPA_PLATFORM"_s, u"offscreen"_s);
+        environment.insert(u"XDG_RUNTIME_DIR"_s, m_folder.path()); // Qt tells of one that is missing.
         program.setProcessEnvironment(environment);
         program.start(QStringLiteral(TARN_PROGRAM), QStringList{u"--lang"_s, u"en"_s} + arguments);
         EXPECT_TRUE(program.waitForFinished(60'000));

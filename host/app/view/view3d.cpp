@@ -49,6 +49,7 @@ CView3D::CView3D(CBaseWorld& world, QWidget* parent)
     setMouseTracking(true);
     setAttribute(Qt::WA_InputMethodEnabled);
     setMinimumSize(160, 120);
+    setAccessibleName(tarn::lang(u"三维视图", u"3D view"));
     m_refresh.setInterval(refresh_interval);
     m_refresh.setTimerType(Qt::PreciseTimer);
     connect(&m_refresh, &QTimer::timeout, this, &CView3D::schedule_redraw);
