@@ -158,6 +158,7 @@ void MainWindow::make_docks()
     m_problem_count->setAutoRaise(true);
     m_problem_count->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     m_problem_count->setToolTip(lang(u"显示问题列表", u"Shows the list of problems"));
+    m_problem_count->setAccessibleName(lang(u"问题", u"Problems"));
     m_problem_count->hide();
     statusBar()->addPermanentWidget(m_problem_count);
     connect(m_problem_count, &QToolButton::clicked, this, [this] {

@@ -7,7 +7,6 @@
 #include "studio.h"
 #include "support/printing.h"
 
-#include <QLineEdit>
 #include <QAccessible>
 #include <QAction>
 #include <QApplication>
@@ -59,7 +58,8 @@ std::string place_of(const QWidget& widget)
 bool is_part(const QWidget& widget)
 {
     // Bars one behind the other are chosen by tabs that have names of their own.
-    if (qobject_cast<const QTabBar*>(&widget) || qobject_cast<const QScrollBar*>(&widget) || widget.objectName().startsWith(u"qt_"_s))
+    if (qobject_cast<const QTabBar*>(&widget) || qobject_cast<const QScrollBar*>(&widget)
+        || widget.objectName().startsWith(u"qt_"_s))
         return true;
     const QWidget* parent = widget.parentWidget();
     return parent && widget.focusProxy() == nullptr && parent->focusProxy() == &widget;
