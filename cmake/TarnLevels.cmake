@@ -18,6 +18,11 @@ function(tarn_library name)
     set_property(GLOBAL PROPERTY TARN_LEVEL_${name} ${ARG_LEVEL})
 
     add_library(tarn_${name} ${ARG_TYPE} ${ARG_SOURCES})
+    if(ARG_TYPE STREQUAL "SHARED")
+        # Installed, it finds the others in its own folder; see packaging.
+        set_target_properties(tarn_${name} PROPERTIES INSTALL_RPATH "$ORIGIN")
+        set_property(GLOBAL APPEND PROPERTY TARN_SHARED_LIBRARIES tarn_${name})
+    endif()
     target_link_libraries(tarn_${name} PRIVATE tarn_options ${ARG_PRIVATE_EXTERNAL} PUBLIC ${ARG_EXTERNAL})
     foreach(used IN LISTS ARG_USES)
         get_property(used_level GLOBAL PROPERTY TARN_LEVEL_${used})

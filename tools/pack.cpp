@@ -57,8 +57,8 @@ tarn::Status pack(const QStringList& arguments)
 
     tarn::Document document;
     CConfigScene functions(document);
-    CEventManager events(document);
     CGuiCore core(document);
+    CEventManager events(document); // As the scene's plug-in does: their order is that of the package's entries.
     CAnimationScene animation(document);
     QMap<QString, QByteArray> texts;
     for (const tarn::PackagePart& part : document.parts())

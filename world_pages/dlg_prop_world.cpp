@@ -56,6 +56,7 @@ constexpr FieldRow rows[] = {
     {.control = 7122, .field = key<&S::transparency>, .number = {.step = 0.05}},
     {.control = 7123, .field = key<&S::visible>},
     {.control = 7124, .field = key<&S::locked>},
+    {.control = 7127, .field = key<&S::hot_spot>},
     {.control = 7125, .field = key<&T::path>, .choices = paths, .target = &tarn::timer_object_of_selection},
     {.control = 7126, .field = key<&T::along_path>, .target = &tarn::timer_object_of_selection},
 };

@@ -1,5 +1,7 @@
 #include "command_line.h"
 
+#include "commands/command.h"
+
 namespace tarn {
 
 namespace {
@@ -12,13 +14,28 @@ Opens FILE, or an empty scene.
   --theme light|dark       colours of the program
   --render FILE.png        draws the interface of FILE.tarn into a picture and exits
   --size WxH               size of that picture in pixels (1280x720)
+  --screen WxH             before or after --render: the screen that the interface is laid
+                           out on; the picture shows it reduced or enlarged to its size
+  --dialog NAME            draws that dialog alone, as large as it is
+  --time S                 draws the first timebar at that time in seconds; S..T draws a
+                           picture for each frame, FILE-0000.png and so on
+  --timebar NAME           takes another timebar
+  --fps N                  frames a second (25)
+  --play FILE.tarn         runs the interface as its players see it, in a window of
+                           --size WxH or with --fullscreen (F11 changes between the two)
   --script FILE.lua [ARG]  runs a script and exits with 0, or 1 when it fails;
                            whatever follows FILE.lua goes to the script
   --recovery               before --script: keeps what is not saved as without it
   --plugins DIR            folder of the plug-ins
   --help                   shows this text and exits
   --version                shows the version and exits
+
+Commands that open no window; COMMAND --help tells more:
+
 )";
+
+const QStringList picture_options{QStringLiteral("--screen"), QStringLiteral("--dialog"), QStringLiteral("--time"),
+                                  QStringLiteral("--timebar"), QStringLiteral("--fps")};
 
 /// Takes the arguments one by one.
 class Parser {
@@ -36,7 +53,10 @@ private:
     }
     void option(const QString& name);
     bool parameter(const QString& name, QString& value);
-    void parse_size(const QString& text);
+    void parse_size(const QString& text, QSize& size);
+    void parse_times(const QString& text);
+    double parse_number(const QString& text, double least, double most);
+    void picture_option(const QString& name);
     void fail(const QString& what);
 
     QStringList m_rest;
@@ -60,13 +80,48 @@ bool Parser::parameter(const QString& name, QString& value)
     return false;
 }
 
-void Parser::parse_size(const QString& text)
+void Parser::parse_size(const QString& text, QSize& out)
 {
     const QStringList parts = text.split(QLatin1Char('x'));
     const QSize size(parts.value(0).toInt(), parts.value(1).toInt());
     if (parts.size() != 2 || size.width() < 1 || size.height() < 1 || size.width() > 16384 || size.height() > 16384)
         fail(lang(u"“%1”不是尺寸（例如 1280x720）", u"\"%1\" is not a size (such as 1280x720)").arg(text));
-    m_line.size = size;
+    out = size;
+}
+
+double Parser::parse_number(const QString& text, double least, double most)
+{
+    bool is_number = false;
+    const double number = text.toDouble(&is_number);
+    if (!is_number || !(number >= least && number <= most))
+        fail(lang(u"“%1”不是 %2 到 %3 之间的数", u"\"%1\" is no number from %2 to %3").arg(text).arg(least).arg(most));
+    return number;
+}
+
+void Parser::parse_times(const QString& text)
+{
+    constexpr double longest = 100'000; // seconds
+    const qsizetype dots = text.indexOf(QLatin1String(".."));
+    m_line.picture.from = parse_number(dots < 0 ? text : text.left(dots), 0, longest);
+    if (dots >= 0 && !m_failed)
+        m_line.picture.until = parse_number(text.mid(dots + 2), *m_line.picture.from, longest);
+}
+
+void Parser::picture_option(const QString& name)
+{
+    QString value;
+    if (!parameter(name, value))
+        return;
+    if (name == QLatin1String("--screen"))
+        parse_size(value, m_line.picture.screen);
+    else if (name == QLatin1String("--dialog"))
+        m_line.picture.dialog = value;
+    else if (name == QLatin1String("--timebar"))
+        m_line.picture.timebar = value;
+    else if (name == QLatin1String("--time"))
+        parse_times(value);
+    else
+        m_line.picture.rate = parse_number(value, 0.001, 1000);
 }
 
 void Parser::option(const QString& name)
@@ -75,6 +130,9 @@ void Parser::option(const QString& name)
     if (name == QLatin1String("--help")) {
         m_line.action = CommandLine::Action::PrintAndExit;
         m_line.output = QString::fromUtf16(usage);
+        for (const Command& command : commands())
+            for (const QString& form : QString::fromLatin1(command.usage).split(QLatin1Char('\n')))
+                m_line.output += QStringLiteral("  tarn-studio %1\n").arg(form);
     } else if (name == QLatin1String("--version")) {
         m_line.action = CommandLine::Action::PrintAndExit;
         m_line.output = QStringLiteral("tarn-studio " TARN_VERSION "\n");
@@ -90,8 +148,15 @@ void Parser::option(const QString& name)
     } else if (name == QLatin1String("--render") && parameter(name, value)) {
         m_line.action = CommandLine::Action::Render;
         m_line.render_target = value;
+    } else if (name == QLatin1String("--play") && parameter(name, value)) {
+        m_line.action = CommandLine::Action::Play;
+        m_line.file = value;
+    } else if (name == QLatin1String("--fullscreen")) {
+        m_line.full_screen = true;
+    } else if (picture_options.contains(name)) {
+        picture_option(name);
     } else if (name == QLatin1String("--size") && parameter(name, value)) {
-        parse_size(value);
+        parse_size(value, m_line.size);
     } else if (name == QLatin1String("--plugins") && parameter(name, value)) {
         m_line.plug_ins = value;
     } else if (name == QLatin1String("--recovery")) {

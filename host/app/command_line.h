@@ -11,15 +11,27 @@
 
 namespace tarn {
 
+/// What a picture shows.
+struct PictureOptions {
+    QSize screen;                ///< that the interface is laid out on, pixels; empty: as large as the picture
+    QString dialog;              ///< shown alone; empty: all that there is
+    QString timebar;             ///< of the times; empty: the first one
+    std::optional<double> from;  ///< seconds; none: the interface as it was made
+    std::optional<double> until; ///< none: one picture
+    double rate = 25;            ///< pictures a second from `from` to `until`
+};
+
 /// What the program was asked to do.
 struct CommandLine {
-    enum class Action { Run, Render, Script, PrintAndExit };
+    enum class Action { Run, Render, Play, Script, PrintAndExit };
 
     Action action = Action::Run;
-    QString file;          ///< to open; empty for a new scene
-    QString render_target; ///< of Render
-    QSize size;            ///< of Render; empty takes the usual size
-    QString script;        ///< of Script
+    QString file;             ///< to open; empty for a new scene
+    QString render_target;    ///< of Render
+    QSize size;               ///< of Render and Play; empty takes the usual size
+    PictureOptions picture;   ///< of Render
+    bool full_screen = false; ///< of Play
+    QString script;           ///< of Script
     QStringList script_args;
     bool recovery = false; ///< of Script: what is not saved is kept, as it is without a script
     QString plug_ins;      ///< folder; empty takes the installed one

@@ -2,10 +2,12 @@
 
 #include "automation/automation.h"
 #include "command_line.h"
+#include "commands/command.h"
 #include "core/appinfo.h"
 #include "end_signals.h"
 #include "frame/boxes.h"
 #include "main_window.h"
+#include "play_window.h"
 #include "render.h"
 #include "settings.h"
 #include "studio.h"
@@ -40,6 +42,44 @@ void install_translation(QApplication& app, const QString& file, const QString& 
         QApplication::installTranslator(translator);
 }
 
+void name_program()
+{
+    QCoreApplication::setApplicationName(QStringLiteral("tarn-studio"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(TARN_VERSION));
+    VLCMsgIniW::set_language(tarn::settings::system_language());
+}
+
+int print_result(const tarn::CommandResult& result)
+{
+    print(stdout, result.output);
+    print(stderr, result.errors);
+    return result.status;
+}
+
+/// Commands run where there is no display, too.
+int run_command(const tarn::Command& command, int argc, char** argv)
+{
+    name_program();
+    if (const auto language = tarn::settings::language())
+        VLCMsgIniW::set_language(*language);
+    if (!command.needs_fonts) {
+        const QCoreApplication app(argc, argv);
+        return print_result(tarn::run_command(command, QCoreApplication::arguments().mid(1)));
+    }
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QGuiApplication app(argc, argv);
+    return print_result(tarn::run_command(command, QCoreApplication::arguments().mid(1)));
+}
+
+const tarn::Command* asked_command(int argc, char** argv)
+{
+    QStringList arguments;
+    for (int i = 1; i < argc; ++i)
+        arguments.append(QString::fromLocal8Bit(argv[i]));
+    return tarn::find_command(arguments);
+}
+
 void set_up_language(QApplication& app, const CommandLine& line)
 {
     const auto chosen = line.language ? line.language : tarn::settings::language();
@@ -55,19 +95,30 @@ void set_up_language(QApplication& app, const CommandLine& line)
     }
 }
 
+int refuse(const QString& why)
+{
+    print(stderr, QStringLiteral("tarn-studio: %1\n").arg(why));
+    return tarn::CommandResult::Refused;
+}
+
 int render(Studio& studio, const CommandLine& line)
 {
     studio.start_world();
-    if (const auto status = studio.open_file(line.file); !status) {
-        print(stderr, status.message() + QLatin1Char('\n'));
-        return 1;
-    }
-    const QSize size = line.size.isEmpty() ? QSize(1280, 720) : line.size;
-    if (auto status = tarn::render_to_file(studio.world(), line.render_target, size); !status) {
-        print(stderr, status.message() + QLatin1Char('\n'));
-        return 1;
-    }
+    if (const auto status = studio.open_file(line.file); !status)
+        return refuse(status.message());
+    if (const auto status = tarn::render_to_files(studio, line); !status)
+        return refuse(status.message());
     return 0;
+}
+
+int play(Studio& studio, const CommandLine& line)
+{
+    studio.start_world();
+    if (const auto status = studio.open_file(line.file); !status)
+        return refuse(status.message());
+    PlayWindow window(studio, line.size);
+    line.full_screen ? window.showFullScreen() : window.show();
+    return QApplication::exec();
 }
 
 int run(QApplication& app, Studio& studio, const QStringList& failures, const CommandLine& line)
@@ -108,14 +159,13 @@ int main(int argc, char** argv)
 #ifdef SIGXFSZ
     std::signal(SIGXFSZ, SIG_IGN); // A file over the user's limit is an error of its save, not the program's end.
 #endif
+    if (const tarn::Command* command = asked_command(argc, argv))
+        return run_command(*command, argc, argv);
     // The renderer of the world draws pictures that the views show.
     QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
     QApplication app(argc, argv);
-    QApplication::setApplicationName(QStringLiteral("tarn-studio"));
     QApplication::setApplicationDisplayName(QStringLiteral("Tarn studio"));
-    QApplication::setApplicationVersion(QStringLiteral(TARN_VERSION));
-
-    VLCMsgIniW::set_language(tarn::settings::system_language());
+    name_program();
     const CommandLine line = tarn::parse_command_line(QApplication::arguments().mid(1));
     if (line.action == CommandLine::Action::PrintAndExit) {
         print(line.status ? stderr : stdout, line.output);
@@ -125,9 +175,13 @@ int main(int argc, char** argv)
         tarn::settings::forget_all();
 
     Studio studio;
+    const bool is_played = line.action == CommandLine::Action::Play;
     const QStringList failures = studio.load_plug_ins(
-        line.plug_ins.isEmpty() ? appinfo::get_data_path(QStringLiteral("plugins")) : line.plug_ins);
+        line.plug_ins.isEmpty() ? appinfo::get_data_path(QStringLiteral("plugins")) : line.plug_ins,
+        is_played ? Studio::Windows::None : Studio::Windows::All);
     set_up_language(app, line);
+    if (is_played)
+        return play(studio, line);
     tarn::apply_theme(app, line.theme.value_or(tarn::settings::theme()));
     if (line.action == CommandLine::Action::Render)
         return render(studio, line);

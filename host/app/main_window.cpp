@@ -38,8 +38,7 @@ constexpr QSize usual_size(1440, 900);
 constexpr int history_template = 7000;
 constexpr int event_log_template = 7010;
 constexpr int problems_template = 7020;
-constexpr std::size_t most_messages = 20; ///< of scripts that wait to be shown
-constexpr int least_side_panel = 270;     ///< pixels
+constexpr int least_side_panel = 270; ///< pixels
 
 /// The page in front within a window: of a group the one that is shown, otherwise the window itself.
 CChildDlg* front_page(QWidget* window)
@@ -53,7 +52,7 @@ CChildDlg* front_page(QWidget* window)
 
 } // namespace
 
-MainWindow::MainWindow(Studio& studio) : m_studio(studio)
+MainWindow::MainWindow(Studio& studio) : m_studio(studio), m_messages(*this, studio)
 {
     setWindowIcon(iconfun::icon(program_icon));
     auto* centre = new QWidget(this);
@@ -72,7 +71,7 @@ MainWindow::MainWindow(Studio& studio) : m_studio(studio)
 
     studio.world().document().changes().add_listener(this);
     studio.world().on_redraw = [this] { m_view->schedule_redraw(); };
-    studio.world().on_message = [this](const QString& text, const QString& title) { post_message(text, title); };
+    studio.world().on_message = [this](const QString& text, const QString& title) { m_messages.post(text, title); };
     studio.world().on_work = [this](const QString& what, const CBaseWorld::Work& job) { return work(what, job); };
     studio.world().on_always_refresh = [this](bool on) { m_view->set_always_refresh(on); };
     connect(m_view, &CView3D::gl_unavailable, this,
@@ -289,41 +288,6 @@ tarn::Status MainWindow::work(const QString& what, const CBaseWorld::Work& job)
     auto status = do_watched(this, what, job);
     m_studio.world().scripts().set_paused(false);
     return status;
-}
-
-/// A script shows a message: once what it does now is done, one after the other.
-void MainWindow::post_message(const QString& text, const QString& title)
-{
-    if (m_messages.size() >= most_messages)
-        return;
-    m_messages.push_back({.text = text, .title = title});
-    if (m_messages.size() == 1)
-        QMetaObject::invokeMethod(this, &MainWindow::show_messages, Qt::QueuedConnection);
-}
-
-void MainWindow::show_messages()
-{
-    // A script that shows one message after the other must not lock its author out: while a box is open scripts stand
-    // still, and each box can end them.
-    const auto scripts = [this]() -> tarn::ScriptRuntime& { return m_studio.world().scripts(); };
-    scripts().set_paused(true);
-    while (!m_messages.empty()) {
-        tarn::boxes::Message box = m_messages.front();
-        if (m_studio.is_playing())
-            box.cancel_caption = lang(u"停止预览", u"Stop Preview");
-        else if (scripts().suspended() > 0)
-            box.cancel_caption = lang(u"停止脚本", u"Stop Script");
-        if (!box.cancel_caption.isEmpty())
-            box.buttons.push_back(Button::Cancel);
-        if (tarn::boxes::message(this, box) == Button::Cancel && box.buttons.size() > 1) {
-            m_messages.clear();
-            scripts().reset();
-            m_studio.set_playing(false);
-            break;
-        }
-        m_messages.pop_front();
-    }
-    scripts().set_paused(false);
 }
 
 // A text that is being edited in the view becomes a step of its own first.

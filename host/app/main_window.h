@@ -5,12 +5,11 @@
 
 #include "core/model_changes.h"
 #include "engine/base_world.h"
+#include "script_messages.h"
 
 #include <QHash>
 #include <QMainWindow>
 #include <QPointer>
-
-#include <deque>
 
 class CChildDlg;
 class CView3D;
@@ -93,8 +92,7 @@ private:
     bool takes_drop(const QDropEvent& event) const;
 
     void toggle_preview();
-    void post_message(const QString& text, const QString& title);
-    void show_messages();
+    void choose_command();
     tarn::Status work(const QString& what, const CBaseWorld::Work& job);
     /// True when it went well; otherwise a box says why not.
     bool report(const tarn::Status& status);
@@ -121,7 +119,7 @@ private:
     QHash<QDockWidget*, Qt::DockWidgetArea> m_usual_areas;
     bool m_shows_preview = false;
     bool m_offered_log = false;
-    std::deque<tarn::boxes::Message> m_messages; ///< of scripts; the first is being shown, or will be next
+    ScriptMessages m_messages;
     QAction* m_undo = nullptr;
     QAction* m_redo = nullptr;
     QList<QAction*> m_file_actions; ///< those that the tool bar shows

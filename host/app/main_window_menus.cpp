@@ -1,11 +1,13 @@
 // The menus of the main window.
 
+#include "command_palette.h"
 #include "core/journal.h"
 #include "core/language.h"
 #include "edit_menu.h"
 #include "engine/scene_editor.h"
 #include "engine/scene_plug.h"
 #include "frame/boxes.h"
+#include "licences.h"
 #include "main_window.h"
 #include "screen_size_menu.h"
 #include "settings.h"
@@ -293,11 +295,22 @@ void MainWindow::make_help_menu()
                      u"selection\nF5: preview"),
                  .title = {}});
         });
+    connect(
+        add(menu, 0, lang(u"命令面板(&C)...", u"&Command Palette..."), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_P)),
+        &QAction::triggered, this, &MainWindow::choose_command);
+    menu->addSeparator();
     connect(menu->addAction(lang(u"关于 Tarn studio(&A)", u"&About Tarn studio")), &QAction::triggered, this, [this] {
         tarn::boxes::message(this,
-                             {.text = lang(u"Tarn studio %1\n三维世界中二维界面的编辑器。",
-                                           u"Tarn studio %1\nAn editor of 2D interfaces in a 3D world.")
-                                          .arg(QStringLiteral(TARN_VERSION)),
+                             {.text = lang(u"Tarn studio %1\n三维世界中二维界面的编辑器。\n\n使用的库：\n%2",
+                                           u"Tarn studio %1\nAn editor of 2D interfaces in a 3D world.\n\nIt uses:\n%2")
+                                          .arg(QStringLiteral(TARN_VERSION), tarn::licences_text()),
                               .title = {}});
     });
+}
+
+void MainWindow::choose_command()
+{
+    tarn::CommandPalette palette(this, tarn::actions_in_menus(*this));
+    if (tarn::boxes::dialog(palette) == QDialog::Accepted && palette.chosen())
+        palette.chosen()->trigger();
 }

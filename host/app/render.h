@@ -1,15 +1,13 @@
 #pragma once
 
+#include "command_line.h"
 #include "core/status.h"
 
-#include <QSize>
-#include <QString>
-
-class CBaseWorld;
+class Studio;
 
 namespace tarn {
 
-/// Draws the world's view into a PNG file of `size` pixels.
-Status render_to_file(CBaseWorld& world, const QString& path, QSize size);
+/// Draws the scene of the studio as the command line tells, into a PNG file or, of a span of time, into one for each frame.
+Status render_to_files(Studio& studio, const CommandLine& line);
 
 } // namespace tarn

@@ -34,11 +34,18 @@ Studio::~Studio()
     stop();
 }
 
-QStringList Studio::load_plug_ins(const QString& folder)
+QStringList Studio::load_plug_ins(const QString& folder, Windows windows)
 {
     QStringList failures;
-    for (const tarn::Status& status : m_world.plug_man().load_folder(folder))
-        failures.append(status.message());
+    if (windows == Windows::All) {
+        for (const tarn::Status& status : m_world.plug_man().load_folder(folder))
+            failures.append(status.message());
+    } else {
+        // By its name: to ask a plug-in what it is takes as long as loading it.
+        for (const QFileInfo& file : QDir(folder).entryInfoList({QStringLiteral("*scene*")}, QDir::Files))
+            if (auto status = m_world.plug_man().load(file.absoluteFilePath()); !status)
+                failures.append(status.message());
+    }
     for (const auto& module : m_world.plug_man().modules()) {
         if (auto* scene = dynamic_cast<CScenePlug*>(module->main_object()); scene && !m_scene) {
             m_scene = scene;

@@ -23,8 +23,9 @@ public:
     explicit Studio(QObject* parent = nullptr);
     ~Studio() override;
 
-    /// Loads the plug-ins of a folder; answers a message for each that could not be loaded.
-    QStringList load_plug_ins(const QString& folder);
+    enum class Windows { All, None };
+    /// Loads the plug-ins of a folder, those that bring windows or not; answers a message for each that could not be loaded.
+    QStringList load_plug_ins(const QString& folder, Windows windows = Windows::All);
     /// Tells the plug-ins, whose windows exist, that the world runs.
     void start_world();
     /// Ends the plug-ins; their windows are gone already.

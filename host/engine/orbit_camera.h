@@ -29,7 +29,11 @@ public:
     void frame(const QVector3D& centre, double radius);
 
     /// Looks at another point from the same side.
-    void look_at(const QVector3D& target) { m_target = target; }
+    void look_at(const QVector3D& target)
+    {
+        look_freely();
+        m_target = target;
+    }
 
     void look_through(const Through& through) { m_through = through; }
     /// Back to where it looked from before.

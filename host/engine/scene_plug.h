@@ -5,6 +5,7 @@
 #include "script/script_api.h"
 
 #include <QRectF>
+#include <QSize>
 #include <QString>
 
 #include <memory>
@@ -57,10 +58,11 @@ public:
     /// Something in the scene that names what is not there, or a function that cannot be run.
     struct Problem {
         ModelObject* object = nullptr; ///< where it is to be mended; null: in the function, or nowhere
-        QString place;                 ///< what the object or the function is called
-        QString text;
-        QString function{}; ///< whose text is to be mended; empty for none
-        int line = 0;       ///< of that; 0 for none
+        QString place{};               ///< what the object or the function is called
+        QString text{};
+        QString function{};      ///< whose text is to be mended; empty for none
+        int line = 0;            ///< of that; 0 for none
+        bool is_warning = false; ///< nothing is broken, but it may not be meant so
     };
 
     virtual ~SceneModel() = default;
@@ -114,6 +116,15 @@ public:
     /// As open_scene(), with a scene that counts as changed and is that of the file `path`, which is not touched; a null
     /// path stands for a scene that was never saved.
     virtual tarn::Status recover_scene(const QString& package, const QString& path) = 0;
+
+    // For pictures of the scene. What they show is undone by no step and saved by nothing.
+    /// The screen that the scene was made for.
+    virtual QSize design_size() const = 0;
+    /// Shows a timebar, the first one when no name is given, at a time in seconds, as its author sees it there. Answers its
+    /// length; fails when there is no such timebar.
+    virtual tarn::Result<double> show_time(const QString& timebar, double time) = 0;
+    /// Shows the one dialog of that name on a screen of `screen` pixels and nothing else; answers where it is there.
+    virtual tarn::Result<QRectF> show_alone(const QString& dialog, QSize screen) = 0;
 
     /// Runs the scene, or ends that: everything takes the state again that it had before.
     virtual void play(bool on) = 0;

@@ -1,5 +1,6 @@
 #include "child_dlg.h"
 
+#include "accessible_names.h"
 #include "boxes.h"
 #include "core/journal.h"
 #include "core/language.h"
@@ -65,6 +66,7 @@ bool CChildDlg::Create(int template_id, QWidget* parent)
         if (const int number = control_number(child); number >= 0)
             m_controls.insert(number, child);
     OnInitDialog();
+    tarn::name_controls(*this);
     return true;
 }
 

@@ -66,14 +66,19 @@ void TextCache::lay_out(const QSizeF& area, const QString& text, const TextLook&
     layout.text.setTextOption(option);
     layout.text.setPerformanceHint(QStaticText::AggressiveCaching);
     layout.text.setTextWidth(one_line ? -1 : area.width());
-    layout.text.setText(one_line ? shown_line(text, area, layout.font) : shown_lines(text, area, look));
+    const QString shown = one_line ? shown_line(text, area, layout.font) : shown_lines(text, area, look);
+    // Lines may reach out of the area by the room that fonts leave above and below their letters.
+    const double room = QFontMetricsF(layout.font).height() - layout.font.pixelSize();
+    layout.text.setText(shown);
     layout.text.prepare({}, layout.font);
     const QSizeF size = layout.text.size();
     const double spare_x = one_line ? area.width() - size.width() : 0;
     const double spare_y = area.height() - size.height();
     layout.offset = {std::round(spare_x * look.horizontal_align / 2.0),
                      std::round(spare_y * look.vertical_align / 2.0)};
-    layout.overflows = spare_y < 0 || size.width() > area.width() + 0.5;
+    const bool is_wider = size.width() > area.width() + 0.5;
+    layout.overflows = spare_y < 0 || is_wider;
+    layout.is_cut = is_wider || spare_y + room < 0 || (one_line && shown != text);
 }
 
 void TextCache::Layout::draw(QPainter& painter, QPointF place, TextPicture::Ink ink) const

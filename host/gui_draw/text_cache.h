@@ -37,6 +37,8 @@ struct TextLook {
 class TextCache : public DrawCache {
 public:
     void draw(QPainter& painter, const QRectF& area, const QString& text, const TextLook& look);
+    /// Whether the text that was drawn last did not fit.
+    bool is_cut() const { return m_layout && m_layout->is_cut; }
 
 private:
     struct Layout {
@@ -44,6 +46,7 @@ private:
         QString source;
         TextLook look;
         bool overflows = false;
+        bool is_cut = false; ///< letters are, or left out
         QPointF offset;
         QStaticText text;
         QFont font;

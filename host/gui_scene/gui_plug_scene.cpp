@@ -1,5 +1,6 @@
 #include "gui_plug_scene.h"
 #include "animation/animation_scene.h"
+#include "animation/timebar.h"
 #include "core/authored.h"
 
 #include "core/language.h"
@@ -31,6 +32,7 @@
 #include <QFileInfo>
 #include <QSet>
 
+#include <algorithm>
 #include <array>
 #include <span>
 
@@ -462,6 +464,38 @@ void CGuiPlugScene::disarm()
 {
     if (m_function != 0)
         SetMTFunction(0, 0);
+}
+
+tarn::Result<double> CGuiPlugScene::show_time(const QString& timebar, double time)
+{
+    const auto& bars = m_animation->bars();
+    CTimebar* bar = !timebar.isEmpty() ? m_animation->SearchTimebarFromName(timebar)
+        : bars.empty()                 ? nullptr
+                                       : bars.front();
+    if (!bar)
+        return Status::error(timebar.isEmpty() ? lang(u"界面没有时间轴", u"the interface has no timebar")
+                                               : lang(u"没有时间轴“%1”", u"there is no timebar \"%1\"").arg(timebar));
+    m_animation->set_current_bar(bar);
+    m_animation->set_editing(true);
+    bar->set_current_time(float(time));
+    m_animation->show_frame();
+    return double(bar->get_total_length());
+}
+
+tarn::Result<QRectF> CGuiPlugScene::show_alone(const QString& dialog, QSize screen)
+{
+    const auto& all = m_core->GetDialogs();
+    const auto found = std::find_if(all.begin(), all.end(),
+                                    [&](const CDXUTDialog* each) { return each->name() == dialog; });
+    if (found == all.end())
+        return Status::error(lang(u"没有窗口“%1”", u"there is no dialog \"%1\"").arg(dialog));
+    const tarn::ShownWrites writes(document());
+    for (CDXUTDialog* each : all)
+        write(*each, key<&DialogState::visible>, each == *found);
+    for (CDXUTControl* control : m_core->GetRootDialog()->controls())
+        write(*control, key<&tarn::ControlState::visible>, false);
+    m_core->set_screen_size(screen);
+    return (*found)->outer_rect();
 }
 
 void CGuiPlugScene::play(bool on)

@@ -149,6 +149,11 @@ public:
 
     SelectionMode& selection_mode() { return m_selection_mode; }
 
+    // Pictures
+    QSize design_size() const override { return m_core->design_size(); }
+    tarn::Result<double> show_time(const QString& timebar, double time) override;
+    tarn::Result<QRectF> show_alone(const QString& dialog, QSize screen) override;
+
     // Preview
     void play(bool on) override;
     bool is_playing() const override { return m_playing; }

@@ -162,7 +162,7 @@ void find_shared_names(const List& objects, const QString& text, Problems& probl
         const QString name = object->name();
         const int count = users.value(name);
         if (count > 1 && !name.isEmpty() && ++seen[name] == 2)
-            problems.push_back({object, name, text.arg(count)});
+            problems.push_back({.object = object, .place = name, .text = text.arg(count), .is_warning = true});
     }
 }
 
@@ -213,10 +213,13 @@ void find_held_values(CGuiCore& core, Problems& problems)
         if (!field || field->get(Authored::state(*found.object)) != held.kept)
             continue;
         const bool can_be_shown = held.object != 0 && found.object != core.GetRootDialog();
-        problems.push_back({can_be_shown ? found.object : nullptr, found.name,
-                            lang(u"文件中的属性 %1 为 %2，超出允许的范围，已改为 %3。",
-                                 u"The file gave the property %1 as %2, which cannot be; it was made %3.")
-                                .arg(QString::fromLatin1(held.field), value_text(held.given), value_text(held.kept))});
+        problems.push_back(
+            {.object = can_be_shown ? found.object : nullptr,
+             .place = found.name,
+             .text = lang(u"文件中的属性 %1 为 %2，超出允许的范围，已改为 %3。",
+                          u"The file gave the property %1 as %2, which cannot be; it was made %3.")
+                         .arg(QString::fromLatin1(held.field), value_text(held.given), value_text(held.kept)),
+             .is_warning = true});
     }
 }
 

@@ -22,10 +22,10 @@ namespace tarn {
 
 namespace {
 
-constexpr int largest_side = 2048;    ///< pixels of a dialog's picture
-constexpr float map_height = 500;     ///< metres from which maps look down, and as far under the ground
-constexpr float nearest = 0.1f;       ///< metres
-constexpr float farthest = 1000;      ///< metres
+constexpr int largest_side = 2048; ///< pixels of a dialog's picture
+constexpr float map_height = 500;  ///< metres from which maps look down, and as far under the ground
+constexpr float nearest = 0.1f;    ///< metres
+constexpr float farthest = 1000;   ///< metres
 const QColor map_background(0x2a, 0x3a, 0x3c);
 
 RenderView camera_view(const WorldObject& camera, QSize pixels)
@@ -303,8 +303,7 @@ std::optional<SceneInWorld::Spot> SceneInWorld::spot_at(QPointF place) const
     const QRectF outer = bound->dialog->outer_rect();
     const auto within = [](float share) { return double(share) - std::floor(double(share)); };
     return Spot{bound->dialog,
-                outer.topLeft()
-                    + QPointF(within(hit->uv.x()) * outer.width(), within(hit->uv.y()) * outer.height())};
+                outer.topLeft() + QPointF(within(hit->uv.x()) * outer.width(), within(hit->uv.y()) * outer.height())};
 }
 
 } // namespace tarn

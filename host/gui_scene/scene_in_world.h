@@ -75,8 +75,8 @@ private:
     mutable bool m_stale = true;
     mutable std::vector<Bound> m_bound;
     mutable QHash<QString, std::pair<QByteArray, QByteArray>> m_contents; ///< files and their SHA-256, by textures
-    std::map<quint32, QImage> m_pictures; ///< of dialogs, by id; null: to be drawn anew
-    std::map<quint32, QImage> m_views;    ///< what controls showed of the world, by id
+    std::map<quint32, QImage> m_pictures;                                 ///< of dialogs, by id; null: to be drawn anew
+    std::map<quint32, QImage> m_views;                                    ///< what controls showed of the world, by id
     QMatrix4x4 m_seen_from;
     quint64 m_models = 0;
 };

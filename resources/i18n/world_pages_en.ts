@@ -55,6 +55,14 @@
         <translation>Locked</translation>
     </message>
     <message>
+        <source>导航图热点</source>
+        <translation>On maps</translation>
+    </message>
+    <message>
+        <source>在导航图上显示物体的位置</source>
+        <translation>Maps show where the object is</translation>
+    </message>
+    <message>
         <source>沿路径</source>
         <translation>Path</translation>
     </message>

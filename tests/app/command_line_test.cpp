@@ -15,9 +15,12 @@ CommandLine parse(const char* arguments)
 
 TEST(CommandLine, wrong_lines_end_with_status_two_and_say_why)
 {
-    for (const char* wrong : {"--nonsense", "--lang", "--lang fr", "--theme blue", "--render", "--render x.png",
-                              "a.tarn b.tarn", "--render x.png --size 0x5 a.tarn", "--render x.png --size 10 a.tarn",
-                              "--render x.png --size 99999x9 a.tarn", "--script"}) {
+    for (const char* wrong :
+         {"--nonsense", "--lang", "--lang fr", "--theme blue", "--render", "--render x.png", "a.tarn b.tarn",
+          "--render x.png --size 0x5 a.tarn", "--render x.png --size 10 a.tarn", "--render x.png --size 99999x9 a.tarn",
+          "--script", "--render x.png --time -1 a.tarn", "--render x.png --time 2..1 a.tarn",
+          "--render x.png --time 1.. a.tarn", "--render x.png --fps 0 a.tarn", "--render x.png --screen 5 a.tarn",
+          "--play", "--render x.png --dialog"}) {
         const CommandLine line = parse(wrong);
         EXPECT_EQ(line.action, Action::PrintAndExit) << wrong;
         EXPECT_EQ(line.status, 2) << wrong;
@@ -39,6 +42,29 @@ TEST(CommandLine, renders_a_file_in_the_given_size)
     EXPECT_EQ(line.action, Action::Render);
     EXPECT_EQ(line.size, QSize(640, 480));
     EXPECT_EQ(line.file, QStringLiteral("a.tarn"));
+}
+
+TEST(CommandLine, pictures_can_be_of_a_dialog_a_screen_and_a_span_of_time)
+{
+    const CommandLine line = parse(
+        "--render x.png --screen 800x600 --dialog Bag --timebar Intro --time 0.5..2 --fps 10 "
+        "a.tarn");
+    EXPECT_EQ(line.picture.screen, QSize(800, 600));
+    EXPECT_EQ(line.picture.dialog, QStringLiteral("Bag"));
+    EXPECT_EQ(line.picture.timebar, QStringLiteral("Intro"));
+    EXPECT_EQ(line.picture.from, 0.5);
+    EXPECT_EQ(line.picture.until, 2.0);
+    EXPECT_EQ(line.picture.rate, 10);
+    EXPECT_FALSE(parse("--render x.png --time 3 a.tarn").picture.until);
+}
+
+TEST(CommandLine, plays_a_file_in_a_size_or_on_the_full_screen)
+{
+    const CommandLine line = parse("--play a.tarn --size 640x480 --fullscreen --lang zh");
+    EXPECT_EQ(line.action, Action::Play);
+    EXPECT_EQ(line.file, QStringLiteral("a.tarn"));
+    EXPECT_EQ(line.size, QSize(640, 480));
+    EXPECT_TRUE(line.full_screen);
 }
 
 } // namespace

@@ -22,9 +22,9 @@ protected:
 TEST_F(PageChoice, bars_and_modes_stand_in_their_fixed_order)
 {
     start();
-    ASSERT_EQ(m_ui.control_bars().size(), 2u);
-    EXPECT_TRUE(m_ui.control_bars()[0]->isHidden());
-    EXPECT_TRUE(m_ui.control_bars()[1]->isHidden());
+    ASSERT_EQ(m_ui.control_bars().size(), 3u);
+    for (const QWidget* one : m_ui.control_bars())
+        EXPECT_TRUE(one->isHidden());
     ASSERT_EQ(m_ui.mode_tabs().size(), 2u);
     EXPECT_EQ(m_ui.mode_tabs()[0]->title, u"高级界面"_s);
     EXPECT_EQ(m_ui.mode_tabs()[1]->top_window, nullptr);

@@ -82,6 +82,7 @@ TEST_F(WorldList, f2_renames_and_an_empty_answer_of_the_menu_does_nothing)
     edit->selectAll();
     QTest::keyClicks(edit, u"Over there"_s);
     QTest::keyClick(edit, Qt::Key_Return);
+    QCoreApplication::processEvents(); // The editor is closed after the key.
     EXPECT_EQ(m_camera->name(), u"Over there"_s);
     EXPECT_EQ(m_list->item_caption(2, 0), u"Over there"_s);
     m_answers.commands.push_back(0);

@@ -83,7 +83,14 @@ void merge_functions(SceneSnapshot& content, const CGuiPlugScene& scene, const Q
             names.insert(function.name, name);
         return false;
     });
-    for (StatePtr& state : functions) {
+    follow_function_names(content, present.function_kind().place, names);
+}
+
+void follow_function_names(SceneSnapshot& content, std::size_t functions, const QHash<QString, QString>& names)
+{
+    if (names.isEmpty())
+        return;
+    for (StatePtr& state : content.objects[functions]) {
         auto& function = SceneSnapshot::edit<FunctionState>(state);
         function.name = names.value(function.name, function.name);
         function.text = with_new_names(function.text, names);

@@ -1,0 +1,144 @@
+#include "command_palette.h"
+
+#include "core/language.h"
+
+#include <QAction>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
+#include <QRegularExpression>
+#include <QTreeWidget>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace tarn {
+
+namespace {
+
+constexpr QSize usual_size(520, 360);
+constexpr int deepest_menu = 8;
+
+/// The text of an action without the marks of its keys.
+QString plain(const QString& text)
+{
+    QString name = text;
+    static const QRegularExpression mark_behind(QStringLiteral("\\(&[^&]\\)"));
+    name.remove(mark_behind);
+    const QString kept(QChar::Null);
+    return name.replace(QLatin1String("&&"), kept).remove(QLatin1Char('&')).replace(kept, QLatin1String("&"));
+}
+
+void collect(const QList<QAction*>& actions, const QString& path, int depth, std::vector<NamedAction>& found)
+{
+    for (QAction* action : actions) {
+        if (action->isSeparator() || !action->isVisible() || action->text().isEmpty())
+            continue;
+        const QString name = path + plain(action->text());
+        if (!action->menu()) {
+            if (action->isEnabled())
+                found.push_back({name, action});
+            continue;
+        }
+        if (depth == deepest_menu)
+            continue;
+        Q_EMIT action->menu()->aboutToShow(); // Some are filled only then.
+        collect(action->menu()->actions(), name + QStringLiteral(" > "), depth + 1, found);
+    }
+}
+
+} // namespace
+
+std::vector<NamedAction> actions_in_menus(const QWidget& window)
+{
+    std::vector<NamedAction> found;
+    if (const auto* bar = window.findChild<QMenuBar*>())
+        collect(bar->actions(), {}, 0, found);
+    return found;
+}
+
+CommandPalette::CommandPalette(QWidget* parent, const std::vector<NamedAction>& actions)
+    : QDialog(parent), m_actions(actions), m_filter(new QLineEdit(this)), m_list(new QTreeWidget(this))
+{
+    setObjectName(QStringLiteral("command_palette"));
+    setWindowTitle(lang(u"命令", u"Commands"));
+    m_filter->setObjectName(QStringLiteral("filter"));
+    m_filter->setAccessibleName(lang(u"查找命令", u"Find a command"));
+    m_filter->setPlaceholderText(lang(u"输入命令名称的一部分", u"Type a part of a command's name"));
+    m_filter->setClearButtonEnabled(true);
+    m_filter->installEventFilter(this);
+    m_list->setObjectName(QStringLiteral("commands"));
+    m_list->setAccessibleName(lang(u"命令", u"Commands"));
+    m_list->setColumnCount(2);
+    m_list->setRootIsDecorated(false);
+    m_list->setHeaderHidden(true);
+    m_list->header()->setStretchLastSection(false);
+    m_list->header()->setSectionResizeMode(0, QHeaderView::Stretch);
+    m_list->header()->setSectionResizeMode(1, QHeaderView::ResizeToContents);
+    m_list->setFocusPolicy(Qt::NoFocus);
+    for (const NamedAction& named : m_actions) {
+        auto* row = new QTreeWidgetItem(
+            m_list, {named.path, named.action->shortcut().toString(QKeySequence::NativeText)});
+        row->setIcon(0, named.action->icon());
+        if (named.action->isChecked())
+            row->setText(1, QStringLiteral("✓ ") + row->text(1));
+    }
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(m_filter);
+    layout->addWidget(m_list);
+    connect(m_filter, &QLineEdit::textChanged, this, &CommandPalette::narrow);
+    connect(m_list, &QTreeWidget::itemActivated, this, &QDialog::accept);
+    connect(m_list, &QTreeWidget::itemClicked, this, &QDialog::accept);
+    resize(usual_size);
+    narrow({});
+}
+
+/// Every word has to be in the name, in any order; what begins with the text comes first by standing selected.
+void CommandPalette::narrow(const QString& text)
+{
+    const QStringList words = text.split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    QTreeWidgetItem* first = nullptr;
+    for (int i = 0; i < m_list->topLevelItemCount(); ++i) {
+        QTreeWidgetItem* row = m_list->topLevelItem(i);
+        const QString name = row->text(0);
+        const bool fits = std::all_of(words.begin(), words.end(), [&](const QString& word) {
+            return name.contains(word, Qt::CaseInsensitive);
+        });
+        row->setHidden(!fits);
+        const bool begins = name.section(QLatin1String(" > "), -1).startsWith(text, Qt::CaseInsensitive);
+        const bool first_begins = first
+            && first->text(0).section(QLatin1String(" > "), -1).startsWith(text, Qt::CaseInsensitive);
+        if (fits && (!first || (begins && !first_begins)))
+            first = row;
+    }
+    m_list->setCurrentItem(first);
+    if (first)
+        m_list->scrollToItem(first);
+}
+
+QAction* CommandPalette::chosen() const
+{
+    const QTreeWidgetItem* row = m_list->currentItem();
+    return row && !row->isHidden() ? m_actions[std::size_t(m_list->indexOfTopLevelItem(row))].action : nullptr;
+}
+
+/// The keyboard stays in the field and moves the list from there.
+bool CommandPalette::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() != QEvent::KeyPress)
+        return QDialog::eventFilter(watched, event);
+    const int key = static_cast<QKeyEvent*>(event)->key();
+    if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+        if (chosen())
+            accept();
+        return true;
+    }
+    if (key != Qt::Key_Up && key != Qt::Key_Down && key != Qt::Key_PageUp && key != Qt::Key_PageDown)
+        return QDialog::eventFilter(watched, event);
+    QCoreApplication::sendEvent(m_list, event);
+    return true;
+}
+
+} // namespace tarn

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QDialog>
+
+class QAction;
+class QLineEdit;
+class QTreeWidget;
+class QWidget;
+
+namespace tarn {
+
+/// An action of a window's menus.
+struct NamedAction {
+    QString path; ///< what the author chooses: "View > Theme > Dark"
+    QAction* action;
+};
+
+/// All that can be chosen now in the menu bar of `window`, in its order.
+std::vector<NamedAction> actions_in_menus(const QWidget& window);
+
+/// A list of actions that is narrowed by typing parts of their names. Accepted, it has a chosen one.
+class CommandPalette : public QDialog {
+    Q_OBJECT
+
+public:
+    CommandPalette(QWidget* parent, const std::vector<NamedAction>& actions);
+
+    QAction* chosen() const; ///< null when the filter leaves none
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void narrow(const QString& text);
+
+    std::vector<NamedAction> m_actions;
+    QLineEdit* m_filter;
+    QTreeWidget* m_list;
+};
+
+} // namespace tarn

@@ -1,0 +1,440 @@
+#include "three_way_merge.h"
+
+#include "core/field.h"
+#include "core/language.h"
+#include "core/model_object.h"
+#include "gui_scene/picture_names.h"
+#include "reissued_ids.h"
+#include "state_merge.h"
+
+#include <QHash>
+
+#include <algorithm>
+#include <map>
+
+namespace tarn {
+
+namespace {
+
+/// An object in the three versions, null where it is not there, and what becomes of it.
+struct Versions {
+    StatePtr base;
+    StatePtr ours;
+    StatePtr theirs;
+    StatePtr merged{}; ///< null: it is not there afterwards
+
+    const StatePtr& in(MergeSide side) const { return side == MergeSide::Ours ? ours : theirs; }
+    const StatePtr& any() const { return merged ? merged : ours ? ours : theirs ? theirs : base; }
+};
+
+MergeSide other(MergeSide side)
+{
+    return side == MergeSide::Ours ? MergeSide::Theirs : MergeSide::Ours;
+}
+
+bool is_same_class(const ObjectState& a, const ObjectState& b)
+{
+    if (&a.fields() != &b.fields())
+        return false;
+    const FieldBase* type = a.fields().find("type");
+    return !type || type->rules().derived || type->same(a, b);
+}
+
+class Merge {
+public:
+    Merge(const Document& document, SceneSnapshot base, SceneSnapshot ours, SceneSnapshot theirs, MergeSide preferred)
+        : m_document(document),
+          m_base(std::move(base)),
+          m_ours(std::move(ours)),
+          m_theirs(std::move(theirs)),
+          m_preferred(preferred)
+    {
+    }
+
+    Result<MergedScene> run()
+    {
+        if (auto status = match(); !status)
+            return status;
+        merge_objects();
+        keep_parents();
+        drop_orphans();
+        drop_doubles();
+        merge_containers();
+        order_children();
+        if (auto status = collect(); !status)
+            return status;
+        merge_files();
+        return std::move(m_result);
+    }
+
+private:
+    using ById = std::map<quint32, Versions>;
+
+    // Which objects are the same
+    Status match()
+    {
+        quint32 next = 0;
+        adopt_ids(m_document, m_base, m_base, m_ours);
+        adopt_ids(m_document, m_base, m_base, m_theirs);
+        reissue_ids(m_document, m_theirs, ids_to_reissue(m_base, m_ours, m_theirs, next));
+        adopt_ids(m_document, m_base, m_ours, m_theirs);
+        m_result.scene.next_id = std::max({next, m_base.next_id, m_ours.next_id, m_theirs.next_id});
+        if (m_result.scene.next_id > Document::max_id)
+            return Status::error(lang(u"编号已用完，无法合并。", u"There are no ids left for what is new."));
+        m_objects.resize(m_document.kinds().size());
+        for (std::size_t k = 0; k < m_objects.size(); ++k) {
+            for (const StatePtr& state : m_base.objects[k])
+                m_objects[k][state->id].base = state;
+            for (const StatePtr& state : m_ours.objects[k])
+                m_objects[k][state->id].ours = state;
+            for (const StatePtr& state : m_theirs.objects[k])
+                m_objects[k][state->id].theirs = state;
+        }
+        return check_kinds();
+    }
+    Status check_kinds()
+    {
+        for (std::size_t k = 0; k < m_objects.size(); ++k)
+            for (const auto& [id, versions] : m_objects[k]) {
+                const auto differs = [&](const StatePtr& a, const StatePtr& b) {
+                    return a && b && !is_same_class(*a, *b);
+                };
+                const std::size_t known = m_kinds.value(id, k);
+                m_kinds.insert(id, k);
+                if (known != k || differs(versions.base, versions.ours) || differs(versions.base, versions.theirs)
+                    || differs(versions.ours, versions.theirs))
+                    return Status::error(lang(u"这些文件不是同一场景的版本：编号 %1 在其中是不同种类的对象。",
+                                              u"These are not versions of one scene: the id %1 is an object of another "
+                                              u"kind in one of them.")
+                                             .arg(id));
+            }
+        return {};
+    }
+
+    // Objects
+    void merge_objects()
+    {
+        for (std::size_t k = 0; k < m_objects.size(); ++k)
+            for (auto& [id, versions] : m_objects[k])
+                merge_object(k, versions);
+    }
+    void merge_object(std::size_t kind, Versions& versions)
+    {
+        if (versions.ours && versions.theirs) {
+            versions.merged = merge_states(
+                {versions.base.constData(), versions.ours.constData(), versions.theirs.constData()}, m_preferred,
+                [&](MergeConflict conflict) { tell(kind, *versions.ours, std::move(conflict)); });
+            choose_parent(kind, versions);
+        } else if (const StatePtr& kept = versions.ours ? versions.ours : versions.theirs; !versions.base) {
+            versions.merged = kept;
+        } else if (kept && (!same_content(*kept, *versions.base) || !(kept->parent == versions.base->parent))) {
+            tell(kind, *versions.base,
+                 {.base = json_of(*versions.base), .ours = json(versions.ours), .theirs = json(versions.theirs)});
+            versions.merged = versions.in(m_preferred);
+        }
+    }
+    void choose_parent(std::size_t kind, Versions& versions)
+    {
+        const ObjectRef ours = versions.ours->parent;
+        const ObjectRef theirs = versions.theirs->parent;
+        ObjectRef chosen = ours;
+        if (!(ours == theirs)) {
+            const bool ours_moved = !versions.base || !(ours == versions.base->parent);
+            const bool theirs_moved = !versions.base || !(theirs == versions.base->parent);
+            if (ours_moved && theirs_moved)
+                tell_parent(kind, versions);
+            if (!ours_moved || (theirs_moved && m_preferred == MergeSide::Theirs))
+                chosen = theirs;
+        }
+        if (!(versions.merged->parent == chosen))
+            SceneSnapshot::edit<ObjectState>(versions.merged).parent = chosen;
+    }
+    void tell_parent(std::size_t kind, const Versions& versions)
+    {
+        const auto parent = [](const StatePtr& state) { return state ? QString::number(state->parent.id) : QString(); };
+        tell(kind, *versions.any(),
+             {.field = QStringLiteral("parent"),
+              .base = parent(versions.base),
+              .ours = parent(versions.ours),
+              .theirs = parent(versions.theirs)});
+    }
+    static QString json(const StatePtr& state) { return state ? json_of(*state) : QString(); }
+
+    // What hangs on what
+    Versions* find(quint32 id)
+    {
+        const auto kind = m_kinds.constFind(id);
+        return kind == m_kinds.constEnd() ? nullptr : &m_objects[*kind].at(id);
+    }
+    bool is_there(ObjectRef parent)
+    {
+        if (parent.id > Document::max_id)
+            return true;
+        const Versions* found = find(parent.id);
+        return found && found->merged;
+    }
+    bool is_fixed(std::size_t kind) const { return m_document.kinds()[kind].fixed; }
+
+    /// Where one side removed what the other side put something into, or kept something in: the preferred side has its way.
+    void keep_parents()
+    {
+        for (std::size_t k = m_objects.size(); k-- > 0;)
+            for (auto& [id, versions] : m_objects[k])
+                if (versions.merged && !is_fixed(k) && !is_there(versions.merged->parent))
+                    keep_parent(k, versions);
+    }
+    void keep_parent(std::size_t kind, Versions& versions)
+    {
+        Versions* parent = find(versions.merged->parent.id);
+        if (!parent || (!parent->ours && !parent->theirs))
+            return;
+        const MergeSide keeper = parent->ours ? MergeSide::Ours : MergeSide::Theirs;
+        tell_parent(kind, versions);
+        if (keeper == m_preferred)
+            parent->merged = parent->in(keeper);
+        else if (const StatePtr& state = versions.in(other(keeper)); state && is_there(state->parent))
+            SceneSnapshot::edit<ObjectState>(versions.merged).parent = state->parent;
+        else
+            versions.merged.reset();
+    }
+    void drop_orphans()
+    {
+        for (std::size_t k = 0; k < m_objects.size(); ++k)
+            for (auto& [id, versions] : m_objects[k])
+                if (versions.merged && !is_fixed(k) && !is_there(versions.merged->parent))
+                    versions.merged.reset();
+    }
+    /// Of two that would be the same thing, such as script keys at one time, the preferred side's stays.
+    void drop_doubles()
+    {
+        for (const ObjectKind& kind : m_document.kinds()) {
+            if (!kind.unique_key)
+                continue;
+            QHash<QString, Versions*> taken;
+            for (auto& [id, versions] : m_objects[kind.place]) {
+                if (!versions.merged)
+                    continue;
+                Versions*& present = taken[kind.unique_key(*versions.merged)];
+                if (!present) {
+                    present = &versions;
+                    continue;
+                }
+                const bool replaces = is_as_in(m_preferred, kind, versions) && !is_as_in(m_preferred, kind, *present);
+                Versions* gone = replaces ? present : &versions;
+                present = replaces ? &versions : present;
+                tell(kind.place, *gone->merged, {.ours = json(gone->ours), .theirs = json(gone->theirs)});
+                gone->merged.reset();
+            }
+        }
+    }
+    static bool is_as_in(MergeSide side, const ObjectKind& kind, const Versions& versions)
+    {
+        const StatePtr& state = versions.in(side);
+        return state && kind.unique_key(*state) == kind.unique_key(*versions.merged);
+    }
+
+    void merge_containers()
+    {
+        for (std::size_t i = 0; i < m_document.parts().size(); ++i)
+            m_result.scene.containers.push_back(
+                merge_states({m_base.containers[i].constData(), m_ours.containers[i].constData(),
+                              m_theirs.containers[i].constData()},
+                             m_preferred, [this](MergeConflict conflict) {
+                                 conflict.place = lang(u"场景", u"scene");
+                                 m_result.conflicts.push_back(std::move(conflict));
+                             }));
+    }
+
+    // Order
+    void order_children()
+    {
+        for (const ObjectKind& kind : m_document.kinds())
+            for (const auto& [id, versions] : m_objects[kind.place])
+                if (versions.merged && !kind.fixed)
+                    m_members[{versions.merged->parent.id, kind.place}].push_back(id);
+        for (const ObjectKind& kind : m_document.kinds()) {
+            if (kind.fixed)
+                continue;
+            if (kind.container) {
+                const std::size_t part = m_document.part_of(*kind.container);
+                order(kind, {m_base.containers[part], m_ours.containers[part], m_theirs.containers[part]},
+                      m_result.scene.containers[part], kind.container->id());
+                continue;
+            }
+            for (std::size_t place = 0; place < kind.place; ++place)
+                for (auto& [id, versions] : m_objects[place]) {
+                    if (!kind.children_of(*versions.any()))
+                        break; // One of a kind of parents stands for all.
+                    if (versions.merged)
+                        order(kind, versions, versions.merged, id);
+                }
+        }
+    }
+    void order(const ObjectKind& kind, const Versions& parents, StatePtr& parent, quint32 parent_id)
+    {
+        const auto list = [&](const StatePtr& state) {
+            const IdList* ids = state ? kind.children_of(*state) : nullptr;
+            return ids ? *ids : IdList();
+        };
+        OrderVersions lists{list(parents.base), list(parents.ours), list(parents.theirs), {}};
+        if (const auto members = m_members.find({parent_id, kind.place}); members != m_members.end())
+            lists.members = members->second;
+        const auto comes_before = [&](const std::vector<quint32>& run, const std::vector<quint32>& second) {
+            return content_of(kind.place, run) < content_of(kind.place, second);
+        };
+        auto merged = merge_order(lists, m_preferred, comes_before);
+        if (merged.has_conflict)
+            tell(kind.container ? m_document.kinds().size() : m_kinds.value(parent_id), *parent,
+                 {.field = QString::fromLatin1(kind.key),
+                  .base = json_of(lists.base),
+                  .ours = json_of(lists.ours),
+                  .theirs = json_of(lists.theirs)});
+        if (const IdList* present = kind.children_of(*parent); present && *present != merged.ids)
+            *kind.children(SceneSnapshot::edit<ObjectState>(parent)) = std::move(merged.ids);
+    }
+    static QString json_of(const ObjectState& state) { return tarn::json_of(state); }
+    static QString json_of(const IdList& ids)
+    {
+        QStringList numbers;
+        for (const ObjectRef id : ids)
+            numbers.append(QString::number(id.id));
+        return QLatin1Char('[') + numbers.join(QLatin1Char(',')) + QLatin1Char(']');
+    }
+
+    /// What objects are, apart from ids and what hangs on these: the order of two new ones must not depend on which side
+    /// is ours.
+    QByteArray content_of(std::size_t kind, const std::vector<quint32>& run)
+    {
+        QByteArray all;
+        for (const quint32 id : run)
+            all += content_of(kind, id) + '\n';
+        return all;
+    }
+    QByteArray content_of(std::size_t kind, quint32 id)
+    {
+        const ObjectState& state = *m_objects[kind].at(id).merged;
+        QByteArray text = own_content(kind, state);
+        for (const FieldBase* field : state.fields().link_fields())
+            if (is_content(*field))
+                field->each_reference(state, [&](ObjectRef reference) {
+                    if (const Versions* target = find(reference.id); target && target->merged)
+                        text += '@' + own_content(m_kinds.value(reference.id), *target->merged);
+                });
+        for (std::size_t below = kind + 1; below < m_objects.size(); ++below) {
+            const auto members = m_members.find({id, below});
+            if (members == m_members.end())
+                continue;
+            QList<QByteArray> children;
+            for (const quint32 child : members->second)
+                children.append(content_of(below, child));
+            std::sort(children.begin(), children.end());
+            text += '{' + children.join('\n') + '}';
+        }
+        return text;
+    }
+    QByteArray own_content(std::size_t kind, const ObjectState& state) const
+    {
+        QByteArray text;
+        for (const FieldBase* field : state.fields()) {
+            bool has_reference = field->rules().function;
+            field->each_reference(state, [&](ObjectRef) { has_reference = true; });
+            if (is_content(*field) && !has_reference && !field->is_default(state) && !is_made_name(kind, *field, state))
+                text += QByteArray(field->name()) + '=' + tarn::json_of(*field, state).toUtf8() + ';';
+        }
+        return text;
+    }
+    /// A function that was made for an object is named after its id.
+    bool is_made_name(std::size_t kind, const FieldBase& field, const ObjectState& state) const
+    {
+        return &m_document.kinds()[kind] == m_document.kind("functions") && std::string_view(field.name()) == "name"
+            && name_of(state).contains(QLatin1String("_FUNC_"));
+    }
+
+    // The result
+    Status collect()
+    {
+        auto& lists = m_result.scene.objects;
+        lists.resize(m_objects.size());
+        for (const ObjectKind& kind : m_document.kinds()) {
+            const auto add_children = [&](const ObjectState& parent) {
+                const IdList* ids = kind.children_of(parent);
+                for (const ObjectRef child : ids ? *ids : IdList())
+                    lists[kind.place].push_back(m_objects[kind.place].at(child.id).merged);
+                return ids != nullptr;
+            };
+            if (kind.fixed)
+                lists[kind.place].push_back(m_objects[kind.place].begin()->second.merged);
+            else if (kind.container)
+                add_children(*m_result.scene.containers[m_document.part_of(*kind.container)]);
+            else
+                for (std::size_t place = 0; place < kind.place; ++place)
+                    for (const StatePtr& parent : lists[place])
+                        if (!add_children(*parent))
+                            break;
+            if (lists[kind.place].size() > kind.most)
+                return Status::error(lang(u"合并后%1过多（最多 %2 个）。",
+                                          u"Merged there would be too many objects of the kind \"%1\" (at most %2).")
+                                         .arg(lang(kind.chinese, kind.english))
+                                         .arg(kind.most));
+        }
+        return {};
+    }
+    void merge_files()
+    {
+        SceneSnapshot& scene = m_result.scene;
+        const auto tell_file = [&](const QString& name) {
+            const auto size = [&](const SceneSnapshot& version) {
+                const auto found = version.files.find(name);
+                return found == version.files.end() ? QString() : QString::number(found->size());
+            };
+            m_result.conflicts.push_back({.place = name,
+                                          .field = QStringLiteral("file"),
+                                          .base = size(m_base),
+                                          .ours = size(m_ours),
+                                          .theirs = size(m_theirs)});
+        };
+        scene.files = merge_maps(m_base.files, m_ours.files, m_theirs.files, m_preferred, tell_file);
+        scene.damaged = merge_maps(m_base.damaged, m_ours.damaged, m_theirs.damaged, m_preferred,
+                                   [](const QString&) {}); // Whole again in one of them: it is among the files.
+        // One side may show what the other side, no longer showing it, took out.
+        for (const auto& states : scene.objects)
+            for (const StatePtr& state : states)
+                for (const QString& entry : file_entries(*state))
+                    if (!scene.files.contains(entry) && m_base.files.contains(entry))
+                        scene.files.insert(entry, m_base.files.value(entry));
+    }
+
+    /// `kind` over all kinds: of a container.
+    void tell(std::size_t kind, const ObjectState& state, MergeConflict conflict)
+    {
+        if (kind == m_document.kinds().size()) {
+            conflict.place = lang(u"场景", u"scene");
+        } else {
+            const ObjectKind& row = m_document.kinds()[kind];
+            conflict.object = state.id;
+            conflict.place
+                = QStringLiteral("%1 %2 \"%3\"").arg(lang(row.chinese, row.english)).arg(state.id).arg(name_of(state));
+        }
+        m_result.conflicts.push_back(std::move(conflict));
+    }
+
+    const Document& m_document;
+    SceneSnapshot m_base;
+    SceneSnapshot m_ours;
+    SceneSnapshot m_theirs;
+    MergeSide m_preferred;
+    std::vector<ById> m_objects; ///< by kind
+    QHash<quint32, std::size_t> m_kinds;
+    std::map<std::pair<quint32, std::size_t>, std::vector<quint32>> m_members; ///< by parent and kind
+    MergedScene m_result;
+};
+
+} // namespace
+
+Result<MergedScene> merge_versions(const Document& document, SceneSnapshot base, SceneSnapshot ours,
+                                   SceneSnapshot theirs, MergeSide preferred)
+{
+    return Merge(document, std::move(base), std::move(ours), std::move(theirs), preferred).run();
+}
+
+} // namespace tarn
