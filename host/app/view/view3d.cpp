@@ -348,7 +348,9 @@ void CView3D::leaveEvent(QEvent*)
 void CView3D::wheelEvent(QWheelEvent* event)
 {
     const double steps = event->angleDelta().y() / wheel_step;
-    if (event->modifiers().testFlag(Qt::ControlModifier) && !m_is_preview)
+    // An interface that runs has the wheel to itself.
+    const bool runs = m_world.mouse_tool() && m_world.mouse_tool()->takes_all_keys();
+    if (event->modifiers().testFlag(Qt::ControlModifier) && !runs)
         zoom_to(zoom() * wheel_factor(steps), event->position());
     else
         send_wheel(to_screen(event->position()), steps);

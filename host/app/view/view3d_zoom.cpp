@@ -100,5 +100,6 @@ void CView3D::set_preview(bool on)
 
 void CView3D::mark()
 {
-    m_marks->show(whole_rect() & room_rect(), zoom(), screen_size(), m_is_preview);
+    if (m_editor) // Players are told nothing.
+        m_marks->show(whole_rect() & room_rect(), zoom(), screen_size(), m_is_preview);
 }

@@ -33,6 +33,7 @@ ViewMarks::ViewMarks(QWidget& view) : QObject(&view), m_badge(new QLabel(&view))
     colors.setColor(QPalette::Window, preview_color);
     m_frame->setPalette(colors);
     m_frame->setObjectName(QStringLiteral("preview_frame"));
+    m_badge->hide();
     m_frame->hide();
 }
 
@@ -43,6 +44,7 @@ void ViewMarks::show(const QRect& shown, double zoom, QSize screen, bool preview
         text += QStringLiteral("  ") + lang(u"预览", u"Preview");
     m_badge->setText(text);
     m_badge->adjustSize();
+    m_badge->show();
     const QRect view = m_badge->parentWidget()->rect();
     m_badge->move((shown & view).bottomRight() - QPoint(badge_margin, badge_margin) - m_badge->rect().bottomRight());
     m_badge->raise();
