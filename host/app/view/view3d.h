@@ -108,6 +108,7 @@ private:
     QRect room_rect() const;
     QSize fit_size() const;
     QRect whole_rect() const;
+    QPointF shown_centre() const;
     void pan_screen(QPointF way);
     void mark();
     tarn::ScreenPlacing placing() const { return m_overlay.placing(surface_size()); }

@@ -27,6 +27,15 @@ QRect CView3D::room_rect() const
     return {QPoint(free.width() / 2, free.height() / 2), room()};
 }
 
+/// The place of the screen that is shown in the middle while only a part of it is shown.
+QPointF CView3D::shown_centre() const
+{
+    const QSizeF screen = screen_size();
+    const QSizeF seen = QSizeF(room()) / *m_zoom;
+    return {held_centre(m_centre.x(), screen.width(), seen.width()),
+            held_centre(m_centre.y(), screen.height(), seen.height())};
+}
+
 /// Where the whole screen lies in the widget, or would while only a part of it is shown.
 QRect CView3D::whole_rect() const
 {
@@ -34,25 +43,24 @@ QRect CView3D::whole_rect() const
         const QSize free = (size() - fit_size()).expandedTo({0, 0});
         return {QPoint(free.width() / 2, free.height() / 2), fit_size()};
     }
-    const QSizeF screen = screen_size();
-    const QSizeF seen = QSizeF(room()) / *m_zoom;
-    const QPointF centre(held_centre(m_centre.x(), screen.width(), seen.width()),
-                         held_centre(m_centre.y(), screen.height(), seen.height()));
-    const QPointF corner = QRectF(room_rect()).center() - centre * *m_zoom;
-    return {QPoint(qRound(corner.x()), qRound(corner.y())), (screen * *m_zoom).toSize().expandedTo({1, 1})};
+    const QPointF corner = QRectF(room_rect()).center() - shown_centre() * *m_zoom;
+    return {QPoint(qRound(corner.x()), qRound(corner.y())),
+            (QSizeF(screen_size()) * *m_zoom).toSize().expandedTo({1, 1})};
 }
 
 void CView3D::zoom_to(double scale, QPointF about)
 {
     if (m_is_preview || !(scale > 0))
         return;
-    const QPointF fixed = to_screen(about);
+    const QPointF aside = about - QRectF(room_rect()).center();
+    // Not from where pictures lie, which is rounded to pixels: many small steps would drift.
+    const QPointF fixed = is_zoomed() ? shown_centre() + aside / *m_zoom : to_screen(about);
     double wanted = std::clamp(scale, least_zoom, largest_zoom);
     if (std::abs(wanted - 1) < near_whole)
         wanted = 1;
     const double fit = double(fit_size().width()) / std::max(1, screen_size().width());
     m_zoom = wanted == fit ? std::nullopt : std::optional(wanted);
-    m_centre = fixed + (QRectF(room_rect()).center() - about) / wanted;
+    m_centre = fixed - aside / wanted;
     place_surface();
 }
 
