@@ -106,8 +106,8 @@ void CDlgElementEditor::OnInitDialog()
         connect(control_as<CColorSwatch>(id), &QAbstractButton::clicked, this,
                 [this, name, handler] { run_action([this, handler] { (this->*handler)(); }, name); });
     };
-    on_swatch(id_color, lang(u"元素颜色", u"Element Colour"), &CDlgElementEditor::on_color);
-    on_swatch(id_token_color, lang(u"色板颜色", u"Named Colour"), &CDlgElementEditor::on_token_color);
+    on_swatch(id_color, lang(u"元素颜色", u"Element Color"), &CDlgElementEditor::on_color);
+    on_swatch(id_token_color, lang(u"色板颜色", u"Named Color"), &CDlgElementEditor::on_token_color);
 }
 
 void CDlgElementEditor::fill_owners()
@@ -220,7 +220,7 @@ void CDlgElementEditor::fill_sources()
     const QSignalBlocker quiet(m_sources);
     m_sources->clear();
     m_sources->addItem(lang(u"（默认）", u"(Usual)"));
-    m_sources->addItem(lang(u"自定颜色", u"A colour of its own"));
+    m_sources->addItem(lang(u"自定颜色", u"A color of its own"));
     const auto& tokens = core()->look().tokens();
     for (auto token = tokens.begin(); token != tokens.end(); ++token)
         m_sources->addItem(token_caption(token.key()), token.key());
@@ -312,7 +312,7 @@ void CDlgElementEditor::on_new_token()
     if (!core() || !is_editing())
         return;
     QString name;
-    if (!PopDlgStrInput(this, lang(u"颜色名称", u"Name of the colour"), {}, QString(), name, longest_token)
+    if (!PopDlgStrInput(this, lang(u"颜色名称", u"Name of the color"), {}, QString(), name, longest_token)
         || name.trimmed().isEmpty())
         return;
     if (name.startsWith(QLatin1Char('#')) || core()->look().tokens().contains(name))

@@ -7,6 +7,7 @@
 
 namespace {
 
+constexpr double caption_size = 0.8; ///< of the usual letters: five captions stand side by side
 constexpr QSize usual_size(64, 76); ///< pixels
 constexpr int least_width = 32;
 constexpr double frame = 2;
@@ -54,6 +55,9 @@ void CStateButton::paintEvent(QPaintEvent*)
         painter.drawRect(picture);
     }
     painter.setPen(palette().color(isEnabled() ? QPalette::Normal : QPalette::Disabled, QPalette::WindowText));
+    QFont small = font();
+    small.setPointSizeF(small.pointSizeF() * caption_size);
+    painter.setFont(small);
     painter.drawText(QRect(0, height() - line, width(), line), Qt::AlignCenter,
-                     fontMetrics().elidedText(text(), Qt::ElideRight, width()));
+                     painter.fontMetrics().elidedText(text(), Qt::ElideRight, width()));
 }

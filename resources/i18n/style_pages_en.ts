@@ -48,11 +48,11 @@
     <name>CDlgElementEditor</name>
     <message>
         <source>颜色</source>
-        <translation>Colour</translation>
+        <translation>Color</translation>
     </message>
     <message>
         <source>名称</source>
-        <translation>Named colours</translation>
+        <translation>Named colors</translation>
     </message>
     <message>
         <source>色板</source>
@@ -76,7 +76,7 @@
     </message>
     <message>
         <source>新建颜色...</source>
-        <translation>New Colour...</translation>
+        <translation>New Color...</translation>
     </message>
     <message>
         <source>取自</source>
