@@ -8,7 +8,7 @@
 namespace {
 
 constexpr double caption_size = 0.8; ///< of the usual letters: five captions stand side by side
-constexpr QSize usual_size(64, 76); ///< pixels
+constexpr QSize usual_size(64, 76);  ///< pixels
 constexpr int least_width = 32;
 constexpr double frame = 2;
 
