@@ -108,7 +108,7 @@ Status check_names_for_folder(const QMap<QString, QByteArray>& entries)
 Status write_new_folder(const QString& folder, const QMap<QString, QByteArray>& entries)
 {
     const QFileInfo place(QDir::cleanPath(QDir(folder).absolutePath()));
-    QTemporaryDir beside(place.path() + QLatin1Char('/') + place.fileName() + QStringLiteral("-XXXXXX"));
+    QTemporaryDir beside(place.path() + QLatin1Char('/') + place.fileName());
     if (!beside.isValid())
         return failed_at(folder, beside.errorString());
     const QString content = beside.filePath(QStringLiteral("content"));
