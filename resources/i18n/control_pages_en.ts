@@ -25,7 +25,7 @@
     </message>
     <message>
         <source>事件脚本</source>
-        <translation>Scripts of events</translation>
+        <translation>Event scripts</translation>
     </message>
 </context>
 <context>
@@ -60,7 +60,7 @@
     </message>
     <message>
         <source>事件脚本</source>
-        <translation>Scripts of events</translation>
+        <translation>Event scripts</translation>
     </message>
 </context>
 <context>
@@ -127,7 +127,7 @@
     </message>
     <message>
         <source>事件脚本</source>
-        <translation>Scripts of events</translation>
+        <translation>Event scripts</translation>
     </message>
 </context>
 <context>
@@ -174,7 +174,7 @@
     </message>
     <message>
         <source>事件脚本</source>
-        <translation>Scripts of events</translation>
+        <translation>Event scripts</translation>
     </message>
 </context>
 <context>
@@ -225,7 +225,7 @@
     </message>
     <message>
         <source>事件脚本</source>
-        <translation>Scripts of events</translation>
+        <translation>Event scripts</translation>
     </message>
 </context>
 <context>
@@ -284,7 +284,7 @@
     </message>
     <message>
         <source>设置尺寸到贴图</source>
-        <translation>Size to the picture</translation>
+        <translation>Size to picture</translation>
     </message>
     <message>
         <source>图片</source>
@@ -438,7 +438,7 @@
     </message>
     <message>
         <source>事件脚本</source>
-        <translation>Scripts of events</translation>
+        <translation>Event scripts</translation>
     </message>
 </context>
 <context>

@@ -36,17 +36,17 @@ for _ = 1, 12 do
 end
 t.same({studio.view:size()}, {1280, 720}, "the surface is full")
 drags(8, 560, 315, 5, "at 800 %")
+-- Panned by a drag whose moves are parts of a pixel.
+local corner_x, corner_y = 560, 315
+studio.view:drag(700, 400, 700 - 160, 400 - 80, nil, "middle")
+corner_x, corner_y = corner_x + 20, corner_y + 10
 -- A handle, at 800 %: a drag of 16 pixels of the view makes it two wider.
-local right = (600 + 60 - 560) * 8
-local middle = (300 + 35 - 315) * 8
+local right = (600 + 60 - corner_x) * 8
+local middle = (300 + 35 - corner_y) * 8
 studio.select(button)
 studio.view:drag(right, middle, right + 16, middle)
 t.same(button:get("width"), 42, "the handle")
 t.same(studio.undo(), true, "undone")
-
-local corner_x, corner_y = 560, 315
-studio.view:drag(700, 400, 700 - 160, 400 - 80, nil, "middle")
-corner_x, corner_y = corner_x + 20, corner_y + 10
 drags(8, corner_x, corner_y, 3, "panned")
 t.same(studio.view:wheel(640, 360, 5, "ctrl"), nil, "no further")
 drags(8, corner_x, corner_y, -2, "at the limit")

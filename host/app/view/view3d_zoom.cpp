@@ -88,9 +88,8 @@ void CView3D::zoom_to_area(const QRectF& on_screen)
 
 void CView3D::pan_screen(QPointF way)
 {
-    // Counted from what is shown: beyond an edge nothing is saved up.
-    const QPointF middle = QRectF(room_rect()).center() - whole_rect().topLeft();
-    m_centre = (middle - way) / *m_zoom;
+    // From what is shown, so that beyond an edge nothing is saved up, but not from where pictures lie: parts of a pixel count.
+    m_centre = shown_centre() - way / *m_zoom;
     place_surface();
 }
 
