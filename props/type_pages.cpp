@@ -417,6 +417,7 @@ constexpr PageEntry pages[] = {
      .target = &picture_controls,
      .rows = picture_rows,
      .images = picture_images,
+     .set_image = &CGuiPlugScene::set_imgctrl_img,
      .actions = picture_actions},
     {.class_name = "CPropDlgInfoBox",
      .template_id = 6369,
@@ -440,6 +441,7 @@ constexpr PageEntry pages[] = {
      .rows = map_rows,
      .scripts = map_scripts,
      .images = map_images,
+     .set_image = &CGuiPlugScene::set_map_img,
      .objects = map_objects},
 };
 

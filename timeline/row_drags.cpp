@@ -6,6 +6,7 @@
 #include "timeline_row_keys.h"
 #include "timeline_rows.h"
 
+#include "animation/animation_scene.h"
 #include "animation/t_var.h"
 #include "animation/timer_object.h"
 #include "engine/base_world.h"
@@ -111,10 +112,13 @@ void press_row_name(TimelineHost& host, const RowNameHit& hit)
 {
     TimelineView& view = host.timeline();
     focus_row(view, hit.row);
-    if (hit.part == RowPart::Name)
-        make_current(host, hit.row);
-    else
-        toggle(hit.part == RowPart::Fold ? view.rows.open : view.rows.locked, hit.row.object->id());
+    const quint32 object = hit.row.object ? hit.row.object->id() : 0;
+    switch (hit.part) {
+    case RowPart::Name: make_current(host, hit.row); break;
+    case RowPart::Fold: toggle(view.rows.open, object); break;
+    case RowPart::Lock: toggle(view.rows.locked, object); break;
+    case RowPart::Mute: view.scene->set_muted(object, !view.scene->is_muted(object)); break;
+    }
     host.redraw_all();
 }
 

@@ -13,6 +13,7 @@
 #include "page_base/gui_child_dlg.h"
 #include "timeline_clipboard.h"
 #include "timeline_commands.h"
+#include "timeline_drag.h"
 #include "timeline_edits.h"
 #include "timeline_host.h"
 #include "timeline_menu.h"
@@ -100,6 +101,27 @@ bool can_retarget(const TimelinePlace& place)
     const ModelObject* selected = on_object(place) && !on_script_object(place) ? selected_object(place) : nullptr;
     return selected && place.view.scene->type_for(*selected) == place.row->row.object->type()
         && place.row->row.object->target().id != selected->id();
+}
+
+void toggle_muted(TimelinePlace& place)
+{
+    press_row_name(place.host, {place.row->row, RowPart::Mute});
+}
+
+bool is_muted(const TimelinePlace& place)
+{
+    return on_object(place) && place.view.scene->is_muted(place.row->row.object->id());
+}
+
+bool is_solo(const TimelinePlace& place)
+{
+    return on_object(place) && place.view.scene->is_solo(place.row->row.object->id());
+}
+
+void toggle_solo(TimelinePlace& place)
+{
+    place.view.scene->set_solo(place.row->row.object->id(), !is_solo(place));
+    place.host.redraw_all();
 }
 
 // Keys ---------------------------------------------------------------------------------------------------------------
@@ -312,6 +334,8 @@ constexpr TimelineCommand commands[] = {
     {33042, u"删除变量...", u"Delete Variable...", on_variable, remove_variable},
     {33043, u"移除对象...", u"Remove Object...", on_object, remove_object},
     {33044, u"目标改为所选对象", u"Animate the Selected Object Instead", can_retarget, retarget},
+    {33045, u"静音", u"Mute", on_object, toggle_muted, is_muted},
+    {33046, u"独奏", u"Solo", on_object, toggle_solo, is_solo},
     separator,
     {33051, u"在此添加标记...", u"Add Mark Here...", nullptr, make_mark},
     {33052, u"删除此处标记...", u"Delete Mark Here...", with_marks, remove_marks},

@@ -1,3 +1,4 @@
+#include "animation/animation_scene.h"
 #include "animation/t_var.h"
 #include "animation/timer_object.h"
 #include "core/language.h"
@@ -40,13 +41,14 @@ public:
             arrow(row);
             icon(row, broken);
             lock(row);
+            mute(row);
         }
         const int left = row.object ? indent + 18 : 8;
-        const int right = is_object ? row_part(row, RowPart::Lock, m_width).left() : m_width;
+        const int right = is_object ? row_part(row, RowPart::Mute, m_width).left() : m_width;
         m_painter.text(left, row.middle() - 0.5, m_painter.elided(name_of(row), right - left - 2),
-                       broken             ? m_colors.warning
-                           : row.variable ? m_colors.dim_text
-                                          : m_colors.text);
+                       broken                               ? m_colors.warning
+                           : row.variable || is_silent(row) ? m_colors.dim_text
+                                                            : m_colors.text);
     }
 
 private:
@@ -115,6 +117,31 @@ private:
         bow.addRoundedRect(QRectF(center.x() - (is_locked ? 2.5 : 5.5), center.y() - 5.5, 5, 7), 2.5, 2.5);
         m_painter.shape(bow, Qt::NoBrush, color, 1.4);
         m_painter.fill(QRectF(center.x() - 4, center.y() - 1, 8, 6), color);
+    }
+
+    bool is_silent(const TimelineRow& row) const { return row.object && m_view.scene->is_silent(*row.object); }
+
+    /// An eye, pale as long as the object takes part; crossed out where it is muted, filled where it is solo.
+    void mute(const TimelineRow& row)
+    {
+        const bool is_muted = m_view.scene->is_muted(row.object->id());
+        const bool is_solo = m_view.scene->is_solo(row.object->id());
+        QColor color = is_solo ? m_colors.accent : m_colors.text;
+        color.setAlphaF(is_muted || is_solo ? 1 : 0.25F);
+        const QPointF center = QRectF(row_part(row, RowPart::Mute, m_width)).center();
+        QPainterPath eye;
+        eye.moveTo(center + QPointF(-6, 0));
+        eye.quadTo(center + QPointF(0, -7), center + QPointF(6, 0));
+        eye.quadTo(center + QPointF(0, 7), center + QPointF(-6, 0));
+        m_painter.shape(eye, is_solo ? QBrush(color) : QBrush(Qt::NoBrush), color, 1.3);
+        QPainterPath inside;
+        if (is_muted) {
+            inside.moveTo(center + QPointF(-5, 5));
+            inside.lineTo(center + QPointF(5, -5));
+        } else {
+            inside.addEllipse(center, 1.5, 1.5);
+        }
+        m_painter.shape(inside, Qt::NoBrush, is_solo ? m_colors.background : color, 1.6);
     }
 
     DevicePainter& m_painter;

@@ -91,7 +91,7 @@ std::optional<RowNameHit> find_row_name(const TimelineView& view, int x, int y, 
     if (!hit)
         return {};
     RowNameHit name{.row = hit->row};
-    for (const RowPart part : {RowPart::Fold, RowPart::Lock})
+    for (const RowPart part : {RowPart::Fold, RowPart::Lock, RowPart::Mute})
         if (row_part(hit->row, part, width).contains(x, y))
             name.part = part;
     return name;
@@ -103,7 +103,8 @@ QRect row_part(const TimelineRow& row, RowPart part, int width)
     constexpr int margin = 2;
     if (!row.object || row.variable || part == RowPart::Name)
         return {};
-    const int x = part == RowPart::Fold ? margin : width - size - margin;
+    const int from_right = part == RowPart::Lock ? 1 : 2;
+    const int x = part == RowPart::Fold ? margin : width - from_right * size - margin;
     return {x, row.top + (TimelineRow::height - size) / 2, size, size};
 }
 

@@ -24,6 +24,7 @@ enum class RowPart {
     Name,
     Fold, ///< the arrow that unfolds an object
     Lock,
+    Mute, ///< the mark that takes an object out of what is shown, and back
 };
 
 struct RowHit {
@@ -47,7 +48,7 @@ int greatest_scroll(const TimelineView& view);
 
 // The names of the rows stand beside the timeline, at the same heights, in a column of their own.
 std::optional<RowNameHit> find_row_name(const TimelineView& view, int x, int y, int width);
-/// Where the arrow of an object, or its lock, is drawn and hit in a column of that width; null for other rows.
+/// Where the arrow of an object, its lock or its mute mark is drawn and hit in a column of that width; null for other rows.
 QRect row_part(const TimelineRow& row, RowPart part, int width);
 
 } // namespace tarn

@@ -100,6 +100,9 @@ QString row_name_tip(const RowNameHit& hit)
 {
     if (hit.part == RowPart::Lock)
         return lang(u"锁定：不编辑它的关键帧", u"Lock: its keys are not edited");
+    if (hit.part == RowPart::Mute)
+        return lang(u"静音：编辑时不驱动它的目标，预览不受影响",
+                    u"Mute: it drives nothing while you edit; a preview is not changed");
     if (hit.row.object && hit.row.object->is_broken())
         return lang(u"目标已删除；可在右键菜单中指定另一个目标", u"The target is gone; the menu gives it another one");
     return {};

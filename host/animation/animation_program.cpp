@@ -24,10 +24,12 @@ quint32 led_channels(quint32 channels, bool along)
 
 AnimationProgram::AnimationProgram(const CTimebar& bar, Covered& covered)
 {
-    for (const CTimerObject* object : bar.objects())
-        if (AnimationTarget* kind = bar.scene().target_kind(object->type()))
-            if (ModelObject* target = object->target_object())
-                add(*object, *kind, *target, covered);
+    for (const CTimerObject* object : bar.objects()) {
+        AnimationTarget* kind = bar.scene().target_kind(object->type());
+        ModelObject* target = object->target_object();
+        if (kind && target && !bar.scene().is_silent(*object))
+            add(*object, *kind, *target, covered);
+    }
 }
 
 AnimationProgram::AnimationProgram(const CTimerObject& object)

@@ -42,6 +42,14 @@ QString time_of_script_key(const ObjectState& state)
     return QStringLiteral("%1/%2").arg(key.parent.id).arg(double(key.time), 0, 'g', 9);
 }
 
+void put(QSet<quint32>& set, quint32 id, bool on)
+{
+    if (on)
+        set.insert(id);
+    else
+        set.remove(id);
+}
+
 } // namespace
 
 CAnimationScene::CAnimationScene(Document& document) : ModelObject(document, new AnimationState)
@@ -177,6 +185,29 @@ void CAnimationScene::set_current_bar(const CTimebar* bar)
     m_current_bar = wanted;
     m_stale = true;
     show_frame();
+}
+
+void CAnimationScene::set_muted(quint32 object, bool on)
+{
+    put(m_muted, object, on);
+    m_stale = true;
+    show_frame();
+}
+
+void CAnimationScene::set_solo(quint32 object, bool on)
+{
+    put(m_solo, object, on);
+    m_stale = true;
+    show_frame();
+}
+
+bool CAnimationScene::is_silent(const CTimerObject& object) const
+{
+    if (m_running || (m_muted.isEmpty() && m_solo.isEmpty()))
+        return false;
+    const auto& all = object.timebar()->objects();
+    const bool has_solo = std::any_of(all.begin(), all.end(), [&](const CTimerObject* any) { return is_solo(any->id()); });
+    return is_muted(object.id()) || (has_solo && !is_solo(object.id()));
 }
 
 QString CAnimationScene::free_name(const QString& wanted) const

@@ -6,6 +6,8 @@
 #include "core/attribute_driver.h"
 #include "core/model_changes.h"
 
+#include <QSet>
+
 #include <array>
 #include <memory>
 #include <optional>
@@ -75,6 +77,15 @@ public:
     /// The channels of an object that are driven now, as bits.
     quint32 driven_channels(quint32 object) const;
 
+    // What drives while the author works, by the ids of timer objects; a preview plays all. Neither saved nor undone.
+    void set_muted(quint32 object, bool on);
+    bool is_muted(quint32 object) const { return m_muted.contains(object); }
+    /// While there are such objects, only they drive.
+    void set_solo(quint32 object, bool on);
+    bool is_solo(quint32 object) const { return m_solo.contains(object); }
+    /// The timer object drives nothing now: it is muted, or another one of its timebar is solo.
+    bool is_silent(const CTimerObject& object) const;
+
     // What the author changed of driven objects and did not record. While the current bar drives the scene, writes to
     // driven attributes come here, whoever made them.
     const QMap<quint32, tarn::Pose>& unrecorded() const { return animation_state().unrecorded; }
@@ -143,6 +154,8 @@ private:
     tarn::ChildList<CTimebar> m_bars;
     quint32 m_current_bar = 0;
     quint32 m_edited_center = 0;
+    QSet<quint32> m_muted; ///< timer objects
+    QSet<quint32> m_solo;
     bool m_editing = false;
     bool m_running = false;
     bool m_auto_record = false;

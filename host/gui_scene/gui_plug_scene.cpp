@@ -68,6 +68,8 @@ private:
 constexpr std::array button_images{key<&ImageButtonState::image_normal>, key<&ImageButtonState::image_hover>,
                                    key<&ImageButtonState::image_pressed>};
 constexpr std::array box_images{key<&CheckBoxState::image_unchecked>, key<&CheckBoxState::image_checked>};
+constexpr std::array map_images{key<&MapState::image_map>, key<&MapState::image_surface>, key<&MapState::image_base>};
+constexpr std::array picture_images{key<&PictureState::image>};
 
 /// For attributes that take any value of that kind.
 void write(tarn::ModelObject& object, tarn::FieldKey key, const tarn::Value& value)
@@ -427,6 +429,16 @@ Status CGuiPlugScene::set_buttonst_img(const std::vector<tarn::ModelObject*>& bu
 Status CGuiPlugScene::set_checkbox_img(const std::vector<tarn::ModelObject*>& boxes, int state, const QString& path)
 {
     return set_picture(boxes, box_images[std::size_t(state)], path);
+}
+
+Status CGuiPlugScene::set_map_img(const std::vector<tarn::ModelObject*>& maps, int slot, const QString& path)
+{
+    return set_picture(maps, map_images[std::size_t(slot)], path);
+}
+
+Status CGuiPlugScene::set_imgctrl_img(const std::vector<tarn::ModelObject*>& pictures, int slot, const QString& path)
+{
+    return set_picture(pictures, picture_images[std::size_t(slot)], path);
 }
 
 Status CGuiPlugScene::set_Flashctrl_swf(CDXUTFlash& flash, const QString& source, bool is_local)

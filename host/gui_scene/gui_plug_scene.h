@@ -121,6 +121,10 @@ public:
     tarn::Status set_buttonst_img(const std::vector<tarn::ModelObject*>& buttons, int state, const QString& path);
     /// Of check boxes and radio buttons; `state` 0 unchecked, 1 checked.
     tarn::Status set_checkbox_img(const std::vector<tarn::ModelObject*>& boxes, int state, const QString& path);
+    /// `slot` 0 the map, 1 its surface, 2 its base.
+    tarn::Status set_map_img(const std::vector<tarn::ModelObject*>& maps, int slot, const QString& path);
+    /// `slot` is 0: a picture control has one picture.
+    tarn::Status set_imgctrl_img(const std::vector<tarn::ModelObject*>& pictures, int slot, const QString& path);
     /// Gives the Flash control the movie in the file `source`, which is taken into the scene, or the one at the URL. A
     /// movie that no control shows any more leaves the scene. On failure nothing changes.
     tarn::Status set_Flashctrl_swf(CDXUTFlash& flash, const QString& source, bool is_local);

@@ -170,3 +170,31 @@ TEST_F(PlayingTest, a_part_repeats_while_the_author_plays_and_not_in_a_preview)
     m_bar->set_loop(3, 3);
     EXPECT_FALSE(m_bar->has_loop());
 }
+
+TEST_F(PlayingTest, what_is_muted_or_beside_a_solo_drives_nothing_until_a_preview)
+{
+    Thing* first = thing();
+    Thing* second = thing();
+    CTimerObject* first_timer = timer(m_bar, first);
+    CTimerObject* second_timer = timer(m_bar, second);
+    for (CTimerObject* object : {first_timer, second_timer})
+        with_keys(object, Channel::Position, {{0, 5}});
+    m_scene.set_editing(true);
+    const auto shown = [&] {
+        m_scene.show_frame();
+        return QStringLiteral("%1 %2").arg(double(first->shown().x)).arg(double(second->shown().x));
+    };
+    const QByteArray saved = text();
+    EXPECT_EQ(shown(), u"5 5"_s);
+    m_scene.set_muted(first_timer->id(), true);
+    EXPECT_EQ(shown(), u"0 5"_s);
+    m_scene.set_muted(first_timer->id(), false);
+    m_scene.set_solo(first_timer->id(), true);
+    EXPECT_EQ(shown(), u"5 0"_s);
+    m_scene.set_muted(first_timer->id(), true);
+    EXPECT_EQ(shown(), u"0 0"_s) << "muted wins";
+    EXPECT_EQ(text(), saved);
+    m_bar->active_bar(1);
+    m_scene.set_running(true);
+    EXPECT_EQ(shown(), u"5 5"_s);
+}

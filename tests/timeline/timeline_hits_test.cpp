@@ -189,7 +189,7 @@ TEST_F(TimelineHits, rows_unfold_scroll_and_are_filtered)
     EXPECT_FALSE(row_at(1));
     m_view.selection.add_key(variable, at(100));
     EXPECT_EQ(row_at(1)->row.object, m_object);
-    for (const RowPart part : {RowPart::Fold, RowPart::Lock}) {
+    for (const RowPart part : {RowPart::Fold, RowPart::Lock, RowPart::Mute}) {
         const QPoint middle = row_part(row_at(1)->row, part, 200).center();
         EXPECT_EQ(find_row_name(m_view, middle.x(), middle.y(), 200)->part, part);
     }

@@ -85,6 +85,8 @@ TEST_F(TopTimer, names_stand_beside_their_rows_and_fold_lock_and_choose_them)
     EXPECT_EQ(timeline_rows(timer().view()).size(), folded);
     click_name(1, RowPart::Lock);
     EXPECT_TRUE(timer().view().rows.locked.contains(bar()->objects().front()->id()));
+    click_name(1, RowPart::Mute);
+    EXPECT_TRUE(animation().is_muted(bar()->objects().front()->id()));
     click_name(2, RowPart::Name);
     EXPECT_EQ(bar()->current_object(), other);
 }
