@@ -68,8 +68,9 @@ private:
 constexpr std::array button_images{key<&ImageButtonState::image_normal>, key<&ImageButtonState::image_hover>,
                                    key<&ImageButtonState::image_pressed>};
 constexpr std::array box_images{key<&CheckBoxState::image_unchecked>, key<&CheckBoxState::image_checked>};
-constexpr std::array map_images{key<&MapState::image_map>, key<&MapState::image_surface>, key<&MapState::image_base>};
-constexpr std::array picture_images{key<&PictureState::image>};
+constexpr std::array map_images{key<&tarn::MapState::image_map>, key<&tarn::MapState::image_surface>,
+                                key<&tarn::MapState::image_base>};
+constexpr std::array picture_images{key<&tarn::PictureState::image>};
 
 /// For attributes that take any value of that kind.
 void write(tarn::ModelObject& object, tarn::FieldKey key, const tarn::Value& value)
