@@ -201,6 +201,13 @@ void CAnimationScene::set_solo(quint32 object, bool on)
     show_frame();
 }
 
+void CAnimationScene::unmute_all()
+{
+    m_muted.clear();
+    m_solo.clear();
+    m_stale = true;
+}
+
 bool CAnimationScene::is_silent(const CTimerObject& object) const
 {
     if (m_running || (m_muted.isEmpty() && m_solo.isEmpty()))
