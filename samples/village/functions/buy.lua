@@ -1,7 +1,7 @@
 local goods, purse = control("lstGoods"), control("txtCoins")
 local names = goods.items
 local line = names[goods.selected + 1]
-if not line then return call("say", "The stall is empty.") end
+if not line then return call("say", "Choose something first.") end
 local name, price = line:match("^(.-)%s+(%d+)$")
 local coins = tonumber(purse.text:match("%d+"))
 if tonumber(price) > coins then return call("say", "That costs more than you have.") end
