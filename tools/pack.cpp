@@ -37,7 +37,8 @@ void add_pictures(const QString& folder, QMap<QString, QByteArray>& files)
 
 void add_model(const QFileInfo& model, QMap<QString, QByteArray>& files)
 {
-    files.insert(QStringLiteral("models/%1/%2").arg(model.completeBaseName(), model.fileName()), read(model.filePath()));
+    files.insert(QStringLiteral("models/%1/%2").arg(model.completeBaseName(), model.fileName()),
+                 read(model.filePath()));
 }
 
 /// Each file is a function of its name.

@@ -213,7 +213,8 @@ bool CAnimationScene::is_silent(const CTimerObject& object) const
     if (m_running || (m_muted.isEmpty() && m_solo.isEmpty()))
         return false;
     const auto& all = object.timebar()->objects();
-    const bool has_solo = std::any_of(all.begin(), all.end(), [&](const CTimerObject* any) { return is_solo(any->id()); });
+    const bool has_solo = std::any_of(all.begin(), all.end(),
+                                      [&](const CTimerObject* any) { return is_solo(any->id()); });
     return is_muted(object.id()) || (has_solo && !is_solo(object.id()));
 }
 
