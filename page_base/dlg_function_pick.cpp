@@ -59,7 +59,7 @@ protected:
     }
 
 private:
-    /// The first that still fits is chosen, so that Enter takes it.
+    /// The first that still fits is chosen, so that Enter takes it; where none does, Enter makes a new one.
     void filter(const QString& text)
     {
         int first = -1;
@@ -69,6 +69,7 @@ private:
             first = fits && first < 0 ? row : first;
         }
         m_list->setCurrentRow(first);
+        button(first < 0 && !text.trimmed().isEmpty() ? id_new : id_ok)->setDefault(true);
     }
     void take_listed()
     {

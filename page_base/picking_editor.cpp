@@ -153,8 +153,9 @@ public:
         m_list.setEnabled(known);
         fill();
         m_list.setCurrentRow(std::min(row, int(m_texts.size()) - 1));
-        if (m_edit && view.field)
-            m_edit->setMaxLength(std::min(view.field->rules().max_length, longest_line));
+        const int longest = view.field ? std::min(view.field->rules().max_length, longest_line) : longest_line;
+        if (m_edit && m_edit->maxLength() != longest) // It would take the selection out of the text.
+            m_edit->setMaxLength(longest);
         for (QAbstractButton* button : {m_add, m_paste})
             if (button)
                 button->setEnabled(known);

@@ -58,8 +58,8 @@ public:
     {
         const EventKind* kind = event_kind(m_event);
         const FieldBase* field = kind && kind->value ? m_object.fields().find(kind->value) : nullptr;
-        return {.first_line = m_dialog ? QStringLiteral("local dialog, event = ...\n")
-                                       : QStringLiteral("local control, event, value = ...\n"),
+        return {.first_line = m_dialog ? QStringLiteral("local self, event = ...\n")
+                                       : QStringLiteral("local self, event, value = ...\n"),
                 .arguments = {m_object.shared_from_this(), Value(GetEventStrName(m_event)),
                               field ? m_object.property(*field) : Value()}};
     }

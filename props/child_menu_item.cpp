@@ -11,6 +11,8 @@
 #include "script/config_scene.h"
 #include "widgets/button_st.h"
 
+#include <QLineEdit>
+
 #include <algorithm>
 #include <array>
 
@@ -31,6 +33,7 @@ enum Id : int {
     id_add_separator = 6814,
     id_remove = 6815,
     id_open_function = 6828,
+    id_text = 6820,
 };
 
 struct MoveButton {
@@ -83,7 +86,7 @@ constexpr FieldRow function_row(int control)
 }
 
 constexpr FieldRow rows[] = {
-    text_row(6820, key<&MenuItemState::text>),
+    text_row(id_text, key<&MenuItemState::text>),
     text_row(6821, key<&MenuItemState::shortcut>),
     item_row(6824, key<&MenuItemState::enabled>),
     item_row(6825, key<&MenuItemState::checkable>),
@@ -190,6 +193,11 @@ void CChildMenuItem::add(MenuPlace place, bool separator)
     core()->selection().current_menu_item = made;
     refresh();
     tell_changed();
+    if (separator)
+        return;
+    auto* name = control_as<QLineEdit>(id_text);
+    name->setFocus();
+    name->selectAll();
 }
 
 void CChildMenuItem::remove()
@@ -252,6 +260,10 @@ void CChildMenuItem::open_function()
     }
     if (chosen->set_function(name))
         tell_changed();
-    CDlgCmdTest::do_modal(name, world(), this, -1);
+    const tarn::MenuItemState& state = chosen->item_state();
+    CDlgCmdTest::do_modal(name, world(), this, -1,
+                          {.first_line = QStringLiteral("local item, event, checked, opened_for = ...\n"),
+                           .arguments = {chosen->shared_from_this(), tarn::Value(QStringLiteral("MenuItem")),
+                                         state.checkable ? tarn::Value(state.checked) : tarn::Value(), tarn::Value()}});
     refresh();
 }

@@ -43,6 +43,9 @@ constexpr ButtonLook looks[] = {
     {id_release, 6575},  {id_center, 6579},    {id_loop, 6882},    {id_table, 6883},
 };
 
+constexpr int captioned[] = {id_play, id_record, id_release, id_center, id_table};
+constexpr int least_button = 28; ///< pixels, with the icon alone
+
 struct SpeedRow {
     const char* text;
     float speed;
@@ -127,12 +130,41 @@ void CDlgTopTimer::OnInitDialog()
     show_auto_record();
 }
 
+/// Captions give way to the icons where there is no room for them.
+void CDlgTopTimer::fit_captions()
+{
+    int missing = 0;
+    for (const int id : captioned)
+        missing += m_captions[id].second - button(id)->width();
+    const auto* scroll = control_as<QScrollBar>(id_scroll);
+    const int spare = scroll->width() - scroll->minimumWidth();
+    const bool fits = missing <= spare;
+    for (const int id : captioned) {
+        CButtonST& shown = *button(id);
+        if (shown.text().isEmpty() != fits)
+            continue;
+        shown.setText(fits ? m_captions[id].first : QString());
+        if (shown.toolTip().isEmpty())
+            shown.setToolTip(m_captions[id].first);
+    }
+}
+
+void CDlgTopTimer::resizeEvent(QResizeEvent* event)
+{
+    CGuiChildDlg::resizeEvent(event);
+    fit_captions();
+}
+
 void CDlgTopTimer::set_up_buttons()
 {
     for (const ButtonLook& look : looks) {
         button(look.id)->SetIcon(look.icon);
         button(look.id)->setAccessibleName(button(look.id)->text().isEmpty() ? button(look.id)->toolTip()
                                                                              : button(look.id)->text());
+    }
+    for (const int id : captioned) {
+        m_captions[id] = {button(id)->text(), button(id)->sizeHint().width()};
+        button(id)->setMinimumWidth(least_button);
     }
     button(id_record)->SetTooltipText(lang(u"记录当前选择集", u"Record Selection"));
     button(id_play)->SetTooltipText(lang(u"播放/暂停", u"Play/Stop"));

@@ -2,6 +2,10 @@
 
 #include "page_base/gui_child_dlg.h"
 
+#include <QMap>
+
+#include <utility>
+
 class CAnimationScene;
 class CStaticTimer;
 class CTimebar;
@@ -41,8 +45,11 @@ protected:
     QWidget* create_widget(const QString& class_name, QWidget* parent) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
+    void resizeEvent(QResizeEvent* event) override;
+
 private:
     void set_up_buttons();
+    void fit_captions();
     void set_up_scroll_bar();
     CAnimationScene* animation() const;
     CTimebar* bar() const; ///< the current one; null for none
@@ -84,4 +91,5 @@ private:
     quint32 m_followed_object = 0; ///< id of the object that was selected when the target was last set by it
     float m_shown_length = 0;      ///< of the timebar, when the scroll bar was last set
     bool m_is_locked = false;
+    QMap<int, std::pair<QString, int>> m_captions; ///< of buttons, and their widths with them, pixels
 };

@@ -155,8 +155,7 @@ void CDlgTopTimer::scroll_to(int position)
     position = std::clamp(position, 0, last_position);
     const float visible = (float(m_timer->width()) - end_margin) * m_timer->seconds_per_pixel();
     const float origin = (bar()->get_total_length() - visible) * float(position) / float(last_position);
-    if (origin >= 0)
-        m_timer->set_view_origin(origin);
+    m_timer->set_view_origin(std::max(origin, 0.f));
     m_timer->redraw();
 }
 

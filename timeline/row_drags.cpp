@@ -139,6 +139,9 @@ std::unique_ptr<TimelineDrag> press_rows(TimelineHost& host, const TimelinePoint
         combine(view.selection, keys, point.modifiers);
     if (extends && !holds_all(view.selection, keys))
         return std::make_unique<NoDrag>();
+    // What is pasted or recorded next belongs where the author works.
+    if (!extends && hit->row.object && hit->row.object != view.bar()->current_object())
+        make_current(host, hit->row);
     host.set_current_time(hit->key);
     return std::make_unique<RowKeysDrag>(host, point, *hit, was_selected && !extends);
 }

@@ -96,6 +96,21 @@ ModelObject* selected_object(const TimelinePlace& place)
     const auto objects = scene ? scene->selected_objects() : std::vector<ModelObject*>();
     return objects.empty() ? nullptr : objects.back();
 }
+bool on_target(const TimelinePlace& place)
+{
+    return on_object(place) && place.row->row.object->target_object();
+}
+void select_target(TimelinePlace& place)
+{
+    CGuiPlugScene* scene = place.host.world() ? find_gui_scene(*place.host.world()) : nullptr;
+    if (!scene)
+        return;
+    ModelObject* target = place.row->row.object->target_object();
+    if (const Status selected = scene->model().select({target}); !selected)
+        return tell(place.host, selected.message());
+    place.host.world()->broadcast(ui_selection_changed);
+    place.host.redraw_all();
+}
 bool can_retarget(const TimelinePlace& place)
 {
     const ModelObject* selected = on_object(place) && !on_script_object(place) ? selected_object(place) : nullptr;
@@ -334,6 +349,7 @@ constexpr TimelineCommand commands[] = {
     {33042, u"删除变量...", u"Delete Variable...", on_variable, remove_variable},
     {33043, u"移除对象...", u"Remove Object...", on_object, remove_object},
     {33044, u"目标改为所选对象", u"Animate the Selected Object Instead", can_retarget, retarget},
+    {33047, u"选择目标", u"Select the Target", on_target, select_target},
     {33045, u"静音", u"Mute", on_object, toggle_muted, is_muted},
     {33046, u"独奏", u"Solo", on_object, toggle_solo, is_solo},
     separator,

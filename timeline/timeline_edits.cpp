@@ -124,9 +124,7 @@ void delete_selected(TimelineHost& host, Deleted what)
 
 Deleted selected_kinds(const TimelineSelection& selection)
 {
-    return selection.scripts().empty() ? Deleted::Keys
-        : selection.keys().empty()     ? Deleted::Scripts
-                                       : Deleted::All;
+    return selection.scripts().empty() ? Deleted::Keys : selection.keys().empty() ? Deleted::Scripts : Deleted::All;
 }
 
 void delete_selected(TimelineHost& host)

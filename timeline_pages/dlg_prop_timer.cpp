@@ -4,6 +4,7 @@
 #include "core/language.h"
 #include "dlg_prop_timer_animation.h"
 #include "dlg_prop_timer_script.h"
+#include "engine/base_world.h"
 #include "frame/rollup.h"
 #include "frame/str_input.h"
 #include "gui_scene/gui_plug_scene.h"
@@ -65,8 +66,10 @@ void CDlgPropTimer::on_world_created(CBaseWorld* world)
 
 void CDlgPropTimer::update_ui(int code)
 {
-    CBoundPage::update_ui(code);
-    m_rollup->update_ui(code);
+    // A preview that begins or ends: meanwhile there is no timebar to edit.
+    const int told = code == tarn::ui_scene_changed ? tarn::ui_timebars_changed : code;
+    CBoundPage::update_ui(told);
+    m_rollup->update_ui(told);
 }
 
 void CDlgPropTimer::model_changed(const tarn::ModelChange& change)

@@ -19,9 +19,9 @@ using tarn::WorldObjectState;
 
 namespace {
 
-constexpr NumberLook metres{.step = 0.1, .format = "%.6g"};
-constexpr NumberLook degrees{.step = 1, .format = "%.6g"};
-constexpr NumberLook factor{.step = 0.1, .format = "%.6g"};
+constexpr NumberLook metres{.step = 0.1, .format = "%.4g"};
+constexpr NumberLook degrees{.step = 1, .format = "%.4g"};
+constexpr NumberLook factor{.step = 0.1, .format = "%.4g"};
 
 constexpr FieldRow number_row(int control, tarn::FieldKey field, NumberLook look, Default reset = Default::Offered)
 {

@@ -16,6 +16,7 @@
 #include "world_commands.h"
 #include "world_kinds.h"
 
+#include <QApplication>
 #include <QFileInfo>
 #include <QItemSelectionModel>
 #include <QLineEdit>
@@ -217,10 +218,14 @@ void CDlgWorld::select_objects_of_rows()
 
 void CDlgWorld::update_buttons()
 {
+    const QWidget* const focused = QApplication::focusWidget();
+    const bool is_ours = focused && isAncestorOf(focused);
     button(id_add)->setEnabled(core() && is_editing());
     for (const ButtonRow& row : button_rows)
         if (row.command)
             button(row.id)->setEnabled(core() && is_editing() && command_row(row.command).enabled_if(*world()));
+    if (is_ours && !focused->isEnabled())
+        m_list->setFocus(); // Not the search, which would take the next keys.
 }
 
 /// What a click beside a name is meant for: the selected objects when it is one of them.

@@ -16,7 +16,7 @@ constexpr int eye_open = 1;
 constexpr int eye_closed = 2;
 constexpr int lock = 6200;
 constexpr int icon_side = 16;
-constexpr double faint = 0.25; ///< of icons for what is as usual
+constexpr double usual = 0.6; ///< opacity of icons for what is as usual
 
 QList<int> kind_icons()
 {
@@ -67,8 +67,10 @@ void CReportListWorld::draw_additional(QPainter& painter, const QRect& cell, int
         return;
     const bool is_usual = column == Shown ? shown->is_visible() : !shown->is_locked();
     const int icon = column == Locked ? lock : is_usual ? eye_open : eye_closed;
-    if (is_usual && row != hovered_row())
-        painter.setOpacity(faint);
+    if (is_usual && column == Locked && row != hovered_row())
+        return; // A lock would be taken for a locked object's.
+    if (is_usual)
+        painter.setOpacity(usual);
     QRect place(0, 0, icon_side, icon_side);
     place.moveCenter(cell.center());
     iconfun::icon(icon).paint(&painter, place);

@@ -56,8 +56,11 @@ CDlgEventLog::CDlgEventLog(Studio& studio) : CChildDlg(QStringLiteral("CDlgEvent
     m_pending.setInterval(refresh_delay);
     connect(&m_pending, &QTimer::timeout, this, &CDlgEventLog::refresh);
     studio.world().script_log().on_changed = [this] {
-        if (m_studio.world().script_log().added() == 0)
+        const tarn::ScriptLog& log = m_studio.world().script_log();
+        if (log.added() == 0)
             m_seen = 0;
+        else if (log.entries().back().kind != ScriptLogEntry::Kind::Result)
+            Q_EMIT spoken();
         if (!m_pending.isActive())
             m_pending.start();
     };

@@ -27,6 +27,10 @@ public:
     explicit CDlgEventLog(Studio& studio);
     ~CDlgEventLog() override;
 
+Q_SIGNALS:
+    /// A function of the running scene failed, or printed something.
+    void spoken();
+
 protected:
     void OnInitDialog() override;
     QWidget* create_widget(const QString& class_name, QWidget* parent) override;

@@ -101,6 +101,15 @@ bool EditMenu::creates_armed(const QObject* target, const QKeyEvent& event) cons
         && m_studio.scene()->editor().create_armed();
 }
 
+/// A field with nothing of its own to undo, such as an empty search, leaves the key to the program.
+static bool leaves_undo(const QObject* target, const QKeyEvent& event)
+{
+    const auto* line = qobject_cast<const QLineEdit*>(target);
+    return line
+        && ((event.matches(QKeySequence::Undo) && !line->isUndoAvailable())
+            || (event.matches(QKeySequence::Redo) && !line->isRedoAvailable()));
+}
+
 bool EditMenu::eventFilter(QObject* target, QEvent* event)
 {
     if (event->type() == QEvent::KeyPress) {
@@ -109,6 +118,10 @@ bool EditMenu::eventFilter(QObject* target, QEvent* event)
     }
     if (event->type() != QEvent::ShortcutOverride)
         return false;
+    if (leaves_undo(target, *static_cast<QKeyEvent*>(event))) {
+        event->ignore();
+        return true;
+    }
     const QKeySequence keys(static_cast<QKeyEvent*>(event)->keyCombination());
     const bool ours = std::any_of(m_actions.begin(), m_actions.end(),
                                   [&](const QAction* action) { return action->shortcut() == keys; });

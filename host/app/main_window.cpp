@@ -27,6 +27,8 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
+#include <utility>
+
 using tarn::lang;
 using tarn::boxes::Button;
 
@@ -148,12 +150,20 @@ void MainWindow::make_docks()
 {
     add_page_dock(new CDlgHistory(m_studio), history_template, lang(u"历史记录", u"History"), "history",
                   Qt::LeftDockWidgetArea);
-    m_event_log = add_page_dock(new CDlgEventLog(m_studio), event_log_template, lang(u"事件日志", u"Event Log"),
-                                "event_log", Qt::BottomDockWidgetArea);
+    auto* log = new CDlgEventLog(m_studio);
+    m_event_log = add_page_dock(log, event_log_template, lang(u"事件日志", u"Event Log"), "event_log",
+                                Qt::BottomDockWidgetArea);
     auto* list = new CDlgProblems(m_studio);
     m_problems = add_page_dock(list, problems_template, lang(u"问题", u"Problems"), "problems",
                                Qt::BottomDockWidgetArea);
     tabifyDockWidget(m_event_log, m_problems);
+    // What ran well is no reason to take room from the view; once is enough for who closed it.
+    connect(log, &CDlgEventLog::spoken, this, [this] {
+        if (std::exchange(m_offered_log, true))
+            return;
+        m_event_log->show();
+        m_event_log->raise();
+    });
     m_problem_count = new QToolButton(this);
     m_problem_count->setAutoRaise(true);
     m_problem_count->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
@@ -268,18 +278,8 @@ void MainWindow::update_document()
     m_view->set_preview(m_studio.is_playing());
     const bool begins = m_studio.is_playing() && !m_shows_preview;
     m_shows_preview = m_studio.is_playing();
-    if (!begins)
-        return;
-    // Once, where there is something to log: it takes its place from the view, and whoever closed it does not want it. Beside
-    // a timeline it would be a sliver.
-    // It stays when the preview ends: then one has the time to read it.
-    if (!m_offered_log && active_mode() != QLatin1String("Timebar")
-        && !m_studio.world().config_scene().functions().empty()) {
-        m_offered_log = true;
-        m_event_log->show();
-        m_event_log->raise();
-    }
-    m_view->setFocus();
+    if (begins)
+        m_view->setFocus();
 }
 
 /// Scripts stand still while something is read or written.

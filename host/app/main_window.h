@@ -83,6 +83,7 @@ private:
     void fill_recent_files();
     void restore_places();
     void save_places();
+    void gather_bottom_docks();
     void reset_layout();
     void make_zoom_menu(QMenu& menu);
     void make_grid_menu(QMenu& menu);

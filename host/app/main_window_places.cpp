@@ -50,6 +50,7 @@ QWidget* first_focus(QWidget& panel)
 
 void MainWindow::restore_places()
 {
+    gather_bottom_docks();
     for (auto* dock : findChildren<QDockWidget*>())
         m_usual_areas.insert(dock, dockWidgetArea(dock));
     QSettings& store = tarn::settings::store();
@@ -96,6 +97,15 @@ void MainWindow::save_places()
             store.setValue(QString(view_group + QLatin1String(setting.key)), setting.value);
 }
 
+/// In one place: beside each other each would be a sliver.
+void MainWindow::gather_bottom_docks()
+{
+    for (auto* bar : findChildren<CSizingControlBar*>())
+        if (dockWidgetArea(bar) == Qt::BottomDockWidgetArea)
+            tabifyDockWidget(bar, m_event_log);
+    tabifyDockWidget(m_event_log, m_problems);
+}
+
 /// Docks, columns and sizes as at the first start; the mode stays.
 void MainWindow::reset_layout()
 {
@@ -104,7 +114,7 @@ void MainWindow::reset_layout()
         addDockWidget(area, dock);
         dock->setVisible(dock->objectName() == QLatin1String("side_panel"));
     }
-    tabifyDockWidget(m_event_log, m_problems);
+    gather_bottom_docks();
     on_mode_chosen(m_mode_strip->currentIndex());
     for (auto* bar : findChildren<CSizingControlBar*>())
         bar->take_size_back();

@@ -6,6 +6,7 @@
 #include "animation/timer_object.h"
 #include "core/language.h"
 #include "engine/base_world.h"
+#include "engine/world_edit.h"
 #include "gui_core/control_class.h"
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
@@ -14,6 +15,7 @@
 #include "gui_core/gui_event.h"
 #include "gui_plug_scene.h"
 #include "script/gui_script_api.h"
+#include "world/world_object.h"
 
 #include <algorithm>
 
@@ -144,6 +146,14 @@ Status GuiSceneModel::select(const std::vector<ModelObject*>& objects)
     });
     if (controls != 0 && controls != std::ptrdiff_t(objects.size()))
         return Status::error(lang(u"窗口和控件不能同时选择", u"dialogs and controls cannot be selected together"));
+    std::vector<WorldObject*> in_world;
+    for (ModelObject* object : objects)
+        if (auto* found = dynamic_cast<WorldObject*>(object))
+            in_world.push_back(found);
+    if (!in_world.empty()) {
+        select_world_objects(*m_scene.world(), in_world);
+        return {};
+    }
     core.ClearCtrlSelection();
     core.ClearDialogSelection();
     for (ModelObject* object : objects) {

@@ -281,6 +281,10 @@ Problems ProblemFinder::find(CGuiPlugScene& scene)
                       lang(u"%1 个菜单同名，脚本只能按名称找到最先创建的一个。",
                            u"%1 menus have this name; by it scripts find only the one made first."),
                       problems);
+    find_shared_names(scene.animation().bars(),
+                      lang(u"%1 个时间轴同名，脚本只能按名称找到列表中最上面的一个。",
+                           u"%1 timebars have this name; by it scripts find only the uppermost of the list."),
+                      problems);
     if (scene.world())
         find_faulty_models(*scene.world(), problems);
     find_damaged_entries(document, problems);

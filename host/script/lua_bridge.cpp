@@ -7,6 +7,7 @@
 #include <QMap>
 #include <QStringEncoder>
 
+#include <cmath>
 #include <new>
 
 namespace tarn::lua {
@@ -336,6 +337,20 @@ ScriptValue read_field(const ScriptReach& reach, const ModelObject& object, cons
     return reach.scene ? reach.scene->find(reference->id) : ScriptObject();
 }
 
+/// Written as `tostring` does; other values stay.
+static Value text_of_number(const Value& value)
+{
+    if (const auto* whole = std::get_if<qint64>(&value))
+        return QString::number(*whole);
+    if (const auto* real = std::get_if<double>(&value)) {
+        const QString text = QString::number(*real, 'g', 14);
+        return text.contains(QLatin1Char('.')) || text.contains(QLatin1Char('e')) || !std::isfinite(*real)
+            ? text
+            : text + QStringLiteral(".0");
+    }
+    return value;
+}
+
 Status write_field(const ScriptReach& reach, ModelObject& object, std::string_view name, const ScriptValue& value)
 {
     const FieldBase* field = object.fields().find(name);
@@ -351,7 +366,11 @@ Status write_field(const ScriptReach& reach, ModelObject& object, std::string_vi
     const auto* referred = std::get_if<ScriptObject>(&value);
     if (!plain && !referred)
         return about(say(reach, u"不能接受这种值", u"it cannot take such a value"));
-    const auto status = object.set_property(*field, plain ? *plain : Value(qint64((*referred)->id())));
+    Value wanted = plain ? *plain : Value(qint64((*referred)->id()));
+    // As everywhere in the language, a number stands for its text.
+    if (std::holds_alternative<QString>(object.property(*field)))
+        wanted = text_of_number(wanted);
+    const auto status = object.set_property(*field, wanted);
     return status ? status : about(status.message());
 }
 

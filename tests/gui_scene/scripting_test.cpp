@@ -120,6 +120,15 @@ TEST_F(ScriptingTest, verbs_do_to_the_scene_what_they_say)
     EXPECT_EQ(messages, (QStringList{u"b:a"_s, u":c"_s}));
 }
 
+TEST_F(ScriptingTest, a_number_stands_for_its_text)
+{
+    const QString ask = u" return control('Status').text"_s;
+    EXPECT_EQ(told(u"control('Status').text = 50"_s + ask), u"50"_s);
+    EXPECT_EQ(told(u"control('Status').text = 0.5"_s + ask), u"0.5"_s);
+    EXPECT_EQ(told(u"control('Status').text = 100 / 2"_s + ask), u"50.0"_s);
+    EXPECT_TRUE(told(u"control('Status').text = {}"_s).contains(u"a text is needed"_s));
+}
+
 TEST_F(ScriptingTest, menus_open_and_their_items_change)
 {
     EXPECT_EQ(told(u"menu('Pause'):pop(30, 40) menu('Pause'):item('Hard').checkable = true"_s), QString());

@@ -183,8 +183,8 @@ TEST_F(ScriptRowsTest, the_editor_begins_with_a_line_that_names_the_arguments_an
     QStringList logged;
     m_answers.dialogs.push_back([&](QDialog& dialog) {
         auto& edit = *dialog.findChild<CScriptEdit*>();
-        EXPECT_EQ(edit.script(), u"local control, event, value = ...\n"_s);
-        edit.append(u"print(control.id, event, value)"_s);
+        EXPECT_EQ(edit.script(), u"local self, event, value = ...\n"_s);
+        edit.append(u"print(self.id, event, value)"_s);
         auto* page = dialog.findChild<CChildDlg*>();
         qobject_cast<QAbstractButton*>(page->control(6614))->click();
         const auto* log = qobject_cast<QListView*>(page->control(6613))->model();
@@ -196,7 +196,7 @@ TEST_F(ScriptRowsTest, the_editor_begins_with_a_line_that_names_the_arguments_an
     ASSERT_EQ(logged.size(), 3);
     EXPECT_TRUE(logged[0].contains(u"\"%1\", \"CheckClick\", true"_s.arg(box->name()))) << logged[0].toStdString();
     EXPECT_EQ(logged[1], u"%1\tCheckClick\ttrue"_s.arg(box->id()));
-    EXPECT_TRUE(m_scene->functions().find_function(name)->text().startsWith(u"local control"_s));
+    EXPECT_TRUE(m_scene->functions().find_function(name)->text().startsWith(u"local self"_s));
 }
 
 TEST_F(ScriptRowsTest, a_function_that_is_there_can_be_chosen_and_goes_with_the_last_that_names_it)

@@ -47,6 +47,7 @@ end
 
 t.same(#studio.events() > 20, true, "events of the sample")
 t.same(studio.functions()[1] ~= nil, true, "functions of the sample")
+studio.menu(t.lang("视图", "View"), t.lang("事件日志", "Event Log"))
 studio.play(true)
 click("Button")
 heard({"Button MouseEnter", "Button LeftDown", "Button LeftUp", "Button Click"}, "button")

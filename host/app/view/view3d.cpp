@@ -119,15 +119,15 @@ void CView3D::place_surface()
     std::optional<tarn::ScreenPlacing> zoom;
     if (is_zoomed())
         zoom = {*m_zoom, QPointF(whole_rect().topLeft() - place.topLeft())};
-    mark();
-    if (m_surface->geometry() == place && m_overlay.zoom() == zoom)
-        return;
-    finish_text();
-    m_overlay.set_zoom(zoom);
-    m_surface->setGeometry(place);
-    if (auto* overlay = m_world.overlay())
-        overlay->set_screen_size(screen_size());
-    schedule_redraw();
+    if (m_surface->geometry() != place || m_overlay.zoom() != zoom) {
+        finish_text();
+        m_overlay.set_zoom(zoom);
+        m_surface->setGeometry(place);
+        if (auto* overlay = m_world.overlay())
+            overlay->set_screen_size(screen_size());
+        schedule_redraw();
+    }
+    mark(); // Of the scale that is in force now.
 }
 
 /// Whether the key comes to the view even if it is a shortcut of the program.
