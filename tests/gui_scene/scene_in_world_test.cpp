@@ -4,13 +4,16 @@
 #include "support/scene_fixture.h"
 
 #include "engine/view_projection.h"
+#include "engine/world_edit.h"
 #include "engine/world_models.h"
 #include "gui_core/dxut_media.h"
 #include "gui_core/gui_input.h"
+#include "gui_scene/tex_file_man.h"
 #include "tools/play_tool.h"
 #include "world/world_scene.h"
 
 #include <QBuffer>
+#include <QFile>
 #include <QPainter>
 
 using namespace tarn;
@@ -85,6 +88,54 @@ TEST_F(SceneInWorldTest, ADialogOnATextureTakesTheMouseThroughTheWorldWhileTheIn
     m_panel->write<PanelState>([](PanelState& s) { s.picture.clear(); });
     m_scene.document().changes().tell();
     EXPECT_FALSE(core().is_in_world(*m_dialog)) << "nothing shows it there, so that the screen does";
+    m_scene.play(false);
+}
+
+TEST_F(SceneInWorldTest, AnEditBoxOnAPanelIsTypedInto)
+{
+    if (!has_opengl())
+        GTEST_SKIP() << "no OpenGL";
+    EXPECT_TRUE(set(*m_button, "visible", false));
+    auto* edit = control(DXUT_CONTROL_EDITBOX, m_dialog, {25, 25, 100, 100}, u"name"_s);
+    m_scene.play(true);
+    mouse(MouseEvent::Kind::Press, seen({0, 0, 0}));
+    mouse(MouseEvent::Kind::Release, seen({0, 0, 0}));
+    EXPECT_EQ(core().live().focused, edit);
+    EXPECT_TRUE(m_world.mouse_tool()->text(u"Ada"_s, {}));
+    EXPECT_EQ(edit->property(*edit->fields().find("text")), Value(u"nameAda"_s));
+    m_scene.play(false);
+}
+
+TEST_F(SceneInWorldTest, ADialogOnAModelsMaterialIsUsedThere)
+{
+    if (!has_opengl())
+        GTEST_SKIP() << "no OpenGL";
+    m_world.objects().remove({m_panel});
+    const QString crate = QStringLiteral(TARN_MODELS "/crate.glb");
+    const auto model = add_world_model(m_world, crate, {0, -0.5f, 0}, {});
+    ASSERT_TRUE(model);
+    wait_for_models(m_world);
+    // The picture that the file keeps within itself, as its author would have it beside.
+    QFile file(crate);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QByteArray bytes = file.readAll();
+    const qsizetype begin = bytes.indexOf("\x89PNG");
+    const qsizetype end = bytes.indexOf("IEND", begin) + 8;
+    ASSERT_GE(begin, 0);
+    QFile picture(path(u"planks.png"_s));
+    ASSERT_TRUE(picture.open(QIODevice::WriteOnly));
+    picture.write(bytes.mid(begin, end - begin));
+    picture.close();
+    EXPECT_TRUE(CTexFileMan(core(), m_world).find_tex_file_from_absolute_filename(path(u"other.png"_s)).isEmpty());
+    const QString texture = CTexFileMan(core(), m_world).find_tex_file_from_absolute_filename(path(u"planks.png"_s));
+    ASSERT_FALSE(texture.isEmpty());
+    m_scene.create_texture_dialog_bind(m_dialog, texture);
+    m_scene.play(true);
+    EXPECT_TRUE(core().is_in_world(*m_dialog));
+    const auto spot = m_scene.in_world().spot_at(seen({0, 0, 0}));
+    ASSERT_TRUE(spot);
+    EXPECT_EQ(spot->dialog, m_dialog);
+    EXPECT_TRUE(m_dialog->outer_rect().contains(spot->place));
     m_scene.play(false);
 }
 
