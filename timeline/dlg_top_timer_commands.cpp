@@ -1,6 +1,7 @@
 // What the buttons of the timeline's tools do.
 
 #include "animation/animation_scene.h"
+#include "animation/t_var.h"
 #include "animation/timebar.h"
 #include "animation/timer_object.h"
 #include "core/language.h"
@@ -30,6 +31,18 @@ constexpr int last_position = 100; ///< of the scroll bar, which counts in perce
 constexpr float end_margin = 100;  ///< pixels right of the timebar's end when it is scrolled to the end
 constexpr int frame_width = 2;     ///< around the timeline while edits become keys
 constexpr QColor record_color(0xe0, 0x2b, 0x2b);
+
+/// A script object has no place to record: its variables keep the values that they have now. False without such.
+bool record_variables(CTimebar& bar)
+{
+    const auto* script = dynamic_cast<const CTCommandScript*>(bar.current_object());
+    if (!script || script->variables().empty())
+        return false;
+    const tarn::UserAction action(bar.journal(), lang(u"记录关键帧", u"Record Key"));
+    for (CTVar* variable : script->variables())
+        variable->set_key_value(bar.current_time(), variable->value_at(bar.current_time()));
+    return true;
+}
 
 } // namespace
 
@@ -70,7 +83,9 @@ void CDlgTopTimer::record()
         return;
     // After a move of the cursor that kept the pose, the timebar stands elsewhere.
     bar()->set_current_time(m_timer->current_time(), 0);
-    bar()->record_selection(scene()->selected_objects());
+    if (bar()->record_selection(scene()->selected_objects()) == 0 && !record_variables(*bar()))
+        m_timer->say(lang(u"请先选择要记录的窗口、控件或物体",
+                          u"First select the dialogs, controls or objects to record"));
     refresh();
     broadcast(tarn::ui_timebar_content);
     update_all_views();

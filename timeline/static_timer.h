@@ -68,6 +68,7 @@ public:
     std::optional<std::pair<int, int>> row(const tarn::ModelObject& object,
                                            const tarn::ModelObject* variable) const override;
     QString label(float time) const override { return tarn::time_label(time, m_view.bar()); }
+    void say(const QString& text) override;
 
 Q_SIGNALS:
     /// Origin or scale are others.
@@ -104,7 +105,6 @@ private:
     void hold_time(bool on) override { m_hold_time = on; }
     void view_moved() override;
     void redraw_all() override;
-    void say(const QString& text) override;
     void tick_scrolling(bool on) override;
     void model_changed(const tarn::ModelChange& change) override;
 

@@ -243,6 +243,14 @@ TEST_F(TopTimer, records_what_is_selected_at_the_cursor_in_one_step)
     core().ClearDialogSelection();
     click(6487);
     EXPECT_EQ(m_scene->journal().step_count(), steps + 1) << "with nothing selected";
+
+    CTCommandScript* script = bar()->create_script_object();
+    CTVar* number = script->create_var(tarn::VarType::Float);
+    number->set_key_value(0, tarn::KeyValue::number(7));
+    bar()->set_current_object(script);
+    click(6487);
+    EXPECT_EQ(number->value_at(1.5f).part(0), 7);
+    EXPECT_TRUE(script->has_key(1.5f)) << "its variables keep what they have now";
 }
 
 TEST_F(TopTimer, releases_what_is_selected_after_a_question)
