@@ -85,6 +85,14 @@ void go_to_time(TimelinePlace& place)
     }
 }
 
+/// Answers where the script key stands, -1 where there can be none. Without a name it has a function of its own.
+float insert_script_at(const TimelineView& view, CTimebar& bar, float time, const QString& function)
+{
+    const UserAction action(bar.journal(), lang(u"插入脚本", u"Insert Script"));
+    const float snapped = std::min(TimelineSnap(view)(time, {}), bar.get_total_length());
+    return bar.insert_script_key(snapped, function) && bar.create_script_function(snapped) ? snapped : -1;
+}
+
 void insert_script(TimelinePlace& place)
 {
     CConfigScene* functions = place.view.scene->functions();
@@ -93,10 +101,7 @@ void insert_script(TimelinePlace& place)
     const auto name = CDlgFunctionPick(*functions, {}).do_modal(place.host.owner());
     if (!name)
         return;
-    const UserAction action(place.bar->journal(), lang(u"插入脚本", u"Insert Script"));
-    const float time = std::min(TimelineSnap(place.view)(place.time, {}), place.bar->get_total_length());
-    if (place.bar->insert_script_key(time, *name))
-        place.bar->create_script_function(time);
+    insert_script_at(place.view, *place.bar, place.time, *name);
 }
 
 void remove_script(TimelinePlace& place)
@@ -366,6 +371,10 @@ void double_click_bands(TimelineHost& host, const TimelinePoint& point)
             mark->set_name(*name);
     } else if (hover.ease) {
         ask_ease(host, *hover.ease);
+    } else if (point.y >= bands::scripts_top && point.y <= bands::scripts_bottom) {
+        const float time = insert_script_at(view, *bar, view.axis.time_from_pixel(float(point.x)), {});
+        if (time >= 0)
+            edit_script(host, time);
     }
     host.redraw_all();
 }

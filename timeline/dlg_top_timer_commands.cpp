@@ -84,8 +84,8 @@ void CDlgTopTimer::record()
     // After a move of the cursor that kept the pose, the timebar stands elsewhere.
     bar()->set_current_time(m_timer->current_time(), 0);
     if (bar()->record_selection(scene()->selected_objects()) == 0 && !record_variables(*bar()))
-        m_timer->say(lang(u"请先选择要记录的窗口、控件或物体",
-                          u"First select the dialogs, controls or objects to record"));
+        m_timer->say(
+            lang(u"请先选择要记录的窗口、控件或物体", u"First select the dialogs, controls or objects to record"));
     refresh();
     broadcast(tarn::ui_timebar_content);
     update_all_views();

@@ -65,6 +65,17 @@ t.same({bar:script_keys(), studio.function_text("ring")}, {{}, rings}, "the key 
 studio.undo()
 t.same(bar:script_keys(), {2}, "and back")
 
+-- A double click makes one with a function of its own, which the editor shows
+studio.answer(function(editor)
+    editor:control(6601):set_text('print("five")')
+    editor:control(1):click()
+end)
+timeline:double_click(x(5), scripts + 7)
+t.same(bar:script_keys(), {2, 5}, "a script key by a double click")
+t.same(#studio.functions(), 2, "its function")
+studio.undo()
+t.same(bar:script_keys(), {2}, "and gone")
+
 -- It runs in a preview
 bar:set("auto_play", true)
 timeline:drag(x(2), scripts, x(0) + 4, scripts, "alt")
