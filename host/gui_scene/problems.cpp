@@ -235,23 +235,36 @@ void find_held_values(CGuiCore& core, Problems& problems)
 
 } // namespace
 
-void ProblemFinder::find_faulty_functions(const CConfigScene& functions, Problems& problems)
+void ProblemFinder::find_faulty_functions(CGuiPlugScene& scene, Problems& problems)
 {
-    QHash<quint64, QList<Fault>> faults;
-    for (const FuncPtr& function : functions.functions()) {
-        const auto known = m_faults.constFind(function->revision());
-        QList<Fault>& found = faults[function->revision()];
-        if (known != m_faults.constEnd())
-            found = *known;
-        else
+    const ScriptObjects& objects = scene.model().objects();
+    QHash<quint64, Text> texts;
+    for (const FuncPtr& function : scene.functions().functions()) {
+        const auto known = m_texts.constFind(function->revision());
+        Text& text = texts[function->revision()];
+        if (known != m_texts.constEnd()) {
+            text = *known;
+        } else {
             for (const ScriptError& error : ScriptRuntime::check(function->text()))
-                found.append({error.line, error.message});
-        for (const Fault& fault : std::as_const(found))
+                text.faults.append({error.line, error.message});
+            text.names = names_in_script(function->text(), objects.kinds());
+        }
+        for (const Fault& fault : std::as_const(text.faults))
             problems.push_back({nullptr, function->name(),
                                 lang(u"第 %1 行：%2", u"Line %1: %2").arg(fault.line).arg(fault.text), function->name(),
                                 fault.line});
+        for (const NameInScript& named : std::as_const(text.names))
+            if (!objects.find(QLatin1String(named.kind.toLatin1()), named.name))
+                problems.push_back({.place = function->name(),
+                                    .text = lang(u"第 %1 行：%2(\"%3\") 找不到这样命名的对象。",
+                                                 u"Line %1: %2(\"%3\") finds nothing of that name.")
+                                                .arg(named.line)
+                                                .arg(named.kind, named.name),
+                                    .function = function->name(),
+                                    .line = named.line,
+                                    .is_warning = true});
     }
-    m_faults = std::move(faults);
+    m_texts = std::move(texts);
 }
 
 Problems ProblemFinder::find(CGuiPlugScene& scene)
@@ -259,7 +272,7 @@ Problems ProblemFinder::find(CGuiPlugScene& scene)
     Problems problems;
     find_broken_events(scene, problems);
     find_broken_animation(scene, problems);
-    find_faulty_functions(scene.functions(), problems);
+    find_faulty_functions(scene, problems);
     CGuiCore& core = scene.gui_core();
     const DocumentState& document = core.document().state();
     for (ModelObject* object : core.document().objects()) {

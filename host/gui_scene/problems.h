@@ -1,16 +1,16 @@
 #pragma once
 
 #include "engine/scene_plug.h"
+#include "names_in_script.h"
 
 #include <QHash>
 
 class CGuiPlugScene;
-class CConfigScene;
 
 namespace tarn {
 
 /// Looks for what is broken in a scene: events whose function or control is gone, pictures that are named but missing or
-/// damaged, functions with faults, names that several objects have. All of these are kept as they are, also by a save:
+/// damaged, functions with faults or that ask for objects by names that nothing has, names that several objects have. All of these are kept as they are, also by a save:
 /// what is missing may come back. Values that were held to their range when the scene was read are told until they are
 /// set.
 class ProblemFinder {
@@ -24,9 +24,14 @@ private:
         int line; ///< from 1; 0 for none
         QString text;
     };
-    void find_faulty_functions(const CConfigScene& functions, Problems& problems);
+    /// What a function's text alone tells.
+    struct Text {
+        QList<Fault> faults;
+        QList<NameInScript> names;
+    };
+    void find_faulty_functions(CGuiPlugScene& scene, Problems& problems);
 
-    QHash<quint64, QList<Fault>> m_faults; ///< by the functions' revisions: only changed texts are looked at again
+    QHash<quint64, Text> m_texts; ///< by the functions' revisions: only changed texts are looked at again
 };
 
 } // namespace tarn
