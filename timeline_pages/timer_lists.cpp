@@ -12,7 +12,6 @@ using tarn::lang;
 namespace {
 
 constexpr int broken_icon = 6953;
-constexpr int no_icon = -1;
 
 } // namespace
 
@@ -42,7 +41,6 @@ CReportListTimerCmd::CReportListTimerCmd(QWidget* parent) : CReportListTimerRows
 {
     insert_column(0, lang(u"类型", u"Type"), 1);
     insert_column(1, lang(u"目标", u"Object"), 2);
-    set_icon_list({broken_icon});
     set_empty_hint(
         lang(u"还没有动画对象。记录控件或窗口的关键帧，或添加脚本对象。",
              u"There are no timer objects yet. Record a key of a control or dialog, or add a script object."));
@@ -56,9 +54,11 @@ QString CReportListTimerCmd::get_item_caption(void* item, int column) const
     return object->is_broken() ? lang(u"（目标已丢失）", u"(target is gone)") : object->name();
 }
 
-int CReportListTimerCmd::get_item_icon(void* item) const
+std::vector<CReportList::CellIcon> CReportListTimerCmd::cell_icons(void* item, int column) const
 {
-    return static_cast<const CTimerObject*>(item)->is_broken() ? 0 : no_icon;
+    if (column != 1 || !static_cast<const CTimerObject*>(item)->is_broken())
+        return {};
+    return {{.number = broken_icon, .tip = lang(u"目标已删除；用“重新指定”给它另一个", u"The target is gone; Retarget gives it another one")}};
 }
 
 CReportListTimerVar::CReportListTimerVar(QWidget* parent) : CReportListTimerRows(parent)

@@ -38,7 +38,7 @@ public:
     explicit CReportListTimerCmd(QWidget* parent = nullptr);
 
     QString get_item_caption(void* item, int column) const override;
-    int get_item_icon(void* item) const override;
+    std::vector<CellIcon> cell_icons(void* item, int column) const override;
 };
 
 /// The variables of a timer object.
