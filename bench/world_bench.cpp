@@ -47,7 +47,10 @@ ModelData ball(int triangles, bool with_bones)
         constexpr quint16 count = 10;
         ModelAction action{QStringLiteral("bend"), 1, {}};
         for (quint16 bone = 0; bone < count; ++bone) {
-            data.nodes.push_back({QString(), qint32(bone), {0, 0.05f, 0}});
+            ModelNode node;
+            node.parent = qint32(bone);
+            node.place = {0, 0.05f, 0};
+            data.nodes.push_back(node);
             mesh.bones.push_back({quint32(bone + 1), {}});
             const ModelKeys<QQuaternion> turns{{0, 1}, {QQuaternion(), QQuaternion::fromAxisAndAngle(1, 0, 0, 6)}};
             action.tracks.push_back({quint32(bone + 1), {}, turns, {}});

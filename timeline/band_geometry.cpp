@@ -49,12 +49,15 @@ private:
     int m_last;
 };
 
-KeyStack stack_of(int column, const KeyRun& run)
+template <class Keys>
+KeyStack stack_of(int column, const Keys& run)
 {
     return {column, run.first, run.last, run.ease, run.ease_after};
 }
 
-void join(KeyStack& stack, const KeyRun& run)
+/// With a run, or another stack of the column.
+template <class Keys>
+void join(KeyStack& stack, const Keys& run)
 {
     stack.first = std::min(stack.first, run.first);
     if (run.last > stack.last) {
@@ -64,11 +67,42 @@ void join(KeyStack& stack, const KeyRun& run)
     }
 }
 
+/// A place for each column, so that the variables can come one after the other.
+class ColumnSum {
+public:
+    ColumnSum(int first, int last)
+        : m_first(first), m_places(std::size_t(std::max(last - first + 1, 0)), KeyStack{0, 0, never, 0, 0})
+    {
+    }
+
+    template <class Keys>
+    void add(int column, const Keys& keys)
+    {
+        KeyStack& place = m_places[std::size_t(column - m_first)];
+        if (place.last == never)
+            place = stack_of(column, keys);
+        else
+            join(place, keys);
+    }
+    std::vector<KeyStack> columns() const
+    {
+        std::vector<KeyStack> filled;
+        std::copy_if(m_places.begin(), m_places.end(), std::back_inserter(filled),
+                     [](const KeyStack& place) { return place.last != never; });
+        return filled;
+    }
+
+private:
+    static constexpr float never = -1;
+
+    int m_first;
+    std::vector<KeyStack> m_places;
+};
+
 } // namespace
 
 KeyColumns key_columns(const TimeAxis& axis, std::span<CTVar* const> variables, int first, int last)
 {
-    constexpr float never = -1;
     KeyColumns found;
     const ColumnSearch search(axis, first, last);
     if (variables.size() == 1) {
@@ -80,18 +114,40 @@ KeyColumns key_columns(const TimeAxis& axis, std::span<CTVar* const> variables, 
         });
         return found;
     }
-    // A place for each column, so that the variables can come one after the other.
-    std::vector<KeyStack> places(std::size_t(std::max(last - first + 1, 0)), KeyStack{0, 0, never, 0, 0});
+    ColumnSum sum(first, last);
     for (const CTVar* variable : variables)
-        search.visit(variable->keys(), found, [&](int column, const KeyRun& run) {
-            KeyStack& place = places[std::size_t(column - first)];
-            if (place.last == never)
-                place = stack_of(column, run);
-            else
-                join(place, run);
-        });
-    std::copy_if(places.begin(), places.end(), std::back_inserter(found.columns),
-                 [](const KeyStack& place) { return place.last != never; });
+        search.visit(variable->keys(), found, [&](int column, const KeyRun& run) { sum.add(column, run); });
+    found.columns = sum.columns();
+    return found;
+}
+
+const KeyColumns& KnownColumns::of(CTVar& variable)
+{
+    const auto known = m_known.find(&variable);
+    if (known != m_known.end())
+        return known->second;
+    CTVar* one = &variable;
+    return m_known.emplace(&variable, key_columns(m_axis, {&one, 1}, m_first, m_last)).first->second;
+}
+
+KeyColumns KnownColumns::of(std::span<CTVar* const> variables)
+{
+    if (m_known.size() + variables.size() > most_kept)
+        return key_columns(m_axis, variables, m_first, m_last);
+    if (variables.size() == 1)
+        return of(*variables.front());
+    KeyColumns found;
+    ColumnSum sum(m_first, m_last);
+    for (CTVar* variable : variables) {
+        const KeyColumns& one = of(*variable);
+        for (const KeyStack& stack : one.columns)
+            sum.add(stack.column, stack);
+        if (one.before)
+            found.before = std::max(found.before.value_or(*one.before), *one.before);
+        if (one.after)
+            found.after = std::min(found.after.value_or(*one.after), *one.after);
+    }
+    found.columns = sum.columns();
     return found;
 }
 

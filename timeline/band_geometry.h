@@ -5,6 +5,7 @@
 #include <QRect>
 
 #include <span>
+#include <unordered_map>
 
 namespace tarn {
 
@@ -38,6 +39,25 @@ struct KeyColumns {
 
 /// The keys of the variables in the columns from `first` to `last`. Costs what there are columns.
 KeyColumns key_columns(const TimeAxis& axis, std::span<CTVar* const> variables, int first, int last);
+/// The columns of variables for as long as one picture is painted: its rows and their sums find each key once.
+class KnownColumns {
+public:
+    KnownColumns(const TimeAxis& axis, int first, int last) : m_axis(axis), m_first(first), m_last(last) {}
+
+    /// As key_columns().
+    KeyColumns of(std::span<CTVar* const> variables);
+
+private:
+    static constexpr std::size_t most_kept = 256; ///< variables; some megabytes
+
+    const KeyColumns& of(CTVar& variable);
+
+    TimeAxis m_axis;
+    int m_first;
+    int m_last;
+    std::unordered_map<const CTVar*, KeyColumns> m_known;
+};
+
 /// Calls `visit(time, column)` for those of the times, which ascend, that stand in the columns, once a column: for the last.
 template <class Visit>
 void each_column(const TimeAxis& axis, std::span<const float> times, int first, int last, Visit&& visit)

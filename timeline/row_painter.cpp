@@ -29,9 +29,8 @@ public:
         const std::vector<CTVar*> variables = row.variables(m_bar);
         if (row.object)
             extent(row, variables);
-        const KeyColumns keys = !row.object && m_look.all_keys
-            ? *std::exchange(m_look.all_keys, {})
-            : key_columns(m_view.axis, variables, -mark_margin, m_view.client_width + mark_margin);
+        const KeyColumns keys = !row.object && m_look.all_keys ? *std::exchange(m_look.all_keys, {})
+                                                               : m_look.columns->of(variables);
         if (row.variable)
             paint_held_spans(m_painter, m_colors, *row.variable, keys.columns, row.middle() - 1);
         KeyStamps& stamps = row.variable ? m_look.small_stamps : m_look.key_stamps;

@@ -185,7 +185,8 @@ private:
     void keys()
     {
         const std::vector<CTVar*> variables = m_bar->shown_variables();
-        const KeyColumns keys = key_columns(m_view.axis, variables, -mark_margin, m_width + mark_margin);
+        m_look.columns.emplace(m_view.axis, -mark_margin, m_width + mark_margin);
+        const KeyColumns keys = m_look.columns->of(variables);
         if (variables.size() == 1)
             paint_held_spans(m_painter, m_colors, *variables.front(), keys.columns, bands::keys_top + 5);
         m_look.key_stamps.draw(m_painter, m_colors, keys.columns, bands::keys_top, KeyStamps::Look::Usual);

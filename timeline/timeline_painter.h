@@ -18,14 +18,16 @@ struct TimelineLook {
     TimelineColors colors;
     QFont font;
     double ratio;
-    KeyStamps key_stamps;               ///< of the bands and of objects
-    KeyStamps small_stamps;             ///< of variables
+    KeyStamps key_stamps;   ///< of the bands and of objects
+    KeyStamps small_stamps; ///< of variables
+    // While one picture is painted, from the bands on
+    std::optional<KnownColumns> columns;
     std::optional<KeyColumns> all_keys; ///< of the whole timebar, where the bands had to find them
 };
 
 /// Draws the bands: all but what paint_overlay() draws.
 void paint_bands(DevicePainter& painter, TimelineLook& look, const TimelineView& view);
-/// Draws the visible rows below them.
+/// Draws the visible rows below them, after the bands of the same picture.
 void paint_rows(DevicePainter& painter, TimelineLook& look, const TimelineView& view);
 /// Draws their names into a column of that width beside the timeline, at the timeline's heights.
 void paint_row_names(DevicePainter& painter, const TimelineColors& colors, const TimelineView& view, int width);

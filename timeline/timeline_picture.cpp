@@ -77,6 +77,7 @@ void TimelinePicture::draw(const TimelineView& view, const QWidget& widget)
     DevicePainter device(painter, m_look->ratio, m_look->font);
     paint_bands(device, *m_look, view);
     paint_rows(device, *m_look, view);
+    m_look->columns.reset();
 }
 
 void TimelinePicture::paint(QPainter& painter, const TimelineView& view, const QWidget& widget, const QRegion& region)

@@ -58,7 +58,8 @@ std::vector<CReportList::CellIcon> CReportListTimerCmd::cell_icons(void* item, i
 {
     if (column != 1 || !static_cast<const CTimerObject*>(item)->is_broken())
         return {};
-    return {{.number = broken_icon, .tip = lang(u"目标已删除；用“重新指定”给它另一个", u"The target is gone; Retarget gives it another one")}};
+    return {{.number = broken_icon,
+             .tip = lang(u"目标已删除；用“重新指定”给它另一个", u"The target is gone; Retarget gives it another one")}};
 }
 
 CReportListTimerVar::CReportListTimerVar(QWidget* parent) : CReportListTimerRows(parent)

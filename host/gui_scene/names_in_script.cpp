@@ -11,9 +11,10 @@ QList<NameInScript> names_in_script(const QString& text, const std::vector<Scrip
     for (const ScriptObjects::Kind& kind : kinds)
         words.append(QRegularExpression::escape(QLatin1String(kind.name)));
     // A comment, or a call that is nobody's method and has nothing but a text without escapes between its brackets.
-    const QRegularExpression call(QStringLiteral(R"((--\[\[.*?\]\]|--[^\n]*)|(?<![.:\w])(%1)\s*\(\s*(["'])([^"'\\\n]+)\3\s*\))")
-                                      .arg(words.join(QLatin1Char('|'))),
-                                  QRegularExpression::DotMatchesEverythingOption);
+    const QRegularExpression call(
+        QStringLiteral(R"((--\[\[.*?\]\]|--[^\n]*)|(?<![.:\w])(%1)\s*\(\s*(["'])([^"'\\\n]+)\3\s*\))")
+            .arg(words.join(QLatin1Char('|'))),
+        QRegularExpression::DotMatchesEverythingOption);
     QList<NameInScript> names;
     qsizetype counted = 0;
     int line = 1;

@@ -122,13 +122,16 @@ TEST_F(ScriptingTest, verbs_do_to_the_scene_what_they_say)
 
 TEST_F(ScriptingTest, a_name_written_out_that_nothing_has_is_a_problem)
 {
-    define(u"main"_s, u"-- dialog('Remark')\ncontrol('Start'):hide() menu('Pause'):pop()\n"
-                      "dialog(\"Gone\"):hide() local t = {}\nt.control('x') --[[ object('y')\n]] control( 'Lost' )"_s);
+    define(u"main"_s,
+           u"-- dialog('Remark')\ncontrol('Start'):hide() menu('Pause'):pop()\n"
+           "dialog(\"Gone\"):hide() local t = {}\nt.control('x') --[[ object('y')\n]] control( 'Lost' )"_s);
     QStringList told;
     for (const auto& problem : m_scene.model().problems())
-        told << QStringLiteral("%1:%2 %3").arg(problem.function).arg(problem.line).arg(problem.text.section(u": "_s, 1));
-    EXPECT_EQ(told, (QStringList{u"main:3 dialog(\"Gone\") finds nothing of that name."_s,
-                                 u"main:5 control(\"Lost\") finds nothing of that name."_s}))
+        told
+            << QStringLiteral("%1:%2 %3").arg(problem.function).arg(problem.line).arg(problem.text.section(u": "_s, 1));
+    EXPECT_EQ(told,
+              (QStringList{u"main:3 dialog(\"Gone\") finds nothing of that name."_s,
+                           u"main:5 control(\"Lost\") finds nothing of that name."_s}))
         << told.join(u'|').toStdString();
 }
 
