@@ -14,6 +14,7 @@
 #include "widgets/button_st.h"
 
 #include <QComboBox>
+#include <QGridLayout>
 #include <QGuiApplication>
 #include <QHeaderView>
 #include <QItemSelectionModel>
@@ -65,6 +66,11 @@ constexpr std::array row_buttons{
     RowButton{id_switch_dialog, 6430, u"切换控件窗口", u"Switch Dialog"},
 };
 
+// Of the buttons that create controls
+constexpr int compact_below = 760; ///< pixels of the page's height
+constexpr int compact_columns = 8;
+constexpr int usual_columns = 2;
+
 constexpr int draw_control = 2; ///< the view's mouse draws a control
 constexpr int first_command = 100;
 
@@ -102,6 +108,36 @@ void CDlgGuiManagerCtrl::set_up_type_buttons()
             lang(u"点击后在视图中绘制：%1", u"Click, then draw in the view: %1").arg(GetControlTypeName(row.type)));
         on_click(row.create_button, [this, &row] { on_type_clicked(row.create_button, row.type); });
     }
+    auto* grid = findChild<QGridLayout*>(QStringLiteral("type_grid"));
+    for (int row = 0; row < grid->rowCount(); ++row)
+        for (int column = 0; column < grid->columnCount(); ++column)
+            if (const QLayoutItem* item = grid->itemAtPosition(row, column))
+                if (auto* create = qobject_cast<CButtonST*>(item->widget())) {
+                    create->setAccessibleName(create->text());
+                    m_type_buttons.push_back(create);
+                }
+}
+
+/// Where the panel is low, its list needs the room more than the captions of what can be created, which the tool tips tell.
+void CDlgGuiManagerCtrl::arrange_type_buttons()
+{
+    const bool compact = height() < compact_below;
+    if (std::exchange(m_is_compact, compact) == compact)
+        return;
+    auto* grid = findChild<QGridLayout*>(QStringLiteral("type_grid"));
+    const int columns = compact ? compact_columns : usual_columns;
+    for (int place = 0; place < int(m_type_buttons.size()); ++place) {
+        CButtonST* create = m_type_buttons[std::size_t(place)];
+        grid->removeWidget(create);
+        create->setText(compact ? QString() : create->accessibleName());
+        grid->addWidget(create, place / columns, place % columns);
+    }
+}
+
+void CDlgGuiManagerCtrl::resizeEvent(QResizeEvent* event)
+{
+    CListPage::resizeEvent(event);
+    arrange_type_buttons();
 }
 
 void CDlgGuiManagerCtrl::set_up_row_buttons()

@@ -2,8 +2,11 @@
 
 #include "page_base/list_page.h"
 
+#include <vector>
+
 class CDXUTControl;
 class CDXUTDialog;
+class CButtonST;
 class CReportListControl;
 
 /// The list of controls: where the creation of a control begins, and where controls are selected, ordered in the layers
@@ -20,10 +23,12 @@ public:
 protected:
     void OnInitDialog() override;
     void showEvent(QShowEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     QWidget* create_widget(const QString& class_name, QWidget* parent) override;
 
 private:
     void set_up_type_buttons();
+    void arrange_type_buttons();
     void set_up_row_buttons();
     void set_up_filters();
     void set_up_list();
@@ -48,6 +53,8 @@ private:
     void on_switch_dialog();
 
     CReportListControl* m_list = nullptr;
+    std::vector<CButtonST*> m_type_buttons; ///< that create controls, as they stand
+    bool m_is_compact = false;              ///< they have no captions
     QString m_sought;                             ///< part of a name or a number; empty lists all
     const CDXUTDialog* m_filter_dialog = nullptr; ///< whose controls are listed; null lists those of all dialogs
     bool m_selecting = false;                     ///< this page is telling the others what it selected
