@@ -8,6 +8,10 @@
         <translation>Name</translation>
     </message>
     <message>
+        <source>标记</source>
+        <translation>Tag</translation>
+    </message>
+    <message>
         <source>颜色标记</source>
         <translation>Color tag</translation>
     </message>
