@@ -24,6 +24,7 @@
 #include <QSplitter>
 
 #include <algorithm>
+#include <cmath>
 
 using tarn::lang;
 using tarn::WorldObject;
@@ -57,6 +58,11 @@ constexpr ButtonRow button_rows[] = {
     {id_remove, 6420, u"删除所选物体", u"Delete the selected objects", 4},
     {id_find, 7008, u"让视图对准所选物体", u"Have the view look at the selected objects", 1},
 };
+
+// Of new objects, metres
+constexpr float near_objects = 0.3f;
+constexpr float aside = 1.5f;
+constexpr int most_aside = 20; ///< times
 
 constexpr int rename_command = 100;
 constexpr int file_command = 150;
@@ -311,11 +317,20 @@ void CDlgWorld::run(int command)
         row.run(*world());
 }
 
-/// On the ground, where the view looks at.
+/// On the ground, where the view looks at, or beside what stands there.
 QVector3D CDlgWorld::new_place() const
 {
     QVector3D ground = world()->camera().target();
     ground.setY(0);
+    const auto& objects = world()->objects().objects();
+    const auto is_taken = [&] {
+        return std::any_of(objects.begin(), objects.end(), [&](const WorldObject* object) {
+            const QVector3D way = object->place() - ground;
+            return std::hypot(way.x(), way.z()) < near_objects;
+        });
+    };
+    for (int tries = 0; tries < most_aside && is_taken(); ++tries)
+        ground.setX(ground.x() + aside);
     return ground;
 }
 

@@ -61,7 +61,9 @@ t.same({camera.kind, path.kind, panel.kind}, {"camera", "path", "panel"}, "their
 t.same(names(), {camera:get("name"), path:get("name"), panel:get("name")}, "names in the list")
 t.same(list:icons(), {3, 4, 5}, "icons of the kinds")
 t.same(list:selected(), {2}, "the last one is selected")
-t.same(place(panel), {0, 1, 0}, "where the panel stands")
+t.same(place(panel), {3, 1, 0}, "where the panel stands: beside those before it")
+put(x, 0)
+t.same(place(panel), {0, 1, 0}, "and where it is put")
 
 -- The list selects, the page moves, the view selects
 list:select(0)
