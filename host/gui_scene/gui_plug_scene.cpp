@@ -6,6 +6,7 @@
 #include "core/language.h"
 #include "engine/base_world.h"
 #include "engine/scene_selection.h"
+#include "font_library.h"
 #include "function_names.h"
 #include "gui_core/control_class.h"
 #include "gui_core/control_style.h"
@@ -43,6 +44,8 @@ using tarn::DialogState;
 using tarn::ImageButtonState;
 using tarn::key;
 using tarn::lang;
+using tarn::MapState;
+using tarn::PictureState;
 using tarn::Status;
 
 namespace {
@@ -68,8 +71,9 @@ private:
 constexpr std::array button_images{key<&ImageButtonState::image_normal>, key<&ImageButtonState::image_hover>,
                                    key<&ImageButtonState::image_pressed>};
 constexpr std::array box_images{key<&CheckBoxState::image_unchecked>, key<&CheckBoxState::image_checked>};
-constexpr std::array map_images{key<&MapState::image_map>, key<&MapState::image_surface>, key<&MapState::image_base>};
-constexpr std::array picture_images{key<&PictureState::image>};
+constexpr std::array map_images{key<&tarn::MapState::image_map>, key<&tarn::MapState::image_surface>,
+                                key<&tarn::MapState::image_base>};
+constexpr std::array picture_images{key<&tarn::PictureState::image>};
 
 /// For attributes that take any value of that kind.
 void write(tarn::ModelObject& object, tarn::FieldKey key, const tarn::Value& value)
@@ -121,6 +125,7 @@ void CGuiPlugScene::join(tarn::Document& document)
 {
     m_core = std::make_unique<CGuiCore>(document);
     m_style_library = std::make_unique<tarn::StyleLibrary>(*m_core);
+    m_fonts = std::make_unique<tarn::FontLibrary>(*m_core);
     m_events = std::make_unique<CEventManager>(document);
     m_animation = std::make_unique<CAnimationScene>(document);
     m_animation->set_target_kind(tarn::TimerObjectType::Control, &m_control_target);
@@ -339,6 +344,7 @@ void CGuiPlugScene::RemoveDialogs(const std::vector<CDXUTDialog*>& dialogs)
             controls += dialog->controls();
         const tarn::PictureRelease release(*m_core, functions(), controls);
         const tarn::MovieRelease movies(document(), controls);
+        const tarn::FontRelease fonts(*m_core, *m_fonts);
         m_core->remove_dialogs(dialogs);
     }
     m_world->broadcast(tarn::ui_scene_changed);
@@ -349,6 +355,7 @@ void CGuiPlugScene::RemoveCtrl(CDXUTControl* control)
     const tarn::UserAction action(journal(), lang(u"删除控件", u"Remove Control"));
     const tarn::PictureRelease release(*m_core, functions(), std::span(&control, control ? 1 : 0));
     const tarn::MovieRelease movies(document(), std::span(&control, control ? 1 : 0));
+    const tarn::FontRelease fonts(*m_core, *m_fonts);
     m_core->remove_control(control);
 }
 
@@ -357,6 +364,7 @@ void CGuiPlugScene::RemoveCtrls(const std::vector<CDXUTControl*>& controls)
     const tarn::UserAction action(journal(), lang(u"删除控件", u"Remove Control"));
     const tarn::PictureRelease release(*m_core, functions(), controls);
     const tarn::MovieRelease movies(document(), controls);
+    const tarn::FontRelease fonts(*m_core, *m_fonts);
     m_core->remove_controls(controls);
 }
 
@@ -368,6 +376,7 @@ void CGuiPlugScene::RemoveMenu(CDXUTMenu* menu)
     std::vector<const tarn::ModelObject*> objects(menu->items().begin(), menu->items().end());
     objects.push_back(menu);
     const tarn::PictureRelease release(*m_core, functions(), objects);
+    const tarn::FontRelease fonts(*m_core, *m_fonts);
     m_core->remove_menu(menu);
 }
 
