@@ -11,8 +11,8 @@
 #include "gui_core/control_style.h"
 #include "gui_core/dxut_control.h"
 #include "gui_core/gui_core.h"
-#include "gui_core/interface_font.h"
 #include "gui_core/look_fields.h"
+#include "gui_core/style_look.h"
 #include "gui_draw/control_drawing.h"
 #include "gui_draw/element_cache.h"
 #include "gui_draw/texture_cache.h"
@@ -101,9 +101,10 @@ Value seen_text_color(const ModelObject& object, const Value& chosen, Part part)
     return qint64(tarn::text_color_in(static_cast<const CDXUTControl&>(object), VisualState(state), authored));
 }
 
-Value seen_font_size(const ModelObject&, const Value& chosen, Part)
+Value seen_font_size(const ModelObject& object, const Value& chosen, Part)
 {
-    return tarn::number_of(chosen) != 0 ? chosen : Value(qint64(tarn::default_font_size));
+    const auto& control = static_cast<const CDXUTControl&>(object);
+    return tarn::number_of(chosen) != 0 ? chosen : Value(qint64(control.core().look().font_size(control.GetType())));
 }
 
 constexpr FieldRow rows[] = {

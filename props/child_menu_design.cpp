@@ -4,7 +4,7 @@
 #include "core/language.h"
 #include "gui_core/dxut_menu.h"
 #include "gui_core/dxut_menu_item.h"
-#include "gui_core/interface_font.h"
+#include "gui_core/style_look.h"
 #include "gui_scene/gui_plug_scene.h"
 #include "page_base/font_choices.h"
 #include "page_base/menu_picture.h"
@@ -58,9 +58,10 @@ constexpr FieldRow tint_row(int control, const char* look)
     return row;
 }
 
-Value seen_font_size(const ModelObject&, const Value& chosen, Part)
+Value seen_font_size(const ModelObject& object, const Value& chosen, Part)
 {
-    return tarn::number_of(chosen) != 0 ? chosen : Value(qint64(tarn::default_font_size));
+    const tarn::StyleLook& look = static_cast<const CDXUTMenu&>(object).core().look();
+    return tarn::number_of(chosen) != 0 ? chosen : Value(qint64(look.font_size(tarn::look_owner_menu)));
 }
 
 constexpr FieldRow family_row(int control)
