@@ -90,7 +90,7 @@ float ScriptsDrag::target(const TimelinePoint& point)
 
 void ScriptsDrag::drop_off()
 {
-    delete_selected(m_host, m_host.timeline().selection.keys().empty() ? Deleted::Scripts : Deleted::All);
+    delete_selected(m_host, selected_kinds(m_host.timeline().selection));
 }
 
 float KeysDrag::target(const TimelinePoint& point)
@@ -100,7 +100,7 @@ float KeysDrag::target(const TimelinePoint& point)
 
 void KeysDrag::drop_off()
 {
-    delete_selected(m_host, m_host.timeline().selection.scripts().empty() ? Deleted::Keys : Deleted::All);
+    delete_selected(m_host, selected_kinds(m_host.timeline().selection));
 }
 
 void KeysDrag::dropped(float time)
@@ -130,6 +130,12 @@ SpanDrag::SpanDrag(TimelineHost& host, const TimelinePoint& press)
 void SpanDrag::move(const TimelinePoint& point)
 {
     const TimelineView& view = m_host.timeline();
+    m_is_off = !m_stretches && is_off_timeline(view, point.y);
+    if (m_is_off) {
+        m_items.move(0);
+        m_host.say(lang(u"松开以删除", u"Let go to delete"));
+        return;
+    }
     const float way = view.axis.time_from_pixel(float(point.x)) - m_press_time;
     const float offset = m_snap.offset(m_edge, way, point.modifiers);
     if (m_stretches) {
@@ -144,12 +150,15 @@ void SpanDrag::move(const TimelinePoint& point)
 void SpanDrag::finish(const TimelinePoint& point)
 {
     move(point);
-    if (!m_items.is_refused()) {
+    if (m_is_off) {
+        m_items.restore();
+        delete_selected(m_host, selected_kinds(m_host.timeline().selection));
+    } else if (m_items.is_refused()) {
+        m_items.restore();
+        tell_script_is_there(m_host);
+    } else {
         m_items.keep();
-        return;
     }
-    m_items.restore();
-    tell_script_is_there(m_host);
 }
 
 } // namespace tarn

@@ -73,7 +73,10 @@ public:
     void move(const TimelinePoint& point) override;
     void finish(const TimelinePoint& point) override;
     void cancel() override { m_items.restore(); }
-    Qt::CursorShape cursor() const override { return m_stretches ? Qt::SizeHorCursor : Qt::SizeAllCursor; }
+    Qt::CursorShape cursor() const override
+    {
+        return m_is_off ? Qt::ForbiddenCursor : m_stretches ? Qt::SizeHorCursor : Qt::SizeAllCursor;
+    }
 
 private:
     TimelineHost& m_host;
@@ -83,6 +86,7 @@ private:
     float m_edge;   ///< what snaps: the end that is dragged, or the begin of what is moved
     float m_anchor; ///< stays where it is while it is stretched
     bool m_stretches;
+    bool m_is_off = false;
 };
 
 /// Sets the ease of a span, and of all selected ones when it is one of them.

@@ -122,14 +122,18 @@ void delete_selected(TimelineHost& host, Deleted what)
         tell_first_not_removed(host);
 }
 
+Deleted selected_kinds(const TimelineSelection& selection)
+{
+    return selection.scripts().empty() ? Deleted::Keys
+        : selection.keys().empty()     ? Deleted::Scripts
+                                       : Deleted::All;
+}
+
 void delete_selected(TimelineHost& host)
 {
     const TimelineSelection& selection = host.timeline().selection;
     if (!selection.is_empty())
-        delete_selected(host,
-                        selection.scripts().empty()    ? Deleted::Keys
-                            : selection.keys().empty() ? Deleted::Scripts
-                                                       : Deleted::All);
+        delete_selected(host, selected_kinds(selection));
 }
 
 void tell(TimelineHost& host, const QString& text)

@@ -10,6 +10,7 @@ class CTimebar;
 namespace tarn {
 
 class TimelineHost;
+class TimelineSelection;
 struct TimelineView;
 
 // What several of the timeline's drags, commands and keys do to the current timebar. Each is one step of undo; what is
@@ -29,6 +30,8 @@ void remove_section(TimelineHost& host);
 /// stay, which a box tells.
 enum class Deleted { Keys, Scripts, All };
 void delete_selected(TimelineHost& host, Deleted what);
+/// What there is to delete of a selection that is not empty.
+Deleted selected_kinds(const TimelineSelection& selection);
 /// As above, of whatever is selected.
 void delete_selected(TimelineHost& host);
 

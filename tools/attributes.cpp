@@ -8,6 +8,7 @@
 #include "gui_core/gui_core.h"
 #include "gui_scene/event_manager.h"
 #include "script/config_scene.h"
+#include "world/world_object.h"
 #include "world/world_scene.h"
 
 #include <QFile>
@@ -136,6 +137,19 @@ QString controls()
     return text;
 }
 
+/// What all objects of the world have, then for each kind what it has beside.
+QString world_objects(const tarn::ObjectKind& kind)
+{
+    const tarn::WorldObjectState common;
+    QString text = section(QStringLiteral("Every object of the world"), common, nullptr);
+    for (const tarn::WorldTypeRow& row : tarn::world_types()) {
+        const tarn::StatePtr state(kind.make_state(int(row.type)));
+        text += section(QStringLiteral("%1 (kind \"%2\")").arg(capitalised(row.english), QLatin1String(row.kind)),
+                        *state, &common);
+    }
+    return text;
+}
+
 /// All types of such objects have the same attributes.
 QString objects(const tarn::ObjectKind& kind)
 {
@@ -160,9 +174,11 @@ QString reference()
         "studio name them. This page is written by `tarn-attributes docs/attributes.md` from the tables that the "
         "program itself goes by. Numbers outside their range are held to it, longer texts are cut.\n\n");
     text += section(QStringLiteral("Interface"), tarn::Authored::state(core), nullptr);
-    for (const tarn::ObjectKind& kind : document.kinds())
+    for (const tarn::ObjectKind& kind : document.kinds()) {
+        const std::string_view key = kind.key;
         if (!kind.fixed)
-            text += std::string_view(kind.key) == "controls" ? controls() : objects(kind);
+            text += key == "controls" ? controls() : key == "objects" ? world_objects(kind) : objects(kind);
+    }
     return text.trimmed() + QLatin1Char('\n');
 }
 

@@ -1,9 +1,9 @@
-// tarn-pack SOURCE OUT.tarn [PICTURES]: packs a folder of readable sources (manifest.json, the texts of the parts, functions/ with a file each, textures/) into a
-// package; PICTURES is a further folder of pictures. The scene is read and written as the program does it, so the
-// package holds the canonical text.
+// tarn-pack SOURCE OUT.tarn [FOLDER | MODEL]...: packs a folder of readable sources (manifest.json, the texts of the parts,
+// functions/ with a file each, textures/) into a package, with the pictures of further folders and with models, which are
+// files of one piece. The scene is read and written as the program does it, so the package holds the canonical text.
 
-#include "animation/animation_scene.h"
-#include "gui_scene/event_manager.h"
+#include "engine/base_world.h"
+#include "gui_scene/gui_plug_scene.h"
 #include "gui_scene/package_reader.h"
 #include "gui_scene/package_writer.h"
 #include "gui_scene/save_opt.h"
@@ -35,6 +35,12 @@ void add_pictures(const QString& folder, QMap<QString, QByteArray>& files)
     }
 }
 
+void add_model(const QFileInfo& model, QMap<QString, QByteArray>& files)
+{
+    files.insert(QStringLiteral("models/%1/%2").arg(model.completeBaseName(), model.fileName()),
+                 read(model.filePath()));
+}
+
 /// Each file is a function of its name.
 tarn::Status add_functions(const QString& folder, CConfigScene& functions)
 {
@@ -52,14 +58,14 @@ tarn::Status pack(const QStringList& arguments)
     const QString source = arguments.at(1);
     QMap<QString, QByteArray> files;
     add_pictures(source + QStringLiteral("/textures"), files);
-    if (arguments.size() > 3)
-        add_pictures(arguments.at(3), files);
+    for (const QString& more : arguments.mid(3))
+        QFileInfo(more).isDir() ? add_pictures(more, files) : add_model(QFileInfo(more), files);
 
-    tarn::Document document;
-    CConfigScene functions(document);
-    CGuiCore core(document);
-    CEventManager events(document); // As the scene's plug-in does: their order is that of the package's entries.
-    CAnimationScene animation(document);
+    CBaseWorld world;
+    CGuiPlugScene scene;
+    tarn::Document& document = world.document();
+    scene.join(document);
+    CGuiCore& core = scene.gui_core();
     QMap<QString, QByteArray> texts;
     for (const tarn::PackagePart& part : document.parts())
         texts.insert(QLatin1String(part.entry), read(source + QLatin1Char('/') + QLatin1String(part.entry)));
@@ -67,7 +73,7 @@ tarn::Status pack(const QStringList& arguments)
     if (!content)
         return content.status();
     document.install(std::move(content.value()));
-    if (auto status = add_functions(source + QStringLiteral("/functions"), functions); !status)
+    if (auto status = add_functions(source + QStringLiteral("/functions"), world.config_scene()); !status)
         return status;
     CPakFile package;
     auto status = package.create(arguments.at(2));
@@ -83,7 +89,7 @@ int main(int argc, char** argv)
     const QCoreApplication app(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
     if (arguments.size() < 3) {
-        std::fprintf(stderr, "usage: tarn-pack SOURCE OUT.tarn [PICTURES]\n");
+        std::fprintf(stderr, "usage: tarn-pack SOURCE OUT.tarn [FOLDER | MODEL]...\n");
         return 2;
     }
     const tarn::Status status = pack(arguments);

@@ -4,6 +4,8 @@
 #include "engine/camera_view.h"
 #include "engine/scene_selection.h"
 #include "engine/world_edit.h"
+#include "gui_scene/world_removal.h"
+#include "page_base/gui_child_dlg.h"
 #include "world/world_scene.h"
 
 #include <algorithm>
@@ -63,6 +65,11 @@ void lock(CBaseWorld& world)
 {
     lock_world_objects(world, selected(world), !all_locked(world));
 }
+void remove(CBaseWorld& world)
+{
+    if (CGuiPlugScene* scene = find_gui_scene(world))
+        remove_world_selection(*scene);
+}
 void show_all(CBaseWorld& world)
 {
     show_world_objects(world, world.objects().objects(), true);
@@ -72,7 +79,7 @@ constexpr WorldCommand commands[] = {
     {1, u"查找\tF", u"Find\tF", has_selection, find},
     {2, u"通过相机观察", u"Look Through the Camera", is_camera, look_through, false, looks_through},
     {3, u"再制\tCtrl+D", u"Duplicate\tCtrl+D", has_selection, duplicate_world_objects, true},
-    {4, u"删除\tDel", u"Delete\tDel", has_selection, remove_world_objects},
+    {4, u"删除\tDel", u"Delete\tDel", has_selection, remove},
     {5, u"隐藏", u"Hidden", has_selection, hide, true, all_hidden},
     {6, u"锁定", u"Locked", has_selection, lock, false, all_locked},
     {7, u"全部显示", u"Show All", some_hidden, show_all},

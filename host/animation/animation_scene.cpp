@@ -201,12 +201,20 @@ void CAnimationScene::set_solo(quint32 object, bool on)
     show_frame();
 }
 
+void CAnimationScene::unmute_all()
+{
+    m_muted.clear();
+    m_solo.clear();
+    m_stale = true;
+}
+
 bool CAnimationScene::is_silent(const CTimerObject& object) const
 {
     if (m_running || (m_muted.isEmpty() && m_solo.isEmpty()))
         return false;
     const auto& all = object.timebar()->objects();
-    const bool has_solo = std::any_of(all.begin(), all.end(), [&](const CTimerObject* any) { return is_solo(any->id()); });
+    const bool has_solo = std::any_of(all.begin(), all.end(),
+                                      [&](const CTimerObject* any) { return is_solo(any->id()); });
     return is_muted(object.id()) || (has_solo && !is_solo(object.id()));
 }
 

@@ -82,6 +82,7 @@ public:
     bool is_muted(quint32 object) const { return m_muted.contains(object); }
     /// While there are such objects, only they drive.
     void set_solo(quint32 object, bool on);
+    void unmute_all();
     bool is_solo(quint32 object) const { return m_solo.contains(object); }
     /// The timer object drives nothing now: it is muted, or another one of its timebar is solo.
     bool is_silent(const CTimerObject& object) const;

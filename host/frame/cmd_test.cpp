@@ -106,9 +106,16 @@ void CDlgCmdTest::accept()
 
 void CDlgCmdTest::reject()
 {
+    using tarn::boxes::Button;
+    // Enter loses nothing.
     if (m_page->script().isModified()
-        && !tarn::boxes::confirm(this,
-                                 lang(u"脚本已修改，要放弃修改吗？", u"The script was changed. Discard the changes?")))
+        && tarn::boxes::message(
+               this,
+               {.text = lang(u"脚本已修改，要放弃修改吗？", u"The script was changed. Discard the changes?"),
+                .title = {},
+                .buttons = {Button::Cancel, Button::Ok},
+                .captions = {lang(u"继续编辑", u"Keep Editing"), lang(u"放弃修改", u"Discard")}})
+            != Button::Ok)
         return;
     done(result_cancel);
 }

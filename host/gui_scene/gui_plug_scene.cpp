@@ -258,9 +258,17 @@ Status CGuiPlugScene::load(const CPakFile& package, const CTexPathInfo&)
 void CGuiPlugScene::new_scene()
 {
     clear();
+    begin_anew({});
+}
+
+/// Nothing goes on that belonged to the scene before; another one may have the same ids.
+void CGuiPlugScene::begin_anew(const QString& path)
+{
     document().forget_history();
-    m_file_name.clear();
-    m_world->selection().clear(); // Another scene may have the same ids.
+    m_file_name = path;
+    m_world->selection().clear();
+    m_world->camera() = tarn::OrbitCamera();
+    m_animation->unmute_all();
     SetMTFunction(0, 0);
     m_world->broadcast(tarn::ui_full_refresh);
 }
@@ -272,11 +280,7 @@ void CGuiPlugScene::become(tarn::SceneSnapshot content, const QString& path)
         const tarn::RecordingOff off(journal());
         install(std::move(content));
     }
-    document().forget_history();
-    m_file_name = path;
-    m_world->selection().clear();
-    SetMTFunction(0, 0);
-    m_world->broadcast(tarn::ui_full_refresh);
+    begin_anew(path);
 }
 
 Status CGuiPlugScene::open_scene(const QString& path)

@@ -208,6 +208,7 @@ private:
                            const std::function<tarn::Status(tarn::SceneSnapshot)>& use) const;
     tarn::Status write_file(const QString& path, const CSaveOpt& options, bool replace_read_only) const;
     /// Puts what was read in the place of everything; there is nothing to undo afterwards.
+    void begin_anew(const QString& path);
     void become(tarn::SceneSnapshot content, const QString& path);
     /// One step of undo, for what a script does outside a preview, until the answer is let go.
     std::shared_ptr<void> begin_script_edit(const QString& name);

@@ -12,6 +12,7 @@
 #include "gui_core/dxut_dialog.h"
 #include "gui_scene/gui_plug_scene.h"
 #include "gui_scene/removal_title.h"
+#include "gui_scene/world_removal.h"
 #include "look_clipboard.h"
 #include "picture_drop.h"
 #include "selection_edit.h"
@@ -313,7 +314,7 @@ Status GuiSceneEditor::run(int command)
     if (!is_enabled(command))
         return {};
     if (m_world.has_selection() && (command == remove || command == duplicate)) {
-        command == remove ? remove_world_objects(*m_scene.world()) : duplicate_world_objects(*m_scene.world());
+        command == remove ? remove_world_selection(m_scene) : duplicate_world_objects(*m_scene.world());
         return {};
     }
     switch (command) {

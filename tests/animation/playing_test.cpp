@@ -194,7 +194,7 @@ TEST_F(PlayingTest, what_is_muted_or_beside_a_solo_drives_nothing_until_a_previe
     m_scene.set_muted(first_timer->id(), true);
     EXPECT_EQ(shown(), u"0 0"_s) << "muted wins";
     EXPECT_EQ(text(), saved);
-    m_bar->active_bar(1);
     m_scene.set_running(true);
+    m_bar->active_bar(1);
     EXPECT_EQ(shown(), u"5 5"_s);
 }

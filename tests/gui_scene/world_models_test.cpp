@@ -4,6 +4,7 @@
 #include "engine/world_edit.h"
 #include "engine/world_models.h"
 #include "engine/world_renderer.h"
+#include "gui_scene/world_removal.h"
 #include "world/world_scene.h"
 
 #include <QImage>
@@ -135,4 +136,22 @@ TEST_F(WorldModelsTest, APlayingFigureIsPosedByTheClockAndDrawnOnlyWhenItMoved)
     EXPECT_FALSE(m_world.renderer().cost().drawn) << "nothing changed";
     figure->write<WorldObjectState>([](WorldObjectState& state) { state.visible = false; });
     EXPECT_TRUE(picture().isNull() || m_world.renderer().cost().items == 0);
+}
+
+TEST_F(WorldModelsTest, TheLastPanelTakesItsPictureAlongAndUndoBringsItBack)
+{
+    WorldObject* panel = m_world.objects().create(WorldType::Panel);
+    WorldObject* other = m_world.objects().create(WorldType::Panel);
+    QImage(8, 8, QImage::Format_RGB32).save(path(u"board.png"_s));
+    ASSERT_TRUE(m_scene.set_picture({panel, other}, key<&PanelState::picture>, path(u"board.png"_s)));
+    const QString entry = u"textures/board.png"_s;
+    select_world_objects(m_world, {panel});
+    remove_world_selection(m_scene);
+    EXPECT_TRUE(m_scene.document().files().contains(entry));
+    select_world_objects(m_world, {other});
+    remove_world_selection(m_scene);
+    EXPECT_FALSE(m_scene.document().files().contains(entry));
+    ASSERT_TRUE(m_scene.journal().undo());
+    EXPECT_TRUE(m_scene.document().files().contains(entry));
+    EXPECT_TRUE(other->is_attached());
 }

@@ -33,8 +33,9 @@ enum Id : int {
 };
 
 inline constexpr std::array type_buttons{6328, 6330, 6332, 6334, 6336, 6342, 6344, 6346,
-                                  6348, 6354, 6361, 6367, 6117, 6118, 6608, 6610};
-inline constexpr std::array row_buttons{id_remove, id_set_top, id_set_bottom, id_move_up, id_move_down, id_switch_dialog};
+                                         6348, 6354, 6361, 6367, 6117, 6118, 6608, 6610};
+inline constexpr std::array row_buttons{id_remove,  id_set_top,   id_set_bottom,
+                                        id_move_up, id_move_down, id_switch_dialog};
 
 class ControlList : public Editor {
 protected:

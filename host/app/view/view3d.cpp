@@ -342,7 +342,9 @@ void CView3D::mouseReleaseEvent(QMouseEvent* event)
 
 void CView3D::leaveEvent(QEvent*)
 {
-    send_mouse({MouseEvent::Kind::Move, nowhere, Qt::NoButton, Qt::NoModifier});
+    // A drag goes on beside the view, and when another program's window opens over it.
+    if (m_held == Qt::NoButton)
+        send_mouse({MouseEvent::Kind::Move, nowhere, Qt::NoButton, Qt::NoModifier});
 }
 
 void CView3D::wheelEvent(QWheelEvent* event)

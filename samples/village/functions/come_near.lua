@@ -1,0 +1,1 @@
+call("say", "The map shows: " .. (control("mapVillage"):hot_spot() or "nothing"))

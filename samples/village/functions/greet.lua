@@ -1,0 +1,1 @@
+call("say", "Good morning, traveller!")

@@ -1,0 +1,1 @@
+call("say", "The traveller waves to somebody.")
