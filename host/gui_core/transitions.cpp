@@ -150,8 +150,10 @@ bool Transitions::advance_dialogs(CGuiCore& core, double step)
             m_dialogs.remove(dialog);
             continue;
         }
-        const QRectF frame = dialog->outer_rect();
         const bool is_new = !m_dialogs.contains(dialog);
+        if (is_new && !dialog->dialog_state().minimize_button)
+            continue;
+        const QRectF frame = dialog->outer_rect();
         KnownDialog& known = m_dialogs[dialog];
         const bool turns = !is_new && known.minimized != dialog->minimized();
         if (turns) {
