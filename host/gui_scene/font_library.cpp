@@ -214,6 +214,17 @@ Result<QString> FontLibrary::take(const QString& name, const QByteArray& content
     return font->families.front();
 }
 
+void FontLibrary::drop_unnamed(const QStringList& entries)
+{
+    const QSet<QString> named = named_font_families(m_core.document());
+    QStringList unnamed;
+    for (const Font& font : fonts())
+        if (entries.contains(font.entry) && !font.families.isEmpty() && !is_named(font, named))
+            unnamed.append(font.entry);
+    for (const QString& entry : std::as_const(unnamed))
+        remove(entry);
+}
+
 void FontLibrary::remove(const QString& entry)
 {
     if (m_core.document().files().contains(entry))

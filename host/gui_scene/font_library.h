@@ -54,6 +54,8 @@ public:
     Result<QString> take(const QString& name, const QByteArray& content);
     /// Whether one of its families is among `named`, which are named_font_families().
     static bool is_named(const Font& font, const QSet<QString>& named);
+    /// Takes those out of the package whose families nothing names; recorded. Damaged ones stay.
+    void drop_unnamed(const QStringList& entries);
     /// Takes it out of the package; recorded. What names its families goes on doing so.
     void remove(const QString& entry);
 

@@ -34,6 +34,23 @@ QMap<QString, QByteArray> fonts_of(tarn::FontLibrary& library, const StyleState&
     return fonts;
 }
 
+/// Answers the entries that are new. What is no font is told as a missing one.
+QStringList take_fonts(tarn::FontLibrary& library, const QMap<QString, QByteArray>& fonts)
+{
+    const auto entries = [&] {
+        QStringList all;
+        for (const tarn::FontLibrary::Font& font : library.fonts())
+            all.append(font.entry);
+        return all;
+    };
+    const QStringList before = entries();
+    for (auto font = fonts.begin(); font != fonts.end(); ++font)
+        (void)library.take(font.key(), font.value());
+    QStringList came = entries();
+    came.removeIf([&](const QString& entry) { return before.contains(entry); });
+    return came;
+}
+
 } // namespace
 
 QList<CGuiStyle*> CGuiPlugScene::styles()
@@ -64,10 +81,9 @@ Status CGuiPlugScene::ChangeStyle(CGuiStyle* style)
         if (!read)
             return read.status();
         static_cast<StyleState&>(*read.value().state).origin = int(style->origin());
-        // What is no font is told as a missing one.
-        for (auto font = read.value().fonts.begin(); font != read.value().fonts.end(); ++font)
-            (void)m_fonts->take(font.key(), font.value());
+        const QStringList came = take_fonts(*m_fonts, read.value().fonts);
         style = m_core->add_style(std::move(read.value().state));
+        m_fonts->drop_unnamed(came);
     }
     m_core->set_scene_style(style);
     return {};

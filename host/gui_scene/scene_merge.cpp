@@ -150,21 +150,6 @@ QStringList fonts_to_take(SceneSnapshot& content, const Document& document)
     return taken;
 }
 
-/// Fonts of styles that stayed behind.
-void drop_unnamed_fonts(CGuiPlugScene& scene, const QStringList& taken, const QHash<QString, QString>& renamed)
-{
-    const QSet<QString> named = named_font_families(scene.document());
-    QStringList unnamed;
-    for (const FontLibrary::Font& font : scene.fonts().fonts()) {
-        const bool came = std::ranges::any_of(
-            taken, [&](const QString& entry) { return renamed.value(entry, entry) == font.entry; });
-        if (came && !font.families.isEmpty() && !FontLibrary::is_named(font, named))
-            unnamed.append(font.entry);
-    }
-    for (const QString& entry : std::as_const(unnamed))
-        scene.fonts().remove(entry);
-}
-
 std::size_t count_of(const SceneSnapshot& objects)
 {
     std::size_t count = 0;
@@ -194,7 +179,7 @@ Status merge_content(CGuiPlugScene& scene, SceneSnapshot content, const QString&
     QHash<QString, QString> renamed;
     // An atlas that could not be read stands among the files, under an id that is another style's here.
     content.files.removeIf([](const auto& file) { return file.key().startsWith(QLatin1String("styles/")); });
-    const QStringList their_fonts = fonts_to_take(content, document);
+    QStringList their_fonts = fonts_to_take(content, document);
     content.files = new_files(content.files, core, renamed);
     follow_renamed(content, renamed);
     merge_functions(content, scene, issued);
@@ -204,7 +189,9 @@ Status merge_content(CGuiPlugScene& scene, SceneSnapshot content, const QString&
     document.append(std::move(content));
     if (replace_styles)
         core.set_scene_style(document.find_as<CGuiStyle>(their_style.id));
-    drop_unnamed_fonts(scene, their_fonts, renamed);
+    for (QString& entry : their_fonts)
+        entry = renamed.value(entry, entry);
+    scene.fonts().drop_unnamed(their_fonts); // Those of styles that stayed behind.
     return {};
 }
 

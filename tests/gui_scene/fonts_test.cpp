@@ -206,12 +206,14 @@ TEST_F(FontsTest, what_is_no_font_is_refused_and_in_a_package_it_is_kept_and_tol
     ASSERT_TRUE(package.open(path()));
     EXPECT_EQ(package.read_file(u"fonts/bad.ttf"_s).value(), font.left(300));
 
-    // A style's file with one good font and one that is none
+    // A style's file with one good font, one that is none and one that it does not name
     StyleState made;
     made.fonts.insert(u"Static"_s, squares);
     QDir().mkpath(QFileInfo(m_scene.style_file(u"Odd"_s)).path());
-    ASSERT_TRUE(
-        write_style_file(m_scene.style_file(u"Odd"_s), made, {{u"bad.ttf"_s, "no font"}, {u"good.ttf"_s, font}}));
+    ASSERT_TRUE(write_style_file(m_scene.style_file(u"Odd"_s), made,
+                                 {{u"bad.ttf"_s, "no font"},
+                                  {u"good.ttf"_s, font},
+                                  {u"unused.ttf"_s, TestFont{.family = u"Tarn Others"_s}.bytes()}}));
     m_scene.new_scene();
     ASSERT_TRUE(m_scene.ChangeStyle(style(u"Odd"_s)));
     EXPECT_EQ(entries(), QStringList(u"fonts/good.ttf"_s));
