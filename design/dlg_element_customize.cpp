@@ -11,20 +11,21 @@
 #include "gui_core/control_style.h"
 #include "gui_core/dxut_control.h"
 #include "gui_core/gui_core.h"
-#include "gui_core/interface_font.h"
+#include "gui_core/look_fields.h"
+#include "gui_core/style_look.h"
 #include "gui_draw/control_drawing.h"
 #include "gui_draw/element_cache.h"
 #include "gui_draw/texture_cache.h"
 #include "gui_scene/gui_plug_scene.h"
 #include "gui_scene/picture_file.h"
 #include "gui_scene/picture_release.h"
+#include "page_base/font_choices.h"
 #include "page_base/value_part.h"
 #include "widgets/button_st.h"
 #include "widgets/plain_tip.h"
 
 #include <QComboBox>
 #include <QEvent>
-#include <QFontDatabase>
 #include <QLabel>
 
 #include <algorithm>
@@ -71,16 +72,6 @@ constexpr FieldKey style_images = key<&ControlExtras::style_images>;
 constexpr FieldKey style_colors = key<&ControlExtras::style_colors>;
 constexpr FieldKey style_text_colors = key<&ControlExtras::style_text_colors>;
 
-/// All that makes a look of a control's own.
-constexpr std::array style_fields{style_images,
-                                  style_colors,
-                                  style_text_colors,
-                                  key<&ControlExtras::font_family>,
-                                  key<&ControlExtras::font_italic>,
-                                  key<&StaticState::text_color>,
-                                  key<&StaticState::font_size>,
-                                  key<&StaticState::bold>};
-
 bool has_elements(const ModelObject& current)
 {
     return !tarn::style_elements(static_cast<const CDXUTControl&>(current).GetType()).empty();
@@ -110,18 +101,10 @@ Value seen_text_color(const ModelObject& object, const Value& chosen, Part part)
     return qint64(tarn::text_color_in(static_cast<const CDXUTControl&>(object), VisualState(state), authored));
 }
 
-Value seen_font_size(const ModelObject&, const Value& chosen, Part)
+Value seen_font_size(const ModelObject& object, const Value& chosen, Part)
 {
-    return tarn::number_of(chosen) != 0 ? chosen : Value(qint64(tarn::default_font_size));
-}
-
-std::vector<tarn::ChoiceItem> families(CGuiPlugScene&, const ModelObject&)
-{
-    static const QStringList installed = QFontDatabase::families();
-    std::vector<tarn::ChoiceItem> items{{QString(), lang(u"（风格字体）", u"(The style's)")}};
-    for (const QString& family : installed)
-        items.push_back({family, family});
-    return items;
+    const auto& control = static_cast<const CDXUTControl&>(object);
+    return tarn::number_of(chosen) != 0 ? chosen : Value(qint64(control.core().look().font_size(control.GetType())));
 }
 
 constexpr FieldRow rows[] = {
@@ -143,7 +126,7 @@ constexpr FieldRow rows[] = {
      .field = key<&ControlExtras::font_family>,
      .shows = Shows::Current,
      .enabled_if = has_text,
-     .choices = families},
+     .choices = tarn::font_choices},
     {.control = id_size,
      .field = key<&StaticState::font_size>,
      .shows = Shows::Current,
@@ -302,9 +285,9 @@ void CDlgElementCustomize::enable_parts(const CDXUTControl* shown)
         ->setEnabled(differs_from_default(style_images, look_part(), all)
                      || differs_from_default(style_colors, look_part(), all)
                      || differs_from_default(style_text_colors, state_part(), all));
-    button(id_reset_all)->setEnabled(std::any_of(style_fields.begin(), style_fields.end(), [&](FieldKey field) {
-        return differs_from_default(field, {}, all);
-    }));
+    button(id_reset_all)
+        ->setEnabled(std::any_of(tarn::look_fields.begin(), tarn::look_fields.end(),
+                                 [&](FieldKey field) { return differs_from_default(field, {}, all); }));
 }
 
 void CDlgElementCustomize::on_choose_picture()
@@ -365,7 +348,7 @@ void CDlgElementCustomize::on_reset_state()
 void CDlgElementCustomize::on_reset_all()
 {
     const auto reset = [this] {
-        for (const FieldKey field : style_fields)
+        for (const FieldKey field : tarn::look_fields)
             write_default(field);
     };
     change(reset, {});

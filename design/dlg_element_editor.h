@@ -8,7 +8,7 @@ class CStateButton;
 class QComboBox;
 
 /// The elements of the interface's look: a part of a control type, of dialogs or of menus in each of its states, its
-/// picture, its colour, and the fonts and named colours of the style.
+/// picture, its colour, and the named colours of the style.
 class CDlgElementEditor : public CGuiChildDlg {
     Q_OBJECT
 
@@ -19,28 +19,31 @@ public:
     void update_ui(int code) override;
     void model_changed(const tarn::ModelChange& change) override;
 
+Q_SIGNALS:
+    /// The fonts of what the page shows are wanted.
+    void font_page_wanted();
+
 protected:
     void OnInitDialog() override;
     QWidget* create_widget(const QString& class_name, QWidget* parent) override;
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
 
 private:
     const tarn::LookOwner& owner() const;
     tarn::LookPart part() const; ///< what the page's boxes choose
+    void follow_click();
     void follow_selection();
     void fill_owners();
     void fill_parts();
-    void fill_sources();
     void fill_tokens();
     void choose(const tarn::LookPart& part);
     void refresh();
-    void show_text();
     void show_states();
     void on_color();
     void on_source(int row);
     void on_token_color();
     void on_new_token();
-    void on_family(int row);
-    void on_size(double pixels);
     void on_reset();
     /// Lets the change be seen everywhere.
     void changed();

@@ -6,6 +6,8 @@
 #include "field_of.h"
 #include "frame/boxes.h"
 #include "frame/filedlg.h"
+#include "gui_scene/font_library.h"
+#include "gui_scene/gui_plug_scene.h"
 #include "value_part.h"
 #include "widgets/button_st.h"
 
@@ -153,7 +155,10 @@ bool CBoundPage::run_whole(const std::function<void()>& change, const QString& n
 {
     tarn::Status failed;
     const auto run = [&] {
-        change();
+        {
+            const tarn::FontRelease fonts(*core(), scene()->fonts());
+            change();
+        }
         failed = std::exchange(m_failed, {});
         if (!failed)
             journal()->cancel();

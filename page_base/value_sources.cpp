@@ -76,8 +76,9 @@ bool takes_style(FieldKey field)
 {
     using S = StaticState;
     using E = ControlExtras;
-    static const std::array styled{key<&S::text_color>,   key<&S::font_size>,         key<&E::style_images>,
-                                   key<&E::style_colors>, key<&E::style_text_colors>, key<&E::font_family>};
+    static const std::array styled{key<&S::text_color>,  key<&S::font_size>,         key<&S::bold>,
+                                   key<&S::shadow>,      key<&E::style_images>,      key<&E::style_colors>,
+                                   key<&E::font_family>, key<&E::style_text_colors>, key<&E::font_italic>};
     return std::find(styled.begin(), styled.end(), field) != styled.end();
 }
 

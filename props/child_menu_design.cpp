@@ -4,12 +4,11 @@
 #include "core/language.h"
 #include "gui_core/dxut_menu.h"
 #include "gui_core/dxut_menu_item.h"
-#include "gui_core/interface_font.h"
+#include "gui_core/style_look.h"
 #include "gui_scene/gui_plug_scene.h"
+#include "page_base/font_choices.h"
 #include "page_base/menu_picture.h"
 #include "page_base/value_part.h"
-
-#include <QFontDatabase>
 
 #include <algorithm>
 
@@ -59,24 +58,16 @@ constexpr FieldRow tint_row(int control, const char* look)
     return row;
 }
 
-std::vector<tarn::ChoiceItem> families(CGuiPlugScene&, const ModelObject&)
+Value seen_font_size(const ModelObject& object, const Value& chosen, Part)
 {
-    static const QStringList installed = QFontDatabase::families();
-    std::vector<tarn::ChoiceItem> items{{QString(), lang(u"（风格字体）", u"(The style's)")}};
-    for (const QString& family : installed)
-        items.push_back({family, family});
-    return items;
-}
-
-Value seen_font_size(const ModelObject&, const Value& chosen, Part)
-{
-    return tarn::number_of(chosen) != 0 ? chosen : Value(qint64(tarn::default_font_size));
+    const tarn::StyleLook& look = static_cast<const CDXUTMenu&>(object).core().look();
+    return tarn::number_of(chosen) != 0 ? chosen : Value(qint64(look.font_size(tarn::look_owner_menu)));
 }
 
 constexpr FieldRow family_row(int control)
 {
     FieldRow row = design_row(control, key<&MenuState::font_family>);
-    row.choices = families;
+    row.choices = tarn::font_choices;
     return row;
 }
 

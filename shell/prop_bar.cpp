@@ -32,6 +32,9 @@ void CPropBar::create_pages()
     m_group->create_page<CDlgDesignFont>(page_font_design);
     m_group->create_page<CDlgPropMenu>(page_menu);
     m_group->create_page<CDlgPropTimer>(page_timer);
+    const auto* elements = qobject_cast<CDlgElementEditor*>(m_group->find_wnd(page_element_editor));
+    connect(elements, &CDlgElementEditor::font_page_wanted, this,
+            [this] { m_group->show_wnd_by_id(page_font_design); });
     m_group->show_wnd_by_index(0);
 }
 

@@ -93,8 +93,19 @@ bool Journal::merges_into_last() const
     if (!goes_on())
         return false;
     const auto& last = m_steps.back().entries;
-    return std::equal(last.begin(), last.end(), m_open.entries.begin(), m_open.entries.end(),
-                      [](const Entry& a, const Entry& b) { return a.object == b.object; });
+    const auto is_same = [](const Entry& a, const Entry& b) { return a.object == b.object; };
+    if (m_open.merging == Merging::Replaces)
+        return std::equal(last.begin(), last.end(), m_open.entries.begin(), m_open.entries.end(), is_same);
+    // What adds to the step before may touch less: the first letter that is typed can make an object that the next ones
+    // only change.
+    auto place = last.begin();
+    for (const Entry& entry : m_open.entries) {
+        place = std::find_if(place, last.end(), [&](const Entry& kept) { return is_same(kept, entry); });
+        if (place == last.end())
+            return false;
+        ++place;
+    }
+    return true;
 }
 
 void Journal::close_step()

@@ -136,8 +136,10 @@ quint32 chosen_text_color(const MenuState& menu, VisualState state)
 QFont font_of(const StyleLook& style, const StaticState& state)
 {
     const QString& family = state.extras->font_family;
-    return interface_font(state.font_size ? state.font_size : style.font_size(state.type), state.bold,
-                          family.isEmpty() ? style.family(state.type) : family, state.extras->font_italic);
+    const FontStyle usual = style.font_style(state.type);
+    return interface_font(state.font_size ? state.font_size : style.font_size(state.type), state.bold || usual.bold,
+                          family.isEmpty() ? style.family(state.type) : family,
+                          state.extras->font_italic || usual.italic);
 }
 
 } // namespace tarn

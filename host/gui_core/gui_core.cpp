@@ -8,6 +8,7 @@
 #include "open_menu.h"
 #include "style_look.h"
 #include "texture_name.h"
+#include "transitions.h"
 #include "world_link.h"
 
 #include <algorithm>
@@ -29,7 +30,8 @@ void tarn::LiveState::prune()
 CGuiCore::CGuiCore(tarn::Document& document)
     : ModelObject(document, new CoreState),
       m_root(std::make_shared<CDXUTDialog>(*this, tarn::StatePtr(tarn::DialogState::root()))),
-      m_selection_history(document.journal())
+      m_selection_history(document.journal()),
+      m_transitions(std::make_unique<tarn::Transitions>())
 {
     document.journal().on_restored = [this](const tarn::Journal::Step& step) { step_travelled(step); };
     document.add_part({.entry = "scene.json", .container = this, .required = true});
@@ -171,7 +173,7 @@ void CGuiCore::follow_structure()
         select_again(*kept);
     m_selection.prune();
     m_live.prune();
-    m_transitions.prune();
+    m_transitions->prune();
     if (m_open_menu && !m_open_menu->menu().is_attached())
         close_menu();
     shown_changed();
@@ -336,7 +338,7 @@ void CGuiCore::EnableGui(bool editing)
     m_selection.editing = editing;
     m_live = {};
     m_now = m_caret_since = 0;
-    m_transitions.clear();
+    m_transitions->clear();
     add_damage(QRectF(QPointF(), m_screen));
     for (CDXUTDialog* dialog : GetDialogs())
         dialog->set_minimized(false);

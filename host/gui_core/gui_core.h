@@ -9,7 +9,6 @@
 #include "look_parts.h"
 #include "selection_history.h"
 #include "selection_record.h"
-#include "transitions.h"
 #include "view_aids.h"
 
 #include <QHash>
@@ -34,6 +33,8 @@ class WorldLink;
 
 class OpenMenu;
 class StyleLook;
+class Transitions;
+struct FontStyle;
 struct StyleState;
 
 /// A button of a dialog's caption bar.
@@ -197,6 +198,7 @@ public:
     void set_token(const QString& name, quint32 argb);
     void set_look_font(int owner, const QString& family);
     void set_look_font_size(int owner, int pixels); ///< 0 for the usual one
+    void set_look_font_style(int owner, const tarn::FontStyle& style);
     /// The part in that state is again what the style was when it was taken on.
     void reset_element(const tarn::LookPart& part);
     bool is_element_changed(const tarn::LookPart& part) const;
@@ -270,7 +272,7 @@ public:
     /// The clock of the running interface, seconds. True when something is to be drawn anew.
     bool advance(double now);
     /// How controls come to look as they do now, while the interface runs.
-    const tarn::Transitions& transitions() const { return m_transitions; }
+    const tarn::Transitions& transitions() const { return *m_transitions; }
     /// The caret is seen for the next half of its period, since it moved.
     void show_caret();
     /// Where a dialog is that is minimised to the bottom: beside those that were before, in rows from the bottom up.
@@ -352,7 +354,7 @@ private:
     tarn::SelectionHistory m_selection_history;
     tarn::SelectionHistory::Kept m_selected_again; ///< what undo or redo brought back; null: nothing since then
     tarn::LiveState m_live;
-    tarn::Transitions m_transitions;
+    std::unique_ptr<tarn::Transitions> m_transitions;
     double m_now = 0;                ///< seconds, of advance()
     double m_caret_since = 0;        ///< when the caret moved last
     quint32 m_minimized_dialogs = 0; ///< how often one was minimised

@@ -221,6 +221,7 @@ tarn::StatePtr CGuiCore::flat_style() const
         flat->edges.insert((*level)->edges);
         flat->fonts.insert((*level)->fonts);
         flat->font_sizes.insert((*level)->font_sizes);
+        flat->font_styles.insert((*level)->font_styles);
         if ((*level)->atlas.is_null())
             continue;
         flat->atlas = (*level)->atlas;
@@ -334,6 +335,13 @@ void CGuiCore::set_look_font_size(int owner, int pixels)
 {
     if (const LookOwner* row = tarn::look_owner(owner))
         change_look([&](StyleState& s) { put(s.font_sizes, QLatin1String(row->name), quint32(std::max(0, pixels))); });
+}
+
+void CGuiCore::set_look_font_style(int owner, const tarn::FontStyle& style)
+{
+    if (const LookOwner* row = tarn::look_owner(owner))
+        change_look(
+            [&](StyleState& s) { s.font_styles.insert(QLatin1String(row->name), tarn::font_style_text(style)); });
 }
 
 bool CGuiCore::is_element_changed(const LookPart& part) const

@@ -6,6 +6,7 @@
 #include "dxut_menu_item.h"
 #include "gui_core.h"
 #include "open_menu.h"
+#include "transitions.h"
 
 #include <QGuiApplication>
 #include <QStyleHints>
@@ -105,7 +106,7 @@ void CGuiCore::set_focused(CDXUTControl* control)
 bool CGuiCore::advance(double now)
 {
     m_now = now;
-    const bool fades = m_transitions.advance(live(), now, double(core_state().animation_speed));
+    const bool fades = m_transitions->advance(*this, now, double(core_state().animation_speed));
     return blink(now) || fades;
 }
 

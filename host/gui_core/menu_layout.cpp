@@ -77,9 +77,10 @@ double placed(double length, double wanted, double other, double room)
 
 QFont font_of(const StyleLook& style, const MenuState& menu)
 {
-    return interface_font(menu.font_size ? menu.font_size : style.font_size(look_owner_menu), menu.bold,
+    const FontStyle usual = style.font_style(look_owner_menu);
+    return interface_font(menu.font_size ? menu.font_size : style.font_size(look_owner_menu), menu.bold || usual.bold,
                           menu.font_family.isEmpty() ? style.family(look_owner_menu) : menu.font_family,
-                          menu.font_italic);
+                          menu.font_italic || usual.italic);
 }
 
 int MenuList::row_at(QPointF place) const

@@ -112,16 +112,24 @@ void StyleLook::find_parts(const Levels& levels)
                         : m_tokens.value(QLatin1String(color.tokens[color.has_states ? s : 0]));
                 }
             }
-        const QString name = QLatin1String(row.name);
-        for (const StyleState* level : levels) {
-            if (owner.family.isEmpty())
-                owner.family = level->fonts.value(name);
-            if (owner.font_size == 0)
-                owner.font_size = int(level->font_sizes.value(name));
-        }
-        if (owner.font_size == 0)
-            owner.font_size = default_font_size;
+        find_font(levels, QLatin1String(row.name), owner);
     }
+}
+
+void StyleLook::find_font(const Levels& levels, const QString& name, Owner& owner)
+{
+    QString style;
+    for (const StyleState* level : levels) {
+        if (owner.family.isEmpty())
+            owner.family = level->fonts.value(name);
+        if (owner.font_size == 0)
+            owner.font_size = int(level->font_sizes.value(name));
+        if (style.isEmpty())
+            style = level->font_styles.value(name);
+    }
+    if (owner.font_size == 0)
+        owner.font_size = default_font_size;
+    owner.font_style = font_style_from(style);
 }
 
 StyledElement StyleLook::styled(const Levels& levels, const LookOwner& owner, int part, VisualState state) const
@@ -206,6 +214,11 @@ const QString& StyleLook::family(int number) const
 int StyleLook::font_size(int number) const
 {
     return owner(number).font_size;
+}
+
+FontStyle StyleLook::font_style(int number) const
+{
+    return owner(number).font_style;
 }
 
 } // namespace tarn

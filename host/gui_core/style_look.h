@@ -45,6 +45,7 @@ public:
     const QMap<QString, quint32>& tokens() const { return m_tokens; }
     const QString& family(int owner) const; ///< empty for the usual one
     int font_size(int owner) const;         ///< pixels
+    FontStyle font_style(int owner) const;
 
 private:
     template <class T>
@@ -55,11 +56,13 @@ private:
         std::vector<ByState<quint32>> colors;
         QString family;
         int font_size = 0;
+        FontStyle font_style;
     };
 
     void find_tokens(const Levels& levels);
     void find_picture(const Levels& levels, const StyleLook* before);
     void find_parts(const Levels& levels);
+    static void find_font(const Levels& levels, const QString& name, Owner& owner);
     StyledElement styled(const Levels& levels, const LookOwner& owner, int part, VisualState state) const;
     quint32 chosen_color(const Levels& levels, const LookOwner& owner, int part, VisualState state) const;
     const Owner& owner(int number) const;

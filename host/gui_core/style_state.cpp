@@ -6,12 +6,16 @@
 #include <QStringList>
 
 #include <array>
+#include <utility>
 
 namespace tarn {
 
 namespace {
 
 constexpr int largest_edge = 10000; ///< pixels
+constexpr QLatin1String bold_word("bold");
+constexpr QLatin1String italic_word("italic");
+constexpr QLatin1String shadow_word("shadow");
 
 /// The whole numbers of a text that is nothing but `count` of them.
 template <std::size_t count>
@@ -35,6 +39,7 @@ const FieldTable& StyleState::field_table()
         field<S, &S::origin>("origin", 0, range(0, 2)), field<S, &S::tokens>("tokens"), field<S, &S::colors>("colors"),
         field<S, &S::regions>("regions"), field<S, &S::edges>("edges"),
         field<S, &S::fonts>("fonts", {}, max_length(100)), field<S, &S::font_sizes>("font_sizes", {}, range(0, 500)),
+        field<S, &S::font_styles>("font_styles", {}, max_length(100)),
         field<S, &S::atlas>("atlas", {}, {.read_only = true, .derived = true}));
     return table;
 }
@@ -51,6 +56,24 @@ StyleValue style_value(const QString& text)
     bool ok = false;
     const quint32 color = text.mid(1).toUInt(&ok, 16);
     return {{}, ok ? color : 0};
+}
+
+QString font_style_text(FontStyle style)
+{
+    QStringList words;
+    for (const auto& [is_set, word] :
+         {std::pair(style.bold, bold_word), std::pair(style.italic, italic_word), std::pair(style.shadow, shadow_word)})
+        if (is_set)
+            words.append(word);
+    return words.isEmpty() ? QStringLiteral("regular") : words.join(QLatin1Char(' '));
+}
+
+FontStyle font_style_from(const QString& text)
+{
+    const QStringList words = text.split(QLatin1Char(' '));
+    return {.bold = words.contains(bold_word),
+            .italic = words.contains(italic_word),
+            .shadow = words.contains(shadow_word)};
 }
 
 QString rect_text(const QRect& rect)

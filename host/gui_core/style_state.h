@@ -27,6 +27,7 @@ struct StyleState : StateOf<StyleState> {
     TextMap edges;                     ///< widths of the pictures' edges, pixels of the atlas: edges_text()
     TextMap fonts;                     ///< families by the owners' names
     QMap<QString, quint32> font_sizes; ///< pixels, by the owners' names
+    TextMap font_styles;               ///< font_style_text() by the owners' names
     Atlas atlas;                       ///< none: that of the style that this one is based on
 
     static const FieldTable& field_table();
@@ -40,6 +41,18 @@ struct StyleValue {
 QString color_text(quint32 argb); ///< "#ff2f7f8f"
 /// A text that is none is one of a token that there is not.
 StyleValue style_value(const QString& text);
+
+/// How letters stand, whatever their font.
+struct FontStyle {
+    bool bold = false;
+    bool italic = false;
+    bool shadow = false;
+
+    bool operator==(const FontStyle&) const = default;
+};
+QString font_style_text(FontStyle style); ///< "bold shadow"; "regular" for none of them
+/// Words that are unknown count for nothing.
+FontStyle font_style_from(const QString& text);
 
 QString rect_text(const QRect& rect);               ///< "left top right bottom", where right and bottom lie outside
 QRect rect_from(const QString& text);               ///< empty for a text that is none, and for one outside all atlases

@@ -11,6 +11,8 @@ struct ViewAids {
     quint32 guide_lines = 0;        ///< the guide lines are shown and can be moved
     quint32 snap = 0;               ///< what is created, moved or resized snaps
 
+    /// A click on a control or dialog chooses the element that is drawn there, for the page that edits elements.
+    bool picks_elements = false;
     bool tab_numbers = false; ///< the controls of the current dialog bear the order in which Tab comes to them
 
     // Without rulers the others rest, whatever their flags are.

@@ -18,6 +18,8 @@ void draw_control(DrawContext& context, const CDXUTControl& control, const QRect
 void draw_raised(DrawContext& context, const CDXUTControl& control);
 /// Draws a dialog's frame and caption bar, in pixels of the screen.
 void draw_dialog(DrawContext& context, const CDXUTDialog& dialog);
+/// The frame and caption bar of a dialog that is being minimised and fills `frame` at the moment, pixels of the screen.
+void draw_shrinking_dialog(DrawContext& context, const CDXUTDialog& dialog, const QRectF& frame);
 /// The colour, ARGB, of a control's text in that state; `authored` is the control's own one, 0 for none.
 quint32 text_color_in(const CDXUTControl& control, VisualState look, quint32 authored);
 

@@ -4,6 +4,7 @@
 #include "gui_core/dxut_control.h"
 #include "gui_core/gui_core.h"
 #include "gui_core/look_parts.h"
+#include "gui_core/transitions.h"
 #include "texture_cache.h"
 
 #include <QPainter>
@@ -50,6 +51,12 @@ void DrawContext::draw_element(Element element, VisualState state, const QRectF&
     const QSize size(qRound(area.left() + area.width()) - corner.x(), qRound(area.top() + area.height()) - corner.y());
     if (size.isEmpty())
         return;
+    if (probe) {
+        const QPointF place = painter.worldTransform().inverted().map(probe->place);
+        if (area.contains(place) && (!painter.hasClipping() || painter.clipBoundingRect().contains(place)))
+            probe->found = element;
+        return;
+    }
     // What has no look of its own for a disabled control is drawn faint.
     const bool faint = is_disabled() && (state != VisualState::Disabled || !has_states(element) || look.served);
     const double opacity = painter.opacity();

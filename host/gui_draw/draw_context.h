@@ -2,8 +2,11 @@
 
 #include "element_cache.h"
 
+#include <QPointF>
 #include <QRectF>
 #include <QString>
+
+#include <optional>
 
 class QImage;
 class QPainter;
@@ -15,6 +18,12 @@ namespace tarn {
 
 struct ElementLook;
 
+/// Finds what is drawn at a place, instead of drawing elements.
+struct ElementProbe {
+    QPointF place; ///< pixels of the screen
+    std::optional<Element> found{};
+};
+
 /// What a control needs to draw itself.
 struct DrawContext {
     QPainter& painter;
@@ -24,6 +33,7 @@ struct DrawContext {
     bool editing = true;                   ///< place-holders for what is missing are drawn
     const CDXUTControl* control = nullptr; ///< the one that is drawn; null for a dialog
     const CDXUTDialog* active = nullptr;   ///< the dialog that looks active; null for none
+    ElementProbe* probe = nullptr;         ///< who only wants to know what would be drawn; null draws
 
     /// The control's choice, or the style's, for the state that the control is in. What is drawn of a dialog is in
     /// `state` itself.
@@ -35,6 +45,8 @@ struct DrawContext {
     /// Draws one of the scene's pictures scaled into `area`; false when there is no such picture.
     bool draw_picture(const QString& name, const QRectF& area) const;
 
+    /// The same for another painter.
+    DrawContext onto(QPainter& other) const { return {other, elements, core, scale, editing, control, active, probe}; }
     /// Whether the author chose a picture for the element.
     bool has_own_picture(Element element) const;
 

@@ -1,9 +1,9 @@
 #include "control_drawing.h"
 #include "draw_context.h"
+#include "draw_functions.h"
 #include "gui_core/dxut_dialog.h"
 #include "gui_core/gui_core.h"
 #include "gui_core/style_look.h"
-#include "text_cache.h"
 
 #include <QPainter>
 
@@ -35,10 +35,22 @@ VisualState look_of(const LiveState& live, const CDXUTDialog& dialog, CDXUTDialo
     return is_it(live.caption_pressed) ? VisualState::Pressed : VisualState::Hover;
 }
 
+/// `bar` ends where the buttons begin.
+void draw_caption_text(DrawContext& context, const CDXUTDialog& dialog, VisualState state, const QRectF& bar)
+{
+    const StyleLook& style = context.core.look();
+    TextLook look = style_text_look(style, look_owner_dialog);
+    look.color = style.text_color(look_owner_dialog, state);
+    look.font_size = caption_font_size(bar.height(), look.font_size);
+    look.vertical_align = 1;
+    kept_in<TextCache>(dialog.draw_slot())
+        .draw(context.painter, bar.adjusted(caption_margin, 0, -caption_margin, 0), dialog.dialog_state().caption,
+              look);
+}
+
 void draw_caption(DrawContext& context, const CDXUTDialog& dialog, VisualState state)
 {
     const QRectF bar = dialog.caption_rect();
-    const StyleLook& style = context.core.look();
     context.draw_element(Element::Caption, state, bar);
     double right = bar.right();
     for (const auto button : {CDXUTDialog::CaptionButton::Close, CDXUTDialog::CaptionButton::Minimize}) {
@@ -51,13 +63,7 @@ void draw_caption(DrawContext& context, const CDXUTDialog& dialog, VisualState s
         context.draw_element(picture, look_of(context.core.live(), dialog, button), place);
         right = std::min(right, place.left());
     }
-    const QRectF text(bar.x() + caption_margin, bar.y(), right - bar.x() - 2 * caption_margin, bar.height());
-    kept_in<TextCache>(dialog.draw_slot())
-        .draw(context.painter, text, dialog.dialog_state().caption,
-              {.color = style.text_color(look_owner_dialog, state),
-               .font_size = caption_font_size(bar.height(), style.font_size(look_owner_dialog)),
-               .vertical_align = 1,
-               .family = style.family(look_owner_dialog)});
+    draw_caption_text(context, dialog, state, QRectF(bar.topLeft(), QPointF(right, bar.bottom())));
 }
 
 } // namespace
@@ -83,6 +89,16 @@ void draw_dialog(DrawContext& context, const CDXUTDialog& dialog)
     }
     if (s.caption_shown)
         draw_caption(context, dialog, state);
+}
+
+void draw_shrinking_dialog(DrawContext& context, const CDXUTDialog& dialog, const QRectF& frame)
+{
+    const VisualState state = context.active == &dialog ? VisualState::Focused : VisualState::Normal;
+    const QRectF bar(frame.topLeft(), QSizeF(frame.width(), dialog.caption_rect().height()));
+    if (dialog.dialog_state().frame_shown)
+        context.draw_element(Element::Frame, state, frame.adjusted(0, bar.height(), 0, 0));
+    context.draw_element(Element::Caption, state, bar);
+    draw_caption_text(context, dialog, state, bar);
 }
 
 } // namespace tarn

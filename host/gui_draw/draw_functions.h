@@ -25,6 +25,7 @@ class CDXUTStatic;
 namespace tarn {
 
 struct DrawContext;
+class StyleLook;
 
 // How each type of control is drawn into `area`, pixels of its dialog's client area.
 void draw_button(DrawContext& context, const CDXUTButton& button, const QRectF& area);
@@ -46,6 +47,8 @@ void draw_flash(DrawContext& context, const CDXUTFlash& flash, const QRectF& are
 void draw_picture_in_picture(DrawContext& context, const CDXUTPictureInPicture& picture, const QRectF& area);
 void draw_map(DrawContext& context, const CDXUTMap& map, const QRectF& area);
 
+/// How the style has the texts of `owner` drawn, but for their colour.
+TextLook style_text_look(const StyleLook& style, int owner);
 TextLook text_look(const CDXUTStatic& control);
 /// The text of a control that shows its own one and no other.
 void draw_text(DrawContext& context, const CDXUTStatic& control, const QRectF& area);

@@ -26,12 +26,13 @@ struct ItemTexts : DrawCache {
 
 TextLook text_look(const CDXUTItems& items)
 {
-    const StyleLook& style = items.core().look();
-    return {.color = text_color_in(items, items.visual_state(), 0),
-            .font_size = style.font_size(items.GetType()),
-            .vertical_align = 1,
-            .family = items.font_family().isEmpty() ? style.family(items.GetType()) : items.font_family(),
-            .italic = items.font_italic()};
+    TextLook look = style_text_look(items.core().look(), items.GetType());
+    look.color = text_color_in(items, items.visual_state(), 0);
+    look.vertical_align = 1;
+    if (!items.font_family().isEmpty())
+        look.family = items.font_family();
+    look.italic = look.italic || items.font_italic();
+    return look;
 }
 
 /// The rows that fit into `area`, from the first one that is seen on, with a scroll bar when there are more.

@@ -1,4 +1,6 @@
 #include "draw_context.h"
+#include "draw_functions.h"
+#include "faded_layer.h"
 #include "gui_core/control_style.h"
 #include "gui_core/dxut_menu.h"
 #include "gui_core/dxut_menu_item.h"
@@ -6,9 +8,9 @@
 #include "gui_core/menu_layout.h"
 #include "gui_core/open_menu.h"
 #include "gui_core/style_look.h"
+#include "gui_core/transitions.h"
 #include "kept_drawing.h"
 #include "menu_drawing.h"
-#include "text_cache.h"
 #include "texture_cache.h"
 
 #include <QPainter>
@@ -26,6 +28,8 @@ constexpr double separator_edge = 8; ///< pixels beside a separator
 constexpr int shortcut_alpha = 160;  ///< of 255: shortcuts stand back behind the texts
 constexpr int shadow_reach = 7;      ///< pixels
 constexpr double shadow_drop = 2;
+constexpr double slide = 6; ///< pixels that a list comes down while it opens
+constexpr quint32 white = 0xffffffff;
 constexpr double corner_radius = 6;
 constexpr double scroll_mark = 4; ///< pixels; half the width of the marks at the ends of a list that scrolls
 
@@ -124,12 +128,15 @@ void draw_row(const ListDrawing& drawing, const MenuRow& row, bool highlighted)
     const auto cell = [&](const QRectF& column) { return ListDrawing::cell(area, column, drawing.corner); };
     draw_icon(drawing, s, cell(drawing.list.icons), state);
     const MenuState& look = drawing.look();
-    TextLook text{.color = text_color(drawing, state),
-                  .font_size = look.font_size ? look.font_size : drawing.style().font_size(look_owner_menu),
-                  .bold = look.bold,
-                  .vertical_align = 1,
-                  .family = look.font_family.isEmpty() ? drawing.style().family(look_owner_menu) : look.font_family,
-                  .italic = look.font_italic};
+    TextLook text = style_text_look(drawing.style(), look_owner_menu);
+    text.color = text_color(drawing, state);
+    text.vertical_align = 1;
+    if (look.font_size)
+        text.font_size = look.font_size;
+    if (!look.font_family.isEmpty())
+        text.family = look.font_family;
+    text.bold = text.bold || look.bold;
+    text.italic = text.italic || look.font_italic;
     auto& texts = kept_in<ItemTexts>(item.draw_slot());
     texts.text.draw(drawing.context.painter, cell(drawing.list.texts), s.text, text);
     if (!s.shortcut.isEmpty()) {
@@ -195,10 +202,17 @@ void draw_open_menu(const DrawContext& context, const OpenMenu& menu)
     const bool casts_shadow = element_look(context.core.look(), menu.menu().menu_state(), Element::Bubble,
                                            VisualState::Normal)
                                   .picture.isEmpty();
-    for (const OpenMenu::Panel& panel : menu.panels()) {
+    for (std::size_t i = 0; i < menu.panels().size(); ++i) {
+        const OpenMenu::Panel& panel = menu.panels()[i];
+        const double share = context.core.transitions().share_of(menu, i);
+        FadedLayer layer(context.painter, menu.bounds(), white, float(1 - share));
+        DrawContext apart = context.onto(layer.painter());
+        layer.painter().save();
+        layer.painter().translate(0, (share - 1) * slide);
         if (casts_shadow)
-            draw_shadow(context.painter, panel.area);
-        draw_menu_list(context, menu.menu(), panel.list, panel.area, panel.scrolled, panel.highlighted);
+            draw_shadow(layer.painter(), panel.area);
+        draw_menu_list(apart, menu.menu(), panel.list, panel.area, panel.scrolled, panel.highlighted);
+        layer.painter().restore();
     }
 }
 

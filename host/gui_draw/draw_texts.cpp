@@ -41,19 +41,32 @@ quint32 text_color_in(const CDXUTControl& control, VisualState look, quint32 aut
     return authored && look != VisualState::Disabled ? authored : control.core().look().text_color(s.type, look);
 }
 
+TextLook style_text_look(const StyleLook& style, int owner)
+{
+    const FontStyle usual = style.font_style(owner);
+    return {.font_size = style.font_size(owner),
+            .bold = usual.bold,
+            .shadow = usual.shadow,
+            .family = style.family(owner),
+            .italic = usual.italic};
+}
+
 TextLook text_look(const CDXUTStatic& control)
 {
     const auto& s = drawn_state<StaticState>(control);
-    const StyleLook& style = control.core().look();
-    return {.color = text_color_in(control, control.visual_state(), s.text_color),
-            .font_size = s.font_size ? s.font_size : style.font_size(s.type),
-            .bold = s.bold,
-            .horizontal_align = s.horizontal_align,
-            .vertical_align = s.vertical_align,
-            .word_wrap = s.word_wrap,
-            .shadow = s.shadow,
-            .family = control.font_family().isEmpty() ? style.family(s.type) : control.font_family(),
-            .italic = control.font_italic()};
+    TextLook look = style_text_look(control.core().look(), s.type);
+    look.color = text_color_in(control, control.visual_state(), s.text_color);
+    if (s.font_size)
+        look.font_size = s.font_size;
+    look.bold = look.bold || s.bold;
+    look.horizontal_align = s.horizontal_align;
+    look.vertical_align = s.vertical_align;
+    look.word_wrap = s.word_wrap;
+    look.shadow = look.shadow || s.shadow;
+    if (!control.font_family().isEmpty())
+        look.family = control.font_family();
+    look.italic = look.italic || control.font_italic();
+    return look;
 }
 
 void draw_text(DrawContext& context, const CDXUTStatic& control, const QRectF& area)
@@ -102,6 +115,10 @@ void draw_edit_box(DrawContext& context, const CDXUTEditBox& edit_box, const QRe
                          line_color(s.selection_color, edit_box_selection));
     }
     const quint32 color = text_color_in(edit_box, edit_box.visual_state(), s.text_color);
+    if (s.shadow || style.font_style(s.type).shadow) {
+        painter.setPen(text_shadow_color());
+        shown.layout.draw(&painter, corner + text_shadow_offset);
+    }
     painter.setPen(is_empty ? faint(color) : QColor::fromRgba(color));
     shown.layout.draw(&painter, corner);
     if (focused && context.core.live().caret_shown) {

@@ -6,11 +6,13 @@
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
 #include "gui_core/gui_core.h"
+#include "gui_core/transitions.h"
 #include "menu_drawing.h"
 
 #include <QPainter>
 
 #include <algorithm>
+#include <optional>
 
 namespace tarn {
 
@@ -29,8 +31,8 @@ void draw_turned(DrawContext& context, const CDXUTControl& control)
 void draw_faded(const DrawContext& context, const CDXUTControl& control)
 {
     FadedLayer layer(context.painter, control.drawn_bounds(), control.color(), control.transparency());
-    DrawContext apart{layer.painter(), context.elements, context.core,  context.scale,
-                      context.editing, &control,         context.active};
+    DrawContext apart = context.onto(layer.painter());
+    apart.control = &control;
     draw_turned(apart, control);
 }
 
@@ -62,19 +64,36 @@ void paint_dialog(DrawContext& context, const CDXUTDialog& dialog, const QRectF&
     painter.restore();
 }
 
+/// On its way from or to its minimised form: one that shrinks is no more than its frame, one that is restored unrolls.
+void paint_moving(DrawContext& context, const CDXUTDialog& dialog, const QRectF& frame)
+{
+    if (dialog.minimized())
+        return draw_shrinking_dialog(context, dialog, frame);
+    const QPointF way = frame.topLeft() - dialog.outer_rect().topLeft();
+    context.painter.save();
+    context.painter.setClipRect(frame, Qt::IntersectClip);
+    context.painter.translate(way);
+    paint_dialog(context, dialog, frame.translated(-way));
+    context.painter.restore();
+}
+
 } // namespace
 
 void GuiPainter::paint_one(QPainter& painter, const CGuiCore& core, const CDXUTDialog& dialog, const QRectF& clip,
                            double scale)
 {
-    if (!dialog.is_seen() || !(dialog.is_root() || dialog.drawn_bounds().intersects(clip)))
+    const std::optional<QRectF> moving = core.transitions().frame_of(dialog);
+    const QRectF bounds = dialog.is_root() ? clip : dialog.drawn_bounds() | moving.value_or(QRectF());
+    if (!dialog.is_seen() || !(dialog.is_root() || bounds.intersects(clip)))
         return;
     const SelectionRecord& selection = core.selection();
     const CDXUTDialog* active = selection.editing ? selection.current_dialog : core.active_dialog();
-    FadedLayer layer(painter, dialog.is_root() ? clip : dialog.drawn_bounds() & clip, dialog.dialog_state().color,
-                     dialog.dialog_state().transparency);
+    FadedLayer layer(painter, bounds & clip, dialog.dialog_state().color, dialog.dialog_state().transparency);
     DrawContext context{layer.painter(), m_elements, core, scale, selection.editing, nullptr, active};
-    paint_dialog(context, dialog, clip);
+    if (moving)
+        paint_moving(context, dialog, *moving);
+    else
+        paint_dialog(context, dialog, clip);
 }
 
 void GuiPainter::paint(QPainter& painter, const CGuiCore& core, const QRectF& clip, double scale)
@@ -121,9 +140,15 @@ void GuiPainter::paint_raised(QPainter& painter, const CGuiCore& core, const CDX
     painter.save();
     painter.translate(map.origin);
     painter.scale(map.scale_x, map.scale_y);
+    // A list unrolls while it is dropped down.
+    const bool drops = core.live().popup == &control;
+    const double share = drops ? core.transitions().share_of_popup(control) : 1;
+    const QRectF area = control.raised_area();
+    if (share < 1)
+        painter.setClipRect(QRectF(area.topLeft(), QSizeF(area.width(), area.height() * share)), Qt::IntersectClip);
     {
-        FadedLayer with_dialog(painter, control.raised_area(), dialog.color, dialog.transparency);
-        FadedLayer layer(with_dialog.painter(), control.raised_area(), control.color(), control.transparency());
+        FadedLayer with_dialog(painter, area, dialog.color, dialog.transparency);
+        FadedLayer layer(with_dialog.painter(), area, control.color(), control.transparency());
         DrawContext context{layer.painter(), m_elements, core, scale * std::max(map.scale_x, map.scale_y),
                             false,           &control};
         draw_raised(context, control);

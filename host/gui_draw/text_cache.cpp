@@ -12,8 +12,6 @@ namespace tarn {
 
 namespace {
 
-const QColor shadow_color(0, 0, 0, 170);
-constexpr QPointF shadow_offset(1, 1);   ///< pixels
 constexpr qsizetype unseen_units = 5000; ///< UTF-16 units
 
 /// Of a text that may be anything (a script can make a million letters), only what can show is laid out: layout takes
@@ -44,6 +42,11 @@ QString shown_lines(const QString& text, const QSizeF& area, const TextLook& loo
 
 } // namespace
 
+QColor text_shadow_color()
+{
+    return {0, 0, 0, 170};
+}
+
 bool TextLook::lays_out_like(const TextLook& other) const
 {
     return font_size == other.font_size && bold == other.bold && italic == other.italic
@@ -58,6 +61,7 @@ void TextCache::lay_out(const QSizeF& area, const QString& text, const TextLook&
     layout.source = text;
     layout.look = look;
     layout.font = interface_font(look.font_size, look.bold, look.family, look.italic);
+    layout.fonts = fonts_revision();
     static constexpr Qt::Alignment horizontal[] = {Qt::AlignLeft, Qt::AlignHCenter, Qt::AlignRight};
     const bool one_line = !look.word_wrap && !text.contains(QLatin1Char('\n'));
     QTextOption option(horizontal[qBound(0, look.horizontal_align, 2)]);
@@ -86,8 +90,8 @@ void TextCache::Layout::draw(QPainter& painter, QPointF place, TextPicture::Ink 
     if (painter.font() != font)
         painter.setFont(font);
     if (ink.shadow) {
-        painter.setPen(shadow_color);
-        painter.drawStaticText(place + shadow_offset, text);
+        painter.setPen(text_shadow_color());
+        painter.drawStaticText(place + text_shadow_offset, text);
     }
     painter.setPen(QColor::fromRgba(ink.color));
     painter.drawStaticText(place, text);
@@ -105,7 +109,7 @@ void TextCache::draw(QPainter& painter, const QRectF& area, const QString& text,
     if (text.isEmpty() || area.width() < 1 || area.height() < 1)
         return;
     const bool is_ready = m_layout && area.size() == m_layout->area && look.lays_out_like(m_layout->look)
-        && text == m_layout->source;
+        && text == m_layout->source && m_layout->fonts == fonts_revision();
     if (!is_ready)
         lay_out(area.size(), text, look);
     const QPointF place = area.topLeft() + m_layout->offset;

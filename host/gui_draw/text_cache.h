@@ -4,6 +4,7 @@
 #include "kept_drawing.h"
 #include "text_picture.h"
 
+#include <QColor>
 #include <QPointF>
 #include <QSizeF>
 #include <QStaticText>
@@ -31,6 +32,10 @@ struct TextLook {
     bool lays_out_like(const TextLook& other) const;
 };
 
+/// ARGB in which a text's shadow is drawn, and pixels from the text to it.
+QColor text_shadow_color();
+constexpr QPointF text_shadow_offset(1, 1);
+
 /// A text laid out once and drawn many times, for as long as it, its look and the size of its area stay the same: what
 /// only moves costs nothing. What does not fit is cut at the area's edge; a single line that is too
 /// long ends in an ellipsis.
@@ -50,6 +55,7 @@ private:
         QPointF offset;
         QStaticText text;
         QFont font;
+        quint64 fonts = 0; ///< fonts_revision()
         TextPicture picture;
 
         void draw(QPainter& painter, QPointF place, TextPicture::Ink ink) const;

@@ -6,6 +6,7 @@
 #include "core/language.h"
 #include "engine/base_world.h"
 #include "engine/scene_selection.h"
+#include "font_library.h"
 #include "function_names.h"
 #include "gui_core/control_class.h"
 #include "gui_core/control_style.h"
@@ -43,6 +44,8 @@ using tarn::DialogState;
 using tarn::ImageButtonState;
 using tarn::key;
 using tarn::lang;
+using tarn::MapState;
+using tarn::PictureState;
 using tarn::Status;
 
 namespace {
@@ -122,6 +125,7 @@ void CGuiPlugScene::join(tarn::Document& document)
 {
     m_core = std::make_unique<CGuiCore>(document);
     m_style_library = std::make_unique<tarn::StyleLibrary>(*m_core);
+    m_fonts = std::make_unique<tarn::FontLibrary>(*m_core);
     m_events = std::make_unique<CEventManager>(document);
     m_animation = std::make_unique<CAnimationScene>(document);
     m_animation->set_target_kind(tarn::TimerObjectType::Control, &m_control_target);
@@ -344,6 +348,7 @@ void CGuiPlugScene::RemoveDialogs(const std::vector<CDXUTDialog*>& dialogs)
             controls += dialog->controls();
         const tarn::PictureRelease release(*m_core, functions(), controls);
         const tarn::MovieRelease movies(document(), controls);
+        const tarn::FontRelease fonts(*m_core, *m_fonts);
         m_core->remove_dialogs(dialogs);
     }
     m_world->broadcast(tarn::ui_scene_changed);
@@ -354,6 +359,7 @@ void CGuiPlugScene::RemoveCtrl(CDXUTControl* control)
     const tarn::UserAction action(journal(), lang(u"删除控件", u"Remove Control"));
     const tarn::PictureRelease release(*m_core, functions(), std::span(&control, control ? 1 : 0));
     const tarn::MovieRelease movies(document(), std::span(&control, control ? 1 : 0));
+    const tarn::FontRelease fonts(*m_core, *m_fonts);
     m_core->remove_control(control);
 }
 
@@ -362,6 +368,7 @@ void CGuiPlugScene::RemoveCtrls(const std::vector<CDXUTControl*>& controls)
     const tarn::UserAction action(journal(), lang(u"删除控件", u"Remove Control"));
     const tarn::PictureRelease release(*m_core, functions(), controls);
     const tarn::MovieRelease movies(document(), controls);
+    const tarn::FontRelease fonts(*m_core, *m_fonts);
     m_core->remove_controls(controls);
 }
 
@@ -373,6 +380,7 @@ void CGuiPlugScene::RemoveMenu(CDXUTMenu* menu)
     std::vector<const tarn::ModelObject*> objects(menu->items().begin(), menu->items().end());
     objects.push_back(menu);
     const tarn::PictureRelease release(*m_core, functions(), objects);
+    const tarn::FontRelease fonts(*m_core, *m_fonts);
     m_core->remove_menu(menu);
 }
 

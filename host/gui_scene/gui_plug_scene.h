@@ -30,6 +30,7 @@ class MouseTool;
 class SceneInWorld;
 class SceneOverlay;
 class SceneTools;
+class FontLibrary;
 class StyleLibrary;
 
 struct TextureBinding {
@@ -149,6 +150,15 @@ public:
     /// Everything is drawn by what the styles say now.
     void update_all_ctrl_element();
 
+    // Fonts of the package. One that nothing names any more leaves it.
+    tarn::FontLibrary& fonts() const { return *m_fonts; }
+    /// The texts of `owner`, see tarn::look_owner(), are in that family; empty for the usual one.
+    void set_look_font(int owner, const QString& family);
+    /// The same with the font in the file `path`, which is taken into the package. On failure nothing changes.
+    tarn::Status take_look_font(int owner, const QString& path);
+    /// The font of that entry goes; what is written in it takes the usual one.
+    void remove_font(const QString& entry);
+
     // The texture of the world on which a dialog is drawn there. It belongs to the world, so unbinding leaves it.
     std::optional<tarn::TextureBinding> SearchTexbindByDialog(const CDXUTDialog* dialog) const;
     /// `texture` is a name in the scene's textures. Colour and mouse stay those of the binding before.
@@ -221,6 +231,7 @@ private:
     std::unique_ptr<CEventManager> m_events; ///< the core closes the document that they are part of
     std::unique_ptr<CGuiCore> m_core;
     std::unique_ptr<tarn::StyleLibrary> m_style_library;
+    std::unique_ptr<tarn::FontLibrary> m_fonts;
     tarn::EventRunner m_runner{*this};
     tarn::GuiSceneModel m_model{*this};
     std::unique_ptr<tarn::SceneInWorld> m_in_world; ///< made with the world

@@ -2,6 +2,7 @@
 
 #include "core/language.h"
 #include "engine/base_world.h"
+#include "font_library.h"
 #include "gui_core/gui_style.h"
 #include "gui_plug_scene.h"
 #include "store/filefun.h"
@@ -21,6 +22,33 @@ namespace {
 bool is_lent_as(const CGuiStyle& style, const CGuiStyle& wanted)
 {
     return style.origin() == wanted.origin() && style.name() == wanted.name();
+}
+
+/// Those of the package that the style names, by their names there.
+QMap<QString, QByteArray> fonts_of(tarn::FontLibrary& library, const StyleState& style)
+{
+    QMap<QString, QByteArray> fonts;
+    for (const QString& family : tarn::font_families_of(style))
+        if (const auto* font = library.find(family))
+            fonts.insert(font->entry.mid(tarn::font_entry({}).size()), font->content);
+    return fonts;
+}
+
+/// Answers the entries that are new. What is no font is told as a missing one.
+QStringList take_fonts(tarn::FontLibrary& library, const QMap<QString, QByteArray>& fonts)
+{
+    const auto entries = [&] {
+        QStringList all;
+        for (const tarn::FontLibrary::Font& font : library.fonts())
+            all.append(font.entry);
+        return all;
+    };
+    const QStringList before = entries();
+    for (auto font = fonts.begin(); font != fonts.end(); ++font)
+        (void)library.take(font.key(), font.value());
+    QStringList came = entries();
+    came.removeIf([&](const QString& entry) { return before.contains(entry); });
+    return came;
 }
 
 } // namespace
@@ -47,12 +75,15 @@ QList<CGuiStyle*> CGuiPlugScene::styles()
 Status CGuiPlugScene::ChangeStyle(CGuiStyle* style)
 {
     const tarn::UserAction action(journal(), lang(u"应用风格", u"Apply Style"));
+    const tarn::FontRelease release(*m_core, *m_fonts);
     if (style && !style->is_attached()) {
         auto read = tarn::read_style_file(m_style_library->path_of(*style));
         if (!read)
             return read.status();
-        static_cast<StyleState&>(*read.value()).origin = int(style->origin());
-        style = m_core->add_style(std::move(read.value()));
+        static_cast<StyleState&>(*read.value().state).origin = int(style->origin());
+        const QStringList came = take_fonts(*m_fonts, read.value().fonts);
+        style = m_core->add_style(std::move(read.value().state));
+        m_fonts->drop_unnamed(came);
     }
     m_core->set_scene_style(style);
     return {};
@@ -66,9 +97,11 @@ Status CGuiPlugScene::save_current_style_as(const QString& name)
     auto& style = static_cast<StyleState&>(*state);
     style.name = name;
     filefun::create_path(tarn::StyleLibrary::user_folder());
-    if (auto status = tarn::write_style_file(tarn::StyleLibrary::file_of(name), style); !status)
+    if (auto status = tarn::write_style_file(tarn::StyleLibrary::file_of(name), style, fonts_of(*m_fonts, style));
+        !status)
         return status;
     const tarn::UserAction action(journal(), lang(u"保存风格", u"Save Style"));
+    const tarn::FontRelease release(*m_core, *m_fonts);
     CGuiStyle* replaced = m_core->find_style(name);
     if (CGuiStyle* saved = m_core->add_style(std::move(state)))
         m_core->set_scene_style(saved);
@@ -87,6 +120,7 @@ void CGuiPlugScene::remove_style(CGuiStyle* style)
     if (!style || !style->is_attached())
         return;
     const tarn::UserAction action(journal(), lang(u"删除风格", u"Remove Style"));
+    const tarn::FontRelease release(*m_core, *m_fonts);
     m_core->remove_style(*style);
 }
 
@@ -98,8 +132,39 @@ QString CGuiPlugScene::style_file(const QString& name) const
 void CGuiPlugScene::reset_style()
 {
     const tarn::UserAction action(journal(), lang(u"重置风格", u"Reset Style"));
+    const tarn::FontRelease release(*m_core, *m_fonts);
     m_core->InitElements();
     update_all_ctrl_element();
+}
+
+void CGuiPlugScene::set_look_font(int owner, const QString& family)
+{
+    const tarn::UserAction action(journal(), lang(u"设置字体", u"Set Font"));
+    const tarn::FontRelease release(*m_core, *m_fonts);
+    m_core->set_look_font(owner, family);
+}
+
+Status CGuiPlugScene::take_look_font(int owner, const QString& path)
+{
+    const tarn::UserAction action(journal(), lang(u"添加字体", u"Add Font"));
+    const auto family = m_fonts->take_file(path);
+    if (family)
+        set_look_font(owner, family.value());
+    return family.status();
+}
+
+void CGuiPlugScene::remove_font(const QString& entry)
+{
+    const auto& all = m_fonts->fonts();
+    const auto font = std::ranges::find(all, entry, &tarn::FontLibrary::Font::entry);
+    if (font == all.end())
+        return;
+    const QStringList families = font->families;
+    const QString gone = entry; // It may be the font's own, which moves when the package changes.
+    const tarn::UserAction action(journal(), lang(u"移除字体", u"Remove Font"));
+    for (tarn::ModelObject* object : document().objects())
+        tarn::forget_font_families(*object, families);
+    m_fonts->remove(gone);
 }
 
 void CGuiPlugScene::update_all_ctrl_element()

@@ -7,6 +7,7 @@
 #include "core/language.h"
 #include "engine/base_world.h"
 #include "engine/world_models.h"
+#include "font_library.h"
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
 #include "gui_core/dxut_menu.h"
@@ -22,6 +23,8 @@
 #include "world/world_scene.h"
 
 #include <QHash>
+
+#include <utility>
 
 namespace tarn {
 
@@ -139,6 +142,32 @@ void find_missing_files(ModelObject& object, const QString& name, const Document
     if (const QString movie = movie_entry_of(state); !movie.isEmpty())
         look_for(movie, lang(u"影片 %1 已损坏，无法播放。", u"The movie %1 is damaged and cannot be played."),
                  lang(u"影片 %1 不在文件包中。", u"The movie %1 is not in the package."));
+}
+
+/// Which fonts there are is a matter of the machine too: another one may have them.
+void find_missing_fonts(CGuiPlugScene& scene, ModelObject& object, const QString& name, Problems& problems)
+{
+    QStringList families = font_families_of(Authored::state(object));
+    families.removeDuplicates();
+    for (const QString& family : std::as_const(families))
+        if (!scene.fonts().find(family) && !has_font_family(family))
+            problems.push_back(
+                {.object = dynamic_cast<CGuiStyle*>(&object) ? nullptr : &object,
+                 .place = name.isEmpty() ? lang(u"风格", u"Style") : name,
+                 .text = lang(u"字体 %1 既未安装，也不在文件包中，将以 %2 代替。",
+                              u"The font %1 is neither installed nor in the package; %2 is shown instead.")
+                             .arg(family, drawn_font_family(family)),
+                 .is_warning = true});
+}
+
+void find_broken_fonts(CGuiPlugScene& scene, Problems& problems)
+{
+    for (const FontLibrary::Font& font : scene.fonts().fonts())
+        if (font.families.isEmpty() && has_fonts())
+            problems.push_back(
+                {nullptr, font.entry,
+                 lang(u"文件包中的这个文件不是可用的字体，未使用；保存时保持原样。",
+                      u"This file of the package is no font that can be used; saving keeps it as it is.")});
 }
 
 /// Objects whose models cannot be read, and actions that these do not have.
@@ -279,6 +308,7 @@ Problems ProblemFinder::find(CGuiPlugScene& scene)
         const QString name = name_of(*object);
         find_missing_files(*object, name, document, problems);
         find_broken_atlas(*object, name, document, problems);
+        find_missing_fonts(scene, *object, name, problems);
         find_broken_menus(scene, *object, name, problems);
         find_missing_functions(scene, *object, name, problems);
     }
@@ -301,6 +331,7 @@ Problems ProblemFinder::find(CGuiPlugScene& scene)
     if (scene.world())
         find_faulty_models(*scene.world(), problems);
     find_damaged_entries(document, problems);
+    find_broken_fonts(scene, problems);
     find_held_values(core, problems);
     return problems;
 }

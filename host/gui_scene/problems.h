@@ -10,9 +10,9 @@ class CGuiPlugScene;
 namespace tarn {
 
 /// Looks for what is broken in a scene: events whose function or control is gone, pictures that are named but missing or
-/// damaged, functions with faults or that ask for objects by names that nothing has, names that several objects have. All of these are kept as they are, also by a save:
-/// what is missing may come back. Values that were held to their range when the scene was read are told until they are
-/// set.
+/// damaged, fonts that are neither in the package nor on the machine, functions with faults or that ask for objects by
+/// names that nothing has, names that several objects have. All of these are kept as they are, also by a save: what is
+/// missing may come back. Values that were held to their range when the scene was read are told until they are set.
 class ProblemFinder {
 public:
     using Problems = std::vector<SceneModel::Problem>;

@@ -1,6 +1,7 @@
 #include "scene_merge.h"
 
 #include "core/language.h"
+#include "font_library.h"
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
 #include "gui_core/gui_style.h"
@@ -130,6 +131,25 @@ void merge_styles(SceneSnapshot& objects, CGuiCore& core, ObjectRef their_style,
         core.remove_style(*style);
 }
 
+/// Leaves out the fonts that the scene has under whatever name; answers the entries of the others.
+QStringList fonts_to_take(SceneSnapshot& content, const Document& document)
+{
+    QSet<QByteArray> present;
+    const auto& files = document.files();
+    for (auto file = files.lowerBound(font_entry({})); file != files.end() && is_font_entry(file.key()); ++file)
+        present.insert(file.value());
+    QStringList taken;
+    content.files.removeIf([&](const auto& file) {
+        if (!is_font_entry(file.key()))
+            return false;
+        const bool is_known = present.contains(file.value());
+        if (!is_known)
+            taken.append(file.key());
+        return is_known;
+    });
+    return taken;
+}
+
 std::size_t count_of(const SceneSnapshot& objects)
 {
     std::size_t count = 0;
@@ -159,6 +179,7 @@ Status merge_content(CGuiPlugScene& scene, SceneSnapshot content, const QString&
     QHash<QString, QString> renamed;
     // An atlas that could not be read stands among the files, under an id that is another style's here.
     content.files.removeIf([](const auto& file) { return file.key().startsWith(QLatin1String("styles/")); });
+    QStringList their_fonts = fonts_to_take(content, document);
     content.files = new_files(content.files, core, renamed);
     follow_renamed(content, renamed);
     merge_functions(content, scene, issued);
@@ -168,6 +189,9 @@ Status merge_content(CGuiPlugScene& scene, SceneSnapshot content, const QString&
     document.append(std::move(content));
     if (replace_styles)
         core.set_scene_style(document.find_as<CGuiStyle>(their_style.id));
+    for (QString& entry : their_fonts)
+        entry = renamed.value(entry, entry);
+    scene.fonts().drop_unnamed(their_fonts); // Those of styles that stayed behind.
     return {};
 }
 

@@ -2,6 +2,7 @@
 
 #include "core/field.h"
 #include "core/language.h"
+#include "font_library.h"
 #include "gui_core/look_parts.h"
 #include "gui_core/style_state.h"
 #include "store/enough_memory.h"
@@ -96,6 +97,20 @@ Status read_entries(const CPakFile& package, StyleState& style)
     return status;
 }
 
+/// Those that are damaged or too large are left out: the style can be shown without.
+QMap<QString, QByteArray> read_fonts(const CPakFile& package)
+{
+    QMap<QString, QByteArray> fonts;
+    for (const QString& entry : package.names()) {
+        if (!is_font_entry(entry) || package.size_of(entry) > FontLibrary::largest_file
+            || fonts.size() >= FontLibrary::most_fonts)
+            continue;
+        if (auto content = package.read_file(entry))
+            fonts.insert(entry.mid(font_entry({}).size()), std::move(content.value()));
+    }
+    return fonts;
+}
+
 } // namespace
 
 bool is_file_name(const QString& style)
@@ -110,7 +125,7 @@ QString style_name_of(const QString& path)
     return QFileInfo(path).completeBaseName();
 }
 
-Status write_style_file(const QString& path, const StyleState& style)
+Status write_style_file(const QString& path, const StyleState& style, const QMap<QString, QByteArray>& fonts)
 {
     return with_enough_memory([&]() -> Status {
         CPakFile package;
@@ -128,13 +143,15 @@ Status write_style_file(const QString& path, const StyleState& style)
             status = package.add_file(style_entry, QByteArray::fromStdString(writer.text()));
         if (status && !style.atlas.is_null())
             status = package.add_file(picture_entry, style.atlas.png());
+        for (auto font = fonts.begin(); status && font != fonts.end(); ++font)
+            status = package.add_file(font_entry(font.key()), font.value());
         return status ? package.close() : status;
     });
 }
 
-Result<StatePtr> read_style_file(const QString& path)
+Result<StyleFile> read_style_file(const QString& path)
 {
-    return with_enough_memory([&]() -> Result<StatePtr> {
+    return with_enough_memory([&]() -> Result<StyleFile> {
         CPakFile package;
         if (auto opened = package.open(path); !opened)
             return opened;
@@ -147,7 +164,7 @@ Result<StatePtr> read_style_file(const QString& path)
         style.parent = style.base = {};
         style.unknown.clear();
         style.name = style_name_of(path).left(StyleState::max_name);
-        return state;
+        return StyleFile{state, read_fonts(package)};
     });
 }
 

@@ -3,6 +3,8 @@
 #include "core/object_state.h"
 #include "core/status.h"
 
+#include <QByteArray>
+#include <QMap>
 #include <QString>
 
 namespace tarn {
@@ -14,10 +16,15 @@ bool is_file_name(const QString& style);
 /// The name of the style in the file `path`.
 QString style_name_of(const QString& path);
 
-/// Writes the style, which is based on none, as a package of its own; what was at `path` is replaced whole or stays whole.
-Status write_style_file(const QString& path, const StyleState& style);
+/// Writes the style, which is based on none, as a package of its own, with the fonts by their names ("letters.ttf"); what
+/// was at `path` is replaced whole or stays whole.
+Status write_style_file(const QString& path, const StyleState& style, const QMap<QString, QByteArray>& fonts = {});
 
-/// The style in the file `path`, which counts as hostile, under the file's name. It has no id yet.
-Result<StatePtr> read_style_file(const QString& path);
+struct StyleFile {
+    StatePtr state;                  ///< without an id
+    QMap<QString, QByteArray> fonts; ///< by their names; whether they are any nobody has looked
+};
+/// The style in the file `path`, which counts as hostile, under the file's name.
+Result<StyleFile> read_style_file(const QString& path);
 
 } // namespace tarn

@@ -1,7 +1,8 @@
 #include "control_clipboard.h"
-#include "core/authored.h"
 
+#include "clipboard_files.h"
 #include "control_commands.h"
+#include "core/authored.h"
 #include "core/field.h"
 #include "core/json_reader.h"
 #include "core/json_writer.h"
@@ -11,18 +12,13 @@
 #include "gui_core/control_class.h"
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
-#include "gui_core/dxut_media.h"
 #include "gui_core/dxut_menu.h"
-#include "gui_core/texture_name.h"
 #include "gui_scene/gui_plug_scene.h"
-#include "gui_scene/picture_names.h"
 #include "store/enough_memory.h"
-#include "store/pak_rules.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QMimeData>
-#include <QSet>
 
 #include <algorithm>
 #include <memory>
@@ -41,29 +37,9 @@ constexpr double paste_step = 10; ///< pixels from a control to its copy in the 
 struct Content {
     std::vector<StatePtr> controls;
     QMap<QString, QByteArray> dialogs; ///< the texts of a scene that holds them, by entry of a package
-    QMap<QString, QByteArray> files;   ///< pictures and movies, by entry of a package
-    QHash<quint32, QString> menus;     ///< names of those that the controls open, by their ids
+    ClipboardFiles files;
+    QHash<quint32, QString> menus; ///< names of those that the controls open, by their ids
 };
-
-void add_files_of(const ModelObject& object, QMap<QString, QByteArray>& used)
-{
-    const auto& files = object.document().files();
-    for (const QString& entry : file_entries(Authored::state(object)))
-        if (const auto file = files.find(entry); file != files.end())
-            used.insert(entry, *file);
-}
-
-void write_files(JsonWriter& writer, const QMap<QString, QByteArray>& used)
-{
-    writer.key("pictures");
-    writer.begin_object();
-    for (auto file = used.begin(); file != used.end(); ++file) {
-        writer.new_line();
-        const QByteArray quoted = '"' + file.value().toBase64() + '"';
-        writer.raw_member(file.key(), {quoted.constData(), std::size_t(quoted.size())});
-    }
-    writer.end_object();
-}
 
 /// What the controls refer to, apart from their dialog.
 template <class Visit>
@@ -107,23 +83,6 @@ Status read_control(JsonCursor& value, Content& content)
     return status;
 }
 
-Status read_file(const QString& entry, JsonCursor& value, Content& content)
-{
-    const bool may_be = entry.startsWith(texture_entry({})) || entry.startsWith(CDXUTFlash::movie_entry({}));
-    if (!may_be || !check_entry_name(entry))
-        return value.fail(lang(u"\"%1\" 不是图片或影片的名称", u"\"%1\" is no name of a picture or movie").arg(entry));
-    if (content.files.contains(entry))
-        return value.fail(lang(u"\"%1\" 出现了两次", u"\"%1\" appears twice").arg(entry));
-    QString text;
-    if (auto status = value.read(text); !status)
-        return status;
-    const auto decoded = QByteArray::fromBase64Encoding(text.toLatin1(), QByteArray::AbortOnBase64DecodingErrors);
-    if (!decoded)
-        return value.fail(lang(u"文件 \"%1\" 已损坏", u"the file \"%1\" is damaged").arg(entry));
-    content.files.insert(entry, decoded.decoded);
-    return {};
-}
-
 Status read_content(const QByteArray& text, Content& content)
 {
     if (text.size() > max_text)
@@ -140,8 +99,9 @@ Status read_content(const QByteArray& text, Content& content)
                 return part.read_raw(content.dialogs[from_utf8(name)]);
             });
         if (key == "pictures")
-            return value.each_member(
-                [&](std::string_view name, JsonCursor& file) { return read_file(from_utf8(name), file, content); });
+            return value.each_member([&](std::string_view name, JsonCursor& file) {
+                return read_file(from_utf8(name), file, content.files);
+            });
         if (key == "menus")
             return value.each_member([&](std::string_view id, JsonCursor& name) {
                 return name.read(content.menus[from_utf8(id).toUInt()]);
@@ -158,25 +118,6 @@ Status read_content(const QByteArray& text, Content& content)
     if (content.controls.empty() && content.dialogs.isEmpty())
         return Status::error(lang(u"其中没有控件", u"there are no controls in it"));
     return {};
-}
-
-/// Pictures and movies go into the scene under their names, or under new ones that the controls follow.
-void add_files(CGuiCore& core, Content& content)
-{
-    QMap<QString, QByteArray> used;
-    for (const StatePtr& control : content.controls) {
-        for (const QString& entry : file_entries(*control))
-            if (const auto file = content.files.find(entry); file != content.files.end())
-                used.insert(entry, *file);
-    }
-    QHash<QString, QString> renamed;
-    const auto added = new_files(used, core, renamed);
-    for (StatePtr& control : content.controls)
-        follow_renamed(*control, renamed);
-    if (added.isEmpty())
-        return;
-    core.document().edit_files([&](auto& files) { files.insert(added); });
-    core.add_damage(QRectF(QPointF(), core.screen_size())); // Others may have named a picture that was missing.
 }
 
 /// Menus stay in their scene. Controls that come to another one keep none that is not there under the same id and name.
@@ -222,7 +163,7 @@ double free_shift(const Content& content, const CDXUTDialog& dialog)
 
 } // namespace
 
-QByteArray clipboard_text(const std::vector<CDXUTControl*>& controls)
+QByteArray clipboard_text(const CGuiPlugScene& scene, const std::vector<CDXUTControl*>& controls)
 {
     JsonWriter writer;
     writer.begin_object();
@@ -236,9 +177,9 @@ QByteArray clipboard_text(const std::vector<CDXUTControl*>& controls)
     }
     writer.end_array();
     write_menus(writer, controls);
-    QMap<QString, QByteArray> files;
+    ClipboardFiles files;
     for (const CDXUTControl* control : controls)
-        add_files_of(*control, files);
+        add_files_of(scene, Authored::state(*control), files);
     write_files(writer, files);
     writer.end_object();
     return QByteArray::fromStdString(writer.text());
@@ -256,11 +197,11 @@ QByteArray clipboard_text_of_dialogs(const CGuiPlugScene& scene)
     for (auto text = told.texts.begin(); text != told.texts.end(); ++text)
         writer.raw_member(text.key(), {text->constData(), std::size_t(text->size())});
     writer.end_object();
-    QMap<QString, QByteArray> files;
+    ClipboardFiles files;
     for (const CDXUTDialog* dialog : selected_dialogs(scene.gui_core())) {
-        add_files_of(*dialog, files);
+        add_files_of(scene, Authored::state(*dialog), files);
         for (const CDXUTControl* control : dialog->controls())
-            add_files_of(*control, files);
+            add_files_of(scene, Authored::state(*control), files);
     }
     write_files(writer, files);
     writer.end_object();
@@ -278,7 +219,7 @@ void paste_controls(CGuiPlugScene& scene, Content& content)
     std::vector<CDXUTControl*> pasted;
     {
         const UserAction action(scene.journal(), lang(u"粘贴控件", u"Paste Control"));
-        add_files(core, content);
+        take_files(scene, content.controls, content.files);
         keep_own_menus(core, content);
         for (const auto& control : content.controls)
             pasted.push_back(add_copy(core, *control, home, {shift, shift}));

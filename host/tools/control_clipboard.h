@@ -11,11 +11,11 @@ class CGuiPlugScene;
 
 namespace tarn {
 
-/// The clipboard's format for controls or dialogs: JSON, as in a package, with the pictures and movies that they show.
+/// The clipboard's format for controls or dialogs: JSON, as in a package, with the pictures, movies and fonts that they show.
 constexpr const char* clipboard_mime_type = "application/x-tarn-objects";
 
 /// Controls as text for the clipboard, those of the lower layers first.
-QByteArray clipboard_text(const std::vector<CDXUTControl*>& controls);
+QByteArray clipboard_text(const CGuiPlugScene& scene, const std::vector<CDXUTControl*>& controls);
 
 /// The selected dialogs, with their controls and scripts.
 QByteArray clipboard_text_of_dialogs(const CGuiPlugScene& scene);

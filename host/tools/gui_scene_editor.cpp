@@ -13,6 +13,7 @@
 #include "gui_scene/gui_plug_scene.h"
 #include "gui_scene/removal_title.h"
 #include "gui_scene/world_removal.h"
+#include "look_clipboard.h"
 #include "picture_drop.h"
 #include "selection_edit.h"
 #include "selection_overlay.h"
@@ -40,7 +41,7 @@ struct Row {
 
 using E = GuiSceneEditor;
 
-/// The first six stand in the Edit menu, all but the last three in every context menu.
+/// The first eight stand in the Edit menu, all but the last three in every context menu.
 constexpr Row table[] = {
     {E::cut, u"剪切(&T)", u"Cu&t", QKeySequence::Cut, 21, true},
     {E::copy, u"复制(&C)", u"&Copy", QKeySequence::Copy, 19, false},
@@ -48,6 +49,8 @@ constexpr Row table[] = {
     {E::duplicate, u"再制(&D)", u"&Duplicate", QKeySequence::UnknownKey, 18, false},
     {E::remove, u"删除(&L)", u"De&lete", QKeySequence::Delete, 6420, false},
     {E::all, u"全选(&A)", u"Select &All", QKeySequence::SelectAll, 6162, true},
+    {E::copy_own_look, u"复制外观(&K)", u"Copy Loo&k", QKeySequence::UnknownKey, 0, true},
+    {E::paste_own_look, u"粘贴外观(&O)", u"Paste L&ook", QKeySequence::UnknownKey, 0, false},
     {E::to_top, u"置顶", u"Bring to Top", QKeySequence::UnknownKey, 6427, true},
     {E::one_up, u"上移一层", u"Move Up", QKeySequence::UnknownKey, 6052, false},
     {E::one_down, u"下移一层", u"Move Down", QKeySequence::UnknownKey, 6412, false},
@@ -59,10 +62,19 @@ constexpr Row table[] = {
     {E::add_path, u"在此添加路径", u"Add a Path Here", QKeySequence::UnknownKey, 0, false},
     {E::add_panel, u"在此添加面板", u"Add a Panel Here", QKeySequence::UnknownKey, 0, false},
 };
-constexpr std::size_t edit_menu_length = 6;
+constexpr std::size_t edit_menu_length = 8;
 constexpr std::size_t world_length = 3; ///< the last ones, of a menu that opens on the world
 
-const QKeySequence duplicate_keys(Qt::CTRL | Qt::Key_D);
+/// Those that no platform has its own for.
+QKeySequence keys_of(const Row& row)
+{
+    switch (row.id) {
+    case E::duplicate: return {Qt::CTRL | Qt::Key_D};
+    case E::copy_own_look: return {Qt::CTRL | Qt::ALT | Qt::Key_C};
+    case E::paste_own_look: return {Qt::CTRL | Qt::ALT | Qt::Key_V};
+    default: return {row.keys};
+    }
+}
 
 bool has_unlocked_control(const SelectionRecord& selection)
 {
@@ -89,7 +101,7 @@ bool has_controls(const CGuiCore& core)
 void copy_selected(CGuiPlugScene& scene, bool unlocked_only)
 {
     const CGuiCore& core = scene.gui_core();
-    copy_to_clipboard(core.selection().controls_selected ? clipboard_text(selected_controls(core, unlocked_only))
+    copy_to_clipboard(core.selection().controls_selected ? clipboard_text(scene, selected_controls(core, unlocked_only))
                                                          : clipboard_text_of_dialogs(scene));
 }
 
@@ -128,7 +140,7 @@ EditCommand GuiSceneEditor::described(Command command) const
                                    [&](const Row& entry) { return entry.id == command; });
     EditCommand described{.id = row.id,
                           .name = lang(row.chinese, row.english),
-                          .keys = row.id == duplicate ? duplicate_keys : QKeySequence(row.keys),
+                          .keys = keys_of(row),
                           .icon = row.icon,
                           .enabled = is_enabled(row.id),
                           .checked = row.id == lock && all_locked(m_scene.gui_core()),
@@ -258,12 +270,12 @@ void GuiSceneEditor::set_view_setting(const QString& key, quint32 value)
         world->update_all_views();
 }
 
-bool GuiSceneEditor::can_paste() const
+GuiSceneEditor::Pastable GuiSceneEditor::can_paste() const
 {
     QClipboard* clipboard = QGuiApplication::clipboard();
     if (!m_can_paste) {
         // Asking another program what it put there may take long, and menus ask often.
-        m_can_paste = clipboard_has_objects();
+        m_can_paste = Pastable{clipboard_has_objects(), clipboard_has_look()};
         QObject::connect(
             clipboard, &QClipboard::dataChanged, &m_clipboard_listener, [this] { m_can_paste.reset(); },
             Qt::SingleShotConnection);
@@ -285,7 +297,9 @@ bool GuiSceneEditor::is_enabled(int command) const
     case add_path:
     case add_panel: return true;
     case lock: return controls;
-    case paste: return can_paste();
+    case paste: return can_paste().objects;
+    case copy_own_look: return controls;
+    case paste_own_look: return controls && can_paste().look;
     case cut:
     case remove:
     case hide: return dialogs || has_unlocked_control(selection);
@@ -308,6 +322,8 @@ Status GuiSceneEditor::run(int command)
     case copy: copy_selected(m_scene, false); break;
     case paste: return paste_clipboard(m_scene);
     case duplicate: return duplicate_selected_objects(m_scene);
+    case copy_own_look: copy_look(m_scene); break;
+    case paste_own_look: return paste_look(m_scene);
     case remove: remove_selected(m_scene); break;
     case all: select_all(m_scene); break;
     case to_top: move_selected_layers(m_scene, Layer::Top); break;

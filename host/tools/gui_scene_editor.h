@@ -27,6 +27,8 @@ public:
         duplicate,
         remove,
         all,
+        copy_own_look,
+        paste_own_look,
         to_top,
         one_up,
         one_down,
@@ -55,13 +57,18 @@ private:
     EditCommand described(Command command) const;
     std::vector<EditCommand> all_commands() const;
     bool is_enabled(int command) const;
-    bool can_paste() const;
+    /// What the clipboard has.
+    struct Pastable {
+        bool objects = false;
+        bool look = false;
+    };
+    Pastable can_paste() const;
 
     CGuiPlugScene& m_scene;
     AidsLayer& m_aids;
     WorldMouse& m_world;
-    QPointF m_menu_place;                    ///< of the context menu that was opened last
-    mutable std::optional<bool> m_can_paste; ///< none until asked for since the clipboard changed
+    QPointF m_menu_place;                        ///< of the context menu that was opened last
+    mutable std::optional<Pastable> m_can_paste; ///< none until asked for since the clipboard changed
     mutable QObject m_clipboard_listener;
 };
 

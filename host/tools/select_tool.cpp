@@ -3,7 +3,9 @@
 #include "aids_layer.h"
 #include "animation/animation_scene.h"
 #include "center_gesture.h"
+#include "engine/base_world.h"
 #include "gui_core/dxut_dialog.h"
+#include "gui_draw/element_at.h"
 #include "gui_scene/gui_plug_scene.h"
 #include "guide_gesture.h"
 #include "marquee_gesture.h"
@@ -203,6 +205,7 @@ void SelectTool::release(const MouseEvent& event)
         gesture->finish();
     } else {
         click(m_press_place);
+        choose_element(m_press_place);
         if (!(event.modifiers & (Qt::ControlModifier | Qt::ShiftModifier)))
             m_last_click = m_press_place;
     }
@@ -226,6 +229,25 @@ void SelectTool::click(QPointF place)
         select(m_scene, *picked, m_click == Click::Add);
     else
         select(m_scene, std::next(picked) == targets.end() ? targets.front() : *std::next(picked), false);
+}
+
+/// The page that edits elements goes on with the one that was clicked.
+void SelectTool::choose_element(QPointF place)
+{
+    CGuiCore& core = m_scene.gui_core();
+    if (!core.view_aids().picks_elements || m_click == Click::Clear)
+        return;
+    const auto targets = targets_at(core, place);
+    const auto clicked = std::find_if(targets.begin(), targets.end(),
+                                      [&](const Target& target) { return is_selected(core, target); });
+    if (clicked == targets.end())
+        return;
+    const auto part = clicked->control ? element_at(core, *clicked->control, place)
+                                       : element_at(core, *clicked->dialog, place);
+    if (!part)
+        return;
+    core.set_current_element(*part);
+    m_scene.world()->broadcast(ui_selection_changed);
 }
 
 void SelectTool::cancel()

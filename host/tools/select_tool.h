@@ -40,6 +40,7 @@ private:
     void drag(const MouseEvent& event);
     void release(const MouseEvent& event);
     void click(QPointF place);
+    void choose_element(QPointF place);
     int handle_under(QPointF place) const;
     const CDXUTControl* center_under(QPointF place) const;
     std::optional<Guide> guide_under(QPointF place) const;

@@ -47,6 +47,10 @@
 <context>
     <name>CDlgElementEditor</name>
     <message>
+        <source>字体...</source>
+        <translation>Font...</translation>
+    </message>
+    <message>
         <source>颜色</source>
         <translation>Color</translation>
     </message>
@@ -57,18 +61,6 @@
     <message>
         <source>色板</source>
         <translation>Palette</translation>
-    </message>
-    <message>
-        <source>文字</source>
-        <translation>Text</translation>
-    </message>
-    <message>
-        <source>字体</source>
-        <translation>Font</translation>
-    </message>
-    <message>
-        <source>字号</source>
-        <translation>Size</translation>
     </message>
     <message>
         <source>还原此元素</source>
@@ -108,6 +100,45 @@
     <message>
         <source>编辑图片保存后请点击刷新图片</source>
         <translation>After saving the edited picture, click Refresh Picture</translation>
+    </message>
+</context>
+<context>
+    <name>CDlgDesignFont</name>
+    <message>
+        <source>字体</source>
+        <translation>Font</translation>
+    </message>
+    <message>
+        <source>从文件添加...</source>
+        <translation>Add from a File...</translation>
+    </message>
+    <message>
+        <source>移除</source>
+        <translation>Remove</translation>
+    </message>
+    <message>
+        <source>字号</source>
+        <translation>Size</translation>
+    </message>
+    <message>
+        <source>粗体</source>
+        <translation>Bold</translation>
+    </message>
+    <message>
+        <source>斜体</source>
+        <translation>Italic</translation>
+    </message>
+    <message>
+        <source>阴影</source>
+        <translation>Shadow</translation>
+    </message>
+    <message>
+        <source>文字颜色</source>
+        <translation>Text Color</translation>
+    </message>
+    <message>
+        <source>版权与许可</source>
+        <translation>Copyright and Licence</translation>
     </message>
 </context>
 </TS>

@@ -2,13 +2,6 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en" sourcelanguage="zh_CN">
 <context>
-    <name>CDlgDesignFont</name>
-    <message>
-        <source>文字字体</source>
-        <translation>Font design</translation>
-    </message>
-</context>
-<context>
     <name>CDlgGuiManager</name>
     <message>
         <source>整体</source>

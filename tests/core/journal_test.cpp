@@ -95,6 +95,29 @@ TEST_F(JournalTest, steps_merge_by_key_and_objects)
     EXPECT_EQ(m_a.text(), u"123"_s);
 }
 
+TEST_F(JournalTest, a_step_that_changes_less_than_the_one_it_merges_into_adds_to_it)
+{
+    const auto act_both = [&](const QString& text, Journal::Merging merging) {
+        const UserAction action(m_journal, u"both"_s, "typed", merging);
+        m_a.set(text);
+        m_b.set(text);
+    };
+    act_both(u"1"_s, Journal::Merging::Adds);
+    act(m_b, u"12"_s, "typed");
+    act(m_b, u"123"_s, "typed");
+    EXPECT_EQ(m_journal.step_count(), 1u);
+    ASSERT_TRUE(m_journal.undo());
+    EXPECT_EQ(m_a.text(), QString());
+    EXPECT_EQ(m_b.text(), QString());
+    ASSERT_TRUE(m_journal.redo());
+    EXPECT_EQ(m_a.text(), u"1"_s);
+    EXPECT_EQ(m_b.text(), u"123"_s);
+    act(m_a, u"other"_s);
+    act(m_a, u"alone"_s, "typed");
+    act_both(u"more"_s, Journal::Merging::Adds);
+    EXPECT_EQ(m_journal.step_count(), 4u) << "what changes more is a step of its own";
+}
+
 TEST_F(JournalTest, merging_stops_at_a_break_at_a_save_and_at_an_undo)
 {
     act(m_a, u"1"_s, "text");

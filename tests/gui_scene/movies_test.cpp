@@ -75,7 +75,7 @@ TEST_F(Movies, of_taken_names_are_renamed_when_scenes_are_merged_and_their_contr
 TEST_F(Movies, go_with_copies_of_their_controls_and_dialogs_into_another_scene)
 {
     fill_theirs();
-    const QByteArray of_controls = clipboard_text(core().controls());
+    const QByteArray of_controls = clipboard_text(m_scene, core().controls());
     core().SelectDialog(core().GetDialogs().first(), false);
     const QByteArray of_dialogs = clipboard_text_of_dialogs(m_scene);
     for (const QByteArray& text : {of_controls, of_dialogs}) {

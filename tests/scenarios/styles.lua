@@ -126,8 +126,43 @@ t.same(list:rows(), {{"Mine"}, {light}, {tavern}}, "the package keeps its style"
 t.same(view("kept") == mine, true, "and its look")
 styles:control(6431):click()
 t.same(studio.property_page(), "CDlgDesignFont", "the font page")
+local fonts = studio.page("CDlgDesignFont")
+fonts:control(7200):choose(0)
+fonts:control(7205):set_value(21)
+fonts:control(7205):blur()
+fonts:control(7206):click()
+t.same(view("larger") == mine, false, "larger and bolder letters show at once")
+t.same({fonts:control(7205):value(), fonts:control(7206):checked()}, {21, true}, "size and weight")
+studio.undo()
+studio.undo()
+t.same(view("smaller") == mine, true, "two steps of undo")
 styles:control(6437):click()
 t.same(studio.property_page(), "CDlgElementEditor", "the element editor")
+
+-- A click in the view chooses the element that is drawn there
+local bag = t.find(studio.dialogs(), "Inventory")
+local left, top = bag:get("x"), bag:get("y")
+local function chosen()
+    return {editor:control(6960):text(), editor:control(6961):text()}
+end
+studio.view:click(left + 60, top + 12)
+t.same(chosen(), {t.lang("窗口", "Dialog"), t.lang("标题栏", "Caption Bar")}, "the caption bar")
+studio.view:click(left + bag:get("width") - 12, top + 12)
+t.same(chosen(), {t.lang("窗口", "Dialog"), t.lang("关闭按钮", "Close Button")}, "the close button")
+
+-- The look of one button for another one
+local use, drop = t.find(studio.controls(bag), "btnUse"), t.find(studio.controls(bag), "btnDrop")
+use:set("style_colors", {["Body.normal"] = 0xffaa2266})
+use:set("font_size", 19)
+studio.select(use)
+local edit = t.lang("编辑", "Edit")
+studio.menu(edit, t.lang("复制外观", "Copy Look"))
+studio.select(drop)
+studio.menu(edit, t.lang("粘贴外观", "Paste Look"))
+t.same({drop:get("style_colors"), drop:get("font_size")}, {use:get("style_colors"), 19}, "the pasted look")
+t.same(drop:get("text"), "丢弃 Drop", "and nothing else")
+studio.undo()
+t.same(drop:get("font_size"), 0, "one step")
 
 -- Everything back
 t.same(studio.open(t.sample("hud.tarn")), true, "opening the sample again")

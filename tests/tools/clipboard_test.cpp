@@ -25,7 +25,7 @@ protected:
     {
         ASSERT_TRUE(m_scene.functions().set_function(name, body).ok());
     }
-    QByteArray copied(const std::vector<CDXUTControl*>& controls) { return clipboard_text(controls); }
+    QByteArray copied(const std::vector<CDXUTControl*>& controls) { return clipboard_text(m_scene, controls); }
 };
 
 /// A control's text without what a copy does not share.
