@@ -53,8 +53,8 @@ private:
     void on_switch_dialog();
 
     CReportListControl* m_list = nullptr;
-    std::vector<CButtonST*> m_type_buttons; ///< that create controls, as they stand
-    bool m_is_compact = false;              ///< they have no captions
+    std::vector<CButtonST*> m_type_buttons;       ///< that create controls, as they stand
+    bool m_is_compact = false;                    ///< they have no captions
     QString m_sought;                             ///< part of a name or a number; empty lists all
     const CDXUTDialog* m_filter_dialog = nullptr; ///< whose controls are listed; null lists those of all dialogs
     bool m_selecting = false;                     ///< this page is telling the others what it selected
