@@ -36,6 +36,7 @@ end
 local figure = add(from_file, t.sample("models/figure.glb"))
 t.same(figure.kind, "skeleton", "what the file holds")
 local path = add(a_path)
+path:set("x", 0)
 path:set("points", {0, 0, 0, 4, 0, 0, 8, 0, 0})
 local camera = add(a_camera)
 
