@@ -22,6 +22,8 @@ namespace tarn {
 
 namespace {
 
+constexpr int frames_in_turn = 2; ///< in which each view of the world is drawn once while the interface runs
+
 constexpr int largest_side = 2048; ///< pixels of a dialog's picture
 constexpr float map_height = 500;  ///< metres from which maps look down, and as far under the ground
 constexpr float nearest = 0.1f;    ///< metres
@@ -98,11 +100,21 @@ void SceneInWorld::update()
 {
     const QMatrix4x4 seen_from = m_world.camera().view_matrix();
     const quint64 models = m_world.models().library().revision();
-    if (!std::exchange(m_changed, false) && seen_from == m_seen_from && models == m_models)
-        return;
+    if (std::exchange(m_changed, false) || seen_from != m_seen_from || models != m_models)
+        m_frames_due = m_playing ? frames_in_turn : 1;
     m_seen_from = seen_from;
     m_models = models;
-    each_view([](CDXUTControl& control) { control.redraw(); });
+    if (m_frames_due == 0)
+        return;
+    // Each view is a picture of the whole world: while much moves they take turns, every other one a frame.
+    const bool all = m_frames_due == 1 && !m_playing;
+    int place = m_turn++;
+    each_view([&](CDXUTControl& control) {
+        if (all || place++ % frames_in_turn == 0)
+            control.redraw();
+    });
+    if (--m_frames_due > 0)
+        m_world.update_all_views();
 }
 
 QImage SceneInWorld::view(const CDXUTControl& control, QSize pixels)

@@ -72,6 +72,8 @@ private:
     bool m_playing = false;
     bool m_draws = false; ///< the dialogs; what they show of the world is as it was meanwhile
     bool m_changed = true;
+    int m_frames_due = 0; ///< in which views are drawn anew, since something changed
+    int m_turn = 0;       ///< of the views that are drawn in a frame
     mutable bool m_stale = true;
     mutable std::vector<Bound> m_bound;
     mutable QHash<QString, std::pair<QByteArray, QByteArray>> m_contents; ///< files and their SHA-256, by textures
