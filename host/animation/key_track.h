@@ -44,8 +44,8 @@ struct KeyRun {
     qsizetype index; ///< of the last of them
     float first;     ///< times
     float last;
-    float ease;       ///< of the last one
-    float ease_after; ///< of the key after it; 0 when there is none
+    float ease;       ///< of the only one; 0 for several
+    float ease_after; ///< of the key after an only one; 0 when there is none
 };
 
 /// The keys of a variable by their times, which ascend strictly. They lie in chunks of some hundred that copies of a track
@@ -186,12 +186,15 @@ void KeyTrack::each_run(float from, float to, Place&& place, Visit&& visit) cons
                 if (after < count)
                     next_place = place(keys.times[after]);
             }
-            const float ease_after = after < count ? keys.eases[after]
-                : c + 1 < m_chunks.size()          ? m_chunks[c + 1].keys->eases.front()
-                                                   : 0;
             const std::size_t last = after - 1;
-            visit(here,
-                  KeyRun{m_chunks[c].first + qsizetype(last), first, keys.times[last], keys.eases[last], ease_after});
+            KeyRun run{m_chunks[c].first + qsizetype(last), first, keys.times[last], 0, 0};
+            if (last == i) { // Of several nobody asks, and they lie elsewhere in memory.
+                run.ease = keys.eases[last];
+                run.ease_after = after < count ? keys.eases[after]
+                    : c + 1 < m_chunks.size()  ? m_chunks[c + 1].keys->eases.front()
+                                               : 0;
+            }
+            visit(here, run);
             i = after;
         }
     }
