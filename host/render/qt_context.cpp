@@ -20,11 +20,11 @@ public:
         m_surface.create();
         m_context.setFormat(format);
         m_context.setShareContext(QOpenGLContext::globalShareContext());
-        if (!m_surface.isValid() || !m_context.create() || !m_context.makeCurrent(&m_surface))
+        if (!m_surface.isValid() || !m_context.create())
             return false;
-        const bool works = !m_context.isOpenGLES() && m_context.format().version() >= qMakePair(3, 3);
-        m_context.doneCurrent();
-        return works;
+        const Current current(*this); // A view may be drawing itself.
+        return QOpenGLContext::currentContext() == &m_context && !m_context.isOpenGLES()
+            && m_context.format().version() >= qMakePair(3, 3);
     }
     bool shares_with_widgets() const override { return m_context.shareContext() != nullptr; }
 
