@@ -21,6 +21,7 @@
 #include <QItemSelectionModel>
 #include <QLineEdit>
 #include <QScopedValueRollback>
+#include <QShortcut>
 #include <QSplitter>
 
 #include <algorithm>
@@ -136,6 +137,9 @@ void CDlgWorld::set_up_list()
     connect(m_list, &CReportList::item_double_clicked, this, [this] { run(1); });
     connect(m_list, &CReportList::menu_requested, this, [this](int, const QPoint& place) { on_menu(place); });
     connect(m_list, &CReportList::delete_pressed, this, [this] { run(4); });
+    // As in the view.
+    auto* find = new QShortcut(Qt::Key_F, m_list, nullptr, nullptr, Qt::WidgetShortcut);
+    connect(find, &QShortcut::activated, this, [this] { run(1); });
     offer_renaming(*m_list,
                    {.column = CReportListWorld::Name,
                     .name = tarn::key<&tarn::WorldObjectState::name>,
