@@ -141,7 +141,10 @@ std::optional<QVector3D> GizmoGesture::offset(QPointF place) const
     if (m_part == GizmoPart::Ground) {
         const auto begin = from.meet(m_pivot, {0, 1, 0});
         const auto end = to.meet(m_pivot, {0, 1, 0});
-        return begin && end ? std::optional(*end - *begin) : std::nullopt;
+        if (!begin || !end)
+            return {};
+        const QVector3D way = *end - *begin;
+        return QVector3D(way.x(), 0, way.z()); // Rounding must not lift it.
     }
     const auto begin = from.nearest_on(m_pivot, m_axis);
     const auto end = to.nearest_on(m_pivot, m_axis);
