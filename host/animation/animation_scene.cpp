@@ -210,12 +210,15 @@ void CAnimationScene::unmute_all()
 
 bool CAnimationScene::is_silent(const CTimerObject& object) const
 {
-    if (m_running || (m_muted.isEmpty() && m_solo.isEmpty()))
+    if (m_running)
         return false;
-    const auto& all = object.timebar()->objects();
-    const bool has_solo = std::any_of(all.begin(), all.end(),
-                                      [&](const CTimerObject* any) { return is_solo(any->id()); });
-    return is_muted(object.id()) || (has_solo && !is_solo(object.id()));
+    if (is_muted(object.id()))
+        return true;
+    // Asked of the solo ones, which are few: a timebar may have thousands of objects.
+    return !is_solo(object.id()) && std::any_of(m_solo.begin(), m_solo.end(), [&](quint32 id) {
+        const ModelObject* solo = document().find(id);
+        return solo && solo->is_attached() && solo->parent() == object.parent();
+    });
 }
 
 QString CAnimationScene::free_name(const QString& wanted) const
