@@ -71,6 +71,18 @@ void tell(CBaseWorld& world)
     world.update_all_views();
 }
 
+/// One step of undo.
+void set_for_all(CBaseWorld& world, const std::vector<WorldObject*>& objects, const QString& name,
+                 bool (WorldObject::*set)(bool), bool on)
+{
+    {
+        const UserAction action(world.document().journal(), name);
+        for (WorldObject* object : objects)
+            (object->*set)(on);
+    }
+    tell(world);
+}
+
 } // namespace
 
 void select_world_objects(CBaseWorld& world, const std::vector<WorldObject*>& objects)
@@ -135,37 +147,24 @@ void duplicate_world_objects(CBaseWorld& world)
 
 void remove_world_objects(CBaseWorld& world)
 {
-    {
-        const UserAction action(world.document().journal(), lang(u"删除物体", u"Delete Objects"));
-        QSet<QString> files;
-        for (const WorldObject* object : world.selection().objects())
-            files.insert(object->file());
-        world.objects().remove(world.selection().objects());
-        release_models(world, files);
-    }
-    tell(world);
+    const UserAction action(world.document().journal(), lang(u"删除物体", u"Delete Objects"));
+    QSet<QString> files;
+    for (const WorldObject* object : world.selection().objects())
+        files.insert(object->file());
+    world.objects().remove(world.selection().objects());
+    release_models(world, files);
 }
 
 void show_world_objects(CBaseWorld& world, const std::vector<WorldObject*>& objects, bool on)
 {
-    {
-        const UserAction action(world.document().journal(),
-                                on ? lang(u"显示物体", u"Show Objects") : lang(u"隐藏物体", u"Hide Objects"));
-        for (WorldObject* object : objects)
-            object->set_visible(on);
-    }
-    tell(world);
+    set_for_all(world, objects, on ? lang(u"显示物体", u"Show Objects") : lang(u"隐藏物体", u"Hide Objects"),
+                &WorldObject::set_visible, on);
 }
 
 void lock_world_objects(CBaseWorld& world, const std::vector<WorldObject*>& objects, bool on)
 {
-    {
-        const UserAction action(world.document().journal(),
-                                on ? lang(u"锁定物体", u"Lock Objects") : lang(u"解锁物体", u"Unlock Objects"));
-        for (WorldObject* object : objects)
-            object->set_locked(on);
-    }
-    tell(world);
+    set_for_all(world, objects, on ? lang(u"锁定物体", u"Lock Objects") : lang(u"解锁物体", u"Unlock Objects"),
+                &WorldObject::set_locked, on);
 }
 
 ModelBox model_box(const CBaseWorld& world, const WorldObject& object)

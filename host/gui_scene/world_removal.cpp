@@ -12,9 +12,14 @@ namespace tarn {
 
 void remove_world_selection(CGuiPlugScene& scene)
 {
-    const UserAction action(scene.journal(), lang(u"删除物体", u"Delete Objects"));
-    const PictureRelease release(scene.gui_core(), scene.functions(), scene.world()->selection().objects());
-    remove_world_objects(*scene.world());
+    CBaseWorld& world = *scene.world();
+    {
+        const UserAction action(scene.journal(), lang(u"删除物体", u"Delete Objects"));
+        const PictureRelease release(scene.gui_core(), scene.functions(), world.selection().objects());
+        remove_world_objects(world);
+    }
+    world.broadcast(ui_world_selection_changed);
+    world.update_all_views();
 }
 
 } // namespace tarn
