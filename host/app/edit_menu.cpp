@@ -31,6 +31,15 @@ bool keeps_keys(const QObject* widget, const QKeySequence& keys)
         || qobject_cast<const QPlainTextEdit*>(widget) || qobject_cast<const QTextEdit*>(widget);
 }
 
+/// A field with nothing of its own to undo, such as an empty search, leaves the key to the program.
+bool leaves_undo(const QObject* target, const QKeyEvent& event)
+{
+    const auto* line = qobject_cast<const QLineEdit*>(target);
+    return line
+        && ((event.matches(QKeySequence::Undo) && !line->isUndoAvailable())
+            || (event.matches(QKeySequence::Redo) && !line->isRedoAvailable()));
+}
+
 } // namespace
 
 EditMenu::EditMenu(Studio& studio, CView3D& view, QMenu& menu) : QObject(&menu), m_studio(studio), m_view(view)
@@ -99,15 +108,6 @@ bool EditMenu::creates_armed(const QObject* target, const QKeyEvent& event) cons
     const bool is_enter = event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
     return is_enter && is_place && !event.isAutoRepeat() && m_studio.scene()
         && m_studio.scene()->editor().create_armed();
-}
-
-/// A field with nothing of its own to undo, such as an empty search, leaves the key to the program.
-static bool leaves_undo(const QObject* target, const QKeyEvent& event)
-{
-    const auto* line = qobject_cast<const QLineEdit*>(target);
-    return line
-        && ((event.matches(QKeySequence::Undo) && !line->isUndoAvailable())
-            || (event.matches(QKeySequence::Redo) && !line->isRedoAvailable()));
 }
 
 bool EditMenu::eventFilter(QObject* target, QEvent* event)

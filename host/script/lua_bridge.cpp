@@ -202,6 +202,20 @@ int destroy(lua_State* lua)
     return 0;
 }
 
+/// Written as `tostring` does; other values stay.
+Value text_of_number(const Value& value)
+{
+    if (const auto* whole = std::get_if<qint64>(&value))
+        return QString::number(*whole);
+    if (const auto* real = std::get_if<double>(&value)) {
+        const QString text = QString::number(*real, 'g', 14);
+        return text.contains(QLatin1Char('.')) || text.contains(QLatin1Char('e')) || !std::isfinite(*real)
+            ? text
+            : text + QStringLiteral(".0");
+    }
+    return value;
+}
+
 } // namespace
 
 // Values --------------------------------------------------------------------------------------------------------------
@@ -335,20 +349,6 @@ ScriptValue read_field(const ScriptReach& reach, const ModelObject& object, cons
     if (!reference)
         return value;
     return reach.scene ? reach.scene->find(reference->id) : ScriptObject();
-}
-
-/// Written as `tostring` does; other values stay.
-static Value text_of_number(const Value& value)
-{
-    if (const auto* whole = std::get_if<qint64>(&value))
-        return QString::number(*whole);
-    if (const auto* real = std::get_if<double>(&value)) {
-        const QString text = QString::number(*real, 'g', 14);
-        return text.contains(QLatin1Char('.')) || text.contains(QLatin1Char('e')) || !std::isfinite(*real)
-            ? text
-            : text + QStringLiteral(".0");
-    }
-    return value;
 }
 
 Status write_field(const ScriptReach& reach, ModelObject& object, std::string_view name, const ScriptValue& value)
