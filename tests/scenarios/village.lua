@@ -21,8 +21,17 @@ local function wait_for(done, what)
     error("in vain: " .. what)
 end
 
--- A figure comes from its file, and takes the path
+-- The first models of a session come while the view shows another scene: it shows the new one
 studio.resize(1280, 720)
+local function view_of(sample)
+    studio.open(t.sample(sample))
+    studio.wait(500)
+    studio.screenshot(t.temporary("view.png"), "view")
+    return t.read(t.temporary("view.png"))
+end
+t.same(view_of("hud.tarn") == view_of("village.tarn"), false, "the view changed with the scene")
+
+-- A figure comes from its file, and takes the path
 studio.new()
 studio.menu(t.lang("视图", "View"), t.lang("世界", "World"))
 local bar, properties = studio.page("CDlgWorld"), studio.page("CDlgPropWorld")
