@@ -2,6 +2,7 @@ package.path = debug.getinfo(1, "S").source:match("^@(.*)/") .. "/?.lua;" .. pac
 local g = require("guide")
 
 g.open()
+studio.resize(760, 660)
 g.tab(3)
 local list, page = studio.page("CDlgGuiMenu"), studio.page("CChildMenuItem")
 list:control(6099):click()
@@ -27,7 +28,6 @@ for i, item in ipairs(studio.menus()[1]:items()) do
     texts[i], levels[i] = item:get("text"), item:get("level")
 end
 assert(table.concat(levels) == "001100", table.concat(levels))
-studio.resize(760, 640)
 g.shot("06-items", "CDlgPropMenu")
 studio.resize(760, 500)
 

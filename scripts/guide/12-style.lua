@@ -5,7 +5,6 @@ g.open()
 g.tab(2)
 local styles, editor = studio.page("CDlgStyleManager"), studio.page("CDlgElementEditor")
 local list = styles:control(6340)
-g.shot("12-before", "view", "440x310+160+80")
 for row, cells in ipairs(list:rows()) do
     if cells[1] == g.lang("酒馆", "Tavern") then
         list:select(row - 1)

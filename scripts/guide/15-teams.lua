@@ -20,20 +20,33 @@ for _, name in ipairs({"base", "ours", "theirs"}) do
     end
     g.save(name)
 end
-for _, line in ipairs({"--check base.tarn --size 390x844", "--check theirs.tarn", "--check base.tarn --over-time", "--unpack base.tarn base",
-                       "--pack base again.tarn", "diff base.tarn ours.tarn", "diff base.tarn theirs.tarn", "merge base.tarn ours.tarn theirs.tarn -o both.tarn", "diff base.tarn both.tarn",
-                       "--render phone.png --screen 390x844 --size 390x844 both.tarn",
-                       "--render arrive.png --timebar Arrive --time 0..1.5 --fps 10 both.tarn"}) do
-    print(line)
-    print(run(line))
-end
+-- Checked, also on a screen that is too small
+local warning = g.lang("警告: Volume: 控件在屏幕之外 (240x300)", "warning: Volume: The control is off the screen (240x300)")
+assert(select(2, run("--check base.tarn")) == 0 and run("--check base.tarn --over-time") == "")
+g.open()
+g.dialog("Settings"):set("visible", true)
+g.save("shown")
+print(run("--check shown.tarn --size 240x300"))
+assert(run("--check shown.tarn --size 240x300"):find(warning, 1, true))
+assert(select(2, run("--check theirs.tarn")) == 1, "a function that does not compile is an error")
+
+-- Compared, merged, unpacked and packed again
+assert(select(2, run("diff base.tarn theirs.tarn")) == 1)
+assert(select(2, run("merge base.tarn ours.tarn theirs.tarn -o both.tarn")) == 0)
+assert(not run("diff theirs.tarn both.tarn"):find("Start"), "their button is in it")
+assert(not run("diff ours.tarn both.tarn"):find("caption"), "and our title")
+run("--unpack base.tarn base")
+run("--pack base again.tarn")
 assert(os.execute(('cmp "%s/base.tarn" "%s/again.tarn"'):format(g.work, g.work)))
+assert(select(2, run("--render phone.png --screen 390x844 --size 390x844 both.tarn")) == 0)
+assert(select(2, run("--render arrive.png --timebar Arrive --time 0..1.5 --fps 10 both.tarn")) == 0)
+assert(io.open(g.work .. "/arrive-0015.png"), "a picture for each frame")
 
 -- The reader's own script
 local path = g.work .. "/walk.lua"
 local file = assert(io.open(path, "w"))
 file:write(g.code("15-teams", 1))
 file:close()
-print(run("--script walk.lua inn.tarn"))
+assert(select(2, run("--script walk.lua inn.tarn")) == 0)
 
-assert(os.rename(g.work .. "/phone.png", g.work .. "/pictures/15-phone.png"))
+assert(os.rename(g.work .. "/phone.png", g.work .. "/pictures/15-phone@390x420+0+210.png"))
