@@ -23,13 +23,35 @@ studio.answer(function(picker)
     picker:control(1):click()
 end)
 editor:control(6968):click()
+
+-- One element in one state
+studio.view:click(g.place(g.control("Start")))
+assert(editor:control(6960):text() == g.lang("普通按钮", "Button"))
+assert(editor:control(6961):text() == g.lang("按钮体", "Body"))
+editor:control(6972):click()
+editor:control(6964):choose(1)
+studio.answer(function(picker)
+    for number, value in pairs{[6411] = 255, [6397] = 255, [6401] = 230, [6405] = 180} do
+        picker:control(number):set_value(value)
+    end
+    picker:control(1):click()
+end)
+editor:control(6963):click()
+assert(editor:control(6963):color() == 0xffffe6b4)
+editor:control(6971):click()
+
 studio.answer(g.lang("旅店", "Inn"))
 styles:control(6066):click()
 g.shot("12-styles")
 
 -- One button that differs
-g.tab(0)
-studio.view:click(g.place(g.control("Start")))
+g.tab(1)
+local controls = studio.page("CDlgGuiManagerCtrl"):control(6316)
+for row, cells in ipairs(controls:rows()) do
+    if cells[2] == "Start" then
+        controls:select(row - 1)
+    end
+end
 local own = studio.page("CDlgElementCustomize")
 own:unfold()
 own:control(6629):set_value(18)

@@ -21,12 +21,11 @@ for _, name in ipairs({"base", "ours", "theirs"}) do
     g.save(name)
 end
 -- Checked, also on a screen that is too small
-local warning = g.lang("警告: Volume: 控件在屏幕之外 (240x300)", "warning: Volume: The control is off the screen (240x300)")
+local warning = g.lang("警告: Volume: 控件在屏幕之外（240x300）", "warning: Volume: The control is off the screen (240x300)")
 assert(select(2, run("--check base.tarn")) == 0 and run("--check base.tarn --over-time") == "")
 g.open()
 g.dialog("Settings"):set("visible", true)
 g.save("shown")
-print(run("--check shown.tarn --size 240x300"))
 assert(run("--check shown.tarn --size 240x300"):find(warning, 1, true))
 assert(select(2, run("--check theirs.tarn")) == 1, "a function that does not compile is an error")
 
