@@ -24,7 +24,7 @@ fi
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 mkdir -m 700 "$work/run"
-export PATH=$(dirname "$program"):$PATH
+PATH=$(dirname "$program"):$PATH
 export QT_QPA_PLATFORM=xcb LIBGL_ALWAYS_SOFTWARE=1 XDG_RUNTIME_DIR=$work/run LC_ALL=C.UTF-8
 
 # A picture's name may end in the part of it that is wanted: 03-pages@300x400+900+20.png. 256 colours are enough.
