@@ -35,7 +35,7 @@ enum Id : int {
 };
 
 constexpr int object_width = 130; ///< pixels
-constexpr int text_width = 240;
+constexpr int text_width = 190;
 constexpr qint64 largest_table = 64 * 1024 * 1024; ///< bytes
 
 filter_man tables()
@@ -98,6 +98,7 @@ void CDlgTranslations::set_up_table()
     m_view->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     m_view->verticalHeader()->setDefaultSectionSize(m_view->fontMetrics().height() + 8);
     m_view->horizontalHeader()->setStretchLastSection(true);
+    m_view->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     m_view->horizontalHeader()->setDefaultSectionSize(text_width);
 }
 
@@ -215,6 +216,6 @@ void CDlgTranslations::on_import()
     if (!taken)
         return tarn::boxes::error(
             this, lang(u"无法导入 %1：%2。", u"%1 cannot be imported: %2.").arg(path, taken.status().message()));
-    tarn::boxes::message(this, {.text = lang(u"已导入 %1 条译文。", u"%1 texts were taken.").arg(taken.value()),
-                                .title = {}});
+    tarn::boxes::message(
+        this, {.text = lang(u"已导入 %1 条译文。", u"%1 texts were taken.").arg(taken.value()), .title = {}});
 }

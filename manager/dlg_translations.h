@@ -35,6 +35,6 @@ private:
 
     QTableView* m_view = nullptr;
     tarn::TranslationTable* m_table = nullptr;
-    bool m_stale = true;       ///< what changed while nobody saw the table
-    bool m_measures = false;   ///< texts are shown in their languages for a moment
+    bool m_stale = true;     ///< what changed while nobody saw the table
+    bool m_measures = false; ///< texts are shown in their languages for a moment
 };

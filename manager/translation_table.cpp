@@ -98,10 +98,10 @@ QVariant TranslationTable::data(const QModelIndex& index, int role) const
     if (role == Qt::ToolTipRole || role == Qt::AccessibleDescriptionRole)
         return found.told();
     if (role == Qt::BackgroundRole)
-        return found.too_long  ? too_long_color
-            : found.outdated   ? outdated_color
-            : found.missing    ? QVariant(missing_color)
-                               : QVariant();
+        return found.too_long ? too_long_color
+            : found.outdated  ? outdated_color
+            : found.missing   ? QVariant(missing_color)
+                              : QVariant();
     return {};
 }
 

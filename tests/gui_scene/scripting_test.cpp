@@ -169,8 +169,8 @@ TEST_F(ScriptingTest, what_cannot_be_is_an_error_that_says_so)
 TEST_F(ScriptingTest, what_a_tried_script_did_is_taken_back_and_nothing_of_a_running_interface_stays)
 {
     const QByteArray before = text();
-    const auto steps = m_scene.journal().step_count();
     auto edit = m_world.begin_edit(u"try"_s);
+    const auto steps = m_scene.journal().step_count();
     EXPECT_EQ(told(u"control('Start').text = 'x' control('Hard'):remove() dialog('Settings'):move(5, 5)"_s), QString());
     EXPECT_EQ(told(u"dialog('Settings'):minimise() control('Player'):focus()"_s), QString());
     edit.reset();

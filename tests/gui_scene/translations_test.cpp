@@ -35,10 +35,7 @@ protected:
         ADD_FAILURE() << "no text " << text.toStdString();
         return {};
     }
-    void translate(const QString& text, const QString& german)
-    {
-        translations().set_text(seen(text), u"de"_s, german);
-    }
+    void translate(const QString& text, const QString& german) { translations().set_text(seen(text), u"de"_s, german); }
     QString shown(const CDXUTControl& control) { return std::get<QString>(property(control, "text")); }
     Value property(const ModelObject& object, const char* name) { return object.property(*object.fields().find(name)); }
 

@@ -25,8 +25,8 @@ protected:
         VLCMsgIniW::set_language(Language::English);
         CDXUTDialog* box = core().create_dialog({10, 10, 300, 200}, u"box"_s);
         for (const QString& text : {u"Buy"_s, u"Sell"_s})
-            EXPECT_TRUE(set(*core().create_control(DXUT_CONTROL_BUTTON, box, {10, 10, 60, 24}, text.toLower()), "text",
-                            text));
+            EXPECT_TRUE(
+                set(*core().create_control(DXUT_CONTROL_BUTTON, box, {10, 10, 60, 24}, text.toLower()), "text", text));
         EXPECT_TRUE(translations().add_language(u"de"_s).ok());
         m_scene->document().forget_history();
         m_frame.resize(1200, 800);

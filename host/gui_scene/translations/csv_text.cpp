@@ -140,9 +140,11 @@ Result<int> import_translations(Document& document, Translations& translations, 
     if (!rows)
         return rows.status();
     const qsizetype fixed = first_captions.size();
-    if (rows.value().empty() || rows.value().front().first(std::min(fixed, rows.value().front().size())) != first_captions)
-        return Status::error(lang(u"第一行应为：%1，然后是各种语言", u"the first line has to be: %1, then the languages")
-                                 .arg(first_captions.join(QStringLiteral(", "))));
+    if (rows.value().empty()
+        || rows.value().front().first(std::min(fixed, rows.value().front().size())) != first_captions)
+        return Status::error(
+            lang(u"第一行应为：%1，然后是各种语言", u"the first line has to be: %1, then the languages")
+                .arg(first_captions.join(QStringLiteral(", "))));
     std::map<TextKey, SeenText> texts;
     for (const SeenText& one : seen_texts(document))
         texts.emplace(key_of(one), one);

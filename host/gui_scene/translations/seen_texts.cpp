@@ -15,16 +15,24 @@ namespace {
 
 bool has_letters(const QString& text)
 {
-    return std::any_of(text.begin(), text.end(), [](QChar letter) { return letter.isLetter() || letter.isSurrogate(); });
+    return std::any_of(text.begin(), text.end(),
+                       [](QChar letter) { return letter.isLetter() || letter.isSurrogate(); });
 }
 
 bool is_seen_field(FieldKey field)
 {
-    static constexpr FieldKey seen[] = {key<&StaticState::text>,          key<&ItemsState::items>,
-                                        key<&InfoBoxState::lines>,        key<&EditBoxState::placeholder>,
-                                        key<&ProgressState::message>,     key<&DialogState::caption>,
+    static constexpr FieldKey seen[] = {key<&StaticState::text>,      key<&ItemsState::items>,
+                                        key<&InfoBoxState::lines>,    key<&EditBoxState::placeholder>,
+                                        key<&ProgressState::message>, key<&DialogState::caption>,
                                         key<&MenuItemState::text>};
     return std::find(std::begin(seen), std::end(seen), field) != std::end(seen);
+}
+
+/// A dialog's title may be its name alone.
+bool is_hidden_caption(const ModelObject& object, const FieldBase& field)
+{
+    const auto* dialog = dynamic_cast<const DialogState*>(&Authored::state(object));
+    return dialog && field.key() == key<&DialogState::caption> && !dialog->caption_shown;
 }
 
 void add_texts(ModelObject& object, const FieldBase& field, std::vector<SeenText>& texts)
@@ -49,7 +57,7 @@ std::vector<SeenText> seen_texts(const Document& document)
     std::vector<SeenText> texts;
     for (ModelObject* object : document.objects())
         for (const FieldBase* field : object->fields())
-            if (is_seen_field(field->key()))
+            if (is_seen_field(field->key()) && !is_hidden_caption(*object, *field))
                 add_texts(*object, *field, texts);
     return texts;
 }

@@ -11,8 +11,7 @@ constexpr int most_letters = 100'000; ///< of a text
 
 } // namespace
 
-Translation::Translation(Translations& all, StatePtr state)
-    : ModelObject(all.document(), std::move(state)), m_all(all)
+Translation::Translation(Translations& all, StatePtr state) : ModelObject(all.document(), std::move(state)), m_all(all)
 {
 }
 
@@ -24,8 +23,8 @@ void Translation::state_changed()
 const FieldTable& TranslationState::field_table()
 {
     using S = TranslationState;
-    static const FieldTable table(nullptr, field<S, &S::id>("id", 0u, read_only()),
-                                  field<S, &S::object>("object", {}), field<S, &S::attribute>("attribute", {}, max_length(100)),
+    static const FieldTable table(nullptr, field<S, &S::id>("id", 0u, read_only()), field<S, &S::object>("object", {}),
+                                  field<S, &S::attribute>("attribute", {}, max_length(100)),
                                   field<S, &S::source>("source", {}, max_length(most_letters)),
                                   field<S, &S::texts>("texts", {}, max_length(most_letters)));
     return table;

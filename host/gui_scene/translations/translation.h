@@ -8,10 +8,10 @@ constexpr int max_language_name = 40;
 
 /// What one text of the interface is in other languages.
 struct TranslationState : StateOf<TranslationState> {
-    ObjectRef object; ///< whose text it is; kept when that is gone
+    ObjectRef object;  ///< whose text it is; kept when that is gone
     QString attribute; ///< the attribute: "text"; of a list "items", whose entries are told apart by `source`
-    QString source;   ///< what the author had written when it was translated
-    TextMap texts;    ///< by language: "de"
+    QString source;    ///< what the author had written when it was translated
+    TextMap texts;     ///< by language: "de"
 
     static const FieldTable& field_table();
 };

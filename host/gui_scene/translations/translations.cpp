@@ -56,8 +56,8 @@ Status Translations::add_language(const QString& name)
 {
     const QString wanted = name.trimmed();
     if (wanted.isEmpty() || wanted.size() > max_language_name)
-        return Status::error(lang(u"语言名称需要 1 到 %1 个字。", u"A language's name has 1 to %1 letters.")
-                                 .arg(max_language_name));
+        return Status::error(
+            lang(u"语言名称需要 1 到 %1 个字。", u"A language's name has 1 to %1 letters.").arg(max_language_name));
     if (languages().contains(wanted))
         return Status::error(lang(u"语言 %1 已存在。", u"There is a language %1 already.").arg(wanted));
     if (languages().size() >= max_languages)
