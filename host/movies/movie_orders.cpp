@@ -82,8 +82,6 @@ void MovieDeeds::load(const MovieSetup& setup, QSize pixels)
     writer.value(setup.transparent);
     writer.key("keep_size");
     writer.value(setup.keep_size);
-    writer.key("quality");
-    writer.value(QString::fromLatin1(setup.high_quality ? "high" : "low"));
     writer.end_object();
     add(deed.with());
 }

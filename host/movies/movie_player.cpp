@@ -89,8 +89,15 @@ void MoviePlayer::start(Id id, bool on)
 
 void MoviePlayer::set_seen(Id id, bool seen)
 {
-    if (std::exchange(m_movies.at(id).seen, seen) != seen)
-        schedule();
+    Movie& movie = m_movies.at(id);
+    if (std::exchange(movie.seen, seen) == seen)
+        return;
+    const qint64 now = m_clock.elapsed();
+    if (seen) // For the movie no time has passed.
+        movie.began += now - movie.hidden;
+    else
+        movie.hidden = now;
+    schedule();
 }
 
 void MoviePlayer::set_size(Id id, QSize pixels)
@@ -337,6 +344,7 @@ void MoviePlayer::fail(Id id, const QString& why)
     if (found == m_movies.end())
         return;
     found->second.failure = why;
+    found->second.picture = {};
     if (std::exchange(found->second.loaded, false))
         send(movie_orders::end(id));
     if (on_changed)

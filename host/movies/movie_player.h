@@ -76,6 +76,7 @@ private:
         bool asked = false;      ///< it gets its turn at once
         int turns = 0;           ///< since it was loaded
         qint64 began = 0;        ///< when it was loaded, milliseconds of the clock
+        qint64 hidden = 0;       ///< since when it is not seen
         qint64 due = 0;          ///< when it has its next turn
         MovieDeeds todo;
         QImage picture;

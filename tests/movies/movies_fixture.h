@@ -2,37 +2,13 @@
 
 #include "movies/movie_player.h"
 #include "support/movie_writer.h"
-
-#include <QCoreApplication>
-#include <QElapsedTimer>
-#include <QEventLoop>
-#include <QThread>
+#include "support/run_until.h"
 
 #include <gtest/gtest.h>
 
 namespace tarn::test {
 
 using namespace Qt::StringLiterals;
-
-/// Runs the event loop until `done`; false when that took too long.
-template <class Done>
-bool run_until(Done&& done, int milliseconds = 60000)
-{
-    QElapsedTimer clock;
-    clock.start();
-    while (!done()) {
-        if (clock.hasExpired(milliseconds))
-            return false;
-        QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents, 20);
-        QThread::msleep(1);
-    }
-    return true;
-}
-
-inline void run_for(int milliseconds)
-{
-    (void)run_until([] { return false; }, milliseconds);
-}
 
 /// Skipped where there is no player.
 class PlayedMovies : public testing::Test {

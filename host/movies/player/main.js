@@ -88,7 +88,8 @@ async function turn_of(id, { time, todo }) {
     for (const [deed, ...given] of todo) if (deed === 'load' || movie.handle) await deeds[deed](movie, id, ...given);
     movie.tick(time);
     await turn();
-    const picture = movie.picture();
+    // Before its first frame a movie shows nothing but its background.
+    const picture = todo.some(([deed]) => deed === 'load') ? null : movie.picture();
     if (picture) send(Kind.picture, id, picture.width, picture.height, picture.pixels);
     else send(Kind.same, id);
     player.current = null;

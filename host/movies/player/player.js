@@ -107,7 +107,7 @@ class Movie {
         this.shown = null; // the picture that was taken last
     }
 
-    /** `how`: width, height (pixels), transparent, keep_size, quality. */
+    /** `how`: width, height (pixels), transparent, keep_size. */
     async load(bytes, how) {
         const { core, page } = this.player;
         const builder = new core.RuffleInstanceBuilder();
@@ -124,7 +124,7 @@ class Movie {
         builder.setForceAlign(true);
         builder.setLetterbox('off');
         builder.setShowMenu(true);
-        builder.setQuality(how.quality);
+        builder.setQuality('high');
         builder.setMaxExecutionDuration(3600); // who shows movies has a limit of his own
         this.container = new Container();
         this.container.appendChild = (child) => {
