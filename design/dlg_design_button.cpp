@@ -77,6 +77,19 @@ bool fits(const QMargins& edges, const QSize& room)
     return has_room(edges.left(), edges.right(), room.width()) && has_room(edges.top(), edges.bottom(), room.height());
 }
 
+/// The edges made narrower, each in its share, so that they fit.
+QMargins fitted(const QMargins& edges, const QSize& room)
+{
+    const auto ends = [](int near_edge, int far_edge, int length) {
+        const qint64 sum = qint64(near_edge) + far_edge;
+        const int kept = sum > length ? int(near_edge * qint64(length) / sum) : near_edge;
+        return std::pair(kept, std::min(far_edge, length - kept));
+    };
+    const auto [left, right] = ends(edges.left(), edges.right(), room.width());
+    const auto [top, bottom] = ends(edges.top(), edges.bottom(), room.height());
+    return {left, top, right, bottom};
+}
+
 /// With straight alpha, as an atlas has it; nothing is lost.
 tarn::Result<QImage> read_picture(const QString& path)
 {
@@ -199,7 +212,11 @@ void CDlgDesignButton::on_change_picture()
 
 void CDlgDesignButton::put_picture(const QImage& picture)
 {
-    core()->set_element_texture(core()->current_element(), picture);
+    const LookPart part = core()->current_element();
+    core()->set_element_texture(part, picture);
+    const QSize size = core()->texture_rect(part).size();
+    if (const QMargins edges = core()->edge_widths(part); !fits(edges, size))
+        core()->set_edge_widths(part, fitted(edges, size));
     scene()->update_all_ctrl_element();
     redraw();
 }

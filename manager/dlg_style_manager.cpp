@@ -64,8 +64,7 @@ void CDlgStyleManager::OnInitDialog()
     on_click(id_element, [this] { Q_EMIT design_page_wanted(element_page); });
     on_click(id_picture, [this] { on_change_picture(); });
     on_number(id_speed, [this](double value) { on_speed(value); });
-    connect(m_list, &CReportList::item_clicked, this, [this] { update_buttons(); });
-    connect(m_list, &CReportListStyle::navigated, this, [this] { update_buttons(); });
+    connect(m_list->selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] { update_buttons(); });
     connect(m_list, &CReportList::item_double_clicked, this,
             [this](int row) { run_action([this, row] { on_double_click(row); }, lang(u"应用风格", u"Apply Style")); });
 }
@@ -102,7 +101,8 @@ void CDlgStyleManager::fill_list()
 void CDlgStyleManager::update_buttons()
 {
     const CGuiStyle* style = m_list->style_at(m_list->get_last_sel_index());
-    control(id_delete)->setEnabled(!style || style->origin() != tarn::StyleOrigin::Program);
+    control(id_apply)->setEnabled(style);
+    control(id_delete)->setEnabled(style && style->origin() != tarn::StyleOrigin::Program);
 }
 
 void CDlgStyleManager::show_speed()

@@ -75,11 +75,3 @@ void CReportListStyle::mouseDoubleClickEvent(QMouseEvent* event)
     if (event->button() == Qt::LeftButton && !indexAt(event->position().toPoint()).isValid())
         Q_EMIT item_double_clicked(-1, -1);
 }
-
-void CReportListStyle::keyPressEvent(QKeyEvent* event)
-{
-    const int before = get_last_sel_index();
-    CReportList::keyPressEvent(event);
-    if (get_last_sel_index() != before)
-        Q_EMIT navigated();
-}

@@ -19,12 +19,7 @@ public:
     int get_item_icon(void* item) const override;
     void draw_additional(QPainter& painter, const QRect& cell, int row, int column) const override;
 
-Q_SIGNALS:
-    /// The keyboard moved the selection.
-    void navigated();
-
 protected:
-    void keyPressEvent(QKeyEvent* event) override;
     /// One beside all rows is told too.
     void mouseDoubleClickEvent(QMouseEvent* event) override;
 

@@ -110,7 +110,8 @@ QRect RowMark::bar() const
 
 QPolygon RowMark::diamond() const
 {
-    const QPoint middle(diamond_reach + 1, badge_reach + (height() - badge_reach) / 2);
+    // In the corner, where it covers no letter of a narrow field.
+    const QPoint middle(diamond_reach + 1 + (m_state.mixed ? badge_size : 0), badge_reach + 1);
     return QPolygon({middle - QPoint(diamond_reach, 0), middle - QPoint(0, diamond_reach),
                      middle + QPoint(diamond_reach, 0), middle + QPoint(0, diamond_reach)});
 }

@@ -9,8 +9,8 @@
 namespace tarn {
 
 /// What stands beside a control of a form and tells of its value: a bar at the left edge where it differs from the
-/// default, a diamond there where a timebar drives it, a hollow one where the author changed that and did not record it,
-/// a badge at the corner where the selected objects disagree although the control shows one of their values. It lies over
+/// default, a diamond in the corner where a timebar drives it, a hollow one where the author changed that and did not
+/// record it, a badge there where the selected objects disagree although the control shows one of their values. It lies over
 /// the gap between the controls, so no form makes room for it.
 class RowMark : public QWidget {
     Q_OBJECT

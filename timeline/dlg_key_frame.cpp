@@ -46,6 +46,7 @@ struct Form {
     int cancel;
     int loops = 0;
     int action = 0;
+    int by_camera = 0;
 };
 
 constexpr Form model_form{"CDlgPropTimerModelKeyFrameProperties",
@@ -89,7 +90,8 @@ constexpr Form skeleton_form{"CDlgPropTimerSekletonKeyFrameProperties",
                              6237,
                              6238,
                              6596,
-                             6235};
+                             6235,
+                             6297};
 
 /// Cameras and panels have what the models have; null for what is no object of the world.
 const Form* form_of(TimerObjectType type)
@@ -150,9 +152,10 @@ protected:
         for (const int id : {m_form.group, m_form.share, m_form.turn, m_form.loops})
             if (id)
                 on_number(id, [this](double) { apply(); });
-        for (const int id : {m_form.show, m_form.along})
-            connect(control_as<QCheckBox>(id), &QCheckBox::clicked, this,
-                    [this] { run_action([this] { apply(); }, lang(u"关键帧属性", u"Key Frame")); });
+        for (const int id : {m_form.show, m_form.along, m_form.by_camera})
+            if (id)
+                connect(control_as<QCheckBox>(id), &QCheckBox::clicked, this,
+                        [this] { run_action([this] { apply(); }, lang(u"关键帧属性", u"Key Frame")); });
         on_choose(m_form.path, [this](int) { apply(); });
         if (m_form.action)
             on_choose(m_form.action, [this](int) { apply(); });
@@ -209,6 +212,8 @@ private:
         control_as<QCheckBox>(m_form.show)
             ->setChecked(key.has(Channel::Show) ? key.value(Channel::Show).as_int() != 0 : true);
         control_as<QCheckBox>(m_form.along)->setChecked(m_object.follows_direction());
+        if (m_form.by_camera)
+            control_as<QCheckBox>(m_form.by_camera)->setChecked(m_object.is_led_by_camera());
         auto* paths = control_as<QComboBox>(m_form.path);
         paths->addItem(lang(u"无路径", u"No path"));
         for (const tarn::WorldObject* object : m_base.objects().objects())
@@ -243,7 +248,7 @@ private:
                 .action = m_form.action ? control_as<QComboBox>(m_form.action)->currentIndex() - 1 : at_rest};
     }
 
-    /// Writes what is another than before to all the keys, and path and direction to the object.
+    /// Writes what is another than before to all the keys, and to the object what it follows.
     void apply()
     {
         const Fields now = read();
@@ -261,11 +266,11 @@ private:
             for (CObjKey& key : m_keys)
                 key.set_group(now.group);
         m_known = now;
-        apply_path();
+        apply_ways();
         m_object.update_frame();
         m_base.update_all_views();
     }
-    void apply_path()
+    void apply_ways()
     {
         const quint32 path = control_as<QComboBox>(m_form.path)->currentData().toUInt();
         if (path)
@@ -273,6 +278,8 @@ private:
         else
             m_object.clear_path();
         m_object.set_follows_direction(control_as<QCheckBox>(m_form.along)->isChecked());
+        if (m_form.by_camera)
+            m_object.set_led_by_camera(control_as<QCheckBox>(m_form.by_camera)->isChecked());
     }
     void put(Channel channel, const KeyValue& value)
     {

@@ -41,9 +41,9 @@ CReportListTimerCmd::CReportListTimerCmd(QWidget* parent) : CReportListTimerRows
 {
     insert_column(0, lang(u"类型", u"Type"), 1);
     insert_column(1, lang(u"目标", u"Object"), 2);
-    set_empty_hint(
-        lang(u"还没有动画对象。记录控件或窗口的关键帧，或添加脚本对象。",
-             u"There are no timer objects yet. Record a key of a control or dialog, or add a script object."));
+    set_empty_hint(lang(u"还没有动画对象。记录控件、窗口或三维物体的关键帧，或添加脚本对象。",
+                        u"There are no timer objects yet. Record a key of a control, a dialog or an object of the "
+                        u"world, or add a script object."));
 }
 
 QString CReportListTimerCmd::get_item_caption(void* item, int column) const

@@ -51,7 +51,7 @@ const FieldTable& TimerObjectState::field_table()
         nullptr, field<S, &S::id>("id", 0u, read_only()), field<S, &S::type>("type", -1, read_only()),
         field<S, &S::parent>("timebar", {}, read_only()), field<S, &S::target>("target"),
         field<S, &S::flags>("flags", chosen_channels, range(0, double(chosen_channels))), field<S, &S::path>("path"),
-        field<S, &S::along_path>("along_path", false),
+        field<S, &S::along_path>("along_path", false), field<S, &S::by_camera>("by_camera", false),
         field<S, &S::function>("function", {}, {.max_length = IFunc::max_name, .function = true}),
         field<S, &S::arguments>("arguments", {}, max_length(max_arguments)),
         field<S, &S::variables>("variable_ids", {}, children()));

@@ -46,6 +46,7 @@ struct TimerObjectState : StateOf<TimerObjectState> {
     quint32 flags = chosen_channels; ///< bits of the channels that take part
     ObjectRef path;                  ///< that the object follows; none, or kept when it is gone
     bool along_path = false;         ///< it turns into the path's direction
+    bool by_camera = false;          ///< of a skeleton: it stands where the view looks while the interface runs
     // A script object's command
     QString function;
     QString arguments; ///< as they were written behind the function's name

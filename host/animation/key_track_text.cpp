@@ -225,9 +225,11 @@ Status FieldType<KeyTrack>::from_value(const Value& value, const FieldRules&, Ke
                 : type == VarType::Color                 ? quint32(part)
                                                          : std::bit_cast<quint32>(float(part));
         }
-        const Key key{float(number(0)), KeyValue(type, words), float(number(1)), int(number(2))};
-        if (!is_time(key.time) || !is_ease(key.ease) || !(number(2) >= Key::no_group && number(2) <= Key::max_group)
-            || (!keys.empty() && keys.back().time >= key.time))
+        const double group = number(2);
+        if (!(group >= Key::no_group && group <= Key::max_group))
+            return refused;
+        const Key key{float(number(0)), KeyValue(type, words), float(number(1)), int(group)};
+        if (!is_time(key.time) || !is_ease(key.ease) || (!keys.empty() && keys.back().time >= key.time))
             return refused;
         keys.push_back(key);
     }

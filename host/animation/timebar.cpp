@@ -185,45 +185,50 @@ bool CTimebar::retime_keys(KeySelection& keys, const std::function<float(float)>
     return changed;
 }
 
+namespace {
+
+/// Calls `edit` with the track and the chosen times of each variable. True if one of them changed.
+template <class Edit>
+bool edit_chosen_keys(const KeySelection& keys, Edit edit)
+{
+    bool changed = false;
+    for (const auto& chosen : keys)
+        changed |= chosen.first->edit_keys({}, [&](KeyTrack& track) { edit(track, chosen.second); });
+    return changed;
+}
+
+} // namespace
+
 bool CTimebar::remove_keys(const KeySelection& keys)
 {
     const UserAction action(journal(), lang(u"删除关键帧", u"Delete Keys"));
-    bool changed = false;
-    for (const auto& [variable, times] : keys)
-        changed |= variable->edit_keys({}, [&](KeyTrack& track) {
-            std::vector<qsizetype> gone;
-            for (const float time : times)
-                if (const qsizetype key = track.find(time); key > 0)
-                    gone.push_back(key);
-            track.edit(gone, {});
-        });
-    return changed;
+    return edit_chosen_keys(keys, [](KeyTrack& track, const auto& times) {
+        std::vector<qsizetype> gone;
+        for (const float time : times)
+            if (const qsizetype key = track.find(time); key > 0)
+                gone.push_back(key);
+        track.edit(gone, {});
+    });
 }
 
 bool CTimebar::set_keys_ease(const KeySelection& keys, float ease)
 {
     const UserAction action(journal(), lang(u"松紧值", u"Ease"));
-    bool changed = false;
-    for (const auto& [variable, times] : keys)
-        changed |= variable->edit_keys({}, [&](KeyTrack& track) {
-            for (const float time : times)
-                if (const qsizetype key = track.find(time); key >= 0)
-                    track.set_ease(key, std::clamp(ease, -Ease::limit, Ease::limit));
-        });
-    return changed;
+    return edit_chosen_keys(keys, [ease](KeyTrack& track, const auto& times) {
+        for (const float time : times)
+            if (const qsizetype key = track.find(time); key >= 0)
+                track.set_ease(key, std::clamp(ease, -Ease::limit, Ease::limit));
+    });
 }
 
 bool CTimebar::set_key_group(const KeySelection& keys, int group)
 {
     const UserAction action(journal(), lang(u"关键帧的组", u"Key Group"));
-    bool changed = false;
-    for (const auto& [variable, times] : keys)
-        changed |= variable->edit_keys({}, [&](KeyTrack& track) {
-            for (const float time : times)
-                if (const qsizetype key = track.find(time); key >= 0)
-                    track.set_group(key, std::clamp(group, Key::no_group, Key::max_group));
-        });
-    return changed;
+    return edit_chosen_keys(keys, [group](KeyTrack& track, const auto& times) {
+        for (const float time : times)
+            if (const qsizetype key = track.find(time); key >= 0)
+                track.set_group(key, std::clamp(group, Key::no_group, Key::max_group));
+    });
 }
 
 KeySelection CTimebar::keys_of_group(int group) const

@@ -135,6 +135,7 @@ CTimerObject* CTimebar::like(const CTimerObject& theirs)
             state.flags = from.flags;
             state.path = from.path;
             state.along_path = from.along_path;
+            state.by_camera = from.by_camera;
             state.function = from.function;
             state.arguments = from.arguments;
         });

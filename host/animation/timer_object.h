@@ -35,6 +35,8 @@ public:
     bool clear_path() { return set_path({}); }
     bool follows_direction() const { return object_state().along_path; }
     bool set_follows_direction(bool on) { return change<&tarn::TimerObjectState::along_path>(on); }
+    bool is_led_by_camera() const { return object_state().by_camera; }
+    bool set_led_by_camera(bool on) { return change<&tarn::TimerObjectState::by_camera>(on); }
     quint32 flags() const { return object_state().flags; }
     /// Whether the channel takes part.
     bool is_on(tarn::Channel channel) const;

@@ -21,11 +21,16 @@ public:
     /// Puts a camera where the views look from. One step of undo.
     void place_camera(WorldObject& camera) const;
 
+    /// The lines of the axes are for authors: while the interface runs they are not shown.
+    void show_axes(bool on) { m_shows_axes = on; }
+    bool shows_axes() const { return m_shows_axes; }
+
 private:
     void model_changed(const ModelChange& change) override;
     void follow(const WorldObject* camera);
 
     CBaseWorld& m_world;
+    bool m_shows_axes = true;
 };
 
 } // namespace tarn

@@ -44,7 +44,7 @@ const FieldTable& DialogState::field_table()
         field<S, &S::base_width>("base_width", 0, range(0, max_place)),
         field<S, &S::base_height>("base_height", 0, range(0, max_place)),
         field<S, &S::bind_texture>("bind_texture", QString(), picture_name()),
-        field<S, &S::bind_color>("bind_color", 0xffffffffu), field<S, &S::bind_mouse>("bind_mouse", false),
+        field<S, &S::bind_color>("bind_color", 0xffffffffu), field<S, &S::bind_mouse>("bind_mouse", true),
         field<S, &S::right_click_menu>("right_click_menu"), field<S, &S::controls>("control_ids", {}, children()));
     return table;
 }

@@ -39,7 +39,7 @@ struct DialogState : StateOf<DialogState> {
     // The texture on which the dialog is drawn in the world.
     QString bind_texture;            ///< name in the scene's textures; empty for none
     quint32 bind_color = 0xffffffff; ///< ARGB; fills the texture under the dialog
-    bool bind_mouse = false;         ///< the dialog there takes the mouse
+    bool bind_mouse = true;          ///< the dialog there takes the mouse
 
     ObjectRef right_click_menu; ///< opens where a right click meets no control with one of its own
 

@@ -56,7 +56,7 @@ bool TextLook::lays_out_like(const TextLook& other) const
 
 void TextCache::lay_out(const QSizeF& area, const QString& text, const TextLook& look)
 {
-    Layout& layout = m_layout.emplace();
+    TextLayout& layout = m_layout.emplace();
     layout.area = area;
     layout.source = text;
     layout.look = look;
@@ -85,7 +85,7 @@ void TextCache::lay_out(const QSizeF& area, const QString& text, const TextLook&
     layout.is_cut = is_wider || spare_y + room < 0 || (one_line && shown != text);
 }
 
-void TextCache::Layout::draw(QPainter& painter, QPointF place, TextPicture::Ink ink) const
+void TextLayout::draw(QPainter& painter, QPointF place, TextPicture::Ink ink) const
 {
     if (painter.font() != font)
         painter.setFont(font);
@@ -98,7 +98,7 @@ void TextCache::Layout::draw(QPainter& painter, QPointF place, TextPicture::Ink 
 }
 
 /// What the text may cover, pixels from its place. Glyphs may lean and reach out of their line.
-QRectF TextCache::Layout::extent() const
+QRectF TextLayout::extent() const
 {
     const double lean = font.pixelSize() / 2.0 + 2;
     return QRectF(QPointF(), text.size()).adjusted(-lean, -lean, lean, lean);

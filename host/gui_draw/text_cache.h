@@ -36,6 +36,23 @@ struct TextLook {
 QColor text_shadow_color();
 constexpr QPointF text_shadow_offset(1, 1);
 
+/// A text as it stands in an area.
+struct TextLayout {
+    QSizeF area;
+    QString source;
+    TextLook look;
+    bool overflows = false;
+    bool is_cut = false; ///< letters are, or left out
+    QPointF offset;
+    QStaticText text;
+    QFont font;
+    quint64 fonts = 0; ///< fonts_revision()
+    TextPicture picture;
+
+    void draw(QPainter& painter, QPointF place, TextPicture::Ink ink) const;
+    QRectF extent() const;
+};
+
 /// A text laid out once and drawn many times, for as long as it, its look and the size of its area stay the same: what
 /// only moves costs nothing. What does not fit is cut at the area's edge; a single line that is too
 /// long ends in an ellipsis.
@@ -46,24 +63,9 @@ public:
     bool is_cut() const { return m_layout && m_layout->is_cut; }
 
 private:
-    struct Layout {
-        QSizeF area;
-        QString source;
-        TextLook look;
-        bool overflows = false;
-        bool is_cut = false; ///< letters are, or left out
-        QPointF offset;
-        QStaticText text;
-        QFont font;
-        quint64 fonts = 0; ///< fonts_revision()
-        TextPicture picture;
-
-        void draw(QPainter& painter, QPointF place, TextPicture::Ink ink) const;
-        QRectF extent() const;
-    };
     void lay_out(const QSizeF& area, const QString& text, const TextLook& look);
 
-    std::optional<Layout> m_layout; ///< none until it is drawn
+    std::optional<TextLayout> m_layout; ///< none until it is drawn
 };
 
 } // namespace tarn

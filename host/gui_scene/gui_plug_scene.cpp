@@ -4,6 +4,7 @@
 #include "core/authored.h"
 #include "core/language.h"
 #include "engine/base_world.h"
+#include "engine/camera_view.h"
 #include "engine/scene_selection.h"
 #include "font_library.h"
 #include "function_names.h"
@@ -14,6 +15,7 @@
 #include "gui_core/dxut_media.h"
 #include "gui_core/dxut_menu.h"
 #include "gui_core/dxut_menu_item.h"
+#include "led_by_camera.h"
 #include "movie_file.h"
 #include "picture_file.h"
 #include "picture_release.h"
@@ -394,6 +396,7 @@ void CGuiPlugScene::play(bool on)
     }
     m_in_world->play(on);
     m_movies->play(on);
+    m_world->camera_view().show_axes(!on);
     m_world->set_mouse_tool(on ? &m_tools->play_tool() : &m_tools->select_tool());
 }
 
@@ -404,7 +407,8 @@ void CGuiPlugScene::advance(double now)
     const tarn::ShownWrites writes(document());
     m_runner.advance(now);
     const bool animates = m_animation->frame_move(float(now - std::exchange(m_last_advance, now)));
-    const bool moves = m_in_world->advance(now);
+    const bool is_led = m_world && tarn::lead_by_camera(*m_animation, m_world->camera());
+    const bool moves = m_in_world->advance(now) || is_led;
     if ((m_core->advance(now) || animates || moves) && m_world)
         m_world->update_all_views();
 }

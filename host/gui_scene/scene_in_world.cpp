@@ -30,7 +30,7 @@ constexpr float nearest = 0.1f;    ///< metres
 constexpr float farthest = 1000;   ///< metres
 const QColor map_background(0x2a, 0x3a, 0x3c);
 
-RenderView camera_view(const WorldObject& camera, QSize pixels)
+RenderView camera_view(const WorldObject& camera, QSize pixels, bool axes)
 {
     RenderView view;
     QMatrix4x4 stands;
@@ -40,6 +40,7 @@ RenderView camera_view(const WorldObject& camera, QSize pixels)
     view.projection.perspective(static_cast<const CameraState&>(camera.object_state()).field_of_view,
                                 float(pixels.width()) / float(pixels.height()), nearest, farthest);
     view.pixels = pixels;
+    view.axes = axes;
     return view;
 }
 
@@ -80,6 +81,10 @@ void SceneInWorld::model_changed(const ModelChange& change)
 {
     m_stale = true;
     m_changed |= change.everything;
+    if (change.everything) { // Another scene's objects have the same ids.
+        m_pictures.clear();
+        m_views.clear();
+    }
     for (const ModelChange::Object& changed : change.objects) {
         m_changed |= dynamic_cast<const WorldObject*>(changed.object) != nullptr;
         if (changed.was_removed() && m_views.erase(changed.object->id()))
@@ -132,7 +137,7 @@ QImage SceneInWorld::view(const CDXUTControl& control, QSize pixels)
         const WorldObject* camera = m_world.objects().find(state.camera.id);
         if (!camera || camera->type() != WorldType::Camera)
             return {};
-        view = camera_view(*camera, pixels);
+        view = camera_view(*camera, pixels, !m_playing);
     }
     QImage& shown = m_views[control.id()];
     shown = m_world.renderer().picture(int(control.id()), view, WorldRenderer::Eye::Camera);
@@ -217,8 +222,11 @@ bool SceneInWorld::is_loaded(const Bound& bound) const
 
 const std::vector<SceneInWorld::Bound>& SceneInWorld::bound_dialogs() const
 {
-    if (!std::exchange(m_stale, false))
+    // Models are read while the scene is there already.
+    const quint64 models = m_world.models().library().revision();
+    if (!std::exchange(m_stale, false) && m_bound_models == models)
         return m_bound;
+    m_bound_models = models;
     m_bound.clear();
     for (const CDXUTDialog* dialog : m_core.GetDialogs()) {
         const QString& texture = dialog->dialog_state().bind_texture;

@@ -76,6 +76,7 @@ private:
     int m_turn = 0;       ///< of the views that are drawn in a frame
     mutable bool m_stale = true;
     mutable std::vector<Bound> m_bound;
+    mutable quint64 m_bound_models = 0;                                   ///< what was read of models then
     mutable QHash<QString, std::pair<QByteArray, QByteArray>> m_contents; ///< files and their SHA-256, by textures
     std::map<quint32, QImage> m_pictures;                                 ///< of dialogs, by id; null: to be drawn anew
     std::map<quint32, QImage> m_views;                                    ///< what controls showed of the world, by id

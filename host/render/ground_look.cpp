@@ -49,6 +49,16 @@ QVector3D color_at(float elevation)
 
 } // namespace
 
+QVector4D GroundLook::x_axis_color() const
+{
+    return {ground::x_axis_color.toVector3D(), ground::x_axis_color.w() * axes};
+}
+
+QVector4D GroundLook::z_axis_color() const
+{
+    return {ground::z_axis_color.toVector3D(), ground::z_axis_color.w() * axes};
+}
+
 GroundLook ground_look(const QMatrix4x4& view, const QMatrix4x4& projection, QSize pixels, double dpr)
 {
     GroundLook look;

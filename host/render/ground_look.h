@@ -18,9 +18,13 @@ struct GroundLook {
     QVector3D ray_origin;
     QVector3D ray_step_x;
     QVector3D ray_step_y;
+    float axes = 1;       ///< how much of the axes' lines shows, 0 to 1
     float reach = 0;      ///< metres from the eye at which the lines have faded away
     float line = 1;       ///< width of a line in pixels
     bool is_level = true; ///< the horizon is: the camera does not tilt sideways
+
+    QVector4D x_axis_color() const;
+    QVector4D z_axis_color() const;
 
     friend bool operator==(const GroundLook&, const GroundLook&) = default;
 };

@@ -46,8 +46,8 @@ void GroundPass::prepare(GlProgram& program, const GroundLook& look)
     program.set("axis_width", ground::axis_width);
     program.set("minor_color", ground::minor_color);
     program.set("major_color", ground::major_color);
-    program.set("x_axis_color", ground::x_axis_color);
-    program.set("z_axis_color", ground::z_axis_color);
+    program.set("x_axis_color", look.x_axis_color());
+    program.set("z_axis_color", look.z_axis_color());
     program.set("glow_color", ground::glow_color);
     program.set("glow_radius", ground::glow_radius);
     glBindVertexArray(m_parts->no_vertices.id());

@@ -75,6 +75,13 @@ bool is_clear(const DrawItem& item, const ModelPart& part)
 
 } // namespace
 
+GroundLook ground_look(const RenderView& view)
+{
+    GroundLook look = ground_look(view.view, view.projection, view.pixels, view.dpr);
+    look.axes = view.axes ? 1.f : 0.f;
+    return look;
+}
+
 class Renderer::Parts {
 public:
     explicit Parts(std::unique_ptr<RenderContext> made) : context(std::move(made)) {}
@@ -171,7 +178,7 @@ void Renderer::Parts::prepare_shadows(const Frustum& frustum, std::span<const Dr
 /// After the solid models: pixels that they cover cost nothing. `shaded`: the opacity that is there is the light.
 void Renderer::Parts::draw_ground(const RenderView& view, const QMatrix4x4& world_to_clip, bool shaded)
 {
-    const GroundLook look = ground_look(view.view, view.projection, view.pixels, view.dpr);
+    const GroundLook look = ground_look(view);
     (shaded ? glEnable : glDisable)(GL_BLEND);
     glBlendFuncSeparate(GL_DST_ALPHA, GL_ZERO, GL_ONE, GL_ZERO);
     glDisable(GL_CULL_FACE);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "draw_item.h"
+#include "ground_look.h"
 
 #include <QImage>
 #include <QSize>
@@ -16,11 +17,15 @@ struct RenderView {
     QMatrix4x4 projection;
     QSize pixels;
     double dpr = 1;     ///< pixels of one unit of the interface: how wide the ground's lines are
+    bool axes = true;   ///< their lines on the ground, for an author
     bool ground = true; ///< sky, lines and shadows; without a perspective, or when false, there is only the background
     QColor background = QColor(0x16, 0x1d, 0x2c);
 
     friend bool operator==(const RenderView&, const RenderView&) = default;
 };
+
+/// The ground and the sky of a view.
+GroundLook ground_look(const RenderView& view);
 
 /// What the last picture took.
 struct RenderCost {

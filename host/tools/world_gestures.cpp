@@ -26,12 +26,19 @@ float stepped(float value)
     return std::round(value / place_step) * place_step;
 }
 
+/// `numbers`, with the steps in which the mouse goes while Ctrl is held.
+QString with_steps(const QString& numbers, const QString& step)
+{
+    return QStringLiteral("%1   Ctrl: %2").arg(numbers, step);
+}
+
 QString metres(const QVector3D& place)
 {
-    return QStringLiteral("X %1  Y %2  Z %3 m")
-        .arg(double(place.x()), 0, 'f', 2)
-        .arg(double(place.y()), 0, 'f', 2)
-        .arg(double(place.z()), 0, 'f', 2);
+    const auto numbers = QStringLiteral("X %1  Y %2  Z %3 m")
+                             .arg(double(place.x()), 0, 'f', 2)
+                             .arg(double(place.y()), 0, 'f', 2)
+                             .arg(double(place.z()), 0, 'f', 2);
+    return with_steps(numbers, QStringLiteral("%1 m").arg(double(place_step), 0, 'f', 1));
 }
 
 double angle_of(QPointF way)
@@ -213,9 +220,9 @@ QString GizmoGesture::numbers() const
     if (m_before.empty())
         return {};
     if (is_axis_of(m_part, GizmoPart::TurnX))
-        return QStringLiteral("%1°").arg(m_shown, 0, 'f', 1);
+        return with_steps(QStringLiteral("%1°").arg(m_shown, 0, 'f', 1), QStringLiteral("%1°").arg(turn_step));
     if (m_part == GizmoPart::Size || is_axis_of(m_part, GizmoPart::SizeX))
-        return QStringLiteral("× %1").arg(m_shown, 0, 'f', 2);
+        return with_steps(QStringLiteral("× %1").arg(m_shown, 0, 'f', 2), QString::number(size_step));
     return metres(m_before.back().object->place());
 }
 

@@ -96,6 +96,12 @@ std::optional<QPointF> WorldGizmo::cube(GizmoPart part) const
     return m_view.place(part == GizmoPart::Size ? m_pivot : at(direction(part) * cube_seat));
 }
 
+std::optional<QPointF> WorldGizmo::above() const
+{
+    const auto middle = m_view.place(m_pivot);
+    return middle ? std::optional(*middle - QPointF(0, (double(cube_seat) + cube_side) * m_pixel)) : std::nullopt;
+}
+
 double WorldGizmo::distance(GizmoPart part, QPointF place) const
 {
     if (part == GizmoPart::Size || is_axis_of(part, GizmoPart::SizeX)) {

@@ -28,6 +28,8 @@ public:
     /// One geometry for painting and for hit tests.
     GizmoPart part_at(QPointF place) const;
     void paint(QPainter& painter, GizmoPart held) const;
+    /// A place above all handles, for the object's name; null when the object is not before the eye.
+    std::optional<QPointF> above() const;
     /// The direction in which an axis is drawn for a part of it.
     QVector3D direction(GizmoPart part) const;
 

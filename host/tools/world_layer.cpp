@@ -138,10 +138,6 @@ void WorldLayer::paint(QPainter& painter, const QRectF&, double scale)
     paint_motion_paths(painter, view, m_scene);
     if (const WorldObject* camera = m_scene.world()->camera_view().camera())
         paint_label(painter, eye_label_place, lang(u"相机：%1", u"Camera: %1").arg(camera->name()));
-    for (const WorldObject* object : objects)
-        if (const auto place = view.place(bounds_of(*m_scene.world(), *object).centre);
-            place && m_scene.world()->selection().contains(object))
-            paint_label(painter, QRectF(*place, QSizeF(1, 1)), object->name());
 }
 
 void WorldLayer::paint_object(QPainter& painter, const ViewProjection& view, const WorldObject& object,

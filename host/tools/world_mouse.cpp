@@ -23,6 +23,7 @@ constexpr double point_side = 8;  ///< pixels of the view
 constexpr double point_reach = 7; ///< around the middle of a point
 constexpr double line_reach = 6;
 constexpr int least_points = 2;
+constexpr double label_height = 16; ///< pixels of the view
 
 bool is_selection_code(int code)
 {
@@ -207,8 +208,23 @@ void WorldMouse::paint(QPainter& painter, const Gesture* gesture) const
                 painter.drawRect(QRectF(*seen - QPointF(side, side) / 2, QSizeF(side, side)));
     }
     const auto* held = dynamic_cast<const GizmoGesture*>(gesture);
-    if (const auto handles = gizmo(pixel))
+    const auto handles = gizmo(pixel);
+    if (handles)
         handles->paint(painter, held ? held->part() : GizmoPart::None);
+    if (m_world)
+        paint_names(painter, handles ? handles->above() : std::nullopt);
+}
+
+/// The names of what is selected: the last one's at `above`, over its handles, when it has some.
+void WorldMouse::paint_names(QPainter& painter, std::optional<QPointF> above) const
+{
+    const QPointF room(0, 2 * label_height * view_pixel(painter));
+    for (const WorldObject* object : m_world->selection().objects()) {
+        const bool has_handles = above && object == m_world->selection().get_last();
+        const auto place = has_handles ? *above - room : view().place(bounds_of(*m_world, *object).centre);
+        if (place && object->is_visible())
+            paint_label(painter, QRectF(*place, QSizeF(1, 1)), object->name());
+    }
 }
 
 } // namespace tarn

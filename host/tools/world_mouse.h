@@ -47,6 +47,7 @@ private:
     WorldObject* edited_path() const;
     int point_at(const WorldObject& path, QPointF place, double pixel) const;
     ViewProjection view() const;
+    void paint_names(QPainter& painter, std::optional<QPointF> above) const;
     std::optional<WorldGizmo> gizmo(double pixel) const;
 
     CGuiPlugScene& m_scene;

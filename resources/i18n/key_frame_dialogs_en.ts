@@ -153,5 +153,13 @@
         <source>动作循环(次)</source>
         <translation>Loops of the action</translation>
     </message>
+    <message>
+        <source>角色相机控制位置</source>
+        <translation>The camera leads the character</translation>
+    </message>
+    <message>
+        <source>预览时，角色站在镜头注视的地方，背向镜头；镜头移动，角色随之行走。</source>
+        <translation>In preview the character stands where the camera looks and faces away from it: it walks as the camera moves.</translation>
+    </message>
 </context>
 </TS>

@@ -111,6 +111,21 @@ TEST_F(ElementEditor, a_smaller_picture_shrinks_the_region_and_a_larger_one_is_s
     EXPECT_EQ(core().texture_rect(part()).size(), QSize(40, 30));
 }
 
+TEST_F(ElementEditor, edges_that_do_not_fit_into_a_smaller_picture_become_narrower)
+{
+    {
+        const UserAction action(m_scene->journal());
+        core().set_edge_widths(part(), {30, 10, 10, 5});
+    }
+    const auto steps = m_scene->journal().step_count();
+    m_answers.files = {picture_file({20, 15})};
+    click(6438);
+    EXPECT_EQ(core().edge_widths(part()), QMargins(15, 10, 5, 5)) << "in their shares, and only where they have to";
+    EXPECT_EQ(m_scene->journal().step_count(), steps + 1);
+    ASSERT_TRUE(m_scene->journal().undo());
+    EXPECT_EQ(core().edge_widths(part()), QMargins(30, 10, 10, 5));
+}
+
 TEST_F(ElementEditor, a_colour_has_no_picture_and_a_file_that_is_none_changes_nothing)
 {
     choose(DXUT_CONTROL_STATIC, 0, VisualState::Normal);

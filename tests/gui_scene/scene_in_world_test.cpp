@@ -3,6 +3,9 @@
 #include "support/gui_fixture.h"
 #include "support/scene_fixture.h"
 
+#include "animation/animation_scene.h"
+#include "animation/timebar.h"
+#include "animation/timer_object.h"
 #include "engine/view_projection.h"
 #include "engine/world_edit.h"
 #include "engine/world_models.h"
@@ -36,7 +39,6 @@ protected:
         m_dialog = dialog({600, 400, 150, 150}, u"menu"_s);
         m_button = control(DXUT_CONTROL_BUTTON, m_dialog, {25, 25, 100, 100}, u"go"_s);
         m_scene.create_texture_dialog_bind(m_dialog, u"board.png"_s);
-        EXPECT_TRUE(set(*m_dialog, "bind_mouse", true));
     }
     bool has_opengl() const { return m_world.renderer().works(); }
     QPointF seen(const QVector3D& point)
@@ -89,6 +91,25 @@ TEST_F(SceneInWorldTest, ADialogOnATextureTakesTheMouseThroughTheWorldWhileTheIn
     m_scene.document().changes().tell();
     EXPECT_FALSE(core().is_in_world(*m_dialog)) << "nothing shows it there, so that the screen does";
     m_scene.play(false);
+}
+
+TEST_F(SceneInWorldTest, ACharacterThatTheCameraLeadsWalksWithItWhileTheInterfaceRuns)
+{
+    WorldObject* figure = m_world.objects().create(WorldType::Skeleton, u"hero"_s);
+    figure->set_place({1, 0.5f, 2});
+    CTimebar* bar = m_scene.animation().create_bar(10);
+    CTimerObject* timer = bar->create_object(TimerObjectType::Skeleton, {figure->id()});
+    timer->set_led_by_camera(true);
+    m_world.camera().look_at({5, 3, -4});
+    m_scene.play(true);
+    m_scene.advance(0.02);
+    EXPECT_EQ(figure->place(), QVector3D(5, 0.5f, -4)) << "at its own height";
+    const QVector3D ahead = QQuaternion::fromEulerAngles(figure->turn()).rotatedVector({0, 0, 1});
+    QVector3D away = m_world.camera().target() - m_world.camera().eye();
+    away.setY(0);
+    EXPECT_LT((ahead - away.normalized()).length(), 0.001f);
+    m_scene.play(false);
+    EXPECT_EQ(figure->place(), QVector3D(1, 0.5f, 2));
 }
 
 TEST_F(SceneInWorldTest, AnEditBoxOnAPanelIsTypedInto)

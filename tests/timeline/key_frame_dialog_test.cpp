@@ -172,10 +172,13 @@ TEST_F(KeyFrameDialog, each_kind_of_model_has_its_form)
             CChildDlg& page = *dialog.findChild<CChildDlg*>();
             EXPECT_EQ(page.page_name(), QLatin1String(row.page));
             type(page, row.loops, u"3"_s);
+            if (auto* by_camera = static_cast<QAbstractButton*>(page.control(6297)))
+                by_camera->click();
             dialog.reject();
         });
         CDlgKeyFrame::do_modal(&m_timeline, m_world, {CObjKey(*timer, 0)});
         EXPECT_EQ(CObjKey(*timer, 0).value(Channel::Loops).as_int(), 3);
+        EXPECT_EQ(timer->is_led_by_camera(), row.type == WorldType::Skeleton);
     }
 }
 

@@ -111,6 +111,15 @@ Status write(const QString& path, const QByteArray& content)
     return {};
 }
 
+/// `reason` is the reading library's, in its own words.
+Status damaged(const char* reason)
+{
+    const QString said = QString::fromUtf8(reason).simplified().left(200);
+    const QString text = lang(u"文件已损坏，或者内容与扩展名不符",
+                              u"it is damaged, or not what its name's ending says");
+    return Status::error(said.isEmpty() ? text : QStringLiteral("%1 (%2)").arg(text, said));
+}
+
 Status import_model(const QString& in, const QString& out)
 {
     ModelFolder folder(in);
@@ -123,7 +132,7 @@ Status import_model(const QString& in, const QString& out)
     const aiScene* scene = read_scene(importer, folder);
     importer.SetProgressHandler(nullptr);
     if (!scene)
-        return Status::error(QString::fromUtf8(importer.GetErrorString()).simplified().left(200));
+        return damaged(importer.GetErrorString());
     const QString extension = QFileInfo(in).suffix().toLower();
     auto data = convert_scene(*scene, folder, extension.startsWith(QLatin1String("gl")));
     if (!data)
@@ -143,7 +152,7 @@ Status import_within_memory(const QString& in, const QString& out)
     try {
         return with_enough_memory([&] { return import_model(in, out); });
     } catch (const std::exception& problem) { // The library's.
-        return Status::error(QString::fromUtf8(problem.what()).simplified().left(200));
+        return damaged(problem.what());
     }
 }
 

@@ -1,8 +1,9 @@
 #pragma once
 
+#include "engine/base_world.h"
+#include "engine/camera_view.h"
 #include "engine/orbit_camera.h"
 #include "overlay_buffer.h"
-#include "render/ground_look.h"
 #include "render/renderer.h"
 
 namespace tarn {
@@ -21,16 +22,15 @@ inline QMatrix4x4 camera_projection(const OrbitCamera& camera, QSizeF surface, c
 }
 
 /// What the view's own camera sees on such a surface.
-inline RenderView camera_render_view(const OrbitCamera& camera, QSize surface, double dpr, const ScreenPlacing& placing,
+inline RenderView camera_render_view(CBaseWorld& world, QSize surface, double dpr, const ScreenPlacing& placing,
                                      QSize screen)
 {
-    return {camera.view_matrix(), camera_projection(camera, surface, placing, screen), device_size(surface, dpr), dpr};
-}
-
-/// The ground of that.
-inline GroundLook camera_look(const RenderView& view)
-{
-    return ground_look(view.view, view.projection, view.pixels, view.dpr);
+    const OrbitCamera& camera = world.camera();
+    return {.view = camera.view_matrix(),
+            .projection = camera_projection(camera, surface, placing, screen),
+            .pixels = device_size(surface, dpr),
+            .dpr = dpr,
+            .axes = world.camera_view().shows_axes()};
 }
 
 /// The target of WorldRenderer for the author's view.

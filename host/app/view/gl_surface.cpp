@@ -103,10 +103,10 @@ void GlSurface::paintGL()
     m_scene->set_layer(GroundScene::overlay_layer, m_overlay.image(), changed);
     const QRect painted = m_tool.update(m_world.mouse_tool(), size(), dpr, placing);
     m_scene->set_layer(GroundScene::tool_layer, m_tool.image(), painted);
-    const RenderView view = camera_render_view(m_world.camera(), size(), dpr, placing, m_overlay.screen_on(size()));
+    const RenderView view = camera_render_view(m_world, size(), dpr, placing, m_overlay.screen_on(size()));
     WorldRenderer& renderer = m_world.renderer();
     const GLuint world = renderer.texture(view_target, view, WorldRenderer::Eye::Author);
-    m_scene->draw(camera_look(view), defaultFramebufferObject(), world, world && renderer.cost().drawn);
+    m_scene->draw(ground_look(view), defaultFramebufferObject(), world, world && renderer.cost().drawn);
 }
 
 } // namespace tarn

@@ -74,8 +74,8 @@ void paint_row(QRgb* out, const GroundLook& look, const GroundRow row, const flo
     const QVector3D down = row.depth * look.ray_step_y;
     const QVector4D minor_color = ground::minor_color;
     const QVector4D major_color = ground::major_color;
-    const QVector4D x_axis_color = ground::x_axis_color;
-    const QVector4D z_axis_color = ground::z_axis_color;
+    const QVector4D x_axis_color = look.x_axis_color();
+    const QVector4D z_axis_color = look.z_axis_color();
     const QVector3D glow_color = ground::glow_color;
     for (int i = 0; i < count; ++i) {
         const float ray_x = row.ray.x() + float(i) * step.x();

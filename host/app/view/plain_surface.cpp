@@ -34,7 +34,7 @@ const QImage& WorldPicture::image(CBaseWorld& world, const RenderView& view)
         m_with_models = true;
         return m_image;
     }
-    const GroundLook look = camera_look(view);
+    const GroundLook look = ground_look(view);
     if (look != m_look || std::exchange(m_with_models, false))
         m_image = ground_raster(look);
     m_look = look;
@@ -64,7 +64,7 @@ void PlainSurface::paintEvent(QPaintEvent*)
     const ScreenPlacing placing = m_overlay.placing(size());
     m_objects.update(m_world.objects_layer(), size(), dpr);
     m_overlay.update(m_world.overlay(), size(), dpr);
-    const RenderView view = camera_render_view(m_world.camera(), size(), dpr, placing, m_overlay.screen_on(size()));
+    const RenderView view = camera_render_view(m_world, size(), dpr, placing, m_overlay.screen_on(size()));
     QPainter painter(this);
     draw_pixels(painter, m_picture.image(m_world, view));
     paint_over(painter, {m_objects.image(), m_overlay.image()}, m_world, placing);

@@ -184,7 +184,7 @@ QImage CView3D::render(CBaseWorld& world, QSize size, double dpr)
     objects.paint_all(world.objects_layer(), size, dpr);
     tarn::OverlayBuffer overlay;
     overlay.paint_all(world.overlay(), size, dpr);
-    QImage picture = tarn::WorldPicture().image(world, tarn::camera_render_view(world.camera(), size, dpr, {}, size));
+    QImage picture = tarn::WorldPicture().image(world, tarn::camera_render_view(world, size, dpr, {}, size));
     picture.setDevicePixelRatio(dpr);
     QPainter painter(&picture);
     tarn::paint_over(painter, {objects.image(), overlay.image()}, world, {});
