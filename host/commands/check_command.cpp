@@ -28,8 +28,8 @@ struct Check {
 struct Finding {
     Problem problem;
     quint32 object = 0;
-    QString path{}; ///< the file, or one in the folder
-    int line = 0;   ///< of that; 0 for none
+    QString path{};       ///< the file, or one in the folder
+    int line = 0;         ///< of that; 0 for none
     bool is_note = false; ///< about the machine, not the interface
 };
 
@@ -107,9 +107,8 @@ Result<std::vector<Finding>> check_file(const Check& check)
         findings.push_back(std::move(finding));
     }
     const auto& controls = open.scene.gui_core().controls();
-    const bool has_movies = std::ranges::any_of(controls, [](const CDXUTControl* control) {
-        return control->GetType() == DXUT_CONTROL_FLASH;
-    });
+    const bool has_movies = std::ranges::any_of(
+        controls, [](const CDXUTControl* control) { return control->GetType() == DXUT_CONTROL_FLASH; });
     if (const auto player = MovieTools::find(); has_movies && !player)
         findings.push_back({.problem = {.text = player.status().message()}, .path = check.file, .is_note = true});
     return findings;

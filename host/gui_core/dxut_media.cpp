@@ -16,8 +16,8 @@ namespace {
 constexpr double button_side = 24; ///< pixels
 constexpr double least_scale = 0.0625;
 constexpr double largest_scale = 100;
-constexpr double least_range = 0.01; ///< metres
-constexpr double spot_reach = 8;     ///< pixels about a spot that still hit it
+constexpr double least_range = 0.01;       ///< metres
+constexpr double spot_reach = 8;           ///< pixels about a spot that still hit it
 constexpr char16_t first_chinese = 0x2e80; ///< letters from here on need a movie that takes them
 
 /// Keys that type nothing, as pages of the web name them.
@@ -26,10 +26,12 @@ struct MovieKey {
     const char* name;
 };
 constexpr MovieKey movie_keys[] = {
-    {Qt::Key_Left, "ArrowLeft"},   {Qt::Key_Right, "ArrowRight"}, {Qt::Key_Up, "ArrowUp"},
-    {Qt::Key_Down, "ArrowDown"},   {Qt::Key_Return, "Enter"},     {Qt::Key_Enter, "Enter"},
-    {Qt::Key_Backspace, "Backspace"}, {Qt::Key_Delete, "Delete"}, {Qt::Key_Home, "Home"},
-    {Qt::Key_End, "End"},          {Qt::Key_PageUp, "PageUp"},    {Qt::Key_PageDown, "PageDown"},
+    {Qt::Key_Left, "ArrowLeft"},      {Qt::Key_Right, "ArrowRight"},
+    {Qt::Key_Up, "ArrowUp"},          {Qt::Key_Down, "ArrowDown"},
+    {Qt::Key_Return, "Enter"},        {Qt::Key_Enter, "Enter"},
+    {Qt::Key_Backspace, "Backspace"}, {Qt::Key_Delete, "Delete"},
+    {Qt::Key_Home, "Home"},           {Qt::Key_End, "End"},
+    {Qt::Key_PageUp, "PageUp"},       {Qt::Key_PageDown, "PageDown"},
     {Qt::Key_Escape, "Escape"},
 };
 

@@ -40,7 +40,7 @@ private:
         MovieLacks lacks;
     };
     QHash<QString, Movie> m_movies; ///< by their entries: only changed files are looked into again
-    QHash<quint64, Text> m_texts; ///< by the functions' revisions: only changed texts are looked at again
+    QHash<quint64, Text> m_texts;   ///< by the functions' revisions: only changed texts are looked at again
 };
 
 } // namespace tarn

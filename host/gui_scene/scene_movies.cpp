@@ -262,7 +262,8 @@ void SceneMovies::deliver()
 {
     const std::deque<Call> calls = std::exchange(m_calls, {});
     for (const Call& call : calls)
-        if (auto* control = dynamic_cast<CDXUTFlash*>(m_core.find_control(call.control)); control && m_playing && on_call)
+        if (auto* control = dynamic_cast<CDXUTFlash*>(m_core.find_control(call.control));
+            control && m_playing && on_call)
             on_call(*control, call.name, call.given);
 }
 

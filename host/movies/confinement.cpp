@@ -6,8 +6,8 @@
 #ifdef Q_OS_LINUX
 #include <cerrno>
 #include <csignal>
-#include <iterator>
 #include <cstddef>
+#include <iterator>
 
 #include <linux/audit.h>
 #include <linux/filter.h>

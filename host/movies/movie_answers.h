@@ -31,8 +31,8 @@ struct MovieAnswer {
 /// Cuts what comes from the player into answers. The player has read hostile files: nothing that it says is trusted.
 class MovieAnswers {
 public:
-    static constexpr quint32 largest_side = 4096;     ///< pixels
-    static constexpr quint32 most_pixels = 1 << 23;   ///< of a picture
+    static constexpr quint32 largest_side = 4096;      ///< pixels
+    static constexpr quint32 most_pixels = 1 << 23;    ///< of a picture
     static constexpr quint32 longest_text = 16 * 1024; ///< bytes of an event
 
     /// What is whole by now. False when what came is no answer: from then on nothing is.

@@ -17,7 +17,7 @@ struct MovieSetup {
     QByteArray file;
     bool transparent = false; ///< its background is not drawn
     bool keep_size = false;   ///< it is not scaled to the picture
-    double frame_rate = 30; ///< pictures a second that it can have
+    double frame_rate = 30;   ///< pictures a second that it can have
     bool operator==(const MovieSetup&) const = default;
 };
 

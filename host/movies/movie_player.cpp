@@ -323,8 +323,9 @@ void MoviePlayer::take(const MovieAnswer& answer)
         if (found == m_movies.end())
             return;
         if (answer.event == QLatin1String("failed"))
-            fail(answer.movie, lang(u"播放器无法播放这个影片，它可能已损坏。",
-                                    u"The player cannot play this movie; it may be damaged."));
+            fail(answer.movie,
+                 lang(u"播放器无法播放这个影片，它可能已损坏。",
+                      u"The player cannot play this movie; it may be damaged."));
         else if (on_event)
             on_event(answer.movie, answer);
         return;

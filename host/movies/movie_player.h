@@ -24,9 +24,9 @@ namespace tarn {
 class MoviePlayer {
 public:
     struct Limits {
-        int answer = 3000;  ///< milliseconds that a turn may take
-        int start = 60000;  ///< until the helper is ready
-        int idle = 30000;   ///< that it is kept while nothing plays
+        int answer = 3000; ///< milliseconds that a turn may take
+        int start = 60000; ///< until the helper is ready
+        int idle = 30000;  ///< that it is kept while nothing plays
     };
 
     MoviePlayer();
@@ -72,12 +72,12 @@ private:
         QSize pixels;
         bool seen = false;
         bool plays = false;
-        bool loaded = false;     ///< in the helper
-        bool asked = false;      ///< it gets its turn at once
-        int turns = 0;           ///< since it was loaded
-        qint64 began = 0;        ///< when it was loaded, milliseconds of the clock
-        qint64 hidden = 0;       ///< since when it is not seen
-        qint64 due = 0;          ///< when it has its next turn
+        bool loaded = false; ///< in the helper
+        bool asked = false;  ///< it gets its turn at once
+        int turns = 0;       ///< since it was loaded
+        qint64 began = 0;    ///< when it was loaded, milliseconds of the clock
+        qint64 hidden = 0;   ///< since when it is not seen
+        qint64 due = 0;      ///< when it has its next turn
         MovieDeeds todo;
         QImage picture;
         QString failure;

@@ -11,7 +11,7 @@ namespace tarn {
 
 namespace {
 
-constexpr qsizetype fixed_part = 8;           ///< bytes: signature, version, length
+constexpr qsizetype fixed_part = 8;       ///< bytes: signature, version, length
 constexpr qint64 most_content = 64 << 20; ///< bytes; who packs more means harm
 constexpr qsizetype buffer_size = 64 * 1024;
 

@@ -26,7 +26,7 @@ QString find_packages()
     const QString given = qEnvironmentVariable("TARN_MOVIE_PLAYER");
     if (!given.isEmpty())
         return QFile::exists(given + QStringLiteral("/node_modules")) ? given + QStringLiteral("/node_modules")
-                                                                     : QString();
+                                                                      : QString();
     return QStandardPaths::locate(QStandardPaths::GenericDataLocation, QLatin1String(packages_folder),
                                   QStandardPaths::LocateDirectory);
 }

@@ -3,6 +3,7 @@
 #include "gui_scene/scene_movies.h"
 #include "movies/movie_tools.h"
 #include "script/script_log.h"
+#include "script/script_runtime.h"
 #include "support/gui_fixture.h"
 #include "support/movie_writer.h"
 #include "support/run_until.h"
@@ -24,11 +25,12 @@ QByteArray answering_movie()
     movie.shape(3, {0, 0, 40, 20}, Qt::blue);
     movie.button(4, 3, MovieScript(move).fs_command(u"told"_s, u"left"_s)).place(4, 5, {10, 50});
     movie.button(5, 3, MovieScript(move).call_out(u"told"_s, {u"by"_s, u"key"_s}), 'a').place(5, 6, {70, 50});
-    movie.script(MovieScript()
-                     .offer(u"move_to"_s, MovieScript().set_x_from(u"box"_s, u"value"_s).call_out_with_variable(
-                                              u"told"_s, u"value"_s))
-                     .call_out(u"unheard"_s)
-                     .stop());
+    movie.script(
+        MovieScript()
+            .offer(u"move_to"_s,
+                   MovieScript().set_x_from(u"box"_s, u"value"_s).call_out_with_variable(u"told"_s, u"value"_s))
+            .call_out(u"unheard"_s)
+            .stop());
     return movie.show_frame().bytes();
 }
 
@@ -42,7 +44,8 @@ protected:
         m_movie = static_cast<CDXUTFlash*>(control(DXUT_CONTROL_FLASH, m_home, {20, 30, 120, 90}, u"Movie"_s));
         show(answering_movie());
         (void)set(*m_movie, "callbacks", QStringList{u"Movie_told"_s});
-        (void)m_scene.functions().set_function(u"Movie_told"_s, u"local c, name, a, b = ...\nprint(c.name, name, a, b)"_s);
+        (void)m_scene.functions().set_function(u"Movie_told"_s,
+                                               u"local c, name, a, b = ...\nprint(c.name, name, a, b)"_s);
         (void)m_scene.functions().set_function(u"push"_s, u"control('Movie'):call('move_to', 60)"_s);
         core().set_screen_size({640, 480});
     }
@@ -143,7 +146,8 @@ TEST_F(PlayedInScene, scripts_call_into_movies_that_play)
     run_for(200);
     EXPECT_FALSE(m_world.scripts().call(u"push"_s, {}).error.has_value());
     EXPECT_TRUE(shows(moved, Qt::red));
-    EXPECT_TRUE(run_until([&] { return log().contains(u"Movie\ttold\t60\tnil"_s); }, 5000)) << log().join(u'|').toStdString();
+    EXPECT_TRUE(run_until([&] { return log().contains(u"Movie\ttold\t60\tnil"_s); }, 5000))
+        << log().join(u'|').toStdString();
 }
 
 TEST_F(PlayedInScene, hidden_movies_cost_nothing_and_begin_anew_when_they_are_to)

@@ -66,8 +66,13 @@ TEST_F(HostileMovie, that_is_damaged_or_huge_is_refused_or_drawn_and_the_next_on
     MovieWriter many;
     for (int i = 0; i < 20000; ++i)
         many.shape(i + 1, {i % 100, i % 80, 20, 20}, Qt::red).place(i + 1, i + 1, {0, 0});
-    const QByteArray huge = MovieWriter({30000, 30000}).background(Qt::white).tag(777, QByteArray(40 << 20, 'x')).show_frame().bytes(true);
-    for (const QByteArray& file : {whole.left(40), wild, many.show_frame().bytes(), huge, QByteArray("CWS\x08zzzzzzzzzzzzzzzz"), QByteArray()}) {
+    const QByteArray huge = MovieWriter({30000, 30000})
+                                .background(Qt::white)
+                                .tag(777, QByteArray(40 << 20, 'x'))
+                                .show_frame()
+                                .bytes(true);
+    for (const QByteArray& file :
+         {whole.left(40), wild, many.show_frame().bytes(), huge, QByteArray("CWS\x08zzzzzzzzzzzzzzzz"), QByteArray()}) {
         const auto movie = open(file);
         EXPECT_TRUE(run_until([&] { return !m_player.picture(movie).isNull() || !m_player.failure(movie).isEmpty(); }));
         m_player.close(movie);

@@ -37,8 +37,8 @@ std::vector<MovieAnswer> read(const QByteArray& bytes, bool fine = true)
 
 TEST(MovieAnswers, are_cut_out_of_a_stream_that_comes_in_any_pieces)
 {
-    const QByteArray stream = head(1, 0, 2) + "{}" + head(2, 3, 2, 1) + QByteArray("\xff\0\0\xff\0\0\x80\x80", 8) + head(3, 4)
-        + event(R"({"type":"call","name":"n","given":["t",2,0.5,true,null]})") + head(5, 9);
+    const QByteArray stream = head(1, 0, 2) + "{}" + head(2, 3, 2, 1) + QByteArray("\xff\0\0\xff\0\0\x80\x80", 8)
+        + head(3, 4) + event(R"({"type":"call","name":"n","given":["t",2,0.5,true,null]})") + head(5, 9);
     for (const qsizetype step : {1, 3, 16, 17, 1000}) {
         MovieAnswers reader;
         std::vector<MovieAnswer> answers;
@@ -56,9 +56,9 @@ TEST(MovieAnswers, are_cut_out_of_a_stream_that_comes_in_any_pieces)
 TEST(MovieAnswers, that_cannot_be_end_the_stream)
 {
     const quint32 side = MovieAnswers::largest_side;
-    for (const QByteArray& bytes :
-         {head(0, 1), head(6, 1), head(2, 1, 0, 5), head(2, 1, side + 1, 1), head(2, 1, side, side), head(2, 1, 0xffffffff, 0xffffffff),
-          head(4, 1, MovieAnswers::longest_text + 1), event("[]"), event("{\"type\":")}) {
+    for (const QByteArray& bytes : {head(0, 1), head(6, 1), head(2, 1, 0, 5), head(2, 1, side + 1, 1),
+                                    head(2, 1, side, side), head(2, 1, 0xffffffff, 0xffffffff),
+                                    head(4, 1, MovieAnswers::longest_text + 1), event("[]"), event("{\"type\":")}) {
         MovieAnswers reader;
         std::vector<MovieAnswer> answers;
         EXPECT_FALSE(reader.feed(bytes, answers));
@@ -66,7 +66,8 @@ TEST(MovieAnswers, that_cannot_be_end_the_stream)
         EXPECT_FALSE(reader.feed(head(3, 1), answers));
         EXPECT_TRUE(answers.empty());
     }
-    EXPECT_LE(read(event(R"({"type":"call","name":")" + QByteArray(5000, 'n') + R"(","given":7})")).front().name.size(), 1000);
+    EXPECT_LE(read(event(R"({"type":"call","name":")" + QByteArray(5000, 'n') + R"(","given":7})")).front().name.size(),
+              1000);
 }
 
 TEST(MovieAnswers, of_noise_are_survived)

@@ -17,10 +17,11 @@ QByteArray answering_movie()
     movie.shape(3, {0, 0, 40, 20}, Qt::blue);
     movie.button(4, 3, MovieScript(move).fs_command(u"clicked"_s, u"left"_s)).place(4, 5, {10, 50});
     movie.button(5, 3, MovieScript(move).fs_command(u"typed"_s, u"a"_s), 'a').place(5, 6, {70, 50});
-    movie.script(MovieScript()
-                     .offer(u"move_to"_s, MovieScript().set_x_from(u"box"_s, u"value"_s).call_out_with_variable(
-                                              u"moved"_s, u"value"_s))
-                     .stop());
+    movie.script(
+        MovieScript()
+            .offer(u"move_to"_s,
+                   MovieScript().set_x_from(u"box"_s, u"value"_s).call_out_with_variable(u"moved"_s, u"value"_s))
+            .stop());
     return movie.show_frame().bytes(true);
 }
 
@@ -96,7 +97,12 @@ TEST_F(PlayedMovie, stops_runs_on_and_goes_to_a_frame)
 
 TEST_F(PlayedMovie, is_drawn_as_its_setup_says)
 {
-    const QByteArray file = MovieWriter().background(Qt::white).shape(1, {0, 0, 20, 20}, Qt::red).place(1, 1, {0, 0}).show_frame().bytes();
+    const QByteArray file = MovieWriter()
+                                .background(Qt::white)
+                                .shape(1, {0, 0, 20, 20}, Qt::red)
+                                .place(1, 1, {0, 0})
+                                .show_frame()
+                                .bytes();
     for (const bool transparent : {false, true})
         for (const bool keep_size : {false, true}) {
             const auto movie = m_player.open({.file = file, .transparent = transparent, .keep_size = keep_size});
@@ -114,7 +120,12 @@ TEST_F(PlayedMovie, writes_in_the_fonts_that_were_handed_in)
 {
     TestFont font;
     m_player.set_fonts({{font.family, font.bytes()}});
-    const QByteArray file = MovieWriter({200, 60}).background(Qt::white).text(1, {0, 0, 200, 60}, u"AAAA"_s, font.family, 40).place(1, 1, {0, 0}).show_frame().bytes();
+    const QByteArray file = MovieWriter({200, 60})
+                                .background(Qt::white)
+                                .text(1, {0, 0, 200, 60}, u"AAAA"_s, font.family, 40)
+                                .place(1, 1, {0, 0})
+                                .show_frame()
+                                .bytes();
     const auto movie = open(file, false, {200, 60});
     ASSERT_TRUE(shows(movie));
     run_for(500);

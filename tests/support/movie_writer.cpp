@@ -138,7 +138,8 @@ MovieScript& MovieScript::call_out_with_variable(const QString& name, const QStr
 
 MovieScript& MovieScript::offer(const QString& name, const MovieScript& body)
 {
-    code(0x9b, text_of({}) + short_number(1) + text_of(QStringLiteral("value")) + short_number(int(body.m_bytes.size())));
+    code(0x9b,
+         text_of({}) + short_number(1) + text_of(QStringLiteral("value")) + short_number(int(body.m_bytes.size())));
     m_bytes += body.m_bytes;
     code(0x96, QByteArray(1, '\2')); // null
     push(name).push(3.0);
@@ -226,8 +227,9 @@ MovieWriter& MovieWriter::text(int id, const QRect& area, const QString& text, c
     const QByteArray name = family.toUtf8();
     tag(48, short_number(font) + '\0' + '\0' + char(name.size()) + name + short_number(0));
     const QByteArray flags("\x8d\x00", 2); // has a text, is read-only, has a colour and a font
-    return tag(37, short_number(id) + rectangle(area) + flags + short_number(font) + short_number(size * twips)
-                       + QByteArray("\0\0\0\xff", 4) + text_of({}) + text_of(text));
+    return tag(37,
+               short_number(id) + rectangle(area) + flags + short_number(font) + short_number(size * twips)
+                   + QByteArray("\0\0\0\xff", 4) + text_of({}) + text_of(text));
 }
 
 MovieWriter& MovieWriter::script(const MovieScript& script)

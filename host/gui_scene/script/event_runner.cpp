@@ -19,7 +19,7 @@ namespace tarn {
 
 namespace {
 
-constexpr qsizetype most_unheard = 100; ///< calls of movies that are told
+constexpr qsizetype most_unheard = 100;  ///< calls of movies that are told
 constexpr qsizetype longest_text = 1000; ///< characters of a result or print that the log keeps
 
 ModelObject* owner_of(const GuiEvent& event)
@@ -157,7 +157,8 @@ QString EventRunner::callback_of(const CDXUTFlash& movie, const QString& name) c
 {
     const QStringList& callbacks = static_cast<const FlashState&>(movie.shown_state()).callbacks;
     const CGuiEvent* click = m_scene.events().GetFunc(movie.id(), EVENT_BUTTON_CLICKED);
-    for (const QString& function : {name, movie.name() + QLatin1Char('_') + name, click ? click->function() : QString()})
+    for (const QString& function :
+         {name, movie.name() + QLatin1Char('_') + name, click ? click->function() : QString()})
         if (!function.isEmpty() && callbacks.contains(function))
             return function;
     return {};

@@ -62,7 +62,7 @@ private:
     std::deque<Waiting> m_waiting;
     double m_last_advance = 0; ///< seconds of the preview
     bool m_delivering = false;
-    QSet<QString> m_unheard; ///< what movies called and nothing answers
+    QSet<QString> m_unheard;              ///< what movies called and nothing answers
     const GuiEvent* m_answered = nullptr; ///< whose function runs now
 };
 

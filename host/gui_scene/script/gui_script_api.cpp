@@ -513,7 +513,8 @@ ScriptApi gui_script_api(CGuiPlugScene& scene)
 {
     ScriptApi api{{message_verb(scene)},
                   gui_script_objects(scene.gui_core(), scene.animation(), scene.world()->objects())};
-    for (const auto& verbs : {control_verbs(scene), movie_verbs(scene), dialog_verbs(scene), menu_verbs(scene), timebar_verbs()})
+    for (const auto& verbs :
+         {control_verbs(scene), movie_verbs(scene), dialog_verbs(scene), menu_verbs(scene), timebar_verbs()})
         api.verbs.insert(api.verbs.end(), verbs.begin(), verbs.end());
     return api;
 }
