@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <memory>
 #include <vector>
 
 #include <unistd.h>
@@ -77,6 +78,7 @@ void play(int movies, QSize pixels)
     MoviePlayer player;
     int pictures = 0;
     player.on_changed = [&](auto) { ++pictures; };
+    auto starting = std::make_unique<Gaps>();
     QElapsedTimer clock;
     clock.start();
     for (int i = 0; i < movies; ++i) {
@@ -90,13 +92,16 @@ void play(int movies, QSize pixels)
         return;
     }
     const double first = double(clock.elapsed());
+    const double gap_of_start = starting->longest();
+    starting.reset();
     spin(2000);
     const double before = processor_of(player.process_id());
     pictures = 0;
     const Gaps gaps;
     spin(measured * 1000);
-    std::printf("%2d of %4d x %-4d  first %5.0f ms  %5.1f a second each  processor %4.1f %%  helper %4.0f MB  gap %4.1f ms\n", movies,
-                pixels.width(), pixels.height(), first, double(pictures) / measured / movies,
+    std::printf("%2d of %4d x %-4d  first %5.0f ms  %5.1f a second each  processor %4.1f %%  helper %4.0f MB  gap "
+                "%4.1f ms, at the start %4.1f ms\n",
+                movies, pixels.width(), pixels.height(), first, double(pictures) / measured / movies,
                 (processor_of(player.process_id()) - before) / measured * 100, memory_of(player.process_id()),
                 gaps.longest());
 }
@@ -105,10 +110,14 @@ void play(int movies, QSize pixels)
 void click()
 {
     MovieWriter writer;
-    writer.background(Qt::white).shape(1, {0, 0, 20, 20}, Qt::red).clip(2, 1).place(2, 1, {0, 0}, QStringLiteral("box"));
+    writer.background(Qt::white)
+        .shape(1, {0, 0, 20, 20}, Qt::red)
+        .clip(2, 1)
+        .place(2, 1, {0, 0}, QStringLiteral("box"));
     writer.shape(3, {0, 0, 40, 20}, Qt::blue);
     for (const int side : {0, 1})
-        writer.button(4 + side, 3, MovieScript().set_property(QStringLiteral("box"), 0, 60 * side)).place(4 + side, 5 + side, {10 + 60 * side, 50});
+        writer.button(4 + side, 3, MovieScript().set_property(QStringLiteral("box"), 0, 60 * side))
+            .place(4 + side, 5 + side, {10 + 60 * side, 50});
     MoviePlayer player;
     const auto movie = player.open({.file = writer.script(MovieScript().stop()).show_frame().bytes()});
     player.set_size(movie, {120, 90});
@@ -140,7 +149,8 @@ void click()
     }
     std::sort(times.begin(), times.end());
     if (!times.empty())
-        std::printf("click to picture: median %.1f ms, longest %.1f ms, %d of 50\n", times[times.size() / 2], times.back(), int(times.size()));
+        std::printf("click to picture: median %.1f ms, longest %.1f ms, %d of 50\n", times[times.size() / 2],
+                    times.back(), int(times.size()));
 }
 
 } // namespace

@@ -115,6 +115,7 @@ public:
     /// input method is about to put in. True when the control took it.
     virtual bool key_pressed(int, Qt::KeyboardModifiers) { return false; }
     virtual bool text_typed(const QString&, const QString&) { return false; }
+    virtual void key_released(int) {}
     /// Where the next character goes, in pixels of the client area; empty for a control that takes no text.
     virtual QRectF caret_rect() const { return {}; }
     /// Whether mouse and keyboard reach the control now.

@@ -143,11 +143,44 @@ bool CDXUTFlash::key_pressed(int key, Qt::KeyboardModifiers)
 {
     if (!state<tarn::FlashState>().keyboard_input || !is_played())
         return false;
+    m_last_key = key;
     const auto named = std::ranges::find(movie_keys, key, &MovieKey::key);
     if (named == std::end(movie_keys))
         return key == Qt::Key_Space; // comes as a text
-    core().movies()->key(*this, QLatin1String(named->name), QLatin1String(named->name));
+    press_key(key, {QLatin1String(named->name), QLatin1String(named->name)});
     return true;
+}
+
+void CDXUTFlash::press_key(int key, const HeldKey& names)
+{
+    core().movies()->key(*this, true, names.key, names.code);
+    if (key != 0)
+        m_held_keys.insert(key, names);
+    else
+        core().movies()->key(*this, false, names.key, names.code);
+}
+
+void CDXUTFlash::key_released(int key)
+{
+    const auto held = m_held_keys.constFind(key);
+    if (held == m_held_keys.cend())
+        return;
+    if (is_played())
+        core().movies()->key(*this, false, held->key, held->code);
+    m_held_keys.erase(held);
+}
+
+void CDXUTFlash::release_keys()
+{
+    for (const int key : m_held_keys.keys())
+        key_released(key);
+}
+
+void CDXUTFlash::reset_run_state()
+{
+    m_under_mouse = false;
+    m_last_key = 0;
+    m_held_keys.clear();
 }
 
 bool CDXUTFlash::text_typed(const QString& text, const QString&)
@@ -157,7 +190,7 @@ bool CDXUTFlash::text_typed(const QString& text, const QString&)
         return false;
     for (const QChar letter : text)
         if (s.chinese_input || letter.unicode() < first_chinese)
-            core().movies()->key(*this, letter, code_of(letter));
+            press_key(std::exchange(m_last_key, 0), {letter, code_of(letter)});
     return true;
 }
 

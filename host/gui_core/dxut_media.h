@@ -31,15 +31,26 @@ public:
     bool wheel_turned(double steps) override;
     bool key_pressed(int key, Qt::KeyboardModifiers modifiers) override;
     bool text_typed(const QString& text, const QString& preedit) override;
+    void key_released(int key) override;
+    /// Lets all keys go: another control has the keyboard.
+    void release_keys();
     QRectF caret_rect() const override;
-    void reset_run_state() override { m_under_mouse = false; }
+    void reset_run_state() override;
 
 private:
     QString header_lines() const;
     bool is_played() const;
     void tell_mouse(tarn::MovieLink::Mouse what, QPointF inside);
 
+    struct HeldKey {
+        QString key;
+        QString code;
+    };
+    void press_key(int key, const HeldKey& names);
+
     bool m_under_mouse = false;
+    int m_last_key = 0;             ///< that went down; 0: what is typed comes from an input method
+    QMap<int, HeldKey> m_held_keys; ///< by Qt's numbers
 };
 
 /// A view into the world through another camera; a frame where there is none.

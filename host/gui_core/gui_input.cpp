@@ -358,6 +358,12 @@ bool GuiInput::key_pressed(int key, Qt::KeyboardModifiers modifiers)
     return true;
 }
 
+void GuiInput::key_released(int key)
+{
+    if (CDXUTControl* focused = m_core.live().focused; focused && focused->can_be_reached())
+        focused->key_released(key);
+}
+
 bool GuiInput::text_typed(const QString& text, const QString& preedit)
 {
     if (OpenMenu* menu = m_core.open_menu()) {

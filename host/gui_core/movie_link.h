@@ -24,8 +24,8 @@ public:
     /// `inside`: pixels from the control's corner.
     virtual void mouse(const CDXUTFlash& control, Mouse what, QPointF inside) = 0;
     virtual void wheel(const CDXUTFlash& control, double steps) = 0;
-    /// A key by the names that pages of the web have for it: what it types or does, and where it is.
-    virtual void key(const CDXUTFlash& control, const QString& key, const QString& code) = 0;
+    /// A key goes down or up: its names on pages of the web, for what it types or does, and for where it is.
+    virtual void key(const CDXUTFlash& control, bool down, const QString& key, const QString& code) = 0;
 };
 
 } // namespace tarn

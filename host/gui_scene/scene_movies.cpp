@@ -151,9 +151,11 @@ void SceneMovies::update()
             hand_in_fonts();
     }
     for (auto shown = m_shown.begin(); shown != m_shown.end();) {
-        const auto* control = dynamic_cast<const CDXUTFlash*>(m_core.find_control(shown->first));
+        auto* control = dynamic_cast<CDXUTFlash*>(m_core.find_control(shown->first));
         if (control) {
             see(*control, shown->second);
+            if (m_core.live().focused != control)
+                control->release_keys();
             ++shown;
         } else {
             m_player.close(shown->second.movie);
@@ -228,10 +230,10 @@ void SceneMovies::wheel(const CDXUTFlash& control, double steps)
         asked->turn_wheel(steps);
 }
 
-void SceneMovies::key(const CDXUTFlash& control, const QString& key, const QString& code)
+void SceneMovies::key(const CDXUTFlash& control, bool down, const QString& key, const QString& code)
 {
     if (MovieDeeds* asked = deeds(control))
-        asked->press_key(key, code);
+        asked->key(down, key, code);
 }
 
 bool SceneMovies::call(const CDXUTFlash& control, const QString& name, const std::vector<Value>& given)

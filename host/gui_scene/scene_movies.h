@@ -45,7 +45,7 @@ public:
     bool is_played(const CDXUTFlash& control) const override;
     void mouse(const CDXUTFlash& control, Mouse what, QPointF inside) override;
     void wheel(const CDXUTFlash& control, double steps) override;
-    void key(const CDXUTFlash& control, const QString& key, const QString& code) override;
+    void key(const CDXUTFlash& control, bool down, const QString& key, const QString& code) override;
 
 private:
     struct Shown {

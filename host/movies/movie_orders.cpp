@@ -101,10 +101,9 @@ void MovieDeeds::turn_wheel(double steps)
     add(Deed("wheel").with(steps));
 }
 
-void MovieDeeds::press_key(const QString& key, const QString& code)
+void MovieDeeds::key(bool down, const QString& key, const QString& code)
 {
-    add(Deed("key").with(true, key, code));
-    add(Deed("key").with(false, key, code));
+    add(Deed("key").with(down, key, code));
 }
 
 void MovieDeeds::call(quint32 number, const QString& name, const std::vector<Value>& given)

@@ -29,7 +29,7 @@ public:
     /// `what`: "move", "down", "up", "enter", "leave"; places are pixels of the picture.
     void mouse(const char* what, QPointF place, bool held);
     void turn_wheel(double steps);
-    void press_key(const QString& key, const QString& code);
+    void key(bool down, const QString& key, const QString& code);
     void call(quint32 number, const QString& name, const std::vector<Value>& given);
     void run(bool on);
     void go_to_frame(int frame); ///< from 1 on

@@ -125,7 +125,11 @@ MovieDeeds& MoviePlayer::ask(Id id)
 QString MoviePlayer::failure(Id id) const
 {
     const Movie& movie = m_movies.at(id);
-    return movie.failure.isEmpty() ? m_unavailable : movie.failure;
+    if (!movie.failure.isEmpty() || !m_unavailable.isEmpty())
+        return movie.failure.isEmpty() ? m_unavailable : movie.failure;
+    return movie.plays && !movie.loaded && wants_turn(movie) && room() <= 0
+        ? lang(u"同时最多播放 %1 个影片。", u"At most %1 movies play at the same time.").arg(most_movies)
+        : QString();
 }
 
 qint64 MoviePlayer::process_id() const
@@ -141,13 +145,34 @@ bool MoviePlayer::wants_turn(const Movie& movie) const
         && (movie.plays || movie.turns < turns_of_first_frame);
 }
 
+/// How many movies can still come to play.
+int MoviePlayer::room() const
+{
+    const auto plays = [](const auto& entry) { return entry.second.loaded && entry.second.seen; };
+    return most_movies - int(std::ranges::count_if(m_movies, plays));
+}
+
+/// Hidden movies keep their places while nobody else needs these.
+void MoviePlayer::make_room()
+{
+    const auto is_loaded = [](const auto& entry) { return entry.second.loaded; };
+    if (std::ranges::count_if(m_movies, is_loaded) < most_movies)
+        return;
+    const auto hidden = std::ranges::find_if(m_movies, [](const auto& e) { return e.second.loaded && !e.second.seen; });
+    if (hidden == m_movies.end())
+        return;
+    hidden->second.loaded = false;
+    send(movie_orders::end(hidden->first));
+}
+
 void MoviePlayer::schedule()
 {
     if (m_outstanding || !m_unavailable.isEmpty())
         return;
     qint64 next = -1;
+    const int room = this->room();
     for (const auto& [id, movie] : m_movies)
-        if (wants_turn(movie))
+        if (wants_turn(movie) && (movie.loaded || room > 0))
             next = std::min(next < 0 ? movie.due : next, movie.asked ? 0 : movie.due);
     if (next < 0) {
         m_next.stop();
@@ -167,7 +192,9 @@ QByteArray MoviePlayer::turn_of(Id id, Movie& movie)
     const qint64 now = m_clock.elapsed();
     const double period = 1000 / std::clamp(movie.setup.frame_rate, slowest, fastest);
     MovieDeeds deeds;
-    if (!std::exchange(movie.loaded, true)) {
+    if (!movie.loaded) {
+        make_room();
+        movie.loaded = true;
         send(movie_orders::file(id, movie.setup.file));
         deeds.load(movie.setup, movie.pixels);
         movie.began = now;
@@ -191,8 +218,9 @@ void MoviePlayer::give_turns()
         return schedule();
     const qint64 now = m_clock.elapsed();
     QByteArrayList turns;
+    int room = this->room();
     for (auto& [id, movie] : m_movies)
-        if (wants_turn(movie) && (movie.asked || movie.due <= now)) {
+        if (wants_turn(movie) && (movie.asked || movie.due <= now) && (movie.loaded || room-- > 0)) {
             turns << turn_of(id, movie);
             m_turns << id;
         }

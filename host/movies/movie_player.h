@@ -35,6 +35,8 @@ public:
     MoviePlayer(const MoviePlayer&) = delete;
     MoviePlayer& operator=(const MoviePlayer&) = delete;
 
+    static constexpr int most_movies = 12; ///< that play at the same time; others wait until one is not seen any more
+
     using Id = quint32;
     // Called from the event loop.
     std::function<void(Id)> on_changed; ///< the movie has another picture, or failed
@@ -85,6 +87,8 @@ private:
     enum class Helper { Off, AsksVersion, Starts, Ready };
 
     bool wants_turn(const Movie& movie) const;
+    int room() const;
+    void make_room();
     void schedule();
     void give_turns();
     QByteArray turn_of(Id id, Movie& movie);

@@ -1,8 +1,10 @@
+#include "movies/confinement.h"
 #include "movies_fixture.h"
 #include "support/long_tests.h"
 
 #include <QDir>
 #include <QFile>
+#include <QProcess>
 #include <QTemporaryDir>
 
 #include <csignal>
@@ -120,4 +122,38 @@ TEST_F(HostileMovie, ends_the_helper_and_only_it)
     changes = 0;
     EXPECT_TRUE(run_until([&] { return changes > 3; }));
     EXPECT_NE(m_player.process_id(), before);
+}
+
+TEST_F(HostileMovie, that_took_the_helper_over_finds_nothing_to_do_there)
+{
+    const auto tools = MovieTools::find();
+    if (!tools)
+        return;
+    const QTemporaryDir folder;
+    QFile script(folder.filePath(u"main.js"_s));
+    ASSERT_TRUE(script.open(QIODevice::WriteOnly));
+    script.write(R"(
+        const done = [];
+        const attempt = (name, job) => { try { job(); done.push(name); } catch {} };
+        attempt('write', () => require('fs').writeFileSync(process.argv[2] + '/x', 'x'));
+        attempt('read', () => require('fs').readFileSync('/etc/passwd'));
+        attempt('start', () => { if (require('child_process').spawnSync('true').status !== 0) throw 0; });
+        attempt('thread', () => new (require('worker_threads').Worker)('1', { eval: true }));
+        attempt('code', () => new Function('return 1')());
+        attempt('variables', () => { if (!process.env.TARN_MOVIE_PLAYER) throw 0; });
+        const end = (what) => { console.log([...done, what].join()); process.exit(); };
+        require('net').connect(9, '127.0.0.1').on('connect', () => end('network')).on('error', (e) => end(e.code));
+    )");
+    script.close();
+    QProcess process;
+    confine(process);
+    const QTemporaryDir packages;
+    process.start(tools.value().node, player_arguments({{}, folder.path(), packages.path()}, 20));
+    ASSERT_TRUE(process.waitForFinished());
+    const QByteArray said = process.readAllStandardOutput().trimmed();
+#ifdef Q_OS_LINUX
+    EXPECT_EQ(said, "EPERM") << process.readAllStandardError().toStdString();
+#else
+    EXPECT_EQ(said, "ECONNREFUSED") << "nothing but the network";
+#endif
 }

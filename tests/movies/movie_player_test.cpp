@@ -70,7 +70,7 @@ TEST_F(PlayedMovie, takes_the_mouse_keys_and_calls_and_tells_what_it_calls)
             for (const char* what : {"enter", "move", "down", "up"})
                 m_player.ask(movie).mouse(what, {15, 55}, QByteArray(what) == "down");
         else if (way == 1)
-            m_player.ask(movie).press_key(u"a"_s, u"KeyA"_s);
+            m_player.ask(movie).key(true, u"a"_s, u"KeyA"_s);
         else
             m_player.ask(movie).call(7, u"move_to"_s, {Value(qint64(60))});
         EXPECT_TRUE(becomes(movie, {65, 5}, Qt::red)) << way;
@@ -134,6 +134,28 @@ TEST_F(PlayedMovie, writes_in_the_fonts_that_were_handed_in)
         for (int y = 0; y < 60; ++y)
             black += color_at(movie, {x, y}).lightness() < 50;
     EXPECT_GT(black, 2500);
+}
+
+TEST_F(PlayedMovie, beyond_the_dozen_waits_until_others_are_closed_or_hidden)
+{
+    std::vector<MoviePlayer::Id> movies;
+    for (int i = 0; i < MoviePlayer::most_movies + 2; ++i)
+        movies.push_back(open(moving_movie()));
+    for (int i = 0; i < MoviePlayer::most_movies; ++i)
+        EXPECT_TRUE(run_until([&] { return !m_player.picture(movies[std::size_t(i)]).isNull(); }));
+    EXPECT_TRUE(m_player.picture(movies.back()).isNull());
+    EXPECT_FALSE(m_player.failure(movies.back()).isEmpty());
+    m_player.set_seen(movies[0], false);
+    m_player.set_seen(movies[1], false);
+    EXPECT_TRUE(run_until([&] { return !m_player.picture(movies.back()).isNull(); }));
+    // Of those that only show their first frame, all do.
+    std::vector<MoviePlayer::Id> still;
+    for (const auto id : movies)
+        m_player.close(id);
+    for (int i = 0; i < 30; ++i)
+        still.push_back(open(moving_movie(), false));
+    for (const auto id : still)
+        EXPECT_TRUE(shows(id));
 }
 
 TEST_F(PlayedMovie, lets_the_helper_end_when_none_was_seen_for_a_while_and_starts_it_again)
