@@ -10,6 +10,7 @@
 #include "gui_draw/gui_painter.h"
 #include "gui_draw/text_cache.h"
 #include "gui_plug_scene.h"
+#include "translations/translations.h"
 
 #include <QImage>
 #include <QPainter>
@@ -57,6 +58,14 @@ public:
                 look_at(*dialog);
     }
     std::vector<Problem> take() { return std::move(m_problems); }
+    QSet<quint32> cut_texts() const
+    {
+        QSet<quint32> cut;
+        for (const auto& [object, fault, other] : m_told)
+            if (fault == Fault::CutText)
+                cut.insert(object);
+        return cut;
+    }
 
 private:
     enum class Fault { CutText, OffScreen, Covered };
@@ -190,6 +199,27 @@ private:
     bool m_editing;
 };
 
+/// The scene in one of its languages, for the length of a scope; not while it runs.
+class ShownLanguage {
+public:
+    ShownLanguage(CGuiPlugScene& scene, const QString& language) : m_scene(scene)
+    {
+        const ShownWrites writes(m_scene.document());
+        m_scene.translations().show(language);
+    }
+    ~ShownLanguage()
+    {
+        m_scene.document().clear_shown();
+        if (m_scene.animation().is_editing())
+            m_scene.animation().show_frame();
+    }
+    ShownLanguage(const ShownLanguage&) = delete;
+    ShownLanguage& operator=(const ShownLanguage&) = delete;
+
+private:
+    CGuiPlugScene& m_scene;
+};
+
 } // namespace
 
 std::vector<Problem> find_layout_problems(CGuiPlugScene& scene, std::span<const QSize> sizes, bool over_time)
@@ -205,8 +235,21 @@ std::vector<Problem> find_layout_problems(CGuiPlugScene& scene, std::span<const 
             for (const QSize& size : sizes)
                 check.look(size, when);
         });
+    for (const QString& language : scene.translations().languages()) {
+        const ShownLanguage shown(scene, language);
+        for (const QSize& size : sizes)
+            check.look(size, language);
+    }
     core.set_screen_size(before);
     return check.take();
+}
+
+QSet<quint32> find_cut_texts(CGuiPlugScene& scene, const QString& language)
+{
+    const ShownLanguage shown(scene, language);
+    LayoutCheck check(scene);
+    check.look(scene.gui_core().screen_size(), {});
+    return check.cut_texts();
 }
 
 } // namespace tarn
