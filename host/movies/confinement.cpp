@@ -1,5 +1,6 @@
 #include "confinement.h"
 
+#include <QFile>
 #include <QProcess>
 #include <QProcessEnvironment>
 
@@ -16,6 +17,7 @@
 #include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/syscall.h>
+#include <unistd.h>
 #endif
 
 namespace tarn {
@@ -107,6 +109,21 @@ void give_up_rights() {}
 #endif
 
 } // namespace
+
+qint64 processor_time(qint64 process)
+{
+#ifdef Q_OS_LINUX
+    QFile file(QStringLiteral("/proc/%1/stat").arg(process));
+    const QByteArray stat = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    const QByteArrayList fields
+        = stat.mid(stat.lastIndexOf(')') + 2).split(' '); // behind the name, which may hold anything
+    if (fields.size() > 12)
+        return (fields[11].toLongLong() + fields[12].toLongLong()) * 1000 / sysconf(_SC_CLK_TCK);
+#else
+    Q_UNUSED(process)
+#endif
+    return -1;
+}
 
 void confine(QProcess& process)
 {

@@ -19,4 +19,7 @@ QStringList player_arguments(const MovieTools& tools, int node_major);
 /// reach the network, start programs, write files or take all memory. It ends with this program.
 void confine(QProcess& process);
 
+/// Milliseconds of the processor that a process had so far; negative where that is not known.
+qint64 processor_time(qint64 process);
+
 } // namespace tarn

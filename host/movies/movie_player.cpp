@@ -228,14 +228,14 @@ void MoviePlayer::give_turns()
         return schedule();
     m_outstanding = true;
     send(movie_orders::tick(++m_number, turns));
-    m_late.start(m_limits.answer);
+    watch_turns();
 }
 
 void MoviePlayer::turn_done(Id id)
 {
     if (!m_turns.isEmpty() && m_turns.first() == id)
         m_turns.removeFirst();
-    m_late.start(m_limits.answer);
+    watch_turns();
     const auto found = m_movies.find(id);
     if (found == m_movies.end())
         return;
@@ -322,7 +322,7 @@ void MoviePlayer::read()
         if (process == m_process) // What is told may end it.
             take(answer);
     if (!fine && process == m_process)
-        late();
+        break_off();
 }
 
 void MoviePlayer::take(const MovieAnswer& answer)
@@ -380,11 +380,36 @@ void MoviePlayer::fail(Id id, const QString& why)
         on_changed(id);
 }
 
-/// The helper does not answer, or says what it cannot mean.
+void MoviePlayer::watch_turns()
+{
+    m_turn_began = m_clock.elapsed();
+    m_turn_processor = processor_time(process_id());
+    m_late.start(m_limits.answer);
+}
+
+/// Whether the machine hardly let the helper run since the turn began: then the movie is not to blame yet.
+bool MoviePlayer::was_held_up() const
+{
+    constexpr int patience = 10;
+    if (m_turn_processor < 0 || m_clock.elapsed() - m_turn_began >= patience * qint64(m_limits.answer))
+        return false;
+    const qint64 now = processor_time(process_id());
+    return now >= 0 && now - m_turn_processor < m_limits.answer / 2;
+}
+
 void MoviePlayer::late()
 {
     if (m_helper == Helper::Starts)
         return give_up(lang(u"影片播放器没有启动。", u"The movie player did not start."));
+    if (was_held_up())
+        m_late.start(m_limits.answer / 10);
+    else
+        break_off();
+}
+
+/// The helper does not answer, or says what it cannot mean.
+void MoviePlayer::break_off()
+{
     const Id culprit = m_turns.isEmpty() ? 0 : m_turns.first();
     drop_helper();
     fail(culprit, lang(u"影片没有响应，已停止播放。", u"The movie did not answer and was stopped."));

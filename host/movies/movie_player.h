@@ -24,7 +24,7 @@ namespace tarn {
 class MoviePlayer {
 public:
     struct Limits {
-        int answer = 3000; ///< milliseconds that a turn may take
+        int answer = 3000; ///< milliseconds that a turn may take; longer where the machine is busy with others
         int start = 60000; ///< until the helper is ready
         int idle = 30000;  ///< that it is kept while nothing plays
     };
@@ -99,6 +99,9 @@ private:
     void turn_done(Id id);
     void fail(Id id, const QString& why);
     void late();
+    void break_off();
+    bool was_held_up() const;
+    void watch_turns();
     void helper_ended();
     void give_up(const QString& why);
     void drop_helper();
@@ -117,6 +120,8 @@ private:
     QList<Id> m_turns;     ///< given, and not answered yet
     bool m_outstanding = false;
     quint32 m_number = 0; ///< of the last order
+    qint64 m_turn_began = 0;     ///< milliseconds of the clock
+    qint64 m_turn_processor = 0; ///< what the helper had of the processor by then
     int m_starts = 0;
     int m_deaths = 0; ///< of the helper, in no movie's turn
     QElapsedTimer m_clock;
