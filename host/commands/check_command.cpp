@@ -2,11 +2,15 @@
 #include "core/json_writer.h"
 #include "core/language.h"
 #include "core/model_object.h"
+#include "gui_core/dxut_control.h"
 #include "gui_scene/layout_problems.h"
+#include "movies/movie_tools.h"
 #include "scene_files.h"
 
 #include <QFileInfo>
 #include <QRegularExpression>
+
+#include <algorithm>
 
 namespace tarn {
 
@@ -24,8 +28,9 @@ struct Check {
 struct Finding {
     Problem problem;
     quint32 object = 0;
-    QString path{}; ///< the file, or one in the folder
-    int line = 0;   ///< of that; 0 for none
+    QString path{};       ///< the file, or one in the folder
+    int line = 0;         ///< of that; 0 for none
+    bool is_note = false; ///< about the machine, not the interface
 };
 
 /// The line of `text` that holds the object, from 1; 0 when it is not found. Saved texts have an object a line.
@@ -101,6 +106,11 @@ Result<std::vector<Finding>> check_file(const Check& check)
         finding.problem.object = nullptr; // It goes with the scene.
         findings.push_back(std::move(finding));
     }
+    const auto& controls = open.scene.gui_core().controls();
+    const bool has_movies = std::ranges::any_of(
+        controls, [](const CDXUTControl* control) { return control->GetType() == DXUT_CONTROL_FLASH; });
+    if (const auto player = MovieTools::find(); has_movies && !player)
+        findings.push_back({.problem = {.text = player.status().message()}, .path = check.file, .is_note = true});
     return findings;
 }
 
@@ -110,7 +120,9 @@ QString line_of(const Finding& finding)
     QString where = finding.path;
     if (finding.line > 0)
         where += QLatin1Char(':') + QString::number(finding.line);
-    const QString severity = problem.is_warning ? lang(u"警告", u"warning") : lang(u"错误", u"error");
+    const QString severity = finding.is_note ? lang(u"提示", u"note")
+        : problem.is_warning                 ? lang(u"警告", u"warning")
+                                             : lang(u"错误", u"error");
     const QString place = problem.place.isEmpty() ? QString() : problem.place + QLatin1String(": ");
     return QStringLiteral("%1: %2: %3%4\n").arg(where, severity, place, problem.text);
 }
@@ -124,7 +136,8 @@ void write_finding(JsonWriter& writer, const Finding& finding)
     writer.key("line");
     writer.value(finding.line);
     writer.key("severity");
-    writer.value(finding.problem.is_warning ? QStringLiteral("warning") : QStringLiteral("error"));
+    const char* severity = finding.is_note ? "note" : finding.problem.is_warning ? "warning" : "error";
+    writer.value(QString::fromLatin1(severity));
     writer.key("id");
     writer.value(finding.object);
     writer.key("place");
@@ -184,7 +197,7 @@ CommandResult run_check(CommandArguments& arguments)
         if (!findings)
             return CommandResult::refused(findings.status().message());
         for (Finding& finding : findings.value()) {
-            if (!finding.problem.is_warning)
+            if (!finding.problem.is_warning && !finding.is_note)
                 result.status = CommandResult::Found;
             if (!json)
                 result.output += line_of(finding);

@@ -30,6 +30,8 @@ public:
     virtual bool mouse(const MouseEvent& event) = 0;
     /// A key was pressed in a view; true when the tool took it.
     virtual bool key(int key, Qt::KeyboardModifiers modifiers) = 0;
+    /// The key was let go.
+    virtual void key_released(int) {}
     /// Whether all keys are the tool's, those of the program's shortcuts among them.
     virtual bool takes_all_keys() const { return false; }
     /// Text from the keyboard or an input method, and what that is about to put in; true when the tool took it.

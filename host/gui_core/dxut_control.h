@@ -103,6 +103,10 @@ public:
     /// The mouse went down in the control, and moved while it was down. Places are pixels from the control's corner.
     virtual void mouse_pressed(QPointF) {}
     virtual void mouse_dragged(QPointF) {}
+    /// It went up again, wherever that was; it is over the control, or was until now.
+    virtual void mouse_released(QPointF) {}
+    virtual void mouse_over(QPointF) {}
+    virtual void mouse_left() {}
     /// The second press of a double-click, after mouse_pressed().
     virtual void double_clicked(QPointF) {}
     /// True when the control took the wheel; positive steps go up.
@@ -111,6 +115,7 @@ public:
     /// input method is about to put in. True when the control took it.
     virtual bool key_pressed(int, Qt::KeyboardModifiers) { return false; }
     virtual bool text_typed(const QString&, const QString&) { return false; }
+    virtual void key_released(int) {}
     /// Where the next character goes, in pixels of the client area; empty for a control that takes no text.
     virtual QRectF caret_rect() const { return {}; }
     /// Whether mouse and keyboard reach the control now.

@@ -16,23 +16,61 @@ namespace {
 constexpr double button_side = 24; ///< pixels
 constexpr double least_scale = 0.0625;
 constexpr double largest_scale = 100;
-constexpr double least_range = 0.01; ///< metres
-constexpr double spot_reach = 8;     ///< pixels about a spot that still hit it
+constexpr double least_range = 0.01;       ///< metres
+constexpr double spot_reach = 8;           ///< pixels about a spot that still hit it
+constexpr char16_t first_chinese = 0x2e80; ///< letters from here on need a movie that takes them
+
+/// Keys that type nothing, as pages of the web name them.
+struct MovieKey {
+    int key;
+    const char* name;
+};
+constexpr MovieKey movie_keys[] = {
+    {Qt::Key_Left, "ArrowLeft"},      {Qt::Key_Right, "ArrowRight"},
+    {Qt::Key_Up, "ArrowUp"},          {Qt::Key_Down, "ArrowDown"},
+    {Qt::Key_Return, "Enter"},        {Qt::Key_Enter, "Enter"},
+    {Qt::Key_Backspace, "Backspace"}, {Qt::Key_Delete, "Delete"},
+    {Qt::Key_Home, "Home"},           {Qt::Key_End, "End"},
+    {Qt::Key_PageUp, "PageUp"},       {Qt::Key_PageDown, "PageDown"},
+    {Qt::Key_Escape, "Escape"},
+};
+
+/// Where the key of a letter or digit is; empty for others.
+QString code_of(QChar letter)
+{
+    const QChar upper = letter.toUpper();
+    if (upper >= QLatin1Char('A') && upper <= QLatin1Char('Z'))
+        return QLatin1String("Key") + upper;
+    if (letter >= QLatin1Char('0') && letter <= QLatin1Char('9'))
+        return QLatin1String("Digit") + letter;
+    return letter == QLatin1Char(' ') ? QStringLiteral("Space") : QString();
+}
 
 } // namespace
 
 QString CDXUTFlash::description() const
+{
+    const QString failure = core().movies() ? core().movies()->failure(*this) : QString();
+    return failure.isEmpty() ? header_lines() : header_lines() + QLatin1Char('\n') + failure;
+}
+
+QByteArray CDXUTFlash::file() const
+{
+    const auto& s = state<tarn::FlashState>();
+    return s.source_local ? core().document().files().value(movie_entry(s.source)) : QByteArray();
+}
+
+QString CDXUTFlash::header_lines() const
 {
     const auto& s = state<tarn::FlashState>();
     if (s.source.isEmpty())
         return lang(u"没有影片", u"No movie");
     if (!s.source_local)
         return s.source;
-    const auto& files = core().document().files();
-    const auto movie = files.find(movie_entry(s.source));
-    if (movie == files.end())
+    const QByteArray movie = file();
+    if (movie.isNull())
         return s.source + QLatin1Char('\n') + lang(u"文件包中没有该影片", u"the movie is not in the package");
-    const auto header = tarn::read_swf_header(*movie);
+    const auto header = tarn::read_swf_header(movie);
     if (!header)
         return s.source + QLatin1Char('\n') + header.status().message();
     const tarn::SwfHeader& h = header.value();
@@ -45,6 +83,122 @@ QString CDXUTFlash::description() const
         .arg(h.frame_rate)
         .arg(h.version)
         .arg(h.compressed ? lang(u"已压缩", u"compressed") : lang(u"未压缩", u"not compressed"));
+}
+
+bool CDXUTFlash::is_played() const
+{
+    return core().movies() && core().movies()->is_played(*this);
+}
+
+bool CDXUTFlash::is_interactive() const
+{
+    const auto& s = state<tarn::FlashState>();
+    return (s.mouse_input || s.keyboard_input) && is_played();
+}
+
+void CDXUTFlash::tell_mouse(tarn::MovieLink::Mouse what, QPointF inside)
+{
+    if (state<tarn::FlashState>().mouse_input && is_played())
+        core().movies()->mouse(*this, what, inside);
+}
+
+void CDXUTFlash::mouse_pressed(QPointF inside)
+{
+    tell_mouse(tarn::MovieLink::Mouse::Press, inside);
+}
+
+void CDXUTFlash::mouse_dragged(QPointF inside)
+{
+    if (!m_under_mouse) // Otherwise mouse_over() tells.
+        tell_mouse(tarn::MovieLink::Mouse::Move, inside);
+}
+
+void CDXUTFlash::mouse_released(QPointF inside)
+{
+    tell_mouse(tarn::MovieLink::Mouse::Release, inside);
+}
+
+void CDXUTFlash::mouse_over(QPointF inside)
+{
+    if (!std::exchange(m_under_mouse, true))
+        tell_mouse(tarn::MovieLink::Mouse::Enter, inside);
+    tell_mouse(tarn::MovieLink::Mouse::Move, inside);
+}
+
+void CDXUTFlash::mouse_left()
+{
+    m_under_mouse = false;
+    tell_mouse(tarn::MovieLink::Mouse::Leave, {});
+}
+
+bool CDXUTFlash::wheel_turned(double steps)
+{
+    if (!state<tarn::FlashState>().mouse_input || !is_played())
+        return false;
+    core().movies()->wheel(*this, steps);
+    return true;
+}
+
+bool CDXUTFlash::key_pressed(int key, Qt::KeyboardModifiers)
+{
+    if (!state<tarn::FlashState>().keyboard_input || !is_played())
+        return false;
+    m_last_key = key;
+    const auto named = std::ranges::find(movie_keys, key, &MovieKey::key);
+    if (named == std::end(movie_keys))
+        return key == Qt::Key_Space; // comes as a text
+    press_key(key, {QLatin1String(named->name), QLatin1String(named->name)});
+    return true;
+}
+
+void CDXUTFlash::press_key(int key, const HeldKey& names)
+{
+    core().movies()->key(*this, true, names.key, names.code);
+    if (key != 0)
+        m_held_keys.insert(key, names);
+    else
+        core().movies()->key(*this, false, names.key, names.code);
+}
+
+void CDXUTFlash::key_released(int key)
+{
+    const auto held = m_held_keys.constFind(key);
+    if (held == m_held_keys.cend())
+        return;
+    if (is_played())
+        core().movies()->key(*this, false, held->key, held->code);
+    m_held_keys.erase(held);
+}
+
+void CDXUTFlash::release_keys()
+{
+    for (const int key : m_held_keys.keys())
+        key_released(key);
+}
+
+void CDXUTFlash::reset_run_state()
+{
+    m_under_mouse = false;
+    m_last_key = 0;
+    m_held_keys.clear();
+}
+
+bool CDXUTFlash::text_typed(const QString& text, const QString&)
+{
+    const auto& s = state<tarn::FlashState>();
+    if (!s.keyboard_input || !is_played())
+        return false;
+    for (const QChar letter : text)
+        if (s.chinese_input || letter.unicode() < first_chinese)
+            press_key(std::exchange(m_last_key, 0), {letter, code_of(letter)});
+    return true;
+}
+
+/// Below the movie: only the movie knows where it writes.
+QRectF CDXUTFlash::caret_rect() const
+{
+    const auto& s = state<tarn::FlashState>();
+    return s.keyboard_input && s.chinese_input && is_played() ? QRectF(rect().bottomLeft(), QSizeF(1, 1)) : QRectF();
 }
 
 QRectF CDXUTMap::button_area(Zoom zoom) const

@@ -2,13 +2,14 @@
 
 #include "dxut_control.h"
 #include "gui_event.h"
+#include "movie_link.h"
 #include "world_link.h"
 
 #include <QMap>
 
 #include <vector>
 
-/// A Flash movie. Movies are not played: a card shows what the movie's header says, or why it cannot be read.
+/// A Flash movie. Where it is not played, a card shows what its header says, or why it cannot be read.
 class CDXUTFlash : public CDXUTControl {
 public:
     using CDXUTControl::CDXUTControl;
@@ -17,6 +18,39 @@ public:
     static QString movie_entry(const QString& name) { return QStringLiteral("movies/") + name; }
     /// The lines of the card.
     QString description() const;
+    /// The file of a local movie; null for others, and for one that is not in the package.
+    QByteArray file() const;
+
+    // What the user does goes to the movie as far as the control's flags let it.
+    bool is_interactive() const override;
+    void mouse_pressed(QPointF inside) override;
+    void mouse_dragged(QPointF inside) override;
+    void mouse_released(QPointF inside) override;
+    void mouse_over(QPointF inside) override;
+    void mouse_left() override;
+    bool wheel_turned(double steps) override;
+    bool key_pressed(int key, Qt::KeyboardModifiers modifiers) override;
+    bool text_typed(const QString& text, const QString& preedit) override;
+    void key_released(int key) override;
+    /// Lets all keys go: another control has the keyboard.
+    void release_keys();
+    QRectF caret_rect() const override;
+    void reset_run_state() override;
+
+private:
+    QString header_lines() const;
+    bool is_played() const;
+    void tell_mouse(tarn::MovieLink::Mouse what, QPointF inside);
+
+    struct HeldKey {
+        QString key;
+        QString code;
+    };
+    void press_key(int key, const HeldKey& names);
+
+    bool m_under_mouse = false;
+    int m_last_key = 0;             ///< that went down; 0: what is typed comes from an input method
+    QMap<int, HeldKey> m_held_keys; ///< by Qt's numbers
 };
 
 /// A view into the world through another camera; a frame where there is none.

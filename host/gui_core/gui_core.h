@@ -29,6 +29,7 @@ class QImage;
 
 namespace tarn {
 
+class MovieLink;
 class WorldLink;
 
 class OpenMenu;
@@ -280,6 +281,9 @@ public:
     /// The world that the interface lies over; null for none. It has to outlive its use.
     void set_world(tarn::WorldLink* world) { m_world = world; }
     tarn::WorldLink* world() const { return m_world; }
+    /// Who plays movies; null while nobody does. It has to outlive its use.
+    void set_movies(tarn::MovieLink* movies) { m_movies = movies; }
+    tarn::MovieLink* movies() const { return m_movies; }
     /// Whether the dialog is shown by something in the world, and not on the screen.
     bool is_in_world(const CDXUTDialog& dialog) const;
     /// The control whose list is dropped down; null for none.
@@ -361,6 +365,7 @@ private:
     std::unique_ptr<tarn::OpenMenu> m_open_menu;
     tarn::ViewAids m_view_aids;
     tarn::WorldLink* m_world = nullptr;
+    tarn::MovieLink* m_movies = nullptr;
     QSize m_screen{1280, 720};
     QSize m_known_design{1280, 720}; ///< the design size for which the dialogs know where they are drawn
     QRectF m_damage;

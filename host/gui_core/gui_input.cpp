@@ -67,8 +67,10 @@ void GuiInput::set_hovered(CDXUTControl* control)
     redraw(live.hovered); // with what it shows above the others
     CDXUTControl* const before = std::exchange(live.hovered, control);
     redraw(control);
-    if (before)
+    if (before) {
+        before->mouse_left();
         m_core.raise(EVENT_BUTTON_MOUSE_LEFT, *before);
+    }
     if (control)
         m_core.raise(EVENT_BUTTON_MOUSE_ENTERED, *control);
 }
@@ -129,6 +131,8 @@ bool GuiInput::mouse_moved(QPointF place)
     // While a button of the mouse is down, what it went down on has the mouse.
     const bool free = (!pressed || pressed == control) && !m_core.live().caption_pressed.dialog;
     set_hovered(takes && free ? control : nullptr);
+    if (CDXUTControl* hovered = m_core.live().hovered; hovered && hovered->dialog())
+        hovered->mouse_over(local_place(*hovered, place));
     hover_caption(pressed ? nullptr : dialog, place);
     return dialog != nullptr;
 }
@@ -284,6 +288,8 @@ bool GuiInput::mouse_released(QPointF place)
     const CaptionSpot button = std::exchange(m_core.live().caption_pressed, {});
     mouse_moved(place);
     redraw(pressed);
+    if (pressed && pressed->dialog())
+        pressed->mouse_released(local_place(*pressed, place));
     if (pressed)
         m_core.raise(EVENT_BUTTON_LEFT_UP, *pressed);
     if (pressed && pressed == m_core.live().hovered)
@@ -350,6 +356,12 @@ bool GuiInput::key_pressed(int key, Qt::KeyboardModifiers modifiers)
         return false;
     click(*focused, focused->screen_bounds().bottomLeft());
     return true;
+}
+
+void GuiInput::key_released(int key)
+{
+    if (CDXUTControl* focused = m_core.live().focused; focused && focused->can_be_reached())
+        focused->key_released(key);
 }
 
 bool GuiInput::text_typed(const QString& text, const QString& preedit)

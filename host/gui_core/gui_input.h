@@ -34,6 +34,7 @@ public:
     bool wheel_turned(QPointF place, double steps);
     /// A key of the keyboard, as Qt::Key; the focused control comes first.
     bool key_pressed(int key, Qt::KeyboardModifiers modifiers);
+    void key_released(int key);
     /// Text from the keyboard or an input method.
     bool text_typed(const QString& text, const QString& preedit);
     /// Where the next character goes, pixels of the screen; empty when nothing takes text.

@@ -10,6 +10,7 @@
 #include <QPainter>
 
 #include <algorithm>
+#include <cmath>
 
 namespace tarn {
 
@@ -30,8 +31,33 @@ void draw_picture(DrawContext& context, const CDXUTPicture& control, const QRect
     draw_text(context, control, area);
 }
 
+namespace {
+
+/// False while nothing is to be seen of the movie.
+bool draw_movie(const DrawContext& context, const CDXUTFlash& flash, const QRectF& area)
+{
+    MovieLink* movies = context.core.movies();
+    if (!movies || context.probe || area.isEmpty())
+        return false;
+    const auto& s = drawn_state<FlashState>(flash);
+    // One that keeps its size has a pixel of its own for each of the interface.
+    const QSizeF pixels = s.keep_size ? area.size() : area.size() * context.scale;
+    const QImage picture = movies->picture(flash, {int(std::ceil(pixels.width())), int(std::ceil(pixels.height()))});
+    if (picture.isNull())
+        return false;
+    const double opacity = context.painter.opacity();
+    context.painter.setOpacity(opacity * (1 - s.translucency / 100.0));
+    context.draw_image(area, picture, picture.rect());
+    context.painter.setOpacity(opacity);
+    return true;
+}
+
+} // namespace
+
 void draw_flash(DrawContext& context, const CDXUTFlash& flash, const QRectF& area)
 {
+    if (draw_movie(context, flash, area))
+        return;
     context.draw_element(Element::InfoPanel, VisualState::Normal, area);
     const double side = std::min({48.0, area.width() / 2, area.height() / 2});
     context.draw_element(Element::MoviePlaceholder, VisualState::Normal,

@@ -20,6 +20,7 @@
 #include "picture_file.h"
 #include "picture_release.h"
 #include "scene_in_world.h"
+#include "scene_movies.h"
 #include "scene_overlay.h"
 #include "scene_tools.h"
 #include "script/gui_script_api.h"
@@ -119,6 +120,13 @@ void CGuiPlugScene::on_world_created(CBaseWorld* world)
     if (!m_core)
         join(world->document());
     m_in_world = std::make_unique<tarn::SceneInWorld>(*m_core, *world);
+    m_movies = std::make_unique<tarn::SceneMovies>(*m_core, *m_fonts);
+    m_movies->on_redraw = [world] { world->update_all_views(); };
+    m_movies->on_call = [this](CDXUTFlash& movie, const QString& name, const std::vector<tarn::Value>& given) {
+        const tarn::ShownWrites writes(document());
+        m_runner.call_back(movie, name, given);
+        m_runner.deliver();
+    };
     for (WorldTargetRow& row : m_world_targets)
         row.target.set_models(&world->models());
     if (m_tools) {
@@ -127,7 +135,7 @@ void CGuiPlugScene::on_world_created(CBaseWorld* world)
     }
     world->set_script_api(tarn::gui_script_api(*this));
     world->begin_edit = [this](const QString& name) { return begin_script_edit(name); };
-    m_overlay = std::make_unique<tarn::SceneOverlay>(*m_core, *m_in_world);
+    m_overlay = std::make_unique<tarn::SceneOverlay>(*m_core, *m_in_world, *m_movies);
     world->set_overlay(m_overlay.get());
 }
 
@@ -392,6 +400,7 @@ void CGuiPlugScene::play(bool on)
         m_animation->set_running(true);
     }
     m_in_world->play(on);
+    m_movies->play(on);
     m_world->camera_view().show_axes(!on);
     m_world->set_mouse_tool(on ? &m_tools->play_tool() : &m_tools->select_tool());
 }

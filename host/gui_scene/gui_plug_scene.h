@@ -28,6 +28,7 @@ class CTexPathInfo;
 namespace tarn {
 class MouseTool;
 class SceneInWorld;
+class SceneMovies;
 class SceneOverlay;
 class SceneTools;
 class FontLibrary;
@@ -190,6 +191,8 @@ public:
 
     /// Where the interface and the world meet; there is none before the world.
     tarn::SceneInWorld& in_world() const { return *m_in_world; }
+    /// What plays the movies, likewise.
+    tarn::SceneMovies& movies() const { return *m_movies; }
 
     SelectionMode& selection_mode() { return m_selection_mode; }
 
@@ -243,6 +246,7 @@ private:
     tarn::EventRunner m_runner{*this};
     tarn::GuiSceneModel m_model{*this};
     std::unique_ptr<tarn::SceneInWorld> m_in_world; ///< made with the world
+    std::unique_ptr<tarn::SceneMovies> m_movies;    ///< likewise
     std::unique_ptr<tarn::SceneOverlay>
         m_overlay; ///< made with the world: it needs the fonts and pictures of a program with a display
     CBaseWorld* m_world = nullptr;

@@ -296,6 +296,46 @@ void ProblemFinder::find_faulty_functions(CGuiPlugScene& scene, Problems& proble
     m_texts = std::move(texts);
 }
 
+const MovieLacks& ProblemFinder::lacks_of(const QString& entry, const QByteArray& file)
+{
+    Movie& known = m_movies[entry];
+    if (known.file.constData() != file.constData()) {
+        known.file = file;
+        known.lacks = read_movie_tags(file);
+    }
+    return known.lacks;
+}
+
+/// What of a movie the player does not show.
+void ProblemFinder::find_unplayed(ModelObject& object, const QString& name, const DocumentState& document,
+                                  Problems& problems)
+{
+    const auto warn = [&](const QString& text) {
+        problems.push_back({.object = &object, .place = name, .text = text, .is_warning = true});
+    };
+    const auto* flash = dynamic_cast<const FlashState*>(&Authored::state(object));
+    if (flash && !flash->source_local && !flash->source.isEmpty())
+        warn(lang(u"网络上的影片不会播放；请把它添加为本地文件。",
+                  u"Movies of the network are not played; add it as a local file."));
+    const QString entry = movie_entry_of(Authored::state(object));
+    const auto file = document.files.find(entry);
+    if (entry.isEmpty() || file == document.files.end())
+        return;
+    const MovieLacks& lacks = lacks_of(entry, *file);
+    const QString movie = entry.section(QLatin1Char('/'), 1);
+    if (lacks.packing)
+        warn(lang(u"影片 %1 的压缩方式使其内容无法检查。", u"The movie %1 is packed so that it cannot be looked into.")
+                 .arg(movie));
+    if (lacks.filters)
+        warn(lang(u"影片 %1 使用滤镜（如模糊、阴影），播放时不会显示。",
+                  u"The movie %1 has filters (such as blur or shadow), which are not drawn.")
+                 .arg(movie));
+    if (lacks.sound)
+        warn(lang(u"影片 %1 有声音，播放时没有声音。", u"The movie %1 has sound, which is not played.").arg(movie));
+    if (lacks.video)
+        warn(lang(u"影片 %1 含有视频，播放时不会显示。", u"The movie %1 has video, which is not shown.").arg(movie));
+}
+
 Problems ProblemFinder::find(CGuiPlugScene& scene)
 {
     Problems problems;
@@ -307,6 +347,7 @@ Problems ProblemFinder::find(CGuiPlugScene& scene)
     for (ModelObject* object : core.document().objects()) {
         const QString name = name_of(*object);
         find_missing_files(*object, name, document, problems);
+        find_unplayed(*object, name, document, problems);
         find_broken_atlas(*object, name, document, problems);
         find_missing_fonts(scene, *object, name, problems);
         find_broken_menus(scene, *object, name, problems);

@@ -2,6 +2,7 @@
 
 #include "gui_core/gui_core.h"
 #include "scene_in_world.h"
+#include "scene_movies.h"
 
 namespace tarn {
 
@@ -18,6 +19,7 @@ void SceneOverlay::paint(QPainter& painter, const QRectF& clip, double scale)
 QRectF SceneOverlay::take_damage()
 {
     m_in_world.update();
+    m_movies.update();
     const QRectF damage = m_core.take_damage();
     m_in_world.damaged(damage);
     return damage;

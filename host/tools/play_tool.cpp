@@ -71,6 +71,13 @@ bool PlayTool::key(int key, Qt::KeyboardModifiers modifiers)
     return done(true); // None of the interface's keys reaches the editor.
 }
 
+void PlayTool::key_released(int key)
+{
+    const ShownWrites writes(m_document);
+    m_input.key_released(key);
+    done(true);
+}
+
 bool PlayTool::text(const QString& text, const QString& preedit)
 {
     const ShownWrites writes(m_document);

@@ -22,6 +22,7 @@ public:
 
     bool mouse(const MouseEvent& event) override;
     bool key(int key, Qt::KeyboardModifiers modifiers) override;
+    void key_released(int key) override;
     bool takes_all_keys() const override { return true; }
     bool text(const QString& text, const QString& preedit) override;
     QRectF text_caret() const override { return m_input.caret(); }

@@ -29,6 +29,21 @@ protected:
 
 } // namespace
 
+TEST_F(Checking, notes_that_this_machine_has_no_player_for_the_movies_of_an_interface)
+{
+    const QByteArray before = qgetenv("TARN_MOVIE_PLAYER");
+    qputenv("TARN_MOVIE_PLAYER", "/nowhere");
+    keep(u"plain.tarn"_s);
+    EXPECT_TRUE(run({u"--check"_s, path(u"plain.tarn"_s)}).output.isEmpty());
+    control(DXUT_CONTROL_FLASH, dialog({0, 0, 200, 200}, u"Bag"_s), {0, 0, 90, 30}, u"Movie"_s);
+    keep(u"a.tarn"_s);
+    const auto result = run({u"--check"_s, path(u"a.tarn"_s)});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.output.count(u": note: "_s), 1) << result.output.toStdString();
+    EXPECT_TRUE(run({u"--check"_s, u"--json"_s, path(u"a.tarn"_s)}).output.contains(u"\"note\""_s));
+    qputenv("TARN_MOVIE_PLAYER", before);
+}
+
 TEST_F(Checking, prints_lines_with_the_place_and_ends_with_one_when_there_are_errors)
 {
     CDXUTControl* button = control(DXUT_CONTROL_BUTTON, dialog({0, 0, 200, 200}, u"Bag"_s), {0, 0, 90, 30}, u"btnA"_s);

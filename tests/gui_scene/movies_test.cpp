@@ -1,5 +1,6 @@
 #include "core/language.h"
 #include "support/gui_fixture.h"
+#include "support/movie_writer.h"
 #include "support/scene_fixture.h"
 #include "tools/control_clipboard.h"
 
@@ -98,6 +99,23 @@ TEST_F(Movies, that_are_missing_and_callbacks_without_a_function_are_told_among_
     const QStringList told = problems();
     EXPECT_EQ(told.filter(u"intro.swf"_s), QStringList{u"The movie intro.swf is not in the package."_s});
     EXPECT_EQ(told.filter(u"callback"_s), QStringList{u"The callback function gone does not exist."_s});
+}
+
+TEST_F(Movies, of_which_not_all_can_be_played_are_told_among_the_problems)
+{
+    MovieWriter rich;
+    rich.shape(1, {0, 0, 9, 9}, Qt::red).place_filtered(1, 1, {0, 0}).tag(14, "sound").tag(60, "video").show_frame();
+    put_file(u"rich.swf"_s, rich.bytes(true));
+    put_file(u"plain.swf"_s, moving_movie());
+    movie(u"plain.swf"_s);
+    EXPECT_TRUE(problems().filter(u"plain.swf"_s).isEmpty());
+    movie(u"rich.swf"_s);
+    movie(u"http://host.example/intro.swf"_s, false);
+    const QStringList told = problems();
+    for (const QString& lack : {u"filters"_s, u"sound"_s, u"video"_s, u"network"_s})
+        EXPECT_EQ(told.filter(lack).size(), 1) << lack.toStdString();
+    put_file(u"rich.swf"_s, moving_movie());
+    EXPECT_TRUE(problems().filter(u"rich.swf"_s).isEmpty());
 }
 
 TEST_F(Movies, take_the_functions_that_they_call_into_an_export_of_their_dialog_alone)

@@ -378,6 +378,8 @@ void CView3D::keyPressEvent(QKeyEvent* event)
 void CView3D::keyReleaseEvent(QKeyEvent* event)
 {
     drag_with_changed_modifiers(*event, false);
+    if (auto* tool = m_world.mouse_tool(); tool && !event->isAutoRepeat())
+        tool->key_released(event->key());
     QWidget::keyReleaseEvent(event);
 }
 

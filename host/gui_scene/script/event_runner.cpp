@@ -4,6 +4,7 @@
 #include "engine/base_world.h"
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
+#include "gui_core/dxut_media.h"
 #include "gui_core/dxut_menu_item.h"
 #include "gui_scene/gui_plug_scene.h"
 #include "script/script_log.h"
@@ -18,6 +19,7 @@ namespace tarn {
 
 namespace {
 
+constexpr qsizetype most_unheard = 100;  ///< calls of movies that are told
 constexpr qsizetype longest_text = 1000; ///< characters of a result or print that the log keeps
 
 ModelObject* owner_of(const GuiEvent& event)
@@ -87,6 +89,7 @@ void EventRunner::end()
 {
     m_scene.gui_core().on_event = nullptr;
     m_waiting.clear();
+    m_unheard.clear();
     if (CBaseWorld* world = m_scene.world()) {
         world->scripts().on_print = nullptr;
         world->scripts().on_error = nullptr;
@@ -146,6 +149,43 @@ void EventRunner::answer(const GuiEvent& event, const std::shared_ptr<ModelObjec
         tell_error(*result.error, std::move(entry));
         return;
     }
+    entry.text = result.suspended ? lang(u"等待中", u"waiting") : log_text(result.value);
+    tell(std::move(entry));
+}
+
+QString EventRunner::callback_of(const CDXUTFlash& movie, const QString& name) const
+{
+    const QStringList& callbacks = static_cast<const FlashState&>(movie.shown_state()).callbacks;
+    const CGuiEvent* click = m_scene.events().GetFunc(movie.id(), EVENT_BUTTON_CLICKED);
+    for (const QString& function :
+         {name, movie.name() + QLatin1Char('_') + name, click ? click->function() : QString()})
+        if (!function.isEmpty() && callbacks.contains(function))
+            return function;
+    return {};
+}
+
+void EventRunner::call_back(CDXUTFlash& movie, const QString& name, const std::vector<Value>& given)
+{
+    if (!m_scene.world())
+        return;
+    ScriptLogEntry entry;
+    entry.object = movie.name();
+    entry.event = lang(u"影片调用 %1", u"The movie calls %1").arg(shortened(name));
+    entry.function = callback_of(movie, name);
+    if (entry.function.isNull()) {
+        const QString key = movie.name() + QLatin1Char('\n') + name;
+        if (m_unheard.size() >= most_unheard || m_unheard.contains(key))
+            return;
+        m_unheard.insert(key);
+        entry.text = lang(u"没有这样的回调函数", u"there is no callback of that name");
+        return tell(std::move(entry));
+    }
+    const ScriptObject object = movie.shared_from_this();
+    std::vector<ScriptValue> arguments{object, Value(name)};
+    arguments.insert(arguments.end(), given.begin(), given.end());
+    const ScriptResult result = m_scene.world()->scripts().call(entry.function, arguments, object);
+    if (result.error)
+        return tell_error(*result.error, std::move(entry));
     entry.text = result.suspended ? lang(u"等待中", u"waiting") : log_text(result.value);
     tell(std::move(entry));
 }

@@ -3,11 +3,14 @@
 #include "core/value.h"
 #include "gui_core/gui_event.h"
 
+#include <QSet>
 #include <QString>
 
 #include <deque>
 #include <memory>
+#include <vector>
 
+class CDXUTFlash;
 class CGuiPlugScene;
 
 namespace tarn {
@@ -35,6 +38,9 @@ public:
     /// event's name and its value; that of an item of a menu with the item, "MenuItem", whether the item is checked now,
     /// and what the menu was opened for. Bound menus open in their turn.
     void deliver();
+    /// A movie called `name`: the callback of its control that bears that name, alone or behind the control's, is called
+    /// with the control, the name and what the movie gave. A control with a function for clicks has that for every name.
+    void call_back(CDXUTFlash& movie, const QString& name, const std::vector<Value>& given);
     /// The scene's clock, seconds since it began to run: functions that waited go on.
     void advance(double now);
 
@@ -47,6 +53,8 @@ private:
     void answer(const GuiEvent& event, const std::shared_ptr<ModelObject>& object);
     /// Null where nothing is bound.
     QString function_of(const GuiEvent& event) const;
+    /// Null where none is meant.
+    QString callback_of(const CDXUTFlash& movie, const QString& name) const;
     void tell(ScriptLogEntry entry) const;
     void tell_error(const ScriptError& error, ScriptLogEntry entry) const;
 
@@ -54,6 +62,7 @@ private:
     std::deque<Waiting> m_waiting;
     double m_last_advance = 0; ///< seconds of the preview
     bool m_delivering = false;
+    QSet<QString> m_unheard;              ///< what movies called and nothing answers
     const GuiEvent* m_answered = nullptr; ///< whose function runs now
 };
 

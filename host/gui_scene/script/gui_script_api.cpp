@@ -13,10 +13,12 @@
 #include "gui_core/dxut_menu_item.h"
 #include "gui_core/gui_core.h"
 #include "gui_scene/gui_plug_scene.h"
+#include "gui_scene/scene_movies.h"
 #include "world/world_scene.h"
 
 #include <QHash>
 
+#include <algorithm>
 #include <cmath>
 
 namespace tarn {
@@ -30,6 +32,7 @@ constexpr const char* menu_item = "menu item";
 constexpr const char* timebar_kind = "timebar";
 constexpr const char* info_box = "Info";
 constexpr const char* map_class = "Map";
+constexpr const char* movie_class = "Flash";
 constexpr const char* world_kind = "object";
 constexpr double farthest = 1e6; ///< pixels
 
@@ -261,6 +264,62 @@ std::vector<ScriptVerb> control_verbs(CGuiPlugScene& scene)
     };
 }
 
+CDXUTFlash& flash_of(const ScriptCall& call)
+{
+    return static_cast<CDXUTFlash&>(call.object(0));
+}
+
+/// A verb of a movie, which has to play.
+template <class Work>
+auto asking(CGuiPlugScene& scene, Work work)
+{
+    return [&scene, work](ScriptCall& call) -> Result<ScriptValue> {
+        if (!work(scene.movies(), call))
+            return Status::error(lang(u"影片没有在播放", u"the movie does not play"));
+        return nothing;
+    };
+}
+
+std::vector<ScriptVerb> movie_verbs(CGuiPlugScene& scene)
+{
+    const auto call = [](SceneMovies& movies, ScriptCall& c) {
+        std::vector<Value> given;
+        for (std::size_t i = 2; i < c.arguments().size(); ++i) {
+            const auto* value = std::get_if<Value>(&c.arguments()[i]);
+            given.push_back(value ? *value : Value());
+        }
+        return movies.call(flash_of(c), c.text(1), given);
+    };
+    return {
+        {"call",
+         {{"name", ScriptType::Text, {u"影片提供的函数的名称", u"what the movie offers it as"}}},
+         {u"调用影片提供的函数，其后的参数交给影片；不等待结果",
+          u"calls a function of the movie with the arguments that follow; its result is not waited for"},
+         asking(scene, call),
+         movie_class,
+         true},
+        {"play",
+         {},
+         {u"让影片的时间轴继续播放", u"lets the movie's timeline run"},
+         asking(scene, [](SceneMovies& m, ScriptCall& c) { return m.run(flash_of(c), true); }),
+         movie_class},
+        {"stop",
+         {},
+         {u"让影片的时间轴停住", u"stops the movie's timeline"},
+         asking(scene, [](SceneMovies& m, ScriptCall& c) { return m.run(flash_of(c), false); }),
+         movie_class},
+        {"goto_frame",
+         {{"frame", ScriptType::Integer, {u"帧，从 1 开始", u"the frame, from 1 on"}}},
+         {u"转到影片的一帧并停在那里；经过的帧的脚本也会运行",
+          u"goes to a frame of the movie and stops there; scripts of the frames passed on the way run, too"},
+         asking(scene,
+                [](SceneMovies& m, ScriptCall& c) {
+                    return m.go_to_frame(flash_of(c), int(std::clamp<qint64>(c.integer(1), 1, 16000)));
+                }),
+         movie_class},
+    };
+}
+
 std::vector<ScriptVerb> dialog_verbs(CGuiPlugScene& scene)
 {
     CGuiCore& core = scene.gui_core();
@@ -454,7 +513,8 @@ ScriptApi gui_script_api(CGuiPlugScene& scene)
 {
     ScriptApi api{{message_verb(scene)},
                   gui_script_objects(scene.gui_core(), scene.animation(), scene.world()->objects())};
-    for (const auto& verbs : {control_verbs(scene), dialog_verbs(scene), menu_verbs(scene), timebar_verbs()})
+    for (const auto& verbs :
+         {control_verbs(scene), movie_verbs(scene), dialog_verbs(scene), menu_verbs(scene), timebar_verbs()})
         api.verbs.insert(api.verbs.end(), verbs.begin(), verbs.end());
     return api;
 }
