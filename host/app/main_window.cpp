@@ -176,6 +176,11 @@ void MainWindow::make_docks()
         m_problems->raise();
     });
     connect(list, &CDlgProblems::counted, this, &MainWindow::show_problem_count);
+    connect(list, &CDlgProblems::time_wanted, this, [this](quint32 timebar, float time) {
+        activate_mode(QStringLiteral("Timebar"));
+        m_studio.scene()->model().show_time(timebar, time);
+        m_studio.world().broadcast(tarn::ui_timebars_changed);
+    });
 }
 
 void MainWindow::make_plug_in_windows()

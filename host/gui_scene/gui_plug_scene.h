@@ -62,6 +62,8 @@ public:
     CAnimationScene& animation() const { return *m_animation; }
     tarn::Journal& journal() override { return document().journal(); }
     tarn::SceneModel& model() override { return m_model; }
+    /// What the last check of the layout found.
+    std::vector<tarn::SceneModel::Problem> layout_problems() const { return m_model.layout_problems(); }
     /// Of a scene that has tools.
     tarn::SceneEditor& editor() override;
 

@@ -45,10 +45,11 @@ class LayoutCheck {
 public:
     explicit LayoutCheck(CGuiPlugScene& scene) : m_scene(scene), m_core(scene.gui_core()) {}
 
-    void look(const QSize& size, const QString& when)
+    /// `bar` is shown at its time; null: the scene as it was made.
+    void look(const QSize& size, const CTimebar* bar)
     {
         m_screen = QRectF(QPointF(), QSizeF(size));
-        m_when = when;
+        m_bar = bar;
         m_core.set_screen_size(size);
         draw(size);
         look_at(*m_core.GetRootDialog());
@@ -119,18 +120,24 @@ private:
         if (!m_told.insert(told).second)
             return;
         const QString where = QStringLiteral("%1x%2").arg(m_screen.width()).arg(m_screen.height())
-            + (m_when.isEmpty() ? QString() : QLatin1String(", ") + m_when);
+            + (m_bar ? QLatin1String(", ") + when() : QString());
         m_problems.push_back({.object = &control,
                               .place = control.name(),
                               .text = lang(u"%1（%2）。", u"%1 (%2).").arg(what, where),
-                              .is_warning = true});
+                              .is_warning = true,
+                              .timebar = m_bar ? m_bar->id() : 0,
+                              .time = m_bar ? m_bar->current_time() : 0});
+    }
+    QString when() const
+    {
+        return lang(u"时间轴 %1，%2 秒", u"timebar %1 at %2 s").arg(m_bar->name()).arg(double(m_bar->current_time()));
     }
 
     CGuiPlugScene& m_scene;
     CGuiCore& m_core;
     GuiPainter m_painter;
     QRectF m_screen;
-    QString m_when;
+    const CTimebar* m_bar = nullptr;
     std::set<std::tuple<quint32, Fault, quint32>> m_told;
     std::vector<Problem> m_problems;
 };
@@ -169,19 +176,27 @@ public:
     Scrubbing(const Scrubbing&) = delete;
     Scrubbing& operator=(const Scrubbing&) = delete;
 
+    /// `visit` answers whether to go on; false when it did not.
     template <class Visit>
-    void each_moment(Visit&& visit)
+    bool each_moment(Visit&& visit)
     {
-        for (CTimebar* bar : std::vector(m_animation.bars())) {
-            const float before = bar->current_time();
-            m_animation.set_current_bar(bar);
-            for (const float time : moments_of(*bar)) {
-                bar->set_current_time(time);
+        const std::vector<CTimebar*> bars = m_animation.bars();
+        for (std::size_t i = 0; i < bars.size(); ++i) {
+            CTimebar& bar = *bars[i];
+            const float before = bar.current_time();
+            m_animation.set_current_bar(&bar);
+            const std::vector<float> moments = moments_of(bar);
+            bool goes_on = true;
+            for (std::size_t k = 0; k < moments.size() && goes_on; ++k) {
+                bar.set_current_time(moments[k]);
                 m_animation.show_frame();
-                visit(*bar, time);
+                goes_on = visit(bar, (double(i) + double(k) / double(moments.size())) / double(bars.size()));
             }
-            bar->set_current_time(before);
+            bar.set_current_time(before);
+            if (!goes_on)
+                return false;
         }
+        return true;
     }
 
 private:
@@ -192,20 +207,25 @@ private:
 
 } // namespace
 
-std::vector<Problem> find_layout_problems(CGuiPlugScene& scene, std::span<const QSize> sizes, bool over_time)
+Result<std::vector<Problem>> find_layout_problems(CGuiPlugScene& scene, std::span<const QSize> sizes, bool over_time,
+                                                  const Progress& progress)
 {
     CGuiCore& core = scene.gui_core();
     const QSize before = core.screen_size();
     LayoutCheck check(scene);
-    for (const QSize& size : sizes)
-        check.look(size, {});
-    if (over_time)
-        Scrubbing(scene.animation()).each_moment([&](const CTimebar& bar, float time) {
-            const QString when = lang(u"时间轴 %1，%2 秒", u"timebar %1 at %2 s").arg(bar.name()).arg(double(time));
-            for (const QSize& size : sizes)
-                check.look(size, when);
-        });
+    const auto look = [&](const CTimebar* bar) {
+        for (const QSize& size : sizes)
+            check.look(size, bar);
+    };
+    look(nullptr);
+    const bool is_whole = !over_time
+        || Scrubbing(scene.animation()).each_moment([&](const CTimebar& bar, double share) {
+               look(&bar);
+               return progress.go_on(share);
+           });
     core.set_screen_size(before);
+    if (!is_whole)
+        return stopped();
     return check.take();
 }
 
