@@ -13,6 +13,7 @@
 #include "frame/dlg_group.h"
 #include "script/config_scene.h"
 #include "script/script_runtime.h"
+#include "shortcuts.h"
 #include "store/filefun.h"
 #include "studio.h"
 #include "view/view3d.h"
@@ -86,7 +87,9 @@ MainWindow::MainWindow(Studio& studio) : m_studio(studio), m_messages(*this, stu
     make_docks();
     make_menus();
     connect(&studio, &Studio::document_changed, this, &MainWindow::update_document);
+    m_view->set_program_actions({m_play});
     update_document();
+    m_shortcuts = std::make_unique<tarn::Shortcuts>(*this);
     restore_places();
     if (!m_modes.empty())
         on_mode_chosen(0);

@@ -23,7 +23,8 @@ class Studio;
 
 namespace tarn {
 struct FileHolder;
-}
+class Shortcuts;
+} // namespace tarn
 
 /// The program's window: menus, the 3D view with the strip of the active mode above it, the side panel with the tabs of
 /// the modes, and the plug-ins' bars.
@@ -125,4 +126,5 @@ private:
     QAction* m_redo = nullptr;
     QList<QAction*> m_file_actions; ///< those that the tool bar shows
     QAction* m_play = nullptr;
+    std::unique_ptr<tarn::Shortcuts> m_shortcuts;
 };

@@ -8,6 +8,7 @@
 #include "plain_surface.h"
 #include "view_marks.h"
 
+#include <QAction>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
@@ -136,8 +137,10 @@ bool CView3D::keeps_key(const QKeyEvent& event) const
     // Alt in a drag is the drag's; the menu bar would take the keyboard when it is let go.
     if (m_held == Qt::LeftButton && event.key() == Qt::Key_Alt)
         return true;
-    const bool ends_preview = event.key() == Qt::Key_F5;
-    return m_world.mouse_tool() && m_world.mouse_tool()->takes_all_keys() && !ends_preview;
+    const bool is_programs = std::any_of(
+        m_program_actions.begin(), m_program_actions.end(),
+        [&event](const QAction* action) { return action->shortcuts().contains(event.keyCombination()); });
+    return m_world.mouse_tool() && m_world.mouse_tool()->takes_all_keys() && !is_programs;
 }
 
 bool CView3D::event(QEvent* event)
@@ -253,12 +256,10 @@ bool CView3D::send_text(const QString& text, const QString& preedit)
 void CView3D::send_wheel(QPointF place, double steps)
 {
     auto* tool = m_world.mouse_tool();
-    if (tool && tool->wheel(place, steps)) {
-        redraw_if(true);
-        return;
-    }
-    m_world.camera().zoom(steps);
-    schedule_redraw();
+    const bool taken = tool && tool->wheel(place, steps);
+    if (!taken)
+        m_world.camera().zoom(steps);
+    taken ? redraw_if(true) : schedule_redraw();
 }
 
 void CView3D::camera_drag(Qt::MouseButton button, QPointF from, QPointF to)
