@@ -9,6 +9,9 @@
 #include "main_window.h"
 #include "play_window.h"
 #include "render.h"
+#include "replay/input_recorder.h"
+#include "replay/recording_menu.h"
+#include "replay/replay_command.h"
 #include "settings.h"
 #include "studio.h"
 
@@ -20,6 +23,7 @@
 #include <QTimer>
 #include <QTranslator>
 
+#include <algorithm>
 #include <csignal>
 #include <cstdio>
 
@@ -54,6 +58,12 @@ int print_result(const tarn::CommandResult& result)
     print(stdout, result.output);
     print(stderr, result.errors);
     return result.status;
+}
+
+bool has_argument(int argc, char** argv, const char* wanted)
+{
+    return std::any_of(argv + 1, argv + argc,
+                       [wanted](const char* argument) { return qstrcmp(argument, wanted) == 0; });
 }
 
 /// Commands run where there is no display, too.
@@ -117,8 +127,15 @@ int play(Studio& studio, const CommandLine& line)
     if (const auto status = studio.open_file(line.file); !status)
         return refuse(status.message());
     PlayWindow window(studio, line.size);
+    if (!line.input_script.isEmpty())
+        window.record_input();
     line.full_screen ? window.showFullScreen() : window.show();
-    return QApplication::exec();
+    const int status = QApplication::exec();
+    const auto recorded = window.take_recorded();
+    if (!recorded)
+        return status;
+    const auto saved = tarn::save_recording(*recorded, line.input_script);
+    return saved ? status : refuse(saved.message());
 }
 
 int run(QApplication& app, Studio& studio, const QStringList& failures, const CommandLine& line)
@@ -161,6 +178,8 @@ int main(int argc, char** argv)
 #endif
     if (const tarn::Command* command = asked_command(argc, argv))
         return run_command(*command, argc, argv);
+    if (has_argument(argc, argv, "--replay") && !qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
     // The renderer of the world draws pictures that the views show.
     QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
     QApplication app(argc, argv);
@@ -175,11 +194,14 @@ int main(int argc, char** argv)
         tarn::settings::forget_all();
 
     Studio studio;
-    const bool is_played = line.action == CommandLine::Action::Play;
+    const bool is_replayed = line.action == CommandLine::Action::Replay;
+    const bool is_played = line.action == CommandLine::Action::Play || is_replayed;
     const QStringList failures = studio.load_plug_ins(
         line.plug_ins.isEmpty() ? appinfo::get_data_path(QStringLiteral("plugins")) : line.plug_ins,
         is_played ? Studio::Windows::None : Studio::Windows::All);
     set_up_language(app, line);
+    if (is_replayed)
+        return print_result(tarn::run_replay(studio, line.input_script, line.file));
     if (is_played)
         return play(studio, line);
     tarn::apply_theme(app, line.theme.value_or(tarn::settings::theme()));

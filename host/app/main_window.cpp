@@ -11,6 +11,7 @@
 #include "frame/child_dlg.h"
 #include "frame/control_bar.h"
 #include "frame/dlg_group.h"
+#include "replay/recording_menu.h"
 #include "script/config_scene.h"
 #include "script/script_runtime.h"
 #include "shortcuts.h"
@@ -87,7 +88,7 @@ MainWindow::MainWindow(Studio& studio) : m_studio(studio), m_messages(*this, stu
     make_docks();
     make_menus();
     connect(&studio, &Studio::document_changed, this, &MainWindow::update_document);
-    m_view->set_program_actions({m_play});
+    m_view->set_program_actions(m_recording->actions() << m_play);
     update_document();
     m_shortcuts = std::make_unique<tarn::Shortcuts>(*this);
     restore_places();
@@ -97,6 +98,7 @@ MainWindow::MainWindow(Studio& studio) : m_studio(studio), m_messages(*this, stu
 
 MainWindow::~MainWindow()
 {
+    m_recording.reset(); // It has the scene's messages.
     m_studio.world().document().changes().remove_listener(this);
     m_studio.world().on_redraw = nullptr;
     m_studio.world().on_message = nullptr;

@@ -23,6 +23,7 @@ class Studio;
 
 namespace tarn {
 struct FileHolder;
+class RecordingMenu;
 class Shortcuts;
 } // namespace tarn
 
@@ -127,4 +128,5 @@ private:
     QList<QAction*> m_file_actions; ///< those that the tool bar shows
     QAction* m_play = nullptr;
     std::unique_ptr<tarn::Shortcuts> m_shortcuts;
+    std::unique_ptr<tarn::RecordingMenu> m_recording;
 };

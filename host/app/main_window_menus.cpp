@@ -9,6 +9,7 @@
 #include "frame/boxes.h"
 #include "licences.h"
 #include "main_window.h"
+#include "replay/recording_menu.h"
 #include "screen_size_menu.h"
 #include "settings.h"
 #include "shortcut_editor.h"
@@ -164,6 +165,7 @@ void MainWindow::make_view_menu()
     QMenu* menu = menuBar()->addMenu(lang(u"视图(&V)", u"&View"));
     m_play = add(menu, "preview", icon_play, {}, QKeySequence(Qt::Key_F5));
     connect(m_play, &QAction::triggered, this, &MainWindow::toggle_preview);
+    m_recording = std::make_unique<tarn::RecordingMenu>(m_studio, *m_view, *this, *menu);
     menu->addSeparator();
     for (QDockWidget* dock : findChildren<QDockWidget*>()) {
         dock->toggleViewAction()->setObjectName(QStringLiteral("show_") + dock->objectName());

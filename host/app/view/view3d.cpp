@@ -5,6 +5,7 @@
 #include "engine/base_world.h"
 #include "gl_surface.h"
 #include "inline_editor.h"
+#include "input_watch.h"
 #include "plain_surface.h"
 #include "view_marks.h"
 
@@ -223,6 +224,8 @@ void CView3D::redraw_if(bool taken)
 
 bool CView3D::send_mouse(const MouseEvent& event)
 {
+    if (m_watch)
+        m_watch->input_comes(event.kind == MouseEvent::Kind::Move);
     auto* tool = m_world.mouse_tool();
     m_place = event.place;
     MouseEvent scaled = event;
@@ -233,37 +236,53 @@ bool CView3D::send_mouse(const MouseEvent& event)
     tool = m_world.mouse_tool();
     show_cursor(tool && (m_held == Qt::LeftButton || on_screen(event.place)) ? tool->cursor() : Qt::ArrowCursor);
     redraw_if(taken);
+    if (m_watch)
+        m_watch->mouse_came(event);
     return taken;
 }
 
 bool CView3D::send_key(int key, Qt::KeyboardModifiers modifiers)
 {
+    if (m_watch)
+        m_watch->input_comes(false);
     auto* tool = m_world.mouse_tool();
     const bool taken = tool && tool->key(key, modifiers);
     redraw_if(taken);
+    if (m_watch)
+        m_watch->key_came(key, modifiers);
     return taken;
 }
 
 bool CView3D::send_text(const QString& text, const QString& preedit)
 {
+    if (m_watch)
+        m_watch->input_comes(false);
     auto* tool = m_world.mouse_tool();
     const bool taken = tool && tool->text(text, preedit);
     redraw_if(taken);
+    if (m_watch)
+        m_watch->text_came(text);
     updateMicroFocus();
     return taken;
 }
 
 void CView3D::send_wheel(QPointF place, double steps)
 {
+    if (m_watch)
+        m_watch->input_comes(false);
     auto* tool = m_world.mouse_tool();
     const bool taken = tool && tool->wheel(place, steps);
     if (!taken)
         m_world.camera().zoom(steps);
     taken ? redraw_if(true) : schedule_redraw();
+    if (m_watch)
+        m_watch->wheel_came(place, steps);
 }
 
 void CView3D::camera_drag(Qt::MouseButton button, QPointF from, QPointF to)
 {
+    if (m_watch)
+        m_watch->input_comes(true);
     if (button == Qt::MiddleButton && is_zoomed())
         pan_screen(to - from);
     else if (button == Qt::MiddleButton)
@@ -273,6 +292,8 @@ void CView3D::camera_drag(Qt::MouseButton button, QPointF from, QPointF to)
     else
         return;
     schedule_redraw();
+    if (m_watch)
+        m_watch->camera_came(button, to - from);
 }
 
 void CView3D::end_lost_press(const QMouseEvent& event)

@@ -16,6 +16,7 @@ class QAction;
 
 namespace tarn {
 class InlineEditor;
+class InputWatch;
 class SceneEditor;
 struct EditCommand;
 class ViewMarks;
@@ -38,6 +39,8 @@ public:
     std::function<QList<QKeySequence>(const tarn::EditCommand&)> keys_of;
     /// The keys of these actions stay the program's while the interface that runs has all others.
     void set_program_actions(const QList<QAction*>& actions) { m_program_actions = actions; }
+    /// Who hears what goes to the interface; null for nobody.
+    void set_input_watch(tarn::InputWatch* watch) { m_watch = watch; }
     /// Stores the text that is being edited in the view, if any, and closes its field.
     void finish_text();
 
@@ -152,5 +155,6 @@ private:
     QPointF m_place;                       ///< of the mouse in the last event of it
     tarn::SceneEditor* m_editor = nullptr;
     QList<QAction*> m_program_actions;
+    tarn::InputWatch* m_watch = nullptr;
     QPointer<tarn::InlineEditor> m_text; ///< open while a text is edited
 };
