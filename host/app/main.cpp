@@ -7,6 +7,7 @@
 #include "end_signals.h"
 #include "frame/boxes.h"
 #include "main_window.h"
+#include "merge_window.h"
 #include "play_window.h"
 #include "render.h"
 #include "replay/input_recorder.h"
@@ -64,6 +65,31 @@ bool has_argument(int argc, char** argv, const char* wanted)
 {
     return std::any_of(argv + 1, argv + argc,
                        [wanted](const char* argument) { return qstrcmp(argument, wanted) == 0; });
+}
+
+/// Without one the windows' library would end the program.
+bool has_display()
+{
+#ifdef Q_OS_LINUX
+    constexpr const char* names[] = {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"};
+    return std::any_of(std::begin(names), std::end(names),
+                       [](const char* name) { return !qEnvironmentVariableIsEmpty(name); });
+#else
+    return true;
+#endif
+}
+
+/// Its conflicts are decided in a window.
+int run_merge_window(const tarn::Command& command, int argc, char** argv)
+{
+    QApplication app(argc, argv);
+    QApplication::setApplicationDisplayName(QStringLiteral("Tarn studio"));
+    name_program();
+    if (const auto language = tarn::settings::language())
+        VLCMsgIniW::set_language(*language);
+    tarn::apply_theme(app, tarn::settings::theme());
+    tarn::set_ask_conflicts(tarn::ask_in_window);
+    return print_result(tarn::run_command(command, QCoreApplication::arguments().mid(1)));
 }
 
 /// Commands run where there is no display, too.
@@ -176,8 +202,11 @@ int main(int argc, char** argv)
 #ifdef SIGXFSZ
     std::signal(SIGXFSZ, SIG_IGN); // A file over the user's limit is an error of its save, not the program's end.
 #endif
-    if (const tarn::Command* command = asked_command(argc, argv))
-        return run_command(*command, argc, argv);
+    if (const tarn::Command* command = asked_command(argc, argv)) {
+        const bool has_window = qstrcmp(command->name, "merge") == 0 && has_argument(argc, argv, "--window")
+            && has_display();
+        return has_window ? run_merge_window(*command, argc, argv) : run_command(*command, argc, argv);
+    }
     if (has_argument(argc, argv, "--replay") && !qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     // The renderer of the world draws pictures that the views show.
