@@ -77,13 +77,21 @@ bool fits(const QMargins& edges, const QSize& room)
     return has_room(edges.left(), edges.right(), room.width()) && has_room(edges.top(), edges.bottom(), room.height());
 }
 
-/// The edges made narrower, each in its share, so that they fit.
+/// Whether something of the picture lies between the edges.
+bool has_middle(const QMargins& edges, const QSize& room)
+{
+    return edges.left() + edges.right() < room.width() && edges.top() + edges.bottom() < room.height();
+}
+
+/// The edges made narrower, each in its share, so that a third of the picture lies between them.
 QMargins fitted(const QMargins& edges, const QSize& room)
 {
     const auto ends = [](int near_edge, int far_edge, int length) {
         const qint64 sum = qint64(near_edge) + far_edge;
-        const int kept = sum > length ? int(near_edge * qint64(length) / sum) : near_edge;
-        return std::pair(kept, std::min(far_edge, length - kept));
+        if (sum < length)
+            return std::pair(near_edge, far_edge);
+        const qint64 left_to_them = length * 2 / 3;
+        return std::pair(int(near_edge * left_to_them / sum), int(far_edge * left_to_them / sum));
     };
     const auto [left, right] = ends(edges.left(), edges.right(), room.width());
     const auto [top, bottom] = ends(edges.top(), edges.bottom(), room.height());
@@ -215,7 +223,7 @@ void CDlgDesignButton::put_picture(const QImage& picture)
     const LookPart part = core()->current_element();
     core()->set_element_texture(part, picture);
     const QSize size = core()->texture_rect(part).size();
-    if (const QMargins edges = core()->edge_widths(part); !fits(edges, size))
+    if (const QMargins edges = core()->edge_widths(part); !has_middle(edges, size))
         core()->set_edge_widths(part, fitted(edges, size));
     scene()->update_all_ctrl_element();
     redraw();

@@ -270,6 +270,7 @@ void CDlgDesignFont::on_remove()
         return;
     scene()->remove_font(font->entry);
     changed();
+    m_families->setFocus(); // Not in the field of the size, whose letters Undo would take.
 }
 
 /// The first letter that is typed may make the style that the next ones change: all of them are one step.

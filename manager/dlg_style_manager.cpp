@@ -57,7 +57,8 @@ void CDlgStyleManager::OnInitDialog()
     speed->set_format_string(QStringLiteral("%.1f"));
     control(id_picture)->hide();
     on_click(id_apply, [this] { on_apply(); });
-    on_click(id_save, [this] { on_save(); });
+    connect(button(id_save), &QAbstractButton::clicked, this,
+            [this] { run_action([this] { on_save(); }, lang(u"保存风格", u"Save Style")); });
     on_click(id_reset, [this] { on_reset(); });
     on_click(id_delete, [this] { on_delete(); });
     on_click(id_font, [this] { Q_EMIT design_page_wanted(font_page); });

@@ -268,8 +268,12 @@ void CBoundPage::refresh()
     m_actions.show();
     if (!m_buffer)
         return;
+    const bool waits = m_buffer->waits_for(all);
     for (const int id : {m_ok_button, m_cancel_button})
-        button(id)->setEnabled(m_buffer->waits_for(all));
+        button(id)->setEnabled(waits);
+    QFont font = button(m_ok_button)->font();
+    font.setBold(waits); // It is easily forgotten.
+    button(m_ok_button)->setFont(font);
 }
 
 Value CBoundPage::held_by(const ModelObject& object, const FieldBase& field) const

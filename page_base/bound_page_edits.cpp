@@ -255,6 +255,8 @@ QString CBoundPage::caption_of(int id) const
         if (label->buddy() == widget)
             caption = label->text();
     if (caption.isEmpty())
+        caption = widget->accessibleName(); // Of fields that share a label.
+    if (caption.isEmpty())
         caption = widget->toolTip();
     if (caption.isEmpty())
         return lang(u"修改属性", u"Change Property");

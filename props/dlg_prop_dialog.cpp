@@ -142,7 +142,8 @@ void CDlgPropDialog::OnInitDialog()
     button(id_keep_ratio)->SetIcon(keep_ratio_icon);
     on_click(id_keep_ratio, [this] { on_keep_ratio(); });
     on_click(id_scale, [this] { on_scale_with_window(); });
-    on_click(id_bind, [this] { on_bind(); });
+    connect(button(id_bind), &QAbstractButton::clicked, this,
+            [this] { run_action([this] { on_bind(); }, tarn::lang(u"绑定贴图", u"Bind Texture")); });
     on_click(id_unbind, [this] { on_unbind(); });
 }
 

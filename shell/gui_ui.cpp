@@ -6,12 +6,14 @@
 #include "dlg_top_table.h"
 #include "frame/dlg_group.h"
 #include "manager/dlg_style_manager.h"
+#include "manager/dlg_translations.h"
+#include "page_bar.h"
 #include "prop_bar.h"
 #include "timeline/dlg_gui_manager_timer.h"
 #include "timeline/dlg_top_timer.h"
 #include "timer_control_bar.h"
 #include "widgets/iconfun.h"
-#include "world_bar.h"
+#include "world_pages/dlg_world.h"
 
 #include <QAction>
 #include <QMainWindow>
@@ -26,9 +28,12 @@ namespace {
 constexpr int template_tool_main = 6001;
 constexpr int template_top_table = 6103;
 constexpr int template_timebar_list = 6564;
+constexpr int template_world = 7100;
+constexpr int template_translations = 7300;
 
 constexpr QSize prop_bar_size(230, 500);
 constexpr QSize world_bar_size(260, 500);
+constexpr QSize translation_bar_size(800, 240);
 constexpr QSize timer_bar_size(800, 240);
 
 /// Both bars have the same number in the frame; their places are remembered by name.
@@ -85,6 +90,7 @@ void CGuiUI::create_control_bars(QMainWindow* frame)
     add_control_bar(m_timer_bar);
 
     create_world_bar(frame);
+    create_translation_bar(frame);
     m_prop_bar->show_bar(false);
     m_timer_bar->set_owner_frame(frame);
     m_timer_bar->show_bar(false);
@@ -93,9 +99,9 @@ void CGuiUI::create_control_bars(QMainWindow* frame)
 /// Hidden at first; shown, it shares the place of the program's own panel at the left.
 void CGuiUI::create_world_bar(QMainWindow* frame)
 {
-    m_world_bar = new CWorldBar(lang(u"世界", u"World"), frame);
+    m_world_bar = new CPageBar(lang(u"世界", u"World"), frame);
     set_up_bar(*m_world_bar, "CWorldBar", world_bar_size, Qt::LeftDockWidgetArea | Qt::RightDockWidgetArea);
-    m_world_bar->create_page();
+    m_world_bar->hold(new CDlgWorld, template_world);
     const auto docks = frame->findChildren<QDockWidget*>(QString(), Qt::FindDirectChildrenOnly);
     const auto panel = std::find_if(docks.begin(), docks.end(), [frame](QDockWidget* dock) {
         return frame->dockWidgetArea(dock) == Qt::LeftDockWidgetArea;
@@ -106,6 +112,19 @@ void CGuiUI::create_world_bar(QMainWindow* frame)
     m_world_bar->hide();
     QObject::connect(m_world_bar->toggleViewAction(), &QAction::triggered, m_world_bar, &QWidget::raise);
     add_control_bar(m_world_bar);
+}
+
+/// Hidden at first; shown, it shares the place of the program's lists below the view.
+void CGuiUI::create_translation_bar(QMainWindow* frame)
+{
+    m_translation_bar = new CPageBar(lang(u"译文", u"Translations"), frame);
+    set_up_bar(*m_translation_bar, "CTranslationBar", translation_bar_size,
+               Qt::TopDockWidgetArea | Qt::BottomDockWidgetArea);
+    m_translation_bar->hold(new CDlgTranslations, template_translations);
+    frame->addDockWidget(Qt::BottomDockWidgetArea, m_translation_bar);
+    m_translation_bar->hide();
+    QObject::connect(m_translation_bar->toggleViewAction(), &QAction::triggered, m_translation_bar, &QWidget::raise);
+    add_control_bar(m_translation_bar);
 }
 
 void CGuiUI::create_tab_windows(QWidget* top_parent, QWidget* side_parent)
@@ -183,6 +202,7 @@ void CGuiUI::destroy_windows()
     destroy(m_top_table);
     destroy(m_prop_bar);
     destroy(m_timer_bar);
+    destroy(m_translation_bar);
     destroy(m_world_bar);
     destroy(m_timebar_list);
 }

@@ -7,7 +7,7 @@ class CDlgToolMain;
 class CDlgTopTable;
 class CPropBar;
 class CTimerControlBar;
-class CWorldBar;
+class CPageBar;
 
 /// The main object of the interface editor: makes everything that the user sees of it.
 class CGuiUI : public CBasePlugUi {
@@ -22,6 +22,7 @@ public:
 
 private:
     void create_world_bar(QMainWindow* frame);
+    void create_translation_bar(QMainWindow* frame);
     void connect_styles();
     void connect_timeline();
     void add_commands();
@@ -30,6 +31,7 @@ private:
     CDlgTopTable* m_top_table = nullptr;
     CPropBar* m_prop_bar = nullptr;
     CTimerControlBar* m_timer_bar = nullptr;
-    CWorldBar* m_world_bar = nullptr;
+    CPageBar* m_world_bar = nullptr;
+    CPageBar* m_translation_bar = nullptr;
     CDlgGuiManagerTimer* m_timebar_list = nullptr;
 };

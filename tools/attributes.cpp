@@ -7,6 +7,7 @@
 #include "gui_core/control_state.h"
 #include "gui_core/gui_core.h"
 #include "gui_scene/event_manager.h"
+#include "gui_scene/translations/translations.h"
 #include "script/config_scene.h"
 #include "world/world_object.h"
 #include "world/world_scene.h"
@@ -168,6 +169,7 @@ QString reference()
     const CGuiCore core(document);
     const tarn::WorldScene world(document);
     const CAnimationScene animation(document);
+    const tarn::Translations translations(document);
     QString text = QStringLiteral(
         "# Attributes\n\nThe attributes of every kind of object, as packages, scripts of a scene and scripts that use "
         "the "

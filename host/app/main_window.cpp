@@ -23,6 +23,7 @@
 
 #include <QApplication>
 #include <QDockWidget>
+#include <QScrollArea>
 #include <QStackedWidget>
 #include <QStatusBar>
 #include <QTabBar>
@@ -126,7 +127,15 @@ void MainWindow::make_side_panel()
     m_side_area = new QStackedWidget(inside);
     m_side_area->setMinimumWidth(least_side_panel);
     layout->addWidget(m_mode_strip);
-    layout->addWidget(m_side_area, 1);
+    // On a low screen a page scrolls: the window must not grow beyond it.
+    auto* scrolled = new QScrollArea(inside);
+    scrolled->setWidget(m_side_area);
+    scrolled->setWidgetResizable(true);
+    scrolled->setFrameShape(QFrame::NoFrame);
+    scrolled->setFocusPolicy(Qt::NoFocus);
+    scrolled->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    scrolled->setMinimumWidth(least_side_panel + style()->pixelMetric(QStyle::PM_ScrollBarExtent));
+    layout->addWidget(scrolled, 1);
     dock->setWidget(inside);
     addDockWidget(Qt::LeftDockWidgetArea, dock);
     // The side panel and the property bar keep the window's full height.

@@ -151,8 +151,10 @@ void MainWindow::update_edit_menu()
     const bool editing = journal && !m_studio.is_playing();
     m_undo->setText(with_step(lang(u"撤销(&U)", u"&Undo"), journal ? journal->undo_name() : QString()));
     m_redo->setText(with_step(lang(u"重做(&R)", u"&Redo"), journal ? journal->redo_name() : QString()));
-    m_undo->setEnabled(editing && journal->can_undo());
-    m_redo->setEnabled(editing && journal->can_redo());
+    // An action that is open, as while a box of its own is, may end without a word.
+    const bool is_open = editing && journal->in_action();
+    m_undo->setEnabled(editing && (journal->can_undo() || (is_open && journal->position() > 0)));
+    m_redo->setEnabled(editing && (journal->can_redo() || (is_open && journal->position() < journal->step_count())));
     m_play->setText(m_studio.is_playing() ? lang(u"停止预览(&P)", u"Stop &Preview") : lang(u"预览(&P)", u"&Preview"));
     m_play->setIcon(iconfun::icon(m_studio.is_playing() ? icon_stop : icon_play));
     m_play->setEnabled(scene != nullptr);

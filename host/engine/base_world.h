@@ -117,7 +117,7 @@ public:
     tarn::Status work(const QString& what, const Work& job);
     /// Given by the program. While the job asks whether to go on, windows are drawn and timers run, but nobody edits.
     std::function<tarn::Status(const QString& what, const Work& job)> on_work;
-    /// Opens a step of undo of that name, which lasts until the answer is let go. Null: there is nothing to undo.
+    /// Begins a trial of that name: what is changed is taken back when the answer is let go. Null: nothing can be taken back.
     std::function<std::shared_ptr<void>(const QString& name)> begin_edit;
 
 private:

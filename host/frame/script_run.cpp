@@ -67,7 +67,7 @@ ScriptRun::~ScriptRun()
         runtime().on_print = std::move(m_printed_before);
         runtime().on_error = std::move(m_failed_before);
     }
-    finish();
+    take_back();
 }
 
 /// Until something runs here, what the scene's functions tell goes where it went before.
@@ -88,7 +88,7 @@ ScriptRuntime& ScriptRun::runtime() const
 
 void ScriptRun::start(const QString& text)
 {
-    finish();
+    take_back();
     runtime().reset();
     m_log.clear();
     hear_runtime();
@@ -131,8 +131,16 @@ void ScriptRun::tick()
     Q_EMIT went_on();
 }
 
-/// Ends the step of undo. Pages show what the scripts changed.
+/// Pages show what the scripts changed.
 void ScriptRun::finish()
+{
+    m_ticks.stop();
+    if (m_edit)
+        m_world.broadcast(ui_full_refresh);
+}
+
+/// A run is a trial: the next one begins with the scene as the author left it, and so does he when the editor closes.
+void ScriptRun::take_back()
 {
     m_ticks.stop();
     if (!m_edit)

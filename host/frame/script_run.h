@@ -41,6 +41,7 @@ private:
     void hear_runtime();
     void tick();
     void finish();
+    void take_back();
     void tell(const ScriptResult& result);
     void tell_arguments();
     void add_error(const ScriptError& error);

@@ -164,6 +164,12 @@ FontNotice FontLibrary::notice(const Font& font)
     return font_notice(QRawFont(font.content, any_size).fontTable("name"));
 }
 
+FontLibrary::Cut FontLibrary::cut(const Font& font)
+{
+    const QRawFont raw(font.content, any_size);
+    return {.bold = raw.weight() >= QFont::DemiBold, .italic = raw.style() != QFont::StyleNormal};
+}
+
 Status FontLibrary::check(const QByteArray& content)
 {
     if (content.size() > largest_file)

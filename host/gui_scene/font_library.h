@@ -46,6 +46,12 @@ public:
     /// What the font says of its maker's rights.
     static FontNotice notice(const Font& font);
 
+    /// How the letters of the file are cut.
+    struct Cut {
+        bool bold = false;
+        bool italic = false;
+    };
+    static Cut cut(const Font& font);
     /// Why the content cannot be taken as a font.
     static Status check(const QByteArray& content);
     /// Takes the font in the file `path` into the package, once for each content; recorded. Answers its first family.

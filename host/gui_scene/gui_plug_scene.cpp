@@ -24,6 +24,7 @@
 #include "scene_tools.h"
 #include "script/gui_script_api.h"
 #include "style_library.h"
+#include "translations/translations.h"
 #include "world/world_object.h"
 
 #include <QSet>
@@ -102,6 +103,7 @@ void CGuiPlugScene::join(tarn::Document& document)
     m_fonts = std::make_unique<tarn::FontLibrary>(*m_core);
     m_events = std::make_unique<CEventManager>(document);
     m_animation = std::make_unique<CAnimationScene>(document);
+    m_translations = std::make_unique<tarn::Translations>(document);
     m_animation->set_target_kind(tarn::TimerObjectType::Control, &m_control_target);
     m_animation->set_target_kind(tarn::TimerObjectType::Dialog, &m_dialog_target);
     for (WorldTargetRow& row : m_world_targets)
@@ -144,6 +146,7 @@ std::vector<tarn::ModelObject*> CGuiPlugScene::selected_objects() const
 std::shared_ptr<void> CGuiPlugScene::begin_script_edit(const QString& name)
 {
     const auto end = [this](tarn::UserAction* action) {
+        journal().cancel();
         delete action;
         // Focus and minimised dialogs belong to an interface that runs; undo knows nothing of them.
         if (!m_playing)
@@ -382,6 +385,8 @@ void CGuiPlugScene::play(bool on)
     m_playing = on;
     m_core->EnableGui(!on);
     if (on) {
+        if (!m_language.isEmpty())
+            show_language();
         m_last_advance = 0;
         m_runner.begin();
         m_animation->set_running(true);
@@ -389,6 +394,20 @@ void CGuiPlugScene::play(bool on)
     m_in_world->play(on);
     m_world->camera_view().show_axes(!on);
     m_world->set_mouse_tool(on ? &m_tools->play_tool() : &m_tools->select_tool());
+}
+
+void CGuiPlugScene::set_language(const QString& language)
+{
+    if (std::exchange(m_language, language) == language || !m_playing)
+        return;
+    show_language();
+    m_world->update_all_views();
+}
+
+void CGuiPlugScene::show_language()
+{
+    const tarn::ShownWrites writes(document());
+    m_translations->show(m_language);
 }
 
 void CGuiPlugScene::advance(double now)

@@ -32,6 +32,7 @@ class SceneOverlay;
 class SceneTools;
 class FontLibrary;
 class StyleLibrary;
+class Translations;
 
 struct TextureBinding {
     QString texture;    ///< name in the scene's textures
@@ -60,6 +61,10 @@ public:
     CConfigScene& functions() const;
     CEventManager& events() const { return *m_events; }
     CAnimationScene& animation() const { return *m_animation; }
+    tarn::Translations& translations() const { return *m_translations; }
+    /// In which of the scene's languages the running interface shows its texts; "" as the author wrote them. Not saved.
+    void set_language(const QString& language);
+    const QString& language() const { return m_language; }
     tarn::Journal& journal() override { return document().journal(); }
     tarn::SceneModel& model() override { return m_model; }
     /// What the last check of the layout found.
@@ -204,6 +209,7 @@ public:
 
 private:
     tarn::Status check_not_playing() const;
+    void show_language();
     /// Reads the package at `path`, with the pictures that lie beside it, and does something with the content. Both are
     /// one work that is called `what`, so that whoever watches it sees it until all is done.
     tarn::Status with_file(const QString& path, const QString& what,
@@ -212,7 +218,7 @@ private:
     /// Puts what was read in the place of everything; there is nothing to undo afterwards.
     void begin_anew(const QString& path);
     void become(tarn::SceneSnapshot content, const QString& path);
-    /// One step of undo, for what a script does outside a preview, until the answer is let go.
+    /// What a script does outside a preview, until the answer is let go, is taken back then.
     std::shared_ptr<void> begin_script_edit(const QString& name);
 
     tarn::ControlTarget m_control_target;
@@ -230,6 +236,8 @@ private:
     }};
     tarn::TimebarRunner m_timebar_runner{*this};
     std::unique_ptr<CAnimationScene> m_animation;
+    std::unique_ptr<tarn::Translations> m_translations;
+    QString m_language;
     std::unique_ptr<CEventManager> m_events; ///< the core closes the document that they are part of
     std::unique_ptr<CGuiCore> m_core;
     std::unique_ptr<tarn::StyleLibrary> m_style_library;

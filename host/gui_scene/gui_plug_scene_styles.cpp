@@ -4,6 +4,7 @@
 #include "engine/base_world.h"
 #include "font_library.h"
 #include "gui_core/gui_style.h"
+#include "gui_core/style_look.h"
 #include "gui_plug_scene.h"
 #include "store/filefun.h"
 #include "style_file.h"
@@ -148,9 +149,18 @@ Status CGuiPlugScene::take_look_font(int owner, const QString& path)
 {
     const tarn::UserAction action(journal(), lang(u"添加字体", u"Add Font"));
     const auto family = m_fonts->take_file(path);
-    if (family)
-        set_look_font(owner, family.value());
-    return family.status();
+    if (!family)
+        return family.status();
+    set_look_font(owner, family.value());
+    // The author chose these letters: a family's regular ones would be others.
+    tarn::FontStyle style = m_core->look().font_style(owner);
+    const tarn::FontLibrary::Cut cut = tarn::FontLibrary::cut(*m_fonts->find(family.value()));
+    if (style.bold != cut.bold || style.italic != cut.italic) {
+        style.bold = cut.bold;
+        style.italic = cut.italic;
+        m_core->set_look_font_style(owner, style);
+    }
+    return {};
 }
 
 void CGuiPlugScene::remove_font(const QString& entry)

@@ -10,6 +10,7 @@
 #include "gui_draw/gui_painter.h"
 #include "gui_draw/text_cache.h"
 #include "gui_plug_scene.h"
+#include "translations/translations.h"
 
 #include <QImage>
 #include <QPainter>
@@ -40,16 +41,27 @@ bool takes_mouse(const CDXUTControl& control)
     return control.is_interactive() && control.is_seen() && control.GetEnabled();
 }
 
+/// What of the scene is looked at.
+struct Shown {
+    const CTimebar* bar = nullptr; ///< shown at its time; null: none
+    QString language{};            ///< empty: the texts as they were made
+
+    QString text() const
+    {
+        return bar ? lang(u"时间轴 %1，%2 秒", u"timebar %1 at %2 s").arg(bar->name()).arg(double(bar->current_time()))
+                   : language;
+    }
+};
+
 /// Looks at one moment of the interface on one screen.
 class LayoutCheck {
 public:
     explicit LayoutCheck(CGuiPlugScene& scene) : m_scene(scene), m_core(scene.gui_core()) {}
 
-    /// `bar` is shown at its time; null: the scene as it was made.
-    void look(const QSize& size, const CTimebar* bar)
+    void look(const QSize& size, const Shown& shown)
     {
         m_screen = QRectF(QPointF(), QSizeF(size));
-        m_bar = bar;
+        m_shown = shown;
         m_core.set_screen_size(size);
         draw(size);
         look_at(*m_core.GetRootDialog());
@@ -58,6 +70,14 @@ public:
                 look_at(*dialog);
     }
     std::vector<Problem> take() { return std::move(m_problems); }
+    QSet<quint32> cut_texts() const
+    {
+        QSet<quint32> cut;
+        for (const auto& [object, fault, other] : m_told)
+            if (fault == Fault::CutText)
+                cut.insert(object);
+        return cut;
+    }
 
 private:
     enum class Fault { CutText, OffScreen, Covered };
@@ -120,24 +140,20 @@ private:
         if (!m_told.insert(told).second)
             return;
         const QString where = QStringLiteral("%1x%2").arg(m_screen.width()).arg(m_screen.height())
-            + (m_bar ? QLatin1String(", ") + when() : QString());
+            + (m_shown.text().isEmpty() ? QString() : QLatin1String(", ") + m_shown.text());
         m_problems.push_back({.object = &control,
                               .place = control.name(),
                               .text = lang(u"%1（%2）。", u"%1 (%2).").arg(what, where),
                               .is_warning = true,
-                              .timebar = m_bar ? m_bar->id() : 0,
-                              .time = m_bar ? m_bar->current_time() : 0});
-    }
-    QString when() const
-    {
-        return lang(u"时间轴 %1，%2 秒", u"timebar %1 at %2 s").arg(m_bar->name()).arg(double(m_bar->current_time()));
+                              .timebar = m_shown.bar ? m_shown.bar->id() : 0,
+                              .time = m_shown.bar ? m_shown.bar->current_time() : 0});
     }
 
     CGuiPlugScene& m_scene;
     CGuiCore& m_core;
     GuiPainter m_painter;
     QRectF m_screen;
-    const CTimebar* m_bar = nullptr;
+    Shown m_shown;
     std::set<std::tuple<quint32, Fault, quint32>> m_told;
     std::vector<Problem> m_problems;
 };
@@ -205,6 +221,27 @@ private:
     bool m_editing;
 };
 
+/// The scene in one of its languages, for the length of a scope; not while it runs.
+class ShownLanguage {
+public:
+    ShownLanguage(CGuiPlugScene& scene, const QString& language) : m_scene(scene)
+    {
+        const ShownWrites writes(m_scene.document());
+        m_scene.translations().show(language);
+    }
+    ~ShownLanguage()
+    {
+        m_scene.document().clear_shown();
+        if (m_scene.animation().is_editing())
+            m_scene.animation().show_frame();
+    }
+    ShownLanguage(const ShownLanguage&) = delete;
+    ShownLanguage& operator=(const ShownLanguage&) = delete;
+
+private:
+    CGuiPlugScene& m_scene;
+};
+
 } // namespace
 
 Result<std::vector<Problem>> find_layout_problems(CGuiPlugScene& scene, std::span<const QSize> sizes, bool over_time,
@@ -213,20 +250,32 @@ Result<std::vector<Problem>> find_layout_problems(CGuiPlugScene& scene, std::spa
     CGuiCore& core = scene.gui_core();
     const QSize before = core.screen_size();
     LayoutCheck check(scene);
-    const auto look = [&](const CTimebar* bar) {
+    const auto look = [&](const Shown& shown) {
         for (const QSize& size : sizes)
-            check.look(size, bar);
+            check.look(size, shown);
     };
-    look(nullptr);
+    look({});
     const bool is_whole = !over_time
         || Scrubbing(scene.animation()).each_moment([&](const CTimebar& bar, double share) {
-               look(&bar);
+               look({.bar = &bar});
                return progress.go_on(share);
            });
+    for (const QString& language : scene.translations().languages()) {
+        const ShownLanguage shown(scene, language);
+        look({.language = language});
+    }
     core.set_screen_size(before);
     if (!is_whole)
         return stopped();
     return check.take();
+}
+
+QSet<quint32> find_cut_texts(CGuiPlugScene& scene, const QString& language)
+{
+    const ShownLanguage shown(scene, language);
+    LayoutCheck check(scene);
+    check.look(scene.gui_core().screen_size(), {});
+    return check.cut_texts();
 }
 
 } // namespace tarn

@@ -122,6 +122,13 @@ void SceneInWorld::update()
         m_world.update_all_views();
 }
 
+bool SceneInWorld::shows_world(const CDXUTDialog& dialog) const
+{
+    bool shows = false;
+    each_view([&](const CDXUTControl& control) { shows |= control.dialog() == &dialog; });
+    return shows;
+}
+
 QImage SceneInWorld::view(const CDXUTControl& control, QSize pixels)
 {
     if (pixels.isEmpty())
@@ -252,8 +259,10 @@ void SceneInWorld::damaged(const QRectF& area)
     if (area.isEmpty())
         return;
     for (const Bound& bound : bound_dialogs())
-        if (bound.dialog->drawn_bounds().intersects(area))
+        if (bound.dialog->drawn_bounds().intersects(area)) {
             m_pictures[bound.dialog->id()] = {};
+            m_changed |= !shows_world(*bound.dialog); // One that does would draw itself for ever.
+        }
 }
 
 const QImage& SceneInWorld::picture_of(const CDXUTDialog& dialog)

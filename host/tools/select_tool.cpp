@@ -23,8 +23,9 @@ namespace tarn {
 
 namespace {
 
-constexpr double drag_reach = 3; ///< pixels of the view that the mouse has to move before a press becomes a drag
-constexpr double wide_step = 10; ///< pixels that an arrow key moves with Shift
+constexpr double drag_reach = 3;    ///< pixels of the view that the mouse has to move before a press becomes a drag
+constexpr qint64 again_time = 3000; ///< milliseconds in which a click at the same place goes deeper
+constexpr double wide_step = 10;    ///< pixels that an arrow key moves with Shift
 
 bool is_near(QPointF a, QPointF b, double pixel)
 {
@@ -149,7 +150,8 @@ void SelectTool::press_target(const MouseEvent& event, const std::vector<Target>
     const CGuiCore& core = m_scene.gui_core();
     const auto selected = std::find_if(targets.begin(), targets.end(),
                                        [&](const Target& target) { return is_selected(core, target); });
-    const bool again = m_last_click && is_near(*m_last_click, event.place, m_aids.pixel()) && selected != targets.end();
+    const bool again = m_last_click && is_near(*m_last_click, event.place, m_aids.pixel())
+        && !m_since_click.hasExpired(again_time) && selected != targets.end();
     m_picked = again ? *selected : targets.front();
     if (event.modifiers & (Qt::ControlModifier | Qt::ShiftModifier)) {
         m_picked = targets.front();
@@ -207,9 +209,16 @@ void SelectTool::release(const MouseEvent& event)
         click(m_press_place);
         choose_element(m_press_place);
         if (!(event.modifiers & (Qt::ControlModifier | Qt::ShiftModifier)))
-            m_last_click = m_press_place;
+            note_click();
     }
     update_cursor(event.place);
+}
+
+/// Without a modifier; the next one there goes deeper.
+void SelectTool::note_click()
+{
+    m_last_click = m_press_place;
+    m_since_click.start();
 }
 
 void SelectTool::click(QPointF place)

@@ -3,6 +3,8 @@
 #include "engine/mouse_tool.h"
 #include "hit_test.h"
 
+#include <QElapsedTimer>
+
 #include <memory>
 #include <optional>
 
@@ -39,6 +41,7 @@ private:
     void press_world(const MouseEvent& event, WorldObject& object);
     void drag(const MouseEvent& event);
     void release(const MouseEvent& event);
+    void note_click();
     void click(QPointF place);
     void choose_element(QPointF place);
     int handle_under(QPointF place) const;
@@ -53,8 +56,10 @@ private:
     bool m_dragging = false;
     QPointF m_press_place;
     Click m_click = Click::Nothing;
-    Target m_picked;                     ///< what the press was on
-    std::optional<QPointF> m_last_click; ///< of a plain click; another one there reaches what lies beneath
+    Target m_picked; ///< what the press was on
+    /// Of a plain click; another one there soon after reaches what lies beneath.
+    std::optional<QPointF> m_last_click;
+    QElapsedTimer m_since_click;
     Qt::CursorShape m_cursor = Qt::ArrowCursor;
 };
 

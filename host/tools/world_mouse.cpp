@@ -25,6 +25,18 @@ constexpr double line_reach = 6;
 constexpr int least_points = 2;
 constexpr double label_height = 16; ///< pixels of the view
 
+/// Where on the way from one place to the other, 0 to 1, it is seen nearest to `place`.
+float share_of_way(const ViewProjection& view, QPointF place, const QVector3D& from, const QVector3D& to)
+{
+    const auto begin = view.place(from);
+    const auto end = view.place(to);
+    if (!begin || !end || *begin == *end)
+        return 0.5f;
+    const QPointF way = *end - *begin;
+    const double share = QPointF::dotProduct(place - *begin, way) / QPointF::dotProduct(way, way);
+    return float(std::clamp(share, 0.0, 1.0));
+}
+
 bool is_selection_code(int code)
 {
     return code == ui_scene_changed || code == ui_selection_changed || code == ui_control_selected;
@@ -189,7 +201,10 @@ bool WorldMouse::edit_points(QPointF place, double pixel)
     const auto& state = static_cast<const PathState&>(path->object_state());
     const std::size_t ways = std::size_t(points.size()) - (state.closed && points.size() > 2 ? 0 : 1);
     const std::size_t pieces = (corners.size() - 1) / ways;
-    points.insert(qsizetype((found - 1) / pieces + 1), (corners[found - 1] + corners[found]) / 2);
+    const QVector3D from = corners[found - 1];
+    const QVector3D to = corners[found];
+    points.insert(qsizetype((found - 1) / pieces + 1),
+                  from + (to - from) * share_of_way(view(), place, transform.map(from), transform.map(to)));
     const UserAction action(m_scene.journal(), lang(u"添加路径点", u"Add Path Point"));
     path->set_points(points);
     return true;

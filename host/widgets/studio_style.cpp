@@ -60,7 +60,7 @@ int StudioStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, con
 int StudioStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                            QStyleHintReturn* data) const
 {
-    if (hint == SH_ScrollBar_LeftClickAbsolutePosition)
+    if (hint == SH_ScrollBar_LeftClickAbsolutePosition || hint == SH_EtchDisabledText)
         return 0;
     return QProxyStyle::styleHint(hint, option, widget, data);
 }

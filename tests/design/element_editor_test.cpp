@@ -111,7 +111,7 @@ TEST_F(ElementEditor, a_smaller_picture_shrinks_the_region_and_a_larger_one_is_s
     EXPECT_EQ(core().texture_rect(part()).size(), QSize(40, 30));
 }
 
-TEST_F(ElementEditor, edges_that_do_not_fit_into_a_smaller_picture_become_narrower)
+TEST_F(ElementEditor, edges_leave_the_middle_of_a_smaller_picture_alone)
 {
     {
         const UserAction action(m_scene->journal());
@@ -120,7 +120,7 @@ TEST_F(ElementEditor, edges_that_do_not_fit_into_a_smaller_picture_become_narrow
     const auto steps = m_scene->journal().step_count();
     m_answers.files = {picture_file({20, 15})};
     click(6438);
-    EXPECT_EQ(core().edge_widths(part()), QMargins(15, 10, 5, 5)) << "in their shares, and only where they have to";
+    EXPECT_EQ(core().edge_widths(part()), QMargins(9, 6, 3, 3)) << "in their shares";
     EXPECT_EQ(m_scene->journal().step_count(), steps + 1);
     ASSERT_TRUE(m_scene->journal().undo());
     EXPECT_EQ(core().edge_widths(part()), QMargins(30, 10, 10, 5));

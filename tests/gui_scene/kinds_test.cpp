@@ -57,6 +57,8 @@ protected:
                 EXPECT_TRUE(field->set(state, u"f"_s));
             else if (std::holds_alternative<ObjectRef>(now))
                 EXPECT_TRUE(field->set(state, ObjectRef{state.id - 1}));
+            else if (std::holds_alternative<TextMap>(now))
+                EXPECT_TRUE(field->set(state, TextMap{{u"de"_s, u"f"_s}}));
             else
                 EXPECT_TRUE(field->set(state, qint64(257)));
         }

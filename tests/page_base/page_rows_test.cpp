@@ -20,8 +20,8 @@
 #include "page_base/pop_dlg_color.h"
 #include "page_base/value_part.h"
 #include "script/config_scene.h"
+#include "shell/page_bar.h"
 #include "shell/prop_bar.h"
-#include "shell/world_bar.h"
 #include "widgets/color_swatch.h"
 #include "widgets/super_edit.h"
 #include "world/world_scene.h"
@@ -53,7 +53,7 @@ protected:
         m_frame.activateWindow();
         ASSERT_TRUE(QTest::qWaitForWindowActive(&m_frame));
         ASSERT_TRUE(m_scene->functions().set_function(u"answer"_s, u""_s).ok());
-        m_frame.findChild<CWorldBar*>()->show_bar(true);
+        m_frame.findChild<CPageBar*>(u"CWorldBar"_s)->show_bar(true);
         for (CMyRollup* rollup : m_frame.findChildren<CMyRollup*>())
             rollup->ExpandAllPages(true);
         for (int i = 0; i < 2; ++i) {

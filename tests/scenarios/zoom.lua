@@ -58,6 +58,12 @@ for _ = 1, 8 do
 end
 t.same({studio.view:size()}, {320, 180}, "a quarter")
 drags(0.25, 0, 0, 40, "at 25 %")
+local corner = studio.create_dialog{name = "corner", x = 1180, y = 620, w = 100, h = 100}
+corner:set("align_type", 8)
+studio.wait(100)
+studio.view:click(1230 / 4, 670 / 4)
+t.same(studio.selection().dialog, corner, "the screen is as large as ever: what hangs on its corner stays there")
+studio.delete(corner)
 
 -- Commands
 choose("100 %")

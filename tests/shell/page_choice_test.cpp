@@ -22,7 +22,7 @@ protected:
 TEST_F(PageChoice, bars_and_modes_stand_in_their_fixed_order)
 {
     start();
-    ASSERT_EQ(m_ui.control_bars().size(), 3u);
+    ASSERT_EQ(m_ui.control_bars().size(), 4u);
     for (const QWidget* one : m_ui.control_bars())
         EXPECT_TRUE(one->isHidden());
     ASSERT_EQ(m_ui.mode_tabs().size(), 2u);

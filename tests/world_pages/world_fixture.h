@@ -2,7 +2,7 @@
 
 #include "engine/scene_selection.h"
 #include "engine/world_edit.h"
-#include "shell/world_bar.h"
+#include "shell/page_bar.h"
 #include "support/attributes.h"
 #include "support/editor_fixture.h"
 #include "world/world_scene.h"
@@ -23,7 +23,7 @@ protected:
         VLCMsgIniW::set_language(Language::English);
         m_frame.resize(900, 900);
         m_frame.show();
-        m_frame.findChild<CWorldBar*>()->show_bar(true);
+        m_frame.findChild<CPageBar*>(u"CWorldBar"_s)->show_bar(true);
         m_page = page(u"CDlgWorld"_s);
         m_list = static_cast<CReportListWorld*>(m_page->control(7106));
         m_left = world().create(WorldType::Panel, u"Left"_s);

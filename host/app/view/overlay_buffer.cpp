@@ -25,6 +25,7 @@ void OverlayBuffer::follow(const OverlayBuffer& other)
 {
     m_screen = other.m_screen;
     m_zoom = other.m_zoom;
+    m_zoomed_screen = other.m_zoomed_screen;
 }
 
 ScreenPlacing OverlayBuffer::placing(QSize logical) const

@@ -21,15 +21,20 @@ public:
     /// surface's size all the same.
     void set_screen(QSize screen) { m_screen = screen; }
     const QSize& screen() const { return m_screen; }
-    /// Where a surface shows the screen; none: the screen fills it.
-    void set_zoom(const std::optional<ScreenPlacing>& zoom) { m_zoom = zoom; }
+    /// Where a surface shows the screen, which is `screen` large while it is zoomed, whatever the surface's size is; none:
+    /// the screen fills it.
+    void set_zoom(const std::optional<ScreenPlacing>& zoom, QSize screen)
+    {
+        m_zoom = zoom;
+        m_zoomed_screen = screen;
+    }
     const std::optional<ScreenPlacing>& zoom() const { return m_zoom; }
     /// Takes over the screen and the zoom of another one.
     void follow(const OverlayBuffer& other);
     /// How a surface of that size shows the screen.
     ScreenPlacing placing(QSize logical) const;
     /// The size of the screen on such a surface.
-    QSize screen_on(QSize logical) const { return m_screen.isEmpty() ? logical : m_screen; }
+    QSize screen_on(QSize logical) const { return !m_screen.isEmpty() ? m_screen : m_zoom ? m_zoomed_screen : logical; }
 
     /// Brings the picture up to date and answers the device pixels that changed. Null as overlay: an empty picture.
     QRect update(Overlay* overlay, QSize logical, double dpr);
@@ -48,6 +53,7 @@ private:
     QImage m_image;
     QSize m_screen;
     std::optional<ScreenPlacing> m_zoom;
+    QSize m_zoomed_screen;
     ScreenPlacing m_placing;          ///< in which the picture was painted
     QRectF m_damage;                  ///< pixels of the screen
     const Overlay* m_shown = nullptr; ///< only compared

@@ -123,7 +123,7 @@ void CView3D::place_surface()
         zoom = {*m_zoom, QPointF(whole_rect().topLeft() - place.topLeft())};
     if (m_surface->geometry() != place || m_overlay.zoom() != zoom) {
         finish_text();
-        m_overlay.set_zoom(zoom);
+        m_overlay.set_zoom(zoom, screen_size());
         m_surface->setGeometry(place);
         if (auto* overlay = m_world.overlay())
             overlay->set_screen_size(screen_size());

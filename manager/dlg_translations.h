@@ -1,0 +1,40 @@
+#pragma once
+
+#include "page_base/gui_child_dlg.h"
+
+class QTableView;
+
+namespace tarn {
+class TranslationTable;
+}
+
+/// The table of the interface's texts by language. What is missing, outdated or too long is marked, and can be listed alone.
+class CDlgTranslations : public CGuiChildDlg {
+    Q_OBJECT
+
+public:
+    explicit CDlgTranslations(QWidget* parent = nullptr);
+
+    void on_world_created(CBaseWorld* world) override;
+
+protected:
+    void OnInitDialog() override;
+    QWidget* create_widget(const QString& class_name, QWidget* parent) override;
+    void model_changed(const tarn::ModelChange& change) override;
+    void showEvent(QShowEvent* event) override;
+
+private:
+    void set_up_table();
+    void refresh();
+    void show_languages();
+    QString asked_language(const QString& question) const;
+    void on_add();
+    void on_remove();
+    void on_import();
+    void on_export();
+
+    QTableView* m_view = nullptr;
+    tarn::TranslationTable* m_table = nullptr;
+    bool m_stale = true;     ///< what changed while nobody saw the table
+    bool m_measures = false; ///< texts are shown in their languages for a moment
+};

@@ -1,0 +1,62 @@
+package.path = debug.getinfo(1, "S").source:match("^@(.*)/") .. "/?.lua;" .. package.path
+local g = require("guide")
+
+g.open()
+studio.resize(760, 660)
+g.tab(3)
+local list, page = studio.page("CDlgGuiMenu"), studio.page("CChildMenuItem")
+list:control(6099):click()
+g.type("CDlgPropMenu", 6396, "Inn")
+local function add(button, text)
+    page:control(button):click()
+    page:control(6820):set_text(text)
+    page:control(6820):blur()
+end
+add(6812, g.lang("设置", "Settings"))
+g.script(page:control(6828), g.code("06-menus", 1))
+add(6812, g.lang("灯光", "Light"))
+for _, text in ipairs(g.lang({"蜡烛", "油灯"}, {"Candles", "Lamps"})) do
+    add(text == g.lang("蜡烛", "Candles") and 6813 or 6812, text)
+    page:control(6825):set_checked(true)
+end
+page:control(6814):click()
+page:control(6819):click()
+add(6812, g.lang("离开", "Leave"))
+g.script(page:control(6828), g.code("06-menus", 2))
+local texts, levels = {}, {}
+for i, item in ipairs(studio.menus()[1]:items()) do
+    texts[i], levels[i] = item:get("text"), item:get("level")
+end
+assert(table.concat(levels) == "001100", table.concat(levels))
+g.shot("06-items", "CDlgPropMenu")
+studio.resize(760, 500)
+
+-- It opens on a right click on the dialog
+g.tab(0)
+studio.page("CDlgGuiManager"):control(6340):select(1)
+local bound = studio.page("CChildDialogMenu")
+bound:unfold()
+studio.answer(function(picker)
+    picker:control(6861):choose(1)
+    picker:control(1):click()
+end)
+bound:control(6871):click()
+assert(g.dialog("Welcome"):get("right_click_menu") == studio.menus()[1])
+bound:fold()
+g.save()
+
+studio.play(true)
+studio.view:click(300, 290, "right")
+studio.view:key("Down")
+studio.view:key("Down")
+studio.view:key("Right")
+studio.wait(300)
+g.shot("06-preview", "view", "560x320+150+110")
+studio.view:key("Escape")
+studio.view:key("Escape")
+studio.view:click(300, 290, "right")
+studio.view:key("Down")
+studio.view:key("Return")
+studio.wait(200)
+assert(g.dialog("Settings"):shown("visible"))
+studio.play(false)

@@ -1,0 +1,37 @@
+package.path = debug.getinfo(1, "S").source:match("^@(.*)/") .. "/?.lua;" .. package.path
+local g = require("guide")
+
+g.open()
+studio.mode("Timebar")
+studio.resize(760, 420)
+local list, tools, line = studio.page("CDlgGuiManagerTimer"), studio.page("CDlgTopTimer"), studio.timeline
+studio.answer("2")
+list:control(6568):click()
+local bar = studio.current_timebar()
+local name = studio.page("CDlgPropTimer"):control(6396)
+name:set_text("Arrive")
+name:enter()
+assert(bar:get("name") == "Arrive")
+local welcome = g.dialog("Welcome")
+local x, y = welcome:get("x"), welcome:get("y")
+
+-- Where it ends, at one second
+studio.select(welcome)
+line:click(math.floor(line:pixel_from_time(1) + 0.5), 4)
+tools:control(6487):click()
+-- Where it comes from, at the begin
+line:click(math.floor(line:pixel_from_time(0) + 0.5), 4)
+studio.view:drag(x + 100, y + 12, x + 100, y - 108)
+g.type("CDlgPropDialog", 6892, 1)
+tools:control(6487):click()
+line:click(math.floor(line:pixel_from_time(0.5) + 0.5), 4)
+g.shot("10-window")
+studio.mode("GUI")
+studio.mode("Timebar")
+studio.page("CDlgPropTimer"):control(6601):set_checked(true)
+g.save()
+studio.play(true)
+studio.wait(1500)
+assert(welcome:shown("y") == y and welcome:shown("transparency") == 0, "it has arrived")
+studio.play(false)
+studio.mode("GUI")
