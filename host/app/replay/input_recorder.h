@@ -1,6 +1,6 @@
 #pragma once
 
-#include "input_script.h"
+#include "commands/input_script.h"
 #include "scene_look.h"
 #include "told_by_scene.h"
 #include "view/input_watch.h"

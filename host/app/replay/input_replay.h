@@ -1,7 +1,7 @@
 #pragma once
 
+#include "commands/input_script.h"
 #include "core/status.h"
-#include "input_script.h"
 
 class CView3D;
 class Studio;

@@ -1,9 +1,9 @@
 #include "scene_look.h"
 
+#include "commands/input_script.h"
 #include "core/document.h"
 #include "core/field.h"
 #include "core/model_object.h"
-#include "input_script.h"
 #include "object_paths.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "input_script.h"
+#include "commands/input_script.h"
 
 #include <functional>
 #include <vector>
