@@ -13,9 +13,9 @@ _tarn_studio()
         --pack) options='--lang --help' ;;
         --unpack) options='--replace --lang --help' ;;
         diff) options='--json --git --lang --help' ;;
-        merge) options='-o --ours --theirs --lang --help' ;;
-        *) options='--lang --theme --render --size --screen --dialog --time --timebar --fps --play --fullscreen --script
-            --recovery --plugins --help --version --check --pack --unpack diff merge' ;;
+        merge) options='-o --ours --theirs --window --lang --help' ;;
+        *) options='--lang --theme --render --size --screen --dialog --time --timebar --fps --play --fullscreen --record
+            --replay --script --recovery --plugins --help --version --check --pack --unpack diff merge' ;;
     esac
     COMPREPLY=()
     compopt -o filenames 2>/dev/null
@@ -24,6 +24,7 @@ _tarn_studio()
         --theme) COMPREPLY=($(compgen -W 'light dark' -- "$cur")) && return ;;
         --size | --screen) COMPREPLY=($(compgen -W '1280x720 1920x1080 2560x1440 720x1280' -- "$cur")) && return ;;
         --plugins | --pack) COMPREPLY=($(compgen -d -- "$cur")) && return ;;
+        --record | --replay) COMPREPLY=($(compgen -d -- "$cur") $(compgen -f -X '!*.tarn-input' -- "$cur")) && return ;;
         --script) COMPREPLY=($(compgen -d -- "$cur") $(compgen -f -X '!*.lua' -- "$cur")) && return ;;
         --dialog | --time | --timebar | --fps) return ;;
     esac

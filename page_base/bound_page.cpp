@@ -77,6 +77,31 @@ std::vector<const FieldRow*> CBoundPage::field_rows() const
     return rows;
 }
 
+FieldKey CBoundPage::key_of(int id) const
+{
+    for (const Row& bound : m_rows) {
+        const FieldRow& row = bound.row;
+        const tarn::ListControls& list = row.list;
+        for (const int control :
+             {row.control, row.opener, list.edit, list.add, list.remove, list.up, list.down, list.paste})
+            if (control && control == id)
+                return row.field;
+    }
+    for (const FieldKey key : {m_images.key_of(id), m_menus.key_of(id), m_objects.key_of(id)})
+        if (key)
+            return key;
+    return {};
+}
+
+QString CBoundPage::attribute_of(int id) const
+{
+    const FieldKey key = key_of(id);
+    const auto row = std::find_if(m_rows.begin(), m_rows.end(), [id](const Row& r) { return r.row.control == id; });
+    const ModelObject* object = !key ? nullptr : row != m_rows.end() ? current_of(row->row) : current();
+    const FieldBase* field = object ? object->fields().find(key) : nullptr;
+    return field ? QString::fromLatin1(field->name()) : QString();
+}
+
 void CBoundPage::bind(std::span<const FieldRow> rows)
 {
     for (const FieldRow& row : rows)

@@ -41,6 +41,10 @@ public:
     const tarn::Target& target() const { return m_target; }
     /// The page's table as it stands, in the order in which it was bound.
     std::vector<const tarn::FieldRow*> field_rows() const;
+    /// The attribute that control `id` of the form shows or helps to edit; none for others.
+    tarn::FieldKey key_of(int id) const;
+    /// That attribute's name with the current object; empty when that does not have it.
+    QString attribute_of(int id) const;
 
 protected:
     using Objects = std::span<tarn::ModelObject* const>;

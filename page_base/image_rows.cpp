@@ -41,6 +41,14 @@ void ImageRows::bind(std::span<const ImageRow> rows, SetImage set)
     }
 }
 
+FieldKey ImageRows::key_of(int button) const
+{
+    for (const auto& row : m_rows)
+        if (button == row.button || button == row.clear_button)
+            return row.field;
+    return {};
+}
+
 void ImageRows::show() const
 {
     const ModelObject* object = m_page.current();

@@ -37,6 +37,7 @@ public:
     /// A null `set` writes the rows' attributes and no more.
     void bind(std::span<const ImageRow> rows, SetImage set);
     void show() const;
+    FieldKey key_of(int button) const;
 
 private:
     void choose(int slot);

@@ -45,6 +45,14 @@ void BoundMenuRows::bind(std::span<const BoundMenuRow> rows)
     }
 }
 
+FieldKey BoundMenuRows::key_of(int button) const
+{
+    for (const auto& row : m_rows)
+        if (button == row.button || button == row.clear_button)
+            return row.field;
+    return {};
+}
+
 void BoundMenuRows::show() const
 {
     const ModelObject* object = m_page.current();

@@ -28,6 +28,7 @@ public:
 
     void bind(std::span<const BoundMenuRow> rows);
     void show() const;
+    FieldKey key_of(int button) const;
 
 private:
     void choose(FieldKey field);

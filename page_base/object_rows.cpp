@@ -38,6 +38,14 @@ void SceneObjectRows::bind(std::span<const SceneObjectRow> rows)
     }
 }
 
+FieldKey SceneObjectRows::key_of(int button) const
+{
+    for (const auto& row : m_rows)
+        if (button == row.button || button == row.clear_button)
+            return row.field;
+    return {};
+}
+
 void SceneObjectRows::show() const
 {
     const ModelObject* object = m_page.current();

@@ -29,6 +29,7 @@ public:
 
     void bind(std::span<const SceneObjectRow> rows);
     void show() const;
+    FieldKey key_of(int button) const;
 
 private:
     void choose(const SceneObjectRow& row);

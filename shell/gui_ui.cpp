@@ -170,22 +170,29 @@ void CGuiUI::add_commands()
 {
     struct Command {
         int id;
+        const char* name; ///< of the author's own keys in the settings
         const char16_t* chinese;
         const char16_t* english;
         Qt::Key keys;
         int icon;
     };
     static constexpr Command commands[] = {
-        {CDlgTopTimer::record_key, u"记录关键帧(&K)", u"Record &Key", Qt::Key_F9, 6487},
-        {CDlgTopTimer::select_again, u"选择工具(&S)", u"&Select Tool", Qt::Key_F8, 6162},
+        {CDlgTopTimer::record_key, "record_key", u"记录关键帧(&K)", u"Record &Key", Qt::Key_F9, 6487},
+        {CDlgTopTimer::select_again, "select_tool", u"选择工具(&S)", u"&Select Tool", Qt::Key_F8, 6162},
     };
     for (const Command& command : commands) {
         auto* action = new QAction(iconfun::icon(command.icon), lang(command.chinese, command.english), m_timer_bar);
         action->setShortcut(command.keys);
+        action->setObjectName(QLatin1String(command.name));
         QObject::connect(action, &QAction::triggered, &m_timer_bar->page(),
                          [this, id = command.id] { m_timer_bar->page().command(id); });
         add_menu_action(action);
     }
+    auto* find = new QAction(lang(u"查找属性(&F)", u"&Find Property"), m_prop_bar);
+    find->setObjectName(QStringLiteral("find_property"));
+    find->setShortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_F);
+    QObject::connect(find, &QAction::triggered, m_prop_bar, &CPropBar::search);
+    add_menu_action(find);
 }
 
 void CGuiUI::destroy_windows()

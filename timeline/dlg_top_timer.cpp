@@ -118,6 +118,7 @@ void CDlgTopTimer::OnInitDialog()
     on_choose(id_variables, [this](int row) { choose_variable(row); });
     connect(m_timer, &CStaticTimer::play_toggled, this, [this] { show_playing(); });
     connect(m_timer, &CStaticTimer::play_ended, this, [this] { on_play_ended(); });
+    connect(m_timer, &CStaticTimer::time_changed, this, [this] { m_bar_time = bar() ? bar()->current_time() : 0; });
     connect(m_timer, &CStaticTimer::view_changed, this, [this] { show_thumb(); });
     m_timer->installEventFilter(this);
 
@@ -283,6 +284,8 @@ void CDlgTopTimer::command(int id)
 void CDlgTopTimer::refresh()
 {
     take_bar();
+    take_time();
+    take_faults();
     fill_lists();
     show_playing();
     m_timer->redraw();
@@ -309,6 +312,28 @@ void CDlgTopTimer::take_bar()
     }
     m_shown_length = now ? now->get_total_length() : 0;
     update_scroll_bar();
+}
+
+/// Others show the timebar at a time, too: the cursor goes there.
+void CDlgTopTimer::take_time()
+{
+    const CTimebar* now = bar();
+    if (now && !now->is_playing() && now->current_time() != m_bar_time
+        && now->current_time() != m_timer->current_time()) {
+        m_timer->set_current_time(now->current_time());
+        m_timer->show_time(now->current_time());
+    }
+}
+
+void CDlgTopTimer::take_faults()
+{
+    std::vector<tarn::TimeFault> faults;
+    for (const tarn::SceneModel::Problem& problem : scene()->layout_problems())
+        if (bar() && problem.timebar == bar()->id())
+            faults.push_back({problem.time, problem.place + QLatin1String(": ") + problem.text});
+    std::stable_sort(faults.begin(), faults.end(),
+                     [](const tarn::TimeFault& a, const tarn::TimeFault& b) { return a.time < b.time; });
+    m_timer->set_faults(std::move(faults));
 }
 
 void CDlgTopTimer::fill_lists()

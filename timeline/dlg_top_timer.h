@@ -59,6 +59,8 @@ private:
     void fill_lists();
     void fill_variables();
     void take_bar();
+    void take_time();
+    void take_faults();
     void follow_selection();
     void choose_bar(int row);
     void choose_target(int row);
@@ -89,6 +91,7 @@ private:
     QStackedWidget* m_pages = nullptr;
     quint32 m_shown_bar = 0;       ///< id
     quint32 m_followed_object = 0; ///< id of the object that was selected when the target was last set by it
+    float m_bar_time = 0;          ///< of the timebar, as the timeline set it last
     float m_shown_length = 0;      ///< of the timebar, when the scroll bar was last set
     bool m_is_locked = false;
     QMap<int, std::pair<QString, int>> m_captions; ///< of buttons, and their widths with them, pixels

@@ -56,6 +56,8 @@ public:
     void wheel_rows(int delta); ///< eighths of a degree
 
     const tarn::TimelineView& view() const { return m_view; }
+    /// Of the current timebar, ascending in time.
+    void set_faults(std::vector<tarn::TimeFault> faults) { m_view.faults = std::move(faults); }
     void clear_selection();
     /// The number of the drag that is under way; -1 when none is, or one that moves the cursor only.
     int drag_mode() const override { return m_mouse.drag_mode(); }

@@ -286,6 +286,10 @@ std::unique_ptr<TimelineDrag> press_bands(TimelineHost& host, const TimelinePoin
         drag->move(point);
         return drag;
     }
+    if (const auto faults = faults_at(view, point.x, point.y); !faults.empty()) {
+        host.set_current_time(faults.front().time);
+        return nullptr;
+    }
     if (hits_span(view, point.x, point.y)) {
         view.hover = {};
         return std::make_unique<SpanDrag>(host, point);

@@ -3,11 +3,16 @@
 #include "animation/timebar.h"
 #include "band_geometry.h"
 
+#include <algorithm>
+#include <cmath>
+#include <iterator>
+
 namespace tarn {
 
 namespace {
 
-constexpr int reach = 2; // pixels
+constexpr int reach = 2;       // pixels
+constexpr int fault_reach = 4; // of a tick
 
 bool hits_end_column(const TimelineView& view, int x)
 {
@@ -56,6 +61,16 @@ TimelineHover find_hover(const TimelineView& view, int x, int y)
             if (!hover.ease && handle.contains(float(x)))
                 hover.ease = handle.span;
     return hover;
+}
+
+std::vector<TimeFault> faults_at(const TimelineView& view, int x, int y)
+{
+    std::vector<TimeFault> found;
+    if (view.bar() && y < bands::keys_top)
+        std::copy_if(view.faults.begin(), view.faults.end(), std::back_inserter(found), [&](const TimeFault& fault) {
+            return std::abs(x - column_of(view.axis, fault.time)) <= fault_reach;
+        });
+    return found;
 }
 
 bool hits_span(const TimelineView& view, int x, int y)

@@ -13,6 +13,7 @@ namespace tarn {
 namespace {
 
 constexpr int mark_margin = 6; ///< half the width of the widest mark
+constexpr int fault_reach = 4; ///< half the width of its tick
 constexpr int label_middle = 10;
 constexpr int tick_label_middle = 29;
 constexpr int curve_top = 41;
@@ -46,6 +47,7 @@ public:
         scripts();
         section();
         end_mark();
+        faults();
     }
 
 private:
@@ -127,6 +129,18 @@ private:
             m_painter.text(x + 5, tick_label_middle, name, color.lightnessF() > 0.55F ? Qt::black : Qt::white,
                            TextSize::Small);
             m_flags.emplace_back(x, x + int(width) + 4);
+        }
+    }
+
+    void faults()
+    {
+        for (const TimeFault& fault : m_view.faults) {
+            const double x = column(fault.time) + 0.5;
+            QPainterPath tick(QPointF(x - fault_reach, 0));
+            tick.lineTo(x + fault_reach, 0);
+            tick.lineTo(x, bands::faults_bottom);
+            tick.closeSubpath();
+            m_painter.shape(tick, m_colors.warning);
         }
     }
 

@@ -40,6 +40,7 @@ TimelinePicture::Content::Content(const TimelineView& view, const QWidget& widge
       size(view.client_width, view.client_height),
       axis(view.axis),
       rows(view.rows),
+      faults(view.faults),
       keys(view.selection.keys()),
       scripts(view.selection.scripts())
 {

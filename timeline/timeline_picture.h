@@ -33,6 +33,7 @@ private:
         QSize size;
         TimeAxis axis;
         TimelineRowsView rows;
+        std::vector<TimeFault> faults;
         KeySelection keys;
         std::vector<float> scripts;
         const CTVar* current_variable = nullptr;

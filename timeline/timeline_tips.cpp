@@ -60,6 +60,12 @@ QString mark_tip(const CTimebar& bar, float begin, float end)
 
 QString band_tip(const TimelineView& view, const CTimebar& bar, int x, int y)
 {
+    if (const auto faults = faults_at(view, x, y); !faults.empty()) {
+        QStringList lines;
+        for (const TimeFault& fault : faults)
+            lines << fault.text;
+        return lines.join(u'\n');
+    }
     const TimelineHover hover = find_hover(view, x, y);
     if (hover.script >= 0)
         return script_tip(view, hover.script);

@@ -18,7 +18,8 @@ namespace tarn {
 namespace bands {
 constexpr int label_top = 2; ///< the box with the cursor's time
 constexpr int label_bottom = 18;
-constexpr int keys_top = 9; ///< marks of keys, of the section's ends and of markers
+constexpr int faults_bottom = 8; ///< of their ticks, which begin at the top
+constexpr int keys_top = 9;      ///< marks of keys, of the section's ends and of markers
 constexpr int keys_bottom = 20;
 constexpr int span_top = 11; ///< what is selected, as a whole
 constexpr int span_bottom = 21;
@@ -61,6 +62,13 @@ struct TimelineHover {
     }
 };
 
+/// Something that does not look as it is meant, at a time of the timebar.
+struct TimeFault {
+    float time = 0; ///< seconds
+    QString text;
+    bool operator==(const TimeFault&) const = default;
+};
+
 /// How the rows below the bands are shown, of timer objects by their ids. Not saved.
 struct TimelineRowsView {
     int scroll = 0;         ///< pixels, from 0
@@ -89,6 +97,7 @@ struct TimelineView {
     TimelineSelection selection;
     TimelineHover hover;
     TimelineRowsView rows;
+    std::vector<TimeFault> faults; ///< of the timebar, as they were found last; ascending in time
 
     CTimebar* bar() const; ///< the current one; null for none
     // Of the selected range, the smaller first.

@@ -23,6 +23,10 @@ Opens FILE, or an empty scene.
   --fps N                  frames a second (25)
   --play FILE.tarn         runs the interface as its players see it, in a window of
                            --size WxH or with --fullscreen (F11 changes between the two)
+  --record SCRIPT          with --play: writes what is done into a script when the window is
+                           closed; F7 has it expect what the mouse is over as it is then
+  --replay SCRIPT [FILE]   does that to the interface again, without a window, and exits with
+                           1 and a line that says where, when something differs
   --script FILE.lua [ARG]  runs a script and exits with 0, or 1 when it fails;
                            whatever follows FILE.lua goes to the script
   --recovery               before --script: keeps what is not saved as without it
@@ -151,6 +155,11 @@ void Parser::option(const QString& name)
     } else if (name == QLatin1String("--play") && parameter(name, value)) {
         m_line.action = CommandLine::Action::Play;
         m_line.file = value;
+    } else if (name == QLatin1String("--record") && parameter(name, value)) {
+        m_line.input_script = value;
+    } else if (name == QLatin1String("--replay") && parameter(name, value)) {
+        m_line.action = CommandLine::Action::Replay;
+        m_line.input_script = value;
     } else if (name == QLatin1String("--fullscreen")) {
         m_line.full_screen = true;
     } else if (picture_options.contains(name)) {
@@ -183,6 +192,9 @@ CommandLine Parser::parse()
     }
     if (m_line.action == CommandLine::Action::Render && m_line.file.isEmpty())
         fail(lang(u"--render 需要一个 .tarn 文件", u"--render needs a .tarn file"));
+    const bool runs = m_line.action == CommandLine::Action::Play || m_line.action == CommandLine::Action::Replay;
+    if (!m_failed && !m_line.input_script.isEmpty() && !runs)
+        fail(lang(u"--record 只能与 --play 一起使用", u"--record goes with --play only"));
     return m_line;
 }
 

@@ -23,7 +23,7 @@ struct PictureOptions {
 
 /// What the program was asked to do.
 struct CommandLine {
-    enum class Action { Run, Render, Play, Script, PrintAndExit };
+    enum class Action { Run, Render, Play, Replay, Script, PrintAndExit };
 
     Action action = Action::Run;
     QString file;             ///< to open; empty for a new scene
@@ -31,6 +31,7 @@ struct CommandLine {
     QSize size;               ///< of Render and Play; empty takes the usual size
     PictureOptions picture;   ///< of Render
     bool full_screen = false; ///< of Play
+    QString input_script;     ///< of Replay; of Play where input is recorded, empty for nowhere
     QString script;           ///< of Script
     QStringList script_args;
     bool recovery = false; ///< of Script: what is not saved is kept, as it is without a script

@@ -32,31 +32,32 @@ QString plain(const QString& text)
     return name.replace(QLatin1String("&&"), kept).remove(QLatin1Char('&')).replace(kept, QLatin1String("&"));
 }
 
-void collect(const QList<QAction*>& actions, const QString& path, int depth, std::vector<NamedAction>& found)
+void collect(const QList<QAction*>& actions, const QString& path, int depth, WhichActions which,
+             std::vector<NamedAction>& found)
 {
     for (QAction* action : actions) {
         if (action->isSeparator() || !action->isVisible() || action->text().isEmpty())
             continue;
         const QString name = path + plain(action->text());
         if (!action->menu()) {
-            if (action->isEnabled())
+            if (action->isEnabled() || which == WhichActions::All)
                 found.push_back({name, action});
             continue;
         }
         if (depth == deepest_menu)
             continue;
         Q_EMIT action->menu()->aboutToShow(); // Some are filled only then.
-        collect(action->menu()->actions(), name + QStringLiteral(" > "), depth + 1, found);
+        collect(action->menu()->actions(), name + QStringLiteral(" > "), depth + 1, which, found);
     }
 }
 
 } // namespace
 
-std::vector<NamedAction> actions_in_menus(const QWidget& window)
+std::vector<NamedAction> actions_in_menus(const QWidget& window, WhichActions which)
 {
     std::vector<NamedAction> found;
     if (const auto* bar = window.findChild<QMenuBar*>())
-        collect(bar->actions(), {}, 0, found);
+        collect(bar->actions(), {}, 0, which, found);
     return found;
 }
 
@@ -80,8 +81,9 @@ CommandPalette::CommandPalette(QWidget* parent, const std::vector<NamedAction>& 
     m_list->header()->setSectionResizeMode(1, QHeaderView::ResizeToContents);
     m_list->setFocusPolicy(Qt::NoFocus);
     for (const NamedAction& named : m_actions) {
+        const QString keys = QKeySequence::listToString(named.action->shortcuts(), QKeySequence::NativeText);
         auto* row = new QTreeWidgetItem(m_list,
-                                        {named.path, named.action->shortcut().toString(QKeySequence::NativeText)});
+                                        {named.path, QString(keys).replace(QLatin1String("; "), QLatin1String(", "))});
         row->setIcon(0, named.action->icon());
         if (named.action->isChecked())
             row->setText(1, QStringLiteral("✓ ") + row->text(1));

@@ -15,8 +15,10 @@ struct NamedAction {
     QAction* action;
 };
 
-/// All that can be chosen now in the menu bar of `window`, in its order.
-std::vector<NamedAction> actions_in_menus(const QWidget& window);
+enum class WhichActions { Enabled, All };
+
+/// All that the menu bar of `window` has, or all of it that can be chosen now, in its order.
+std::vector<NamedAction> actions_in_menus(const QWidget& window, WhichActions which = WhichActions::Enabled);
 
 /// A list of actions that is narrowed by typing parts of their names. Accepted, it has a chosen one.
 class CommandPalette : public QDialog {

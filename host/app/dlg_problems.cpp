@@ -3,8 +3,15 @@
 #include "core/language.h"
 #include "core/model_object.h"
 #include "engine/base_world.h"
+#include "frame/boxes.h"
 #include "frame/cmd_test.h"
+#include "screen_size_menu.h"
+#include "settings.h"
 #include "studio.h"
+
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRegularExpression>
 
 #include <algorithm>
 
@@ -15,6 +22,9 @@ namespace {
 
 using namespace std::chrono_literals;
 
+enum Id : int { id_check = 7022, id_sizes = 7023 };
+
+constexpr const char* sizes_key = "check/sizes";
 constexpr auto refresh_delay = 300ms; ///< of the list while it is seen
 constexpr auto count_delay = 1200ms;  ///< once the author pauses
 
@@ -58,6 +68,44 @@ void CDlgProblems::OnInitDialog()
     CChildDlg::OnInitDialog();
     setEnabled(m_studio.scene());
     connect(m_list, &CReportList::item_double_clicked, this, [this](int row) { go_to(row); });
+    auto* check = control_as<QPushButton>(id_check);
+    check->setText(lang(u"检查布局", u"Check Layout"));
+    check->setToolTip(
+        lang(u"放不下的文字、屏幕之外和互相重叠的控件，也包括每个时间轴的各个时刻",
+             u"Texts that do not fit, controls off the screen or over each other, at all times of the timebars, "
+             u"too"));
+    connect(check, &QPushButton::clicked, this, &CDlgProblems::check_layout);
+    auto* sizes = control_as<QLineEdit>(id_sizes);
+    sizes->setAccessibleName(lang(u"屏幕尺寸", u"Screen sizes"));
+    sizes->setPlaceholderText(lang(u"屏幕尺寸，例如 1280x720 390x844；空：界面自己的尺寸",
+                                   u"Screen sizes, such as 1280x720 390x844; empty: the interface's own"));
+    sizes->setText(tarn::settings::store().value(QLatin1String(sizes_key)).toString());
+    connect(sizes, &QLineEdit::returnPressed, this, &CDlgProblems::check_layout);
+}
+
+void CDlgProblems::check_layout()
+{
+    const QString text = control_as<QLineEdit>(id_sizes)->text();
+    std::vector<QSize> sizes;
+    for (const QString& part : text.split(QRegularExpression(QStringLiteral("[\\s,;]+")), Qt::SkipEmptyParts)) {
+        const auto size = ScreenSizeMenu::parsed(part);
+        if (!size)
+            return tarn::boxes::error(
+                this,
+                lang(u"“%1”不是屏幕尺寸（例如 1280x720）。", u"\"%1\" is not the size of a screen (such as 1280x720).")
+                    .arg(part));
+        sizes.push_back(*size);
+    }
+    tarn::settings::store().setValue(QLatin1String(sizes_key), text);
+    if (sizes.empty())
+        sizes.push_back(m_studio.scene()->design_size());
+    const auto status = m_studio.world().work(
+        lang(u"正在检查布局", u"Checking the layout"),
+        [&](const tarn::Progress& progress) { return m_studio.scene()->model().check_layout(sizes, progress); });
+    if (!status)
+        return tarn::boxes::error(this, status.message());
+    refresh();
+    m_studio.world().broadcast(tarn::ui_timebars_changed);
 }
 
 void CDlgProblems::model_changed(const tarn::ModelChange&)
@@ -105,12 +153,21 @@ void CDlgProblems::go_to(int row)
         return open_function(problem->function, problem->line);
     if (!problem->object || m_studio.is_playing())
         return;
-    // The object may have gone since the list was filled.
-    const auto now = m_studio.scene()->model().problems();
-    const bool there = std::any_of(now.begin(), now.end(),
-                                   [&](const Problem& each) { return each.object == problem->object; });
-    if (!there || !m_studio.scene()->model().select({problem->object}))
+    const quint32 timebar = problem->timebar;
+    const float time = problem->time;
+    if (!select(problem->object))
         return refresh();
     m_studio.world().broadcast(tarn::ui_selection_changed);
+    if (timebar)
+        Q_EMIT time_wanted(timebar, time);
     m_studio.world().update_all_views();
+}
+
+/// The object may have gone since the list was filled.
+bool CDlgProblems::select(tarn::ModelObject* object)
+{
+    const auto now = m_studio.scene()->model().problems();
+    const bool there = std::any_of(now.begin(), now.end(),
+                                   [object](const Problem& each) { return each.object == object; });
+    return there && m_studio.scene()->model().select({object});
 }

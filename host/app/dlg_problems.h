@@ -19,7 +19,8 @@ public:
     QString get_item_caption(void* item, int column) const override;
 };
 
-/// What is broken in the scene; a double-click or Enter selects the object, or opens the function.
+/// What is broken in the scene; a double-click or Enter selects the object, or opens the function. What does not look as
+/// it is meant is looked for when the author asks for it, on the screens that he names and over time.
 class CDlgProblems : public CChildDlg, private tarn::ModelListener {
     Q_OBJECT
 
@@ -30,6 +31,8 @@ public:
 Q_SIGNALS:
     /// How many there are now, some time after the scene changed; not while it runs.
     void counted(int count);
+    /// The author wants to see a timebar at one of its times.
+    void time_wanted(quint32 timebar, float time);
 
 protected:
     void OnInitDialog() override;
@@ -40,6 +43,8 @@ private:
     void model_changed(const tarn::ModelChange& change) override;
     void refresh();
     void go_to(int row);
+    void check_layout();
+    bool select(tarn::ModelObject* object);
     void open_function(QString name, int line);
 
     Studio& m_studio;

@@ -49,6 +49,12 @@ EditMenu::EditMenu(Studio& studio, CView3D& view, QMenu& menu) : QObject(&menu),
     if (!studio.scene())
         return;
     add_commands(menu);
+    view.keys_of = [this](const tarn::EditCommand& command) {
+        const auto found = std::find_if(m_actions.begin(), m_actions.end(), [&](const QAction* action) {
+            return action->objectName() == QLatin1String(command.key);
+        });
+        return found == m_actions.end() ? QList<QKeySequence>{command.keys} : (*found)->shortcuts();
+    };
     studio.world().add_listener(this);
     connect(&studio, &Studio::document_changed, this, [this] { m_pending.start(); });
     connect(QApplication::clipboard(), &QClipboard::dataChanged, this, [this] { m_pending.start(); });
@@ -71,6 +77,7 @@ void EditMenu::add_commands(QMenu& menu)
         if (command.icon)
             action->setIcon(iconfun::icon(command.icon));
         action->setShortcut(command.keys);
+        action->setObjectName(QLatin1String(command.key));
         connect(action, &QAction::triggered, this, [this, id = command.id] { run(id); });
         m_actions.push_back(action);
     }
@@ -124,7 +131,7 @@ bool EditMenu::eventFilter(QObject* target, QEvent* event)
     }
     const QKeySequence keys(static_cast<QKeyEvent*>(event)->keyCombination());
     const bool ours = std::any_of(m_actions.begin(), m_actions.end(),
-                                  [&](const QAction* action) { return action->shortcut() == keys; });
+                                  [&](const QAction* action) { return action->shortcuts().contains(keys); });
     if (!ours || !keeps_keys(target, keys))
         return false;
     event->accept();

@@ -7,8 +7,12 @@
 #include "end_signals.h"
 #include "frame/boxes.h"
 #include "main_window.h"
+#include "merge_window.h"
 #include "play_window.h"
 #include "render.h"
+#include "replay/input_recorder.h"
+#include "replay/recording_menu.h"
+#include "replay/replay_command.h"
 #include "settings.h"
 #include "studio.h"
 
@@ -20,6 +24,7 @@
 #include <QTimer>
 #include <QTranslator>
 
+#include <algorithm>
 #include <csignal>
 #include <cstdio>
 
@@ -54,6 +59,37 @@ int print_result(const tarn::CommandResult& result)
     print(stdout, result.output);
     print(stderr, result.errors);
     return result.status;
+}
+
+bool has_argument(int argc, char** argv, const char* wanted)
+{
+    return std::any_of(argv + 1, argv + argc,
+                       [wanted](const char* argument) { return qstrcmp(argument, wanted) == 0; });
+}
+
+/// Without one the windows' library would end the program.
+bool has_display()
+{
+#ifdef Q_OS_LINUX
+    constexpr const char* names[] = {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"};
+    return std::any_of(std::begin(names), std::end(names),
+                       [](const char* name) { return !qEnvironmentVariableIsEmpty(name); });
+#else
+    return true;
+#endif
+}
+
+/// Its conflicts are decided in a window.
+int run_merge_window(const tarn::Command& command, int argc, char** argv)
+{
+    QApplication app(argc, argv);
+    QApplication::setApplicationDisplayName(QStringLiteral("Tarn studio"));
+    name_program();
+    if (const auto language = tarn::settings::language())
+        VLCMsgIniW::set_language(*language);
+    tarn::apply_theme(app, tarn::settings::theme());
+    tarn::set_ask_conflicts(tarn::ask_in_window);
+    return print_result(tarn::run_command(command, QCoreApplication::arguments().mid(1)));
 }
 
 /// Commands run where there is no display, too.
@@ -117,8 +153,15 @@ int play(Studio& studio, const CommandLine& line)
     if (const auto status = studio.open_file(line.file); !status)
         return refuse(status.message());
     PlayWindow window(studio, line.size);
+    if (!line.input_script.isEmpty())
+        window.record_input();
     line.full_screen ? window.showFullScreen() : window.show();
-    return QApplication::exec();
+    const int status = QApplication::exec();
+    const auto recorded = window.take_recorded();
+    if (!recorded)
+        return status;
+    const auto saved = tarn::save_recording(*recorded, line.input_script);
+    return saved ? status : refuse(saved.message());
 }
 
 int run(QApplication& app, Studio& studio, const QStringList& failures, const CommandLine& line)
@@ -159,8 +202,13 @@ int main(int argc, char** argv)
 #ifdef SIGXFSZ
     std::signal(SIGXFSZ, SIG_IGN); // A file over the user's limit is an error of its save, not the program's end.
 #endif
-    if (const tarn::Command* command = asked_command(argc, argv))
-        return run_command(*command, argc, argv);
+    if (const tarn::Command* command = asked_command(argc, argv)) {
+        const bool has_window = qstrcmp(command->name, "merge") == 0 && has_argument(argc, argv, "--window")
+            && has_display();
+        return has_window ? run_merge_window(*command, argc, argv) : run_command(*command, argc, argv);
+    }
+    if (has_argument(argc, argv, "--replay") && !qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
     // The renderer of the world draws pictures that the views show.
     QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
     QApplication app(argc, argv);
@@ -175,11 +223,14 @@ int main(int argc, char** argv)
         tarn::settings::forget_all();
 
     Studio studio;
-    const bool is_played = line.action == CommandLine::Action::Play;
+    const bool is_replayed = line.action == CommandLine::Action::Replay;
+    const bool is_played = line.action == CommandLine::Action::Play || is_replayed;
     const QStringList failures = studio.load_plug_ins(
         line.plug_ins.isEmpty() ? appinfo::get_data_path(QStringLiteral("plugins")) : line.plug_ins,
         is_played ? Studio::Windows::None : Studio::Windows::All);
     set_up_language(app, line);
+    if (is_replayed)
+        return print_result(tarn::run_replay(studio, line.input_script, line.file));
     if (is_played)
         return play(studio, line);
     tarn::apply_theme(app, line.theme.value_or(tarn::settings::theme()));

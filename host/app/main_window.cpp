@@ -11,8 +11,10 @@
 #include "frame/child_dlg.h"
 #include "frame/control_bar.h"
 #include "frame/dlg_group.h"
+#include "replay/recording_menu.h"
 #include "script/config_scene.h"
 #include "script/script_runtime.h"
+#include "shortcuts.h"
 #include "store/filefun.h"
 #include "studio.h"
 #include "view/view3d.h"
@@ -87,7 +89,9 @@ MainWindow::MainWindow(Studio& studio) : m_studio(studio), m_messages(*this, stu
     make_docks();
     make_menus();
     connect(&studio, &Studio::document_changed, this, &MainWindow::update_document);
+    m_view->set_program_actions(m_recording->actions() << m_play);
     update_document();
+    m_shortcuts = std::make_unique<tarn::Shortcuts>(*this);
     restore_places();
     if (!m_modes.empty())
         on_mode_chosen(0);
@@ -95,6 +99,7 @@ MainWindow::MainWindow(Studio& studio) : m_studio(studio), m_messages(*this, stu
 
 MainWindow::~MainWindow()
 {
+    m_recording.reset(); // It has the scene's messages.
     m_studio.world().document().changes().remove_listener(this);
     m_studio.world().on_redraw = nullptr;
     m_studio.world().on_message = nullptr;
@@ -185,6 +190,11 @@ void MainWindow::make_docks()
         m_problems->raise();
     });
     connect(list, &CDlgProblems::counted, this, &MainWindow::show_problem_count);
+    connect(list, &CDlgProblems::time_wanted, this, [this](quint32 timebar, float time) {
+        activate_mode(QStringLiteral("Timebar"));
+        m_studio.scene()->model().show_time(timebar, time);
+        m_studio.world().broadcast(tarn::ui_timebars_changed);
+    });
 }
 
 void MainWindow::make_plug_in_windows()

@@ -23,7 +23,9 @@ class Studio;
 
 namespace tarn {
 struct FileHolder;
-}
+class RecordingMenu;
+class Shortcuts;
+} // namespace tarn
 
 /// The program's window: menus, the 3D view with the strip of the active mode above it, the side panel with the tabs of
 /// the modes, and the plug-ins' bars.
@@ -125,4 +127,6 @@ private:
     QAction* m_redo = nullptr;
     QList<QAction*> m_file_actions; ///< those that the tool bar shows
     QAction* m_play = nullptr;
+    std::unique_ptr<tarn::Shortcuts> m_shortcuts;
+    std::unique_ptr<tarn::RecordingMenu> m_recording;
 };

@@ -6,6 +6,7 @@
 #include "frame/boxes.h"
 #include "frame/filedlg.h"
 #include "main_window.h"
+#include "replay/recording_menu.h"
 #include "store/atomic_file.h"
 #include "store/filefun.h"
 #include "studio.h"
@@ -168,6 +169,7 @@ void MainWindow::closeEvent(QCloseEvent* event)
         event->ignore();
         return;
     }
+    m_recording->finish();
     save_places();
     event->accept();
 }

@@ -9,8 +9,10 @@
 #include "frame/boxes.h"
 #include "licences.h"
 #include "main_window.h"
+#include "replay/recording_menu.h"
 #include "screen_size_menu.h"
 #include "settings.h"
+#include "shortcut_editor.h"
 #include "store/filefun.h"
 #include "studio.h"
 #include "view/view3d.h"
@@ -33,9 +35,11 @@ constexpr int tool_icon = 18; ///< pixels
 // Numbers in the icon table.
 enum Icon : int { icon_new = 10, icon_open, icon_save, icon_undo, icon_redo, icon_play, icon_stop };
 
-QAction* add(QMenu* menu, int icon, const QString& text, const QKeySequence& keys)
+/// `name` is that of the author's own keys in the settings.
+QAction* add(QMenu* menu, const char* name, int icon, const QString& text, const QKeySequence& keys = {})
 {
     QAction* action = menu->addAction(text);
+    action->setObjectName(QLatin1String(name));
     if (icon)
         action->setIcon(iconfun::icon(icon));
     action->setShortcut(keys);
@@ -43,9 +47,9 @@ QAction* add(QMenu* menu, int icon, const QString& text, const QKeySequence& key
 }
 
 /// A choice among several; the one in force is checked.
-QAction* add_choice(QMenu* menu, QActionGroup* group, const QString& text, bool chosen)
+QAction* add_choice(QMenu* menu, QActionGroup* group, const char* name, const QString& text, bool chosen)
 {
-    QAction* action = menu->addAction(text);
+    QAction* action = add(menu, name, 0, text);
     action->setCheckable(true);
     action->setChecked(chosen);
     group->addAction(action);
@@ -89,21 +93,22 @@ void MainWindow::make_tool_bar()
 void MainWindow::make_file_menu()
 {
     QMenu* menu = menuBar()->addMenu(lang(u"文件(&F)", u"&File"));
-    QAction* make = add(menu, icon_new, lang(u"新建(&N)", u"&New"), QKeySequence::New);
+    QAction* make = add(menu, "new", icon_new, lang(u"新建(&N)", u"&New"), QKeySequence::New);
     connect(make, &QAction::triggered, this, &MainWindow::ask_and_new);
-    QAction* open = add(menu, icon_open, lang(u"打开(&O)...", u"&Open..."), QKeySequence::Open);
+    QAction* open = add(menu, "open", icon_open, lang(u"打开(&O)...", u"&Open..."), QKeySequence::Open);
     connect(open, &QAction::triggered, this, &MainWindow::ask_and_open);
     m_recent_menu = menu->addMenu(lang(u"最近的文件(&R)", u"Open &Recent"));
     connect(m_recent_menu, &QMenu::aboutToShow, this, &MainWindow::fill_recent_files);
     menu->addSeparator();
-    QAction* save = add(menu, icon_save, lang(u"保存(&S)", u"&Save"), QKeySequence::Save);
+    QAction* save = add(menu, "save", icon_save, lang(u"保存(&S)", u"&Save"), QKeySequence::Save);
     connect(save, &QAction::triggered, this, &MainWindow::save);
     m_file_actions = {make, open, save};
-    connect(add(menu, 0, lang(u"另存为(&A)...", u"Save &As..."), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S)),
-            &QAction::triggered, this, &MainWindow::ask_and_save);
+    connect(
+        add(menu, "save_as", 0, lang(u"另存为(&A)...", u"Save &As..."), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S)),
+        &QAction::triggered, this, &MainWindow::ask_and_save);
     menu->addSeparator();
-    connect(add(menu, 0, lang(u"退出(&Q)", u"&Quit"), QKeySequence(Qt::CTRL | Qt::Key_Q)), &QAction::triggered, this,
-            &QWidget::close);
+    connect(add(menu, "quit", 0, lang(u"退出(&Q)", u"&Quit"), QKeySequence(Qt::CTRL | Qt::Key_Q)), &QAction::triggered,
+            this, &QWidget::close);
 }
 
 void MainWindow::fill_recent_files()
@@ -126,8 +131,8 @@ void MainWindow::fill_recent_files()
 void MainWindow::make_edit_menu()
 {
     QMenu* menu = menuBar()->addMenu(lang(u"编辑(&E)", u"&Edit"));
-    m_undo = add(menu, icon_undo, {}, QKeySequence::Undo);
-    m_redo = add(menu, icon_redo, {}, QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z));
+    m_undo = add(menu, "undo", icon_undo, {}, QKeySequence::Undo);
+    m_redo = add(menu, "redo", icon_redo, {}, QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z));
     m_redo->setShortcuts({QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z), QKeySequence(Qt::CTRL | Qt::Key_Y)});
     connect(m_undo, &QAction::triggered, this, &MainWindow::undo);
     connect(m_redo, &QAction::triggered, this, &MainWindow::redo);
@@ -160,18 +165,21 @@ void MainWindow::make_view_menu()
     using tarn::Language;
     using tarn::Theme;
     QMenu* menu = menuBar()->addMenu(lang(u"视图(&V)", u"&View"));
-    m_play = add(menu, icon_play, {}, QKeySequence(Qt::Key_F5));
+    m_play = add(menu, "preview", icon_play, {}, QKeySequence(Qt::Key_F5));
     connect(m_play, &QAction::triggered, this, &MainWindow::toggle_preview);
+    m_recording = std::make_unique<tarn::RecordingMenu>(m_studio, *m_view, *this, *menu);
     menu->addSeparator();
-    for (QDockWidget* dock : findChildren<QDockWidget*>())
+    for (QDockWidget* dock : findChildren<QDockWidget*>()) {
+        dock->toggleViewAction()->setObjectName(QStringLiteral("show_") + dock->objectName());
         menu->addAction(dock->toggleViewAction());
-    connect(menu->addAction(lang(u"恢复默认布局(&R)", u"&Reset Layout")), &QAction::triggered, this,
+    }
+    connect(add(menu, "reset_layout", 0, lang(u"恢复默认布局(&R)", u"&Reset Layout")), &QAction::triggered, this,
             &MainWindow::reset_layout);
-    const auto add_panel = [&](const QString& text, QKeySequence keys, int step) {
-        connect(add(menu, 0, text, keys), &QAction::triggered, this, [this, step] { focus_panel(step); });
+    const auto add_panel = [&](const char* name, const QString& text, QKeySequence keys, int step) {
+        connect(add(menu, name, 0, text, keys), &QAction::triggered, this, [this, step] { focus_panel(step); });
     };
-    add_panel(lang(u"下一个面板(&N)", u"&Next Panel"), Qt::Key_F6, 1);
-    add_panel(lang(u"上一个面板", u"Previous Panel"), Qt::SHIFT | Qt::Key_F6, -1);
+    add_panel("next_panel", lang(u"下一个面板(&N)", u"&Next Panel"), Qt::Key_F6, 1);
+    add_panel("previous_panel", lang(u"上一个面板", u"Previous Panel"), Qt::SHIFT | Qt::Key_F6, -1);
     menu->addSeparator();
     make_zoom_menu(*menu->addMenu(lang(u"缩放(&Z)", u"&Zoom")));
     make_grid_menu(*menu);
@@ -180,21 +188,21 @@ void MainWindow::make_view_menu()
 
     QMenu* themes = menu->addMenu(lang(u"主题(&T)", u"&Theme"));
     auto* theme_group = new QActionGroup(this);
-    const auto add_theme = [&](const QString& text, Theme theme) {
-        connect(add_choice(themes, theme_group, text, tarn::settings::theme() == theme), &QAction::triggered, this,
-                [theme] {
+    const auto add_theme = [&](const char* name, const QString& text, Theme theme) {
+        connect(add_choice(themes, theme_group, name, text, tarn::settings::theme() == theme), &QAction::triggered,
+                this, [theme] {
                     tarn::settings::set_theme(theme);
                     tarn::apply_theme(*qApp, theme);
                 });
     };
-    add_theme(lang(u"跟随系统", u"System"), Theme::System);
-    add_theme(lang(u"浅色", u"Light"), Theme::Light);
-    add_theme(lang(u"深色", u"Dark"), Theme::Dark);
+    add_theme("theme_system", lang(u"跟随系统", u"System"), Theme::System);
+    add_theme("theme_light", lang(u"浅色", u"Light"), Theme::Light);
+    add_theme("theme_dark", lang(u"深色", u"Dark"), Theme::Dark);
 
     QMenu* languages = menu->addMenu(lang(u"语言(&L) / Language", u"&Language / 语言"));
     auto* language_group = new QActionGroup(this);
-    const auto add_language = [&](const QString& text, std::optional<Language> language) {
-        connect(add_choice(languages, language_group, text, tarn::settings::language() == language),
+    const auto add_language = [&](const char* name, const QString& text, std::optional<Language> language) {
+        connect(add_choice(languages, language_group, name, text, tarn::settings::language() == language),
                 &QAction::triggered, this, [this, language] {
                     tarn::settings::set_language(language);
                     tarn::boxes::message(
@@ -203,25 +211,25 @@ void MainWindow::make_view_menu()
                          .title = {}});
                 });
     };
-    add_language(lang(u"跟随系统", u"System"), std::nullopt);
-    add_language(QStringLiteral("中文"), Language::Chinese);
-    add_language(QStringLiteral("English"), Language::English);
+    add_language("language_system", lang(u"跟随系统", u"System"), std::nullopt);
+    add_language("language_zh", QStringLiteral("中文"), Language::Chinese);
+    add_language("language_en", QStringLiteral("English"), Language::English);
 }
 
 void MainWindow::make_zoom_menu(QMenu& menu)
 {
-    const auto add_zoom = [&](const QString& text, const QList<QKeySequence>& keys, auto run) {
-        QAction* action = add(&menu, 0, text, {});
+    const auto add_zoom = [&](const char* name, const QString& text, const QList<QKeySequence>& keys, auto run) {
+        QAction* action = add(&menu, name, 0, text);
         action->setShortcuts(keys);
         connect(action, &QAction::triggered, m_view, run);
     };
-    add_zoom(lang(u"放大(&I)", u"Zoom &In"), {Qt::CTRL | Qt::Key_Equal, Qt::CTRL | Qt::Key_Plus},
+    add_zoom("zoom_in", lang(u"放大(&I)", u"Zoom &In"), {Qt::CTRL | Qt::Key_Equal, Qt::CTRL | Qt::Key_Plus},
              [this] { m_view->zoom_by(1); });
-    add_zoom(lang(u"缩小(&O)", u"Zoom &Out"), {Qt::CTRL | Qt::Key_Minus}, [this] { m_view->zoom_by(-1); });
-    add_zoom(lang(u"适应视图(&F)", u"&Fit"), {Qt::CTRL | Qt::Key_0}, [this] { m_view->zoom_to_fit(); });
-    add_zoom(QStringLiteral("&100 %"), {Qt::CTRL | Qt::Key_1},
+    add_zoom("zoom_out", lang(u"缩小(&O)", u"Zoom &Out"), {Qt::CTRL | Qt::Key_Minus}, [this] { m_view->zoom_by(-1); });
+    add_zoom("zoom_fit", lang(u"适应视图(&F)", u"&Fit"), {Qt::CTRL | Qt::Key_0}, [this] { m_view->zoom_to_fit(); });
+    add_zoom("zoom_100", QStringLiteral("&100 %"), {Qt::CTRL | Qt::Key_1},
              [this] { m_view->zoom_to(1, m_view->surface_rect().toRectF().center()); });
-    add_zoom(lang(u"缩放到所选(&S)", u"To &Selection"), {Qt::CTRL | Qt::Key_2}, [this] {
+    add_zoom("zoom_selection", lang(u"缩放到所选(&S)", u"To &Selection"), {Qt::CTRL | Qt::Key_2}, [this] {
         if (m_studio.scene())
             m_view->zoom_to_area(m_studio.scene()->editor().selected_area());
     });
@@ -235,6 +243,7 @@ void MainWindow::make_grid_menu(QMenu& menu)
     tarn::SceneEditor& editor = m_studio.scene()->editor();
     const auto add_value = [&](QMenu& to, const QString& key, const QString& text, quint32 value) {
         QAction* action = to.addAction(text);
+        action->setObjectName(value == 0 ? key : QStringLiteral("%1_%2").arg(key).arg(value));
         action->setCheckable(true);
         connect(action, &QAction::triggered, this,
                 [&editor, key, value](bool on) { editor.set_view_setting(key, value == 0 ? quint32(on) : value); });
@@ -267,7 +276,8 @@ void MainWindow::make_help_menu()
 {
     QMenu* menu = menuBar()->addMenu(lang(u"帮助(&H)", u"&Help"));
     connect(
-        menu->addAction(lang(u"视图中的操作(&M)", u"&Mouse and Keys in the View")), &QAction::triggered, this, [this] {
+        add(menu, "mouse_and_keys", 0, lang(u"视图中的操作(&M)", u"&Mouse and Keys in the View")), &QAction::triggered,
+        this, [this] {
             tarn::boxes::message(
                 this,
                 {.text = lang(
@@ -297,17 +307,24 @@ void MainWindow::make_help_menu()
                      u"selection\nF5: preview"),
                  .title = {}});
         });
-    connect(
-        add(menu, 0, lang(u"命令面板(&C)...", u"&Command Palette..."), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_P)),
-        &QAction::triggered, this, &MainWindow::choose_command);
+    connect(add(menu, "command_palette", 0, lang(u"命令面板(&C)...", u"&Command Palette..."),
+                QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_P)),
+            &QAction::triggered, this, &MainWindow::choose_command);
+    connect(add(menu, "shortcuts", 0, lang(u"快捷键(&K)...", u"&Keyboard Shortcuts...")), &QAction::triggered, this,
+            [this] {
+                tarn::ShortcutEditor editor(this, *m_shortcuts);
+                tarn::boxes::dialog(editor);
+            });
     menu->addSeparator();
-    connect(menu->addAction(lang(u"关于 Tarn studio(&A)", u"&About Tarn studio")), &QAction::triggered, this, [this] {
-        tarn::boxes::message(this,
-                             {.text = lang(u"Tarn studio %1\n三维世界中二维界面的编辑器。\n\n使用的库：\n%2",
-                                           u"Tarn studio %1\nAn editor of 2D interfaces in a 3D world.\n\nIt uses:\n%2")
-                                          .arg(QStringLiteral(TARN_VERSION), tarn::licences_text()),
-                              .title = {}});
-    });
+    connect(add(menu, "about", 0, lang(u"关于 Tarn studio(&A)", u"&About Tarn studio")), &QAction::triggered, this,
+            [this] {
+                tarn::boxes::message(
+                    this,
+                    {.text = lang(u"Tarn studio %1\n三维世界中二维界面的编辑器。\n\n使用的库：\n%2",
+                                  u"Tarn studio %1\nAn editor of 2D interfaces in a 3D world.\n\nIt uses:\n%2")
+                                 .arg(QStringLiteral(TARN_VERSION), tarn::licences_text()),
+                     .title = {}});
+            });
 }
 
 void MainWindow::choose_command()

@@ -64,6 +64,7 @@ ScreenSizeMenu::ScreenSizeMenu(CView3D& view, QMenu& menu)
     menu.addSeparator();
     m_other = menu.addAction(other_text());
     m_other->setCheckable(true);
+    m_other->setObjectName(QStringLiteral("screen_other"));
     m_choices->addAction(m_other);
     connect(m_other, &QAction::triggered, this, &ScreenSizeMenu::ask);
 }
@@ -73,6 +74,8 @@ QAction* ScreenSizeMenu::add_choice(QMenu& menu, const QString& text, QSize size
     QAction* action = menu.addAction(text);
     action->setCheckable(true);
     action->setData(size);
+    action->setObjectName(size.isEmpty() ? QStringLiteral("screen_as_view")
+                                         : QStringLiteral("screen_%1x%2").arg(size.width()).arg(size.height()));
     m_choices->addAction(action);
     connect(action, &QAction::triggered, this, [this, size] { choose(size); });
     return action;

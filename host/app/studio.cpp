@@ -236,7 +236,7 @@ void Studio::set_playing(bool on)
 void Studio::tick()
 {
     if (is_playing())
-        m_scene->advance(double(m_clock.nsecsElapsed()) / 1e9);
+        m_scene->advance(played_seconds());
     else
         m_ticks.stop(); // Opening a file ends the preview too.
 }

@@ -66,6 +66,8 @@ public:
     bool go_to_step(int count);
     void set_playing(bool on);
     bool is_playing() const;
+    /// How long the preview has run, seconds; 0 without one.
+    double played_seconds() const { return is_playing() ? double(m_clock.nsecsElapsed()) / 1e9 : 0; }
 
     /// The files opened or saved last, newest first.
     QStringList recent_files() const;

@@ -95,7 +95,10 @@ Result<std::vector<Finding>> check_file(const Check& check)
     }
     auto problems = open.scene.model().problems();
     const auto sizes = check.sizes.empty() ? std::vector{open.scene.gui_core().design_size()} : check.sizes;
-    for (Problem& problem : find_layout_problems(open.scene, sizes, check.over_time))
+    auto layout = find_layout_problems(open.scene, sizes, check.over_time);
+    if (!layout)
+        return layout.status();
+    for (Problem& problem : layout.value())
         problems.push_back(std::move(problem));
     const Places places(check.file, std::move(entries));
     std::vector<Finding> findings;

@@ -5,8 +5,10 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
 #include <optional>
 #include <span>
+#include <vector>
 
 namespace tarn {
 
@@ -43,6 +45,14 @@ private:
     QStringList m_operands; ///< behind it
     QString m_fault;
 };
+
+struct MergeConflict;
+enum class MergeSide;
+
+/// Asks a person about each of the conflicts; none: it was cancelled.
+using AskConflicts = std::function<std::optional<std::vector<MergeSide>>(const std::vector<MergeConflict>&)>;
+/// Who asks when a command wants a window; null: nobody can.
+void set_ask_conflicts(AskConflicts ask);
 
 /// Something that the program does without windows, asked for by its first argument.
 struct Command {

@@ -57,18 +57,22 @@ constexpr std::array table{
             .needs_fonts = false,
             .run = run_diff},
     Command{.name = "merge",
-            .usage = "merge BASE OURS THEIRS -o OUT [--ours|--theirs]",
+            .usage = "merge BASE OURS THEIRS -o OUT [--ours|--theirs|--window]",
             .chinese = u"合并同一界面的两个版本，按对象、属性和关键帧。",
             .english = u"Merges two versions of an interface that come from BASE, by objects, attributes and keys.",
-            .chinese_options = u"  -o OUT        写出的文件包\n"
-                               u"  --ours        冲突时取 OURS 的值，不算冲突\n"
-                               u"  --theirs      冲突时取 THEIRS 的值，不算冲突\n"
-                               u"状态：0 合并完成，1 有冲突（OUT 中为 OURS 的值），2 文件无法读取或参数有误。\n",
+            .chinese_options
+            = u"  -o OUT        写出的文件包\n"
+              u"  --ours        冲突时取 OURS 的值，不算冲突\n"
+              u"  --theirs      冲突时取 THEIRS 的值，不算冲突\n"
+              u"  --window      有冲突时打开窗口，逐个选择\n"
+              u"状态：0 合并完成，1 有冲突（OUT 中为 OURS 的值）或已取消（不写 OUT），2 文件无法读取或参数有误。\n",
             .english_options
             = u"  -o OUT        the package that is written\n"
               u"  --ours        takes the values of OURS where both changed the same\n"
               u"  --theirs      takes those of THEIRS\n"
-              u"Status 0: merged; 1: both changed the same, which is told, and OUT has what OURS has there;\n"
+              u"  --window      lets you choose in a window for each of them\n"
+              u"Status 0: merged; 1: both changed the same, which is told, and OUT has what OURS has there, or the\n"
+              u"window was cancelled, and OUT is left as it is;\n"
               u"2: a file cannot be read, or the command line is wrong.\n",
             .needs_fonts = false,
             .run = run_merge},

@@ -64,8 +64,8 @@ bool merge_key(const KeyConflict& keys, MergeSide preferred, std::optional<Key>&
 
 } // namespace
 
-KeyTrack merge_keys(const KeyTrack& base, const KeyTrack& ours, const KeyTrack& theirs, MergeSide preferred,
-                    const std::function<void(const KeyConflict&)>& tell)
+KeyTrack merge_keys(const KeyTrack& base, const KeyTrack& ours, const KeyTrack& theirs,
+                    const std::function<MergeSide(const KeyConflict&)>& choose)
 {
     std::vector<Key> all;
     all.reserve(std::size_t(std::max(ours.size(), theirs.size())));
@@ -78,8 +78,8 @@ KeyTrack merge_keys(const KeyTrack& base, const KeyTrack& ours, const KeyTrack& 
             break;
         const KeyConflict keys{time, in_base.take_at(time), in_ours.take_at(time), in_theirs.take_at(time)};
         std::optional<Key> merged;
-        if (!merge_key(keys, preferred, merged))
-            tell(keys);
+        if (!merge_key(keys, MergeSide::Ours, merged) && choose(keys) == MergeSide::Theirs)
+            (void)merge_key(keys, MergeSide::Theirs, merged);
         if (merged)
             all.push_back(*merged);
     }

@@ -17,9 +17,9 @@ struct KeyConflict {
 };
 
 /// Merges the keys of three tracks of one type by their times, and of keys at one time value, ease and group by
-/// themselves. Costs what the tracks are long.
-KeyTrack merge_keys(const KeyTrack& base, const KeyTrack& ours, const KeyTrack& theirs, MergeSide preferred,
-                    const std::function<void(const KeyConflict&)>& tell);
+/// themselves. `choose` is told of a conflict and answers which side is taken. Costs what the tracks are long.
+KeyTrack merge_keys(const KeyTrack& base, const KeyTrack& ours, const KeyTrack& theirs,
+                    const std::function<MergeSide(const KeyConflict&)>& choose);
 
 /// A key without its time.
 QString json_of(const Key& key);

@@ -65,12 +65,11 @@ QMap<QString, QByteArray> as_map(const ObjectState* state)
 /// Merges the fields of one object.
 class FieldMerger {
 public:
-    FieldMerger(const StateVersions& versions, MergeSide preferred, const TellConflict& tell)
+    FieldMerger(const StateVersions& versions, const SettleConflict& settle)
         : m_base(versions.base),
           m_ours(*versions.ours),
           m_theirs(*versions.theirs),
-          m_preferred(preferred),
-          m_tell(tell),
+          m_settle(settle),
           m_merged(m_ours.clone())
     {
     }
@@ -98,14 +97,14 @@ private:
         }
         if (merge_parts(field))
             return;
-        tell(field, {}, m_base ? json_of(field, *m_base) : QString(), json_of(field, m_ours), json_of(field, m_theirs));
-        if (m_preferred == MergeSide::Theirs)
+        const QString base = m_base ? json_of(field, *m_base) : QString();
+        if (settle(field, {}, base, json_of(field, m_ours), json_of(field, m_theirs)) == MergeSide::Theirs)
             field.copy(m_theirs, *m_merged);
     }
-    void tell(const FieldBase& field, const QString& part, const QString& base, const QString& ours,
-              const QString& theirs)
+    MergeSide settle(const FieldBase& field, const QString& part, const QString& base, const QString& ours,
+                     const QString& theirs)
     {
-        m_tell(
+        return m_settle(
             {.field = QString::fromLatin1(field.name()), .part = part, .base = base, .ours = ours, .theirs = theirs});
     }
 
@@ -136,8 +135,8 @@ private:
         const Map from = before ? *before : Map();
         const Map& a = std::get<Map>(ours);
         const Map& b = std::get<Map>(theirs);
-        const Map merged = merge_maps(from, a, b, m_preferred, [&](const QString& name) {
-            tell(field, name, entry_json(from, name), entry_json(a, name), entry_json(b, name));
+        const Map merged = merge_maps<typename Map::mapped_type>(from, a, b, [&](const QString& name) {
+            return settle(field, name, entry_json(from, name), entry_json(a, name), entry_json(b, name));
         });
         return field.set(*m_merged, merged).ok();
     }
@@ -148,11 +147,10 @@ private:
         const KeyTrack base = m_base ? static_cast<const VarState&>(*m_base).keys : KeyTrack(ours.type());
         if (base.type() != ours.type() || base.type() != theirs.type())
             return false;
-        static_cast<VarState&>(*m_merged).keys = merge_keys(
-            base, ours, theirs, m_preferred, [&](const KeyConflict& conflict) {
-                tell(field, QString::number(double(conflict.time), 'g', 9), key_json(conflict.base),
-                     key_json(conflict.ours), key_json(conflict.theirs));
-            });
+        static_cast<VarState&>(*m_merged).keys = merge_keys(base, ours, theirs, [&](const KeyConflict& conflict) {
+            return settle(field, QString::number(double(conflict.time), 'g', 9), key_json(conflict.base),
+                          key_json(conflict.ours), key_json(conflict.theirs));
+        });
         return true;
     }
 
@@ -164,11 +162,11 @@ private:
         const auto base = as_map(m_base);
         const auto ours = as_map(&m_ours);
         const auto theirs = as_map(&m_theirs);
-        const auto merged = merge_maps(base, ours, theirs, m_preferred, [&](const QString& name) {
-            m_tell({.field = name,
-                    .base = entry_json(base, name),
-                    .ours = entry_json(ours, name),
-                    .theirs = entry_json(theirs, name)});
+        const auto merged = merge_maps<QByteArray>(base, ours, theirs, [&](const QString& name) {
+            return m_settle({.field = name,
+                             .base = entry_json(base, name),
+                             .ours = entry_json(ours, name),
+                             .theirs = entry_json(theirs, name)});
         });
         m_merged->unknown.clear();
         for (auto entry = merged.begin(); entry != merged.end(); ++entry)
@@ -178,8 +176,7 @@ private:
     const ObjectState* m_base;
     const ObjectState& m_ours;
     const ObjectState& m_theirs;
-    MergeSide m_preferred;
-    const TellConflict& m_tell;
+    const SettleConflict& m_settle;
     StatePtr m_merged;
     bool m_is_mixed = false;
 };
@@ -235,9 +232,9 @@ QString name_of(const ObjectState& state)
     return text ? *text : QString();
 }
 
-StatePtr merge_states(const StateVersions& versions, MergeSide preferred, const TellConflict& tell)
+StatePtr merge_states(const StateVersions& versions, const SettleConflict& settle)
 {
-    return FieldMerger(versions, preferred, tell).merged();
+    return FieldMerger(versions, settle).merged();
 }
 
 } // namespace tarn

@@ -16,11 +16,11 @@ struct StateVersions {
     const ObjectState* theirs;
 };
 
-/// Tells of the attribute `field`, and of the `part` of it.
-using TellConflict = std::function<void(MergeConflict)>;
+/// Is told of the attribute `field`, or of the `part` of it, and answers which side is taken.
+using SettleConflict = std::function<MergeSide(MergeConflict)>;
 
 /// Merges the attributes of one object but for its id, its parent and its children.
-StatePtr merge_states(const StateVersions& versions, MergeSide preferred, const TellConflict& tell);
+StatePtr merge_states(const StateVersions& versions, const SettleConflict& settle);
 
 /// Whether an object differs in what merge_states() merges.
 bool same_content(const ObjectState& a, const ObjectState& b);
@@ -34,10 +34,10 @@ QString json_of(const ObjectState& state);
 /// What a person calls the object: its name or its text.
 QString name_of(const ObjectState& state);
 
-/// Merges values by name. `tell(name)`: both versions changed the value there.
+/// Merges values by name. `choose(name)`: both versions changed the value there; it answers which side is taken.
 template <class T>
 QMap<QString, T> merge_maps(const QMap<QString, T>& base, const QMap<QString, T>& ours, const QMap<QString, T>& theirs,
-                            MergeSide preferred, const std::function<void(const QString&)>& tell)
+                            const std::function<MergeSide(const QString&)>& choose)
 {
     const auto value_in = [](const QMap<QString, T>& map, const QString& name) {
         const auto found = map.find(name);
@@ -56,8 +56,7 @@ QMap<QString, T> merge_maps(const QMap<QString, T>& base, const QMap<QString, T>
             return;
         if (same(in_ours, in_base))
             return take_theirs(name, in_theirs);
-        tell(name);
-        if (preferred == MergeSide::Theirs)
+        if (choose(name) == MergeSide::Theirs)
             take_theirs(name, in_theirs);
     };
     for (auto entry = theirs.begin(); entry != theirs.end(); ++entry)

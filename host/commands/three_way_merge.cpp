@@ -42,12 +42,13 @@ bool is_same_class(const ObjectState& a, const ObjectState& b)
 
 class Merge {
 public:
-    Merge(const Document& document, SceneSnapshot base, SceneSnapshot ours, SceneSnapshot theirs, MergeSide preferred)
+    Merge(const Document& document, SceneSnapshot base, SceneSnapshot ours, SceneSnapshot theirs,
+          const ChooseSide& choose)
         : m_document(document),
           m_base(std::move(base)),
           m_ours(std::move(ours)),
           m_theirs(std::move(theirs)),
-          m_preferred(preferred)
+          m_choose(choose)
     {
     }
 
@@ -122,15 +123,15 @@ private:
     {
         if (versions.ours && versions.theirs) {
             versions.merged = merge_states(
-                {versions.base.constData(), versions.ours.constData(), versions.theirs.constData()}, m_preferred,
-                [&](MergeConflict conflict) { tell(kind, *versions.ours, std::move(conflict)); });
+                {versions.base.constData(), versions.ours.constData(), versions.theirs.constData()},
+                [&](MergeConflict conflict) { return settle(kind, *versions.ours, std::move(conflict)); });
             choose_parent(kind, versions);
         } else if (const StatePtr& kept = versions.ours ? versions.ours : versions.theirs; !versions.base) {
             versions.merged = kept;
         } else if (kept && (!same_content(*kept, *versions.base) || !(kept->parent == versions.base->parent))) {
-            tell(kind, *versions.base,
-                 {.base = json_of(*versions.base), .ours = json(versions.ours), .theirs = json(versions.theirs)});
-            versions.merged = versions.in(m_preferred);
+            versions.merged = versions.in(settle(
+                kind, *versions.base,
+                {.base = json_of(*versions.base), .ours = json(versions.ours), .theirs = json(versions.theirs)}));
         }
     }
     void choose_parent(std::size_t kind, Versions& versions)
@@ -141,22 +142,21 @@ private:
         if (!(ours == theirs)) {
             const bool ours_moved = !versions.base || !(ours == versions.base->parent);
             const bool theirs_moved = !versions.base || !(theirs == versions.base->parent);
-            if (ours_moved && theirs_moved)
-                tell_parent(kind, versions);
-            if (!ours_moved || (theirs_moved && m_preferred == MergeSide::Theirs))
+            const bool both = ours_moved && theirs_moved;
+            if (both ? settle_parent(kind, versions) == MergeSide::Theirs : !ours_moved)
                 chosen = theirs;
         }
         if (!(versions.merged->parent == chosen))
             SceneSnapshot::edit<ObjectState>(versions.merged).parent = chosen;
     }
-    void tell_parent(std::size_t kind, const Versions& versions)
+    MergeSide settle_parent(std::size_t kind, const Versions& versions)
     {
         const auto parent = [](const StatePtr& state) { return state ? QString::number(state->parent.id) : QString(); };
-        tell(kind, *versions.any(),
-             {.field = QStringLiteral("parent"),
-              .base = parent(versions.base),
-              .ours = parent(versions.ours),
-              .theirs = parent(versions.theirs)});
+        return settle(kind, *versions.any(),
+                      {.field = QStringLiteral("parent"),
+                       .base = parent(versions.base),
+                       .ours = parent(versions.ours),
+                       .theirs = parent(versions.theirs)});
     }
     static QString json(const StatePtr& state) { return state ? json_of(*state) : QString(); }
 
@@ -175,7 +175,7 @@ private:
     }
     bool is_fixed(std::size_t kind) const { return m_document.kinds()[kind].fixed; }
 
-    /// Where one side removed what the other side put something into, or kept something in: the preferred side has its way.
+    /// Where one side removed what the other side put something into, or kept something in: the chosen side has its way.
     void keep_parents()
     {
         for (std::size_t k = m_objects.size(); k-- > 0;)
@@ -189,8 +189,7 @@ private:
         if (!parent || (!parent->ours && !parent->theirs))
             return;
         const MergeSide keeper = parent->ours ? MergeSide::Ours : MergeSide::Theirs;
-        tell_parent(kind, versions);
-        if (keeper == m_preferred)
+        if (settle_parent(kind, versions) == keeper)
             parent->merged = parent->in(keeper);
         else if (const StatePtr& state = versions.in(other(keeper)); state && is_there(state->parent))
             SceneSnapshot::edit<ObjectState>(versions.merged).parent = state->parent;
@@ -204,7 +203,7 @@ private:
                 if (versions.merged && !is_fixed(k) && !is_there(versions.merged->parent))
                     versions.merged.reset();
     }
-    /// Of two that would be the same thing, such as script keys at one time, the preferred side's stays.
+    /// Of two that would be the same thing, such as script keys at one time, the chosen side's stays.
     void drop_doubles()
     {
         for (const ObjectKind& kind : m_document.kinds()) {
@@ -219,10 +218,14 @@ private:
                     present = &versions;
                     continue;
                 }
-                const bool replaces = is_as_in(m_preferred, kind, versions) && !is_as_in(m_preferred, kind, *present);
+                const bool is_ours = is_as_in(MergeSide::Ours, kind, versions);
+                const Versions& in_ours = is_ours ? versions : *present;
+                const Versions& in_theirs = is_ours ? *present : versions;
+                const MergeSide side = settle(kind.place, *versions.merged,
+                                              {.ours = json(in_ours.merged), .theirs = json(in_theirs.merged)});
+                const bool replaces = is_as_in(side, kind, versions) && !is_as_in(side, kind, *present);
                 Versions* gone = replaces ? present : &versions;
                 present = replaces ? &versions : present;
-                tell(kind.place, *gone->merged, {.ours = json(gone->ours), .theirs = json(gone->theirs)});
                 gone->merged.reset();
             }
         }
@@ -239,10 +242,7 @@ private:
             m_result.scene.containers.push_back(
                 merge_states({m_base.containers[i].constData(), m_ours.containers[i].constData(),
                               m_theirs.containers[i].constData()},
-                             m_preferred, [this](MergeConflict conflict) {
-                                 conflict.place = lang(u"场景", u"scene");
-                                 m_result.conflicts.push_back(std::move(conflict));
-                             }));
+                             [this](MergeConflict conflict) { return settle_scene(std::move(conflict)); }));
     }
 
     // Order
@@ -282,13 +282,17 @@ private:
         const auto comes_before = [&](const std::vector<quint32>& run, const std::vector<quint32>& second) {
             return content_of(kind.place, run) < content_of(kind.place, second);
         };
-        auto merged = merge_order(lists, m_preferred, comes_before);
-        if (merged.has_conflict)
-            tell(kind.container ? m_document.kinds().size() : m_kinds.value(parent_id), *parent,
-                 {.field = QString::fromLatin1(kind.key),
-                  .base = json_of(lists.base),
-                  .ours = json_of(lists.ours),
-                  .theirs = json_of(lists.theirs)});
+        auto merged = merge_order(lists, MergeSide::Ours, comes_before);
+        if (merged.has_conflict) {
+            MergeConflict conflict{.field = QString::fromLatin1(kind.key),
+                                   .base = json_of(lists.base),
+                                   .ours = json_of(lists.ours),
+                                   .theirs = json_of(lists.theirs)};
+            const MergeSide side = kind.container ? settle_scene(std::move(conflict))
+                                                  : settle(m_kinds.value(parent_id), *parent, std::move(conflict));
+            if (side == MergeSide::Theirs)
+                merged = merge_order(lists, side, comes_before);
+        }
         if (const IdList* present = kind.children_of(*parent); present && *present != merged.ids)
             *kind.children(SceneSnapshot::edit<ObjectState>(parent)) = std::move(merged.ids);
     }
@@ -382,20 +386,22 @@ private:
     void merge_files()
     {
         SceneSnapshot& scene = m_result.scene;
-        const auto tell_file = [&](const QString& name) {
+        const auto settle_file = [&](const QString& name) {
             const auto size = [&](const SceneSnapshot& version) {
                 const auto found = version.files.find(name);
                 return found == version.files.end() ? QString() : QString::number(found->size());
             };
-            m_result.conflicts.push_back({.place = name,
-                                          .field = QStringLiteral("file"),
-                                          .base = size(m_base),
-                                          .ours = size(m_ours),
-                                          .theirs = size(m_theirs)});
+            return decide({.place = name,
+                           .field = QStringLiteral("file"),
+                           .base = size(m_base),
+                           .ours = size(m_ours),
+                           .theirs = size(m_theirs)});
         };
-        scene.files = merge_maps(m_base.files, m_ours.files, m_theirs.files, m_preferred, tell_file);
-        scene.damaged = merge_maps(m_base.damaged, m_ours.damaged, m_theirs.damaged, m_preferred,
-                                   [](const QString&) {}); // Whole again in one of them: it is among the files.
+        scene.files = merge_maps<QByteArray>(m_base.files, m_ours.files, m_theirs.files, settle_file);
+        // What is whole again in one of them is among the files.
+        scene.damaged = merge_maps<QByteArray>(
+            m_base.damaged, m_ours.damaged, m_theirs.damaged,
+            [&](const QString& name) { return m_choose({.place = name, .field = QStringLiteral("file")}); });
         // One side may show what the other side, no longer showing it, took out.
         for (const auto& states : scene.objects)
             for (const StatePtr& state : states)
@@ -404,25 +410,30 @@ private:
                         scene.files.insert(entry, m_base.files.value(entry));
     }
 
-    /// `kind` over all kinds: of a container.
-    void tell(std::size_t kind, const ObjectState& state, MergeConflict conflict)
+    MergeSide settle(std::size_t kind, const ObjectState& state, MergeConflict conflict)
     {
-        if (kind == m_document.kinds().size()) {
-            conflict.place = lang(u"场景", u"scene");
-        } else {
-            const ObjectKind& row = m_document.kinds()[kind];
-            conflict.object = state.id;
-            conflict.place
-                = QStringLiteral("%1 %2 \"%3\"").arg(lang(row.chinese, row.english)).arg(state.id).arg(name_of(state));
-        }
+        const ObjectKind& row = m_document.kinds()[kind];
+        conflict.object = state.id;
+        conflict.place
+            = QStringLiteral("%1 %2 \"%3\"").arg(lang(row.chinese, row.english)).arg(state.id).arg(name_of(state));
+        return decide(std::move(conflict));
+    }
+    MergeSide settle_scene(MergeConflict conflict)
+    {
+        conflict.place = lang(u"场景", u"scene");
+        return decide(std::move(conflict));
+    }
+    MergeSide decide(MergeConflict conflict)
+    {
         m_result.conflicts.push_back(std::move(conflict));
+        return m_choose(m_result.conflicts.back());
     }
 
     const Document& m_document;
     SceneSnapshot m_base;
     SceneSnapshot m_ours;
     SceneSnapshot m_theirs;
-    MergeSide m_preferred;
+    const ChooseSide& m_choose;
     std::vector<ById> m_objects; ///< by kind
     QHash<quint32, std::size_t> m_kinds;
     std::map<std::pair<quint32, std::size_t>, std::vector<quint32>> m_members; ///< by parent and kind
@@ -432,9 +443,16 @@ private:
 } // namespace
 
 Result<MergedScene> merge_versions(const Document& document, SceneSnapshot base, SceneSnapshot ours,
+                                   SceneSnapshot theirs, const ChooseSide& choose)
+{
+    return Merge(document, std::move(base), std::move(ours), std::move(theirs), choose).run();
+}
+
+Result<MergedScene> merge_versions(const Document& document, SceneSnapshot base, SceneSnapshot ours,
                                    SceneSnapshot theirs, MergeSide preferred)
 {
-    return Merge(document, std::move(base), std::move(ours), std::move(theirs), preferred).run();
+    return merge_versions(document, std::move(base), std::move(ours), std::move(theirs),
+                          [preferred](const MergeConflict&) { return preferred; });
 }
 
 } // namespace tarn

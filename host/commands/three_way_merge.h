@@ -19,13 +19,19 @@ struct MergeConflict {
 
 struct MergedScene {
     SceneSnapshot scene;
-    std::vector<MergeConflict> conflicts; ///< in each of them the preferred side was taken
+    std::vector<MergeConflict> conflicts; ///< each of them was decided
 };
+
+/// Which side is taken in a conflict.
+using ChooseSide = std::function<MergeSide(const MergeConflict&)>;
 
 /// Merges two versions of a scene that both come from `base`: object by object, which their ids tell, and attribute by
 /// attribute; maps by their entries, keys by their times, children in their order. What is new on both sides under one id
 /// gets another id in theirs, and references, functions and their callers follow. Of `document` only the tables are used.
 /// Fails when the three are not versions of one scene.
+Result<MergedScene> merge_versions(const Document& document, SceneSnapshot base, SceneSnapshot ours,
+                                   SceneSnapshot theirs, const ChooseSide& choose);
+/// The same with one side taken in all conflicts.
 Result<MergedScene> merge_versions(const Document& document, SceneSnapshot base, SceneSnapshot ours,
                                    SceneSnapshot theirs, MergeSide preferred = MergeSide::Ours);
 

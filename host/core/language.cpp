@@ -1,5 +1,7 @@
 #include "language.h"
 
+#include "template_caption.h"
+
 #include <QCoreApplication>
 #include <QObject>
 #include <QStandardItemModel>
@@ -26,6 +28,12 @@ constexpr std::array messages{
 
 constexpr std::array caption_properties{"text", "title", "windowTitle", "toolTip", "placeholderText"};
 
+/// Where the object keeps the caption that the template gave it.
+QByteArray kept_caption(const char* property)
+{
+    return QByteArray("template_") + property;
+}
+
 void translate_captions(QObject* object, const QByteArray& context)
 {
     for (const char* property : caption_properties) {
@@ -33,8 +41,10 @@ void translate_captions(QObject* object, const QByteArray& context)
         if (caption.isEmpty())
             continue;
         const QString translated = QCoreApplication::translate(context.constData(), caption.toUtf8().constData());
-        if (translated != caption)
-            object->setProperty(property, translated);
+        if (translated == caption)
+            continue;
+        object->setProperty(property, translated);
+        object->setProperty(kept_caption(property).constData(), caption);
     }
 }
 
@@ -83,4 +93,9 @@ void CTarnLanguageConvert::init_dlg_language(QObject* window, const QString& nam
         if (auto* items = qobject_cast<QStandardItemModel*>(child))
             translate_items(*items, context);
     }
+}
+
+QString tarn::template_caption(const QObject& object, const char* property)
+{
+    return object.property(kept_caption(property).constData()).toString();
 }

@@ -18,7 +18,8 @@ namespace tarn {
 /// A command that edits the scene, as the Edit menu, the views' context menu and their keys offer it.
 struct EditCommand {
     int id = 0;
-    QString name; ///< as a menu shows it
+    const char* key = ""; ///< of the settings file
+    QString name;         ///< as a menu shows it
     QKeySequence keys;
     int icon = 0; ///< number in the icon table; 0 for none
     bool enabled = false;

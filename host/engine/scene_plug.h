@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/progress.h"
 #include "core/status.h"
 #include "plug_info.h"
 #include "script/script_api.h"
@@ -63,6 +64,8 @@ public:
         QString function{};      ///< whose text is to be mended; empty for none
         int line = 0;            ///< of that; 0 for none
         bool is_warning = false; ///< nothing is broken, but it may not be meant so
+        quint32 timebar = 0;     ///< id of the timebar in which it arises; 0: without one
+        float time = 0;          ///< of that, seconds
     };
 
     virtual ~SceneModel() = default;
@@ -81,6 +84,13 @@ public:
     virtual Status select(const std::vector<ModelObject*>& objects) = 0;
     virtual std::vector<Event> events() const = 0;
     virtual std::vector<Problem> problems() const = 0;
+    /// Looks at the layout on screens of these sizes, pixels, and over the time of every timebar. What was found is among
+    /// the problems until the next time, and until another scene is opened. Stopped, it leaves what was found before.
+    virtual Status check_layout(const std::vector<QSize>& sizes, const Progress& progress) = 0;
+    /// Makes the timebar the current one and shows it at the time, seconds; nothing happens when it is gone.
+    virtual void show_time(quint32 timebar, float time) = 0;
+    /// What is topmost at a place of the screen: a control, or a dialog where it has none; null for nothing.
+    virtual ModelObject* object_at(QPointF place) const = 0;
 };
 
 /// A scene as it was authored at one moment. It is made and released in the thread of the model; any thread can write it.

@@ -49,12 +49,4 @@ int pop_edit_menu(QWidget* parent, SceneEditor& editor, const std::vector<EditCo
     return chosen;
 }
 
-const EditCommand* command_for(const std::vector<EditCommand>& commands, const QKeySequence& keys)
-{
-    const auto found = std::find_if(commands.begin(), commands.end(), [&](const EditCommand& command) {
-        return command.enabled && !command.keys.isEmpty() && command.keys == keys;
-    });
-    return found == commands.end() ? nullptr : &*found;
-}
-
 } // namespace tarn

@@ -14,7 +14,4 @@ void run_edit_command(QWidget* parent, SceneEditor& editor, const EditCommand& c
 /// window can offer commands of its own, which are unknown to the editor.
 int pop_edit_menu(QWidget* parent, SceneEditor& editor, const std::vector<EditCommand>& commands, QPoint place);
 
-/// The enabled command that the keys call; null for none.
-const EditCommand* command_for(const std::vector<EditCommand>& commands, const QKeySequence& keys);
-
 } // namespace tarn

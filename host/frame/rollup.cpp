@@ -6,6 +6,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <utility>
 
 CRollupCtrl::CRollupCtrl(QWidget* parent) : QScrollArea(parent)
 {
@@ -28,7 +29,7 @@ int CRollupCtrl::InsertPage(const QString& title, CChildDlg* page)
     heading->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     heading->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     const int index = page_count();
-    m_sections.push_back({heading, page});
+    m_sections.push_back({.heading = heading, .page = page});
     m_layout->insertWidget(m_layout->count() - 1, heading);
     m_layout->insertWidget(m_layout->count() - 1, page);
     connect(heading, &QToolButton::clicked, this, [this, index](bool checked) { ExpandPage(index, checked); });
@@ -43,7 +44,21 @@ void CRollupCtrl::ExpandPage(int index, bool expand)
     const Section& section = m_sections[std::size_t(index)];
     section.heading->setChecked(expand);
     section.heading->setArrowType(expand ? Qt::DownArrow : Qt::RightArrow);
-    section.page->setVisible(expand);
+    section.page->setVisible(expand && section.filtered != Filtered::Out);
+}
+
+void CRollupCtrl::filter_page(int index, Filtered filtered, bool unfold)
+{
+    if (index < 0 || index >= page_count())
+        return;
+    Section& section = m_sections[std::size_t(index)];
+    const Filtered before = std::exchange(section.filtered, filtered);
+    if (before == Filtered::No)
+        section.was_expanded = is_expanded(index);
+    section.heading->setVisible(filtered != Filtered::Out);
+    const bool unfolds = filtered == Filtered::In && (unfold || before != Filtered::In);
+    const bool ends = filtered == Filtered::No && before != Filtered::No;
+    ExpandPage(index, unfolds || (ends ? section.was_expanded : is_expanded(index)));
 }
 
 void CRollupCtrl::ExpandAllPages(bool expand)

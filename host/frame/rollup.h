@@ -21,6 +21,10 @@ public:
     void ExpandPage(int index, bool expand);
     void ExpandAllPages(bool expand);
     bool is_expanded(int index) const;
+    /// While something is searched for, what is found unfolds and all else is gone with its heading. With `unfold` what
+    /// was found before unfolds, too. Afterwards the pages are folded as they were.
+    enum class Filtered { No, In, Out };
+    void filter_page(int index, Filtered filtered, bool unfold);
     int page_count() const { return int(m_sections.size()); }
     CChildDlg* page(int index) const;
     /// What the user clicks to fold `page` away or out; null when the rollup does not hold it.
@@ -30,6 +34,8 @@ private:
     struct Section {
         QToolButton* heading;
         CChildDlg* page;
+        Filtered filtered = Filtered::No;
+        bool was_expanded = false; ///< before it was filtered
     };
 
     QVBoxLayout* m_layout;

@@ -68,6 +68,8 @@ public:
     const QString& language() const { return m_language; }
     tarn::Journal& journal() override { return document().journal(); }
     tarn::SceneModel& model() override { return m_model; }
+    /// What the last check of the layout found.
+    std::vector<tarn::SceneModel::Problem> layout_problems() const { return m_model.layout_problems(); }
     /// Of a scene that has tools.
     tarn::SceneEditor& editor() override;
 

@@ -88,6 +88,7 @@ void CGuiPlugScene::install(tarn::SceneSnapshot content)
 {
     const tarn::UserAction action(journal());
     document().install(std::move(content));
+    m_model.forget_layout();
 }
 
 /// After a preview the interface is what it was before; scripts would stay changed.

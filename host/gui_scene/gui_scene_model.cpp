@@ -13,9 +13,13 @@
 #include "gui_core/dxut_menu.h"
 #include "gui_core/dxut_menu_item.h"
 #include "gui_core/gui_event.h"
+#include "gui_core/gui_input.h"
 #include "gui_plug_scene.h"
+#include "layout_problems.h"
 #include "script/gui_script_api.h"
 #include "world/world_object.h"
+
+#include <QTemporaryDir>
 
 #include <algorithm>
 
@@ -182,7 +186,65 @@ std::vector<SceneModel::Event> GuiSceneModel::events() const
 
 std::vector<SceneModel::Problem> GuiSceneModel::problems() const
 {
-    return m_problems.find(m_scene);
+    std::vector<Problem> problems = m_problems.find(m_scene);
+    for (Problem& found : layout_problems())
+        problems.push_back(std::move(found));
+    return problems;
+}
+
+std::vector<SceneModel::Problem> GuiSceneModel::layout_problems() const
+{
+    const auto attached = [this](quint32 id) {
+        ModelObject* object = m_scene.document().find(id);
+        return object && object->is_attached() ? object : nullptr;
+    };
+    std::vector<Problem> problems;
+    for (const LayoutProblem& found : m_layout) {
+        ModelObject* object = attached(found.object);
+        if (!object || (found.problem.timebar && !attached(found.problem.timebar)))
+            continue;
+        problems.push_back(found.problem);
+        problems.back().object = object;
+    }
+    return problems;
+}
+
+/// It looks at a copy: the author's own times and what he did not record stay as they are.
+Status GuiSceneModel::check_layout(const std::vector<QSize>& sizes, const Progress& progress)
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("scene.tarn"));
+    if (auto status = m_scene.copy_scene()->write(path); !status)
+        return status;
+    CBaseWorld world;
+    CGuiPlugScene copy;
+    copy.on_world_created(&world);
+    if (auto status = copy.open_scene(path); !status)
+        return status;
+    auto found = find_layout_problems(copy, sizes, true, progress);
+    if (!found)
+        return found.status();
+    m_layout.clear();
+    for (Problem& problem : found.value())
+        m_layout.push_back({problem.object->id(), std::move(problem)});
+    return {};
+}
+
+void GuiSceneModel::show_time(quint32 timebar, float time)
+{
+    CAnimationScene& animation = m_scene.animation();
+    const auto found = std::find_if(animation.bars().begin(), animation.bars().end(),
+                                    [timebar](const CTimebar* bar) { return bar->id() == timebar; });
+    if (found == animation.bars().end())
+        return;
+    animation.set_current_bar(*found);
+    (*found)->set_current_time(time);
+}
+
+ModelObject* GuiSceneModel::object_at(QPointF place) const
+{
+    const GuiInput::Hit hit = GuiInput::hit(m_scene.gui_core(), place);
+    return hit.control ? static_cast<ModelObject*>(hit.control) : hit.dialog;
 }
 
 } // namespace tarn

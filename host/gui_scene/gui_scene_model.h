@@ -23,13 +23,27 @@ public:
     Status select(const std::vector<ModelObject*>& objects) override;
     std::vector<Event> events() const override;
     std::vector<Problem> problems() const override;
+    Status check_layout(const std::vector<QSize>& sizes, const Progress& progress) override;
+    void show_time(quint32 timebar, float time) override;
+    ModelObject* object_at(QPointF place) const override;
+
+    /// What the last check of the layout found, of what is still there.
+    std::vector<Problem> layout_problems() const;
+    /// What was found of the layout was of another scene.
+    void forget_layout() { m_layout.clear(); }
 
 private:
     Result<ModelObject*> create_dialog(const Making& making);
     Result<ModelObject*> create_control(const Making& making);
     Result<ModelObject*> create_menu(const Making& making);
 
+    struct LayoutProblem {
+        quint32 object; ///< id; the object may go
+        Problem problem;
+    };
+
     CGuiPlugScene& m_scene;
+    std::vector<LayoutProblem> m_layout;                    ///< of the last check
     mutable std::shared_ptr<const ScriptObjects> m_objects; ///< made when it is first asked for: then there is a core
     mutable ProblemFinder m_problems;
 };

@@ -41,15 +41,27 @@ bool takes_mouse(const CDXUTControl& control)
     return control.is_interactive() && control.is_seen() && control.GetEnabled();
 }
 
+/// What of the scene is looked at.
+struct Shown {
+    const CTimebar* bar = nullptr; ///< shown at its time; null: none
+    QString language{};            ///< empty: the texts as they were made
+
+    QString text() const
+    {
+        return bar ? lang(u"时间轴 %1，%2 秒", u"timebar %1 at %2 s").arg(bar->name()).arg(double(bar->current_time()))
+                   : language;
+    }
+};
+
 /// Looks at one moment of the interface on one screen.
 class LayoutCheck {
 public:
     explicit LayoutCheck(CGuiPlugScene& scene) : m_scene(scene), m_core(scene.gui_core()) {}
 
-    void look(const QSize& size, const QString& when)
+    void look(const QSize& size, const Shown& shown)
     {
         m_screen = QRectF(QPointF(), QSizeF(size));
-        m_when = when;
+        m_shown = shown;
         m_core.set_screen_size(size);
         draw(size);
         look_at(*m_core.GetRootDialog());
@@ -128,18 +140,20 @@ private:
         if (!m_told.insert(told).second)
             return;
         const QString where = QStringLiteral("%1x%2").arg(m_screen.width()).arg(m_screen.height())
-            + (m_when.isEmpty() ? QString() : QLatin1String(", ") + m_when);
+            + (m_shown.text().isEmpty() ? QString() : QLatin1String(", ") + m_shown.text());
         m_problems.push_back({.object = &control,
                               .place = control.name(),
                               .text = lang(u"%1（%2）。", u"%1 (%2).").arg(what, where),
-                              .is_warning = true});
+                              .is_warning = true,
+                              .timebar = m_shown.bar ? m_shown.bar->id() : 0,
+                              .time = m_shown.bar ? m_shown.bar->current_time() : 0});
     }
 
     CGuiPlugScene& m_scene;
     CGuiCore& m_core;
     GuiPainter m_painter;
     QRectF m_screen;
-    QString m_when;
+    Shown m_shown;
     std::set<std::tuple<quint32, Fault, quint32>> m_told;
     std::vector<Problem> m_problems;
 };
@@ -178,19 +192,27 @@ public:
     Scrubbing(const Scrubbing&) = delete;
     Scrubbing& operator=(const Scrubbing&) = delete;
 
+    /// `visit` answers whether to go on; false when it did not.
     template <class Visit>
-    void each_moment(Visit&& visit)
+    bool each_moment(Visit&& visit)
     {
-        for (CTimebar* bar : std::vector(m_animation.bars())) {
-            const float before = bar->current_time();
-            m_animation.set_current_bar(bar);
-            for (const float time : moments_of(*bar)) {
-                bar->set_current_time(time);
+        const std::vector<CTimebar*> bars = m_animation.bars();
+        for (std::size_t i = 0; i < bars.size(); ++i) {
+            CTimebar& bar = *bars[i];
+            const float before = bar.current_time();
+            m_animation.set_current_bar(&bar);
+            const std::vector<float> moments = moments_of(bar);
+            bool goes_on = true;
+            for (std::size_t k = 0; k < moments.size() && goes_on; ++k) {
+                bar.set_current_time(moments[k]);
                 m_animation.show_frame();
-                visit(*bar, time);
+                goes_on = visit(bar, (double(i) + double(k) / double(moments.size())) / double(bars.size()));
             }
-            bar->set_current_time(before);
+            bar.set_current_time(before);
+            if (!goes_on)
+                return false;
         }
+        return true;
     }
 
 private:
@@ -222,25 +244,29 @@ private:
 
 } // namespace
 
-std::vector<Problem> find_layout_problems(CGuiPlugScene& scene, std::span<const QSize> sizes, bool over_time)
+Result<std::vector<Problem>> find_layout_problems(CGuiPlugScene& scene, std::span<const QSize> sizes, bool over_time,
+                                                  const Progress& progress)
 {
     CGuiCore& core = scene.gui_core();
     const QSize before = core.screen_size();
     LayoutCheck check(scene);
-    for (const QSize& size : sizes)
-        check.look(size, {});
-    if (over_time)
-        Scrubbing(scene.animation()).each_moment([&](const CTimebar& bar, float time) {
-            const QString when = lang(u"时间轴 %1，%2 秒", u"timebar %1 at %2 s").arg(bar.name()).arg(double(time));
-            for (const QSize& size : sizes)
-                check.look(size, when);
-        });
+    const auto look = [&](const Shown& shown) {
+        for (const QSize& size : sizes)
+            check.look(size, shown);
+    };
+    look({});
+    const bool is_whole = !over_time
+        || Scrubbing(scene.animation()).each_moment([&](const CTimebar& bar, double share) {
+               look({.bar = &bar});
+               return progress.go_on(share);
+           });
     for (const QString& language : scene.translations().languages()) {
         const ShownLanguage shown(scene, language);
-        for (const QSize& size : sizes)
-            check.look(size, language);
+        look({.language = language});
     }
     core.set_screen_size(before);
+    if (!is_whole)
+        return stopped();
     return check.take();
 }
 

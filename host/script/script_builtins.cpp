@@ -11,9 +11,8 @@ namespace tarn::scene_script {
 
 namespace {
 
-Result<ScriptValue> random_number(ScriptCall& call)
+Result<ScriptValue> random_number(ScriptCall& call, QRandomGenerator& generator)
 {
-    auto& generator = *QRandomGenerator::global();
     if (!call.has(0))
         return ScriptValue(Value(generator.generateDouble()));
     const qint64 low = call.has(1) ? call.integer(0) : 1;
@@ -147,7 +146,7 @@ Result<ScriptValue> find(ScriptCall& call, const ScriptObjects& objects, const c
 
 } // namespace
 
-std::vector<ScriptVerb> builtin_verbs(const ScriptObjects* objects)
+std::vector<ScriptVerb> builtin_verbs(const ScriptObjects* objects, const std::shared_ptr<QRandomGenerator>& random)
 {
     const ScriptParameter property{"property", ScriptType::Text, {u"属性的名称", u"the property's name"}};
     const ScriptParameter value{"value", ScriptType::Any, {u"新的值", u"its new value"}};
@@ -166,7 +165,7 @@ std::vector<ScriptVerb> builtin_verbs(const ScriptObjects* objects)
          {{"low", ScriptType::Integer, {u"下限；只有一个参数时为上限", u"least; alone, the greatest number"}, true},
           {"high", ScriptType::Integer, {u"上限", u"greatest number"}, true}},
          {u"随机数：0 到 1 之间，或范围内的整数", u"a random number: from 0 to 1, or a whole one of a range"},
-         random_number},
+         [random](ScriptCall& call) { return random_number(call, *random); }},
         {"get", {property}, {u"读取属性", u"reads a property"}, {}, "object"},
         {"set", {property, value}, {u"修改属性", u"changes a property"}, {}, "object"},
     };

@@ -10,6 +10,16 @@ namespace {
 constexpr quint64 tried_revision = std::numeric_limits<quint64>::max();
 constexpr qsizetype label_bytes = 40; ///< Lua cuts the names of chunks at 60
 
+/// Of the table of globals on top.
+void seed_library(lua_State* lua, quint32 seed)
+{
+    lua_getfield(lua, -1, "math");
+    lua_getfield(lua, -1, "randomseed");
+    lua_pushinteger(lua, seed);
+    lua_call(lua, 1, 0);
+    lua_pop(lua, 1);
+}
+
 } // namespace
 
 Machine::Machine(ScriptRuntime& runtime, CConfigScene& functions, const ScriptApi& api,
@@ -37,6 +47,8 @@ void Machine::open_api()
     auto open = [this](lua_State* lua) {
         lua_getfield(lua, LUA_REGISTRYINDEX, "builtins");
         open_builtins(lua);
+        if (const auto seed = m_runtime->random_seed())
+            seed_library(lua, *seed);
         const auto table_of = [&](const char* of) {
             const auto [place, is_new] = m_methods.try_emplace(of, LUA_NOREF);
             if (is_new) {

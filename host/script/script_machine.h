@@ -121,7 +121,7 @@ private:
 /// What an error's message says of its place, "label:line: message", taken apart; false when it says nothing.
 bool split_place(const QString& text, QByteArray& label, int& line, QString& message);
 
-std::vector<ScriptVerb> builtin_verbs(const ScriptObjects* objects);
+std::vector<ScriptVerb> builtin_verbs(const ScriptObjects* objects, const std::shared_ptr<QRandomGenerator>& random);
 /// Puts the rows that need the machine itself (wait, call) into the table of globals on top.
 void open_builtins(lua_State* lua);
 /// Checks the arguments of the verb whose row is the first upvalue, and runs it.

@@ -4,6 +4,8 @@
 #include "core/language.h"
 #include "script_machine.h"
 
+#include <QRandomGenerator>
+
 namespace tarn {
 
 using scene_script::Machine;
@@ -16,9 +18,12 @@ QString ScriptError::text() const
 }
 
 ScriptRuntime::ScriptRuntime(CConfigScene& functions, ScriptApi api, const ScriptLimits& limits)
-    : m_functions(functions), m_api(std::move(api)), m_limits(limits)
+    : m_functions(functions),
+      m_api(std::move(api)),
+      m_limits(limits),
+      m_random(std::make_shared<QRandomGenerator>(QRandomGenerator::securelySeeded()))
 {
-    auto verbs = scene_script::builtin_verbs(m_api.objects.get());
+    auto verbs = scene_script::builtin_verbs(m_api.objects.get(), m_random);
     verbs.insert(verbs.end(), m_api.verbs.begin(), m_api.verbs.end());
     m_verbs = std::make_shared<const std::vector<ScriptVerb>>(std::move(verbs));
     m_machine = make_machine();
@@ -69,6 +74,7 @@ void ScriptRuntime::reset()
 {
     m_machine->abandon();
     m_machine = make_machine();
+    *m_random = m_seed ? QRandomGenerator(*m_seed) : QRandomGenerator::securelySeeded();
 }
 
 std::size_t ScriptRuntime::suspended() const

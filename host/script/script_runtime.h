@@ -6,6 +6,7 @@
 #include <optional>
 
 class CConfigScene;
+class QRandomGenerator;
 
 namespace tarn {
 
@@ -55,6 +56,10 @@ public:
     void tick(double now);
     /// While paused, tick() does nothing: scripts that wait stand still, and their clock with them. Calls still run.
     void set_paused(bool on) { m_paused = on; }
+    /// From the next reset() on the random numbers are those of the seed, the same after each reset; without one they
+    /// are others each time.
+    void set_random_seed(std::optional<quint32> seed) { m_seed = seed; }
+    std::optional<quint32> random_seed() const { return m_seed; }
     double now() const { return m_now; } ///< of the last tick; 0 before the first
     /// Drops all globals and all calls that wait, and stops what runs.
     void reset();
@@ -83,6 +88,8 @@ private:
     CConfigScene& m_functions;
     ScriptApi m_api;
     ScriptLimits m_limits;
+    std::optional<quint32> m_seed;
+    std::shared_ptr<QRandomGenerator> m_random; ///< the verbs share it
     std::shared_ptr<const std::vector<ScriptVerb>> m_verbs;
     double m_now = 0;
     bool m_paused = false;

@@ -32,6 +32,7 @@ namespace {
 
 struct Row {
     GuiSceneEditor::Command id;
+    const char* key; ///< of the settings file
     const char16_t* chinese;
     const char16_t* english;
     QKeySequence::StandardKey keys;
@@ -43,24 +44,24 @@ using E = GuiSceneEditor;
 
 /// The first eight stand in the Edit menu, all but the last three in every context menu.
 constexpr Row table[] = {
-    {E::cut, u"剪切(&T)", u"Cu&t", QKeySequence::Cut, 21, true},
-    {E::copy, u"复制(&C)", u"&Copy", QKeySequence::Copy, 19, false},
-    {E::paste, u"粘贴(&P)", u"&Paste", QKeySequence::Paste, 20, false},
-    {E::duplicate, u"再制(&D)", u"&Duplicate", QKeySequence::UnknownKey, 18, false},
-    {E::remove, u"删除(&L)", u"De&lete", QKeySequence::Delete, 6420, false},
-    {E::all, u"全选(&A)", u"Select &All", QKeySequence::SelectAll, 6162, true},
-    {E::copy_own_look, u"复制外观(&K)", u"Copy Loo&k", QKeySequence::UnknownKey, 0, true},
-    {E::paste_own_look, u"粘贴外观(&O)", u"Paste L&ook", QKeySequence::UnknownKey, 0, false},
-    {E::to_top, u"置顶", u"Bring to Top", QKeySequence::UnknownKey, 6427, true},
-    {E::one_up, u"上移一层", u"Move Up", QKeySequence::UnknownKey, 6052, false},
-    {E::one_down, u"下移一层", u"Move Down", QKeySequence::UnknownKey, 6412, false},
-    {E::to_bottom, u"置底", u"Send to Bottom", QKeySequence::UnknownKey, 6423, false},
-    {E::lock, u"锁定", u"Lock", QKeySequence::UnknownKey, 0, true},
-    {E::hide, u"隐藏", u"Hide", QKeySequence::UnknownKey, 2, false},
-    {E::to_dialog, u"选择所在窗口", u"Select the Dialog", QKeySequence::UnknownKey, 0, true},
-    {E::add_camera, u"在此添加相机", u"Add a Camera Here", QKeySequence::UnknownKey, 0, true},
-    {E::add_path, u"在此添加路径", u"Add a Path Here", QKeySequence::UnknownKey, 0, false},
-    {E::add_panel, u"在此添加面板", u"Add a Panel Here", QKeySequence::UnknownKey, 0, false},
+    {E::cut, "cut", u"剪切(&T)", u"Cu&t", QKeySequence::Cut, 21, true},
+    {E::copy, "copy", u"复制(&C)", u"&Copy", QKeySequence::Copy, 19, false},
+    {E::paste, "paste", u"粘贴(&P)", u"&Paste", QKeySequence::Paste, 20, false},
+    {E::duplicate, "duplicate", u"再制(&D)", u"&Duplicate", QKeySequence::UnknownKey, 18, false},
+    {E::remove, "delete", u"删除(&L)", u"De&lete", QKeySequence::Delete, 6420, false},
+    {E::all, "select_all", u"全选(&A)", u"Select &All", QKeySequence::SelectAll, 6162, true},
+    {E::copy_own_look, "copy_look", u"复制外观(&K)", u"Copy Loo&k", QKeySequence::UnknownKey, 0, true},
+    {E::paste_own_look, "paste_look", u"粘贴外观(&O)", u"Paste L&ook", QKeySequence::UnknownKey, 0, false},
+    {E::to_top, "to_top", u"置顶", u"Bring to Top", QKeySequence::UnknownKey, 6427, true},
+    {E::one_up, "one_up", u"上移一层", u"Move Up", QKeySequence::UnknownKey, 6052, false},
+    {E::one_down, "one_down", u"下移一层", u"Move Down", QKeySequence::UnknownKey, 6412, false},
+    {E::to_bottom, "to_bottom", u"置底", u"Send to Bottom", QKeySequence::UnknownKey, 6423, false},
+    {E::lock, "lock", u"锁定", u"Lock", QKeySequence::UnknownKey, 0, true},
+    {E::hide, "hide", u"隐藏", u"Hide", QKeySequence::UnknownKey, 2, false},
+    {E::to_dialog, "to_dialog", u"选择所在窗口", u"Select the Dialog", QKeySequence::UnknownKey, 0, true},
+    {E::add_camera, "add_camera", u"在此添加相机", u"Add a Camera Here", QKeySequence::UnknownKey, 0, true},
+    {E::add_path, "add_path", u"在此添加路径", u"Add a Path Here", QKeySequence::UnknownKey, 0, false},
+    {E::add_panel, "add_panel", u"在此添加面板", u"Add a Panel Here", QKeySequence::UnknownKey, 0, false},
 };
 constexpr std::size_t edit_menu_length = 8;
 constexpr std::size_t world_length = 3; ///< the last ones, of a menu that opens on the world
@@ -139,6 +140,7 @@ EditCommand GuiSceneEditor::described(Command command) const
     const Row& row = *std::find_if(std::begin(table), std::end(table),
                                    [&](const Row& entry) { return entry.id == command; });
     EditCommand described{.id = row.id,
+                          .key = row.key,
                           .name = lang(row.chinese, row.english),
                           .keys = keys_of(row),
                           .icon = row.icon,

@@ -15,12 +15,27 @@ CommandLine parse(const char* arguments)
 
 TEST(CommandLine, wrong_lines_end_with_status_two_and_say_why)
 {
-    for (const char* wrong :
-         {"--nonsense", "--lang", "--lang fr", "--theme blue", "--render", "--render x.png", "a.tarn b.tarn",
-          "--render x.png --size 0x5 a.tarn", "--render x.png --size 10 a.tarn", "--render x.png --size 99999x9 a.tarn",
-          "--script", "--render x.png --time -1 a.tarn", "--render x.png --time 2..1 a.tarn",
-          "--render x.png --time 1.. a.tarn", "--render x.png --fps 0 a.tarn", "--render x.png --screen 5 a.tarn",
-          "--play", "--render x.png --dialog"}) {
+    for (const char* wrong : {"--nonsense",
+                              "--lang",
+                              "--lang fr",
+                              "--theme blue",
+                              "--render",
+                              "--render x.png",
+                              "a.tarn b.tarn",
+                              "--render x.png --size 0x5 a.tarn",
+                              "--render x.png --size 10 a.tarn",
+                              "--render x.png --size 99999x9 a.tarn",
+                              "--script",
+                              "--render x.png --time -1 a.tarn",
+                              "--render x.png --time 2..1 a.tarn",
+                              "--render x.png --time 1.. a.tarn",
+                              "--render x.png --fps 0 a.tarn",
+                              "--render x.png --screen 5 a.tarn",
+                              "--play",
+                              "--render x.png --dialog",
+                              "--replay",
+                              "--play a.tarn --record",
+                              "--record a.tarn-input"}) {
         const CommandLine line = parse(wrong);
         EXPECT_EQ(line.action, Action::PrintAndExit) << wrong;
         EXPECT_EQ(line.status, 2) << wrong;
@@ -65,6 +80,11 @@ TEST(CommandLine, plays_a_file_in_a_size_or_on_the_full_screen)
     EXPECT_EQ(line.file, QStringLiteral("a.tarn"));
     EXPECT_EQ(line.size, QSize(640, 480));
     EXPECT_TRUE(line.full_screen);
+    EXPECT_EQ(parse("--play a.tarn --record b.tarn-input").input_script, QStringLiteral("b.tarn-input"));
+    const CommandLine replay = parse("--replay b.tarn-input a.tarn");
+    EXPECT_EQ(replay.action, Action::Replay);
+    EXPECT_EQ(replay.file, QStringLiteral("a.tarn"));
+    EXPECT_EQ(replay.input_script, QStringLiteral("b.tarn-input"));
 }
 
 } // namespace

@@ -7,6 +7,7 @@
 #include "studio.h"
 #include "view/view3d.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QFile>
 #include <QFileInfo>
@@ -141,4 +142,17 @@ TEST_F(EditMenuTest, escape_gives_up_a_creation_wherever_the_focus_is)
         QTest::keyClick(focused, Qt::Key_Escape);
         EXPECT_EQ(m_studio.world().mouse_tool(), usual);
     }
+}
+
+TEST_F(EditMenuTest, a_command_that_was_given_other_keys_has_these_alone_in_the_view_too)
+{
+    QAction* remove = m_window->findChild<QAction*>(QStringLiteral("delete"));
+    ASSERT_TRUE(remove);
+    remove->setShortcut(Qt::CTRL | Qt::Key_K);
+    select_button();
+    m_window->view().setFocus();
+    QTest::keyClick(&m_window->view(), Qt::Key_Delete);
+    EXPECT_EQ(controls(), 1u);
+    QTest::keyClick(&m_window->view(), Qt::Key_K, Qt::ControlModifier);
+    EXPECT_EQ(controls(), 0u);
 }

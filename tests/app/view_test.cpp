@@ -5,6 +5,7 @@
 #include "engine/base_world.h"
 #include "screen_size_menu.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QMouseEvent>
 #include <QPainter>
@@ -319,7 +320,11 @@ TEST_F(ViewTest, a_running_interface_keeps_the_programs_shortcuts_for_itself_but
     pen.all_keys = true;
     EXPECT_TRUE(keeps(Qt::Key_Z, Qt::ControlModifier));
     EXPECT_TRUE(keeps(Qt::Key_Delete, {}));
-    EXPECT_FALSE(keeps(Qt::Key_F5, {}));
+    QAction ends;
+    ends.setShortcut(Qt::Key_F4); // The author gave it another key.
+    view.set_program_actions({&ends});
+    EXPECT_FALSE(keeps(Qt::Key_F4, {}));
+    EXPECT_TRUE(keeps(Qt::Key_F5, {}));
 }
 
 TEST_F(ViewTest, says_once_that_there_is_no_opengl)

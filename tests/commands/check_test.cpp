@@ -21,7 +21,8 @@ protected:
     QStringList layout(const std::vector<QSize>& sizes, bool over_time = false)
     {
         QStringList found;
-        for (const auto& problem : find_layout_problems(m_scene, sizes, over_time))
+        const auto problems = find_layout_problems(m_scene, sizes, over_time);
+        for (const auto& problem : problems.value())
             found << problem.place + u": "_s + problem.text;
         return found;
     }

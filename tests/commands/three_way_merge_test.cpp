@@ -250,3 +250,45 @@ TEST_F(ThreeWayMerge, the_command_writes_tells_and_refuses)
     }
     EXPECT_EQ(test::content_of(path(u"out"_s)), before);
 }
+
+TEST_F(ThreeWayMerge, who_is_asked_decides_each_conflict_and_what_follows_from_that)
+{
+    keep(u"base"_s);
+    version(u"ours"_s, [&] {
+        (void)set(*dialog_named(u"Bag"_s), "caption", u"Mine"_s);
+        (void)set(*control_named(u"btnOne"_s), "text", u"One"_s);
+        core().remove_dialog(dialog_named(u"Map"_s));
+    });
+    version(u"theirs"_s, [&] {
+        (void)set(*dialog_named(u"Bag"_s), "caption", u"Yours"_s);
+        (void)set(*control_named(u"btnOne"_s), "text", u"Un"_s);
+        (void)set(*dialog_named(u"Map"_s), "caption", u"Kept"_s);
+    });
+    const QStringList line{u"merge"_s, path(u"base"_s), path(u"ours"_s), path(u"theirs"_s), u"-o"_s, path(u"out"_s)};
+    EXPECT_EQ(run(line + QStringList{u"--window"_s}).status, 2) << "nobody can be asked here";
+    QStringList asked;
+    bool cancels = true;
+    set_ask_conflicts([&](const std::vector<MergeConflict>& conflicts) -> std::optional<std::vector<MergeSide>> {
+        std::vector<MergeSide> sides;
+        for (const MergeConflict& conflict : conflicts) {
+            asked << conflict.field;
+            sides.push_back(conflict.field == u"caption" ? MergeSide::Ours : MergeSide::Theirs);
+        }
+        return cancels ? std::nullopt : std::optional(sides);
+    });
+    put(path(u"out"_s), "untouched");
+    EXPECT_EQ(run(line + QStringList{u"--window"_s}).status, 1);
+    EXPECT_EQ(test::content_of(path(u"out"_s)), "untouched");
+    asked.clear();
+    cancels = false;
+    EXPECT_EQ(run(line + QStringList{u"--window"_s}).status, 0);
+    asked.sort();
+    EXPECT_EQ(asked, (QStringList{u""_s, u"caption"_s, u"text"_s})) << "each once";
+    open(u"out"_s);
+    EXPECT_EQ(dialog_named(u"Bag"_s)->dialog_state().caption, u"Mine"_s);
+    EXPECT_EQ(std::get<QString>(get(*control_named(u"btnOne"_s), "text")), u"Un"_s);
+    ASSERT_TRUE(dialog_named(u"Map"_s));
+    EXPECT_EQ(dialog_named(u"Map"_s)->dialog_state().caption, u"Kept"_s);
+    EXPECT_EQ(run(line + QStringList{u"--window"_s, u"--ours"_s}).status, 2);
+    set_ask_conflicts({});
+}

@@ -111,7 +111,8 @@ TEST_F(TranslationsTest, ATextThatDoesNotFitInALanguageIsToldWithIt)
 {
     translate(u"Buy"_s, u"Unwiderruflich kaufen und bezahlen"_s);
     const QSize size(800, 600);
-    const auto problems = find_layout_problems(m_scene, {&size, 1}, false);
+    const auto found = find_layout_problems(m_scene, {&size, 1}, false);
+    const auto& problems = found.value();
     ASSERT_EQ(problems.size(), 1u);
     EXPECT_EQ(problems.front().object, m_button);
     EXPECT_TRUE(problems.front().text.contains(u"de"_s));

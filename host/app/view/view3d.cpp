@@ -5,9 +5,11 @@
 #include "engine/base_world.h"
 #include "gl_surface.h"
 #include "inline_editor.h"
+#include "input_watch.h"
 #include "plain_surface.h"
 #include "view_marks.h"
 
+#include <QAction>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
@@ -136,8 +138,10 @@ bool CView3D::keeps_key(const QKeyEvent& event) const
     // Alt in a drag is the drag's; the menu bar would take the keyboard when it is let go.
     if (m_held == Qt::LeftButton && event.key() == Qt::Key_Alt)
         return true;
-    const bool ends_preview = event.key() == Qt::Key_F5;
-    return m_world.mouse_tool() && m_world.mouse_tool()->takes_all_keys() && !ends_preview;
+    const bool is_programs = std::any_of(
+        m_program_actions.begin(), m_program_actions.end(),
+        [&event](const QAction* action) { return action->shortcuts().contains(event.keyCombination()); });
+    return m_world.mouse_tool() && m_world.mouse_tool()->takes_all_keys() && !is_programs;
 }
 
 bool CView3D::event(QEvent* event)
@@ -220,6 +224,8 @@ void CView3D::redraw_if(bool taken)
 
 bool CView3D::send_mouse(const MouseEvent& event)
 {
+    if (m_watch)
+        m_watch->input_comes(event.kind == MouseEvent::Kind::Move);
     auto* tool = m_world.mouse_tool();
     m_place = event.place;
     MouseEvent scaled = event;
@@ -230,39 +236,53 @@ bool CView3D::send_mouse(const MouseEvent& event)
     tool = m_world.mouse_tool();
     show_cursor(tool && (m_held == Qt::LeftButton || on_screen(event.place)) ? tool->cursor() : Qt::ArrowCursor);
     redraw_if(taken);
+    if (m_watch)
+        m_watch->mouse_came(event);
     return taken;
 }
 
 bool CView3D::send_key(int key, Qt::KeyboardModifiers modifiers)
 {
+    if (m_watch)
+        m_watch->input_comes(false);
     auto* tool = m_world.mouse_tool();
     const bool taken = tool && tool->key(key, modifiers);
     redraw_if(taken);
+    if (m_watch)
+        m_watch->key_came(key, modifiers);
     return taken;
 }
 
 bool CView3D::send_text(const QString& text, const QString& preedit)
 {
+    if (m_watch)
+        m_watch->input_comes(false);
     auto* tool = m_world.mouse_tool();
     const bool taken = tool && tool->text(text, preedit);
     redraw_if(taken);
+    if (m_watch)
+        m_watch->text_came(text);
     updateMicroFocus();
     return taken;
 }
 
 void CView3D::send_wheel(QPointF place, double steps)
 {
+    if (m_watch)
+        m_watch->input_comes(false);
     auto* tool = m_world.mouse_tool();
-    if (tool && tool->wheel(place, steps)) {
-        redraw_if(true);
-        return;
-    }
-    m_world.camera().zoom(steps);
-    schedule_redraw();
+    const bool taken = tool && tool->wheel(place, steps);
+    if (!taken)
+        m_world.camera().zoom(steps);
+    taken ? redraw_if(true) : schedule_redraw();
+    if (m_watch)
+        m_watch->wheel_came(place, steps);
 }
 
 void CView3D::camera_drag(Qt::MouseButton button, QPointF from, QPointF to)
 {
+    if (m_watch)
+        m_watch->input_comes(true);
     if (button == Qt::MiddleButton && is_zoomed())
         pan_screen(to - from);
     else if (button == Qt::MiddleButton)
@@ -272,6 +292,8 @@ void CView3D::camera_drag(Qt::MouseButton button, QPointF from, QPointF to)
     else
         return;
     schedule_redraw();
+    if (m_watch)
+        m_watch->camera_came(button, to - from);
 }
 
 void CView3D::end_lost_press(const QMouseEvent& event)

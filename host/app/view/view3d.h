@@ -4,15 +4,21 @@
 
 #include "engine/mouse_tool.h"
 
+#include <QKeySequence>
 #include <QPointer>
 #include <QTimer>
 #include <QWidget>
 
+#include <functional>
+
 class CBaseWorld;
+class QAction;
 
 namespace tarn {
 class InlineEditor;
+class InputWatch;
 class SceneEditor;
+struct EditCommand;
 class ViewMarks;
 } // namespace tarn
 
@@ -29,6 +35,12 @@ public:
 
     /// What the view's context menu, its keys and a double-click on a text edit; null for nothing.
     void set_editor(tarn::SceneEditor* editor) { m_editor = editor; }
+    /// The keys that a command has now; null: its usual ones.
+    std::function<QList<QKeySequence>(const tarn::EditCommand&)> keys_of;
+    /// The keys of these actions stay the program's while the interface that runs has all others.
+    void set_program_actions(const QList<QAction*>& actions) { m_program_actions = actions; }
+    /// Who hears what goes to the interface; null for nobody.
+    void set_input_watch(tarn::InputWatch* watch) { m_watch = watch; }
     /// Stores the text that is being edited in the view, if any, and closes its field.
     void finish_text();
 
@@ -142,5 +154,7 @@ private:
     QPointF m_press_place;                 ///< in the widget
     QPointF m_place;                       ///< of the mouse in the last event of it
     tarn::SceneEditor* m_editor = nullptr;
+    QList<QAction*> m_program_actions;
+    tarn::InputWatch* m_watch = nullptr;
     QPointer<tarn::InlineEditor> m_text; ///< open while a text is edited
 };

@@ -19,10 +19,14 @@ bool CView3D::run_command(const QKeyEvent& event)
     if (!m_editor)
         return false;
     const auto commands = m_editor->commands();
-    const auto* command = tarn::command_for(commands, QKeySequence(event.keyCombination()));
-    if (command)
-        tarn::run_edit_command(window(), *m_editor, *command);
-    return command;
+    const QKeySequence pressed(event.keyCombination());
+    const auto command = std::find_if(commands.begin(), commands.end(), [&](const tarn::EditCommand& each) {
+        return each.enabled && (keys_of ? keys_of(each) : QList{each.keys}).contains(pressed);
+    });
+    if (command == commands.end())
+        return false;
+    tarn::run_edit_command(window(), *m_editor, *command);
+    return true;
 }
 
 void CView3D::pop_context_menu(QPointF place)

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QHash>
+#include <QString>
+
+namespace tarn {
+
+class Document;
+class ModelObject;
+
+/// Names for the dialogs and controls of a scene as it is shown now, as a person reads them: "Inventory", "Inventory/Use",
+/// and "#17", by its id, for what shares its name with others.
+class ObjectPaths {
+public:
+    explicit ObjectPaths(const Document& document);
+
+    QString path_of(const ModelObject& object) const;
+    /// Null when there is none.
+    ModelObject* find(const QString& path) const;
+
+private:
+    const Document& m_document;
+    QHash<QString, ModelObject*> m_objects; ///< null where several have the path
+};
+
+/// The name attribute of an object; empty when it has none.
+QString object_name(const ModelObject& object);
+
+} // namespace tarn

@@ -1,0 +1,278 @@
+// Recorded input: its script, what is recorded of a preview, and how it is replayed.
+
+#include "core/field.h"
+#include "engine/base_world.h"
+#include "gui_core/dxut_control.h"
+#include "gui_core/dxut_dialog.h"
+#include "gui_core/gui_event.h"
+#include "gui_scene/gui_plug_scene.h"
+#include "replay/input_recorder.h"
+#include "replay/input_replay.h"
+#include "replay/replay_command.h"
+#include "settings.h"
+#include "studio.h"
+#include "support/attributes.h"
+#include "support/printing.h"
+#include "view/view3d.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+using namespace tarn;
+
+namespace {
+
+constexpr QSize screen(800, 600);
+
+class Replaying : public testing::Test {
+protected:
+    Replaying()
+    {
+        settings::forget_all();
+        start_studio();
+        m_studio->start_world();
+        m_scene = dynamic_cast<CGuiPlugScene*>(m_studio->scene());
+        m_view = std::make_unique<CView3D>(m_studio->world());
+        m_view->set_fixed_view_size(screen);
+        m_view->set_screen_size(screen);
+        m_bag = core().create_dialog({100, 100, 400, 300}, u"Bag"_s);
+        m_use = add(DXUT_CONTROL_BUTTON, u"Use"_s, {10, 10, 100, 30});
+        m_volume = add(DXUT_CONTROL_SLIDER, u"Volume"_s, {10, 60, 200, 20});
+        m_name = add(DXUT_CONTROL_EDITBOX, u"Name"_s, {10, 100, 200, 30});
+        (void)test::set(*m_name, "text", QString());
+        bind(
+            *m_use, EVENT_BUTTON_CLICKED, u"use"_s,
+            u"print('used', random(1000), math.random(1000))\ncontrol('Volume').enabled = false\ndialog('Bag').movable = false"_s);
+    }
+    ~Replaying() override
+    {
+        m_view.reset();
+        m_studio->stop();
+    }
+    void start_studio()
+    {
+        m_studio = std::make_unique<Studio>();
+        const QString plug_in = QStringLiteral(TARN_SCENE_PLUGIN);
+        EXPECT_TRUE(m_studio->load_plug_ins(QFileInfo(plug_in).path(), Studio::Windows::None).isEmpty());
+    }
+    CGuiCore& core() { return m_scene->gui_core(); }
+    CDXUTControl* add(int type, const QString& name, const QRectF& rect)
+    {
+        CDXUTControl* control = core().create_control(type, m_bag, rect);
+        (void)test::set(*control, "name", name);
+        return control;
+    }
+    void bind(CDXUTControl& control, quint32 event, const QString& function, const QString& text)
+    {
+        ASSERT_TRUE(m_scene->functions().set_function(function, text).ok());
+        (void)m_scene->events().CreateEventW(control.id(), event, function);
+    }
+    QPointF middle(const CDXUTControl& control) const { return control.screen_bounds().center(); }
+    void mouse(MouseEvent::Kind kind, QPointF place, Qt::MouseButton button = Qt::NoButton)
+    {
+        m_view->send_mouse({kind, place, button, Qt::NoModifier});
+    }
+    void click(QPointF place)
+    {
+        mouse(MouseEvent::Kind::Move, place);
+        mouse(MouseEvent::Kind::Press, place, Qt::LeftButton);
+        mouse(MouseEvent::Kind::Release, place, Qt::LeftButton);
+    }
+    void drag(QPointF from, QPointF to)
+    {
+        mouse(MouseEvent::Kind::Press, from, Qt::LeftButton);
+        for (int i = 1; i <= 10; ++i)
+            mouse(MouseEvent::Kind::Move, from + (to - from) * i / 10);
+        mouse(MouseEvent::Kind::Release, to, Qt::LeftButton);
+    }
+    void type(const QString& text)
+    {
+        for (const QChar c : text) {
+            m_view->send_key(c.toUpper().unicode(), {});
+            m_view->send_text(c, {});
+        }
+    }
+    /// What a recorder makes of what `play` does in a preview.
+    template <class Play>
+    QString recorded(Play&& play)
+    {
+        InputRecorder recorder(*m_studio, *m_view);
+        m_studio->set_playing(true);
+        play(recorder);
+        m_studio->set_playing(false);
+        recorder.end();
+        return recorder.text(u"/tmp/x.tarn-input"_s);
+    }
+    ReplayResult replay(const QString& text)
+    {
+        const auto script = parse_input_script(text.toUtf8());
+        EXPECT_TRUE(script) << text.toStdString() << script.status().message().toStdString();
+        return script ? replay_input(*m_studio, *m_view, script.value()).value() : ReplayResult{.line = -1};
+    }
+    QString all_of_it()
+    {
+        return recorded([&](InputRecorder& recorder) {
+            drag(middle(*m_volume), middle(*m_volume) + QPointF(60, 30));
+            click(middle(*m_use));
+            click(middle(*m_name));
+            type(u"hello"_s);
+            m_view->send_key(Qt::Key_Backspace, {});
+            mouse(MouseEvent::Kind::Move, middle(*m_name));
+            EXPECT_EQ(recorder.expect_here(), u"Bag/Name"_s);
+            mouse(MouseEvent::Kind::Move, {790, 590});
+            EXPECT_TRUE(recorder.expect_here().isNull());
+        });
+    }
+
+    std::unique_ptr<Studio> m_studio;
+    CGuiPlugScene* m_scene = nullptr;
+    std::unique_ptr<CView3D> m_view;
+    CDXUTDialog* m_bag = nullptr;
+    CDXUTControl* m_use = nullptr;
+    CDXUTControl* m_volume = nullptr;
+    CDXUTControl* m_name = nullptr;
+    QString m_said; ///< by the program
+};
+
+} // namespace
+
+TEST_F(Replaying, what_was_recorded_reads_well_and_holds_when_it_is_replayed)
+{
+    const QString text = all_of_it();
+    for (const QString& line :
+         {u"click 160 149  # Bag/Use\n"_s, u"expect call \"use\" of \"Use\"\n"_s, u"expect no more\n"_s,
+          u"expect \"Bag/Volume\" enabled false\n"_s, u"type \"hello\"\n"_s, u"key \"Backspace\"\n"_s,
+          u"expect \"Bag/Name\" text \"hell\"\n"_s, u"expect \"Bag/Volume\" value "_s})
+        EXPECT_TRUE(text.contains(line)) << line.toStdString() << text.toStdString();
+    EXPECT_LT(text.count(u'\n'), 40) << text.toStdString();
+    const ReplayResult result = replay(text);
+    EXPECT_EQ(result.line, 0) << result.difference.toStdString() << text.toStdString();
+    EXPECT_GT(result.expectations, 8);
+    EXPECT_FALSE(m_scene->is_playing());
+    const auto again = parse_input_script(text.toUtf8());
+    EXPECT_EQ(parse_input_script(input_script_text(again.value()).toUtf8()).value().steps.size(),
+              again.value().steps.size());
+}
+
+TEST_F(Replaying, tells_the_first_difference_with_its_line)
+{
+    const QString text = all_of_it();
+    const auto line_of = [&](const QString& part) { return int(text.left(text.indexOf(part)).count(u'\n')) + 1; };
+    ASSERT_TRUE(m_scene->functions().set_function(u"use"_s, u"print('used', random(1000), math.random(1000))"_s).ok());
+    ReplayResult result = replay(text);
+    EXPECT_EQ(result.line, line_of(u"expect \"Bag/Volume\" enabled"_s));
+    EXPECT_TRUE(result.difference.contains(u"Bag/Volume"_s)) << result.difference.toStdString();
+    ASSERT_TRUE(m_scene->functions().set_function(u"use"_s, u""_s).ok());
+    result = replay(text);
+    EXPECT_EQ(result.line, line_of(u"expect print"_s)) << result.difference.toStdString();
+    ASSERT_TRUE(
+        m_scene->functions()
+            .set_function(
+                u"use"_s,
+                u"print('used', random(1000), math.random(1000)) control('Volume').enabled = false print('more')"_s)
+            .ok());
+    EXPECT_EQ(replay(text).line, line_of(u"expect no more\nexpect \"Bag/Volume\" enabled"_s));
+    (void)test::set(*m_use, "name", u"Other"_s);
+    EXPECT_EQ(replay(text).line, line_of(u"expect call"_s));
+}
+
+TEST_F(Replaying, time_goes_on_in_the_script_alone)
+{
+    bind(*m_use, EVENT_BUTTON_MOUSE_ENTERED, u"over"_s, u"wait(5) message('slept')"_s);
+    const QString head = u"tarn-input 1\nscreen 800 600\n"_s;
+    EXPECT_EQ(
+        replay(
+            head
+            + u"move 160 149\nexpect call \"over\"\nwait 4.9\nexpect no more\nwait 0.2\nexpect message \"slept\"\n"_s)
+            .line,
+        0);
+    EXPECT_EQ(replay(head + u"move 160 149\nwait 4.9\nexpect message \"slept\"\n"_s).line, 5);
+    EXPECT_EQ(replay(head + u"expect \"Bag/Nobody\" visible true\n"_s).line, 3);
+    EXPECT_EQ(replay(head + u"expect \"Bag\" nothing true\n"_s).line, 3);
+    EXPECT_EQ(replay(head + u"expect \"#%1\" visible true\n"_s.arg(m_bag->id())).line, 0);
+}
+
+TEST(InputScripts, that_are_wrong_or_hostile_are_refused_with_their_line)
+{
+    const auto refused_at = [](const QByteArray& body) {
+        const auto script = parse_input_script("tarn-input 1\nscreen 8 6\n" + body);
+        const QString message = script ? u"accepted"_s : script.status().message();
+        return message.contains(u'3');
+    };
+    for (const char* line : {"click",
+                             "click 1",
+                             "click a b",
+                             "click 1 2 3",
+                             "click nan 1",
+                             "click 1e999 2",
+                             "wait -1",
+                             "wait 1e9",
+                             "wheel 1 2",
+                             "drag 1 2 in 1",
+                             "drag 1 2 3 in 1",
+                             "drag 1 2 3 4",
+                             "key \"no such key\"",
+                             "key A",
+                             "type \"open",
+                             "type \"\\q\"",
+                             "expect",
+                             "expect call use",
+                             "expect no",
+                             "expect \"Bag\"",
+                             "expect \"Bag\" visible",
+                             "expect \"Bag\" x 1 2",
+                             "screen 0 5",
+                             "screen 99999 5",
+                             "dance",
+                             "seed -1",
+                             "type \"\\x0\"",
+                             "\"click\" 1 2"})
+        EXPECT_TRUE(refused_at(line)) << line;
+    EXPECT_TRUE(refused_at("type \"" + QByteArray(20'000, 'x') + "\""));
+    EXPECT_TRUE(refused_at(QByteArray("type \"a\0b\"", 10)));
+    EXPECT_FALSE(parse_input_script("tarn-input 1\nscreen 8 6\n" + QByteArray("wait 600\n").repeated(7)));
+    EXPECT_FALSE(parse_input_script("tarn-input 1\nscreen 8 6\n" + QByteArray(200'000, '\n')));
+    for (const char* text : {"", "click 1 2\n", "tarn-input 2\nscreen 8 6\n", "tarn-input 1\n",
+                             "tarn-input 1\nclick 1 2\nscreen 8 6\n", "\xff\xfe"})
+        EXPECT_FALSE(parse_input_script(text)) << text;
+    const auto fine = parse_input_script(
+        "# by hand\ntarn-input 1\r\nscreen 8 6\n\n  type \"a\\\"\\\\\\n\\x01\"  # end\n");
+    ASSERT_TRUE(fine) << fine.status().message().toStdString();
+    EXPECT_EQ(fine.value().steps.front().text, u"a\"\\\n\x01"_s);
+    EXPECT_EQ(fine.value().steps.front().line, 5);
+}
+
+TEST_F(Replaying, the_command_ends_with_zero_one_or_two)
+{
+    QTemporaryDir folder;
+    const QString package = folder.filePath(u"bag.tarn"_s);
+    ASSERT_TRUE(m_studio->save_file(package).ok());
+    const QString script = folder.filePath(u"a.tarn-input"_s);
+    const auto run = [&](const QByteArray& text, const QString& file) {
+        QFile out(script);
+        EXPECT_TRUE(out.open(QIODevice::WriteOnly));
+        out.write(text);
+        out.close();
+        QProcess program;
+        program.start(QStringLiteral(TARN_PROGRAM),
+                      QStringList{u"--lang"_s, u"en"_s, u"--replay"_s, script}
+                          + (file.isEmpty() ? QStringList() : QStringList{file}));
+        EXPECT_TRUE(program.waitForFinished(60'000));
+        m_said = QString::fromUtf8(program.readAllStandardOutput() + program.readAllStandardError());
+        return program.exitCode();
+    };
+    const QByteArray head = "tarn-input 1\nscene \"bag.tarn\"\nscreen 800 600\n";
+    EXPECT_EQ(run(head + "expect \"Bag\" visible true\n", {}), 0) << m_said.toStdString();
+    EXPECT_EQ(run(head + "click 160 149\nexpect \"Bag/Volume\" enabled true\n", {}), 1);
+    EXPECT_TRUE(m_said.contains(script + u":5: "_s)) << m_said.toStdString();
+    EXPECT_EQ(run(head + "jump\n", {}), 2);
+    EXPECT_TRUE(m_said.contains(u"line 4"_s)) << m_said.toStdString();
+    EXPECT_EQ(run(head, folder.filePath(u"none.tarn"_s)), 2);
+    EXPECT_EQ(run("tarn-input 1\nscreen 8 6\n", {}), 2);
+}
