@@ -14,7 +14,7 @@ _tarn_studio()
         --unpack) options='--replace --lang --help' ;;
         diff) options='--json --git --lang --help' ;;
         merge) options='-o --ours --theirs --window --lang --help' ;;
-        *) options='--lang --theme --render --size --screen --dialog --time --timebar --fps --play --fullscreen --record
+        *) options='--lang --theme --render --size --screen --dialog --time --timebar --fps --play --fullscreen --texts --record
             --replay --script --recovery --plugins --help --version --check --pack --unpack diff merge' ;;
     esac
     COMPREPLY=()

@@ -23,6 +23,8 @@ Opens FILE, or an empty scene.
   --fps N                  frames a second (25)
   --play FILE.tarn         runs the interface as its players see it, in a window of
                            --size WxH or with --fullscreen (F11 changes between the two)
+  --texts LANGUAGE         with --play and --render: shows the texts in that language of the
+                           interface
   --record SCRIPT          with --play: writes what is done into a script when the window is
                            closed; F7 has it expect what the mouse is over as it is then
   --replay SCRIPT [FILE]   does that to the interface again, without a window, and exits with
@@ -160,6 +162,8 @@ void Parser::option(const QString& name)
     } else if (name == QLatin1String("--replay") && parameter(name, value)) {
         m_line.action = CommandLine::Action::Replay;
         m_line.input_script = value;
+    } else if (name == QLatin1String("--texts") && parameter(name, value)) {
+        m_line.texts = value;
     } else if (name == QLatin1String("--fullscreen")) {
         m_line.full_screen = true;
     } else if (picture_options.contains(name)) {

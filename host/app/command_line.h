@@ -26,10 +26,11 @@ struct CommandLine {
     enum class Action { Run, Render, Play, Replay, Script, PrintAndExit };
 
     Action action = Action::Run;
-    QString file;             ///< to open; empty for a new scene
-    QString render_target;    ///< of Render
-    QSize size;               ///< of Render and Play; empty takes the usual size
-    PictureOptions picture;   ///< of Render
+    QString file;           ///< to open; empty for a new scene
+    QString render_target;  ///< of Render
+    QString texts;          ///< of Render and Play: a language of the scene; empty takes the texts as they were written
+    QSize size;             ///< of Render and Play; empty takes the usual size
+    PictureOptions picture; ///< of Render
     bool full_screen = false; ///< of Play
     QString input_script;     ///< of Replay; of Play where input is recorded, empty for nowhere
     QString script;           ///< of Script

@@ -137,10 +137,18 @@ int refuse(const QString& why)
     return tarn::CommandResult::Refused;
 }
 
-int render(Studio& studio, const CommandLine& line)
+/// The file, in the language that is asked for.
+tarn::Status open_shown(Studio& studio, const CommandLine& line)
 {
     studio.start_world();
-    if (const auto status = studio.open_file(line.file); !status)
+    if (auto status = studio.open_file(line.file); !status || line.texts.isEmpty())
+        return status;
+    return studio.scene()->show_texts(line.texts);
+}
+
+int render(Studio& studio, const CommandLine& line)
+{
+    if (const auto status = open_shown(studio, line); !status)
         return refuse(status.message());
     if (const auto status = tarn::render_to_files(studio, line); !status)
         return refuse(status.message());
@@ -149,8 +157,7 @@ int render(Studio& studio, const CommandLine& line)
 
 int play(Studio& studio, const CommandLine& line)
 {
-    studio.start_world();
-    if (const auto status = studio.open_file(line.file); !status)
+    if (const auto status = open_shown(studio, line); !status)
         return refuse(status.message());
     PlayWindow window(studio, line.size);
     if (!line.input_script.isEmpty())

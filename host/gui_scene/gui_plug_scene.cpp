@@ -413,6 +413,17 @@ void CGuiPlugScene::set_language(const QString& language)
     m_world->update_all_views();
 }
 
+Status CGuiPlugScene::show_texts(const QString& language)
+{
+    const QStringList& languages = m_translations->languages();
+    if (!languages.contains(language))
+        return Status::error(lang(u"场景没有语言 %1（有：%2）", u"the scene has no language %1 (it has: %2)")
+                                 .arg(language, languages.join(QStringLiteral(", "))));
+    m_language = language;
+    show_language();
+    return {};
+}
+
 void CGuiPlugScene::show_language()
 {
     const tarn::ShownWrites writes(document());

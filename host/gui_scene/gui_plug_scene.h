@@ -202,6 +202,7 @@ public:
     QSize design_size() const override { return m_core->design_size(); }
     tarn::Result<double> show_time(const QString& timebar, double time) override;
     tarn::Result<QRectF> show_alone(const QString& dialog, QSize screen) override;
+    tarn::Status show_texts(const QString& language) override;
 
     // Preview
     void play(bool on) override;

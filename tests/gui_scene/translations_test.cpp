@@ -72,6 +72,14 @@ TEST_F(TranslationsTest, ThePreviewShowsALanguageAndKeepsWhatTheAuthorWrote)
     EXPECT_EQ(text(), before);
 }
 
+TEST_F(TranslationsTest, PicturesShowALanguageThatThereIs)
+{
+    translate(u"Buy"_s, u"Kaufen"_s);
+    EXPECT_TRUE(m_scene.show_texts(u"de"_s).ok());
+    EXPECT_EQ(shown(*m_button), u"Kaufen"_s);
+    EXPECT_TRUE(m_scene.show_texts(u"xx"_s).message().contains(u"de, zh"_s));
+}
+
 TEST_F(TranslationsTest, TheyAreUndoneSavedAndMerged)
 {
     translate(u"Buy"_s, u"Kaufen"_s);
