@@ -119,7 +119,7 @@ private:
     QString m_unavailable; ///< why there is no helper
     QList<Id> m_turns;     ///< given, and not answered yet
     bool m_outstanding = false;
-    quint32 m_number = 0; ///< of the last order
+    quint32 m_number = 0;        ///< of the last order
     qint64 m_turn_began = 0;     ///< milliseconds of the clock
     qint64 m_turn_processor = 0; ///< what the helper had of the processor by then
     int m_starts = 0;
