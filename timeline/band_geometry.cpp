@@ -31,6 +31,7 @@ public:
             before(keys.time(key));
         keys.each_run(
             from, to, [this](float time) { return column_of(m_axis, time); },
+            [this](int column) { return m_axis.view_origin + m_axis.seconds(float(column + 1)); },
             [&](int column, const KeyRun& run) {
                 if (column < m_first)
                     before(run.last);

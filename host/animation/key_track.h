@@ -96,9 +96,10 @@ public:
     }
 
     /// Calls `visit(place, KeyRun)` for the keys from `from` to `to`, those of equal `place(time)` together; it must not
-    /// decrease with time. Costs what there are places, not keys. Keys of one place can come in more than one run.
-    template <class Place, class Visit>
-    void each_run(float from, float to, Place&& place, Visit&& visit) const;
+    /// decrease with time, and `border(place)` is about the time at which the next one begins. Costs what there are places,
+    /// not keys. Keys of one place can come in more than one run.
+    template <class Place, class Border, class Visit>
+    void each_run(float from, float to, Place&& place, Border&& border, Visit&& visit) const;
 
     KeySpan span_at(float time) const;
     /// What the variable has at a time. `steps`: it changes at its keys only.
@@ -129,8 +130,8 @@ private:
     };
     class Builder;
 
-    template <class Place, class Where>
-    static std::size_t end_of_place(const std::vector<float>& times, std::size_t begin, Place&& place, Where here);
+    template <class Place>
+    static std::size_t end_of_place(const std::vector<float>& times, std::size_t begin, float border, Place&& place);
     qsizetype chunk_of(qsizetype index) const;
     qsizetype chunk_at(float time) const;
     Chunk& chunk_for_writing(qsizetype index);
@@ -144,23 +145,28 @@ private:
     QList<Entry> m_chunks; ///< none is empty
 };
 
-/// The first index from `begin` whose time is not in the place `here`, found in a number of steps that grows like the logarithm of
-/// the distance.
-template <class Place, class Where>
-std::size_t KeyTrack::end_of_place(const std::vector<float>& times, std::size_t begin, Place&& place, Where here)
+/// The first index behind `begin` whose time is not in the place of that one. Comparing times is cheaper than asking for their
+/// places, so `border` leads near it.
+template <class Place>
+std::size_t KeyTrack::end_of_place(const std::vector<float>& times, std::size_t begin, float border, Place&& place)
 {
-    std::size_t step = 1;
-    std::size_t end = begin;
-    for (; end + step <= times.size() && place(times[end + step - 1]) == here; step *= 2)
-        end += step;
-    while (step /= 2)
-        if (end + step <= times.size() && place(times[end + step - 1]) == here)
-            end += step;
+    constexpr std::size_t singly = 16;
+    const std::size_t near = std::min(times.size(), begin + singly);
+    std::size_t end = begin + 1;
+    while (end < near && times[end] < border)
+        ++end;
+    if (end == near)
+        end = std::size_t(std::lower_bound(times.begin() + qptrdiff(end), times.end(), border) - times.begin());
+    const auto here = place(times[begin]);
+    while (end > begin + 1 && place(times[end - 1]) != here)
+        --end;
+    while (end < times.size() && place(times[end]) == here)
+        ++end;
     return end;
 }
 
-template <class Place, class Visit>
-void KeyTrack::each_run(float from, float to, Place&& place, Visit&& visit) const
+template <class Place, class Border, class Visit>
+void KeyTrack::each_run(float from, float to, Place&& place, Border&& border, Visit&& visit) const
 {
     const qsizetype begin = first_from(from);
     if (begin == size())
@@ -169,23 +175,12 @@ void KeyTrack::each_run(float from, float to, Place&& place, Visit&& visit) cons
         const Chunk& keys = *m_chunks[c].keys;
         const std::size_t count = keys.times.size();
         auto i = std::size_t(std::max<qsizetype>(begin - m_chunks[c].first, 0));
-        auto next_place = place(keys.times[i]);
         while (i < count) {
             const float first = keys.times[i];
             if (first > to)
                 return;
-            const auto here = next_place;
-            // The next ones one by one, and what then still is of the place by leaps.
-            constexpr std::size_t singly = 6;
-            const std::size_t near = std::min(count, i + singly);
-            std::size_t after = i + 1;
-            while (after < near && (next_place = place(keys.times[after])) == here)
-                ++after;
-            if (after == near && after < count) {
-                after = end_of_place(keys.times, after, place, here);
-                if (after < count)
-                    next_place = place(keys.times[after]);
-            }
+            const auto here = place(first);
+            const std::size_t after = end_of_place(keys.times, i, border(here), place);
             const std::size_t last = after - 1;
             KeyRun run{m_chunks[c].first + qsizetype(last), first, keys.times[last], 0, 0};
             if (last == i) { // Of several nobody asks, and they lie elsewhere in memory.
