@@ -321,8 +321,12 @@ private:
         for (const FieldBase* field : state.fields().link_fields())
             if (is_content(*field))
                 field->each_reference(state, [&](ObjectRef reference) {
-                    if (const Versions* target = find(reference.id); target && target->merged)
-                        text += '@' + own_content(m_kinds.value(reference.id), *target->merged);
+                    const Versions* target = find(reference.id);
+                    if (!target || !target->merged)
+                        return;
+                    text += '@' + QByteArray(field->name()) + '=';
+                    text += target->base ? QByteArray::number(reference.id) // The same in both versions.
+                                         : own_content(m_kinds.value(reference.id), *target->merged);
                 });
         for (std::size_t below = kind + 1; below < m_objects.size(); ++below) {
             const auto members = m_members.find({id, below});
@@ -340,7 +344,7 @@ private:
     {
         QByteArray text;
         for (const FieldBase* field : state.fields()) {
-            bool has_reference = field->rules().function;
+            bool has_reference = false;
             field->each_reference(state, [&](ObjectRef) { has_reference = true; });
             if (is_content(*field) && !has_reference && !field->is_default(state) && !is_made_name(kind, *field, state))
                 text += QByteArray(field->name()) + '=' + tarn::json_of(*field, state).toUtf8() + ';';
@@ -350,8 +354,11 @@ private:
     /// A function that was made for an object is named after its id.
     bool is_made_name(std::size_t kind, const FieldBase& field, const ObjectState& state) const
     {
+        const auto is_made = [](const QString& name) { return name.contains(QLatin1String("_FUNC_")); };
+        if (field.rules().function && std::ranges::any_of(field.names(state), is_made))
+            return true;
         return &m_document.kinds()[kind] == m_document.kind("functions") && std::string_view(field.name()) == "name"
-            && name_of(state).contains(QLatin1String("_FUNC_"));
+            && is_made(name_of(state));
     }
 
     // The result

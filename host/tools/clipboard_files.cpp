@@ -10,6 +10,7 @@
 #include "gui_scene/gui_plug_scene.h"
 #include "gui_scene/picture_names.h"
 #include "store/pak_rules.h"
+#include "world_clipboard.h"
 
 #include <QHash>
 
@@ -65,10 +66,11 @@ void write_files(JsonWriter& writer, const ClipboardFiles& files)
 Status read_file(const QString& entry, JsonCursor& value, ClipboardFiles& files)
 {
     const bool may_be = entry.startsWith(texture_entry({})) || entry.startsWith(CDXUTFlash::movie_entry({}))
-        || is_font_entry(entry);
+        || is_font_entry(entry) || is_model_entry(entry);
     if (!may_be || !check_entry_name(entry))
         return value.fail(
-            lang(u"\"%1\" 不是图片、影片或字体的名称", u"\"%1\" is no name of a picture, movie or font").arg(entry));
+            lang(u"\"%1\" 不是图片、影片、字体或模型的名称", u"\"%1\" is no name of a picture, movie, font or model")
+                .arg(entry));
     if (files.contains(entry))
         return value.fail(lang(u"\"%1\" 出现了两次", u"\"%1\" appears twice").arg(entry));
     QString text;

@@ -9,12 +9,15 @@
 #include "core/language.h"
 #include "core/utf8.h"
 #include "dialog_copies.h"
+#include "engine/base_world.h"
 #include "gui_core/control_class.h"
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
 #include "gui_core/dxut_menu.h"
 #include "gui_scene/gui_plug_scene.h"
 #include "store/enough_memory.h"
+#include "world/world_scene.h"
+#include "world_clipboard.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -36,6 +39,7 @@ constexpr double paste_step = 10; ///< pixels from a control to its copy in the 
 /// What a clipboard's text holds, not part of the scene.
 struct Content {
     std::vector<StatePtr> controls;
+    std::vector<StatePtr> objects;     ///< of the world
     QMap<QString, QByteArray> dialogs; ///< the texts of a scene that holds them, by entry of a package
     ClipboardFiles files;
     QHash<quint32, QString> menus; ///< names of those that the controls open, by their ids
@@ -83,7 +87,7 @@ Status read_control(JsonCursor& value, Content& content)
     return status;
 }
 
-Status read_content(const QByteArray& text, Content& content)
+Status read_content(const ObjectKind& world_kind, const QByteArray& text, Content& content)
 {
     if (text.size() > max_text)
         return Status::error(lang(u"内容太大", u"it is too large"));
@@ -94,6 +98,9 @@ Status read_content(const QByteArray& text, Content& content)
             return value.read(format);
         if (key == "controls")
             return value.each_element([&](JsonCursor& control) { return read_control(control, content); });
+        if (key == "objects")
+            return value.each_element(
+                [&](JsonCursor& object) { return read_world_object(world_kind, object, content.objects); });
         if (key == "dialogs")
             return value.each_member([&](std::string_view name, JsonCursor& part) {
                 return part.read_raw(content.dialogs[from_utf8(name)]);
@@ -115,7 +122,7 @@ Status read_content(const QByteArray& text, Content& content)
         return Status::error(
             lang(u"它来自其他版本的程序（格式 %1）", u"it comes from another version of the program (format %1)")
                 .arg(format));
-    if (content.controls.empty() && content.dialogs.isEmpty())
+    if (content.controls.empty() && content.dialogs.isEmpty() && content.objects.empty())
         return Status::error(lang(u"其中没有控件", u"there are no controls in it"));
     return {};
 }
@@ -235,11 +242,14 @@ void paste_controls(CGuiPlugScene& scene, Content& content)
 Status paste_text(CGuiPlugScene& scene, const QByteArray& text)
 {
     Content content;
-    auto status = with_enough_memory([&] { return read_content(text, content); });
+    const ObjectKind& world_kind = scene.world()->objects().object_kind();
+    auto status = with_enough_memory([&] { return read_content(world_kind, text, content); });
     if (status && !content.dialogs.isEmpty())
         status = add_dialogs(scene, {content.dialogs, content.files}, lang(u"粘贴窗口", u"Paste Dialog"));
-    else if (status)
+    else if (status && !content.controls.empty())
         paste_controls(scene, content);
+    if (status && !content.objects.empty())
+        paste_world_objects(scene, content.objects, content.files);
     if (status)
         return {};
     return Status::error(

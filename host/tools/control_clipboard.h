@@ -20,8 +20,8 @@ QByteArray clipboard_text(const CGuiPlugScene& scene, const std::vector<CDXUTCon
 /// The selected dialogs, with their controls and scripts.
 QByteArray clipboard_text_of_dialogs(const CGuiPlugScene& scene);
 
-/// Puts the controls of a clipboard's text into the current dialog, or the root dialog when there is none, and its
-/// dialogs on top of the scene's, as one step; they become the selection. The text may come from anywhere: whatever is
+/// Puts the controls of a clipboard's text into the current dialog, or the root dialog when there is none, its
+/// dialogs on top of the scene's, and its objects into the world, as one step; they become the selection. The text may come from anywhere: whatever is
 /// wrong with it gives one message, and nothing changes.
 Status paste_text(CGuiPlugScene& scene, const QByteArray& text);
 

@@ -18,6 +18,7 @@
 #include "selection_edit.h"
 #include "selection_overlay.h"
 #include "world/world_object.h"
+#include "world_clipboard.h"
 #include "world_mouse.h"
 
 #include <QClipboard>
@@ -113,6 +114,22 @@ void cut_selected(CGuiPlugScene& scene)
                             of_controls ? lang(u"剪切控件", u"Cut Control") : lang(u"剪切窗口", u"Cut Dialog"));
     copy_selected(scene, true);
     remove_selected(scene);
+}
+
+/// Whether the command goes to objects of the world when some are selected.
+bool is_of_world(int command)
+{
+    return command == E::cut || command == E::copy || command == E::duplicate || command == E::remove;
+}
+
+void run_on_world(CGuiPlugScene& scene, int command)
+{
+    if (command == E::cut || command == E::copy)
+        copy_to_clipboard(clipboard_text_of_world(scene));
+    if (command == E::cut || command == E::remove)
+        remove_world_selection(scene);
+    if (command == E::duplicate)
+        duplicate_world_objects(*scene.world());
 }
 
 Status duplicate_selected_objects(CGuiPlugScene& scene)
@@ -290,7 +307,7 @@ bool GuiSceneEditor::is_enabled(int command) const
     const SelectionRecord& selection = m_scene.gui_core().selection();
     if (!selection.editing || m_scene.journal().in_action())
         return false;
-    if (m_world.has_selection() && (command == remove || command == duplicate))
+    if (m_world.has_selection() && is_of_world(command))
         return true;
     const bool controls = selection.controls_selected && !selection.controls.empty();
     const bool dialogs = !selection.controls_selected && !selected_dialogs(m_scene.gui_core()).empty();
@@ -315,8 +332,8 @@ Status GuiSceneEditor::run(int command)
 {
     if (!is_enabled(command))
         return {};
-    if (m_world.has_selection() && (command == remove || command == duplicate)) {
-        command == remove ? remove_world_selection(m_scene) : duplicate_world_objects(*m_scene.world());
+    if (m_world.has_selection() && is_of_world(command)) {
+        run_on_world(m_scene, command);
         return {};
     }
     switch (command) {
