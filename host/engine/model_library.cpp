@@ -17,13 +17,6 @@ namespace {
 const QString models_folder = QStringLiteral("models/");
 constexpr qint64 largest_file = qint64(256) << 20; ///< bytes of one file that a model is made of
 
-/// "models/tree/" of "models/tree/tree.obj"; empty for what lies elsewhere.
-QString folder_of(const QString& file)
-{
-    const qsizetype end = file.indexOf(u'/', models_folder.size()) + 1;
-    return file.startsWith(models_folder) && end > 0 ? file.left(end) : QString();
-}
-
 Status missing(const QString& file)
 {
     return Status::error(
@@ -51,6 +44,12 @@ Result<QMap<QString, QByteArray>> read_files(const QString& path, const QString&
 
 } // namespace
 
+QString model_folder(const QString& file)
+{
+    const qsizetype end = file.indexOf(u'/', models_folder.size()) + 1;
+    return file.startsWith(models_folder) && end > 0 ? file.left(end) : QString();
+}
+
 ModelLibrary::ModelLibrary(Document& document) : m_document(document)
 {
     m_pool.setMaxThreadCount(1);
@@ -75,7 +74,7 @@ QMap<QString, QByteArray> ModelLibrary::files_beside(const QString& folder) cons
 
 const ModelLibrary::Entry& ModelLibrary::find(const QString& file)
 {
-    const QByteArray content = folder_of(file).isEmpty() ? QByteArray() : m_document.files().value(file);
+    const QByteArray content = model_folder(file).isEmpty() ? QByteArray() : m_document.files().value(file);
     Known& known = m_known[file];
     if (content.isEmpty()) {
         known = {{nullptr, missing(file)}, {}};
@@ -88,7 +87,7 @@ const ModelLibrary::Entry& ModelLibrary::find(const QString& file)
 
 void ModelLibrary::begin(const QString& file, const QByteArray& content)
 {
-    const QString folder = folder_of(file);
+    const QString folder = model_folder(file);
     m_pool.start([this, file, content, name = file.mid(folder.size()), files = files_beside(folder)] {
         const Progress::Tell tell = [this](double) { return !m_stops; };
         Result<ModelPtr> result = m_importer.import_files(name, files, Progress(tell));
@@ -159,7 +158,7 @@ void ModelLibrary::take(const Import& import)
 
 void ModelLibrary::release(const QString& file)
 {
-    const QString folder = folder_of(file);
+    const QString folder = model_folder(file);
     if (folder.isEmpty())
         return;
     m_document.edit_files(

@@ -17,6 +17,9 @@ namespace tarn {
 
 class Document;
 
+/// "models/tree/" of "models/tree/tree.obj", in which all lies that the model is made of; empty for what lies elsewhere.
+QString model_folder(const QString& file);
+
 /// The models of a document's package, read in the background. Each lies in a folder of its own with the files that it
 /// was made of: "models/tree/tree.obj", "models/tree/bark.png".
 class ModelLibrary {

@@ -19,6 +19,8 @@ class JsonWriter;
 /// What travels with objects in the clipboard: pictures, movies and fonts, by their entries in a package.
 using ClipboardFiles = QMap<QString, QByteArray>;
 
+constexpr int clipboard_format = 1; ///< of the clipboard's text; newer ones are refused
+
 /// Adds what a state of the scene names.
 void add_files_of(const CGuiPlugScene& scene, const ObjectState& state, ClipboardFiles& files);
 void write_files(JsonWriter& writer, const ClipboardFiles& files);

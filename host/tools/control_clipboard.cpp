@@ -31,7 +31,6 @@ namespace tarn {
 
 namespace {
 
-constexpr int clipboard_format = 1;                  ///< newer ones are refused
 constexpr qsizetype max_text = qsizetype(256) << 20; ///< bytes
 constexpr std::size_t max_controls = 100'000;
 constexpr double paste_step = 10; ///< pixels from a control to its copy in the same place

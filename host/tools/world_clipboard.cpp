@@ -7,6 +7,7 @@
 #include "core/language.h"
 #include "core/object_kind.h"
 #include "engine/base_world.h"
+#include "engine/model_library.h"
 #include "engine/scene_selection.h"
 #include "engine/world_edit.h"
 #include "gui_scene/gui_plug_scene.h"
@@ -20,14 +21,6 @@ namespace {
 
 constexpr std::size_t most_objects = 10'000;
 constexpr QVector3D beside(1, 0, 0); ///< metres from an object to its copy at the same place
-const QString models_folder = QStringLiteral("models/");
-
-/// "models/tree/" of "models/tree/tree.obj", in which all lies that the model is made of; empty for another file.
-QString folder_of(const QString& file)
-{
-    const qsizetype end = file.indexOf(u'/', models_folder.size()) + 1;
-    return file.startsWith(models_folder) && end > 0 ? file.left(end) : QString();
-}
 
 ClipboardFiles in_folder(const ClipboardFiles& all, const QString& folder)
 {
@@ -76,7 +69,7 @@ bool stands_there(const WorldScene& world, const WorldObjectState& state)
 
 bool is_model_entry(const QString& entry)
 {
-    return !folder_of(entry).isEmpty();
+    return !model_folder(entry).isEmpty();
 }
 
 QByteArray clipboard_text_of_world(const CGuiPlugScene& scene)
@@ -84,7 +77,7 @@ QByteArray clipboard_text_of_world(const CGuiPlugScene& scene)
     JsonWriter writer;
     writer.begin_object();
     writer.key("format");
-    writer.value(1);
+    writer.value(clipboard_format);
     writer.key("objects");
     writer.begin_array();
     ClipboardFiles files;
@@ -92,7 +85,7 @@ QByteArray clipboard_text_of_world(const CGuiPlugScene& scene)
         writer.new_line();
         write_state(Authored::state(*object), writer);
         add_files_of(scene, Authored::state(*object), files);
-        const QString folder = folder_of(object->file());
+        const QString folder = model_folder(object->file());
         const ClipboardFiles model = in_folder(scene.document().files(), folder);
         for (auto file = model.begin(); !folder.isEmpty() && file != model.end(); ++file)
             files.insert(folder + file.key(), file.value());
@@ -132,7 +125,7 @@ void paste_world_objects(CGuiPlugScene& scene, std::vector<StatePtr>& objects, c
             if (!object)
                 break;
             copy_attributes(state, *object);
-            if (const QString folder = folder_of(object->file()); !folder.isEmpty())
+            if (const QString folder = model_folder(object->file()); !folder.isEmpty())
                 object->set_file(taken_folder(scene.document(), folder, files) + object->file().mid(folder.size()));
             if (is_covered)
                 object->set_place(object->place() + beside);
