@@ -19,13 +19,26 @@ bool has_letters(const QString& text)
                        [](QChar letter) { return letter.isLetter() || letter.isSurrogate(); });
 }
 
+/// An attribute that players read.
+struct SeenField {
+    FieldKey key;
+    const char* name;
+    bool is_list = false;
+};
+
+constexpr SeenField seen_fields[] = {
+    {key<&StaticState::text>, "text"},
+    {key<&MenuItemState::text>, "text"},
+    {key<&EditBoxState::placeholder>, "placeholder"},
+    {key<&ProgressState::message>, "message"},
+    {key<&DialogState::caption>, "caption"},
+    {key<&ItemsState::items>, "items", true},
+    {key<&InfoBoxState::lines>, "lines", true},
+};
+
 bool is_seen_field(FieldKey field)
 {
-    static constexpr FieldKey seen[] = {key<&StaticState::text>,      key<&ItemsState::items>,
-                                        key<&InfoBoxState::lines>,    key<&EditBoxState::placeholder>,
-                                        key<&ProgressState::message>, key<&DialogState::caption>,
-                                        key<&MenuItemState::text>};
-    return std::find(std::begin(seen), std::end(seen), field) != std::end(seen);
+    return std::ranges::find(seen_fields, field, &SeenField::key) != std::end(seen_fields);
 }
 
 /// A dialog's title may be its name alone.
@@ -60,6 +73,12 @@ std::vector<SeenText> seen_texts(const Document& document)
             if (is_seen_field(field->key()) && !is_hidden_caption(*object, *field))
                 add_texts(*object, *field, texts);
     return texts;
+}
+
+bool is_list_of_texts(const QString& attribute)
+{
+    return std::ranges::any_of(
+        seen_fields, [&](const SeenField& field) { return field.is_list && attribute == QLatin1String(field.name); });
 }
 
 QString known_name(const ModelObject& object)

@@ -24,6 +24,8 @@ struct SeenText {
 /// what a list has twice is there once.
 std::vector<SeenText> seen_texts(const Document& document);
 
+/// Whether the attribute of that name is a list, whose entries are texts of their own.
+bool is_list_of_texts(const QString& attribute);
 /// By which a person knows the object: its name, of an entry of a menu the menu's.
 QString known_name(const ModelObject& object);
 /// The attribute of that name that players read; null for another one.

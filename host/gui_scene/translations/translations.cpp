@@ -18,11 +18,6 @@ IdList* texts_in(ObjectState& parent)
     return translations ? &translations->texts : nullptr;
 }
 
-bool is_list(const QString& field)
-{
-    return field == QLatin1String("items") || field == QLatin1String("lines");
-}
-
 /// No text has two rows: a merge of what two translators did puts them together.
 QString key_of(const ObjectState& state)
 {
@@ -30,7 +25,7 @@ QString key_of(const ObjectState& state)
     if (s.object.id == 0 || s.attribute.isEmpty())
         return {};
     const QString place = QStringLiteral("%1/%2").arg(s.object.id).arg(s.attribute);
-    return is_list(s.attribute) ? place + QLatin1Char('/') + s.source : place;
+    return is_list_of_texts(s.attribute) ? place + QLatin1Char('/') + s.source : place;
 }
 
 } // namespace
@@ -96,7 +91,7 @@ std::vector<Translation*> Translations::texts() const
     return texts;
 }
 
-const Translation* Translations::find(const SeenText& text) const
+Translation* Translations::row_of(const SeenText& text) const
 {
     look_through();
     return m_places.value(place_of(text));
@@ -116,7 +111,7 @@ void Translations::look_through() const
     m_languages = translations().languages;
     for (Translation* one : texts()) {
         const TranslationState& s = one->translation();
-        m_places.insert({s.object.id, s.attribute, is_list(s.attribute) ? s.source : QString()}, one);
+        m_places.insert({s.object.id, s.attribute, is_list_of_texts(s.attribute) ? s.source : QString()}, one);
         for (auto text = s.texts.begin(); text != s.texts.end(); ++text)
             if (!m_languages.contains(text.key()))
                 m_languages.append(text.key());
@@ -150,7 +145,7 @@ Translation* Translations::add(const SeenText& text)
 
 void Translations::set_text(const SeenText& text, const QString& language, const QString& translated)
 {
-    auto* found = const_cast<Translation*>(find(text));
+    Translation* found = row_of(text);
     if (!languages().contains(language) || (!found && translated.isEmpty()))
         return;
     const UserAction action(journal(), lang(u"翻译文字", u"Translate"));

@@ -27,7 +27,7 @@ public:
     void remove_language(const QString& name);
 
     /// Null for a text that was not translated.
-    const Translation* find(const SeenText& text) const;
+    const Translation* find(const SeenText& text) const { return row_of(text); }
     QString text(const SeenText& text, const QString& language) const;
     /// Whether the author wrote something else since it was translated; an entry of a list never did.
     bool is_outdated(const SeenText& text) const;
@@ -64,6 +64,7 @@ private:
 
     const ObjectKind* m_kind = nullptr;
     void look_through() const;
+    Translation* row_of(const SeenText& text) const;
     mutable QHash<Place, Translation*> m_places;
     mutable QStringList m_languages;
     mutable bool m_stale = true;
