@@ -100,6 +100,7 @@ void CGuiUI::create_control_bars(QMainWindow* frame)
 void CGuiUI::create_world_bar(QMainWindow* frame)
 {
     m_world_bar = new CPageBar(lang(u"世界", u"World"), frame);
+    m_world_bar->follows_modes = false;
     set_up_bar(*m_world_bar, "CWorldBar", world_bar_size, Qt::LeftDockWidgetArea | Qt::RightDockWidgetArea);
     m_world_bar->hold(new CDlgWorld, template_world);
     const auto docks = frame->findChildren<QDockWidget*>(QString(), Qt::FindDirectChildrenOnly);
@@ -118,6 +119,7 @@ void CGuiUI::create_world_bar(QMainWindow* frame)
 void CGuiUI::create_translation_bar(QMainWindow* frame)
 {
     m_translation_bar = new CPageBar(lang(u"译文", u"Translations"), frame);
+    m_translation_bar->follows_modes = false;
     set_up_bar(*m_translation_bar, "CTranslationBar", translation_bar_size,
                Qt::TopDockWidgetArea | Qt::BottomDockWidgetArea);
     m_translation_bar->hold(new CDlgTranslations, template_translations);

@@ -3,11 +3,6 @@
 #include "core/res_handle_man.h"
 #include "page_base/gui_child_dlg.h"
 
-CPageBar::CPageBar(const QString& title, QWidget* parent) : CMyControlBar(title, parent)
-{
-    follows_modes = false;
-}
-
 void CPageBar::hold(CChildDlg* page, int template_id)
 {
     const CResHandleMan guard(tarn::gui_ui_resources());

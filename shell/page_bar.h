@@ -4,12 +4,12 @@
 
 class CChildDlg;
 
-/// A bar that holds one page, whatever the mode is.
+/// A bar that holds one page.
 class CPageBar : public CMyControlBar {
     Q_OBJECT
 
 public:
-    CPageBar(const QString& title, QWidget* parent);
+    using CMyControlBar::CMyControlBar;
 
     /// Makes the page from its template and takes it over.
     void hold(CChildDlg* page, int template_id);

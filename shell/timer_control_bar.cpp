@@ -1,6 +1,5 @@
 #include "timer_control_bar.h"
 
-#include "core/res_handle_man.h"
 #include "timeline/dlg_top_timer.h"
 
 namespace {
@@ -11,20 +10,8 @@ constexpr int template_top_timer = 6566;
 
 void CTimerControlBar::create_page()
 {
-    const CResHandleMan guard(tarn::gui_ui_resources());
     m_page = new CDlgTopTimer(this);
-    m_page->Create(template_top_timer, this);
-    setWidget(m_page);
-}
-
-void CTimerControlBar::on_world_created(CBaseWorld* world)
-{
-    m_page->on_world_created(world);
-}
-
-void CTimerControlBar::update_ui(int code)
-{
-    m_page->update_ui(code);
+    hold(m_page, template_top_timer);
 }
 
 void CTimerControlBar::set_locked(bool on)
