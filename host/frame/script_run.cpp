@@ -143,10 +143,8 @@ void ScriptRun::finish()
 void ScriptRun::take_back()
 {
     m_ticks.stop();
-    if (!m_edit)
-        return;
-    m_edit.reset();
-    m_world.broadcast(ui_full_refresh);
+    if (std::exchange(m_edit, std::nullopt))
+        m_world.broadcast(ui_full_refresh);
 }
 
 void ScriptRun::tell_arguments()

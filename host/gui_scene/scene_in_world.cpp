@@ -56,6 +56,12 @@ RenderView map_view(const QRectF& range, QSize pixels)
     return view;
 }
 
+/// Whether the control shows the world.
+bool is_view(const CDXUTControl* control)
+{
+    return control->GetType() == DXUT_CONTROL_PIP || control->GetType() == DXUT_CONTROL_MAP;
+}
+
 QPointF from_above(const QVector3D& place)
 {
     return {double(place.x()), -double(place.z())};
@@ -97,7 +103,7 @@ void SceneInWorld::model_changed(const ModelChange& change)
 void SceneInWorld::each_view(const std::function<void(CDXUTControl&)>& visit) const
 {
     for (CDXUTControl* control : m_core.controls())
-        if (control->GetType() == DXUT_CONTROL_PIP || control->GetType() == DXUT_CONTROL_MAP)
+        if (is_view(control))
             visit(*control);
 }
 
@@ -122,11 +128,9 @@ void SceneInWorld::update()
         m_world.update_all_views();
 }
 
-bool SceneInWorld::shows_world(const CDXUTDialog& dialog) const
+bool SceneInWorld::shows_world(const CDXUTDialog& dialog)
 {
-    bool shows = false;
-    each_view([&](const CDXUTControl& control) { shows |= control.dialog() == &dialog; });
-    return shows;
+    return std::ranges::any_of(dialog.controls(), is_view);
 }
 
 QImage SceneInWorld::view(const CDXUTControl& control, QSize pixels)

@@ -64,7 +64,7 @@ private:
     QByteArray content_of(const QString& texture) const;
     const Bound* bound_at(const WorldObject& object, const ModelHit& hit) const;
     const QImage& picture_of(const CDXUTDialog& dialog);
-    bool shows_world(const CDXUTDialog& dialog) const;
+    static bool shows_world(const CDXUTDialog& dialog);
     void each_view(const std::function<void(CDXUTControl&)>& visit) const;
 
     CGuiCore& m_core;
