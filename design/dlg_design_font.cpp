@@ -1,11 +1,11 @@
 #include "dlg_design_font.h"
 
+#include "child_element_text.h"
 #include "core/language.h"
 #include "engine/base_world.h"
 #include "font_sample.h"
 #include "frame/boxes.h"
 #include "frame/filedlg.h"
-#include "gui_core/control_style.h"
 #include "gui_core/gui_style.h"
 #include "gui_core/interface_font.h"
 #include "gui_core/style_look.h"
@@ -14,12 +14,10 @@
 #include "look_choices.h"
 #include "page_base/font_choices.h"
 #include "widgets/button_st.h"
-#include "widgets/color_swatch.h"
-#include "widgets/super_edit.h"
 
-#include <QCheckBox>
 #include <QComboBox>
 #include <QLabel>
+#include <QLayout>
 #include <QPlainTextEdit>
 #include <QSignalBlocker>
 #include <QStandardItemModel>
@@ -27,8 +25,6 @@
 #include <utility>
 
 using tarn::lang;
-using tarn::LookPart;
-using tarn::VisualState;
 
 namespace {
 
@@ -38,18 +34,9 @@ enum Id : int {
     id_family = 7202,
     id_add = 7203,
     id_remove = 7204,
-    id_size = 7205,
-    id_bold = 7206,
-    id_italic = 7207,
-    id_shadow = 7208,
     id_missing = 7209,
-    id_first_swatch = 7210, ///< one for each state
-    id_first_source = 7220,
-    id_first_caption = 7230,
     id_notice = 7240,
 };
-
-constexpr int largest_font = 500; ///< pixels
 
 /// A line that parts the list of families and cannot be chosen.
 void add_heading(QComboBox& box, const QString& text)
@@ -81,37 +68,20 @@ void CDlgDesignFont::OnInitDialog()
     for (const tarn::LookOwner& owner : tarn::look_owners())
         if (!owner.colors.empty())
             m_owners->addItem(owner.caption(), owner.number);
-    auto* size = control_as<CSuperEdit>(id_size);
-    size->set_range(1, largest_font, 1);
-    size->set_format_string(QStringLiteral("%.0f"));
     control_as<QLabel>(id_missing)->setTextFormat(Qt::PlainText);
     on_choose(id_owner, [this](int) { refresh(); });
     on_choose(id_family, [this](int row) { on_family(row); });
     on_click(id_add, [this] { on_add(); });
     on_click(id_remove, [this] { on_remove(); });
-    connect(size, &CSuperEdit::text_changed_by_user, this, [this](double pixels) { on_size(pixels); });
-    connect(size, &CSuperEdit::editing_finished, this, [this] { end_typing(); });
-    for (const int id : {id_bold, id_italic, id_shadow})
-        connect(control_as<QCheckBox>(id), &QAbstractButton::clicked, this,
-                [this, id] { run_action([this] { on_style(); }, control_as<QCheckBox>(id)->text()); });
-    for (int i = 0; i < tarn::style_state_count; ++i) {
-        const auto state = VisualState(i);
-        control_as<QLabel>(id_first_caption + i)->setText(tarn::visual_state_caption(state));
-        on_choose(id_first_source + i, [this, state](int row) { on_source(state, row); });
-        connect(control_as<CColorSwatch>(id_first_swatch + i), &QAbstractButton::clicked, this,
-                [this, state] { run_action([this, state] { on_swatch(state); }, lang(u"文字颜色", u"Text Color")); });
-    }
+    m_texts = new CChildElementText(this);
+    m_texts->Create(CChildElementText::template_id, this);
+    findChild<QWidget*>(QStringLiteral("texts"))->layout()->addWidget(m_texts);
+    connect(m_texts, &CChildElementText::look_edited, this, [this] { refresh(); });
 }
 
 int CDlgDesignFont::owner() const
 {
     return m_owners->currentData().toInt();
-}
-
-/// Texts come first among an owner's colours.
-LookPart CDlgDesignFont::text_part(VisualState state) const
-{
-    return {owner(), int(tarn::look_owner(owner())->elements.size()), state};
 }
 
 QString CDlgDesignFont::family() const
@@ -122,6 +92,7 @@ QString CDlgDesignFont::family() const
 void CDlgDesignFont::on_world_created(CBaseWorld* world)
 {
     CGuiChildDlg::on_world_created(world);
+    m_texts->on_world_created(world);
     if (core())
         refresh();
 }
@@ -172,18 +143,10 @@ void CDlgDesignFont::refresh()
 {
     if (!core())
         return;
-    const tarn::StyleLook& look = core()->look();
     if (std::exchange(m_listed_fonts, tarn::fonts_revision()) != tarn::fonts_revision())
         list_families();
     show_family();
-    control_as<CSuperEdit>(id_size)->set_pos(look.font_size(owner()));
-    const tarn::FontStyle style = look.font_style(owner());
-    control_as<QCheckBox>(id_bold)->setChecked(style.bold);
-    control_as<QCheckBox>(id_italic)->setChecked(style.italic);
-    control_as<QCheckBox>(id_shadow)->setChecked(style.shadow);
-    for (int i = 0; i < tarn::style_state_count; ++i)
-        tarn::show_color(*core(), text_part(VisualState(i)), *control_as<CColorSwatch>(id_first_swatch + i),
-                         *control_as<QComboBox>(id_first_source + i));
+    m_texts->show_owner(owner());
     m_sample->show_owner(core(), owner());
 }
 
@@ -271,44 +234,4 @@ void CDlgDesignFont::on_remove()
     scene()->remove_font(font->entry);
     changed();
     m_families->setFocus(); // Not in the field of the size, whose letters Undo would take.
-}
-
-/// The first letter that is typed may make the style that the next ones change: all of them are one step.
-void CDlgDesignFont::on_size(double pixels)
-{
-    if (!core() || !is_editing())
-        return;
-    const tarn::UserAction action(*journal(), lang(u"字号", u"Font Size"), "font size");
-    core()->set_look_font_size(owner(), int(pixels));
-    scene()->update_all_ctrl_element();
-}
-
-void CDlgDesignFont::on_style()
-{
-    const auto is_checked = [this](int id) { return control_as<QCheckBox>(id)->isChecked(); };
-    if (core() && is_editing())
-        core()->set_look_font_style(
-            owner(), {.bold = is_checked(id_bold), .italic = is_checked(id_italic), .shadow = is_checked(id_shadow)});
-    if (core())
-        changed();
-}
-
-void CDlgDesignFont::on_swatch(VisualState state)
-{
-    if (!core() || !is_editing())
-        return;
-    if (const auto color = tarn::ask_color(this, *control_as<CColorSwatch>(id_first_swatch + int(state)))) {
-        core()->set_element_color(text_part(state), tarn::color_text(*color));
-        changed();
-    }
-}
-
-void CDlgDesignFont::on_source(VisualState state, int row)
-{
-    if (!core() || !is_editing())
-        return;
-    core()->set_element_color(text_part(state),
-                              tarn::color_source(*control_as<CColorSwatch>(id_first_swatch + int(state)),
-                                                 *control_as<QComboBox>(id_first_source + int(state)), row));
-    changed();
 }

@@ -3,11 +3,12 @@
 #include "gui_core/gui_core.h"
 #include "page_base/gui_child_dlg.h"
 
+class CChildElementText;
 class CFontSample;
 class QComboBox;
 
 /// The texts of the interface's look, for each control type, dialogs and menus: their font, from the system or from the
-/// package, size, weight and colours.
+/// package, and their letters.
 class CDlgDesignFont : public CGuiChildDlg {
     Q_OBJECT
 
@@ -25,7 +26,6 @@ protected:
 
 private:
     int owner() const;
-    tarn::LookPart text_part(tarn::VisualState state) const; ///< the colour of the owner's texts
     QString family() const;
     void choose_owner(int owner);
     void follow_selection();
@@ -36,16 +36,13 @@ private:
     void on_family(int row);
     void on_add();
     void on_remove();
-    void on_size(double pixels);
-    void on_style();
-    void on_swatch(tarn::VisualState state);
-    void on_source(tarn::VisualState state, int row);
     /// Lets the change be seen everywhere.
     void changed();
 
     QComboBox* m_owners = nullptr;
     QComboBox* m_families = nullptr;
     CFontSample* m_sample = nullptr;
+    CChildElementText* m_texts = nullptr;
     quint64 m_listed_fonts = 0;       ///< tarn::fonts_revision() when the families were listed
     const void* m_followed = nullptr; ///< what was selected when the page last followed; only compared
 };

@@ -1,7 +1,9 @@
 #include "dlg_element_editor.h"
 
+#include "child_element_text.h"
 #include "core/language.h"
 #include "dlg_design_button.h"
+#include "dlg_design_check.h"
 #include "element_picture.h"
 #include "engine/base_world.h"
 #include "frame/boxes.h"
@@ -59,10 +61,16 @@ void CDlgElementEditor::OnInitDialog()
     m_parts = control_as<QComboBox>(id_part);
     m_sources = control_as<QComboBox>(id_source);
     m_tokens = control_as<QComboBox>(id_token);
-    m_texture = new CDlgDesignButton(this);
-    m_texture->Create(template_texture, this);
-    findChild<QWidget*>(QStringLiteral("texture"))->layout()->addWidget(m_texture);
+    const auto add_page = [this](CGuiChildDlg* page, int template_id, const char* room) {
+        page->Create(template_id, this);
+        findChild<QWidget*>(QLatin1String(room))->layout()->addWidget(page);
+    };
+    add_page(m_texture = new CDlgDesignButton(this), template_texture, "texture");
+    add_page(m_check = new CDlgDesignCheck(this), CDlgDesignCheck::template_id, "check");
+    add_page(m_texts = new CChildElementText(this), CChildElementText::template_id, "texts");
     connect(m_texture, &CDlgDesignButton::look_edited, this, [this] { refresh(); });
+    connect(m_texts, &CChildElementText::look_edited, this, [this] { refresh(); });
+    connect(m_check, &CDlgDesignCheck::part_chosen, this, [this](const LookPart& part) { choose(part); });
     for (int state = 0; state < tarn::style_state_count; ++state) {
         control_as<CStateButton>(id_first_state + state)->setText(tarn::visual_state_caption(VisualState(state)));
         connect(control_as<CStateButton>(id_first_state + state), &QAbstractButton::clicked, this, [this, state] {
@@ -118,7 +126,8 @@ LookPart CDlgElementEditor::part() const
 void CDlgElementEditor::on_world_created(CBaseWorld* world)
 {
     CGuiChildDlg::on_world_created(world);
-    m_texture->on_world_created(world);
+    for (CGuiChildDlg* page : std::initializer_list<CGuiChildDlg*>{m_texture, m_check, m_texts})
+        page->on_world_created(world);
     if (core())
         refresh();
 }
@@ -182,6 +191,7 @@ void CDlgElementEditor::choose(const LookPart& part)
     m_owners->setCurrentIndex(m_owners->findData(part.owner));
     fill_parts();
     m_parts->setCurrentIndex(part.part);
+    m_state = part.state;
     refresh();
 }
 
@@ -190,12 +200,32 @@ void CDlgElementEditor::refresh()
     if (!core())
         return;
     core()->set_current_element(part());
-    m_texture->show_element();
-    show_states();
+    show_sub_pages();
     fill_tokens();
     tarn::show_color(*core(), part(), *control_as<CColorSwatch>(id_color), *m_sources);
     control(id_font)->setEnabled(!owner().colors.empty());
     control(id_reset)->setEnabled(core()->is_element_changed(part()));
+}
+
+void CDlgElementEditor::show_sub_pages()
+{
+    const bool has_mark = CDlgDesignCheck::suits(part());
+    const bool is_text = tarn::is_text_part(owner(), part().part);
+    const auto show_room = [this](const char* room, bool on) {
+        findChild<QWidget*>(QLatin1String(room))->setVisible(on);
+    };
+    show_room("states", !has_mark);
+    show_room("check", has_mark);
+    show_room("texture", !is_text);
+    show_room("colors", !is_text);
+    show_room("texts", is_text);
+    m_texture->show_element();
+    if (has_mark)
+        m_check->show_part(part());
+    else
+        show_states();
+    if (is_text)
+        m_texts->show_owner(owner().number);
 }
 
 void CDlgElementEditor::show_states()
@@ -204,7 +234,7 @@ void CDlgElementEditor::show_states()
     const bool has_states = tarn::part_has_states(owner(), shown.part);
     for (int state = 0; state < tarn::style_state_count; ++state) {
         auto* button = control_as<CStateButton>(id_first_state + state);
-        button->show_part(core(), {shown.owner, shown.part, VisualState(state)});
+        button->show_parts(core(), {{shown.owner, shown.part, VisualState(state)}});
         button->setEnabled(has_states || state == 0);
         button->setChecked(state == int(shown.state));
     }

@@ -3,7 +3,9 @@
 #include "gui_core/gui_core.h"
 #include "page_base/gui_child_dlg.h"
 
+class CChildElementText;
 class CDlgDesignButton;
+class CDlgDesignCheck;
 class CStateButton;
 class QComboBox;
 
@@ -39,6 +41,8 @@ private:
     void fill_tokens();
     void choose(const tarn::LookPart& part);
     void refresh();
+    /// Lets the page have those of its parts that the element has a use for.
+    void show_sub_pages();
     void show_states();
     void on_color();
     void on_source(int row);
@@ -53,6 +57,8 @@ private:
     QComboBox* m_sources = nullptr; ///< of the colour: none, its own, or a named one
     QComboBox* m_tokens = nullptr;
     CDlgDesignButton* m_texture = nullptr;
+    CDlgDesignCheck* m_check = nullptr;
+    CChildElementText* m_texts = nullptr;
     tarn::VisualState m_state = tarn::VisualState::Normal;
     const void* m_followed = nullptr; ///< what was selected when the page last followed; only compared
 };

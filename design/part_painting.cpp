@@ -16,7 +16,27 @@ namespace {
 constexpr int square = 8;                                                            ///< pixels
 constexpr double margin = 4;                                                         ///< pixels around a part
 constexpr double largest_icon = 40;                                                  ///< pixels
+constexpr double share_of_letters = 0.5;                                             ///< of the part's shorter side
+constexpr int least_letters = 8;                                                     ///< pixels
 constexpr QRgb grounds[2][2] = {{0xff8a949c, 0xff7c868e}, {0xff4d565d, 0xff434b52}}; ///< light half, dark half
+
+/// Letters for a text, a spot for what else has a colour alone.
+void paint_color(QPainter& painter, const StyleLook& style, const LookOwner& owner, const LookPart& part,
+                 const QRectF& area)
+{
+    const QColor color = QColor::fromRgba(style.color(owner, part.part, part.state));
+    if (!is_text_part(owner, part.part)) {
+        const double radius = std::min({area.width(), area.height(), largest_icon}) / 2;
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(color);
+        painter.drawEllipse(area.center(), radius, radius);
+        return;
+    }
+    const double letters = std::min(area.height(), area.width()) * share_of_letters;
+    painter.setFont(interface_font(std::max(least_letters, int(letters)), false, style.family(part.owner)));
+    painter.setPen(color);
+    painter.drawText(area, Qt::AlignCenter, QStringLiteral("文A"));
+}
 
 } // namespace
 
@@ -41,13 +61,8 @@ void paint_part(QPainter& painter, const CGuiCore& core, const LookPart& part, c
     const StyleLook& style = core.look();
     const QRectF inside = area.adjusted(margin, margin, -margin, -margin);
     const StyleElement* element = element_part(*owner, part.part);
-    if (!element) {
-        QFont font = interface_font(std::max(8, int(inside.height() * 0.5)), false, style.family(part.owner));
-        painter.setFont(font);
-        painter.setPen(QColor::fromRgba(style.color(*owner, part.part, part.state)));
-        painter.drawText(inside, Qt::AlignCenter, QStringLiteral("文A"));
-        return;
-    }
+    if (!element)
+        return paint_color(painter, style, *owner, part, inside);
     const StyledElement& look = style.element(*owner, part.part, part.state);
     const ElementLook drawn{
         .picture = {}, .color = look.color, .region = look.region, .edges = look.edges, .shades = look.shades};

@@ -5,6 +5,8 @@
 #include <QFontMetrics>
 #include <QPainter>
 
+#include <utility>
+
 namespace {
 
 constexpr double caption_size = 0.8; ///< of the usual letters: five captions stand side by side
@@ -22,10 +24,10 @@ CStateButton::CStateButton(QWidget* parent) : QAbstractButton(parent)
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 }
 
-void CStateButton::show_part(const CGuiCore* core, const tarn::LookPart& part)
+void CStateButton::show_parts(const CGuiCore* core, std::vector<tarn::LookPart> parts)
 {
     m_core = core;
-    m_part = part;
+    m_parts = std::move(parts);
     update();
 }
 
@@ -47,7 +49,8 @@ void CStateButton::paintEvent(QPaintEvent*)
     const QRectF picture = QRectF(rect()).adjusted(frame, frame, -frame, -frame - line);
     tarn::paint_contrast(painter, picture);
     if (m_core && isEnabled())
-        tarn::paint_part(painter, *m_core, m_part, picture, devicePixelRatioF());
+        for (const tarn::LookPart& part : m_parts)
+            tarn::paint_part(painter, *m_core, part, picture, devicePixelRatioF());
     const bool stands_out = isChecked() || hasFocus();
     if (stands_out) {
         painter.setPen(QPen(palette().color(QPalette::Highlight), isChecked() ? 2 * frame : frame));

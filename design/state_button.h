@@ -4,15 +4,17 @@
 
 #include <QAbstractButton>
 
-/// Shows a part of the interface's look in one state, as it is drawn, with the state's name below; a click chooses it.
+#include <vector>
+
+/// Shows parts of the interface's look in one state, as they are drawn, with the state's name below; a click chooses it.
 class CStateButton : public QAbstractButton {
     Q_OBJECT
 
 public:
     explicit CStateButton(QWidget* parent = nullptr);
 
-    /// `core` may be null.
-    void show_part(const CGuiCore* core, const tarn::LookPart& part);
+    /// The parts lie over each other, the last on top. `core` may be null.
+    void show_parts(const CGuiCore* core, std::vector<tarn::LookPart> parts);
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
@@ -22,5 +24,5 @@ protected:
 
 private:
     const CGuiCore* m_core = nullptr;
-    tarn::LookPart m_part;
+    std::vector<tarn::LookPart> m_parts;
 };

@@ -100,7 +100,7 @@ const std::array owners{
 };
 
 constexpr std::array tokens{
-    StyleToken{"text", u"文字", u"Text", 0xffe8eef0},
+    StyleToken{"text", u"普通文字", u"Plain Text", 0xffe8eef0},
     StyleToken{"text_strong", u"突出的文字", u"Strong Text", 0xffffffff},
     StyleToken{"text_disabled", u"禁用的文字", u"Disabled Text", 0xff7f8c93},
     StyleToken{"accent", u"强调色", u"Accent", 0xff6fd3e0},
@@ -180,6 +180,11 @@ bool part_has_states(const LookOwner& owner, int part)
         return has_states(element->element);
     const StyleColor* color = color_part(owner, part);
     return color && color->has_states;
+}
+
+bool is_text_part(const LookOwner& owner, int part)
+{
+    return !owner.colors.empty() && part == int(owner.elements.size());
 }
 
 QString part_name(const LookOwner& owner, int part, VisualState state)

@@ -66,6 +66,8 @@ const StyleElement* element_part(const LookOwner& owner, int part);
 const StyleColor* color_part(const LookOwner& owner, int part);
 QString part_caption(const LookOwner& owner, int part);
 bool part_has_states(const LookOwner& owner, int part);
+/// Whether the part is the colour of the owner's texts, which comes first among its colours.
+bool is_text_part(const LookOwner& owner, int part);
 /// "Button.Body.hover": a part in a state, in files.
 QString part_name(const LookOwner& owner, int part, VisualState state);
 

@@ -117,6 +117,17 @@
         <translation>Remove</translation>
     </message>
     <message>
+        <source>版权与许可</source>
+        <translation>Copyright and Licence</translation>
+    </message>
+</context>
+<context>
+    <name>CChildElementText</name>
+    <message>
+        <source>文字</source>
+        <translation>Text</translation>
+    </message>
+    <message>
         <source>字号</source>
         <translation>Size</translation>
     </message>
@@ -135,10 +146,6 @@
     <message>
         <source>文字颜色</source>
         <translation>Text Color</translation>
-    </message>
-    <message>
-        <source>版权与许可</source>
-        <translation>Copyright and Licence</translation>
     </message>
 </context>
 </TS>

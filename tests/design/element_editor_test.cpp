@@ -1,5 +1,7 @@
 #include "core/appinfo.h"
+#include "design/child_element_text.h"
 #include "design/dlg_design_button.h"
+#include "design/dlg_design_check.h"
 #include "design/element_picture.h"
 #include "design/state_button.h"
 #include "gui_core/gui_style.h"
@@ -14,6 +16,8 @@
 #include <QImage>
 #include <QTemporaryDir>
 #include <QTest>
+
+#include <array>
 
 namespace tarn::test {
 
@@ -128,7 +132,7 @@ TEST_F(ElementEditor, edges_leave_the_middle_of_a_smaller_picture_alone)
 
 TEST_F(ElementEditor, a_colour_has_no_picture_and_a_file_that_is_none_changes_nothing)
 {
-    choose(DXUT_CONTROL_STATIC, 0, VisualState::Normal);
+    choose(DXUT_CONTROL_EDITBOX, 1 + edit_box_caret, VisualState::Normal);
     m_answers.buttons = {boxes::Button::Ok, boxes::Button::Ok};
     click(6438);
     EXPECT_EQ(m_answers.texts, QStringList(u"This element has no texture!"_s));
@@ -208,8 +212,10 @@ TEST_F(ElementEditor, edges_are_typed_or_dragged_and_those_that_do_not_fit_are_n
 
 TEST_F(ElementEditor, colours_of_parts_and_named_ones_show_at_once_and_are_reset)
 {
-    choose(DXUT_CONTROL_BUTTON, 1, VisualState::Normal);
-    const auto color = [&] { return core().look().text_color(DXUT_CONTROL_BUTTON, VisualState::Normal); };
+    choose(DXUT_CONTROL_EDITBOX, 1 + edit_box_caret, VisualState::Normal);
+    const auto color = [&] {
+        return core().look().color(*look_owner(DXUT_CONTROL_EDITBOX), part().part, part().state);
+    };
     pick(6964, box(6964)->findData(u"accent"_s));
     EXPECT_EQ(color(), 0xff6fd3e0u);
     pick(6967, box(6967)->findData(u"accent"_s));
@@ -221,10 +227,33 @@ TEST_F(ElementEditor, colours_of_parts_and_named_ones_show_at_once_and_are_reset
     EXPECT_GE(box(6964)->findData(u"glow"_s), 0);
     EXPECT_TRUE(m_editor->control(6970)->isEnabled());
     static_cast<QAbstractButton*>(m_editor->control(6970))->click();
-    EXPECT_EQ(color(), 0xffe8eef0u);
+    EXPECT_EQ(color(), 0xffbfeef5u);
     EXPECT_FALSE(m_editor->control(6970)->isEnabled());
     while (m_scene->journal().undo()) {}
     EXPECT_EQ(core().scene_style(), nullptr);
+}
+
+TEST_F(ElementEditor, shows_letters_for_texts_and_boxes_with_their_marks_and_pictures_for_the_rest)
+{
+    auto* texts = m_editor->findChild<CChildElementText*>();
+    auto* check = m_editor->findChild<CDlgDesignCheck*>();
+    const auto shown = [&] {
+        return std::array{texts->isVisibleTo(m_editor), check->isVisibleTo(m_editor), m_texture->isVisibleTo(m_editor)};
+    };
+    EXPECT_EQ(shown(), (std::array{false, false, true}));
+    choose(DXUT_CONTROL_BUTTON, 1, VisualState::Hover);
+    EXPECT_EQ(shown(), (std::array{true, false, false}));
+    static_cast<QAbstractButton*>(texts->control(7206))->click();
+    EXPECT_TRUE(core().look().font_style(DXUT_CONTROL_BUTTON).bold);
+    EXPECT_FALSE(core().look().font_style(DXUT_CONTROL_STATIC).bold);
+    choose(DXUT_CONTROL_RADIOBUTTON, 0, VisualState::Normal);
+    EXPECT_EQ(shown(), (std::array{false, true, true}));
+    static_cast<QAbstractButton*>(check->control(7270 + int(VisualState::Pressed)))->click();
+    EXPECT_EQ(part(), (LookPart{DXUT_CONTROL_RADIOBUTTON, 1, VisualState::Pressed})) << "the mark of one that is on";
+    static_cast<QAbstractButton*>(check->control(7260 + int(VisualState::Disabled)))->click();
+    EXPECT_EQ(part(), (LookPart{DXUT_CONTROL_RADIOBUTTON, 0, VisualState::Disabled}));
+    choose(DXUT_CONTROL_RADIOBUTTON, 2, VisualState::Normal);
+    EXPECT_EQ(shown(), (std::array{true, false, false}));
 }
 
 } // namespace tarn::test

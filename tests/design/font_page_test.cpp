@@ -1,3 +1,4 @@
+#include "design/child_element_text.h"
 #include "gui_core/gui_style.h"
 #include "gui_core/style_look.h"
 #include "gui_scene/font_library.h"
@@ -37,6 +38,12 @@ protected:
         Q_EMIT box(id)->activated(row);
     }
     void click(int id) { qobject_cast<QAbstractButton*>(m_page->control(id))->click(); }
+    /// Of the part of the page that has the letters.
+    template <typename Widget>
+    Widget* letters(int id)
+    {
+        return qobject_cast<Widget*>(m_page->findChild<CChildElementText*>()->control(id));
+    }
     QString font_file()
     {
         QFile file(m_folder.filePath(u"squares.ttf"_s));
@@ -87,27 +94,29 @@ TEST_F(FontPage, takes_a_font_in_shows_its_licence_and_lets_it_go_again)
 
 TEST_F(FontPage, size_style_and_colours_are_steps_of_undo)
 {
-    auto* size = qobject_cast<CSuperEdit*>(m_page->control(7205));
+    auto* size = letters<CSuperEdit>(7205);
     size->setFocus();
     size->selectAll();
     QTest::keyClicks(size, u"22"_s);
     EXPECT_EQ(core().look().font_size(DXUT_CONTROL_STATIC), 22);
-    click(7206);
-    click(7208);
+    letters<QCheckBox>(7206)->click();
+    letters<QCheckBox>(7208)->click();
     EXPECT_EQ(core().look().font_style(DXUT_CONTROL_STATIC), (FontStyle{.bold = true, .shadow = true}));
-    click(7206);
+    letters<QCheckBox>(7206)->click();
     EXPECT_EQ(core().look().font_style(DXUT_CONTROL_STATIC), (FontStyle{.shadow = true}));
-    pick(7221, box(7221)->findData(u"accent"_s));
+    auto* hover = letters<QComboBox>(7221);
+    hover->setCurrentIndex(hover->findData(u"accent"_s));
+    Q_EMIT hover->activated(hover->currentIndex());
     EXPECT_EQ(core().look().text_color(DXUT_CONTROL_STATIC, VisualState::Hover), 0xff6fd3e0u);
-    EXPECT_EQ(qobject_cast<CColorSwatch*>(m_page->control(7211))->argb(), 0xff6fd3e0u);
+    EXPECT_EQ(letters<CColorSwatch>(7211)->argb(), 0xff6fd3e0u);
     m_answers.dialogs.push_back([](QDialog& dialog) { dialog.accept(); });
-    click(7213);
+    letters<CColorSwatch>(7213)->click();
     EXPECT_EQ(core().scene_style()->style_state().colors.value(u"Static.Text.disabled"_s), u"#ff7f8c93"_s);
     EXPECT_EQ(m_scene->journal().step_count(), 6u);
     while (m_scene->journal().undo()) {}
     m_world.broadcast(ui_scene_changed);
     EXPECT_EQ(core().scene_style(), nullptr);
-    EXPECT_FALSE(qobject_cast<QCheckBox*>(m_page->control(7208))->isChecked());
+    EXPECT_FALSE(letters<QCheckBox>(7208)->isChecked());
 }
 
 TEST_F(FontPage, a_missing_font_is_told_with_its_substitute)
