@@ -234,7 +234,6 @@ void CDlgGuiManager::move_layer(int down)
     fill_list();
     m_list->selecte_item_by_ptr_binded(dialog);
     update_buttons();
-    update_all_views();
 }
 
 void CDlgGuiManager::on_remove()
@@ -300,7 +299,6 @@ void CDlgGuiManager::import_from(const QString& path)
     }
     scene()->set_openfile_name(path);
     broadcast(tarn::ui_full_refresh);
-    update_all_views();
 }
 
 void CDlgGuiManager::on_merge()
@@ -347,5 +345,4 @@ void CDlgGuiManager::merge_from(const QString& path)
         return;
     }
     broadcast(tarn::ui_full_refresh);
-    update_all_views();
 }

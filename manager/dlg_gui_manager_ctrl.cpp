@@ -402,7 +402,6 @@ void CDlgGuiManagerCtrl::on_lock_clicked(int row)
         },
         lock ? lang(u"锁定", u"Lock") : lang(u"解锁", u"Unlock"));
     broadcast(tarn::ui_control_properties);
-    update_all_views();
 }
 
 /// The selected controls come to lie beside the one of the row, in its dialog. Rows stand in the order of layers or in one
@@ -433,7 +432,6 @@ void CDlgGuiManagerCtrl::on_rows_dropped(int row, bool below)
         },
         changes_dialog ? lang(u"切换控件窗口", u"Switch Dialog") : lang(u"图层顺序", u"Layer Order"));
     broadcast(tarn::ui_controls_changed);
-    update_all_views();
 }
 
 void CDlgGuiManagerCtrl::on_menu(int row, const QPoint& place)

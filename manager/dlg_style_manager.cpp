@@ -123,7 +123,6 @@ void CDlgStyleManager::apply(int row)
     fill_list();
     m_list->selecte_item_by_ptr_binded(core()->worn_style());
     update_buttons();
-    update_all_views();
 }
 
 void CDlgStyleManager::on_double_click(int row)
@@ -177,7 +176,6 @@ void CDlgStyleManager::on_delete()
     if (const QString file = scene()->style_file(name); !file.isEmpty())
         filefun::delete_file_or_dir(file);
     fill_list();
-    update_all_views();
 }
 
 void CDlgStyleManager::on_reset()
@@ -203,5 +201,4 @@ void CDlgStyleManager::on_change_picture()
         return;
     if (const auto status = scene()->SetControlTexture(path, 1); !status)
         tarn::boxes::error(this, status.message());
-    update_all_views();
 }

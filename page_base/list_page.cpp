@@ -65,5 +65,4 @@ void CListPage::rename(int row, const QString& name)
     if (!status)
         tarn::boxes::error(this, status.message());
     broadcast(m_naming.changed_code);
-    update_all_views();
 }

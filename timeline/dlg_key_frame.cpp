@@ -268,7 +268,6 @@ private:
         m_known = now;
         apply_ways();
         m_object.update_frame();
-        m_base.update_all_views();
     }
     void apply_ways()
     {
@@ -301,7 +300,6 @@ private:
             m_keys.front() = CObjKey(m_object, to);
             m_time = to;
             bar.set_current_time(to, 1);
-            m_base.update_all_views();
         } else {
             edit(m_form.time).set_pos(double(m_time));
             tarn::boxes::message(

@@ -123,7 +123,6 @@ void CDlgTopTimer::set_auto_record(bool on)
     if (animation())
         animation()->set_auto_record(on);
     show_auto_record();
-    update_all_views();
 }
 
 void CDlgTopTimer::show_auto_record()

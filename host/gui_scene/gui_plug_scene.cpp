@@ -410,7 +410,6 @@ void CGuiPlugScene::set_language(const QString& language)
     if (std::exchange(m_language, language) == language || !m_playing)
         return;
     show_language();
-    m_world->update_all_views();
 }
 
 Status CGuiPlugScene::show_texts(const QString& language)

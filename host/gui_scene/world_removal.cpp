@@ -19,7 +19,6 @@ void remove_world_selection(CGuiPlugScene& scene)
         remove_world_objects(world);
     }
     world.broadcast(ui_world_selection_changed);
-    world.update_all_views();
 }
 
 } // namespace tarn

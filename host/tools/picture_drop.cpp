@@ -64,7 +64,6 @@ Status drop_picture(CGuiPlugScene& scene, const QString& file, QPointF place)
     const Status set = scene.set_picture({target}, *picture_field(*target), file);
     core.SelectControl(target, false);
     scene.world()->broadcast(ui_scene_changed);
-    scene.world()->update_all_views();
     return set;
 }
 
