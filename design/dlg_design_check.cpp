@@ -42,8 +42,9 @@ void CDlgDesignCheck::OnInitDialog()
         for (int state = 0; state < tarn::style_state_count; ++state) {
             auto* tile = control_as<CStateButton>(first + state);
             tile->setText(tarn::visual_state_caption(VisualState(state)));
-            connect(tile, &QAbstractButton::clicked, this,
-                    [this, part, state] { Q_EMIT part_chosen({m_owner, part, VisualState(state)}); });
+            connect(tile, &QAbstractButton::clicked, this, [this, part, state] {
+                Q_EMIT part_chosen({m_owner, part, VisualState(state)});
+            });
         }
     };
     connect_row(id_first_off, part_box);
@@ -54,8 +55,7 @@ void CDlgDesignCheck::show_part(const LookPart& part)
 {
     m_owner = part.owner;
     const tarn::LookOwner& owner = *tarn::look_owner(m_owner);
-    control_as<QLabel>(id_off)->setText(
-        lang(u"未选中：%1", u"Off: %1").arg(tarn::part_caption(owner, part_box)));
+    control_as<QLabel>(id_off)->setText(lang(u"未选中：%1", u"Off: %1").arg(tarn::part_caption(owner, part_box)));
     control_as<QLabel>(id_on)->setText(lang(u"选中：%1", u"On: %1").arg(tarn::part_caption(owner, part_mark)));
     for (int i = 0; i < tarn::style_state_count; ++i) {
         const auto state = VisualState(i);

@@ -65,12 +65,6 @@ void release_models(CBaseWorld& world, const QSet<QString>& files)
         world.models().library().release(file);
 }
 
-void tell(CBaseWorld& world)
-{
-    world.broadcast(ui_world_selection_changed);
-    world.update_all_views();
-}
-
 /// One step of undo.
 void set_for_all(CBaseWorld& world, const std::vector<WorldObject*>& objects, const QString& name,
                  bool (WorldObject::*set)(bool), bool on)
@@ -80,7 +74,7 @@ void set_for_all(CBaseWorld& world, const std::vector<WorldObject*>& objects, co
         for (WorldObject* object : objects)
             (object->*set)(on);
     }
-    tell(world);
+    world.broadcast(ui_world_selection_changed);
 }
 
 } // namespace
@@ -90,7 +84,8 @@ void select_world_objects(CBaseWorld& world, const std::vector<WorldObject*>& ob
     world.selection().clear();
     for (const WorldObject* object : objects)
         world.selection().add(object);
-    tell(world);
+    world.broadcast(ui_world_selection_changed);
+    world.update_all_views();
 }
 
 WorldObject* add_world_object(CBaseWorld& world, WorldType type, const QVector3D& ground)

@@ -180,6 +180,4 @@ void CGuiPlugScene::remove_font(const QString& entry)
 void CGuiPlugScene::update_all_ctrl_element()
 {
     m_core->look_changed();
-    if (m_world)
-        m_world->update_all_views();
 }

@@ -19,12 +19,6 @@ namespace {
 
 constexpr QPointF copy_offset(10, 10); ///< pixels from an object to its duplicate
 
-void tell(CGuiPlugScene& scene, int code)
-{
-    scene.world()->broadcast(code);
-    scene.world()->update_all_views();
-}
-
 /// `order`, lowest layer first, with its selected objects moved. They keep their order among each other: a step up or
 /// down stops at the end, and at a neighbour that was stopped.
 template <class Object>
@@ -74,7 +68,7 @@ void remove_selected(CGuiPlugScene& scene)
     const auto controls = selected_controls(scene.gui_core(), true);
     if (!controls.empty()) {
         scene.RemoveCtrls(controls);
-        tell(scene, ui_control_selected);
+        scene.world()->broadcast(ui_control_selected);
         return;
     }
     scene.RemoveDialogs(selected_dialogs(scene.gui_core()));
@@ -97,7 +91,7 @@ CDXUTControl* add_copy(CGuiCore& core, const ObjectState& original, CDXUTDialog&
 void tell_new_controls(CGuiPlugScene& scene)
 {
     tell_selection(scene);
-    tell(scene, ui_control_selected);
+    scene.world()->broadcast(ui_control_selected);
 }
 
 namespace {
@@ -193,7 +187,7 @@ void move_selected_layers(CGuiPlugScene& scene, Layer where)
         else
             core.reorder_dialogs(with_moved_layers(core.GetDialogs(), where, selection));
     }
-    tell(scene, of_controls ? ui_controls_changed : ui_scene_changed);
+    scene.world()->broadcast(of_controls ? ui_controls_changed : ui_scene_changed);
 }
 
 bool all_locked(const CGuiCore& core)
