@@ -27,7 +27,6 @@ private:
     void set_up_table();
     void refresh();
     void show_languages();
-    QString asked_language(const QString& question) const;
     void on_add();
     void on_remove();
     void on_import();

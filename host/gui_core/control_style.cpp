@@ -68,11 +68,6 @@ std::span<const StyleElement> style_elements(int owner)
     return row ? row->elements : std::span<const StyleElement>();
 }
 
-std::span<const StyleElement> menu_elements()
-{
-    return style_elements(look_owner_menu);
-}
-
 bool has_styled_text(int control_type)
 {
     const LookOwner* row = look_owner(control_type);

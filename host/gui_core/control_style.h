@@ -17,8 +17,6 @@ class StyleLook;
 
 /// What a control of that type is drawn from; empty for a type that has no pictures of the skin.
 std::span<const StyleElement> style_elements(int control_type);
-/// What a menu is drawn from.
-std::span<const StyleElement> menu_elements();
 /// Whether a control of that type shows a text in a font and a colour of the author's choice.
 bool has_styled_text(int control_type);
 QString visual_state_caption(VisualState state); ///< in the program's language

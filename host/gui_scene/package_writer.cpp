@@ -12,6 +12,7 @@
 #include "script/config_scene.h"
 #include "store/enough_memory.h"
 #include "store/scene_text.h"
+#include "translations/translation.h"
 
 #include <QSet>
 
@@ -121,6 +122,12 @@ void keep_animation_of(SceneSnapshot& scene, const CGuiCore& core, const QSet<qu
         std::erase_if(states(kind), [&](const StatePtr& child) { return !parents.contains(child->parent.id); });
 }
 
+void keep_translations(SceneSnapshot& scene, const CGuiCore& core, const std::function<bool(quint32)>& is_kept)
+{
+    std::erase_if(scene.objects[core.document().kind("texts")->place],
+                  [&](const StatePtr& row) { return !is_kept(SceneSnapshot::as<TranslationState>(row).object.id); });
+}
+
 void keep_selected(SceneSnapshot& scene, const CGuiCore& core)
 {
     const QSet<quint32> kept = keep_selected_objects(scene, core);
@@ -133,6 +140,7 @@ void keep_selected(SceneSnapshot& scene, const CGuiCore& core)
     std::erase_if(scene.objects[core.document().kind("functions")->place], [&](const StatePtr& function) {
         return left_out.contains(SceneSnapshot::as<FunctionState>(function).name);
     });
+    keep_translations(scene, core, is_kept);
 }
 
 /// By the entries that they have in a package.
@@ -157,6 +165,11 @@ SceneSnapshot content_to_save(const CGuiCore& core, const CSaveOpt& options)
     SceneSnapshot scene = core.document().snapshot();
     if (options.selection_only || options.interface_only)
         core.document().leave_out_world(scene);
+    // Undo brings back an object with its translations; for who opens the file they are nobody's.
+    keep_translations(scene, core, [&](quint32 id) {
+        const ModelObject* object = core.document().find(id);
+        return object && object->is_attached();
+    });
     if (options.selection_only)
         keep_selected(scene, core);
     return scene;

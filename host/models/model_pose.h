@@ -15,7 +15,6 @@ public:
     /// At rest.
     explicit ModelPose(ModelPtr model);
 
-    void set_rest() { set_action(-1, 0); }
     /// `action` is a number in the model's list; one that is not there poses the model at rest. `seconds` before the
     /// action's beginning count from its end when it repeats.
     void set_action(int action, double seconds, ActionEnd end = ActionEnd::Repeat);

@@ -15,6 +15,7 @@
 #include "gui_core/dxut_dialog.h"
 #include "gui_core/dxut_menu.h"
 #include "gui_scene/gui_plug_scene.h"
+#include "gui_scene/translations/translations.h"
 #include "store/enough_memory.h"
 #include "world/world_scene.h"
 #include "world_clipboard.h"
@@ -41,6 +42,7 @@ struct Content {
     std::vector<StatePtr> objects;     ///< of the world
     QMap<QString, QByteArray> dialogs; ///< the texts of a scene that holds them, by entry of a package
     ClipboardFiles files;
+    std::vector<StatePtr> texts;   ///< of the controls, in other languages
     QHash<quint32, QString> menus; ///< names of those that the controls open, by their ids
 };
 
@@ -69,6 +71,27 @@ void write_menus(JsonWriter& writer, const std::vector<CDXUTControl*>& controls)
         writer.value(menu.value());
     }
     writer.end_object();
+}
+
+void write_texts(JsonWriter& writer, const CGuiPlugScene& scene, const std::vector<CDXUTControl*>& controls)
+{
+    QSet<quint32> ids;
+    for (const CDXUTControl* control : controls)
+        ids.insert(control->id());
+    writer.key("texts");
+    writer.begin_array();
+    for (const StatePtr& row : scene.translations().rows_of(ids)) {
+        writer.new_line();
+        write_state(*row, writer);
+    }
+    writer.end_array();
+}
+
+Status read_text(JsonCursor& value, Content& content)
+{
+    if (content.texts.size() == Translations::max_texts)
+        return value.fail(lang(u"译文太多", u"there are too many translations"));
+    return read_state(*content.texts.emplace_back(new TranslationState), value);
 }
 
 Status read_control(JsonCursor& value, Content& content)
@@ -108,6 +131,8 @@ Status read_content(const ObjectKind& world_kind, const QByteArray& text, Conten
             return value.each_member([&](std::string_view name, JsonCursor& file) {
                 return read_file(from_utf8(name), file, content.files);
             });
+        if (key == "texts")
+            return value.each_element([&](JsonCursor& row) { return read_text(row, content); });
         if (key == "menus")
             return value.each_member([&](std::string_view id, JsonCursor& name) {
                 return name.read(content.menus[from_utf8(id).toUInt()]);
@@ -183,6 +208,7 @@ QByteArray clipboard_text(const CGuiPlugScene& scene, const std::vector<CDXUTCon
     }
     writer.end_array();
     write_menus(writer, controls);
+    write_texts(writer, scene, controls);
     ClipboardFiles files;
     for (const CDXUTControl* control : controls)
         add_files_of(scene, Authored::state(*control), files);
@@ -227,9 +253,13 @@ void paste_controls(CGuiPlugScene& scene, Content& content)
         const UserAction action(scene.journal(), lang(u"粘贴控件", u"Paste Control"));
         take_files(scene, content.controls, content.files);
         keep_own_menus(core, content);
+        QHash<quint32, quint32> ids;
         for (const auto& control : content.controls)
-            pasted.push_back(add_copy(core, *control, home, {shift, shift}));
-        std::erase(pasted, nullptr);
+            if (CDXUTControl* copy = add_copy(core, *control, home, {shift, shift})) {
+                pasted.push_back(copy);
+                ids.insert(control->id, copy->id());
+            }
+        scene.translations().take_rows(content.texts, ids);
         core.ClearCtrlSelection();
         core.SelectControls(pasted);
     }

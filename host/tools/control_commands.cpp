@@ -5,6 +5,7 @@
 #include "gui_core/dxut_control.h"
 #include "gui_core/dxut_dialog.h"
 #include "gui_scene/gui_plug_scene.h"
+#include "gui_scene/translations/translations.h"
 #include "selection_edit.h"
 
 #include <QHash>
@@ -153,6 +154,8 @@ void duplicate_selected(CGuiPlugScene& scene)
                 ids.insert(control->id(), copy->id());
             }
         copy_events(scene, ids);
+        const QList<quint32> originals = ids.keys();
+        scene.translations().take_rows(scene.translations().rows_of({originals.begin(), originals.end()}), ids);
         core.ClearCtrlSelection();
         core.SelectControls(copies);
     }

@@ -2,6 +2,8 @@
 #include "mouse_fixture.h"
 
 #include "gui_core/dxut_menu.h"
+#include "gui_scene/package_writer.h"
+#include "gui_scene/translations/translations.h"
 #include "support/gui_fixture.h"
 #include "support/package_texts.h"
 #include "tools/control_clipboard.h"
@@ -200,6 +202,40 @@ TEST_F(ClipboardTest, duplicates_stay_in_their_dialogs_and_leave_the_clipboard_a
     core().SelectDialog(d, false);
     EXPECT_TRUE(run(Editor::paste).ok());
     EXPECT_EQ(selected().size(), 1u);
+}
+
+TEST_F(ClipboardTest, what_controls_say_in_other_languages_comes_along)
+{
+    CDXUTDialog* d = home();
+    CDXUTControl* a = button(d, {20, 30, 40, 20});
+    CDXUTControl* other = button(d, {90, 30, 40, 20});
+    for (CDXUTControl* control : {a, other})
+        EXPECT_TRUE(set(*control, "text", u"Buy"_s));
+    const auto text_of = [](CDXUTControl& control) {
+        return SeenText{.object = &control, .field = control.fields().find("text"), .in_list = false, .text = u"Buy"_s};
+    };
+    const auto german = [&](CDXUTControl* control) { return m_scene.translations().text(text_of(*control), u"de"_s); };
+    EXPECT_TRUE(m_scene.translations().add_language(u"de"_s).ok());
+    m_scene.translations().set_text(text_of(*a), u"de"_s, u"Kaufen"_s);
+    m_scene.translations().set_text(text_of(*other), u"de"_s, u"Nehmen"_s);
+    core().document().forget_history();
+    core().SelectControl(a, false);
+    EXPECT_TRUE(run(Editor::duplicate).ok());
+    EXPECT_EQ(german(d->controls().last()), u"Kaufen"_s);
+    EXPECT_EQ(undo_all(), 1);
+    EXPECT_EQ(content_to_save(core()).objects[core().document().kind("texts")->place].size(), 2u);
+
+    const QByteArray copy = copied({a});
+    core().SelectDialog(d, false);
+    EXPECT_TRUE(run(Editor::duplicate).ok());
+    EXPECT_EQ(german(core().GetDialogs().last()->controls().last()), u"Nehmen"_s);
+    m_scene.RemoveDialog(d);
+    EXPECT_EQ(content_to_save(core()).objects[core().document().kind("texts")->place].size(), 2u)
+        << "what is gone is not saved";
+    m_scene.new_scene();
+    EXPECT_TRUE(paste_text(m_scene, copy).ok());
+    EXPECT_EQ(german(core().GetRootDialog()->controls().last()), u"Kaufen"_s);
+    EXPECT_EQ(m_scene.translations().languages(), QStringList(u"de"_s));
 }
 
 TEST_F(ClipboardTest, dialogs_go_with_their_controls_pictures_and_scripts_into_another_scene)

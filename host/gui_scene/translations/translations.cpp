@@ -113,7 +113,7 @@ void Translations::look_through() const
         const TranslationState& s = one->translation();
         m_places.insert({s.object.id, s.attribute, is_list_of_texts(s.attribute) ? s.source : QString()}, one);
         for (auto text = s.texts.begin(); text != s.texts.end(); ++text)
-            if (!m_languages.contains(text.key()))
+            if (m_languages.size() < max_languages && !m_languages.contains(text.key()))
                 m_languages.append(text.key());
     }
 }
@@ -130,17 +130,39 @@ bool Translations::is_outdated(const SeenText& text) const
     return found && found->translation().source != text.text;
 }
 
-Translation* Translations::add(const SeenText& text)
+Translation* Translations::add(const StatePtr& row)
 {
-    StatePtr held(new TranslationState);
-    auto& state = static_cast<TranslationState&>(*held);
-    if (std::size_t(translations().texts.size()) >= max_texts || (state.id = document().take_id()) == 0)
+    if (std::size_t(translations().texts.size()) >= max_texts || (row->id = document().take_id()) == 0)
         return nullptr;
-    state.object = {text.object->id()};
-    state.attribute = QString::fromLatin1(text.field->name());
-    const auto made = document().create(*m_kind, std::move(held));
+    const auto made = document().create(*m_kind, row);
     document().attach(*made, *this, translations().texts.size());
     return static_cast<Translation*>(made.get());
+}
+
+std::vector<StatePtr> Translations::rows_of(const QSet<quint32>& objects) const
+{
+    std::vector<StatePtr> rows;
+    for (const Translation* one : texts())
+        if (objects.contains(one->translation().object.id))
+            rows.emplace_back(one->translation().clone());
+    return rows;
+}
+
+void Translations::take_rows(const std::vector<StatePtr>& rows, const QHash<quint32, quint32>& copies)
+{
+    QSet<QString> taken; // No text has two rows.
+    for (const StatePtr& row : rows) {
+        const auto& from = static_cast<const TranslationState&>(*row);
+        const auto copy = copies.constFind(from.object.id);
+        const QString key = key_of(from);
+        if (copy == copies.constEnd() || key.isEmpty() || taken.contains(key))
+            continue;
+        taken.insert(key);
+        const StatePtr held(from.clone());
+        static_cast<TranslationState&>(*held).object = {*copy};
+        if (!add(held))
+            return;
+    }
 }
 
 void Translations::set_text(const SeenText& text, const QString& language, const QString& translated)
@@ -149,8 +171,14 @@ void Translations::set_text(const SeenText& text, const QString& language, const
     if (!languages().contains(language) || (!found && translated.isEmpty()))
         return;
     const UserAction action(journal(), lang(u"翻译文字", u"Translate"));
-    if (!found && !(found = add(text)))
-        return;
+    if (!found) {
+        const StatePtr row(new TranslationState);
+        auto& state = static_cast<TranslationState&>(*row);
+        state.object = {text.object->id()};
+        state.attribute = QString::fromLatin1(text.field->name());
+        if (!(found = add(row)))
+            return;
+    }
     m_places.insert(place_of(text), found);
     found->write<TranslationState>([&](TranslationState& s) {
         s.source = text.text;

@@ -4,6 +4,7 @@
 #include "translation.h"
 
 #include <QHash>
+#include <QSet>
 
 #include <vector>
 
@@ -19,7 +20,7 @@ public:
     /// They become a part of the document.
     explicit Translations(Document& document);
 
-    /// Those that were added, then those that came with the texts of a merge.
+    /// Those that were added, then those that came with texts from elsewhere, as far as there is room.
     const QStringList& languages() const;
     /// Fails for a name that is empty, too long or there already.
     Status add_language(const QString& name);
@@ -33,6 +34,12 @@ public:
     bool is_outdated(const SeenText& text) const;
     /// An empty one takes the translation away.
     void set_text(const SeenText& text, const QString& language, const QString& translated);
+
+    /// Those of the objects' texts, as they are kept.
+    std::vector<StatePtr> rows_of(const QSet<quint32>& objects) const;
+    /// Takes rows on that may come from elsewhere. `copies`: whose texts they are here, by the ids that the rows know; rows
+    /// of others are left out.
+    void take_rows(const std::vector<StatePtr>& rows, const QHash<quint32, quint32>& copies);
 
     /// Has the interface show the language's texts, and what the author wrote where there is none. Writes are writes to what
     /// is shown.
@@ -60,7 +67,8 @@ private:
     static Place place_of(const SeenText& text);
     const TranslationsState& translations() const { return state<TranslationsState>(); }
     std::vector<Translation*> texts() const;
-    Translation* add(const SeenText& text);
+    /// Null when there is no room.
+    Translation* add(const StatePtr& row);
 
     const ObjectKind* m_kind = nullptr;
     void look_through() const;
