@@ -19,6 +19,7 @@ namespace tarn {
 
 namespace {
 
+constexpr int largest_icon = 64; ///< pixels of a row
 constexpr QSize usual_size(520, 360);
 constexpr int deepest_menu = 8;
 
@@ -61,6 +62,20 @@ std::vector<NamedAction> actions_in_menus(const QWidget& window, WhichActions wh
     return found;
 }
 
+QString text_of_keys(const QList<QKeySequence>& keys)
+{
+    return QKeySequence::listToString(keys, QKeySequence::NativeText).replace(QLatin1String("; "), QLatin1String(", "));
+}
+
+QIcon row_icon(const QAction& action)
+{
+    if (!action.icon().isNull())
+        return action.icon();
+    QPixmap clear(largest_icon, largest_icon);
+    clear.fill(Qt::transparent);
+    return clear;
+}
+
 CommandPalette::CommandPalette(QWidget* parent, const std::vector<NamedAction>& actions)
     : QDialog(parent), m_actions(actions), m_filter(new QLineEdit(this)), m_list(new QTreeWidget(this))
 {
@@ -81,10 +96,8 @@ CommandPalette::CommandPalette(QWidget* parent, const std::vector<NamedAction>& 
     m_list->header()->setSectionResizeMode(1, QHeaderView::ResizeToContents);
     m_list->setFocusPolicy(Qt::NoFocus);
     for (const NamedAction& named : m_actions) {
-        const QString keys = QKeySequence::listToString(named.action->shortcuts(), QKeySequence::NativeText);
-        auto* row = new QTreeWidgetItem(m_list,
-                                        {named.path, QString(keys).replace(QLatin1String("; "), QLatin1String(", "))});
-        row->setIcon(0, named.action->icon());
+        auto* row = new QTreeWidgetItem(m_list, {named.path, text_of_keys(named.action->shortcuts())});
+        row->setIcon(0, row_icon(*named.action));
         if (named.action->isChecked())
             row->setText(1, QStringLiteral("✓ ") + row->text(1));
     }

@@ -1,6 +1,12 @@
 #pragma once
 
 #include <QDialog>
+#include <QIcon>
+#include <QKeySequence>
+#include <QList>
+#include <QString>
+
+#include <vector>
 
 class QAction;
 class QLineEdit;
@@ -19,6 +25,13 @@ enum class WhichActions { Enabled, All };
 
 /// All that the menu bar of `window` has, or all of it that can be chosen now, in its order.
 std::vector<NamedAction> actions_in_menus(const QWidget& window, WhichActions which = WhichActions::Enabled);
+
+// How a list shows an action.
+
+/// "Ctrl+C, Ctrl+Ins"
+QString text_of_keys(const QList<QKeySequence>& keys);
+/// Clear for an action without an icon, so that all names begin at the same place.
+QIcon row_icon(const QAction& action);
 
 /// A list of actions that is narrowed by typing parts of their names. Accepted, it has a chosen one.
 class CommandPalette : public QDialog {

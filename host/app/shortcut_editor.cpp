@@ -1,5 +1,6 @@
 #include "shortcut_editor.h"
 
+#include "command_palette.h"
 #include "core/language.h"
 #include "frame/boxes.h"
 
@@ -21,11 +22,6 @@ namespace {
 constexpr QSize usual_size(560, 480);
 
 enum Column : int { column_name, column_keys };
-
-QString text_of(const QList<QKeySequence>& keys)
-{
-    return QKeySequence::listToString(keys, QKeySequence::NativeText).replace(QLatin1String("; "), QLatin1String(", "));
-}
 
 bool is_modifier(int key)
 {
@@ -118,7 +114,7 @@ void ShortcutEditor::make_list()
     m_list->header()->setSectionResizeMode(column_keys, QHeaderView::ResizeToContents);
     for (const Shortcuts::Command& command : m_shortcuts.commands()) {
         auto* row = new QTreeWidgetItem(m_list, {command.path});
-        row->setIcon(column_name, command.action->icon());
+        row->setIcon(column_name, row_icon(*command.action));
     }
 }
 
@@ -193,7 +189,7 @@ void ShortcutEditor::show_keys()
         QTreeWidgetItem* row = m_list->topLevelItem(i);
         QFont font = m_list->font();
         font.setBold(!m_shortcuts.is_usual(command));
-        row->setText(column_keys, text_of(command.action->shortcuts()));
+        row->setText(column_keys, text_of_keys(command.action->shortcuts()));
         row->setFont(column_keys, font);
     }
     show_chosen();
@@ -202,13 +198,14 @@ void ShortcutEditor::show_keys()
 void ShortcutEditor::show_chosen()
 {
     const Shortcuts::Command* command = chosen();
-    m_keys->setText(command ? text_of(command->action->shortcuts()) : QString());
+    m_keys->setText(command ? text_of_keys(command->action->shortcuts()) : QString());
     m_keys->setEnabled(command);
     m_none->setEnabled(command && !command->action->shortcuts().isEmpty());
     m_reset->setEnabled(command && !m_shortcuts.is_usual(*command));
     m_told->setText(!command || m_shortcuts.is_usual(*command) ? QString()
-                        : command->usual.isEmpty() ? lang(u"默认没有快捷键。", u"By default it has no keys.")
-                                                   : lang(u"默认：%1", u"Default: %1").arg(text_of(command->usual)));
+                        : command->usual.isEmpty()
+                        ? lang(u"默认没有快捷键。", u"By default it has no keys.")
+                        : lang(u"默认：%1", u"Default: %1").arg(text_of_keys(command->usual)));
 }
 
 void ShortcutEditor::press(const QKeySequence& keys)
