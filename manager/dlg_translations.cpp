@@ -12,6 +12,7 @@
 #include "translation_table.h"
 #include "widgets/button_st.h"
 
+#include <QApplication>
 #include <QComboBox>
 #include <QHeaderView>
 #include <QLineEdit>
@@ -36,6 +37,7 @@ enum Id : int {
 
 constexpr int object_width = 130; ///< pixels
 constexpr int text_width = 190;
+constexpr int measure_delay = 200;                 ///< milliseconds
 constexpr qint64 largest_table = 64 * 1024 * 1024; ///< bytes
 
 filter_man tables()
@@ -61,6 +63,8 @@ void CDlgTranslations::OnInitDialog()
 {
     CGuiChildDlg::OnInitDialog();
     set_up_table();
+    m_measuring.setSingleShot(true);
+    connect(&m_measuring, &QTimer::timeout, this, [this] { measure(); });
     auto* filter = control_as<QComboBox>(id_filter);
     filter->addItems({lang(u"全部文字", u"All texts"), lang(u"缺少译文", u"Missing"), lang(u"原文已改", u"Outdated"),
                       lang(u"放不下", u"Too long")});
@@ -110,8 +114,6 @@ void CDlgTranslations::on_world_created(CBaseWorld* world)
 
 void CDlgTranslations::model_changed(const tarn::ModelChange&)
 {
-    if (m_measures)
-        return;
     m_stale = true;
     if (isVisible())
         refresh();
@@ -131,13 +133,30 @@ void CDlgTranslations::refresh()
         m_table->show(nullptr, TranslationTable::Filter::All, {}); // What it would show may go meanwhile.
         return;
     }
+    list();
+    m_measuring.start(measure_delay);
+}
+
+void CDlgTranslations::measure()
+{
+    if (!isVisible() || !scene())
+        return;
+    m_table->measure();
+    const bool is_typing = m_view->viewport()->isAncestorOf(QApplication::focusWidget());
+    if (filter() == TranslationTable::Filter::TooLong && !is_typing) // Rows that come and go would end it.
+        list();
+}
+
+TranslationTable::Filter CDlgTranslations::filter() const
+{
+    return TranslationTable::Filter(control_as<QComboBox>(id_filter)->currentIndex());
+}
+
+void CDlgTranslations::list()
+{
     const QModelIndex before = m_view->currentIndex();
     const int columns = m_table->columnCount();
-    m_measures = true;
-    m_table->show(scene(), TranslationTable::Filter(control_as<QComboBox>(id_filter)->currentIndex()),
-                  control_as<QLineEdit>(id_search)->text());
-    scene()->document().changes().tell();
-    m_measures = false;
+    m_table->show(scene(), filter(), control_as<QLineEdit>(id_search)->text());
     if (m_table->columnCount() != columns) {
         m_view->setColumnWidth(TranslationTable::Object, object_width);
         m_view->setColumnWidth(TranslationTable::Text, text_width);

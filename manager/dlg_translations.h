@@ -1,12 +1,11 @@
 #pragma once
 
 #include "page_base/gui_child_dlg.h"
+#include "translation_table.h"
+
+#include <QTimer>
 
 class QTableView;
-
-namespace tarn {
-class TranslationTable;
-}
 
 /// The table of the interface's texts by language. What is missing, outdated or too long is marked, and can be listed alone.
 class CDlgTranslations : public CGuiChildDlg {
@@ -26,6 +25,9 @@ protected:
 private:
     void set_up_table();
     void refresh();
+    void list();
+    void measure();
+    tarn::TranslationTable::Filter filter() const;
     void show_languages();
     void on_add();
     void on_remove();
@@ -34,6 +36,6 @@ private:
 
     QTableView* m_view = nullptr;
     tarn::TranslationTable* m_table = nullptr;
-    bool m_stale = true;     ///< what changed while nobody saw the table
-    bool m_measures = false; ///< texts are shown in their languages for a moment
+    bool m_stale = true; ///< what changed while nobody saw the table
+    QTimer m_measuring;  ///< waits until nothing more changes
 };

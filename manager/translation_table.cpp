@@ -61,15 +61,22 @@ void TranslationTable::show(CGuiPlugScene* scene, Filter filter, const QString& 
     beginResetModel();
     m_scene = scene;
     m_rows.clear();
-    m_cut.clear();
     m_languages = scene ? scene->translations().languages() : QStringList();
-    for (const QString& language : m_languages)
-        if (!scene->is_playing())
-            m_cut.insert(language, find_cut_texts(*scene, language));
     if (scene)
         m_rows = seen_texts(scene->document());
     std::erase_if(m_rows, [&](const SeenText& text) { return !passes(text, filter, wanted); });
     endResetModel();
+}
+
+void TranslationTable::measure()
+{
+    m_cut.clear();
+    if (!m_scene || m_scene->is_playing())
+        return;
+    for (const QString& language : m_languages)
+        m_cut.insert(language, find_cut_texts(*m_scene, language));
+    if (!m_rows.empty())
+        Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1));
 }
 
 int TranslationTable::rowCount(const QModelIndex& parent) const

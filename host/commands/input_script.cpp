@@ -351,6 +351,9 @@ bool ScriptReader::read_line(std::vector<Word> words)
     } else if (take_word("scene")) {
         is_step = false;
         ok = take_quoted(m_script.scene);
+    } else if (take_word("texts")) {
+        is_step = false;
+        ok = take_quoted(m_script.texts);
     } else if (take_word("seed")) {
         is_step = false;
         ok = take_number(seed, 0, 4294967295.0);
@@ -488,6 +491,8 @@ QString input_script_text(const InputScript& script, const QList<QString>& notes
     QString text = QStringLiteral("%1 %2\n").arg(QLatin1String(first_word)).arg(version);
     if (!script.scene.isEmpty())
         text += QStringLiteral("scene %1\n").arg(quoted(script.scene));
+    if (!script.texts.isEmpty())
+        text += QStringLiteral("texts %1\n").arg(quoted(script.texts));
     text += QStringLiteral("screen %1 %2\nseed %3\n\n")
                 .arg(script.screen.width())
                 .arg(script.screen.height())

@@ -53,6 +53,7 @@ struct InputStep {
 struct InputScript {
     QString scene{};  ///< path of the package, which counts from the script's folder; empty: not told
     QSize screen{};   ///< pixels
+    QString texts{};  ///< the language of the scene's texts; empty: as the author wrote them
     quint32 seed = 1; ///< of the numbers that scripts get from `random`
     std::vector<InputStep> steps{};
 };

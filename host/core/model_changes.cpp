@@ -84,6 +84,15 @@ void ModelChanges::forget(const ModelObject& object)
         m_pending.objects[object.m_touched_place].object = nullptr;
 }
 
+void ModelChanges::forget_since(std::size_t known, bool everything)
+{
+    for (auto change = m_pending.objects.begin() + std::ptrdiff_t(known); change != m_pending.objects.end(); ++change)
+        if (change->object)
+            change->object->m_touched_in = 0;
+    m_pending.objects.resize(known);
+    m_pending.everything = everything;
+}
+
 void ModelChanges::tell()
 {
     m_scheduled = false;
@@ -101,6 +110,20 @@ void ModelChanges::tell()
             m_listeners[i]->model_changed(change);
     m_telling = false;
     std::erase(m_listeners, nullptr);
+}
+
+Rehearsal::Rehearsal(ModelChanges& changes)
+    : m_changes(changes),
+      m_turn(changes.m_turn),
+      m_known(changes.m_pending.objects.size()),
+      m_everything(changes.m_pending.everything)
+{
+}
+
+Rehearsal::~Rehearsal()
+{
+    if (m_changes.m_turn == m_turn) // Otherwise it was told meanwhile.
+        m_changes.forget_since(m_known, m_everything);
 }
 
 } // namespace tarn

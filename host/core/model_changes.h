@@ -55,7 +55,9 @@ public:
     std::size_t turn() const { return m_turn; }
 
 private:
+    friend class Rehearsal;
     void schedule();
+    void forget_since(std::size_t known, bool everything);
 
     ModelChange m_pending;
     std::vector<ModelListener*> m_listeners; ///< null: removed while a change was being told
@@ -63,6 +65,22 @@ private:
     bool m_scheduled = false;
     bool m_telling = false;
     QObject m_context; ///< what is scheduled ends with it
+};
+
+/// While one lives, something is tried with what is shown that is taken back before the scope ends, as to see whether texts fit
+/// in another language: nobody is told of it. What was changed before is told as ever.
+class Rehearsal {
+public:
+    explicit Rehearsal(ModelChanges& changes);
+    ~Rehearsal();
+    Rehearsal(const Rehearsal&) = delete;
+    Rehearsal& operator=(const Rehearsal&) = delete;
+
+private:
+    ModelChanges& m_changes;
+    std::size_t m_turn;
+    std::size_t m_known;
+    bool m_everything;
 };
 
 } // namespace tarn

@@ -135,6 +135,8 @@ public:
     virtual tarn::Result<double> show_time(const QString& timebar, double time) = 0;
     /// Shows the one dialog of that name on a screen of `screen` pixels and nothing else; answers where it is there.
     virtual tarn::Result<QRectF> show_alone(const QString& dialog, QSize screen) = 0;
+    /// In which of the scene's languages the running interface shows its texts; "" as the author wrote them. Not saved.
+    virtual const QString& language() const = 0;
     /// Shows the texts of one of the scene's languages, in a preview too; fails when it has no such language.
     virtual tarn::Status show_texts(const QString& language) = 0;
 

@@ -63,9 +63,8 @@ public:
     CEventManager& events() const { return *m_events; }
     CAnimationScene& animation() const { return *m_animation; }
     tarn::Translations& translations() const { return *m_translations; }
-    /// In which of the scene's languages the running interface shows its texts; "" as the author wrote them. Not saved.
     void set_language(const QString& language);
-    const QString& language() const { return m_language; }
+    const QString& language() const override { return m_language; }
     tarn::Journal& journal() override { return document().journal(); }
     tarn::SceneModel& model() override { return m_model; }
     /// What the last check of the layout found.

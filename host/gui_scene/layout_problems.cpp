@@ -224,7 +224,8 @@ private:
 /// The scene in one of its languages, for the length of a scope; not while it runs.
 class ShownLanguage {
 public:
-    ShownLanguage(CGuiPlugScene& scene, const QString& language) : m_scene(scene)
+    ShownLanguage(CGuiPlugScene& scene, const QString& language)
+        : m_scene(scene), m_rehearsal(scene.document().changes())
     {
         const ShownWrites writes(m_scene.document());
         m_scene.translations().show(language);
@@ -240,6 +241,7 @@ public:
 
 private:
     CGuiPlugScene& m_scene;
+    Rehearsal m_rehearsal;
 };
 
 } // namespace

@@ -6,6 +6,7 @@
 #include "gui_core/dxut_dialog.h"
 #include "gui_core/gui_event.h"
 #include "gui_scene/gui_plug_scene.h"
+#include "gui_scene/translations/translations.h"
 #include "replay/input_recorder.h"
 #include "replay/input_replay.h"
 #include "replay/replay_command.h"
@@ -252,6 +253,13 @@ TEST_F(Replaying, the_command_ends_with_zero_one_or_two)
 {
     QTemporaryDir folder;
     const QString package = folder.filePath(u"bag.tarn"_s);
+    Translations& translations = m_scene->translations();
+    EXPECT_TRUE(translations.add_language(u"de"_s).ok());
+    for (const SeenText& text : seen_texts(core().document()))
+        if (text.object == m_use)
+            translations.set_text(text, u"de"_s, u"Nimm"_s);
+    EXPECT_TRUE(m_scene->show_texts(u"de"_s).ok());
+    EXPECT_TRUE(recorded([](auto&) {}).contains(u"\ntexts \"de\"\n"_s));
     ASSERT_TRUE(m_studio->save_file(package).ok());
     const QString script = folder.filePath(u"a.tarn-input"_s);
     const auto run = [&](const QByteArray& text, const QString& file) {
@@ -271,6 +279,9 @@ TEST_F(Replaying, the_command_ends_with_zero_one_or_two)
     EXPECT_EQ(run(head + "expect \"Bag\" visible true\n", {}), 0) << m_said.toStdString();
     EXPECT_EQ(run(head + "click 160 149\nexpect \"Bag/Volume\" enabled true\n", {}), 1);
     EXPECT_TRUE(m_said.contains(script + u":5: "_s)) << m_said.toStdString();
+    EXPECT_EQ(run(head + "texts \"de\"\nexpect \"Bag/Use\" text \"Nimm\"\n", {}), 0) << m_said.toStdString();
+    EXPECT_EQ(run(head + "texts \"fr\"\n", {}), 2);
+    EXPECT_TRUE(m_said.contains(u"fr"_s)) << m_said.toStdString();
     EXPECT_EQ(run(head + "jump\n", {}), 2);
     EXPECT_TRUE(m_said.contains(u"line 4"_s)) << m_said.toStdString();
     EXPECT_EQ(run(head, folder.filePath(u"none.tarn"_s)), 2);

@@ -11,6 +11,7 @@
 #include <QLineEdit>
 #include <QTableView>
 #include <QTemporaryDir>
+#include <QTest>
 
 namespace tarn::test {
 
@@ -80,9 +81,13 @@ TEST_F(TranslationPage, a_typed_cell_is_one_step_and_marks_tell_what_is_wrong)
     EXPECT_FALSE(type(0, 1, u"Buy it"_s)) << "the author's text is written elsewhere";
     EXPECT_EQ(m_scene->journal().step_count(), 1u);
     EXPECT_TRUE(type(1, 2, u"Unwiderruflich verkaufen und alles verlieren"_s));
-    EXPECT_EQ(cell(1, 2, Qt::ToolTipRole), u"The text does not fit"_s);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return cell(1, 2, Qt::ToolTipRole) == u"The text does not fit"_s; }));
     filter(3);
     EXPECT_EQ(shown(), QStringList(u"Sell"_s));
+    tell();
+    const auto turn = m_scene->document().changes().turn();
+    QTest::qWait(500);
+    EXPECT_EQ(m_scene->document().changes().turn(), turn) << "to measure texts is no change, and comes to an end";
     EXPECT_TRUE(set(*core().controls()[0], "text", u"Purchase"_s));
     tell();
     filter(2);

@@ -100,6 +100,7 @@ InputRecorder::InputRecorder(Studio& studio, CView3D& view)
     : m_studio(studio), m_view(&view), m_scene(studio.file_name()), m_told(studio.world()), m_screen(view.screen_size())
 {
     m_script.screen = m_screen;
+    m_script.texts = studio.scene()->language();
     studio.world().scripts().set_random_seed(m_script.seed);
     view.set_input_watch(this);
 }

@@ -1,6 +1,7 @@
 #include "replay_command.h"
 
 #include "core/language.h"
+#include "engine/scene_plug.h"
 #include "input_replay.h"
 #include "store/plain_file.h"
 #include "studio.h"
@@ -34,6 +35,9 @@ CommandResult run_replay(Studio& studio, const QString& script, const QString& p
     studio.start_world();
     if (const auto status = studio.open_file(file); !status)
         return CommandResult::refused(status.message());
+    if (const QString& texts = parsed.value().texts; !texts.isEmpty())
+        if (const auto status = studio.scene()->show_texts(texts); !status)
+            return CommandResult::refused(QStringLiteral("%1: %2").arg(script, status.message()));
     CView3D view(studio.world());
     const auto result = replay_input(studio, view, parsed.value());
     if (!result)
