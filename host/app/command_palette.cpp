@@ -6,6 +6,7 @@
 #include <QCoreApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
@@ -33,32 +34,30 @@ QString plain(const QString& text)
     return name.replace(QLatin1String("&&"), kept).remove(QLatin1Char('&')).replace(kept, QLatin1String("&"));
 }
 
-void collect(const QList<QAction*>& actions, const QString& path, int depth, WhichActions which,
-             std::vector<NamedAction>& found)
+void collect(const QList<QAction*>& actions, const QString& path, int depth, std::vector<NamedAction>& found)
 {
     for (QAction* action : actions) {
         if (action->isSeparator() || !action->isVisible() || action->text().isEmpty())
             continue;
         const QString name = path + plain(action->text());
         if (!action->menu()) {
-            if (action->isEnabled() || which == WhichActions::All)
-                found.push_back({name, action});
+            found.push_back({name, action});
             continue;
         }
         if (depth == deepest_menu)
             continue;
         Q_EMIT action->menu()->aboutToShow(); // Some are filled only then.
-        collect(action->menu()->actions(), name + QStringLiteral(" > "), depth + 1, which, found);
+        collect(action->menu()->actions(), name + QStringLiteral(" > "), depth + 1, found);
     }
 }
 
 } // namespace
 
-std::vector<NamedAction> actions_in_menus(const QWidget& window, WhichActions which)
+std::vector<NamedAction> actions_in_menus(const QWidget& window)
 {
     std::vector<NamedAction> found;
     if (const auto* bar = window.findChild<QMenuBar*>())
-        collect(bar->actions(), {}, 0, which, found);
+        collect(bar->actions(), {}, 0, found);
     return found;
 }
 
@@ -77,7 +76,11 @@ QIcon row_icon(const QAction& action)
 }
 
 CommandPalette::CommandPalette(QWidget* parent, const std::vector<NamedAction>& actions)
-    : QDialog(parent), m_actions(actions), m_filter(new QLineEdit(this)), m_list(new QTreeWidget(this))
+    : QDialog(parent),
+      m_actions(actions),
+      m_filter(new QLineEdit(this)),
+      m_list(new QTreeWidget(this)),
+      m_none(new QLabel(lang(u"没有这样的命令。", u"No command has such a name."), this))
 {
     setObjectName(QStringLiteral("command_palette"));
     setWindowTitle(lang(u"命令", u"Commands"));
@@ -98,11 +101,13 @@ CommandPalette::CommandPalette(QWidget* parent, const std::vector<NamedAction>& 
     for (const NamedAction& named : m_actions) {
         auto* row = new QTreeWidgetItem(m_list, {named.path, text_of_keys(named.action->shortcuts())});
         row->setIcon(0, row_icon(*named.action));
+        row->setDisabled(!named.action->isEnabled());
         if (named.action->isChecked())
             row->setText(1, QStringLiteral("✓ ") + row->text(1));
     }
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(m_filter);
+    layout->addWidget(m_none);
     layout->addWidget(m_list);
     connect(m_filter, &QLineEdit::textChanged, this, &CommandPalette::narrow);
     connect(m_list, &QTreeWidget::itemActivated, this, &QDialog::accept);
@@ -116,6 +121,7 @@ void CommandPalette::narrow(const QString& text)
 {
     const QStringList words = text.split(QLatin1Char(' '), Qt::SkipEmptyParts);
     QTreeWidgetItem* first = nullptr;
+    bool any = false;
     for (int i = 0; i < m_list->topLevelItemCount(); ++i) {
         QTreeWidgetItem* row = m_list->topLevelItem(i);
         const QString name = row->text(0);
@@ -125,9 +131,11 @@ void CommandPalette::narrow(const QString& text)
         const bool begins = name.section(QLatin1String(" > "), -1).startsWith(text, Qt::CaseInsensitive);
         const bool first_begins = first
             && first->text(0).section(QLatin1String(" > "), -1).startsWith(text, Qt::CaseInsensitive);
-        if (fits && (!first || (begins && !first_begins)))
+        any = any || fits;
+        if (fits && !row->isDisabled() && (!first || (begins && !first_begins)))
             first = row;
     }
+    m_none->setVisible(!any);
     m_list->setCurrentItem(first);
     if (first)
         m_list->scrollToItem(first);

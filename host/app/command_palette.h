@@ -9,6 +9,7 @@
 #include <vector>
 
 class QAction;
+class QLabel;
 class QLineEdit;
 class QTreeWidget;
 class QWidget;
@@ -21,10 +22,8 @@ struct NamedAction {
     QAction* action;
 };
 
-enum class WhichActions { Enabled, All };
-
-/// All that the menu bar of `window` has, or all of it that can be chosen now, in its order.
-std::vector<NamedAction> actions_in_menus(const QWidget& window, WhichActions which = WhichActions::Enabled);
+/// All that the menu bar of `window` has, in its order.
+std::vector<NamedAction> actions_in_menus(const QWidget& window);
 
 // How a list shows an action.
 
@@ -33,7 +32,8 @@ QString text_of_keys(const QList<QKeySequence>& keys);
 /// Clear for an action without an icon, so that all names begin at the same place.
 QIcon row_icon(const QAction& action);
 
-/// A list of actions that is narrowed by typing parts of their names. Accepted, it has a chosen one.
+/// A list of actions that is narrowed by typing parts of their names; those that rest now are dim. Accepted, it has a chosen
+/// one.
 class CommandPalette : public QDialog {
     Q_OBJECT
 
@@ -49,6 +49,7 @@ private:
     std::vector<NamedAction> m_actions;
     QLineEdit* m_filter;
     QTreeWidget* m_list;
+    QLabel* m_none; ///< says that no name fits
 };
 
 } // namespace tarn

@@ -15,6 +15,7 @@
 #include "replay/replay_command.h"
 #include "settings.h"
 #include "studio.h"
+#include "widgets/iconfun.h"
 
 #include <QApplication>
 #include <QLibraryInfo>
@@ -79,15 +80,27 @@ bool has_display()
 #endif
 }
 
+void dress_windows()
+{
+    constexpr int program_icon = 100;
+    QApplication::setApplicationDisplayName(QStringLiteral("Tarn studio"));
+    QApplication::setWindowIcon(iconfun::icon(program_icon));
+}
+
 /// Its conflicts are decided in a window.
 int run_merge_window(const tarn::Command& command, int argc, char** argv)
 {
     QApplication app(argc, argv);
-    QApplication::setApplicationDisplayName(QStringLiteral("Tarn studio"));
     name_program();
+    dress_windows();
     if (const auto language = tarn::settings::language())
         VLCMsgIniW::set_language(*language);
-    tarn::apply_theme(app, tarn::settings::theme());
+    const QStringList arguments = QCoreApplication::arguments();
+    const QString theme = arguments.value(arguments.indexOf(QLatin1String("--theme")) + 1);
+    tarn::apply_theme(app,
+                      theme == QLatin1String("dark")        ? tarn::Theme::Dark
+                          : theme == QLatin1String("light") ? tarn::Theme::Light
+                                                            : tarn::settings::theme());
     tarn::set_ask_conflicts(tarn::ask_in_window);
     return print_result(tarn::run_command(command, QCoreApplication::arguments().mid(1)));
 }
@@ -219,8 +232,8 @@ int main(int argc, char** argv)
     // The renderer of the world draws pictures that the views show.
     QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
     QApplication app(argc, argv);
-    QApplication::setApplicationDisplayName(QStringLiteral("Tarn studio"));
     name_program();
+    dress_windows();
     const CommandLine line = tarn::parse_command_line(QApplication::arguments().mid(1));
     if (line.action == CommandLine::Action::PrintAndExit) {
         print(line.status ? stderr : stdout, line.output);

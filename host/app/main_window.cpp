@@ -37,7 +37,6 @@ using tarn::boxes::Button;
 
 namespace {
 
-constexpr int program_icon = 100;
 constexpr int warning_icon = 6953;
 constexpr QSize usual_size(1440, 900);
 constexpr int history_template = 7000;
@@ -59,7 +58,6 @@ CChildDlg* front_page(QWidget* window)
 
 MainWindow::MainWindow(Studio& studio) : m_studio(studio), m_messages(*this, studio)
 {
-    setWindowIcon(iconfun::icon(program_icon));
     auto* centre = new QWidget(this);
     auto* layout = new QVBoxLayout(centre);
     layout->setContentsMargins({});

@@ -9,6 +9,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScreen>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
@@ -17,7 +18,8 @@ namespace tarn {
 namespace {
 
 constexpr QSize usual_size(960, 600);
-constexpr int list_part = 3; ///< of the height, of five
+constexpr double share_of_screen = 0.9; ///< at most, with room for the frame
+constexpr int list_part = 3;            ///< of the height, of five
 
 enum Column : int { column_object, column_field, column_base, column_ours, column_theirs, column_taken };
 
@@ -70,7 +72,7 @@ MergeWindow::MergeWindow(const std::vector<MergeConflict>& conflicts)
     layout->addLayout(make_versions(), 5 - list_part);
     layout->addLayout(make_buttons());
     m_list->setCurrentItem(m_list->topLevelItem(0));
-    resize(usual_size);
+    resize(usual_size.boundedTo(screen()->availableSize() * share_of_screen));
     m_list->setFocus();
 }
 

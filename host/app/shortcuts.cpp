@@ -28,7 +28,7 @@ bool overlap(const QList<QKeySequence>& a, const QList<QKeySequence>& b)
 
 Shortcuts::Shortcuts(const QWidget& window)
 {
-    for (const NamedAction& named : actions_in_menus(window, WhichActions::All))
+    for (const NamedAction& named : actions_in_menus(window))
         if (!named.action->objectName().isEmpty())
             m_commands.push_back({named.path, named.action, named.action->shortcuts()});
     // First those that the author changed: they go before the usual keys of others.

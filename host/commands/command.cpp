@@ -12,7 +12,7 @@ namespace {
 /// Options that may stand in front of a command's name, each with a value.
 bool is_general(const QString& option)
 {
-    return option == QLatin1String("--lang");
+    return option == QLatin1String("--lang") || option == QLatin1String("--theme");
 }
 
 CommandResult usage_fault(const Command& command, const QString& why)
@@ -112,6 +112,10 @@ CommandResult run_command(const Command& command, const QStringList& arguments)
                 command, lang(u"语言“%1”不可用（zh 或 en）", u"there is no language \"%1\" (zh or en)").arg(*language));
         VLCMsgIniW::set_language(*language == QLatin1String("zh") ? Language::Chinese : Language::English);
     }
+    if (const auto theme = parsed.value("--theme");
+        theme && *theme != QLatin1String("light") && *theme != QLatin1String("dark"))
+        return usage_fault(
+            command, lang(u"主题“%1”不可用（light 或 dark）", u"there is no theme \"%1\" (light or dark)").arg(*theme));
     if (parsed.flag("--help"))
         return {.output = help_of(command)};
     CommandResult result = command.run(parsed);

@@ -45,6 +45,16 @@ QString deed_of(const QString& field)
     return lang(u"%1 已更改", u"%1 changed").arg(field);
 }
 
+/// " (before → after)", where there is room for it.
+QString values_of(const FieldChange& field, const ObjectChange& change)
+{
+    const bool is_plain = !is_one_of(field.field, {"x", "y", "width", "height", "text"}) && field.part.isEmpty()
+        && change.reordered.empty();
+    return is_plain && !field.before.isNull() && !field.after.isNull()
+        ? QStringLiteral(" (%1 → %2)").arg(quoted(field.before), quoted(field.after))
+        : QString();
+}
+
 QString words_of_keys(const KeyChanges& keys)
 {
     QStringList words;
@@ -77,10 +87,10 @@ public:
     QString text() const
     {
         QStringList words = m_own;
-        for (const auto& [deed, names] : m_parts)
-            words << (names.size() == 1
-                          ? QStringLiteral("%1 %2").arg(names.first(), deed.second)
-                          : lang(u"%1 个%2%3", u"%1 %2s %3").arg(names.size()).arg(deed.first, deed.second));
+        for (const auto& [deed, doers] : m_parts)
+            words << (doers.names.size() == 1
+                          ? QStringLiteral("%1 %2%3").arg(doers.names.first(), deed.second, doers.values)
+                          : lang(u"%1 个%2%3", u"%1 %2s %3").arg(doers.names.size()).arg(deed.first, deed.second));
         if (const QString keys = words_of_keys(m_keys); !keys.isEmpty())
             words << keys;
         return words.join(lang(u"，", u", "));
@@ -93,10 +103,7 @@ private:
         if (change.what != What::Changed)
             return m_own.append(verb_of(change.what));
         for (const FieldChange& field : change.fields) {
-            QString deed = deed_of(field.field);
-            if (!is_one_of(field.field, {"x", "y", "width", "height", "text"}) && !field.before.isNull()
-                && !field.after.isNull() && field.part.isEmpty() && change.reordered.empty())
-                deed += QStringLiteral(" (%1 → %2)").arg(quoted(field.before), quoted(field.after));
+            const QString deed = deed_of(field.field) + values_of(field, change);
             if (!m_own.contains(deed))
                 m_own.append(deed);
         }
@@ -105,10 +112,11 @@ private:
     {
         const QString kind = lang(change.kind->chinese, change.kind->english);
         const QString name = change.name.isEmpty() ? QStringLiteral("%1 %2").arg(kind).arg(change.id) : change.name;
-        const auto note = [&](const QString& deed) {
-            QStringList& names = m_parts[{kind, deed}];
-            if (!names.contains(name) || names.last() != name)
-                names.append(name);
+        const auto note = [&](const QString& deed, const QString& values = {}) {
+            Doers& doers = m_parts[{kind, deed}];
+            if (!doers.names.contains(name) || doers.names.last() != name)
+                doers.names.append(name);
+            doers.values = values;
         };
         if (change.what != What::Changed)
             return note(verb_of(change.what));
@@ -116,7 +124,7 @@ private:
             note(lang(u"移到此处", u"moved here"));
         for (const FieldChange& field : change.fields)
             if (field.field != QLatin1String("parent") && field.field != QLatin1String("keys"))
-                note(deed_of(field.field));
+                note(deed_of(field.field), values_of(field, change));
         add_keys(change.keys);
     }
     void add_keys(const KeyChanges& keys)
@@ -133,8 +141,12 @@ private:
         m_keys.changed += keys.changed;
     }
 
+    struct Doers {
+        QStringList names;
+        QString values; ///< of the last of them
+    };
     QStringList m_own;
-    std::map<std::pair<QString, QString>, QStringList> m_parts; ///< the names by kind and deed
+    std::map<std::pair<QString, QString>, Doers> m_parts; ///< by kind and deed
     KeyChanges m_keys;
 };
 
@@ -192,15 +204,14 @@ QString words_of(const SceneChanges& changes)
     for (const ObjectChange& change : changes.objects) {
         if (!titles.contains(change.owner)) {
             owners.push_back(change.owner);
-            titles.insert(change.owner, changes.names.value(change.owner));
+            const ObjectKind* kind = changes.kinds.value(change.owner);
+            titles.insert(change.owner,
+                          kind ? QStringLiteral("%1 %2").arg(lang(kind->chinese, kind->english),
+                                                             changes.names.value(change.owner))
+                               : lang(u"界面", u"interface"));
         }
-        if (change.id == change.owner) {
-            titles[change.owner] = change.kind
-                ? QStringLiteral("%1 %2").arg(lang(change.kind->chinese, change.kind->english), change.name)
-                : lang(u"界面", u"interface");
-            if (change.what != What::Changed)
-                gone_or_new.insert(change.id);
-        }
+        if (change.id == change.owner && change.what != What::Changed)
+            gone_or_new.insert(change.id);
         if (change.id == change.owner || !gone_or_new.contains(change.owner))
             lines[change.owner].add(change, change.id == change.owner);
     }

@@ -13,7 +13,8 @@ namespace tarn {
 
 namespace {
 
-QString line_of(const MergeConflict& conflict)
+/// `side`: whose value is taken without a question; none: it is a conflict.
+QString line_of(const MergeConflict& conflict, std::optional<MergeSide> side)
 {
     const auto shown = [](const QString& json) { return json.isNull() ? lang(u"（无）", u"(nothing)") : json; };
     QString what = conflict.place;
@@ -21,8 +22,11 @@ QString line_of(const MergeConflict& conflict)
         what += QLatin1String(", ") + conflict.field;
     if (!conflict.part.isEmpty())
         what += QStringLiteral(" [%1]").arg(conflict.part);
-    return lang(u"冲突：%1：原为 %2，我方 %3，对方 %4", u"conflict: %1: was %2, ours %3, theirs %4")
-               .arg(what, shown(conflict.base), shown(conflict.ours), shown(conflict.theirs))
+    const QString verdict = !side  ? lang(u"冲突", u"conflict")
+        : *side == MergeSide::Ours ? lang(u"取我方", u"ours taken")
+                                   : lang(u"取对方", u"theirs taken");
+    return lang(u"%1：%2：原为 %3，我方 %4，对方 %5", u"%1: %2: was %3, ours %4, theirs %5")
+               .arg(verdict, what, shown(conflict.base), shown(conflict.ours), shown(conflict.theirs))
         + QLatin1Char('\n');
 }
 
@@ -133,9 +137,11 @@ CommandResult run_merge(CommandArguments& arguments)
     CommandResult result;
     if (wish.window)
         return result;
+    const bool is_decided = wish.ours || wish.theirs;
+    const auto side = is_decided ? std::optional(wish.ours ? MergeSide::Ours : MergeSide::Theirs) : std::nullopt;
     for (const MergeConflict& conflict : merged.value().conflicts)
-        result.errors += line_of(conflict);
-    if (!merged.value().conflicts.empty() && !wish.ours && !wish.theirs)
+        (is_decided ? result.output : result.errors) += line_of(conflict, side);
+    if (!merged.value().conflicts.empty() && !is_decided)
         result.status = CommandResult::Found;
     return result;
 }

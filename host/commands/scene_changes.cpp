@@ -126,12 +126,16 @@ public:
     Comparison(const Document& document, const SceneSnapshot& before, const SceneSnapshot& after)
         : m_document(document), m_before(before), m_after(after)
     {
+        QHash<quint32, const ObjectState*> states;
         for (const SceneSnapshot* scene : {&before, &after})
-            for (const auto& states : scene->objects)
-                for (const StatePtr& state : states) {
+            for (const ObjectKind& kind : document.kinds())
+                for (const StatePtr& state : scene->objects[kind.place]) {
                     m_parents.insert(state->id, state->parent.id);
-                    m_changes.names.insert(state->id, tarn::name_of(*state));
+                    m_changes.kinds.insert(state->id, &kind);
+                    states.insert(state->id, state.constData());
                 }
+        for (const ObjectState* state : std::as_const(states))
+            m_changes.names.insert(state->id, known_name(*state, [&](quint32 id) { return states.value(id); }));
     }
 
     SceneChanges run()

@@ -45,7 +45,9 @@ struct FileChange {
 struct SceneChanges {
     std::vector<ObjectChange> objects; ///< by kinds, then by ids
     std::vector<FileChange> files;
-    QHash<quint32, QString> names; ///< of all objects, as they are called afterwards
+    // Of all objects
+    QHash<quint32, QString> names; ///< as they are called afterwards
+    QHash<quint32, const ObjectKind*> kinds;
 
     bool is_empty() const { return objects.empty() && files.empty(); }
 };

@@ -232,6 +232,19 @@ QString name_of(const ObjectState& state)
     return text ? *text : QString();
 }
 
+QString known_name(const ObjectState& state, const std::function<const ObjectState*(quint32)>& find)
+{
+    QString name = name_of(state);
+    for (const FieldBase* field : state.fields().link_fields())
+        if (!field->rules().children && field->key() != key<&ObjectState::parent>)
+            field->each_reference(state, [&](ObjectRef reference) {
+                const ObjectState* named = name.isEmpty() ? find(reference.id) : nullptr;
+                if (named)
+                    name = name_of(*named);
+            });
+    return name;
+}
+
 StatePtr merge_states(const StateVersions& versions, const SettleConflict& settle)
 {
     return FieldMerger(versions, settle).merged();

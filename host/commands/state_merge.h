@@ -31,8 +31,11 @@ QString json_of(const FieldBase& field, const ObjectState& state);
 /// An object with all that it has, or its name alone where it is long.
 QString json_of(const ObjectState& state);
 
-/// What a person calls the object: its name or its text.
+/// What a person calls the object: its name or its text; "" for none.
 QString name_of(const ObjectState& state);
+/// The same; what has none is called as the first thing that it refers to, an event as its control. `find`: states by their
+/// ids, null for none.
+QString known_name(const ObjectState& state, const std::function<const ObjectState*(quint32)>& find);
 
 /// Merges values by name. `choose(name)`: both versions changed the value there; it answers which side is taken.
 template <class T>

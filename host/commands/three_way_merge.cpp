@@ -421,9 +421,22 @@ private:
     {
         const ObjectKind& row = m_document.kinds()[kind];
         conflict.object = state.id;
-        conflict.place
-            = QStringLiteral("%1 %2 \"%3\"").arg(lang(row.chinese, row.english)).arg(state.id).arg(name_of(state));
+        const auto find = [this](quint32 id) { return state_of(id); };
+        conflict.place = QStringLiteral("%1 %2 \"%3\"")
+                             .arg(lang(row.chinese, row.english))
+                             .arg(state.id)
+                             .arg(known_name(state, find));
+        if (const ObjectState* parent = state_of(state.parent.id))
+            conflict.place = lang(u"%1（属于 %2）", u"%1 of %2").arg(conflict.place, known_name(*parent, find));
         return decide(std::move(conflict));
+    }
+    /// Null for one that is in no version.
+    const ObjectState* state_of(quint32 id) const
+    {
+        for (const auto& objects : m_objects)
+            if (const auto found = objects.find(id); found != objects.end())
+                return found->second.any().constData();
+        return nullptr;
     }
     MergeSide settle_scene(MergeConflict conflict)
     {

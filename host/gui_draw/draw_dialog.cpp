@@ -35,6 +35,12 @@ VisualState look_of(const LiveState& live, const CDXUTDialog& dialog, CDXUTDialo
     return is_it(live.caption_pressed) ? VisualState::Pressed : VisualState::Hover;
 }
 
+/// A caption bar has room for one.
+QString in_one_line(QString caption)
+{
+    return caption.replace(QLatin1Char('\n'), QLatin1Char(' '));
+}
+
 /// `bar` ends where the buttons begin.
 void draw_caption_text(DrawContext& context, const CDXUTDialog& dialog, VisualState state, const QRectF& bar)
 {
@@ -44,8 +50,8 @@ void draw_caption_text(DrawContext& context, const CDXUTDialog& dialog, VisualSt
     look.font_size = caption_font_size(bar.height(), look.font_size);
     look.vertical_align = 1;
     kept_in<TextCache>(dialog.draw_slot())
-        .draw(context.painter, bar.adjusted(caption_margin, 0, -caption_margin, 0), dialog.dialog_state().caption,
-              look);
+        .draw(context.painter, bar.adjusted(caption_margin, 0, -caption_margin, 0),
+              in_one_line(dialog.dialog_state().caption), look);
 }
 
 void draw_caption(DrawContext& context, const CDXUTDialog& dialog, VisualState state)

@@ -75,7 +75,7 @@ TEST_F(ShortcutTest, every_command_has_a_name_of_its_own_and_no_two_have_a_key_i
 {
     QSet<QString> names;
     QSet<QString> taken;
-    for (const NamedAction& named : actions_in_menus(*m_window, WhichActions::All)) {
+    for (const NamedAction& named : actions_in_menus(*m_window)) {
         const QString name = named.action->objectName();
         const bool is_file = named.path.startsWith(lang(u"文件 > 最近的文件", u"File > Open Recent"));
         EXPECT_NE(name.isEmpty(), !is_file) << named.path.toStdString();

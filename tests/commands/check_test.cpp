@@ -127,7 +127,7 @@ TEST_F(Checking, over_time_tells_where_an_animation_leads)
     const QByteArray before = text();
     EXPECT_TRUE(layout({{1280, 720}}).isEmpty());
     EXPECT_EQ(layout({{1280, 720}}, true),
-              QStringList(u"btnFly: The control is off the screen (1280x720, timebar Fly at 2 s)."_s));
+              QStringList(u"btnFly: The control is off the screen (1280x720, timebar Fly at 1.64 s)."_s));
     EXPECT_EQ(button->x(), 100);
     EXPECT_TRUE(same_text(text(), before));
 }

@@ -62,7 +62,17 @@ TEST_F(Differences, are_told_in_words_by_dialogs_and_timebars)
     });
     EXPECT_EQ(words(),
               u"dialog Inventory: caption changed (\"Inventory\" → \"Bag\"), 2 controls moved, btn3 removed\n"
-              "Intro: 5 keys 0.2 s later\n"_s);
+              "timebar Intro: 5 keys 0.2 s later\n"_s);
+}
+
+TEST_F(Differences, of_one_part_tell_the_values_and_what_has_no_name_goes_by_what_it_belongs_to)
+{
+    version(u"now"_s, [&] {
+        (void)set(*control_named(u"btn1"_s), "name", u"btnFirst"_s);
+        const quint32 first = control_named(u"btnFirst"_s)->id();
+        (void)m_scene.events().CreateEventW(first, EVENT_BUTTON_CLICKED, u"go"_s);
+    });
+    EXPECT_EQ(words(), u"dialog Inventory: btnFirst name changed (\"btn1\" → \"btnFirst\")\nevent btnFirst: added\n"_s);
 }
 
 TEST_F(Differences, a_new_dialog_and_another_order_are_one_word_each)

@@ -75,7 +75,7 @@ TEST_F(ThreeWayMerge, what_both_changed_otherwise_is_told_with_all_values_and_ch
     const auto theirs = [&] { (void)set(*control_named(u"btnOne"_s), "text", u"Yours"_s); };
     auto merged = merge(ours, theirs);
     ASSERT_EQ(told(merged).size(), 1);
-    EXPECT_TRUE(told(merged)[0].endsWith(u"\"btnOne\"|text||\"Old\"|\"Mine\"|\"Yours\""_s))
+    EXPECT_TRUE(told(merged)[0].endsWith(u"\"btnOne\"（属于 Bag）|text||\"Old\"|\"Mine\"|\"Yours\""_s))
         << told(merged)[0].toStdString();
     show(merged);
     EXPECT_EQ(get(*control_named(u"btnOne"_s), "text"), Value(u"Mine"_s));

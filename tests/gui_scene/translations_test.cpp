@@ -108,7 +108,8 @@ TEST_F(TranslationsTest, AChangedTextIsOutdatedAndALanguageTakesItsTextsAlong)
     EXPECT_TRUE(translations().is_outdated(seen(u"Purchase"_s)));
     EXPECT_EQ(translations().text(seen(u"Purchase"_s), u"de"_s), u"Kaufen"_s);
     EXPECT_FALSE(translations().add_language(u" de "_s).ok());
-    EXPECT_FALSE(translations().add_language(u" "_s).ok());
+    for (const QString& name : {u" "_s, u"DE"_s, u"../de"_s, u"d\"e"_s})
+        EXPECT_FALSE(translations().add_language(name).ok()) << name.toStdString();
     translations().remove_language(u"de"_s);
     EXPECT_FALSE(translations().find(seen(u"Purchase"_s)));
     m_scene.journal().undo();
@@ -118,13 +119,15 @@ TEST_F(TranslationsTest, AChangedTextIsOutdatedAndALanguageTakesItsTextsAlong)
 TEST_F(TranslationsTest, ATextThatDoesNotFitInALanguageIsToldWithIt)
 {
     translate(u"Buy"_s, u"Unwiderruflich kaufen und bezahlen"_s);
+    translate(u"Shop"_s, u"Gemischtwarenhandlung für Abenteurer und andere\nLeute"_s);
     const QSize size(800, 600);
     const auto found = find_layout_problems(m_scene, {&size, 1}, false);
     const auto& problems = found.value();
-    ASSERT_EQ(problems.size(), 1u);
-    EXPECT_EQ(problems.front().object, m_button);
-    EXPECT_TRUE(problems.front().text.contains(u"de"_s));
-    EXPECT_EQ(find_cut_texts(m_scene, u"de"_s), QSet<quint32>{m_button->id()});
+    ASSERT_EQ(problems.size(), 2u);
+    EXPECT_EQ(problems[0].object, m_dialog);
+    EXPECT_EQ(problems[1].object, m_button);
+    EXPECT_TRUE(problems[1].text.contains(u"de"_s));
+    EXPECT_EQ(find_cut_texts(m_scene, u"de"_s), (QSet<quint32>{m_button->id(), m_dialog->id()}));
     EXPECT_EQ(find_cut_texts(m_scene, u"zh"_s), QSet<quint32>{});
     EXPECT_EQ(shown(*m_button), u"Buy"_s);
 }

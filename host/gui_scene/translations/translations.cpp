@@ -4,6 +4,7 @@
 #include "core/journal.h"
 #include "core/language.h"
 
+#include <algorithm>
 #include <map>
 
 namespace tarn {
@@ -53,7 +54,11 @@ Status Translations::add_language(const QString& name)
     if (wanted.isEmpty() || wanted.size() > max_language_name)
         return Status::error(
             lang(u"语言名称需要 1 到 %1 个字。", u"A language's name has 1 to %1 letters.").arg(max_language_name));
-    if (languages().contains(wanted))
+    const auto is_fit = [](QChar c) { return c.isLetterOrNumber() || QLatin1String(" -_()").contains(c); };
+    if (!std::all_of(wanted.begin(), wanted.end(), is_fit))
+        return Status::error(lang(u"语言名称由字母、数字、空格、-、_ 和括号组成。",
+                                  u"A language's name is made of letters, digits, spaces, -, _ and parentheses."));
+    if (languages().contains(wanted, Qt::CaseInsensitive))
         return Status::error(lang(u"语言 %1 已存在。", u"There is a language %1 already.").arg(wanted));
     if (languages().size() >= max_languages)
         return Status::error(
