@@ -229,12 +229,18 @@ void CDlgTranslations::on_import()
         return;
     const auto file = tarn::read_plain_file(path, largest_table);
     if (!file)
-        return tarn::boxes::error(this, file.status().message());
-    const auto taken = tarn::import_translations(scene()->document(), scene()->translations(),
-                                                 QString::fromUtf8(file.value()));
-    if (!taken)
         return tarn::boxes::error(
-            this, lang(u"无法导入 %1：%2。", u"%1 cannot be imported: %2.").arg(path, taken.status().message()));
-    tarn::boxes::message(
-        this, {.text = lang(u"已导入 %1 条译文。", u"%1 texts were taken.").arg(taken.value()), .title = {}});
+            this, lang(u"无法读取 %1：%2", u"%1 cannot be read: %2").arg(path, file.status().message()));
+    const auto imported = tarn::import_translations(scene()->document(), scene()->translations(), file.value());
+    if (!imported)
+        return tarn::boxes::error(
+            this, lang(u"无法导入 %1：%2。", u"%1 cannot be imported: %2.").arg(path, imported.status().message()));
+    QString told = lang(u"已导入译文：%1。", u"Texts taken: %1.").arg(imported.value().taken);
+    if (const int left_out = imported.value().left_out; left_out > 0)
+        told += lang(u"\n未导入的行：%1（第一个是第 %2 行）。界面中没有它们的对象、属性或原文。",
+                     u"\nRows left out: %1, the first is row %2. The interface does not have their object, attribute "
+                     u"or text.")
+                    .arg(left_out)
+                    .arg(imported.value().first_left_out);
+    tarn::boxes::message(this, {.text = told, .title = {}});
 }

@@ -63,10 +63,13 @@ private:
     void parse_times(const QString& text);
     double parse_number(const QString& text, double least, double most);
     void picture_option(const QString& name);
+    void check_picture_options();
     void fail(const QString& what);
 
     QStringList m_rest;
     CommandLine m_line;
+    QString m_picture_option; ///< the last one that was given
+    bool m_has_rate = false;
     bool m_failed = false;
 };
 
@@ -118,6 +121,8 @@ void Parser::picture_option(const QString& name)
     QString value;
     if (!parameter(name, value))
         return;
+    m_picture_option = name;
+    m_has_rate = m_has_rate || name == QLatin1String("--fps");
     if (name == QLatin1String("--screen"))
         parse_size(value, m_line.picture.screen);
     else if (name == QLatin1String("--dialog"))
@@ -183,6 +188,20 @@ void Parser::option(const QString& name)
     }
 }
 
+/// What a picture shows means nothing where none is made.
+void Parser::check_picture_options()
+{
+    const PictureOptions& picture = m_line.picture;
+    if (m_line.action == CommandLine::Action::PrintAndExit || m_picture_option.isEmpty())
+        return;
+    if (m_line.action != CommandLine::Action::Render)
+        fail(lang(u"%1 只能与 --render 一起使用", u"%1 goes with --render only").arg(m_picture_option));
+    else if (!picture.timebar.isEmpty() && !picture.from)
+        fail(lang(u"--timebar 需要 --time", u"--timebar needs --time"));
+    else if (m_has_rate && !picture.until)
+        fail(lang(u"--fps 需要 --time A..B", u"--fps needs --time A..B"));
+}
+
 CommandLine Parser::parse()
 {
     QString argument;
@@ -196,6 +215,7 @@ CommandLine Parser::parse()
     }
     if (m_line.action == CommandLine::Action::Render && m_line.file.isEmpty())
         fail(lang(u"--render 需要一个 .tarn 文件", u"--render needs a .tarn file"));
+    check_picture_options();
     const bool runs = m_line.action == CommandLine::Action::Play || m_line.action == CommandLine::Action::Replay;
     if (!m_failed && !m_line.input_script.isEmpty() && !runs)
         fail(lang(u"--record 只能与 --play 一起使用", u"--record goes with --play only"));

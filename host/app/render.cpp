@@ -8,6 +8,7 @@
 
 #include <QFileInfo>
 #include <QImage>
+#include <QImageWriter>
 #include <QPainter>
 
 #include <algorithm>
@@ -85,10 +86,11 @@ private:
         }
         if (part.isEmpty())
             return Status::error(lang(u"窗口不在屏幕上", u"the dialog is not on the screen"));
-        const QImage picture = fitted(part);
-        if (picture.save(path, "PNG"))
+        QImageWriter writer(path, "PNG");
+        if (writer.write(fitted(part)))
             return {};
-        return Status::error(lang(u"无法写入图片 %1", u"The picture %1 cannot be written.").arg(path));
+        return Status::error(
+            lang(u"无法写入图片 %1：%2", u"the picture %1 cannot be written: %2").arg(path, writer.errorString()));
     }
     /// That part of the screen in the size that is asked for: drawn in it rather than enlarged, as far as that is sane.
     QImage fitted(const QRectF& part) const

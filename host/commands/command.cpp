@@ -18,8 +18,8 @@ bool is_general(const QString& option)
 CommandResult usage_fault(const Command& command, const QString& why)
 {
     auto result = CommandResult::refused(QStringLiteral("%1: %2").arg(QLatin1String(command.name), why));
-    result.errors += lang(u"使用 %1 --help 查看用法。", u"Try %1 --help.").arg(QLatin1String(command.name))
-        + QLatin1Char('\n');
+    const QString usage = QString::fromLatin1(command.usage).section(QLatin1Char('\n'), 0, 0);
+    result.errors += lang(u"用法：tarn-studio %1", u"Usage: tarn-studio %1").arg(usage) + QLatin1Char('\n');
     return result;
 }
 

@@ -416,8 +416,9 @@ Status CGuiPlugScene::show_texts(const QString& language)
 {
     const QStringList& languages = m_translations->languages();
     if (!languages.contains(language))
-        return Status::error(lang(u"场景没有语言 %1（有：%2）", u"the scene has no language %1 (it has: %2)")
-                                 .arg(language, languages.join(QStringLiteral(", "))));
+        return Status::error(
+            lang(u"场景没有语言 %1（有：%2）", u"the scene has no language %1 (it has: %2)")
+                .arg(language, languages.isEmpty() ? lang(u"无", u"none") : languages.join(QStringLiteral(", "))));
     m_language = language;
     show_language();
     return {};

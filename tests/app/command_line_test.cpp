@@ -71,6 +71,9 @@ TEST(CommandLine, pictures_can_be_of_a_dialog_a_screen_and_a_span_of_time)
     EXPECT_EQ(line.picture.until, 2.0);
     EXPECT_EQ(line.picture.rate, 10);
     EXPECT_FALSE(parse("--render x.png --time 3 a.tarn").picture.until);
+    for (const char* nowhere : {"--time 1 a.tarn", "--play a.tarn --dialog Bag",
+                                "--render x.png a.tarn --timebar Intro", "--render x.png a.tarn --time 1 --fps 5"})
+        EXPECT_EQ(parse(nowhere).status, 2) << nowhere;
 }
 
 TEST(CommandLine, plays_a_file_in_a_size_or_on_the_full_screen)

@@ -3,6 +3,8 @@
 #include "support/attributes.h"
 #include "support/scene_fixture.h"
 
+#include <QStringEncoder>
+
 using namespace tarn;
 using namespace tarn::test;
 
@@ -60,21 +62,30 @@ TEST_F(TranslationFileTest, ATranslatorsTableComesBackInOneStep)
     EXPECT_EQ(table, u"object,attribute,name,text,de\n"_s + id + u",text,buy,\"Buy, now\",\n"_s);
     table = u"object,attribute,name,text,de,fr\n"_s + id + u",text,buy,\"Buy, now\",Kaufen,Acheter\n"_s + id
         + u",text,buy,Another,Anders,\n999,text,gone,Buy,x,y\n"_s + id + u",x,buy,Buy,1,2\n"_s;
-    const auto taken = import_translations(document(), translations(), table);
-    ASSERT_TRUE(taken.ok());
-    EXPECT_EQ(taken.value(), 2) << "rows of other texts are left alone";
+    const auto imported = import_translations(document(), translations(), table.toUtf8());
+    ASSERT_TRUE(imported.ok());
+    EXPECT_EQ(imported.value().taken, 2);
+    EXPECT_EQ(imported.value().left_out, 3) << "rows of other texts are left alone";
+    EXPECT_EQ(imported.value().first_left_out, 3);
     EXPECT_EQ(translations().languages(), QStringList({u"de"_s, u"fr"_s}));
     EXPECT_EQ(translations().text(seen_texts(document()).front(), u"fr"_s), u"Acheter"_s);
     ASSERT_TRUE(m_scene.journal().undo());
     EXPECT_EQ(translations().languages(), QStringList({u"de"_s}));
     EXPECT_FALSE(m_scene.journal().undo());
+    QStringEncoder wide(QStringEncoder::Utf16LE, QStringEncoder::Flag::WriteBom);
+    table.replace(u',', u'\t').replace(u"Buy\t now"_s, u"Buy, now"_s);
+    EXPECT_EQ(import_translations(document(), translations(), wide(table)).value().taken, 2)
+        << "a spreadsheet's own way";
 }
 
 TEST_F(TranslationFileTest, WhatIsNoSuchTableChangesNothing)
 {
     const QByteArray before = text();
-    for (const QString& table : {u""_s, u"name,text\n"_s, u"object,attribute,name,text,\n"_s,
-                                 u"object,attribute,name,text,"_s + QString(100, u'x') + u"\n"_s})
+    for (const QByteArray& table :
+         {QByteArray(), QByteArray("name,text\n"), QByteArray("object,attribute,name,text,\n"),
+          QByteArray("object,attribute,name,text,fr,fr\n"),
+          QByteArray("object,attribute,name,text,fr\n1,text,x,y,\xE9t\xE9\n"),
+          "object,attribute,name,text," + QByteArray(100, 'x') + "\n"})
         EXPECT_FALSE(import_translations(document(), translations(), table).ok()) << table.toStdString();
     EXPECT_EQ(text(), before);
     EXPECT_FALSE(m_scene.journal().undo());

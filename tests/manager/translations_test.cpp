@@ -140,7 +140,7 @@ TEST_F(TranslationPage, a_table_goes_to_a_translator_and_comes_back)
     click(7306);
     tell();
     EXPECT_EQ(cell(0, 2), u"Kaufen"_s);
-    EXPECT_EQ(m_answers.texts, QStringList(u"1 texts were taken."_s));
+    EXPECT_EQ(m_answers.texts, QStringList(u"Texts taken: 1."_s));
 }
 
 } // namespace tarn::test

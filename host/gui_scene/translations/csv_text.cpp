@@ -6,6 +6,7 @@
 #include "translations.h"
 
 #include <QHash>
+#include <QStringDecoder>
 
 #include <algorithm>
 #include <map>
@@ -104,6 +105,31 @@ TextKey key_of(const SeenText& text)
     return {QString::number(text.object->id()), QString::fromLatin1(text.field->name()), text.text};
 }
 
+Result<QString> decoded(const QByteArray& table)
+{
+    const bool is_wide = table.startsWith("\xFF\xFE") || table.startsWith("\xFE\xFF");
+    QStringDecoder decoder(is_wide ? QStringDecoder::Utf16 : QStringDecoder::Utf8);
+    QString text = decoder(table);
+    if (decoder.hasError())
+        return Status::error(lang(u"表格不是 UTF-8 编码；请在表格软件中选择“CSV UTF-8”保存",
+                                  u"the table is not in UTF-8; save it as \"CSV UTF-8\" in the spreadsheet program"));
+    return text;
+}
+
+/// Fails for a table that is none of translations, or has a language twice.
+Status check_captions(const std::vector<QStringList>& rows)
+{
+    const QStringList captions = rows.empty() ? QStringList() : rows.front();
+    if (captions.first(std::min(first_captions.size(), captions.size())) != first_captions)
+        return Status::error(
+            lang(u"第一行应为：%1，然后是各种语言", u"the first line has to be: %1, then the languages")
+                .arg(first_captions.join(QStringLiteral(", "))));
+    for (qsizetype i = first_captions.size(); i < captions.size(); ++i)
+        if (captions.indexOf(captions[i], i + 1) >= 0)
+            return Status::error(lang(u"语言 %1 有两列", u"the language %1 has two columns").arg(captions[i]));
+    return {};
+}
+
 } // namespace
 
 QString csv_text(const std::vector<QStringList>& rows)
@@ -134,17 +160,17 @@ QString exported_translations(const Document& document, const Translations& tran
     return csv_text(rows);
 }
 
-Result<int> import_translations(Document& document, Translations& translations, const QString& text)
+Result<ImportedTexts> import_translations(Document& document, Translations& translations, const QByteArray& table)
 {
-    auto rows = csv_rows(text);
+    const auto text = decoded(table);
+    if (!text)
+        return text.status();
+    const auto rows = csv_rows(text.value());
     if (!rows)
         return rows.status();
+    if (const auto fits = check_captions(rows.value()); !fits)
+        return fits;
     const qsizetype fixed = first_captions.size();
-    if (rows.value().empty()
-        || rows.value().front().first(std::min(fixed, rows.value().front().size())) != first_captions)
-        return Status::error(
-            lang(u"第一行应为：%1，然后是各种语言", u"the first line has to be: %1, then the languages")
-                .arg(first_captions.join(QStringLiteral(", "))));
     std::map<TextKey, SeenText> texts;
     for (const SeenText& one : seen_texts(document))
         texts.emplace(key_of(one), one);
@@ -156,19 +182,25 @@ Result<int> import_translations(Document& document, Translations& translations, 
                 document.journal().cancel();
                 return status;
             }
-    int taken = 0;
-    for (const QStringList& row : rows.value()) {
+    ImportedTexts imported;
+    for (std::size_t place = 1; place < rows.value().size(); ++place) {
+        const QStringList& row = rows.value()[place];
+        if (row == QStringList(QString()))
+            continue; // An empty line.
         const auto found = row.size() > fixed ? texts.find({row[0], row[1], row[3]}) : texts.end();
-        if (found == texts.end())
+        if (found == texts.end()) {
+            if (imported.left_out++ == 0)
+                imported.first_left_out = int(place) + 1;
             continue;
+        }
         for (qsizetype i = 0; i < std::min(languages.size(), row.size() - fixed); ++i)
             if (const QString& cell = row[fixed + i];
                 !cell.isEmpty() && cell != translations.text(found->second, languages[i])) {
                 translations.set_text(found->second, languages[i], cell);
-                ++taken;
+                ++imported.taken;
             }
     }
-    return taken;
+    return imported;
 }
 
 } // namespace tarn

@@ -2,6 +2,7 @@
 
 #include "core/status.h"
 
+#include <QByteArray>
 #include <QString>
 #include <QStringList>
 
@@ -21,9 +22,15 @@ Result<std::vector<QStringList>> csv_rows(const QString& text);
 /// The scene's texts with all languages, a row for each: object, attribute, its name for a person, text, languages. The
 /// first row has the captions.
 QString exported_translations(const Document& document, const Translations& translations);
-/// What a translator sent back. Rows are told by object, attribute and text; a language that is not there yet is added;
-/// empty cells change nothing. One step of undo. Answers how many texts were taken, and fails without a change for a text
-/// that is no such table.
-Result<int> import_translations(Document& document, Translations& translations, const QString& text);
+
+struct ImportedTexts {
+    int taken = 0;
+    int left_out = 0;       ///< rows of what the scene does not have
+    int first_left_out = 0; ///< counted from 1, the captions; 0: none
+};
+/// What a translator sent back, in UTF-8, or in UTF-16 with a mark at its beginning. Rows are told by object, attribute and
+/// text; a language that is not there yet is added; empty cells change nothing. One step of undo. Fails without a change for
+/// what is no such table.
+Result<ImportedTexts> import_translations(Document& document, Translations& translations, const QByteArray& table);
 
 } // namespace tarn
