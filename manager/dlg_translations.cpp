@@ -11,6 +11,7 @@
 #include "store/plain_file.h"
 #include "translation_table.h"
 #include "widgets/button_st.h"
+#include "widgets/wrap_layout.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -62,6 +63,7 @@ QWidget* CDlgTranslations::create_widget(const QString& class_name, QWidget* par
 void CDlgTranslations::OnInitDialog()
 {
     CGuiChildDlg::OnInitDialog();
+    wrap_items_of(*findChild<QWidget*>(QStringLiteral("tools")));
     set_up_table();
     m_measuring.setSingleShot(true);
     connect(&m_measuring, &QTimer::timeout, this, [this] { measure(); });

@@ -41,23 +41,6 @@ constexpr QLatin1String arranging_groups[] = {
     QLatin1String("screen"),
 };
 
-/// Lets the groups of `form` go over several rows where the window is narrow.
-void wrap_groups(QWidget* form)
-{
-    QLayout* row = form->layout();
-    const QMargins margins = row->contentsMargins();
-    const int spacing = row->spacing();
-    std::vector<QLayoutItem*> items;
-    while (QLayoutItem* item = row->takeAt(0))
-        items.push_back(item);
-    delete row;
-    auto* layout = new WrapLayout(form);
-    layout->setContentsMargins(margins);
-    layout->setSpacing(spacing);
-    for (QLayoutItem* item : items)
-        layout->addItem(item);
-}
-
 } // namespace
 
 /// The switch of an aid that works only while the rulers are shown.
@@ -83,7 +66,7 @@ void CDlgTopTable::OnInitDialog()
             icon_button->SetIcon(control.key());
             icon_button->setAccessibleName(icon_button->toolTip());
         }
-    wrap_groups(layout()->itemAt(0)->widget());
+    wrap_items_of(*layout()->itemAt(0)->widget());
     init_tabs();
     init_arranging();
     init_switches();

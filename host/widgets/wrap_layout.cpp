@@ -119,3 +119,19 @@ void WrapLayout::setGeometry(const QRect& rect)
         y += row.height + spacing();
     }
 }
+
+void wrap_items_of(QWidget& form)
+{
+    QLayout* row = form.layout();
+    const QMargins margins = row->contentsMargins();
+    const int spacing = row->spacing();
+    std::vector<QLayoutItem*> items;
+    while (QLayoutItem* item = row->takeAt(0))
+        items.push_back(item);
+    delete row;
+    auto* layout = new WrapLayout(&form);
+    layout->setContentsMargins(margins);
+    layout->setSpacing(spacing);
+    for (QLayoutItem* item : items)
+        layout->addItem(item);
+}

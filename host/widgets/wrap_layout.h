@@ -40,3 +40,6 @@ private:
 
     std::vector<std::unique_ptr<QLayoutItem>> m_items;
 };
+
+/// Lets what stands in a row in `form` go over several rows where there is no room for one.
+void wrap_items_of(QWidget& form);
