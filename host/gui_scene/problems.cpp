@@ -330,6 +330,10 @@ void ProblemFinder::find_unplayed(ModelObject& object, const QString& name, cons
         warn(lang(u"影片 %1 使用滤镜（如模糊、阴影），播放时不会显示。",
                   u"The movie %1 has filters (such as blur or shadow), which are not drawn.")
                  .arg(movie));
+    if (lacks.bitmaps)
+        warn(lang(u"影片 %1 的脚本会绘制位图，播放时不会显示，脚本也可能因此停止。",
+                  u"Scripts of the movie %1 draw bitmaps, which do not show, and may stop there.")
+                 .arg(movie));
     if (lacks.sound)
         warn(lang(u"影片 %1 有声音，播放时没有声音。", u"The movie %1 has sound, which is not played.").arg(movie));
     if (lacks.video)

@@ -6,22 +6,31 @@
 #include <zlib.h>
 
 #include <algorithm>
+#include <array>
 
 namespace tarn {
 
 namespace {
 
-constexpr qsizetype fixed_part = 8;       ///< bytes: signature, version, length
-constexpr qint64 most_content = 64 << 20; ///< bytes; who packs more means harm
+constexpr qsizetype fixed_part = 8;        ///< bytes: signature, version, length
+constexpr qint64 most_content = 64 << 20;  ///< bytes; who packs more means harm
+constexpr qsizetype most_script = 8 << 20; ///< bytes of scripts that are looked at
 constexpr qsizetype buffer_size = 64 * 1024;
 
 enum Tag {
+    tag_button = 7,
+    tag_script = 12,
     tag_sound = 14,
     tag_sound_stream = 18,
+    tag_place_2 = 26,
+    tag_button_2 = 34,
     tag_sprite = 39,
     tag_sound_stream_2 = 45,
+    tag_init_script = 59,
     tag_video = 60,
     tag_place_3 = 70,
+    tag_classes = 72,
+    tag_classes_2 = 82,
     tag_place_4 = 94,
 };
 
@@ -58,10 +67,12 @@ public:
             value |= quint32(byte()) << shift;
         return value;
     }
-    void skip(qint64 bytes)
+    void skip(qint64 bytes, QByteArray* into = nullptr)
     {
         while (bytes > 0 && !at_end()) {
             const qsizetype step = qsizetype(std::min<qint64>(bytes, available()));
+            if (into)
+                into->append(piece().constData() + m_at, step);
             m_at += step;
             m_read += step;
             bytes -= step;
@@ -94,6 +105,20 @@ private:
     qint64 m_read = 0;
 };
 
+/// Tags that scripts stand in.
+constexpr std::array script_tags{tag_button,  tag_script,  tag_place_2,   tag_button_2, tag_init_script,
+                                 tag_place_3, tag_classes, tag_classes_2, tag_place_4};
+
+constexpr const char* filter_classes[] = {
+    "BlurFilter",        "DropShadowFilter",      "GlowFilter",         "BevelFilter",        "ColorMatrixFilter",
+    "ConvolutionFilter", "DisplacementMapFilter", "GradientGlowFilter", "GradientBevelFilter"};
+
+/// Whether scripts use the name: it stands between the ends of texts in older ones, behind its length in newer ones.
+bool use_name(const QByteArray& scripts, const QByteArray& name)
+{
+    return scripts.contains('\0' + name + '\0') || scripts.contains(char(name.size()) + name);
+}
+
 } // namespace
 
 MovieLacks read_movie_tags(const QByteArray& file)
@@ -105,6 +130,7 @@ MovieLacks read_movie_tags(const QByteArray& file)
     Content content(file);
     const int width = content.byte() >> 3; // of each number of the frame's rectangle, bits
     content.skip((5 + width * 4 + 7) / 8 - 1 + 4);
+    QByteArray scripts;
     while (!content.at_end()) {
         const quint32 head = content.number(2);
         const quint32 code = head >> 6;
@@ -115,13 +141,19 @@ MovieLacks read_movie_tags(const QByteArray& file)
             length = 4; // What it holds are tags again.
         lacks.sound |= code == tag_sound || code == tag_sound_stream || code == tag_sound_stream_2;
         lacks.video |= code == tag_video;
-        if ((code == tag_place_3 || code == tag_place_4) && length >= 2) {
-            content.skip(1);
-            lacks.filters |= (content.byte() & 1) != 0;
-            length -= 2;
+        const qsizetype begin = scripts.size();
+        if (std::ranges::find(script_tags, int(code)) != script_tags.end()) {
+            const qint64 taken = std::min<qint64>(length, std::max<qsizetype>(most_script - begin, 2));
+            content.skip(taken, &scripts);
+            length -= taken;
         }
+        if ((code == tag_place_3 || code == tag_place_4) && scripts.size() >= begin + 2)
+            lacks.filters |= (scripts[begin + 1] & 1) != 0;
         content.skip(length);
     }
+    const auto is_used = [&](const char* name) { return use_name(scripts, name); };
+    lacks.filters |= std::ranges::any_of(filter_classes, is_used);
+    lacks.bitmaps = is_used("BitmapData") && (is_used("draw") || is_used("applyFilter"));
     return lacks;
 }
 

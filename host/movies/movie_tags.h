@@ -7,6 +7,7 @@ namespace tarn {
 /// What a movie's tags say that it has and the player lacks.
 struct MovieLacks {
     bool filters = false; ///< blur, shadow and their like
+    bool bitmaps = false; ///< scripts draw clips into bitmaps
     bool sound = false;
     bool video = false;
     bool packing = false; ///< it is packed in a way that cannot be looked into

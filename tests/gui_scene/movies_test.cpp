@@ -104,7 +104,8 @@ TEST_F(Movies, that_are_missing_and_callbacks_without_a_function_are_told_among_
 TEST_F(Movies, of_which_not_all_can_be_played_are_told_among_the_problems)
 {
     MovieWriter rich;
-    rich.shape(1, {0, 0, 9, 9}, Qt::red).place_filtered(1, 1, {0, 0}).tag(14, "sound").tag(60, "video").show_frame();
+    rich.shape(1, {0, 0, 9, 9}, Qt::red).place_filtered(1, 1, {0, 0}).tag(14, "sound").tag(60, "video");
+    rich.script(MovieScript().draw_bitmap({9, 9}, u"box"_s)).show_frame();
     put_file(u"rich.swf"_s, rich.bytes(true));
     put_file(u"plain.swf"_s, moving_movie());
     movie(u"plain.swf"_s);
@@ -112,7 +113,7 @@ TEST_F(Movies, of_which_not_all_can_be_played_are_told_among_the_problems)
     movie(u"rich.swf"_s);
     movie(u"http://host.example/intro.swf"_s, false);
     const QStringList told = problems();
-    for (const QString& lack : {u"filters"_s, u"sound"_s, u"video"_s, u"network"_s})
+    for (const QString& lack : {u"filters"_s, u"bitmaps"_s, u"sound"_s, u"video"_s, u"network"_s})
         EXPECT_EQ(told.filter(lack).size(), 1) << lack.toStdString();
     put_file(u"rich.swf"_s, moving_movie());
     EXPECT_TRUE(problems().filter(u"rich.swf"_s).isEmpty());

@@ -20,6 +20,12 @@ TEST(MovieTags, tell_what_the_player_lacks_packed_or_not)
         const MovieLacks all = read_movie_tags(rich.show_frame().bytes(packed));
         EXPECT_TRUE(all.filters && all.sound && all.video);
     }
+    // What scripts do, in both of their languages.
+    const auto script = [](const MovieScript& text) { return read_movie_tags(MovieWriter().script(text).bytes(true)); };
+    EXPECT_TRUE(script(MovieScript().draw_bitmap({9, 9}, QStringLiteral("box"))).bitmaps);
+    EXPECT_TRUE(script(MovieScript().blur(QStringLiteral("box"))).filters);
+    EXPECT_FALSE(script(MovieScript().push(QStringLiteral("BitmapData")).push(QStringLiteral("withdraw"))).bitmaps);
+    EXPECT_TRUE(read_movie_tags(MovieWriter().tag(82, "....\x0a\x42itmapData\x04\x64raw").bytes()).bitmaps);
     // Within a clip, too.
     const QByteArray inner("\x02\x00\x01\x00\x84\x11\x06\x01\x01\x00", 10);
     EXPECT_TRUE(read_movie_tags(MovieWriter().tag(39, inner).bytes()).filters);

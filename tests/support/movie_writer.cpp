@@ -156,6 +156,31 @@ MovieScript& MovieScript::set_x_from(const QString& clip, const QString& variabl
     return push(clip).push(0.0).push(variable).code(0x1c).code(0x23);
 }
 
+/// A new object of a class of the player's; its arguments and their number were pushed.
+MovieScript& MovieScript::make_new(const QString& package, const QString& name)
+{
+    push(QStringLiteral("flash")).code(0x1c);
+    return push(package).code(0x4e).push(name).code(0x53);
+}
+
+MovieScript& MovieScript::draw_bitmap(QSize pixels, const QString& clip)
+{
+    push(QStringLiteral("bitmap")).push(pixels.height()).push(pixels.width()).push(2.0);
+    make_new(QStringLiteral("display"), QStringLiteral("BitmapData")).code(0x1d);
+    push(clip).code(0x1c).push(1.0).push(QStringLiteral("bitmap")).code(0x1c);
+    push(QStringLiteral("draw")).code(0x52).code(0x17);
+    push(20.0).push(QStringLiteral("bitmap")).code(0x1c).push(2.0).push(QStringLiteral("_root")).code(0x1c);
+    return push(QStringLiteral("attachBitmap")).code(0x52).code(0x17);
+}
+
+MovieScript& MovieScript::blur(const QString& clip)
+{
+    push(clip).code(0x1c).push(QStringLiteral("filters"));
+    push(0.0);
+    make_new(QStringLiteral("filters"), QStringLiteral("BlurFilter"));
+    return push(1.0).code(0x42).code(0x4f); // a list of it
+}
+
 MovieScript& MovieScript::loop_forever()
 {
     return code(0x99, short_number(-5));

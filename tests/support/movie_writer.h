@@ -25,12 +25,17 @@ public:
     MovieScript& set_x_from(const QString& clip, const QString& variable);
     MovieScript& call_out_with_variable(const QString& name, const QString& variable);
     MovieScript& navigate(const QString& address);
+    /// Makes a bitmap of the size, draws `clip` into it and shows it in the corner.
+    MovieScript& draw_bitmap(QSize pixels, const QString& clip);
+    /// Gives `clip` a blur.
+    MovieScript& blur(const QString& clip);
     MovieScript& loop_forever();
     QByteArray bytes() const { return m_bytes; }
 
 private:
     MovieScript& code(quint8 action, const QByteArray& operands = {});
     MovieScript& external_interface();
+    MovieScript& make_new(const QString& package, const QString& name);
 
     QByteArray m_bytes;
 };
