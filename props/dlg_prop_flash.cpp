@@ -1,6 +1,7 @@
 #include "dlg_prop_flash.h"
 
 #include "core/language.h"
+#include "engine/address_gate.h"
 #include "engine/base_world.h"
 #include "frame/boxes.h"
 #include "frame/cmd_test.h"
@@ -9,10 +10,12 @@
 #include "gui_core/dxut_media.h"
 #include "gui_core/gui_event.h"
 #include "gui_scene/gui_plug_scene.h"
+#include "movies/movie_address.h"
 #include "page_base/value_part.h"
 #include "script/config_scene.h"
 #include "widgets/button_st.h"
 
+#include <QLabel>
 #include <QListWidget>
 #include <QSignalBlocker>
 
@@ -32,6 +35,8 @@ namespace {
 enum Id : int {
     id_local_file = 6468,
     id_url = 6473,
+    id_permission = 7310,
+    id_take_back = 7311,
     id_transparent = 6139,
     id_chinese = 6565,
     id_callbacks = 6553,
@@ -104,6 +109,7 @@ void CDlgPropFlash::OnInitDialog()
     bind(rows);
     on_click(id_local_file, [this] { load_file(); });
     on_click(id_url, [this] { load_url(); });
+    on_click(id_take_back, [this] { take_back_permission(); });
     on_click(id_create, [this] { create_callback(); });
     on_click(id_remove, [this] { remove_callback(); });
     m_callbacks = control_as<QListWidget>(id_callbacks);
@@ -132,6 +138,7 @@ void CDlgPropFlash::refresh()
     };
     show_source(id_local_file, is_local, lang(u"添加本地文件", u"Add a local file"));
     show_source(id_url, !is_local, lang(u"添加网络文件", u"Add from the network"));
+    show_permission(is_local ? QString() : source);
 
     const QSignalBlocker quiet(m_callbacks);
     const QStringList callbacks = shown ? tarn::value_as<QStringList>(value_of(*shown, key<&FlashState::callbacks>))
@@ -143,6 +150,28 @@ void CDlgPropFlash::refresh()
     m_callbacks->setEnabled(shown);
     control(id_create)->setEnabled(shown);
     control(id_remove)->setEnabled(m_callbacks->currentRow() >= 0);
+}
+
+/// The line below the address.
+void CDlgPropFlash::show_permission(const QString& url)
+{
+    const auto address = tarn::movie_address(url);
+    const tarn::AddressGate* gate = world() ? world()->address_gate() : nullptr;
+    m_address = address ? address.value() : QString();
+    const bool is_allowed = gate && address && gate->is_allowed(m_address);
+    auto* line = control_as<QLabel>(id_permission);
+    line->setText(!address ? address.status().message()
+                      : is_allowed ? lang(u"本机已允许，预览时加载。", u"Allowed on this machine; previews load it.")
+                                   : lang(u"尚未允许，预览时会询问。", u"Not allowed yet; a preview asks."));
+    line->setVisible(!url.isEmpty());
+    control(id_take_back)->setVisible(is_allowed);
+}
+
+void CDlgPropFlash::take_back_permission()
+{
+    if (tarn::AddressGate* gate = world()->address_gate())
+        gate->set_allowed({m_address}, false);
+    refresh();
 }
 
 // A transparent movie takes no Chinese characters. The page sees to it and asks; the state allows both.

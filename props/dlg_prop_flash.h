@@ -27,6 +27,8 @@ protected:
 
 private:
     CDXUTFlash* flash() const;
+    void show_permission(const QString& url);
+    void take_back_permission();
     void load_file();
     void load_url();
     void load(const QString& source, bool is_local);
@@ -37,5 +39,6 @@ private:
     void open_callback(const QString& function);
     void write_callbacks(const QStringList& callbacks, const QString& step);
 
+    QString m_address; ///< of the movie that is shown; empty for none that could be loaded
     QListWidget* m_callbacks = nullptr;
 };

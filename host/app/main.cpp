@@ -1,5 +1,6 @@
 // tarn-studio: an editor of 2D interfaces in a 3D world.
 
+#include "address_permissions.h"
 #include "automation/automation.h"
 #include "command_line.h"
 #include "commands/command.h"
@@ -172,6 +173,8 @@ int play(Studio& studio, const CommandLine& line)
 {
     if (const auto status = open_shown(studio, line); !status)
         return refuse(status.message());
+    // What the author allowed on this machine; players are asked nothing.
+    const AddressPermissions addresses(studio.world(), appinfo::get_preset_ini());
     PlayWindow window(studio, line.size);
     if (!line.input_script.isEmpty())
         window.record_input();
@@ -186,7 +189,9 @@ int play(Studio& studio, const CommandLine& line)
 
 int run(QApplication& app, Studio& studio, const QStringList& failures, const CommandLine& line)
 {
+    AddressPermissions addresses(studio.world(), tarn::settings::store().fileName());
     MainWindow window(studio);
+    addresses.set_window(&window);
     studio.start_world();
     // Scripts count on the usual size; for a person all of the window is to be on the screen.
     if (line.action == CommandLine::Action::Run && !window.isMaximized())

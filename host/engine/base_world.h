@@ -17,6 +17,7 @@ class CSelection;
 
 namespace tarn {
 
+class AddressGate;
 class CameraView;
 class ScriptRuntime;
 class WorldModels;
@@ -110,6 +111,9 @@ public:
     tarn::ScriptLog& script_log() { return m_script_log; }
     /// Given by the program: shows a message (its text, its title) soon, without waiting for the answer.
     std::function<void(const QString&, const QString&)> on_message;
+    /// What the scene may load from the network; null, as without the program's windows: nothing. The world does not own it.
+    tarn::AddressGate* address_gate() const { return m_address_gate; }
+    void set_address_gate(tarn::AddressGate* gate) { m_address_gate = gate; }
     /// What functions can call and reach; a scene brings it.
     void set_script_api(tarn::ScriptApi api);
     /// Does what may take long, with a progress that the program shows where there is one: `what` says what is done.
@@ -131,6 +135,7 @@ private:
     tarn::MouseTool* m_default_tool = nullptr;
     tarn::Overlay* m_overlay = nullptr;
     tarn::Overlay* m_objects_layer = nullptr;
+    tarn::AddressGate* m_address_gate = nullptr;
     tarn::OrbitCamera m_camera;
     std::unique_ptr<CConfigScene> m_functions;
     std::unique_ptr<tarn::WorldScene> m_objects;

@@ -139,6 +139,11 @@ public:
     virtual const QString& language() const = 0;
     /// Shows the texts of one of the scene's languages, in a preview too; fails when it has no such language.
     virtual tarn::Status show_texts(const QString& language) = 0;
+    /// It is going to be drawn on a screen of `screen` pixels, without a view: what is to be seen there comes to be.
+    virtual void prepare_picture(QSize screen) = 0;
+    /// Whether something that was drawn since then is still to come, such as the first frame of a movie. The event loop
+    /// brings it.
+    virtual bool awaits_picture() const = 0;
 
     /// Runs the scene, or ends that: everything takes the state again that it had before.
     virtual void play(bool on) = 0;

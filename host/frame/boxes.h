@@ -25,6 +25,7 @@ struct Message {
     bool is_error = false;
     QString cancel_caption{}; ///< what Cancel says where it does something of its own; Escape is then the first button
     QStringList captions{};   ///< what the buttons say, in their order, where it is not the usual
+    QStringList headings{};   ///< lines of the text that stand out
 };
 
 struct Prompt {

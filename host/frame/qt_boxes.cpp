@@ -60,6 +60,22 @@ QString title_or_name(const QString& title)
     return title.isEmpty() ? QApplication::applicationDisplayName() : readable(title, 1, 200);
 }
 
+/// With its headings in bold. Everything else is text, whatever it looks like; words without an end, as addresses have them,
+/// may break anywhere.
+QString rich_text(const QString& text, const QStringList& headings)
+{
+    constexpr qsizetype breaks_after = 10; // letters
+    QStringList lines;
+    for (const QString& line : text.split(QLatin1Char('\n'))) {
+        QStringList pieces;
+        for (qsizetype at = 0; at < line.size(); at += breaks_after)
+            pieces << line.mid(at, breaks_after).toHtmlEscaped();
+        const QString whole = line.contains(QLatin1Char(' ')) ? line.toHtmlEscaped() : pieces.join(QChar(0x200b));
+        lines << (headings.contains(line) ? QStringLiteral("<b>%1</b>").arg(whole) : whole);
+    }
+    return lines.join(QStringLiteral("<br>"));
+}
+
 constexpr int progress_steps = 1000;
 
 class QtProgressBox : public ProgressBox {
@@ -115,8 +131,9 @@ Button QtBoxes::message(QWidget* parent, const Message& box)
                        : box.buttons.size() > 1 && box.cancel_caption.isEmpty() ? QMessageBox::Question
                                                                                 : QMessageBox::Information);
     window.setWindowTitle(title_or_name(box.title));
-    window.setTextFormat(Qt::PlainText); // It may name what a package calls anything.
-    window.setText(readable(box.text));
+    // It may name what a package calls anything.
+    window.setTextFormat(box.headings.isEmpty() ? Qt::PlainText : Qt::RichText);
+    window.setText(box.headings.isEmpty() ? readable(box.text) : rich_text(readable(box.text), box.headings));
     for (std::size_t i = 0; i < box.buttons.size(); ++i) {
         const QString special = box.captions.value(qsizetype(i));
         window.addButton(standard(box.buttons[i]))->setText(special.isEmpty() ? caption(box.buttons[i]) : special);

@@ -120,7 +120,7 @@ void CGuiPlugScene::on_world_created(CBaseWorld* world)
     if (!m_core)
         join(world->document());
     m_in_world = std::make_unique<tarn::SceneInWorld>(*m_core, *world);
-    m_movies = std::make_unique<tarn::SceneMovies>(*m_core, *m_fonts);
+    m_movies = std::make_unique<tarn::SceneMovies>(*world, *m_core, *m_fonts);
     m_movies->on_redraw = [world] { world->update_all_views(); };
     m_movies->on_call = [this](CDXUTFlash& movie, const QString& name, const std::vector<tarn::Value>& given) {
         const tarn::ShownWrites writes(document());
@@ -376,6 +376,17 @@ tarn::Result<QRectF> CGuiPlugScene::show_alone(const QString& dialog, QSize scre
         write(*control, key<&tarn::ControlState::visible>, false);
     m_core->set_screen_size(screen);
     return (*found)->outer_rect();
+}
+
+void CGuiPlugScene::prepare_picture(QSize screen)
+{
+    m_core->set_screen_size(screen);
+    m_movies->update();
+}
+
+bool CGuiPlugScene::awaits_picture() const
+{
+    return m_movies->awaits_picture();
 }
 
 void CGuiPlugScene::play(bool on)

@@ -199,6 +199,8 @@ public:
 
     // Pictures
     QSize design_size() const override { return m_core->design_size(); }
+    void prepare_picture(QSize screen) override;
+    bool awaits_picture() const override;
     tarn::Result<double> show_time(const QString& timebar, double time) override;
     tarn::Result<QRectF> show_alone(const QString& dialog, QSize screen) override;
     tarn::Status show_texts(const QString& language) override;

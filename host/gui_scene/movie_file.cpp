@@ -8,6 +8,7 @@
 #include "gui_core/dxut_media.h"
 #include "gui_core/swf_header.h"
 #include "gui_core/texture_name.h"
+#include "movies/movie_orders.h"
 #include "store/pak_rules.h"
 #include "store/plain_file.h"
 
@@ -19,11 +20,9 @@ namespace tarn {
 
 namespace {
 
-constexpr qint64 largest_file = 64 * 1024 * 1024;
-
 Result<QByteArray> read_movie(const QString& path)
 {
-    auto content = read_plain_file(path, largest_file);
+    auto content = read_plain_file(path, largest_movie);
     auto status = content.status();
     if (content)
         status = read_swf_header(content.value()).status();

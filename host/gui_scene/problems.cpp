@@ -17,6 +17,7 @@
 #include "gui_core/texture_name.h"
 #include "gui_plug_scene.h"
 #include "movie_file.h"
+#include "movies/movie_address.h"
 #include "package_writer.h"
 #include "picture_names.h"
 #include "script/script_runtime.h"
@@ -314,9 +315,14 @@ void ProblemFinder::find_unplayed(ModelObject& object, const QString& name, cons
         problems.push_back({.object = &object, .place = name, .text = text, .is_warning = true});
     };
     const auto* flash = dynamic_cast<const FlashState*>(&Authored::state(object));
-    if (flash && !flash->source_local && !flash->source.isEmpty())
-        warn(lang(u"网络上的影片不会播放；请把它添加为本地文件。",
-                  u"Movies of the network are not played; add it as a local file."));
+    if (flash && !flash->source_local && !flash->source.isEmpty()) {
+        const auto address = movie_address(flash->source);
+        warn(address
+                 ? lang(u"网络上的影片只在允许了其网址的机器上播放；添加为本地文件则处处可播放。",
+                        u"The movie of the network plays only on machines where its address was allowed; as a local "
+                        u"file it would everywhere.")
+                 : address.status().message());
+    }
     const QString entry = movie_entry_of(Authored::state(object));
     const auto file = document.files.find(entry);
     if (entry.isEmpty() || file == document.files.end())

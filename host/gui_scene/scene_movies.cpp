@@ -2,12 +2,15 @@
 
 #include "core/document.h"
 #include "core/language.h"
+#include "engine/address_gate.h"
+#include "engine/base_world.h"
 #include "font_library.h"
 #include "gui_core/control_state.h"
 #include "gui_core/dxut_dialog.h"
 #include "gui_core/dxut_media.h"
 #include "gui_core/gui_core.h"
 #include "gui_core/swf_header.h"
+#include "movies/movie_address.h"
 
 #include <algorithm>
 #include <utility>
@@ -23,18 +26,6 @@ const FlashState& state_of(const CDXUTFlash& control)
     return static_cast<const FlashState&>(control.shown_state());
 }
 
-MovieSetup setup_of(const CDXUTFlash& control)
-{
-    const FlashState& s = state_of(control);
-    MovieSetup setup{.file = control.file(), .transparent = s.transparent, .keep_size = s.keep_size};
-    const auto header = setup.file.isEmpty() ? Status::error({}) : read_swf_header(setup.file);
-    if (!header)
-        setup.file.clear();
-    else if (header.value().frame_rate > 0)
-        setup.frame_rate = header.value().frame_rate;
-    return setup;
-}
-
 /// Without comparing the files of two movies byte by byte.
 bool is_same(const MovieSetup& one, const MovieSetup& other)
 {
@@ -44,10 +35,16 @@ bool is_same(const MovieSetup& one, const MovieSetup& other)
 
 } // namespace
 
-SceneMovies::SceneMovies(CGuiCore& core, FontLibrary& fonts) : m_core(core), m_fonts(fonts)
+SceneMovies::SceneMovies(CBaseWorld& world, CGuiCore& core, FontLibrary& fonts)
+    : m_world(world), m_core(core), m_fonts(fonts)
 {
     m_sizes.setSingleShot(true);
     m_delivery.setSingleShot(true);
+    m_downloads.on_changed = [this] {
+        m_stale = true;
+        if (on_redraw)
+            on_redraw();
+    };
     QObject::connect(&m_sizes, &QTimer::timeout, &m_sizes, [this] { take_sizes(); });
     QObject::connect(&m_delivery, &QTimer::timeout, &m_delivery, [this] { deliver(); });
     m_player.on_changed = [this](MoviePlayer::Id movie) {
@@ -103,6 +100,27 @@ bool SceneMovies::is_seen(const CDXUTFlash& control) const
     return m_core.is_in_world(*home) || control.screen_bounds().intersects(QRectF({}, m_core.screen_size()));
 }
 
+/// What its movie is made of, as far as it is there.
+QByteArray SceneMovies::file_of(const CDXUTFlash& control) const
+{
+    const auto remote = m_remote.find(control.id());
+    if (remote == m_remote.end())
+        return control.file();
+    return is_allowed(remote->second.address) ? m_downloads.file(remote->second.address) : QByteArray();
+}
+
+MovieSetup SceneMovies::setup_of(const CDXUTFlash& control) const
+{
+    const FlashState& s = state_of(control);
+    MovieSetup setup{.file = file_of(control), .transparent = s.transparent, .keep_size = s.keep_size};
+    const auto header = setup.file.isEmpty() ? Status::error({}) : read_swf_header(setup.file);
+    if (!header)
+        setup.file.clear();
+    else if (header.value().frame_rate > 0)
+        setup.frame_rate = header.value().frame_rate;
+    return setup;
+}
+
 /// The control has the movie that it names now, or none.
 void SceneMovies::follow(const CDXUTFlash& control)
 {
@@ -120,6 +138,19 @@ void SceneMovies::follow(const CDXUTFlash& control)
     m_shown[control.id()].movie = movie;
     if (m_playing)
         m_player.start(movie, true);
+}
+
+void SceneMovies::follow_all()
+{
+    for (const CDXUTControl* each : m_core.controls()) {
+        if (each->GetType() != DXUT_CONTROL_FLASH)
+            continue;
+        const auto& control = static_cast<const CDXUTFlash&>(*each);
+        note_remote(control);
+        follow(control);
+    }
+    if (!m_shown.empty())
+        hand_in_fonts();
 }
 
 void SceneMovies::see(const CDXUTFlash& control, Shown& shown)
@@ -143,13 +174,13 @@ void SceneMovies::hand_in_fonts()
 
 void SceneMovies::update()
 {
-    if (std::exchange(m_stale, false)) {
-        for (const CDXUTControl* control : m_core.controls())
-            if (control->GetType() == DXUT_CONTROL_FLASH)
-                follow(static_cast<const CDXUTFlash&>(*control));
-        if (!m_shown.empty())
-            hand_in_fonts();
+    if (const AddressGate* allowed = gate(); allowed && allowed->revision() != m_gate_revision) {
+        m_gate_revision = allowed->revision();
+        m_stale = true;
     }
+    if (std::exchange(m_stale, false))
+        follow_all();
+    load_remote();
     for (auto shown = m_shown.begin(); shown != m_shown.end();) {
         auto* control = dynamic_cast<CDXUTFlash*>(m_core.find_control(shown->first));
         if (control) {
@@ -168,9 +199,109 @@ void SceneMovies::play(bool on)
 {
     m_playing = on;
     m_calls.clear();
+    if (!on)
+        m_downloads.clear();
+    if (AddressGate* const gate = m_world.address_gate())
+        gate->set_running(on);
+    follow_all(); // What came from the network is there only while the interface runs.
     for (auto& [id, shown] : m_shown)
         m_player.start(shown.movie, on);
 }
+
+bool SceneMovies::awaits_picture() const
+{
+    return m_sizes.isActive() || std::ranges::any_of(m_shown, [&](const auto& entry) {
+               return m_player.awaits_first_frame(entry.second.movie);
+           });
+}
+
+// Movies of the network -------------------------------------------------------------------------------------------------
+
+/// Null while nothing may be loaded at all.
+AddressGate* SceneMovies::gate() const
+{
+    return m_playing ? m_world.address_gate() : nullptr;
+}
+
+bool SceneMovies::is_allowed(const QString& address) const
+{
+    const AddressGate* gate = this->gate();
+    return gate && !address.isEmpty() && gate->is_allowed(address);
+}
+
+void SceneMovies::note_remote(const CDXUTFlash& control)
+{
+    const FlashState& s = state_of(control);
+    if (s.source_local || s.source.isEmpty()) {
+        m_remote.erase(control.id());
+        return;
+    }
+    Remote& remote = m_remote[control.id()];
+    if (std::exchange(remote.source, s.source) != s.source) {
+        const auto address = movie_address(s.source);
+        remote.address = address ? address.value() : QString();
+        remote.refusal = address.status().message();
+    }
+    if (!is_allowed(remote.address))
+        m_downloads.drop(remote.address);
+}
+
+/// Only what is seen is loaded, or asked for; then for all others too, so that one box is enough.
+void SceneMovies::load_remote()
+{
+    AddressGate* const gate = this->gate();
+    bool asks = false;
+    QStringList unknown;
+    for (auto entry = m_remote.begin(); entry != m_remote.end();) {
+        const auto* control = dynamic_cast<CDXUTFlash*>(m_core.find_control(entry->first));
+        if (!control) {
+            entry = m_remote.erase(entry);
+            continue;
+        }
+        Remote& remote = entry->second;
+        ++entry;
+        const bool is_wanted = gate && !remote.address.isEmpty();
+        if (is_wanted && !is_allowed(remote.address)) {
+            asks |= is_seen(*control);
+            unknown << remote.address;
+        } else if (is_wanted && is_seen(*control)) {
+            m_downloads.load(remote.address);
+        }
+        if (const QString text = failure_of_remote(*control); std::exchange(remote.told, text) != text)
+            control->redraw();
+    }
+    if (asks)
+        gate->ask(unknown);
+}
+
+QString SceneMovies::failure_of_remote(const CDXUTFlash& control) const
+{
+    const auto found = m_remote.find(control.id());
+    if (found == m_remote.end())
+        return {};
+    const Remote& remote = found->second;
+    if (remote.address.isEmpty())
+        return remote.refusal;
+    if (!m_playing)
+        return lang(u"预览（F5）时加载；首次会询问是否允许此网址。",
+                    u"It is loaded in a preview (F5), which asks first whether you allow the address.");
+    if (!gate())
+        return lang(u"此处不从网络加载。", u"Nothing is loaded from the network here.");
+    if (!is_allowed(remote.address))
+        return gate()->can_ask()
+            ? lang(u"尚未允许此网址，因此未加载。下次预览会再次询问。",
+                   u"The address is not allowed, so nothing was loaded. The next preview asks again.")
+            : lang(u"本机未允许此网址；请在编辑器中预览并允许。",
+                   u"The address is not allowed on this machine. To allow it, preview the interface in the editor.");
+    const QByteArray file = m_downloads.file(remote.address);
+    if (file.isNull()) {
+        const QString failure = m_downloads.failure(remote.address);
+        return failure.isEmpty() ? lang(u"正在加载…", u"Loading…") : failure;
+    }
+    return read_swf_header(file).status().message();
+}
+
+// What is drawn ---------------------------------------------------------------------------------------------------------
 
 QImage SceneMovies::picture(const CDXUTFlash& control, QSize pixels)
 {
@@ -192,11 +323,8 @@ void SceneMovies::take_sizes()
 
 QString SceneMovies::failure(const CDXUTFlash& control) const
 {
-    if (!state_of(control).source_local)
-        return lang(u"不播放网络上的影片；请把它添加为本地文件。",
-                    u"Movies of the network are not played; add it as a local file.");
     const Shown* shown = find(control);
-    return shown ? m_player.failure(shown->movie) : QString();
+    return shown ? m_player.failure(shown->movie) : failure_of_remote(control);
 }
 
 // What happens to movies ------------------------------------------------------------------------------------------------

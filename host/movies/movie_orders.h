@@ -12,6 +12,8 @@
 
 namespace tarn {
 
+constexpr qint64 largest_movie = 64 << 20; ///< bytes of its file
+
 /// What a movie is played from, and how. Equal ones are played alike.
 struct MovieSetup {
     QByteArray file;

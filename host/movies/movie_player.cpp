@@ -132,6 +132,12 @@ QString MoviePlayer::failure(Id id) const
         : QString();
 }
 
+bool MoviePlayer::awaits_first_frame(Id id) const
+{
+    const Movie& movie = m_movies.at(id);
+    return !movie.plays && failure(id).isEmpty() && (movie.loaded || wants_turn(movie));
+}
+
 qint64 MoviePlayer::process_id() const
 {
     return m_process ? m_process->processId() : 0;

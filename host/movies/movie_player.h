@@ -63,6 +63,8 @@ public:
     const QImage& picture(Id movie) const { return m_movies.at(movie).picture; }
     /// Why the movie does not play; empty while nothing is known against it.
     QString failure(Id movie) const;
+    /// Whether one that only shows its first frame is going to have it.
+    bool awaits_first_frame(Id movie) const;
     bool is_running() const { return m_process != nullptr; }
     /// Processes that were started so far.
     int starts() const { return m_starts; }

@@ -452,6 +452,14 @@
         <translation>Add from the network</translation>
     </message>
     <message>
+        <source>撤销许可</source>
+        <translation>Take Back</translation>
+    </message>
+    <message>
+        <source>本机不再加载此网址，预览会重新询问</source>
+        <translation>The address is no longer loaded on this machine; a preview asks again</translation>
+    </message>
+    <message>
         <source>导入FLASH</source>
         <translation>Movie</translation>
     </message>

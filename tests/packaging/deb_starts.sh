@@ -12,7 +12,7 @@ fail() {
 cpack -G DEB --config "$build/CPackConfig.cmake" -B "$folder/made" >"$folder/log" 2>&1 || fail "$(cat "$folder/log")"
 deb=$(echo "$folder"/made/*.deb)
 depends=$(dpkg-deb -f "$deb" Depends)
-for needed in libqt6widgets6 libqscintilla2-qt6 liblua5.4-0 libzip4 libassimp5; do
+for needed in libqt6widgets6 libqt6network6 libqscintilla2-qt6 liblua5.4-0 libzip4 libassimp5; do
     [[ $depends == *"$needed"* ]] || fail "the package does not depend on $needed, but on: $depends"
 done
 # A folder whose name needs care; nothing of the build may be used from there.

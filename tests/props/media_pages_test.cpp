@@ -1,3 +1,4 @@
+#include "engine/address_gate.h"
 #include "frame/cmd_test.h"
 #include "gui_core/dxut_media.h"
 #include "script/config_scene.h"
@@ -8,6 +9,7 @@
 #include "world/world_scene.h"
 
 #include <QCheckBox>
+#include <QLabel>
 #include <QListWidget>
 #include <QTemporaryDir>
 
@@ -19,6 +21,8 @@ enum Id : int {
     id_ok = 1,
     id_local = 6468,
     id_url = 6473,
+    id_permission = 7310,
+    id_take_back = 7311,
     id_transparent = 6139,
     id_keyboard = 6144,
     id_chinese = 6565,
@@ -162,6 +166,47 @@ TEST_F(MediaPages, a_local_movie_comes_into_the_package_and_leaves_it_with_its_c
     EXPECT_EQ(movies().size(), 2) << "another movie of that name";
     m_scene->RemoveCtrl(control);
     EXPECT_EQ(movies(), QStringList{u"movies/"_s + text(other, "source")});
+}
+
+TEST_F(MediaPages, the_permission_of_an_address_is_shown_and_taken_back)
+{
+    struct OneAllowed : AddressGate {
+        bool is_allowed(const QString& address) const override { return address == allowed; }
+        void set_allowed(const QStringList& addresses, bool on) override
+        {
+            if (!on && addresses.contains(allowed))
+                allowed.clear();
+        }
+        int revision() const override { return 0; }
+        bool can_ask() const override { return false; }
+        void ask(const QStringList&) override {}
+        void set_running(bool) override {}
+
+        QString allowed = u"http://host.example/intro.swf"_s;
+    } gate;
+    m_world.set_address_gate(&gate);
+    CDXUTControl* control = flash();
+    EXPECT_TRUE(at<QLabel>(id_permission).isHidden());
+    const auto enter = [&](const QString& address) {
+        m_answers.prompts.push_back(address);
+        click(id_url);
+        return text(control, "source") == address;
+    };
+    EXPECT_TRUE(enter(u"http://host.example/other.swf"_s));
+    EXPECT_FALSE(at<QLabel>(id_permission).isHidden());
+    EXPECT_TRUE(at<CButtonST>(id_take_back).isHidden());
+    EXPECT_TRUE(enter(u"http://Host.example/intro.swf#top"_s));
+    EXPECT_FALSE(at<CButtonST>(id_take_back).isHidden());
+    const QString allowed = at<QLabel>(id_permission).text();
+    m_scene->journal().clear();
+    click(id_take_back);
+    EXPECT_TRUE(gate.allowed.isEmpty());
+    EXPECT_TRUE(at<CButtonST>(id_take_back).isHidden());
+    EXPECT_NE(at<QLabel>(id_permission).text(), allowed);
+    EXPECT_EQ(m_scene->journal().step_count(), 0u) << "it is no part of the scene";
+    EXPECT_TRUE(enter(u"ftp://host.example/intro.swf"_s)) << "it is kept, and said to be of no use";
+    EXPECT_TRUE(at<QLabel>(id_permission).text().contains(u"https://"_s));
+    m_world.set_address_gate(nullptr);
 }
 
 TEST_F(MediaPages, callbacks_are_functions_named_after_the_control_and_shared_by_name)
