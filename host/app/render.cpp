@@ -6,10 +6,12 @@
 #include "studio.h"
 #include "view/view3d.h"
 
+#include <QCoreApplication>
 #include <QFileInfo>
 #include <QImage>
 #include <QImageWriter>
 #include <QPainter>
+#include <QTimer>
 
 #include <algorithm>
 #include <cmath>
@@ -21,6 +23,7 @@ namespace {
 constexpr QSize usual_size(1280, 720);
 constexpr int most_pictures = 100'000;
 constexpr double largest_side = 16384; ///< pixels
+constexpr auto longest_wait = std::chrono::seconds(10);
 
 /// The drawing of one command line, picture by picture.
 class Rendering {
@@ -87,10 +90,25 @@ private:
         if (part.isEmpty())
             return Status::error(lang(u"窗口不在屏幕上", u"the dialog is not on the screen"));
         QImageWriter writer(path, "PNG");
-        if (writer.write(fitted(part)))
+        if (writer.write(settled(part)))
             return {};
         return Status::error(
             lang(u"无法写入图片 %1：%2", u"the picture %1 cannot be written: %2").arg(path, writer.errorString()));
+    }
+    /// With the first frames of movies, as far as they come in time.
+    QImage settled(const QRectF& part)
+    {
+        m_studio.scene()->prepare_picture(m_screen);
+        const QImage picture = fitted(part);
+        if (!m_studio.scene()->awaits_picture() || m_gave_up)
+            return picture;
+        QTimer deadline;
+        deadline.setSingleShot(true);
+        deadline.start(longest_wait);
+        while (m_studio.scene()->awaits_picture() && deadline.isActive())
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        m_gave_up = m_studio.scene()->awaits_picture(); // The other pictures need not wait for it as well.
+        return fitted(part);
     }
     /// That part of the screen in the size that is asked for: drawn in it rather than enlarged, as far as that is sane.
     QImage fitted(const QRectF& part) const
@@ -116,6 +134,7 @@ private:
     Studio& m_studio;
     const CommandLine& m_line;
     QSize m_screen;
+    bool m_gave_up = false; ///< a movie did not come in time
 };
 
 } // namespace
