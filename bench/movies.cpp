@@ -109,7 +109,7 @@ void play(int movies, QSize pixels)
 }
 
 /// Two buttons move a box there and back.
-void click()
+QByteArray clicked_movie()
 {
     MovieWriter writer;
     writer.background(Qt::white)
@@ -120,8 +120,19 @@ void click()
     for (const int side : {0, 1})
         writer.button(4 + side, 3, MovieScript().set_property(QStringLiteral("box"), 0, 60 * side))
             .place(4 + side, 5 + side, {10 + 60 * side, 50});
+    return writer.script(MovieScript().stop()).show_frame().bytes();
+}
+
+void click_on(MoviePlayer& player, MoviePlayer::Id movie, int i)
+{
+    for (const char* what : {"move", "down", "up"})
+        player.ask(movie).mouse(what, QPointF(i % 2 ? 15 : 75, 55), false);
+}
+
+void click()
+{
     MoviePlayer player;
-    const auto movie = player.open({.file = writer.script(MovieScript().stop()).show_frame().bytes()});
+    const auto movie = player.open({.file = clicked_movie()});
     player.set_size(movie, {120, 90});
     player.set_seen(movie, true);
     player.start(movie, true);
@@ -133,12 +144,10 @@ void click()
     std::vector<double> times;
     for (int i = 0; i < 50; ++i) {
         spin(37);
-        const QPointF place(i % 2 ? 15 : 75, 55);
         QElapsedTimer clock;
         clock.start();
         const int before = pictures;
-        for (const char* what : {"move", "down", "up"})
-            player.ask(movie).mouse(what, place, false);
+        click_on(player, movie, i);
         QEventLoop loop;
         QTimer::singleShot(1000, &loop, &QEventLoop::quit);
         player.on_changed = [&](auto) {
@@ -155,6 +164,45 @@ void click()
                     times.back(), int(times.size()));
 }
 
+/// Two movies for a while, with clicks on a third. Every frame of the two is another picture, so one that is missing is a
+/// tick that was lost.
+void play_long()
+{
+    constexpr int seconds = 180;
+    constexpr int clicks = 200;
+    constexpr double rate = 30;
+    MoviePlayer player;
+    std::vector<MoviePlayer::Id> movies;
+    for (int i = 0; i < 3; ++i) {
+        const QSize pixels = i < 2 ? QSize(240, 180) : QSize(120, 90);
+        movies.push_back(player.open({.file = i < 2 ? moving_movie(pixels, 120, rate) : clicked_movie()}));
+        player.set_size(movies.back(), pixels);
+        player.set_seen(movies.back(), true);
+        player.start(movies.back(), true);
+    }
+    std::vector<int> pictures(4);
+    player.on_changed = [&](MoviePlayer::Id movie) { ++pictures[std::min<std::size_t>(movie, 3)]; };
+    if (!run_until([&] { return pictures[1] > 0 && pictures[2] > 0 && pictures[3] > 0; }, 20000))
+        return;
+    spin(2000);
+    const double memory = memory_of(player.process_id());
+    std::fill(pictures.begin(), pictures.end(), 0);
+    const Gaps gaps;
+    QElapsedTimer clock;
+    clock.start();
+    for (int i = 0; i < clicks; ++i) {
+        spin(seconds * 1000 / clicks);
+        click_on(player, movies[2], i);
+    }
+    spin(500);
+    const double due = double(clock.elapsed()) / 1000 * rate;
+    std::printf(
+        "%d s of two movies: %.0f and %.0f ticks lost of %.0f, %d of %d clicks answered, helper %.0f MB before, "
+        "%.0f MB after, gap %.1f ms\n",
+        seconds, std::max(due - pictures[1], 0.0), std::max(due - pictures[2], 0.0), due, pictures[3], clicks, memory,
+        memory_of(player.process_id()), gaps.longest());
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -165,4 +213,5 @@ int main(int argc, char** argv)
     play(4, {640, 480});
     play(12, {240, 180});
     click();
+    play_long();
 }
