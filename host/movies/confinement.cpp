@@ -10,6 +10,7 @@
 #include <cstddef>
 #include <iterator>
 
+#include <fcntl.h>
 #include <linux/audit.h>
 #include <linux/filter.h>
 #include <linux/seccomp.h>
@@ -51,6 +52,7 @@ constexpr quint32 this_machine = AUDIT_ARCH_X86_64;
 constexpr quint32 this_machine = AUDIT_ARCH_AARCH64;
 #endif
 
+constexpr int pipe_size = 1 << 20;              ///< bytes; more needs rights
 constexpr rlim_t most_memory = rlim_t(3) << 30; ///< bytes
 
 void limit(__rlimit_resource what, rlim_t to)
@@ -93,6 +95,8 @@ sock_filter call_filter[] = {
 /// Between fork and exec: nothing that takes memory.
 void give_up_rights()
 {
+    // A whole picture has room: otherwise both processes wake each other for every piece of it.
+    (void)fcntl(STDOUT_FILENO, F_SETPIPE_SZ, pipe_size);
     (void)prctl(PR_SET_PDEATHSIG, SIGKILL);
     (void)prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0);
     limit(RLIMIT_FSIZE, 0);

@@ -224,9 +224,9 @@ class Movie {
     /** The picture, premultiplied RGBA; null while it is the same as before, or there is none. */
     picture() {
         if (!this.loaded || !this.canvas) return null;
-        const now = this.canvas.data();
+        const now = this.canvas.data(); // a copy, which nobody draws into
         if (this.shown && this.shown.equals(now)) return null;
-        this.shown = Buffer.from(now);
+        this.shown = now;
         return { width: this.canvas.width, height: this.canvas.height, pixels: this.shown };
     }
 
