@@ -160,7 +160,7 @@ void CDlgPropFlash::show_permission(const QString& url)
     m_address = address ? address.value() : QString();
     const bool is_allowed = gate && address && gate->is_allowed(m_address);
     auto* line = control_as<QLabel>(id_permission);
-    line->setText(!address ? address.status().message()
+    line->setText(!address         ? address.status().message()
                       : is_allowed ? lang(u"本机已允许。", u"Allowed on this machine.")
                                    : lang(u"尚未允许，预览时会询问。", u"Not allowed yet; a preview asks."));
     line->setVisible(!url.isEmpty());

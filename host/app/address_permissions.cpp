@@ -56,9 +56,10 @@ void AddressPermissions::set_allowed(const QStringList& addresses, bool on)
     QStringList kept = m_allowed.values();
     kept.sort();
     if (!inifile::set_str_list_to_ini(m_settings_file, QLatin1String(settings_key), kept))
-        tarn::boxes::error(m_window,
-                           lang(u"无法保存网址许可：%1 不可写。", u"What is allowed cannot be kept: %1 cannot be written.")
-                               .arg(m_settings_file));
+        tarn::boxes::error(
+            m_window,
+            lang(u"无法保存网址许可：%1 不可写。", u"What is allowed cannot be kept: %1 cannot be written.")
+                .arg(m_settings_file));
     m_world.broadcast(tarn::ui_control_properties);
     m_world.update_all_views();
 }
@@ -105,7 +106,8 @@ void AddressPermissions::ask_all()
 {
     while (!m_waiting.isEmpty()) {
         const QStringList asked = take_some();
-        QStringList lines{lang(u"此界面要从网络加载影片：", u"The interface wants to load movies from the network:"), {}};
+        QStringList lines{lang(u"此界面要从网络加载影片：", u"The interface wants to load movies from the network:"),
+                          {}};
         QStringList servers;
         for (const QString& address : asked) {
             if (const QString server = server_of(address); !servers.contains(server)) {
@@ -118,12 +120,13 @@ void AddressPermissions::ask_all()
               << lang(u"允许后，本机以后的预览会直接加载这些网址；可在 FLASH 属性页撤销。",
                       u"Allowed addresses are loaded in every preview on this machine, until you take that back on the "
                       u"Flash page.");
-        const Button answer
-            = tarn::boxes::message(m_window, {.text = lines.join(QLatin1Char('\n')),
-                                              .title = lang(u"从网络加载影片", u"Movies of the Network"),
-                                              .buttons = {Button::No, Button::Yes},
-                                              .captions = {lang(u"暂不(&N)", u"&Not Now"), lang(u"允许(&A)", u"&Allow")},
-                                              .headings = servers});
+        const Button answer = tarn::boxes::message(
+            m_window,
+            {.text = lines.join(QLatin1Char('\n')),
+             .title = lang(u"从网络加载影片", u"Movies of the Network"),
+             .buttons = {Button::No, Button::Yes},
+             .captions = {lang(u"暂不(&N)", u"&Not Now"), lang(u"允许(&A)", u"&Allow")},
+             .headings = servers});
         if (answer == Button::Yes) {
             set_allowed(asked, true);
         } else {

@@ -18,11 +18,11 @@ Result<QString> movie_address(const QString& written)
     QUrl url(written.trimmed());
     const bool is_web = url.scheme() == QLatin1String("http") || url.scheme() == QLatin1String("https");
     if (!is_web)
-        return Status::error(lang(u"网址必须以 http:// 或 https:// 开头。",
-                                  u"The address has to begin with http:// or https://."));
+        return Status::error(
+            lang(u"网址必须以 http:// 或 https:// 开头。", u"The address has to begin with http:// or https://."));
     if (url.authority().contains(QLatin1Char('@')))
-        return Status::error(lang(u"不加载含用户名或密码的网址。",
-                                  u"Addresses with a user's name or password are not loaded."));
+        return Status::error(
+            lang(u"不加载含用户名或密码的网址。", u"Addresses with a user's name or password are not loaded."));
     if (!url.isValid() || url.host().isEmpty())
         return Status::error(lang(u"网址无效。", u"The address is not valid."));
     url.setFragment({});

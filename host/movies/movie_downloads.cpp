@@ -22,8 +22,9 @@ constexpr qint64 buffer_size = 1 << 20; ///< bytes that wait to be read
 QNetworkRequest plain_request(const QUrl& url)
 {
     QNetworkRequest request(url);
-    for (const auto attribute : {QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::CookieSaveControlAttribute,
-                                 QNetworkRequest::AuthenticationReuseAttribute})
+    for (const auto attribute :
+         {QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::CookieSaveControlAttribute,
+          QNetworkRequest::AuthenticationReuseAttribute})
         request.setAttribute(attribute, QNetworkRequest::Manual);
     request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::ManualRedirectPolicy);
     request.setAttribute(QNetworkRequest::Http2AllowedAttribute, false);
@@ -38,8 +39,7 @@ QString reason_of(const QNetworkReply& reply)
 {
     const QString host = reply.url().host();
     switch (reply.error()) {
-    case QNetworkReply::HostNotFoundError:
-        return lang(u"找不到主机 %1。", u"The host %1 was not found.").arg(host);
+    case QNetworkReply::HostNotFoundError: return lang(u"找不到主机 %1。", u"The host %1 was not found.").arg(host);
     case QNetworkReply::ConnectionRefusedError:
         return lang(u"主机 %1 拒绝连接。", u"The host %1 refuses the connection.").arg(host);
     case QNetworkReply::RemoteHostClosedError:
@@ -47,7 +47,8 @@ QString reason_of(const QNetworkReply& reply)
     case QNetworkReply::SslHandshakeFailedError:
         return lang(u"无法与主机 %1 建立安全连接。", u"There is no secure connection with the host %1.").arg(host);
     default:
-        return lang(u"无法加载影片：%1", u"The movie cannot be loaded: %1").arg(reply.errorString().left(longest_reason));
+        return lang(u"无法加载影片：%1", u"The movie cannot be loaded: %1")
+            .arg(reply.errorString().left(longest_reason));
     }
 }
 
@@ -78,9 +79,8 @@ void MovieDownloads::load(const QString& address)
     Download& download = m_downloads[address];
     download.stall.setSingleShot(true);
     download.stall.setInterval(m_limits.stall);
-    QObject::connect(&download.stall, &QTimer::timeout, &download.stall, [this, &download] {
-        end(download, lang(u"服务器没有回应。", u"The server does not answer."));
-    });
+    QObject::connect(&download.stall, &QTimer::timeout, &download.stall,
+                     [this, &download] { end(download, lang(u"服务器没有回应。", u"The server does not answer.")); });
     request(download, QUrl(address));
 }
 
@@ -92,10 +92,8 @@ void MovieDownloads::request(Download& download, const QUrl& url)
     download.stall.start();
     QObject::connect(reply, &QNetworkReply::metaDataChanged, &download.stall,
                      [this, &download] { head_came(download); });
-    QObject::connect(reply, &QNetworkReply::readyRead, &download.stall,
-                     [this, &download] { body_came(download); });
-    QObject::connect(reply, &QNetworkReply::finished, &download.stall,
-                     [this, &download] { finished(download); });
+    QObject::connect(reply, &QNetworkReply::readyRead, &download.stall, [this, &download] { body_came(download); });
+    QObject::connect(reply, &QNetworkReply::finished, &download.stall, [this, &download] { finished(download); });
 }
 
 void MovieDownloads::head_came(Download& download)
@@ -116,7 +114,8 @@ void MovieDownloads::redirected(Download& download)
     const auto target = movie_address(to.toString(QUrl::FullyEncoded));
     if (!target || !is_same_server(from, QUrl(target.value())))
         return end(download,
-                   lang(u"该网址转到另一个服务器，未加载：%1", u"The address leads to another server, which was not followed: %1")
+                   lang(u"该网址转到另一个服务器，未加载：%1",
+                        u"The address leads to another server, which was not followed: %1")
                        .arg(to.toString(QUrl::FullyEncoded | QUrl::RemoveUserInfo).left(longest_movie_address)));
     if (++download.redirects > most_redirects)
         return end(download, lang(u"该网址转向次数过多。", u"The address leads on too often."));

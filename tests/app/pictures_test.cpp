@@ -2,9 +2,12 @@
 
 #include "core/journal.h"
 #include "engine/scene_plug.h"
+#include "movies/movie_tools.h"
 #include "play_window.h"
+#include "store/pak_file.h"
 #include "studio.h"
 #include "support/files.h"
+#include "support/movie_writer.h"
 #include "support/printing.h"
 #include "view/view3d.h"
 
@@ -75,6 +78,36 @@ TEST_F(Pictures, of_a_timebar_show_its_times_each_in_a_file)
     EXPECT_NE(QImage(m_folder.filePath(u"a-0000.png"_s)), QImage(m_folder.filePath(u"a-0002.png"_s)));
     EXPECT_EQ(render({u"--timebar"_s, u"no such timebar"_s}), 2);
     EXPECT_EQ(render({u"--time"_s, u"5000"_s}), 2);
+}
+
+TEST_F(Pictures, of_movies_show_their_first_frame_and_wait_for_nothing_that_does_not_come)
+{
+    const auto red_at = [&](const QByteArray& movie, const QString& player) {
+        CPakFile package;
+        EXPECT_TRUE(package.create(m_folder.filePath(u"movie.tarn"_s)).ok());
+        EXPECT_TRUE(package.add_file(u"manifest.json"_s, "{\"format\":1}").ok());
+        EXPECT_TRUE(package
+                        .add_file(u"scene.json"_s,
+                                  "{\"root\":{\"id\":1},\"controls\":[{\"id\":2,\"type\":16,\"dialog\":1,\"x\":10,"
+                                  "\"y\":10,\"width\":120,\"height\":90,\"source\":\"m.swf\"}]}")
+                        .ok());
+        EXPECT_TRUE(package.add_file(u"movies/m.swf"_s, movie).ok());
+        EXPECT_TRUE(package.close().ok());
+        if (!player.isNull())
+            qputenv("TARN_MOVIE_PLAYER", player.toUtf8());
+        QElapsedTimer clock;
+        clock.start();
+        EXPECT_EQ(run({u"--render"_s, m_picture, m_folder.filePath(u"movie.tarn"_s)}).first, 0);
+        EXPECT_LT(clock.elapsed(), 40'000);
+        return QImage(m_picture).pixelColor(15, 25) == QColor(Qt::red);
+    };
+    const bool is_there = tarn::MovieTools::find().ok();
+    EXPECT_EQ(red_at(moving_movie(), {}), is_there);
+    const QByteArray endless = MovieWriter().script(MovieScript().loop_forever()).show_frame().bytes();
+    EXPECT_FALSE(red_at(endless, {}));
+    const QByteArray before = qgetenv("TARN_MOVIE_PLAYER");
+    EXPECT_FALSE(red_at(moving_movie(), m_folder.path()));
+    before.isNull() ? qunsetenv("TARN_MOVIE_PLAYER") : qputenv("TARN_MOVIE_PLAYER", before);
 }
 
 TEST_F(Pictures, of_what_cannot_be_read_are_refused_with_a_reason)
