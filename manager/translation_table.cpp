@@ -70,8 +70,10 @@ void TranslationTable::show(CGuiPlugScene* scene, Filter filter, const QString& 
 
 void TranslationTable::measure()
 {
+    if (m_scene && m_scene->is_playing())
+        return; // What was found before stays.
     m_cut.clear();
-    if (!m_scene || m_scene->is_playing())
+    if (!m_scene)
         return;
     for (const QString& language : m_languages)
         m_cut.insert(language, find_cut_texts(*m_scene, language));

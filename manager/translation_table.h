@@ -23,7 +23,7 @@ public:
 
     /// Null shows nothing. `wanted` is a part of what stands in a row.
     void show(CGuiPlugScene* scene, Filter filter, const QString& wanted);
-    /// Finds anew which texts do not fit, which is not known while the scene runs. It is work: each language is laid out.
+    /// Finds anew which texts do not fit; not while the scene runs. It is work: each language is laid out.
     void measure();
     const SeenText& text(int row) const { return m_rows[std::size_t(row)]; }
     /// The language of a column; "" for the first ones.

@@ -83,7 +83,7 @@ void Parser::fail(const QString& what)
 
 bool Parser::parameter(const QString& name, QString& value)
 {
-    if (next(value) && !value.isEmpty())
+    if (next(value) && !value.isEmpty() && !value.startsWith(QLatin1String("--")))
         return true;
     fail(lang(u"%1 缺少参数", u"%1 needs a value").arg(name));
     return false;

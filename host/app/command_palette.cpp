@@ -1,15 +1,19 @@
 #include "command_palette.h"
 
+#include "automation/page_handles.h"
 #include "core/language.h"
 
 #include <QAction>
 #include <QCoreApplication>
+#include <QDockWidget>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
+#include <QPushButton>
 #include <QRegularExpression>
 #include <QTreeWidget>
 #include <QVBoxLayout>
@@ -32,6 +36,27 @@ QString plain(const QString& text)
     name.remove(mark_behind);
     const QString kept(QChar::Null);
     return name.replace(QLatin1String("&&"), kept).remove(QLatin1Char('&')).replace(kept, QLatin1String("&"));
+}
+
+/// A box that is ticked, or a field of a colour, is an attribute and no command; a button of an action is in the menus.
+bool is_command(const QAbstractButton& button)
+{
+    return qobject_cast<const QPushButton*>(&button);
+}
+
+QString name_of(const QAbstractButton& button)
+{
+    const QString name = button.accessibleName().isEmpty() ? button.text() : button.accessibleName();
+    return plain(name.isEmpty() ? button.toolTip() : name).section(QLatin1Char('\n'), 0, 0);
+}
+
+/// The title of the panel that the button stands in.
+QString panel_of(const QAbstractButton& button)
+{
+    for (const QWidget* at = button.parentWidget(); at; at = at->parentWidget())
+        if (qobject_cast<const QDockWidget*>(at))
+            return at->windowTitle();
+    return lang(u"工具", u"Tools");
 }
 
 void collect(const QList<QAction*>& actions, const QString& path, int depth, std::vector<NamedAction>& found)
@@ -61,15 +86,34 @@ std::vector<NamedAction> actions_in_menus(const QWidget& window)
     return found;
 }
 
+std::vector<NamedAction> buttons_in_view(const QMainWindow& window)
+{
+    std::vector<NamedAction> found;
+    for (QAbstractButton* button : window.findChildren<QAbstractButton*>()) {
+        const QString name = name_of(*button);
+        if (is_command(*button) && name.size() > 1 && script::is_shown(*button))
+            found.push_back({panel_of(*button) + QStringLiteral(" > ") + name, nullptr, button});
+    }
+    return found;
+}
+
+void run(const NamedAction& action)
+{
+    if (action.action)
+        action.action->trigger();
+    else if (action.button)
+        action.button->click();
+}
+
 QString text_of_keys(const QList<QKeySequence>& keys)
 {
     return QKeySequence::listToString(keys, QKeySequence::NativeText).replace(QLatin1String("; "), QLatin1String(", "));
 }
 
-QIcon row_icon(const QAction& action)
+QIcon row_icon(const QIcon& icon)
 {
-    if (!action.icon().isNull())
-        return action.icon();
+    if (!icon.isNull())
+        return icon;
     QPixmap clear(largest_icon, largest_icon);
     clear.fill(Qt::transparent);
     return clear;
@@ -99,10 +143,11 @@ CommandPalette::CommandPalette(QWidget* parent, const std::vector<NamedAction>& 
     m_list->header()->setSectionResizeMode(1, QHeaderView::ResizeToContents);
     m_list->setFocusPolicy(Qt::NoFocus);
     for (const NamedAction& named : m_actions) {
-        auto* row = new QTreeWidgetItem(m_list, {named.path, text_of_keys(named.action->shortcuts())});
-        row->setIcon(0, row_icon(*named.action));
-        row->setDisabled(!named.action->isEnabled());
-        if (named.action->isChecked())
+        const QAction* action = named.action;
+        auto* row = new QTreeWidgetItem(m_list, {named.path, action ? text_of_keys(action->shortcuts()) : QString()});
+        row->setIcon(0, row_icon(action ? action->icon() : named.button->icon()));
+        row->setDisabled(!(action ? action->isEnabled() : named.button->isEnabled()));
+        if (action ? action->isChecked() : named.button->isChecked())
             row->setText(1, QStringLiteral("✓ ") + row->text(1));
     }
     auto* layout = new QVBoxLayout(this);
@@ -141,10 +186,10 @@ void CommandPalette::narrow(const QString& text)
         m_list->scrollToItem(first);
 }
 
-QAction* CommandPalette::chosen() const
+const NamedAction* CommandPalette::chosen() const
 {
     QTreeWidgetItem* row = m_list->currentItem();
-    return row && !row->isHidden() ? m_actions[std::size_t(m_list->indexOfTopLevelItem(row))].action : nullptr;
+    return row && !row->isHidden() ? &m_actions[std::size_t(m_list->indexOfTopLevelItem(row))] : nullptr;
 }
 
 /// The keyboard stays in the field and moves the list from there.

@@ -26,6 +26,9 @@
 #include <QMenuBar>
 #include <QToolBar>
 
+#include <algorithm>
+#include <iterator>
+
 using tarn::lang;
 
 namespace {
@@ -329,7 +332,9 @@ void MainWindow::make_help_menu()
 
 void MainWindow::choose_command()
 {
-    tarn::CommandPalette palette(this, tarn::actions_in_menus(*this));
+    auto actions = tarn::actions_in_menus(*this);
+    std::ranges::move(tarn::buttons_in_view(*this), std::back_inserter(actions));
+    tarn::CommandPalette palette(this, actions);
     if (tarn::boxes::dialog(palette) == QDialog::Accepted && palette.chosen())
-        palette.chosen()->trigger();
+        tarn::run(*palette.chosen());
 }

@@ -114,7 +114,7 @@ void ShortcutEditor::make_list()
     m_list->header()->setSectionResizeMode(column_keys, QHeaderView::ResizeToContents);
     for (const Shortcuts::Command& command : m_shortcuts.commands()) {
         auto* row = new QTreeWidgetItem(m_list, {command.path});
-        row->setIcon(column_name, row_icon(*command.action));
+        row->setIcon(column_name, row_icon(command.action->icon()));
     }
 }
 

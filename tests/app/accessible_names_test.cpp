@@ -95,7 +95,7 @@ TEST_F(WholeProgram, offers_all_that_its_menus_have_in_the_palette)
     auto* filter = palette.findChild<QLineEdit*>();
     filter->setText(lang(u"主题 深", u"theme dark"));
     ASSERT_TRUE(palette.chosen());
-    EXPECT_EQ(palette.chosen()->text(), lang(u"深色", u"Dark"));
+    EXPECT_EQ(palette.chosen()->action->text(), lang(u"深色", u"Dark"));
     QTest::keyClick(filter, Qt::Key_Return);
     EXPECT_EQ(palette.result(), QDialog::Accepted);
     filter->setText(lang(u"编辑 撤销", u"edit undo"));
@@ -104,4 +104,10 @@ TEST_F(WholeProgram, offers_all_that_its_menus_have_in_the_palette)
     EXPECT_TRUE(none->isHidden());
     filter->setText(u"no such command"_s);
     EXPECT_FALSE(none->isHidden());
+
+    CommandPalette with_buttons(nullptr, buttons_in_view(*m_window));
+    with_buttons.findChild<QLineEdit*>()->setText(lang(u"导出", u"export"));
+    ASSERT_TRUE(with_buttons.chosen());
+    EXPECT_EQ(with_buttons.chosen()->path, lang(u"对象面板 > 导出界面", u"Objects > Export..."));
+    EXPECT_TRUE(with_buttons.chosen()->button);
 }

@@ -11,7 +11,8 @@
 extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
-    static QGuiApplication app(*argc, *argv);
+    static auto* const app = new QGuiApplication(*argc, *argv); // Its end, among those of statics, has no order.
+    Q_UNUSED(app)
     VLCMsgIniW::set_language(tarn::Language::English);
     return 0;
 }

@@ -1,6 +1,7 @@
 #include "automation.h"
 
 #include "api.h"
+#include "core/language.h"
 #include "engine/base_world.h"
 #include "engine/world_edit.h"
 #include "frame/timeline_state.h"
@@ -13,6 +14,7 @@
 #include "view/view3d.h"
 
 #include <QFile>
+#include <QFileInfo>
 
 #include <cstdio>
 
@@ -150,6 +152,11 @@ Status Automation::run_file(const QString& path)
 
 int Automation::run(const QString& script_file, const QStringList& args)
 {
+    if (const QFileInfo file(script_file); !file.isFile() || !file.isReadable()) {
+        std::fprintf(stderr, "tarn-studio: %s\n",
+                     tarn::lang(u"无法读取 %1", u"%1 cannot be read").arg(script_file).toLocal8Bit().constData());
+        return 2;
+    }
     open_lua(args);
     const Status status = run_file(script_file);
     m_lua.reset();
