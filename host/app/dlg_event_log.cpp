@@ -7,6 +7,7 @@
 #include "studio.h"
 
 #include <algorithm>
+#include <utility>
 
 using tarn::lang;
 using tarn::ScriptLogEntry;
@@ -57,9 +58,10 @@ CDlgEventLog::CDlgEventLog(Studio& studio) : CChildDlg(QStringLiteral("CDlgEvent
     connect(&m_pending, &QTimer::timeout, this, &CDlgEventLog::refresh);
     studio.world().script_log().on_changed = [this] {
         const tarn::ScriptLog& log = m_studio.world().script_log();
+        const bool is_new = std::exchange(m_heard, log.added()) < log.added();
         if (log.added() == 0)
             m_seen = 0;
-        else if (log.entries().back().kind != ScriptLogEntry::Kind::Result)
+        else if (is_new && log.entries().back().kind != ScriptLogEntry::Kind::Result)
             Q_EMIT spoken();
         if (!m_pending.isActive())
             m_pending.start();
@@ -104,7 +106,7 @@ void CDlgEventLog::refresh()
         m_list->scrollToBottom();
 }
 
-/// An entry keeps its address, and so its row, as long as it is shown.
+/// An entry keeps its address, and so its row, as long as it is shown. Calls that waited may have ended since.
 void CDlgEventLog::take_new_entries()
 {
     const tarn::ScriptLog& log = m_studio.world().script_log();
@@ -117,6 +119,7 @@ void CDlgEventLog::take_new_entries()
     m_shown.insert(m_shown.end(), log.entries().end() - std::ptrdiff_t(fresh), log.entries().end());
     while (m_shown.size() > log.entries().size())
         m_shown.pop_front();
+    std::copy(log.entries().begin(), log.entries().end(), m_shown.begin());
 }
 
 void CDlgEventLog::open_function(int row)

@@ -45,5 +45,6 @@ private:
     CReportListLog* m_list = nullptr;
     std::deque<tarn::ScriptLogEntry> m_shown; ///< what the rows are bound to
     std::size_t m_seen = 0;                   ///< how many entries the log ever had when it was last looked at
+    std::size_t m_heard = 0;                  ///< the same, when it was last heard of
     QTimer m_pending;                         ///< one refresh for any number of entries
 };

@@ -116,7 +116,8 @@ ScriptResult Machine::run_call(const QString& name, const Compile& compile, std:
     const auto function = compile(error);
     if (!function)
         return {.error = error};
-    auto call = std::make_unique<Call>(Call{.name = name, .has_owner = owner != nullptr, .owner = owner});
+    auto call = std::make_unique<Call>(
+        Call{.name = name, .number = m_runtime->take_call_number(), .has_owner = owner != nullptr, .owner = owner});
     if (!take_thread(*call))
         return failed(lang(u"内存不足，脚本无法运行", u"there is no memory to run scripts"));
     Start start{function.value(), arguments};
@@ -145,8 +146,9 @@ ScriptResult Machine::resume(std::unique_ptr<Call> call, Start* start)
     enter(before);
     if (status == LUA_YIELD && !stopped()) {
         lua_pop(thread, results);
+        const quint64 number = call->number;
         suspend(std::move(call));
-        return {.suspended = true};
+        return {.suspended = true, .call = number};
     }
     ScriptResult result;
     if (status == LUA_OK && !stopped())
@@ -180,16 +182,43 @@ void Machine::tick(double now)
     while (m_runtime && !m_due.empty() && processor_seconds() < end) {
         auto call = std::move(m_due.begin()->second);
         m_due.erase(m_due.begin());
-        if (const auto owner = call->owner.lock(); call->has_owner && !(owner && owner->is_attached())) {
-            give_back(*call, false);
-            continue;
-        }
-        begin();
-        const auto result = resume(std::move(call), nullptr);
-        if (result.error && m_runtime && m_runtime->on_error)
-            m_runtime->on_error(*result.error);
+        go_on(std::move(call));
     }
     m_waiting.merge(m_due); // The rest of them, when this tick's time is used up.
+}
+
+void Machine::go_on(std::unique_ptr<Call> call)
+{
+    const quint64 number = call->number;
+    if (const auto owner = call->owner.lock(); call->has_owner && !(owner && owner->is_attached())) {
+        give_back(*call, false);
+        return tell_end(number, {.suspended = true});
+    }
+    begin();
+    m_resumed = number;
+    const auto result = resume(std::move(call), nullptr);
+    m_resumed = 0;
+    if (result.error && m_runtime && m_runtime->on_error)
+        m_runtime->on_error(*result.error);
+    if (!result.suspended)
+        tell_end(number, result);
+}
+
+void Machine::tell_end(quint64 call, const ScriptResult& result) const
+{
+    if (m_runtime && m_runtime->on_ended)
+        m_runtime->on_ended(call, result);
+}
+
+std::vector<quint64> Machine::suspended_calls() const
+{
+    std::vector<quint64> calls;
+    for (const auto* list : {&m_waiting, &m_due})
+        for (const auto& [time, call] : *list)
+            calls.push_back(call->number);
+    if (m_resumed)
+        calls.push_back(m_resumed);
+    return calls;
 }
 
 } // namespace tarn::scene_script

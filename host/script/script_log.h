@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QHash>
 #include <QString>
 
 #include <deque>
@@ -16,8 +17,9 @@ struct ScriptLogEntry {
     QString object{};
     QString event{};
     QString function{};
-    QString text{}; ///< result, print or error
-    int line = 0;   ///< of the function that is to blame; 0 for none
+    QString text{};   ///< result, print or error
+    int line = 0;     ///< of the function that is to blame; 0 for none
+    quint64 call = 0; ///< the call whose end is not told yet, as ScriptResult has it; 0: there is none
 };
 
 /// The newest of these entries, oldest first.
@@ -28,29 +30,18 @@ public:
     const std::deque<ScriptLogEntry>& entries() const { return m_entries; }
     /// How many were ever added since the log was cleared; entries() holds the last of them.
     std::size_t added() const { return m_added; }
-    void add(ScriptLogEntry entry)
-    {
-        if (m_entries.size() == max_entries)
-            m_entries.pop_front();
-        m_entries.push_back(std::move(entry));
-        ++m_added;
-        if (on_changed)
-            on_changed();
-    }
-    void clear()
-    {
-        m_entries.clear();
-        m_added = 0;
-        if (on_changed)
-            on_changed();
-    }
+    void add(ScriptLogEntry entry);
+    /// The call is over: its entry says so now, where the log still has it.
+    void end_call(quint64 call, const QString& text);
+    void clear();
 
-    /// Called after each entry and after clear().
+    /// Called after each entry, after one that was changed and after clear().
     std::function<void()> on_changed;
 
 private:
     std::deque<ScriptLogEntry> m_entries;
     std::size_t m_added = 0;
+    QHash<quint64, std::size_t> m_calls; ///< that are not over: which of all that were ever added tells of them
 };
 
 } // namespace tarn

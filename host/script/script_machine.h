@@ -25,6 +25,7 @@ struct Frame {
 /// A call of a scene function, from its begin to its end.
 struct Call {
     QString name;
+    quint64 number = 0; ///< of all calls of the runtime
     lua_State* thread = nullptr;
     int reference = LUA_NOREF; ///< keeps the thread
     bool has_owner = false;
@@ -52,6 +53,8 @@ public:
                            const ScriptObject& owner);
     void tick(double now);
     std::size_t suspended() const { return m_waiting.size() + m_due.size(); }
+    /// Their numbers, with that of the call that tick() goes on with now.
+    std::vector<quint64> suspended_calls() const;
 
     /// Runs the text in place of that of the table's function of the name from now on.
     void try_text(const QString& name, const QString& text);
@@ -90,6 +93,8 @@ private:
     void give_back(Call& call, bool usable);
     ScriptResult resume(std::unique_ptr<Call> call, Start* start);
     void suspend(std::unique_ptr<Call> call);
+    void go_on(std::unique_ptr<Call> call);
+    void tell_end(quint64 call, const ScriptResult& result) const;
     ScriptError error_of(const Call& call, int status);
     QString take_error_text(lua_State* thread);
     void locate(lua_State* thread, ScriptError& error) const;
@@ -113,6 +118,7 @@ private:
     std::vector<std::pair<lua_State*, int>> m_idle; ///< threads for calls, with their references
     std::multimap<double, std::unique_ptr<Call>> m_waiting;
     std::multimap<double, std::unique_ptr<Call>> m_due; ///< of the tick under way
+    quint64 m_resumed = 0;                              ///< the call that the tick goes on with; 0 for none
     std::deque<Frame> m_frames;
     std::size_t m_open_frames = 0;
     int m_nested = 0; ///< calls under way, one inside the other

@@ -72,8 +72,12 @@ void ScriptRuntime::tick(double now)
 
 void ScriptRuntime::reset()
 {
+    const std::vector<quint64> dropped = m_machine->suspended_calls();
     m_machine->abandon();
     m_machine = make_machine();
+    for (const quint64 call : dropped)
+        if (on_ended)
+            on_ended(call, {.suspended = true});
     *m_random = m_seed ? QRandomGenerator(*m_seed) : QRandomGenerator::securelySeeded();
 }
 

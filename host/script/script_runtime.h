@@ -27,6 +27,7 @@ struct ScriptError {
 struct ScriptResult {
     Value value{};          ///< what the function returned; none where that has no form as a Value
     bool suspended = false; ///< it waits; tick() goes on with it
+    quint64 call = 0;       ///< what on_ended calls a call that waits; none other of the runtime ever has it
     std::optional<ScriptError> error{};
 
     bool ok() const { return !error; }
@@ -81,6 +82,11 @@ public:
     std::function<void(const QString&)> on_print;
     /// Errors of calls that had waited; call() answers its own.
     std::function<void(const ScriptError&)> on_error;
+    /// A call that had waited is over, with that result; one that was dropped before its end has a suspended one.
+    std::function<void(quint64 call, const ScriptResult&)> on_ended;
+
+    /// For a new call; from 1.
+    quint64 take_call_number() { return ++m_last_call; }
 
 private:
     std::shared_ptr<scene_script::Machine> make_machine();
@@ -92,6 +98,7 @@ private:
     std::shared_ptr<QRandomGenerator> m_random; ///< the verbs share it
     std::shared_ptr<const std::vector<ScriptVerb>> m_verbs;
     double m_now = 0;
+    quint64 m_last_call = 0;
     bool m_paused = false;
     std::shared_ptr<scene_script::Machine> m_machine;
 };

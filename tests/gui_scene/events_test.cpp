@@ -195,7 +195,7 @@ TEST_F(EventsTest, functions_may_remove_what_called_them_and_the_rest_goes_on)
     m_scene.play(true);
     click(middle(button));
     m_scene.advance(1);
-    EXPECT_EQ(answers(), QStringList{u"waiting"_s});
+    EXPECT_EQ(answers(), QStringList{u"stopped"_s});
     EXPECT_EQ(core().live().hovered, nullptr);
     const QPointF place = middle(other);
     click(place);
@@ -226,7 +226,33 @@ TEST_F(EventsTest, functions_wait_by_the_scenes_clock_and_not_beyond_the_preview
     EXPECT_EQ(answers(), QStringList());
     click(middle(button));
     m_scene.advance(6);
-    EXPECT_EQ(answers(), (QStringList{u"waiting"_s, u"1\t6.0"_s})) << "globals do not outlive the preview";
+    EXPECT_EQ(answers(), (QStringList{QString(), u"1\t6.0"_s})) << "globals do not outlive the preview";
+}
+
+TEST_F(EventsTest, the_log_tells_how_functions_ended_that_had_waited)
+{
+    CDXUTControl* button = make(DXUT_CONTROL_BUTTON, 20);
+    CDXUTControl* other = make(DXUT_CONTROL_BUTTONST, 60);
+    bind(button, EVENT_BUTTON_LEFT_DOWN, u"wait(0.2) wait(0.2) return 'late'"_s);
+    bind(button, EVENT_BUTTON_LEFT_UP, u"wait(0.1) error('broken')"_s);
+    bind(other, EVENT_BUTTON_CLICKED, u"wait(9)"_s);
+    m_scene.play(true);
+    click(middle(button));
+    click(middle(other));
+    const auto texts = [&] {
+        QStringList all;
+        for (const ScriptLogEntry& entry : m_world.script_log().entries())
+            all << (entry.text.contains(u"broken"_s) ? entry.text.section(u' ', 0, 0) + u" broken"_s : entry.text);
+        return all.join(u';');
+    };
+    EXPECT_EQ(texts(), u"waiting;waiting;waiting"_s);
+    m_scene.advance(0.3);
+    EXPECT_EQ(texts(), u"waiting;Error: broken;waiting;Script broken"_s);
+    EXPECT_EQ(m_world.script_log().entries().front().kind, ScriptLogEntry::Kind::Result);
+    m_scene.advance(0.6);
+    EXPECT_EQ(texts(), u"late;Error: broken;waiting;Script broken"_s);
+    m_scene.play(false);
+    EXPECT_EQ(texts(), u"late;Error: broken;stopped;Script broken"_s);
 }
 
 TEST_F(EventsTest, scripts_that_never_end_are_stopped_and_told_of)

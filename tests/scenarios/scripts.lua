@@ -106,6 +106,8 @@ t.same({can_run, #tip > 2}, {false, true}, "Run while the scene plays, and why")
 t.same(studio.function_text(name), 'print("changed")', "the changed function")
 studio.wait(700)
 t.same(button:shown("text"), "waited", "the function that waited")
+rows = log:rows()
+t.same({rows[1][5], rows[2][5]}, {t.lang("输出：", "Print: ") .. "begin", t.lang("完成", "done")}, "its row says that it is over")
 studio.play(false)
 studio.boxes()
 

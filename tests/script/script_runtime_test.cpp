@@ -307,6 +307,27 @@ TEST_F(RuntimeTest, waiting_calls_go_on_in_the_order_of_their_times)
     EXPECT_EQ(m_runtime->suspended(), 0u);
 }
 
+TEST_F(RuntimeTest, calls_that_waited_tell_their_end_even_when_a_reset_drops_them)
+{
+    std::vector<std::pair<quint64, QString>> ended;
+    m_runtime->on_ended = [&](quint64 call, const ScriptResult& result) {
+        ended.emplace_back(call, result.suspended ? u"dropped"_s : told(result));
+    };
+    m_runtime->on_print = [&](const QString&) { m_runtime->reset(); };
+    define(u"answers"_s, u"wait(1) return 5"_s);
+    define(u"resets"_s, u"wait(2) print()"_s);
+    define(u"sleeps"_s, u"wait(3)"_s);
+    EXPECT_EQ(m_runtime->call(u"main"_s).call, 0u);
+    const quint64 answers = m_runtime->call(u"answers"_s).call;
+    const quint64 resets = m_runtime->call(u"resets"_s).call;
+    const quint64 sleeps = m_runtime->call(u"sleeps"_s).call;
+    m_runtime->tick(1);
+    EXPECT_EQ(ended, (decltype(ended){{answers, u"5"_s}}));
+    m_runtime->tick(2.5);
+    EXPECT_EQ(ended, (decltype(ended){{answers, u"5"_s}, {sleeps, u"dropped"_s}, {resets, u"dropped"_s}}));
+    EXPECT_GT(m_runtime->call(u"sleeps"_s).call, sleeps) << "no number comes again";
+}
+
 TEST_F(RuntimeTest, waits_have_limits_and_end_with_reset_or_their_owner)
 {
     for (const char16_t* wrong : {u"wait(-1)", u"wait(0/0)", u"wait(1e9)", u"wait('1')", u"wait()",

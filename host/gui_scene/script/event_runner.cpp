@@ -37,6 +37,14 @@ QString shortened(const QString& text)
     return text.size() <= longest_text ? text : cut_text(text, longest_text) + QChar(0x2026);
 }
 
+/// What the entry of a call that had waited says now.
+QString ended_text(const ScriptResult& result)
+{
+    if (result.error)
+        return lang(u"错误：", u"Error: ") + shortened(result.error->text());
+    return result.suspended ? lang(u"已停止", u"stopped") : log_text(result.value);
+}
+
 ScriptLogEntry entry_for(const GuiEvent& event)
 {
     ScriptLogEntry entry;
@@ -83,6 +91,9 @@ void EventRunner::begin()
         tell(std::move(entry));
     };
     scripts.on_error = [this](const ScriptError& error) { tell_error(error, {}); };
+    scripts.on_ended = [world](quint64 call, const ScriptResult& result) {
+        world->script_log().end_call(call, ended_text(result));
+    };
 }
 
 void EventRunner::end()
@@ -94,6 +105,7 @@ void EventRunner::end()
         world->scripts().on_print = nullptr;
         world->scripts().on_error = nullptr;
         world->scripts().reset();
+        world->scripts().on_ended = nullptr;
     }
 }
 
@@ -150,6 +162,7 @@ void EventRunner::answer(const GuiEvent& event, const std::shared_ptr<ModelObjec
         return;
     }
     entry.text = result.suspended ? lang(u"等待中", u"waiting") : log_text(result.value);
+    entry.call = result.call;
     tell(std::move(entry));
 }
 
@@ -187,6 +200,7 @@ void EventRunner::call_back(CDXUTFlash& movie, const QString& name, const std::v
     if (result.error)
         return tell_error(*result.error, std::move(entry));
     entry.text = result.suspended ? lang(u"等待中", u"waiting") : log_text(result.value);
+    entry.call = result.call;
     tell(std::move(entry));
 }
 

@@ -106,6 +106,7 @@ void TimebarRunner::tell_result(const ScriptResult& result, ScriptLogEntry entry
         entry.text = result.error->text();
     } else if (result.suspended) {
         entry.text = lang(u"等待中", u"waiting");
+        entry.call = result.call;
     } else {
         entry.text = log_text(result.value);
         if (!every)
