@@ -70,7 +70,7 @@ QString number_text(double number)
 
 QString place_text(QPointF place)
 {
-    const auto rounded = [](double x) { return number_text(std::round(x * 10) / 10); };
+    const auto rounded = [](double x) { return number_text(std::round(x * 100) / 100); };
     return rounded(place.x()) + QLatin1Char(' ') + rounded(place.y());
 }
 

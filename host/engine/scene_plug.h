@@ -50,6 +50,11 @@ public:
         float ease;
     };
 
+    struct LiveValue {
+        const char* name; ///< none of the object's attributes has it
+        Value value;
+    };
+
     /// What ties an event of a control or a dialog to a function.
     struct Event {
         ModelObject* control = nullptr; ///< or the dialog; null when it is gone
@@ -89,8 +94,13 @@ public:
     virtual Status check_layout(const std::vector<QSize>& sizes, const Progress& progress) = 0;
     /// Makes the timebar the current one and shows it at the time, seconds; nothing happens when it is gone.
     virtual void show_time(quint32 timebar, float time) = 0;
-    /// What is topmost at a place of the screen: a control, or a dialog where it has none; null for nothing.
+    /// What is topmost at a place of the screen: an item of the open menu, the control whose list hangs open there, another
+    /// control, or a dialog where it has none; null for nothing.
     virtual ModelObject* object_at(QPointF place) const = 0;
+    /// The control whose list hangs open, or the open menu: the next press is for it, wherever that is. Null for none.
+    virtual ModelObject* open_list() const = 0;
+    /// What a player sees of an object that runs and no attribute of it tells: "minimized" of a dialog, for one.
+    virtual std::vector<LiveValue> live_values(const ModelObject& object) const = 0;
 };
 
 /// A scene as it was authored at one moment. It is made and released in the thread of the model; any thread can write it.

@@ -62,6 +62,20 @@ int OpenMenu::panel_at(QPointF place) const
     return int(m_panels.rend() - found) - 1;
 }
 
+/// -1 for none.
+int OpenMenu::row_at(const Panel& panel, QPointF place)
+{
+    return panel.list.row_at(place - panel.area.topLeft() + QPointF(0, panel.scrolled));
+}
+
+CDXUTMenuItem* OpenMenu::item_at(QPointF place) const
+{
+    const int found = panel_at(place);
+    const Panel* panel = found < 0 ? nullptr : &m_panels[std::size_t(found)];
+    const int row = panel ? row_at(*panel, place) : -1;
+    return row < 0 ? nullptr : &item_of(*panel, row);
+}
+
 void OpenMenu::open_panel(int opener, QPointF corner, const QRectF& avoided)
 {
     MenuList list = menu_list(m_menu, opener);
@@ -128,8 +142,7 @@ void OpenMenu::mouse_moved(QPointF place)
         return;
     }
     const auto panel = std::size_t(found);
-    const int row = m_panels[panel].list.row_at(place - m_panels[panel].area.topLeft()
-                                                + QPointF(0, m_panels[panel].scrolled));
+    const int row = row_at(m_panels[panel], place);
     highlight(panel, can_be_chosen(m_panels[panel], row) ? row : -1);
     if (m_panels.size() > panel + 2) // A submenu of the submenu that the mouse left.
         close_from(panel + 2);
@@ -157,8 +170,7 @@ CDXUTMenuItem* OpenMenu::mouse_released(QPointF place)
     if (found < 0)
         return nullptr;
     const Panel& panel = m_panels[std::size_t(found)];
-    return choose(std::size_t(found), panel.list.row_at(place - panel.area.topLeft() + QPointF(0, panel.scrolled)),
-                  false);
+    return choose(std::size_t(found), row_at(panel, place), false);
 }
 
 void OpenMenu::scroll(Panel& panel, double to)

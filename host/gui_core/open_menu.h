@@ -39,6 +39,8 @@ public:
     /// The outermost list first, then the submenu that is open in it, and so on.
     const std::vector<Panel>& panels() const { return m_panels; }
     bool contains(QPointF place) const { return panel_at(place) >= 0; }
+    /// The item whose row is there; null for none.
+    CDXUTMenuItem* item_at(QPointF place) const;
     QRectF bounds() const;
 
     void mouse_moved(QPointF place);
@@ -58,6 +60,7 @@ public:
 
 private:
     int panel_at(QPointF place) const;
+    static int row_at(const Panel& panel, QPointF place);
     void open_panel(int opener, QPointF corner, const QRectF& avoided);
     void open_submenu(bool highlight_first);
     void close_from(std::size_t panel);

@@ -8,12 +8,15 @@
 #include "engine/base_world.h"
 #include "engine/world_edit.h"
 #include "gui_core/control_class.h"
-#include "gui_core/dxut_control.h"
+#include "gui_core/dxut_combo_box.h"
 #include "gui_core/dxut_dialog.h"
+#include "gui_core/dxut_info_box.h"
+#include "gui_core/dxut_list_box.h"
 #include "gui_core/dxut_menu.h"
 #include "gui_core/dxut_menu_item.h"
 #include "gui_core/gui_event.h"
 #include "gui_core/gui_input.h"
+#include "gui_core/open_menu.h"
 #include "gui_plug_scene.h"
 #include "layout_problems.h"
 #include "script/gui_script_api.h"
@@ -243,8 +246,42 @@ void GuiSceneModel::show_time(quint32 timebar, float time)
 
 ModelObject* GuiSceneModel::object_at(QPointF place) const
 {
-    const GuiInput::Hit hit = GuiInput::hit(m_scene.gui_core(), place);
+    const CGuiCore& core = m_scene.gui_core();
+    if (const OpenMenu* menu = core.open_menu(); menu && menu->contains(place))
+        return menu->item_at(place);
+    if (CDXUTControl* popup = core.live().popup;
+        popup && popup->dialog() && popup->popup_rect().contains(popup->dialog()->to_client(place)))
+        return popup;
+    const GuiInput::Hit hit = GuiInput::hit(core, place);
     return hit.control ? static_cast<ModelObject*>(hit.control) : hit.dialog;
+}
+
+ModelObject* GuiSceneModel::open_list() const
+{
+    const CGuiCore& core = m_scene.gui_core();
+    if (const OpenMenu* menu = core.open_menu())
+        return &menu->menu();
+    return core.live().popup;
+}
+
+std::vector<SceneModel::LiveValue> GuiSceneModel::live_values(const ModelObject& object) const
+{
+    std::vector<LiveValue> values;
+    if (const auto* dialog = dynamic_cast<const CDXUTDialog*>(&object))
+        values.push_back({"minimized", dialog->minimized()});
+    if (const auto* control = dynamic_cast<const CDXUTControl*>(&object); control && control->is_interactive())
+        values.push_back({"focused", m_scene.gui_core().live().focused == control});
+    if (const auto* items = dynamic_cast<const CDXUTItems*>(&object))
+        values.push_back({"rows", qint64(items->GetSize())});
+    if (const auto* list = dynamic_cast<const CDXUTListBox*>(&object))
+        values.push_back({"first_row", qint64(list->first_row())});
+    if (const auto* info = dynamic_cast<const CDXUTInfoBox*>(&object)) {
+        values.push_back({"last_line", info->lines().value(info->lines().size() - 1)});
+        values.push_back({"scrolled_back", qint64(info->scrolled_back())});
+    }
+    if (dynamic_cast<const CDXUTComboBox*>(&object) || dynamic_cast<const CDXUTMenu*>(&object))
+        values.push_back({"open", open_list() == &object});
+    return values;
 }
 
 } // namespace tarn

@@ -26,6 +26,8 @@ public:
     Status check_layout(const std::vector<QSize>& sizes, const Progress& progress) override;
     void show_time(quint32 timebar, float time) override;
     ModelObject* object_at(QPointF place) const override;
+    ModelObject* open_list() const override;
+    std::vector<LiveValue> live_values(const ModelObject& object) const override;
 
     /// What the last check of the layout found, of what is still there.
     std::vector<Problem> layout_problems() const;

@@ -1,9 +1,13 @@
 // Recorded input: its script, what is recorded of a preview, and how it is replayed.
 
 #include "core/field.h"
+#include "core/language.h"
 #include "engine/base_world.h"
-#include "gui_core/dxut_control.h"
+#include "gui_core/dxut_combo_box.h"
 #include "gui_core/dxut_dialog.h"
+#include "gui_core/dxut_list_box.h"
+#include "gui_core/dxut_menu.h"
+#include "gui_core/dxut_menu_item.h"
 #include "gui_core/gui_event.h"
 #include "gui_scene/gui_plug_scene.h"
 #include "gui_scene/translations/translations.h"
@@ -35,6 +39,7 @@ class Replaying : public testing::Test {
 protected:
     Replaying()
     {
+        VLCMsgIniW::set_language(Language::English);
         settings::forget_all();
         start_studio();
         m_studio->start_world();
@@ -116,6 +121,20 @@ protected:
         EXPECT_TRUE(script) << text.toStdString() << script.status().message().toStdString();
         return script ? replay_input(*m_studio, *m_view, script.value()).value() : ReplayResult{.line = -1};
     }
+    /// The lines behind the head; what is not the test's own business left out.
+    static QStringList steps(const QString& text)
+    {
+        QStringList lines = text.mid(text.indexOf(u"\n\n"_s) + 2).split(u'\n', Qt::SkipEmptyParts);
+        lines.removeIf([](const QString& line) { return line.startsWith(u"wait "_s); });
+        return lines;
+    }
+    CDXUTItems* add_items(int type, const QString& name, const QRectF& rect, int count)
+    {
+        auto* items = dynamic_cast<CDXUTItems*>(add(type, name, rect));
+        for (int i = 0; i < count; ++i)
+            items->AddItem(QString::number(i));
+        return items;
+    }
     QString all_of_it()
     {
         return recorded([&](InputRecorder& recorder) {
@@ -181,6 +200,122 @@ TEST_F(Replaying, tells_the_first_difference_with_its_line)
     EXPECT_EQ(replay(text).line, line_of(u"expect no more\nexpect \"Bag/Volume\" enabled"_s));
     (void)test::set(*m_use, "name", u"Other"_s);
     EXPECT_EQ(replay(text).line, line_of(u"expect call"_s));
+}
+
+TEST_F(Replaying, what_a_player_moves_folds_scrolls_and_opens_is_expected)
+{
+    (void)test::set(*m_bag, "minimize_button", true);
+    CDXUTItems* list = add_items(DXUT_CONTROL_LISTBOX, u"List"_s, {220, 10, 100, 60}, 20);
+    CDXUTItems* level = add_items(DXUT_CONTROL_COMBOBOX, u"Level"_s, {10, 30, 100, 24}, 3);
+    CDXUTMenu* menu = core().create_menu(u"More"_s);
+    CDXUTMenuItem* sound = core().create_menu_item(*menu, 0, {.text = u"Sound"_s});
+    (void)test::set(*sound, "checkable", true);
+    (void)test::set(*m_volume, "right_click_menu", ObjectRef{menu->id()});
+    const QPointF caption = m_bag->caption_rect().center();
+    const QPointF way(53, 21);
+    const QPointF row(0, 24 / 2 + CDXUTItems::row_height * 1.5);
+    const QString text = recorded([&](InputRecorder&) {
+        drag(caption, caption + way);
+        m_view->send_wheel(middle(*list), -2);
+        click(middle(*level));
+        click(middle(*level) + row); // The slider lies below.
+        mouse(MouseEvent::Kind::Release, middle(*m_volume), Qt::RightButton);
+        click(middle(*m_volume) + QPointF(20, 15));
+        m_view->send_key(Qt::Key_Tab, {});
+        click(m_bag->caption_button_rect(CDXUTDialog::CaptionButton::Minimize).center());
+    });
+    QStringList found = steps(text);
+    for (QString& line : found)
+        if (!line.startsWith(u"expect"_s))
+            line = line.section(u' ', 0, 0) + (line.contains(u'#') ? line.mid(line.indexOf(u"  #"_s)) : QString());
+    EXPECT_EQ(found.join(u'\n'),
+              u"drag  # Bag\nexpect no more\nexpect \"Bag\" x 153\nexpect \"Bag\" y 121\n"
+              "wheel  # Bag/List\nexpect \"Bag/List\" first_row 6\n"
+              "click  # Bag/Level\nexpect no more\nexpect \"Bag/Level\" open true\n"
+              "click  # Bag/Level\nexpect no more\nexpect \"Bag/Level\" selected 1\nexpect \"Bag/Level\" open false\n"
+              "right  # Bag/Volume\nexpect no more\nexpect \"More\" open true\n"
+              "click  # More/Sound\nexpect no more\nexpect \"More\" open false\nexpect \"More/Sound\" checked true\n"
+              "key\nexpect \"Bag/Volume\" focused true\n"
+              "click  # Bag\nexpect no more\nexpect \"Bag\" minimized true"_s)
+        << text.toStdString();
+    EXPECT_EQ(replay(text).line, 0) << replay(text).difference.toStdString();
+    (void)test::set(*m_bag, "movable", false);
+    EXPECT_TRUE(replay(text).difference.startsWith(u"x of \"Bag\": expected 153, found 100"_s));
+    const QString places = recorded([&](InputRecorder& recorder) {
+        mouse(MouseEvent::Kind::Move, caption);
+        EXPECT_EQ(recorder.expect_here(), u"Bag"_s);
+    });
+    EXPECT_TRUE(places.contains(u"expect \"Bag\" minimized false\n"_s)) << places.toStdString();
+    EXPECT_FALSE(places.contains(u" x "_s)) << "where it is follows the screen";
+}
+
+TEST_F(Replaying, keys_that_only_modify_others_and_what_goes_on_by_itself_are_no_input)
+{
+    bind(*m_volume, EVENT_SLIDER_DRAGGED, u"dragged"_s, u"print(control('Volume').value)"_s);
+    const QString text = recorded([&](InputRecorder&) {
+        click(middle(*m_name));
+        m_view->send_key(Qt::Key_Shift, Qt::ShiftModifier);
+        m_view->send_key(Qt::Key_A, Qt::ShiftModifier);
+        m_view->send_text(u"A"_s, {});
+        type(u"nna"_s);
+        m_view->send_key(Qt::Key_Control, Qt::ControlModifier);
+        m_view->send_key(Qt::Key_A, Qt::ControlModifier);
+        drag(middle(*m_volume), middle(*m_volume) + QPointF(60, 0));
+        m_view->send_key(Qt::Key_Control, Qt::ControlModifier);
+    });
+    const QStringList found = steps(text);
+    EXPECT_EQ(
+        found.mid(2, 4),
+        (QStringList{u"type \"Anna\""_s, u"expect \"Bag/Name\" text \"Anna\""_s, u"key \"Ctrl+A\""_s, found.value(5)}))
+        << text.toStdString();
+    EXPECT_EQ(text.count(u"expect call \"dragged\""_s), 1) << "the last of many: " << text.toStdString();
+    EXPECT_TRUE(found.back().startsWith(u"expect \"Bag/Volume\" value "_s)) << text.toStdString();
+    EXPECT_EQ(replay(text).line, 0) << replay(text).difference.toStdString();
+}
+
+TEST_F(Replaying, in_which_order_it_is_told_what_came_of_an_input_is_no_matter)
+{
+    CDXUTControl* other = add(DXUT_CONTROL_BUTTON, u"Other"_s, {120, 10, 80, 30});
+    bind(*m_use, EVENT_BUTTON_CLICKED, u"start"_s,
+         u"print('started') message('hello') print('again') print('again')"_s);
+    bind(*m_use, EVENT_BUTTON_LEFT_UP, u"up"_s, {});
+    (void)m_scene->events().CreateEventW(other->id(), EVENT_BUTTON_LEFT_DOWN, u"start"_s);
+    (void)m_scene->events().CreateEventW(other->id(), EVENT_BUTTON_CLICKED, u"start"_s);
+    EXPECT_EQ(steps(recorded([&](InputRecorder&) { click(middle(*m_use)); })).mid(1).join(u';'),
+              u"expect call \"up\" of \"Use\";expect call \"start\" of \"Use\";expect print \"started\";"
+              "expect message \"hello\";expect print \"again\";expect print \"again\";expect no more"_s);
+    const auto after_click = [&](const QPointF& place, const QString& lines) {
+        return replay(u"tarn-input 1\nscreen 800 600\nclick %1 %2\n"_s.arg(place.x()).arg(place.y()) + lines);
+    };
+    EXPECT_EQ(after_click(middle(*m_use),
+                          u"expect print \"again\"\nexpect message \"hello\"\nexpect call \"start\"\n"
+                          "expect print \"started\"\nexpect call \"up\" of \"Use\"\nexpect print \"again\"\n"
+                          "expect no more\n"_s)
+                  .line,
+              0);
+    const ReplayResult more = after_click(middle(*m_use),
+                                          u"expect print \"again\"\nexpect call \"start\"\nexpect call \"up\"\n"
+                                          "expect message \"hello\"\nexpect print \"started\"\nexpect no more\n"_s);
+    EXPECT_EQ(more.line, 9);
+    EXPECT_EQ(more.difference, u"not expected: print \"again\""_s) << "only what nobody expected";
+    const ReplayResult thrice = after_click(middle(*m_use), u"expect print \"again\"\n"_s.repeated(3));
+    EXPECT_EQ(thrice.line, 6) << "each expectation has its own";
+    EXPECT_FALSE(thrice.difference.contains(u"; print \"again\""_s)) << thrice.difference.toStdString();
+    (void)m_scene->events().CreateEventW(m_use->id(), EVENT_BUTTON_LEFT_DOWN, u"fails"_s);
+    (void)m_scene->functions().set_function(u"fails"_s, u"error('no')"_s);
+    EXPECT_EQ(
+        after_click(middle(*m_use), u"expect error \"fails\"\nexpect call \"start\"\nexpect error \"fails\" 1\n"_s)
+            .line,
+        6);
+    EXPECT_EQ(after_click(middle(*other), u"expect call \"start\"\nexpect call \"start\" of \"Other\"\n"_s).line, 0);
+    (void)m_scene->events().CreateEventW(other->id(), EVENT_BUTTON_MOUSE_LEFT, u"start"_s);
+    const QString hover = u"move %1 %2\n"_s.arg(middle(*other).x()).arg(middle(*other).y());
+    EXPECT_EQ(replay(u"tarn-input 1\nscreen 800 600\n"_s + hover
+                     + u"click %1 %2\n"_s.arg(middle(*m_use).x()).arg(middle(*m_use).y())
+                     + u"expect call \"start\"\nexpect call \"start\" of \"Other\"\nexpect call \"start\"\n"_s)
+                  .line,
+              7)
+        << "one that says less makes room for one that says more";
 }
 
 TEST_F(Replaying, time_goes_on_in_the_script_alone)

@@ -79,6 +79,26 @@ double in_hundredths(double seconds)
     return std::round(seconds * 100) / 100;
 }
 
+/// Alone it does nothing; whoever holds it is about to do more, or to end the recording.
+bool is_modifier(int key)
+{
+    switch (key) {
+    case Qt::Key_Shift:
+    case Qt::Key_Control:
+    case Qt::Key_Alt:
+    case Qt::Key_AltGr:
+    case Qt::Key_Meta:
+    case Qt::Key_Super_L:
+    case Qt::Key_Super_R:
+    case Qt::Key_Hyper_L:
+    case Qt::Key_Hyper_R:
+    case Qt::Key_CapsLock:
+    case Qt::Key_NumLock:
+    case Qt::Key_ScrollLock: return true;
+    default: return false;
+    }
+}
+
 bool is_mouse_button(Kind kind)
 {
     return kind == Kind::Click || kind == Kind::DoubleClick || kind == Kind::RightClick || kind == Kind::Drag
@@ -124,7 +144,7 @@ double InputRecorder::now() const
     return m_studio.played_seconds();
 }
 
-void InputRecorder::input_comes(bool is_move)
+void InputRecorder::input_comes(bool is_move, QPointF mouse)
 {
     if (m_view->screen_size() != m_screen) {
         write_pending();
@@ -133,7 +153,13 @@ void InputRecorder::input_comes(bool is_move)
     }
     m_begin = now();
     m_told_before = m_told.count();
-    m_before = is_move ? SceneLook() : SceneLook(m_studio.world().document());
+    m_before = is_move ? SceneLook() : look();
+    m_target = is_move ? QString() : target_at(mouse);
+}
+
+SceneLook InputRecorder::look() const
+{
+    return {m_studio.world().document(), m_studio.scene()->model()};
 }
 
 InputRecorder::Input InputRecorder::begun(InputStep step) const
@@ -146,22 +172,33 @@ InputRecorder::Input InputRecorder::begun(InputStep step) const
 void InputRecorder::finish(Input& input)
 {
     input.end = now();
-    input.after = SceneLook(m_studio.world().document());
+    input.after = look();
     input.told_after = m_told.count();
 }
 
 void InputRecorder::done(InputStep step)
 {
     Input input = begun(std::move(step));
+    if (is_mouse_button(input.step.kind) || input.step.kind == Kind::Wheel)
+        input.target = m_target;
     finish(input);
     write_pending();
     write(input);
 }
 
+QString InputRecorder::path_of(const ModelObject* object) const
+{
+    return object ? ObjectPaths(m_studio.world().document()).path_of(*object) : QString();
+}
+
+/// What takes the mouse there.
 QString InputRecorder::target_at(QPointF place) const
 {
-    const ModelObject* object = m_studio.scene()->model().object_at(place);
-    return object ? ObjectPaths(m_studio.world().document()).path_of(*object) : QString();
+    const SceneModel& model = m_studio.scene()->model();
+    const ModelObject* object = model.object_at(place);
+    const ModelObject* list = model.open_list();
+    const bool is_of_list = object && (object == list || object->parent() == list);
+    return path_of(list && !is_of_list ? list : object);
 }
 
 void InputRecorder::mouse_came(const MouseEvent& event)
@@ -179,8 +216,8 @@ void InputRecorder::mouse_came(const MouseEvent& event)
     write_pending();
     const bool is_double = event.kind == MouseEvent::Kind::DoubleClick;
     m_press = begun({.kind = is_double ? Kind::DoubleClick : Kind::Press, .places = {event.place}});
+    m_press->target = m_target;
     finish(*m_press);
-    m_press->note = target_at(event.place);
 }
 
 void InputRecorder::move(QPointF place)
@@ -256,11 +293,13 @@ void InputRecorder::camera_came(Qt::MouseButton button, QPointF way)
 
 void InputRecorder::key_came(int key, Qt::KeyboardModifiers modifiers)
 {
+    if (is_modifier(key))
+        return;
     write_key();
     const QKeyCombination keys(modifiers & ~Qt::KeypadModifier, Qt::Key(key));
     const QString name = QKeySequence(keys).toString(QKeySequence::PortableText);
     if (name.isEmpty() || QKeySequence::fromString(name, QKeySequence::PortableText)[0] != keys)
-        return; // Shift alone, for one.
+        return; // No script could name it.
     m_key = begun({.kind = Kind::Key, .text = name});
     finish(*m_key);
 }
@@ -307,15 +346,26 @@ void InputRecorder::write_pending()
 void InputRecorder::write(const Input& input)
 {
     wait_for(input);
-    add(input.step, input.note);
-    if (input.step.kind == Kind::Drag)
+    add(input.step, input.target);
+    bool is_all = true;
+    if (input.step.kind == Kind::Drag) {
         m_written += input.step.number;
-    expect_told(input.told_before, input.told_after);
-    if (is_mouse_button(input.step.kind))
+        is_all = expect_last_told(input.told_before, input.told_after);
+    } else {
+        expect_told(input.told_before, input.told_after);
+    }
+    if (is_mouse_button(input.step.kind) && is_all)
         add({.kind = Kind::ExpectNoMore});
-    for (const InputStep& change : input.after.changes_since(input.before, m_studio.world().document()))
-        add(change);
+    expect_changes(input);
     m_expected = input.told_after;
+}
+
+/// A press gives the keyboard to what is pressed; that goes without saying.
+void InputRecorder::expect_changes(const Input& input)
+{
+    for (const InputStep& change : input.after.changes_since(input.before, m_studio.world().document()))
+        if (change.attribute != QLatin1String("focused") || change.object != input.target || input.target.isEmpty())
+            add(change);
 }
 
 void InputRecorder::wait_for(const Input& input)
@@ -331,6 +381,31 @@ void InputRecorder::expect_told(std::size_t from, std::size_t until)
 {
     for (std::size_t i = from; i < until; ++i)
         add(m_told.step(i));
+}
+
+/// How often a function is called while the mouse moves hangs on how often the mouse tells where it is: what counts is its
+/// last call, and what that said. False when there were others.
+bool InputRecorder::expect_last_told(std::size_t from, std::size_t until)
+{
+    const auto is_again = [&](std::size_t call) {
+        const InputStep& step = m_told.step(call);
+        for (std::size_t i = call + 1; i < until; ++i)
+            if (const InputStep& other = m_told.step(i);
+                other.kind == Kind::ExpectCall && other.text == step.text && other.object == step.object)
+                return true;
+        return false;
+    };
+    bool is_all = true;
+    bool is_left_out = false;
+    for (std::size_t i = from; i < until; ++i) {
+        if (m_told.step(i).kind == Kind::ExpectCall)
+            is_left_out = is_again(i);
+        if (is_left_out)
+            is_all = false;
+        else
+            add(m_told.step(i));
+    }
+    return is_all;
 }
 
 void InputRecorder::add_wait(double until)
@@ -350,14 +425,15 @@ void InputRecorder::add(InputStep step, const QString& note)
 
 QString InputRecorder::expect_here()
 {
-    const ModelObject* object = m_studio.scene()->model().object_at(m_place);
+    const SceneModel& model = m_studio.scene()->model();
+    const ModelObject* object = model.object_at(m_place);
     if (!object)
         return {};
     write_pending();
     add_wait(now());
-    for (const InputStep& step : look_of(*object))
+    for (const InputStep& step : look_of(*object, model))
         add(step);
-    return target_at(m_place);
+    return path_of(object);
 }
 
 QString InputRecorder::text(const QString& path)

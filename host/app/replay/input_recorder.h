@@ -36,7 +36,7 @@ private:
     /// What was done, and what came of it.
     struct Input {
         InputStep step;
-        QString note{};   ///< what it was done to
+        QString target{}; ///< of the mouse; empty: nothing
         double begin = 0; ///< seconds of the scene that runs
         double end = 0;
         SceneLook before{};
@@ -45,7 +45,7 @@ private:
         std::size_t told_after = 0;
     };
 
-    void input_comes(bool is_move) override;
+    void input_comes(bool is_move, QPointF mouse) override;
     void mouse_came(const MouseEvent& event) override;
     void key_came(int key, Qt::KeyboardModifiers modifiers) override;
     void text_came(const QString& text) override;
@@ -55,6 +55,7 @@ private:
     Input begun(InputStep step) const;
     void finish(Input& input);
     void done(InputStep step);
+    SceneLook look() const;
     void move(QPointF place);
     void release(QPointF place);
     void write_held(const Input& press, const Input& release);
@@ -64,8 +65,11 @@ private:
     void write(const Input& input);
     void wait_for(const Input& input);
     void expect_told(std::size_t from, std::size_t until);
+    bool expect_last_told(std::size_t from, std::size_t until);
+    void expect_changes(const Input& input);
     void add_wait(double until);
     void add(InputStep step, const QString& note = {});
+    QString path_of(const ModelObject* object) const;
     QString target_at(QPointF place) const;
     double now() const;
 
@@ -79,6 +83,7 @@ private:
     QPointF m_place; ///< of the mouse
     // As the input that comes finds the scene
     SceneLook m_before;
+    QString m_target; ///< what the mouse is on; empty: nothing
     double m_begin = 0;
     std::size_t m_told_before = 0;
     // What may go on

@@ -1,7 +1,6 @@
 #include "input_replay.h"
 
 #include "core/document.h"
-#include "core/field.h"
 #include "core/language.h"
 #include "core/model_object.h"
 #include "engine/base_world.h"
@@ -15,6 +14,7 @@
 
 #include <QKeySequence>
 
+#include <algorithm>
 #include <cmath>
 #include <optional>
 
@@ -51,8 +51,8 @@ public:
         if (step.is_expectation())
             return check(step);
         if (step.kind != Kind::Wait) {
-            m_seen = m_told.count(); // What comes now is of this input.
-            m_skipped.reset();
+            m_since = m_told.count(); // What comes now is of this input.
+            m_claims.clear();
         }
         do_input(step);
         return {};
@@ -71,14 +71,17 @@ private:
     QString check_told(const InputStep& step);
     QString check_no_more();
     QString check_value(const InputStep& step) const;
-    QString told_instead();
+    enum class Claim : char { None, Loose, Exact };
+    bool claim(const InputStep& step);
+    std::optional<std::size_t> find_told(const InputStep& step, Claim claim) const;
+    QString told_instead() const;
 
     CBaseWorld& m_world;
     CScenePlug& m_scene;
     CView3D& m_view;
     ToldByScene m_told;
-    std::size_t m_seen = 0;               ///< what was told until here belongs to earlier input, or was expected
-    std::optional<std::size_t> m_skipped; ///< the first that was told since the last input and nobody expected
+    std::size_t m_since = 0;     ///< what was told until here belongs to earlier input
+    std::vector<Claim> m_claims; ///< which of the others were expected
     qint64 m_ticks = 0;
 };
 
@@ -185,38 +188,64 @@ QString Replay::check(const InputStep& step)
     }
 }
 
-QString Replay::told_instead()
+/// What nobody expected.
+QString Replay::told_instead() const
 {
     QStringList told;
-    for (std::size_t i = m_seen; i < m_told.count() && told.size() <= most_listed; ++i)
-        told.append(told.size() == most_listed ? QStringLiteral("…")
-                                               : input_step_text(m_told.step(i)).mid(QLatin1String("expect ").size()));
+    for (std::size_t i = 0; i < m_claims.size() && told.size() <= most_listed; ++i)
+        if (m_claims[i] == Claim::None)
+            told.append(told.size() == most_listed
+                            ? QStringLiteral("…")
+                            : input_step_text(m_told.step(m_since + i)).mid(QLatin1String("expect ").size()));
     return told.isEmpty() ? lang(u"什么也没有发生", u"there was nothing") : told.join(QLatin1String("; "));
+}
+
+std::optional<std::size_t> Replay::find_told(const InputStep& step, Claim claim) const
+{
+    for (std::size_t i = 0; i < m_claims.size(); ++i) {
+        const InputStep& told = m_told.step(m_since + i);
+        if (m_claims[i] == claim && told.kind == step.kind && told.text == step.text
+            && (step.object.isEmpty() || told.object == step.object)
+            && (step.number == 0 || told.number == step.number))
+            return i;
+    }
+    return std::nullopt;
+}
+
+/// Each expectation has something of its own that was told, in whatever order.
+bool Replay::claim(const InputStep& step)
+{
+    InputStep loose = step;
+    loose.object.clear();
+    loose.number = 0;
+    const bool is_loose = step.object.isEmpty() && step.number == 0;
+    std::optional<std::size_t> found = find_told(step, Claim::None);
+    if (!found) {
+        // One that leaves out whose call it is, or which line, may do with another.
+        found = find_told(step, Claim::Loose);
+        const auto other = found ? find_told(loose, Claim::None) : std::nullopt;
+        if (!other)
+            return false;
+        m_claims[*other] = Claim::Loose;
+    }
+    m_claims[*found] = is_loose ? Claim::Loose : Claim::Exact;
+    return true;
 }
 
 QString Replay::check_told(const InputStep& step)
 {
-    for (std::size_t i = m_seen; i < m_told.count(); ++i) {
-        const InputStep& told = m_told.step(i);
-        const bool is_it = told.kind == step.kind && told.text == step.text
-            && (step.object.isEmpty() || told.object == step.object)
-            && (step.number == 0 || told.number == step.number);
-        if (!is_it)
-            continue;
-        if (i > m_seen && !m_skipped)
-            m_skipped = m_seen;
-        m_seen = i + 1;
+    m_claims.resize(m_told.count() - m_since);
+    if (claim(step))
         return {};
-    }
     return lang(u"期望：%1；实际：%2", u"expected: %1; found: %2")
         .arg(input_step_text(step).mid(QLatin1String("expect ").size()), told_instead());
 }
 
 QString Replay::check_no_more()
 {
-    if (m_told.count() == m_seen && !m_skipped)
+    m_claims.resize(m_told.count() - m_since);
+    if (std::find(m_claims.begin(), m_claims.end(), Claim::None) == m_claims.end())
         return {};
-    m_seen = m_skipped.value_or(m_seen);
     return lang(u"没有料到：%1", u"not expected: %1").arg(told_instead());
 }
 
@@ -225,14 +254,13 @@ QString Replay::check_value(const InputStep& step) const
     const ModelObject* object = ObjectPaths(m_world.document()).find(step.object);
     if (!object)
         return lang(u"没有“%1”", u"there is no \"%1\"").arg(step.object);
-    const FieldBase* field = object->fields().find(step.attribute.toStdString());
-    if (!field)
+    const std::optional<Value> value = seen_value(*object, step.attribute, m_scene.model());
+    if (!value)
         return lang(u"“%1”没有属性 %2", u"\"%1\" has no attribute %2").arg(step.object, step.attribute);
-    const Value value = object->property(*field);
-    if (looks_same(value, step.value))
+    if (looks_same(*value, step.value))
         return {};
     return lang(u"“%1”的 %2：期望 %3，实际 %4", u"%2 of \"%1\": expected %3, found %4")
-        .arg(step.object, step.attribute, input_value_text(step.value), input_value_text(value));
+        .arg(step.object, step.attribute, input_value_text(step.value), input_value_text(*value));
 }
 
 } // namespace

@@ -8,8 +8,8 @@ namespace tarn {
 class Document;
 class ModelObject;
 
-/// Names for the dialogs and controls of a scene as it is shown now, as a person reads them: "Inventory", "Inventory/Use",
-/// and "#17", by its id, for what shares its name with others.
+/// Names for the dialogs, controls and menus of a scene as it is shown now, as a person reads them: "Inventory",
+/// "Inventory/Use", "File/Save", and "#17", by its id, for what shares its name with others.
 class ObjectPaths {
 public:
     explicit ObjectPaths(const Document& document);
@@ -23,7 +23,7 @@ private:
     QHash<QString, ModelObject*> m_objects; ///< null where several have the path
 };
 
-/// The name attribute of an object; empty when it has none.
+/// The name attribute of an object, or the text of one that has none; else empty.
 QString object_name(const ModelObject& object);
 
 } // namespace tarn

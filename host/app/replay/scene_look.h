@@ -4,32 +4,42 @@
 
 #include <QString>
 
-#include <map>
-#include <utility>
+#include <optional>
 #include <vector>
 
 namespace tarn {
 
 class Document;
 class ModelObject;
+class SceneModel;
 struct InputStep;
 
-/// What a player sees of the dialogs and controls at one moment: which are there, what they say and what is chosen in
-/// them.
+/// What a player sees of the dialogs, controls and menus at one moment: which are there and where, what they say and what
+/// is chosen in them. What timebars drive is left out: it hangs on the moment alone.
 class SceneLook {
 public:
     SceneLook() = default;
-    explicit SceneLook(const Document& document);
+    SceneLook(const Document& document, const SceneModel& model);
 
-    /// What is expected by who saw `before` and then this.
+    /// What is expected by who saw `before` and then this. That one control lost the keyboard goes without saying.
     std::vector<InputStep> changes_since(const SceneLook& before, const Document& document) const;
 
 private:
-    std::map<std::pair<quint32, const char*>, Value> m_values; ///< by object and attribute
+    struct Seen {
+        quint32 object; ///< id
+        const char* attribute;
+        Value value;
+    };
+    const Seen* find(const Seen& same) const;
+
+    std::vector<Seen> m_seen; ///< in the order of the ids
 };
 
-/// All that SceneLook sees of one object, as expectations.
-std::vector<InputStep> look_of(const ModelObject& object);
+/// What a player sees of one object, wherever it is, as expectations.
+std::vector<InputStep> look_of(const ModelObject& object, const SceneModel& model);
+
+/// An attribute of the object as it is shown, or one of its live values; nothing when it has none of that name.
+std::optional<Value> seen_value(const ModelObject& object, const QString& attribute, const SceneModel& model);
 
 /// Whether two values are the same to a player; numbers nearly.
 bool looks_same(const Value& a, const Value& b);

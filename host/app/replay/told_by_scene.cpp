@@ -28,7 +28,7 @@ ToldByScene::ToldByScene(CBaseWorld& world) : m_world(world), m_shows_message(wo
 {
     world.script_log().clear();
     world.on_message = [this](const QString& text, const QString& title) {
-        (void)count(); // What was told before stands before.
+        hear(); // What was told before stands before.
         m_told.push_back({{.kind = InputStep::Kind::ExpectMessage, .text = text}, m_world.scripts().now()});
         if (m_shows_message)
             m_shows_message(text, title);
@@ -42,14 +42,29 @@ ToldByScene::~ToldByScene()
 
 std::size_t ToldByScene::count()
 {
+    hear();
+    m_fixed = m_told.size();
+    return m_fixed;
+}
+
+void ToldByScene::hear()
+{
     const ScriptLog& log = m_world.script_log();
     if (log.added() < m_read)
         m_read = 0;
     const std::size_t fresh = std::min(log.added() - m_read, log.entries().size());
-    for (auto entry = log.entries().end() - std::ptrdiff_t(fresh); entry != log.entries().end(); ++entry)
-        m_told.push_back({step_of(*entry), entry->time});
+    for (auto entry = log.entries().end() - std::ptrdiff_t(fresh); entry != log.entries().end(); ++entry) {
+        std::size_t place = m_told.size();
+        const auto was_said = [&](const Told& told) {
+            return told.time == entry->time
+                && (told.step.kind == InputStep::Kind::ExpectPrint || told.step.kind == InputStep::Kind::ExpectMessage);
+        };
+        if (entry->kind == ScriptLogEntry::Kind::Result)
+            while (place > m_fixed && was_said(m_told[place - 1]))
+                --place;
+        m_told.insert(m_told.begin() + std::ptrdiff_t(place), {step_of(*entry), entry->time});
+    }
     m_read = log.added();
-    return m_told.size();
 }
 
 } // namespace tarn

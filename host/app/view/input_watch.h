@@ -9,8 +9,8 @@ class InputWatch {
 public:
     virtual ~InputWatch() = default;
 
-    /// Before one of the following. A move comes often and changes little.
-    virtual void input_comes(bool is_move) = 0;
+    /// Before one of the following, with where the mouse is. A move comes often and changes little.
+    virtual void input_comes(bool is_move, QPointF mouse) = 0;
     virtual void mouse_came(const MouseEvent& event) = 0;
     virtual void key_came(int key, Qt::KeyboardModifiers modifiers) = 0;
     virtual void text_came(const QString& text) = 0;

@@ -225,7 +225,7 @@ void CView3D::redraw_if(bool taken)
 bool CView3D::send_mouse(const MouseEvent& event)
 {
     if (m_watch)
-        m_watch->input_comes(event.kind == MouseEvent::Kind::Move);
+        m_watch->input_comes(event.kind == MouseEvent::Kind::Move, event.place);
     auto* tool = m_world.mouse_tool();
     m_place = event.place;
     MouseEvent scaled = event;
@@ -244,7 +244,7 @@ bool CView3D::send_mouse(const MouseEvent& event)
 bool CView3D::send_key(int key, Qt::KeyboardModifiers modifiers)
 {
     if (m_watch)
-        m_watch->input_comes(false);
+        m_watch->input_comes(false, m_place);
     auto* tool = m_world.mouse_tool();
     const bool taken = tool && tool->key(key, modifiers);
     redraw_if(taken);
@@ -256,7 +256,7 @@ bool CView3D::send_key(int key, Qt::KeyboardModifiers modifiers)
 bool CView3D::send_text(const QString& text, const QString& preedit)
 {
     if (m_watch)
-        m_watch->input_comes(false);
+        m_watch->input_comes(false, m_place);
     auto* tool = m_world.mouse_tool();
     const bool taken = tool && tool->text(text, preedit);
     redraw_if(taken);
@@ -269,7 +269,7 @@ bool CView3D::send_text(const QString& text, const QString& preedit)
 void CView3D::send_wheel(QPointF place, double steps)
 {
     if (m_watch)
-        m_watch->input_comes(false);
+        m_watch->input_comes(false, place);
     auto* tool = m_world.mouse_tool();
     const bool taken = tool && tool->wheel(place, steps);
     if (!taken)
@@ -282,7 +282,7 @@ void CView3D::send_wheel(QPointF place, double steps)
 void CView3D::camera_drag(Qt::MouseButton button, QPointF from, QPointF to)
 {
     if (m_watch)
-        m_watch->input_comes(true);
+        m_watch->input_comes(true, m_place);
     if (button == Qt::MiddleButton && is_zoomed())
         pan_screen(to - from);
     else if (button == Qt::MiddleButton)
