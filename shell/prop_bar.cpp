@@ -13,6 +13,7 @@
 #include "props/dlg_prop_dialog_all.h"
 #include "props/dlg_prop_menu.h"
 #include "timeline_pages/dlg_prop_timer.h"
+#include "widgets/scrolled_panel.h"
 
 #include <QKeyEvent>
 #include <QLabel>
@@ -75,7 +76,7 @@ void CPropBar::make_search()
     line->addWidget(m_search);
     layout->addLayout(line);
     layout->addWidget(m_nothing_found);
-    layout->addWidget(m_group, 1);
+    layout->addWidget(new CScrolledPanel(m_group, inside), 1);
     setWidget(inside);
     connect(m_search, &QLineEdit::textChanged, this, &CPropBar::filter);
 }

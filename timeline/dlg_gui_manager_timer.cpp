@@ -170,6 +170,8 @@ void CDlgGuiManagerTimer::fill_list()
 void CDlgGuiManagerTimer::show_current()
 {
     m_list->selecte_item_by_ptr_binded(current());
+    for (const int id : {id_delete, id_copy, id_up, id_down, id_top, id_bottom})
+        button(id)->setEnabled(current());
 }
 
 // Commands --------------------------------------------------------------------------------------------------------------

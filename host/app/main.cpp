@@ -19,6 +19,7 @@
 #include "widgets/iconfun.h"
 
 #include <QApplication>
+#include <QFileInfo>
 #include <QLibraryInfo>
 #include <QLocale>
 #include <QScreen>
@@ -169,8 +170,17 @@ int render(Studio& studio, const CommandLine& line)
     return 0;
 }
 
+/// Told before somebody plays for nothing.
+bool can_keep(const QString& file)
+{
+    const QFileInfo folder(QFileInfo(file).absolutePath());
+    return file.isEmpty() || (folder.isDir() && folder.isWritable());
+}
+
 int play(Studio& studio, const CommandLine& line)
 {
+    if (!can_keep(line.input_script))
+        return refuse(tarn::lang(u"无法写入 %1", u"%1 cannot be written").arg(line.input_script));
     if (const auto status = open_shown(studio, line); !status)
         return refuse(status.message());
     // What the author allowed on this machine; players are asked nothing.
@@ -232,7 +242,9 @@ int main(int argc, char** argv)
             && has_display();
         return has_window ? run_merge_window(*command, argc, argv) : run_command(*command, argc, argv);
     }
-    if (has_argument(argc, argv, "--replay") && !qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+    const auto asks_for = [&](const char* option) { return has_argument(argc, argv, option); };
+    const bool shows_nothing = asks_for("--render") || asks_for("--help") || asks_for("--version");
+    if ((asks_for("--replay") || (shows_nothing && !has_display())) && !qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     // The renderer of the world draws pictures that the views show.
     QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);

@@ -20,10 +20,10 @@
 #include "view/view3d.h"
 #include "watched_work.h"
 #include "widgets/iconfun.h"
+#include "widgets/scrolled_panel.h"
 
 #include <QApplication>
 #include <QDockWidget>
-#include <QScrollArea>
 #include <QStackedWidget>
 #include <QStatusBar>
 #include <QTabBar>
@@ -125,15 +125,7 @@ void MainWindow::make_side_panel()
     m_side_area = new QStackedWidget(inside);
     m_side_area->setMinimumWidth(least_side_panel);
     layout->addWidget(m_mode_strip);
-    // On a low screen a page scrolls: the window must not grow beyond it.
-    auto* scrolled = new QScrollArea(inside);
-    scrolled->setWidget(m_side_area);
-    scrolled->setWidgetResizable(true);
-    scrolled->setFrameShape(QFrame::NoFrame);
-    scrolled->setFocusPolicy(Qt::NoFocus);
-    scrolled->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    scrolled->setMinimumWidth(least_side_panel + style()->pixelMetric(QStyle::PM_ScrollBarExtent));
-    layout->addWidget(scrolled, 1);
+    layout->addWidget(new CScrolledPanel(m_side_area, inside), 1);
     dock->setWidget(inside);
     addDockWidget(Qt::LeftDockWidgetArea, dock);
     // The side panel and the property bar keep the window's full height.
