@@ -10,6 +10,7 @@
 #include "store/atomic_file.h"
 #include "store/plain_file.h"
 #include "translation_table.h"
+#include "translation_view.h"
 #include "widgets/button_st.h"
 #include "widgets/wrap_layout.h"
 
@@ -18,7 +19,8 @@
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QSignalBlocker>
-#include <QTableView>
+
+#include <algorithm>
 
 using tarn::lang;
 using tarn::SeenText;
@@ -56,7 +58,7 @@ QWidget* CDlgTranslations::create_widget(const QString& class_name, QWidget* par
 {
     if (class_name != QLatin1String("CTranslationView"))
         return nullptr;
-    m_view = new QTableView(parent);
+    m_view = new CTranslationView(parent);
     return m_view;
 }
 
@@ -94,6 +96,10 @@ void CDlgTranslations::set_up_table()
             run_action([&] { scene()->translations().set_text(text, language, translated); },
                        lang(u"翻译文字", u"Translate"));
     };
+    m_view->in_one_step = [this](const std::function<void()>& change) {
+        if (is_editing())
+            run_action(change, lang(u"翻译文字", u"Translate"));
+    };
     m_view->setModel(m_table);
     m_view->setAccessibleName(lang(u"译文表", u"Table of Translations"));
     m_view->setAlternatingRowColors(true);
@@ -114,11 +120,21 @@ void CDlgTranslations::on_world_created(CBaseWorld* world)
     refresh();
 }
 
-void CDlgTranslations::model_changed(const tarn::ModelChange&)
+/// While somebody types, rows neither come nor go, which would end it, unless what they show is gone.
+void CDlgTranslations::model_changed(const tarn::ModelChange& change)
 {
     m_stale = true;
-    if (isVisible())
+    const bool is_gone = change.everything
+        || std::ranges::any_of(change.objects, [](const auto& object) { return object.was_removed(); });
+    if (isVisible() && is_typing() && !is_gone)
+        m_measuring.start(measure_delay);
+    else if (isVisible())
         refresh();
+}
+
+bool CDlgTranslations::is_typing() const
+{
+    return m_view->viewport()->isAncestorOf(QApplication::focusWidget());
 }
 
 void CDlgTranslations::showEvent(QShowEvent* event)
@@ -143,10 +159,10 @@ void CDlgTranslations::measure()
 {
     if (!isVisible() || !scene())
         return;
+    if (is_typing())
+        return m_measuring.start(measure_delay);
     m_table->measure();
-    const bool is_typing = m_view->viewport()->isAncestorOf(QApplication::focusWidget());
-    if (filter() == TranslationTable::Filter::TooLong && !is_typing) // Rows that come and go would end it.
-        list();
+    list();
 }
 
 TranslationTable::Filter CDlgTranslations::filter() const
@@ -163,7 +179,8 @@ void CDlgTranslations::list()
         m_view->setColumnWidth(TranslationTable::Object, object_width);
         m_view->setColumnWidth(TranslationTable::Text, text_width);
     }
-    m_view->setCurrentIndex(m_table->index(before.row(), before.column()));
+    if (!m_view->currentIndex().isValid()) // The rows are others.
+        m_view->setCurrentIndex(m_table->index(before.row(), before.column()));
     show_languages();
 }
 

@@ -5,7 +5,7 @@
 
 #include <QTimer>
 
-class QTableView;
+class CTranslationView;
 
 /// The table of the interface's texts by language. What is missing, outdated or too long is marked, and can be listed alone.
 class CDlgTranslations : public CGuiChildDlg {
@@ -26,6 +26,7 @@ private:
     void set_up_table();
     void refresh();
     void list();
+    bool is_typing() const;
     void measure();
     tarn::TranslationTable::Filter filter() const;
     void show_languages();
@@ -34,7 +35,7 @@ private:
     void on_import();
     void on_export();
 
-    QTableView* m_view = nullptr;
+    CTranslationView* m_view = nullptr;
     tarn::TranslationTable* m_table = nullptr;
     bool m_stale = true; ///< what changed while nobody saw the table
     QTimer m_measuring;  ///< waits until nothing more changes

@@ -58,14 +58,29 @@ bool TranslationTable::passes(const SeenText& text, Filter filter, const QString
 
 void TranslationTable::show(CGuiPlugScene* scene, Filter filter, const QString& wanted)
 {
-    beginResetModel();
+    const QStringList languages = scene ? scene->translations().languages() : QStringList();
+    const bool had_languages = m_scene == scene && m_languages == languages;
     m_scene = scene;
-    m_rows.clear();
-    m_languages = scene ? scene->translations().languages() : QStringList();
+    std::vector<SeenText> rows;
     if (scene)
-        m_rows = seen_texts(scene->document());
-    std::erase_if(m_rows, [&](const SeenText& text) { return !passes(text, filter, wanted); });
+        rows = seen_texts(scene->document());
+    if (had_languages) {
+        std::erase_if(rows, [&](const SeenText& text) { return !passes(text, filter, wanted); });
+        if (rows == m_rows)
+            return tell_data();
+    }
+    beginResetModel();
+    m_languages = languages;
+    if (!had_languages)
+        std::erase_if(rows, [&](const SeenText& text) { return !passes(text, filter, wanted); });
+    m_rows = std::move(rows);
     endResetModel();
+}
+
+void TranslationTable::tell_data()
+{
+    if (!m_rows.empty())
+        Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1));
 }
 
 void TranslationTable::measure()
@@ -77,8 +92,7 @@ void TranslationTable::measure()
         return;
     for (const QString& language : m_languages)
         m_cut.insert(language, find_cut_texts(*m_scene, language));
-    if (!m_rows.empty())
-        Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1));
+    tell_data();
 }
 
 int TranslationTable::rowCount(const QModelIndex& parent) const

@@ -21,7 +21,8 @@ public:
     enum Column { Object, Text, first_language };
     enum class Filter { All, Missing, Outdated, TooLong };
 
-    /// Null shows nothing. `wanted` is a part of what stands in a row.
+    /// Null shows nothing. `wanted` is a part of what stands in a row. Whoever types in a cell goes on as long as the rows stay
+    /// the same.
     void show(CGuiPlugScene* scene, Filter filter, const QString& wanted);
     /// Finds anew which texts do not fit; not while the scene runs. It is work: each language is laid out.
     void measure();
@@ -46,6 +47,7 @@ private:
         QString told() const;
     };
     Fault fault(const SeenText& text, const QString& language) const;
+    void tell_data();
     bool passes(const SeenText& text, Filter filter, const QString& wanted) const;
 
     CGuiPlugScene* m_scene = nullptr;

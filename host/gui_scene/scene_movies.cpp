@@ -282,9 +282,13 @@ QString SceneMovies::failure_of_remote(const CDXUTFlash& control) const
     const Remote& remote = found->second;
     if (remote.address.isEmpty())
         return remote.refusal;
-    if (!m_playing)
-        return lang(u"预览（F5）时加载；首次会询问是否允许此网址。",
-                    u"It is loaded in a preview (F5), which asks first whether you allow the address.");
+    if (!m_playing) {
+        const AddressGate* known = m_world.address_gate();
+        return known && known->is_allowed(remote.address)
+            ? lang(u"预览（F5）时加载。", u"It is loaded in a preview (F5).")
+            : lang(u"预览（F5）时加载；首次会询问是否允许此网址。",
+                   u"It is loaded in a preview (F5), which asks first whether you allow the address.");
+    }
     if (!gate())
         return lang(u"此处不从网络加载。", u"Nothing is loaded from the network here.");
     if (!is_allowed(remote.address))
@@ -324,7 +328,11 @@ void SceneMovies::take_sizes()
 QString SceneMovies::failure(const CDXUTFlash& control) const
 {
     const Shown* shown = find(control);
-    return shown ? m_player.failure(shown->movie) : failure_of_remote(control);
+    if (!shown)
+        return failure_of_remote(control);
+    const QString known = m_player.failure(shown->movie);
+    const bool is_coming = known.isEmpty() && m_playing && m_player.picture(shown->movie).isNull();
+    return is_coming ? lang(u"正在启动…", u"Starting…") : known;
 }
 
 // What happens to movies ------------------------------------------------------------------------------------------------

@@ -6,6 +6,8 @@
 #include "support/editor_fixture.h"
 
 #include <QAbstractButton>
+#include <QApplication>
+#include <QClipboard>
 #include <QComboBox>
 #include <QFile>
 #include <QLineEdit>
@@ -97,6 +99,46 @@ TEST_F(TranslationPage, a_typed_cell_is_one_step_and_marks_tell_what_is_wrong)
     filter(0);
     static_cast<QLineEdit*>(m_page->control(7303))->setText(u"kauf"_s);
     EXPECT_EQ(shown(), QStringList({u"Purchase"_s, u"Sell"_s})) << "translations are searched, too";
+}
+
+TEST_F(TranslationPage, who_types_goes_on_from_cell_to_cell_and_keys_are_for_the_cells)
+{
+    EXPECT_TRUE(translations().add_language(u"fr"_s).ok());
+    tell();
+    const auto german = [&](int row) { return cell(row, 2).toString(); };
+    QApplication::setActiveWindow(&m_frame);
+    m_view->setFocus();
+    m_view->setCurrentIndex(m_view->model()->index(0, 2));
+    const auto key = [](Qt::Key pressed, Qt::KeyboardModifiers modifiers = {}) {
+        QTest::keyClick(QApplication::focusWidget(), pressed, modifiers);
+        QCoreApplication::processEvents(); // An editor takes Enter a moment later.
+    };
+    key(Qt::Key_K);
+    key(Qt::Key_Return);
+    key(Qt::Key_V);
+    QTest::qWait(300); // The first is laid out while the second is typed.
+    key(Qt::Key_W);
+    key(Qt::Key_Return);
+    EXPECT_EQ(german(0) + u'/' + german(1), u"k/vw"_s);
+    m_view->setCurrentIndex(m_view->model()->index(0, 3));
+    key(Qt::Key_A);
+    key(Qt::Key_Tab);
+    EXPECT_EQ(cell(0, 3), u"a"_s);
+    EXPECT_EQ(m_view->currentIndex(), m_view->model()->index(1, 2)) << "on to the next that can be written";
+    key(Qt::Key_Escape);
+
+    m_view->selectAll();
+    key(Qt::Key_C, Qt::ControlModifier);
+    EXPECT_TRUE(QGuiApplication::clipboard()->text().contains(u"Buy\tk\ta\n"_s));
+    key(Qt::Key_Delete);
+    EXPECT_EQ(german(0) + german(1), QString());
+    EXPECT_EQ(core().controls().size(), 2u);
+    QGuiApplication::clipboard()->setText(u"eins\tun\r\nzwei\tdeux\tbeyond\ndrei\n"_s);
+    m_view->setCurrentIndex(m_view->model()->index(0, 2));
+    const auto steps = m_scene->journal().step_count();
+    key(Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(m_scene->journal().step_count(), steps + 1);
+    EXPECT_EQ(german(0) + german(1) + cell(1, 3).toString(), u"einszweideux"_s);
 }
 
 TEST_F(TranslationPage, languages_come_and_go_and_the_chosen_one_is_previewed)

@@ -18,6 +18,8 @@ struct SeenText {
     const FieldBase* field;
     bool in_list;
     QString text; ///< as the author wrote it
+
+    bool operator==(const SeenText&) const = default;
 };
 
 /// Those of the whole scene, in the order of its objects. Empty ones and those without a letter ("1,280") are left out;
