@@ -50,8 +50,11 @@ QString code_of(QChar letter)
 
 QString CDXUTFlash::description() const
 {
+    QStringList lines{header_lines()};
     const QString failure = core().movies() ? core().movies()->failure(*this) : QString();
-    return failure.isEmpty() ? header_lines() : header_lines() + QLatin1Char('\n') + failure;
+    if (!failure.isEmpty()) // An address may fill the control.
+        lines.insert(state<tarn::FlashState>().source_local ? 1 : 0, failure);
+    return lines.join(QLatin1Char('\n'));
 }
 
 QByteArray CDXUTFlash::file() const
