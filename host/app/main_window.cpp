@@ -125,7 +125,9 @@ void MainWindow::make_side_panel()
     m_side_area = new QStackedWidget(inside);
     m_side_area->setMinimumWidth(least_side_panel);
     layout->addWidget(m_mode_strip);
-    layout->addWidget(new CScrolledPanel(m_side_area, inside), 1);
+    auto* scrolled = new CScrolledPanel(m_side_area, inside);
+    scrolled->setMinimumWidth(least_side_panel + style()->pixelMetric(QStyle::PM_ScrollBarExtent));
+    layout->addWidget(scrolled, 1);
     dock->setWidget(inside);
     addDockWidget(Qt::LeftDockWidgetArea, dock);
     // The side panel and the property bar keep the window's full height.
