@@ -107,8 +107,9 @@ void CDlgPropFlash::OnInitDialog()
 {
     CBoundPage::OnInitDialog();
     bind(rows);
-    on_click(id_local_file, [this] { load_file(); });
-    on_click(id_url, [this] { load_url(); });
+    // They say what is shown; the step of undo has a name of its own.
+    connect(button(id_local_file), &QAbstractButton::clicked, this, &CDlgPropFlash::load_file);
+    connect(button(id_url), &QAbstractButton::clicked, this, &CDlgPropFlash::load_url);
     on_click(id_take_back, [this] { take_back_permission(); });
     on_click(id_create, [this] { create_callback(); });
     on_click(id_remove, [this] { remove_callback(); });
@@ -242,7 +243,6 @@ void CDlgPropFlash::load(const QString& source, bool is_local)
     if (!status)
         tarn::boxes::error(this, status.message());
     refresh();
-    update_all_views();
 }
 
 /// A movie with a click event calls that event's function, whatever was entered.
