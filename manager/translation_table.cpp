@@ -41,14 +41,15 @@ TranslationTable::Fault TranslationTable::fault(const SeenText& text, const QStr
             .too_long = !missing && m_cut.value(language).contains(text.object->id())};
 }
 
-bool TranslationTable::passes(const SeenText& text, Filter filter, const QString& wanted) const
+bool TranslationTable::passes(const SeenText& text, const QStringList& languages, Filter filter,
+                              const QString& wanted) const
 {
     const auto is_wanted = [&](const QString& cell) { return cell.contains(wanted, Qt::CaseInsensitive); };
     const Translations& all = m_scene->translations();
     if (!wanted.isEmpty() && !is_wanted(text.text) && !is_wanted(known_name(*text.object))
-        && std::ranges::none_of(m_languages, [&](const QString& one) { return is_wanted(all.text(text, one)); }))
+        && std::ranges::none_of(languages, [&](const QString& one) { return is_wanted(all.text(text, one)); }))
         return false;
-    return filter == Filter::All || std::ranges::any_of(m_languages, [&](const QString& language) {
+    return filter == Filter::All || std::ranges::any_of(languages, [&](const QString& language) {
                const Fault found = fault(text, language);
                return filter == Filter::Missing ? found.missing
                    : filter == Filter::Outdated ? found.outdated
@@ -64,15 +65,11 @@ void TranslationTable::show(CGuiPlugScene* scene, Filter filter, const QString& 
     std::vector<SeenText> rows;
     if (scene)
         rows = seen_texts(scene->document());
-    if (had_languages) {
-        std::erase_if(rows, [&](const SeenText& text) { return !passes(text, filter, wanted); });
-        if (rows == m_rows)
-            return tell_data();
-    }
+    std::erase_if(rows, [&](const SeenText& text) { return !passes(text, languages, filter, wanted); });
+    if (had_languages && rows == m_rows)
+        return tell_data();
     beginResetModel();
     m_languages = languages;
-    if (!had_languages)
-        std::erase_if(rows, [&](const SeenText& text) { return !passes(text, filter, wanted); });
     m_rows = std::move(rows);
     endResetModel();
 }
@@ -85,11 +82,9 @@ void TranslationTable::tell_data()
 
 void TranslationTable::measure()
 {
-    if (m_scene && m_scene->is_playing())
+    if (!m_scene || m_scene->is_playing())
         return; // What was found before stays.
     m_cut.clear();
-    if (!m_scene)
-        return;
     for (const QString& language : m_languages)
         m_cut.insert(language, find_cut_texts(*m_scene, language));
     tell_data();

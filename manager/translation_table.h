@@ -48,7 +48,7 @@ private:
     };
     Fault fault(const SeenText& text, const QString& language) const;
     void tell_data();
-    bool passes(const SeenText& text, Filter filter, const QString& wanted) const;
+    bool passes(const SeenText& text, const QStringList& languages, Filter filter, const QString& wanted) const;
 
     CGuiPlugScene* m_scene = nullptr;
     QStringList m_languages;

@@ -152,10 +152,9 @@ void Parser::option(const QString& name)
             return fail(lang(u"语言“%1”不可用（zh 或 en）", u"there is no language \"%1\" (zh or en)").arg(value));
         m_line.language = value == QLatin1String("zh") ? Language::Chinese : Language::English;
     } else if (name == QLatin1String("--theme") && parameter(name, value)) {
-        if (value != QLatin1String("light") && value != QLatin1String("dark"))
-            return fail(
-                lang(u"主题“%1”不可用（light 或 dark）", u"there is no theme \"%1\" (light or dark)").arg(value));
-        m_line.theme = value == QLatin1String("dark") ? Theme::Dark : Theme::Light;
+        m_line.theme = theme_named(value);
+        if (!m_line.theme)
+            fail(lang(u"主题“%1”不可用（light 或 dark）", u"there is no theme \"%1\" (light or dark)").arg(value));
     } else if (name == QLatin1String("--render") && parameter(name, value)) {
         m_line.action = CommandLine::Action::Render;
         m_line.render_target = value;
@@ -223,6 +222,13 @@ CommandLine Parser::parse()
 }
 
 } // namespace
+
+std::optional<Theme> theme_named(const QString& word)
+{
+    if (word == QLatin1String("light"))
+        return Theme::Light;
+    return word == QLatin1String("dark") ? std::optional(Theme::Dark) : std::nullopt;
+}
 
 CommandLine parse_command_line(const QStringList& arguments)
 {

@@ -11,6 +11,9 @@
 
 namespace tarn {
 
+/// "light" or "dark"; nothing for any other word.
+std::optional<Theme> theme_named(const QString& word);
+
 /// What a picture shows.
 struct PictureOptions {
     QSize screen;                ///< that the interface is laid out on, pixels; empty: as large as the picture

@@ -99,10 +99,7 @@ int run_merge_window(const tarn::Command& command, int argc, char** argv)
         VLCMsgIniW::set_language(*language);
     const QStringList arguments = QCoreApplication::arguments();
     const QString theme = arguments.value(arguments.indexOf(QLatin1String("--theme")) + 1);
-    tarn::apply_theme(app,
-                      theme == QLatin1String("dark")        ? tarn::Theme::Dark
-                          : theme == QLatin1String("light") ? tarn::Theme::Light
-                                                            : tarn::settings::theme());
+    tarn::apply_theme(app, tarn::theme_named(theme).value_or(tarn::settings::theme()));
     tarn::set_ask_conflicts(tarn::ask_in_window);
     return print_result(tarn::run_command(command, QCoreApplication::arguments().mid(1)));
 }

@@ -23,12 +23,6 @@ constexpr QSize usual_size(560, 480);
 
 enum Column : int { column_name, column_keys };
 
-bool is_modifier(int key)
-{
-    return key == Qt::Key_Shift || key == Qt::Key_Control || key == Qt::Key_Alt || key == Qt::Key_Meta
-        || key == Qt::Key_AltGr || key == Qt::Key_CapsLock || key == Qt::Key_NumLock;
-}
-
 } // namespace
 
 /// Takes the keys that are pressed in it. Tab goes on to the next field and Escape closes the window, as anywhere.

@@ -110,6 +110,25 @@ void Shortcuts::keep(const Command& command) const
                                    QKeySequence::listToString(command.action->shortcuts(), QKeySequence::PortableText));
 }
 
+bool is_modifier(int key)
+{
+    switch (key) {
+    case Qt::Key_Shift:
+    case Qt::Key_Control:
+    case Qt::Key_Alt:
+    case Qt::Key_AltGr:
+    case Qt::Key_Meta:
+    case Qt::Key_Super_L:
+    case Qt::Key_Super_R:
+    case Qt::Key_Hyper_L:
+    case Qt::Key_Hyper_R:
+    case Qt::Key_CapsLock:
+    case Qt::Key_NumLock:
+    case Qt::Key_ScrollLock: return true;
+    default: return false;
+    }
+}
+
 QString reason_against(const QKeySequence& keys)
 {
     if (keys.count() != 1)

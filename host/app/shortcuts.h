@@ -42,6 +42,9 @@ private:
     std::vector<Command> m_commands;
 };
 
+/// Whether the key does nothing alone: whoever holds it is about to press another.
+bool is_modifier(int key);
+
 /// Why a key cannot be given to a command, for a person; empty when it can.
 QString reason_against(const QKeySequence& keys);
 

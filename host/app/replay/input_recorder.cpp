@@ -4,6 +4,7 @@
 #include "engine/scene_plug.h"
 #include "object_paths.h"
 #include "script/script_runtime.h"
+#include "shortcuts.h"
 #include "studio.h"
 #include "view/view3d.h"
 
@@ -77,26 +78,6 @@ QList<QPointF> corners_of(const QList<QPointF>& way)
 double in_hundredths(double seconds)
 {
     return std::round(seconds * 100) / 100;
-}
-
-/// Alone it does nothing; whoever holds it is about to do more, or to end the recording.
-bool is_modifier(int key)
-{
-    switch (key) {
-    case Qt::Key_Shift:
-    case Qt::Key_Control:
-    case Qt::Key_Alt:
-    case Qt::Key_AltGr:
-    case Qt::Key_Meta:
-    case Qt::Key_Super_L:
-    case Qt::Key_Super_R:
-    case Qt::Key_Hyper_L:
-    case Qt::Key_Hyper_R:
-    case Qt::Key_CapsLock:
-    case Qt::Key_NumLock:
-    case Qt::Key_ScrollLock: return true;
-    default: return false;
-    }
 }
 
 bool is_mouse_button(Kind kind)

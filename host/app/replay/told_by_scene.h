@@ -10,7 +10,8 @@ class CBaseWorld;
 namespace tarn {
 
 /// What a scene that runs tells: the functions that were called, what they printed, their errors and the messages that they
-/// showed, as expectations: a function before what it said, which the world's log has the other way round. It forgets the world's log first, and hears messages before whoever shows them.
+/// showed, as expectations: a function before what it said, which the world's log has the other way round. It forgets the
+/// world's log first, and hears messages before whoever shows them.
 class ToldByScene {
 public:
     explicit ToldByScene(CBaseWorld& world);
